@@ -1,0 +1,18 @@
+# One dialect, one set of warnings, and no compiler DLLs beside what we ship.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601)
+add_link_options(-static)
+
+# Linked to everything of our own; the compiler's headers and GoogleTest keep their own warnings.
+add_library(solvane_warnings INTERFACE)
+target_compile_options(solvane_warnings INTERFACE -Wall -Wextra -Wshadow -Wconversion -Wnon-virtual-dtor -Werror)
+target_include_directories(solvane_warnings INTERFACE ${CMAKE_SOURCE_DIR}/src)

@@ -1,0 +1,19 @@
+# solvane_test(name SOURCES ... LIBRARIES ...): a GoogleTest program that ctest runs under Wine.
+enable_testing()
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/wine)
+
+if(NOT TARGET gtest)
+  set(INSTALL_GTEST OFF)
+  set(gtest_disable_pthreads ON)
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+endif()
+
+function(solvane_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LIBRARIES")
+  add_executable(${name}_test ${test_SOURCES})
+  set_target_properties(${name}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  target_link_libraries(${name}_test PRIVATE solvane_warnings gtest gmock gtest_main ${test_LIBRARIES})
+  target_compile_definitions(${name}_test PRIVATE SOLVANE_BIN="${CMAKE_BINARY_DIR}/bin")
+  add_test(NAME ${name} COMMAND ${name}_test WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+endfunction()

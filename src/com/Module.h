@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Handle.h"
+
+#include <string>
+
+namespace solvane {
+
+/// What the objects and class factories of one module share: its instance handle, the count of what keeps it
+/// loaded, and the lock that guards the lazy creation of class factories. One object a module, made at load.
+class ComModule {
+public:
+    ComModule() { current_ = this; }
+    ComModule(const ComModule&) = delete;
+    ComModule& operator=(const ComModule&) = delete;
+
+    static ComModule& current() { return *current_; }
+
+    void lock() { InterlockedIncrement(&lockCount_); }
+    void unlock() { InterlockedDecrement(&lockCount_); }
+    LONG lockCount() const { return lockCount_; }
+
+    CriticalSection& factoryLock() { return factoryLock_; }
+
+    HINSTANCE instance = nullptr;
+    /// The module's file with its path.
+    std::wstring path() const;
+
+private:
+    inline static ComModule* current_ = nullptr;
+    volatile LONG lockCount_ = 0;
+    CriticalSection factoryLock_;
+};
+
+/// Keeps the module loaded for its own lifetime.
+class ModuleLock {
+public:
+    ModuleLock() { ComModule::current().lock(); }
+    ~ModuleLock() { ComModule::current().unlock(); }
+    ModuleLock(const ModuleLock&) = delete;
+    ModuleLock& operator=(const ModuleLock&) = delete;
+};
+
+} // namespace solvane

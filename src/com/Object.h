@@ -1,0 +1,153 @@
+/// The forms in which an object is created: plain, or aggregated by an outer unknown.
+///
+/// A class T that can be created
+///  - derives from CComObjectRoot and from its interfaces, and leaves QueryInterface, AddRef and Release
+///    to the form,
+///  - offers `static std::span<const InterfaceEntry> interfaceTable()`, whose first row answers for IUnknown,
+///  - offers `HRESULT FinalConstruct()`, the construction that may call virtual operations.
+#pragma once
+
+#include "Module.h"
+
+#include <unknwn.h>
+
+#include <new>
+#include <span>
+
+namespace solvane {
+
+/// One row of an interface table. `object` is a T.
+struct InterfaceEntry {
+    const IID* iid;
+    IUnknown* (*cast)(void* object);
+    /// Null for a row that always holds.
+    bool (*isOffered)() = nullptr;
+};
+
+/// The row by which T answers for `Interface`, through its base `Through` where several would do.
+template <class T, class Interface, class Through = Interface>
+constexpr InterfaceEntry interfaceEntry(bool (*isOffered)() = nullptr) {
+    return {&__uuidof(Interface),
+            [](void* object) -> IUnknown* { return static_cast<Through*>(static_cast<T*>(object)); },
+            isOffered};
+}
+
+/// The count of an object that lives in one apartment: not atomic.
+class CComObjectRoot {
+public:
+    virtual ~CComObjectRoot() = default;
+
+protected:
+    ULONG references_ = 0;
+};
+
+template <class T>
+HRESULT queryInterfaceTable(T* object, REFIID iid, void** result) {
+    if (!result)
+        return E_POINTER;
+    *result = nullptr;
+    for (const InterfaceEntry& entry : T::interfaceTable()) {
+        if (iid != *entry.iid && iid != IID_IUnknown)
+            continue;
+        if (entry.isOffered && !entry.isOffered())
+            return E_NOINTERFACE;
+        IUnknown* interfacePointer = entry.cast(object);
+        interfacePointer->AddRef();
+        *result = interfacePointer;
+        return S_OK;
+    }
+    return E_NOINTERFACE;
+}
+
+/// The plain form, with a count of its own.
+template <class T>
+class CComObject final : public T {
+public:
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) override {
+        return queryInterfaceTable<T>(this, iid, result);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++this->references_; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = --this->references_;
+        if (left == 0) {
+            // Calls that come back during the destruction must not destroy again.
+            ++this->references_;
+            delete this;
+        }
+        return left;
+    }
+
+private:
+    ModuleLock moduleLock_;
+};
+
+/// The object inside an aggregate: identity and counting are the outer unknown's.
+template <class T>
+class CComContainedObject final : public T {
+public:
+    explicit CComContainedObject(IUnknown* outer) : outer_(outer) {}
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) override {
+        return outer_->QueryInterface(iid, result);
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return outer_->AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return outer_->Release(); }
+
+private:
+    IUnknown* outer_; // not counted: the outer object owns the aggregate
+};
+
+/// The aggregated form: the unknown that the outer object holds, with a count of its own.
+template <class T>
+class CComAggObject final : public IUnknown {
+public:
+    explicit CComAggObject(IUnknown* outer) : contained_(outer) {}
+    virtual ~CComAggObject() = default;
+    HRESULT FinalConstruct() { return contained_.FinalConstruct(); }
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) override {
+        if (iid != IID_IUnknown)
+            return queryInterfaceTable<T>(&contained_, iid, result);
+        if (!result)
+            return E_POINTER;
+        *result = this;
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = --references_;
+        if (left == 0) {
+            ++references_;
+            delete this;
+        }
+        return left;
+    }
+
+private:
+    ModuleLock moduleLock_;
+    ULONG references_ = 0;
+    CComContainedObject<T> contained_;
+};
+
+/// Makes an object in the form that the outer unknown selects.
+template <class T>
+HRESULT createInstance(IUnknown* outer, REFIID iid, void** result) {
+    if (!result)
+        return E_POINTER;
+    *result = nullptr;
+    const auto construct = [&](auto* object) -> HRESULT {
+        if (!object)
+            return E_OUTOFMEMORY;
+        object->AddRef(); // FinalConstruct may hand the object out and get it back
+        HRESULT made = object->FinalConstruct();
+        if (SUCCEEDED(made))
+            made = object->QueryInterface(iid, result);
+        object->Release();
+        return made;
+    };
+    if (outer)
+        return construct(new (std::nothrow) CComAggObject<T>(outer));
+    return construct(new (std::nothrow) CComObject<T>());
+}
+
+} // namespace solvane

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+namespace solvane {
+
+/// A string value of a key, or nothing where the key or the value is missing or of another type. An empty
+/// value name reads the key's default value. `view` may be KEY_WOW64_32KEY or KEY_WOW64_64KEY.
+std::optional<std::wstring> readRegistryString(HKEY root, const std::wstring& key,
+                                               const std::wstring& valueName, REGSAM view = 0);
+
+/// Creates the key where it is missing. The result is a Windows error code.
+LSTATUS writeRegistryString(HKEY root, const std::wstring& key, const std::wstring& valueName,
+                            const std::wstring& value, REGSAM view = 0);
+
+} // namespace solvane

@@ -1,0 +1,45 @@
+#include "Text.h"
+
+#include <algorithm>
+#include <cwctype>
+
+namespace solvane {
+
+std::wstring widen(std::string_view text, UINT codePage) {
+    const int length =
+        MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), wide.data(), length);
+    return wide;
+}
+
+std::string narrow(std::wstring_view text, UINT codePage) {
+    const int length = WideCharToMultiByte(codePage, 0, text.data(), static_cast<int>(text.size()), nullptr,
+                                           0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(length), '\0');
+    WideCharToMultiByte(codePage, 0, text.data(), static_cast<int>(text.size()), result.data(), length,
+                        nullptr, nullptr);
+    return result;
+}
+
+int compareNoCase(std::wstring_view left, std::wstring_view right) {
+    const auto lowerAscii = [](wchar_t c) {
+        return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
+    };
+    const std::size_t common = std::min(left.size(), right.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        const int difference = lowerAscii(left[i]) - lowerAscii(right[i]);
+        if (difference != 0)
+            return difference;
+    }
+    return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
+}
+
+std::wstring toLower(std::wstring_view text) {
+    std::wstring lower(text);
+    for (wchar_t& c : lower)
+        c = static_cast<wchar_t>(std::towlower(c));
+    return lower;
+}
+
+} // namespace solvane
