@@ -63,8 +63,7 @@ public:
         });
     }
 
-protected:
-    ~DispatchImpl() = default;
+    virtual ~DispatchImpl() = default;
 
 private:
     static DispatchTypeInfo& typeInfo() {

@@ -1,0 +1,38 @@
+/// The state of one run of a unit's script. It lives on the driver's frame and ends with the run.
+#pragma once
+
+#include "CapeOpen.h"
+#include "com/ComRef.h"
+#include "com/VariantArray.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace solvane {
+
+class CSolvaneUnitOp;
+
+struct CalculationRun {
+    explicit CalculationRun(CSolvaneUnitOp& owner) : unit(owner) {}
+
+    CSolvaneUnitOp& unit;
+
+    // The calculation material: the unit's private copy of the first connected port's material. At most one
+    // generation is set, none where no port is connected.
+    ComRef<ICapeThermoMaterialObject> material10;
+    ComRef<ICapeThermoMaterial> material11;
+    // Of the 1.1 calculation material; the two routines are asked for on first need.
+    ComRef<ICapeThermoCompounds> compounds;
+    ComRef<ICapeThermoPhases> phases;
+    ComRef<ICapeThermoPropertyRoutine> propertyRoutine;
+    ComRef<ICapeThermoEquilibriumRoutine> equilibriumRoutine;
+
+    // The lists that initRun.m gives to the script.
+    VariantArray compoundIds; ///< strings, VT_EMPTY where there are none
+    std::size_t nComp = 0;
+    std::vector<std::string> phaseNames;        ///< ANSI, in the material's order; none for a 1.0 material
+    std::vector<std::int32_t> aggregationCodes; ///< one a phase: 0 unknown, 1 vapor, 2 liquid, 3 solid
+};
+
+} // namespace solvane

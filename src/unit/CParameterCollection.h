@@ -1,0 +1,26 @@
+#pragma once
+
+#include "CapeOpenBaseObject.h"
+
+namespace solvane {
+
+class CSolvaneUnitOp;
+
+/// The host's view of the unit's list of parameters. It holds none itself, so it always shows the present
+/// ones.
+class CParameterCollection : public DispatchImpl<ICapeCollection>, public CapeOpenBaseObject {
+public:
+    CParameterCollection();
+
+    /// Not counted. Null for a collection that no unit made.
+    CSolvaneUnitOp* ownerUnit = nullptr;
+
+    static std::span<const InterfaceEntry> interfaceTable();
+    HRESULT FinalConstruct() { return S_OK; }
+
+    // ICapeCollection
+    STDMETHODIMP Item(VARIANT id, IDispatch** item) override;
+    STDMETHODIMP Count(LONG* count) override;
+};
+
+} // namespace solvane

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "CapeOpenBaseObject.h"
+#include "com/ComRef.h"
+
+#include <string>
+#include <vector>
+
+namespace solvane {
+
+class CSolvaneUnitOp;
+
+/// What the script said of a product: the stream is flashed so when the script has ended.
+struct ProductSpecification {
+    bool specified = false; ///< setProduct was called in this run
+    double totalFlow = 0;   ///< mol/s
+    std::vector<double> composition;
+    /// One of the two flash constraints: a name that `flashPropertyCodes` knows as such, and its value in SI
+    /// units on a mole basis.
+    struct Constraint {
+        std::string name;
+        double value = 0;
+    };
+    Constraint constraints[2];
+};
+
+/// One material port of the unit. A port holds a material of one generation or none: a material that offers
+/// both is taken as 1.1.
+class CPort : public DispatchImpl<ICapeUnitPort>, public CapeOpenBaseObject {
+public:
+    bool isFeed = true;
+    /// Not counted: the unit owns its ports. Null for a port that no unit made.
+    CSolvaneUnitOp* ownerUnit = nullptr;
+
+    ComRef<ICapeThermoMaterial> materialObject11;
+    ComRef<ICapeThermoMaterialObject> materialObject10;
+    // Of the 1.1 material, asked for on first use and kept while it is connected.
+    ComRef<ICapeThermoCompounds> compounds;
+    ComRef<ICapeThermoPhases> phases;
+    ComRef<ICapeThermoEquilibriumRoutine> equilibriumRoutine;
+
+    ProductSpecification product;
+
+    bool isConnected() const { return materialObject10 || materialObject11; }
+
+    static std::span<const InterfaceEntry> interfaceTable();
+    HRESULT FinalConstruct() { return S_OK; }
+
+    // ICapeUnitPort
+    STDMETHODIMP get_portType(CapePortType* portType) override;
+    STDMETHODIMP get_direction(CapePortDirection* direction) override;
+    STDMETHODIMP get_connectedObject(IDispatch** object) override;
+    STDMETHODIMP Connect(IDispatch* object) override;
+    STDMETHODIMP Disconnect() override;
+};
+
+} // namespace solvane

@@ -1,0 +1,86 @@
+#include "CapeOpenBaseObject.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr wchar_t productPage[] = L"https://solvane.example/unit-operation";
+
+HRESULT giveText(std::wstring_view text, BSTR* result) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(result))
+            return E_POINTER;
+        *result = newBstr(text);
+        return S_OK;
+    });
+}
+
+HRESULT takeText(BSTR text, std::wstring& field) {
+    return border([&]() -> HRESULT {
+        field = std::wstring(viewOf(text)); // a copy first: the text may be the field's own
+        return S_OK;
+    });
+}
+
+} // namespace
+
+void CapeOpenBaseObject::SetError(std::wstring name, std::wstring description, std::wstring scope,
+                                  std::wstring interfaceName) {
+    errorName = std::move(name);
+    errorDescription = std::move(description);
+    errorScope = std::move(scope);
+    errorInterface = std::move(interfaceName);
+}
+
+HRESULT CapeOpenBaseObject::raise(std::wstring name, std::wstring description, std::wstring scope,
+                                  std::wstring interfaceName) {
+    SetError(std::move(name), std::move(description), std::move(scope), std::move(interfaceName));
+    return capeFailure;
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_name(BSTR* name) {
+    return giveText(errorName, name);
+}
+
+// The code stays 0: what failed is told by the texts alone.
+STDMETHODIMP CapeOpenBaseObject::get_code(LONG* code) {
+    return prepareResult(code) ? S_OK : E_POINTER;
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_description(BSTR* description) {
+    return giveText(errorDescription, description);
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_scope(BSTR* scope) {
+    return giveText(errorScope, scope);
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_interfaceName(BSTR* interfaceName) {
+    return giveText(errorInterface, interfaceName);
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_operation(BSTR* operation) {
+    return giveText(L"N/A", operation);
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_moreInfo(BSTR* moreInfo) {
+    return giveText(productPage, moreInfo);
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_ComponentName(BSTR* name) {
+    return giveText(componentName, name);
+}
+
+STDMETHODIMP CapeOpenBaseObject::put_ComponentName(BSTR name) {
+    return takeText(name, componentName);
+}
+
+STDMETHODIMP CapeOpenBaseObject::get_ComponentDescription(BSTR* description) {
+    return giveText(componentDescription, description);
+}
+
+STDMETHODIMP CapeOpenBaseObject::put_ComponentDescription(BSTR description) {
+    return takeText(description, componentDescription);
+}
+
+} // namespace solvane
