@@ -39,9 +39,6 @@ private:
     std::vector<Name> names_;
 };
 
-#pragma GCC diagnostic push
-// No interface has a virtual destructor; objects are destroyed by their own Release.
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 /// Gives the dual interface I its four IDispatch operations. Each interface of an object has its own.
 template <class I>
 class DispatchImpl : public I {
@@ -74,7 +71,5 @@ private:
         return info;
     }
 };
-
-#pragma GCC diagnostic pop
 
 } // namespace solvane
