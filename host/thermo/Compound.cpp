@@ -1,0 +1,56 @@
+#include "Compound.h"
+
+#include <algorithm>
+
+namespace solvane::host {
+
+namespace {
+
+// Critical constants, acentric factors, boiling points and heat capacities: R. C. Reid, J. M. Prausnitz,
+// B. E. Poling, The Properties of Gases and Liquids, 4th edition (1987), Appendix A; carbon dioxide's
+// sublimation point is the usual 194.7 K. Formation properties and absolute entropies: Perry's Chemical
+// Engineers' Handbook, 8th edition, section 2 (from the DIPPR compilation). Molecular weights: from the
+// atomic weights C 12.011, H 1.008, N 14.007, O 15.999.
+// clang-format off
+constexpr std::array compoundTable{
+    Compound{"methane", "CH4", "74-82-8", 16.043, 190.4, 46.0e5, 0.011, 111.6,
+             {1.925e+1, 5.213e-2, 1.197e-5, -1.132e-8}, -74520, -50490, 186.27},
+    Compound{"ethane", "C2H6", "74-84-0", 30.070, 305.4, 48.8e5, 0.099, 184.6,
+             {5.409e+0, 1.781e-1, -6.938e-5, 8.713e-9}, -83820, -31920, 229.12},
+    Compound{"propane", "C3H8", "74-98-6", 44.097, 369.8, 42.5e5, 0.153, 231.1,
+             {-4.224e+0, 3.063e-1, -1.586e-4, 3.215e-8}, -104680, -24390, 270.20},
+    Compound{"n-butane", "C4H10", "106-97-8", 58.124, 425.2, 38.0e5, 0.199, 272.7,
+             {9.487e+0, 3.313e-1, -1.108e-4, -2.822e-9}, -125790, -16700, 309.91},
+    Compound{"n-pentane", "C5H12", "109-66-0", 72.151, 469.7, 33.7e5, 0.251, 309.2,
+             {-3.626e+0, 4.873e-1, -2.580e-4, 5.305e-8}, -146760, -8813, 349.45},
+    Compound{"nitrogen", "N2", "7727-37-9", 28.014, 126.2, 33.9e5, 0.039, 77.4,
+             {3.115e+1, -1.357e-2, 2.680e-5, -1.168e-8}, 0, 0, 191.50},
+    Compound{"carbon dioxide", "CO2", "124-38-9", 44.009, 304.1, 73.8e5, 0.239, 194.7,
+             {1.980e+1, 7.344e-2, -5.602e-5, 1.715e-8}, -393510, -394370, 213.68},
+    Compound{"water", "H2O", "7732-18-5", 18.015, 647.3, 221.2e5, 0.344, 373.2,
+             {3.224e+1, 1.924e-3, 1.055e-5, -3.596e-9}, -241814, -228590, 188.72},
+    Compound{"benzene", "C6H6", "71-43-2", 78.114, 562.2, 48.9e5, 0.212, 353.2,
+             {-3.392e+1, 4.739e-1, -3.017e-4, 7.130e-8}, 82880, 129600, 269.30},
+    Compound{"toluene", "C7H8", "108-88-3", 92.141, 591.8, 41.0e5, 0.263, 383.8,
+             {-2.435e+1, 5.125e-1, -2.765e-4, 4.911e-8}, 50170, 122200, 320.99},
+};
+// clang-format on
+
+char lowered(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+} // namespace
+
+std::span<const Compound> allCompounds() {
+    return compoundTable;
+}
+
+const Compound* findCompound(std::string_view name) {
+    const auto found = std::ranges::find_if(compoundTable, [name](const Compound& compound) {
+        return std::ranges::equal(compound.name, name, {}, lowered, lowered);
+    });
+    return found == compoundTable.end() ? nullptr : &*found;
+}
+
+} // namespace solvane::host

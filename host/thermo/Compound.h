@@ -1,0 +1,33 @@
+/// The compounds that the sample host's property package knows.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+
+namespace solvane::host {
+
+/// Constants of one compound. The ideal-gas heat capacity is
+/// `idealGasHeatCapacity[0] + [1] T + [2] T^2 + [3] T^3` in J/mol/K, T in K. Formation properties and the
+/// absolute entropy are those of the ideal gas at 298.15 K and 101325 Pa.
+struct Compound {
+    std::string_view name;
+    std::string_view formula;
+    std::string_view casNumber;
+    double molecularWeight;     ///< g/mol
+    double criticalTemperature; ///< K
+    double criticalPressure;    ///< Pa
+    double acentricFactor;
+    double normalBoilingPoint; ///< K; for carbon dioxide the temperature where the solid sublimes
+    std::array<double, 4> idealGasHeatCapacity;
+    double formationEnthalpy;    ///< J/mol
+    double formationGibbsEnergy; ///< J/mol
+    double absoluteEntropy;      ///< J/mol/K
+};
+
+std::span<const Compound> allCompounds();
+
+/// The compound of that name, in any case of letters; null where there is none.
+const Compound* findCompound(std::string_view name);
+
+} // namespace solvane::host

@@ -1,0 +1,16 @@
+/// The two small dense solvers that the flashes need. Matrices are square, by rows.
+#pragma once
+
+#include <span>
+#include <vector>
+
+namespace solvane::host {
+
+/// Solves by elimination with row pivots; `rightSide` becomes the solution. False for a singular matrix.
+bool solveLinear(std::vector<double> matrix, std::vector<double>& rightSide);
+
+/// Solves a symmetric system by Cholesky's factors; `rightSide` becomes the solution. False, with `rightSide`
+/// as it was, where the matrix is not clearly positive definite.
+bool solvePositiveDefinite(std::vector<double> matrix, std::vector<double>& rightSide);
+
+} // namespace solvane::host

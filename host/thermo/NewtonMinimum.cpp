@@ -1,0 +1,90 @@
+#include "NewtonMinimum.h"
+
+#include "LinearAlgebra.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace solvane::host {
+
+namespace {
+
+constexpr int maxIterations = 200;
+constexpr double smallEnough = 1e-13;
+constexpr double longestStep = 4.0; ///< a factor of 55 in an amount
+constexpr double rounding = 2e-14;
+
+double largest(const std::vector<double>& values) {
+    double result = 0;
+    for (double value : values) {
+        result = std::max(result, std::abs(value));
+    }
+    return result;
+}
+
+std::vector<double> newtonStep(const GibbsModel& model) {
+    const std::size_t n = model.residual.size();
+    constexpr std::array shifts{0.0, 1e-3, 1e-2, 1e-1, 1.0, 10.0};
+    for (double shift : shifts) {
+        std::vector<double> matrix = model.curvature;
+        std::vector<double> step(n);
+        for (std::size_t i = 0; i < n; ++i) {
+            matrix[i * n + i] += shift;
+            step[i] = -model.residual[i] * model.scale[i];
+        }
+        if (solvePositiveDefinite(std::move(matrix), step)) {
+            for (std::size_t i = 0; i < n; ++i) {
+                step[i] /= model.scale[i];
+            }
+            return step;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
+                            std::vector<double>& variables) {
+    const std::size_t n = variables.size();
+    GibbsModel model = objective(variables);
+    for (int iteration = 0; iteration < maxIterations && largest(model.residual) > smallEnough; ++iteration) {
+        std::vector<double> step;
+        if (iteration >= substitutions) {
+            step = newtonStep(model);
+        }
+        if (step.empty()) {
+            step = model.residual;
+            std::ranges::for_each(step, [](double& s) { s = -s; });
+        }
+        double slope = 0;
+        for (std::size_t i = 0; i < n; ++i) {
+            slope += model.residual[i] * model.scale[i] * model.scale[i] * step[i];
+        }
+        double length = std::min(1.0, longestStep / largest(step));
+        bool accepted = false;
+        for (int halving = 0; halving < 30 && !accepted; ++halving, length /= 2) {
+            std::vector<double> moved(n);
+            for (std::size_t i = 0; i < n; ++i) {
+                moved[i] = variables[i] + length * step[i];
+            }
+            GibbsModel there = objective(moved);
+            // Where the objective's change is lost in rounding, the residuals have to tell.
+            const bool lower = there.value <= model.value + 1e-4 * length * slope;
+            const bool closer =
+                there.value <= model.value + rounding && largest(there.residual) < largest(model.residual);
+            if (lower || closer) {
+                variables = std::move(moved);
+                model = std::move(there);
+                accepted = true;
+            }
+        }
+        if (!accepted) {
+            break;
+        }
+    }
+    return {model.value, largest(model.residual)};
+}
+
+} // namespace solvane::host
