@@ -55,7 +55,7 @@ public:
     /// A template, so that no pointer is taken for a bool.
     explicit Variant(std::same_as<bool> auto value) { set(value); }
     explicit Variant(std::wstring_view value) { set(newBstr(value)); }
-    Variant(const Variant& other) { VariantCopy(&value_, const_cast<VARIANT*>(&other.value_)); }
+    Variant(const Variant& other) { VariantCopy(&value_, other.in()); }
     Variant(Variant&& other) noexcept : value_(other.release()) {}
     Variant& operator=(Variant other) noexcept {
         std::swap(value_, other.value_);
@@ -64,6 +64,8 @@ public:
     ~Variant() { VariantClear(&value_); }
 
     const VARIANT& get() const { return value_; }
+    /// For functions that read a VARIANT and forgot to say so.
+    VARIANT* in() const { return const_cast<VARIANT*>(&value_); }
     VARTYPE type() const { return value_.vt; }
     bool isEmpty() const { return value_.vt == VT_EMPTY; }
 

@@ -43,6 +43,11 @@ public:
     /// Whether the text is one of the options, compared exactly.
     bool isOption(std::wstring_view text) const;
 
+    // One of each for all interfaces; the form in which the object is created implements them.
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) override = 0;
+    STDMETHODIMP_(ULONG) AddRef() override = 0;
+    STDMETHODIMP_(ULONG) Release() override = 0;
+
     static std::span<const InterfaceEntry> interfaceTable();
     HRESULT FinalConstruct() { return S_OK; }
 

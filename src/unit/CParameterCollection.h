@@ -15,6 +15,11 @@ public:
     /// Not counted. Null for a collection that no unit made.
     CSolvaneUnitOp* ownerUnit = nullptr;
 
+    // One of each for all interfaces; the form in which the object is created implements them.
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) override = 0;
+    STDMETHODIMP_(ULONG) AddRef() override = 0;
+    STDMETHODIMP_(ULONG) Release() override = 0;
+
     static std::span<const InterfaceEntry> interfaceTable();
     HRESULT FinalConstruct() { return S_OK; }
 

@@ -95,6 +95,15 @@ public:
     ComRef<CPort> CreatePort(bool isFeed, const std::wstring& name);
     ComRef<CParameter> CreateParameter(ParameterKind kind, bool isInput, const std::wstring& name);
 
+    /// Empties the lists. Ports are disconnected; what the host still holds no longer knows the unit.
+    void releasePorts();
+    void releaseParameters();
+
+    // One of each for all interfaces; the form in which the object is created implements them.
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) override = 0;
+    STDMETHODIMP_(ULONG) AddRef() override = 0;
+    STDMETHODIMP_(ULONG) Release() override = 0;
+
     static std::span<const InterfaceEntry> interfaceTable();
     /// Builds the whole unit up to a started Matlab. It succeeds even where that fails: then `startupOk` is
     /// false and `startupError` says why.

@@ -1,0 +1,267 @@
+#include "BagKeys.h"
+#include "PropertyBag.h"
+
+#include "com/Handle.h"
+#include "com/Text.h"
+#include "com/VariantArray.h"
+#include "unit/CSolvaneUnitOp.h"
+#include "unit/ReportNames.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace solvane {
+
+namespace {
+
+/// Reads keys by the type that is wanted; a failure of the host's goes to its log.
+class BagReader {
+public:
+    BagReader(IPropertyBag* bag, IErrorLog* errorLog) : bag_(bag), errorLog_(errorLog) {}
+
+    /// `type` VT_EMPTY takes any. Nothing where the key can't be read or converted.
+    std::optional<Variant> scalar(const std::wstring& key, VARTYPE type) const {
+        Variant value;
+        VARIANT* place = value.put();
+        place->vt = type;
+        if (FAILED(bag_->Read(key.c_str(), place, errorLog_)))
+            return std::nullopt;
+        if (type == VT_EMPTY || value.type() == type)
+            return value;
+        Variant converted;
+        if (FAILED(VariantChangeType(converted.put(), value.in(), 0, type)))
+            return std::nullopt;
+        return converted;
+    }
+
+    std::optional<std::wstring> text(const std::wstring& key) const {
+        const std::optional<Variant> value = scalar(key, VT_BSTR);
+        return value ? std::optional(std::wstring(value->text())) : std::nullopt;
+    }
+
+    /// An empty list is VT_EMPTY.
+    std::optional<VariantArray> array(const std::wstring& key, VARTYPE elementType) const {
+        Variant value;
+        if (FAILED(bag_->Read(key.c_str(), value.put(), errorLog_)))
+            return std::nullopt;
+        VariantArray array(std::move(value));
+        std::string error;
+        return readVariantArray(array, elementType, error) ? std::optional(std::move(array)) : std::nullopt;
+    }
+
+    std::optional<std::vector<std::wstring>> texts(const std::wstring& key) const {
+        const std::optional<VariantArray> value = array(key, VT_BSTR);
+        return value ? std::optional(value->texts()) : std::nullopt;
+    }
+
+    void log(const std::wstring& key, const std::wstring& text) const {
+        if (!errorLog_)
+            return;
+        EXCEPINFO exception{};
+        const Bstr source(L"Solvane CAPE-OPEN Unit Operation");
+        const Bstr description(text);
+        exception.bstrSource = source.get();
+        exception.bstrDescription = description.get();
+        exception.scode = E_FAIL;
+        errorLog_->AddError(key.c_str(), &exception);
+    }
+
+private:
+    IPropertyBag* bag_;
+    IErrorLog* errorLog_;
+};
+
+void loadReports(const BagReader& bag, CSolvaneUnitOp& unit) {
+    for (const std::wstring& name : bag.texts(bagKeys::reports).value_or(std::vector<std::wstring>())) {
+        if (name.empty())
+            continue;
+        if (isOutputReport(name)) {
+            unit.outputText = bag.text(bagKeys::outputReport).value_or(L"");
+        } else {
+            unit.reportNames.push_back(name);
+            unit.reportTexts.push_back(bag.text(bagKeys::report(name)).value_or(L""));
+        }
+    }
+}
+
+void loadPorts(const BagReader& bag, CSolvaneUnitOp& unit, bool areFeeds) {
+    const wchar_t* key = areFeeds ? bagKeys::feeds : bagKeys::products;
+    for (const std::wstring& name : bag.texts(key).value_or(std::vector<std::wstring>()))
+        if (!name.empty())
+            (areFeeds ? unit.feedPorts : unit.productPorts).push_back(unit.CreatePort(areFeeds, name));
+}
+
+// ---- parameters
+
+Variant initialValue(ParameterKind kind) {
+    switch (kind) {
+    case ParameterKind::real:
+        return Variant(std::numeric_limits<double>::quiet_NaN());
+    case ParameterKind::integer:
+        return Variant(LONG{0});
+    case ParameterKind::boolean:
+        return Variant(false);
+    case ParameterKind::string:
+        break;
+    }
+    Variant nullText;
+    nullText.put()->vt = VT_BSTR;
+    return nullText;
+}
+
+void loadParameterFields(const BagReader& bag, CParameter& parameter) {
+    const auto key = [&](const wchar_t* part) { return bagKeys::ofParameter(parameter.componentName, part); };
+    const auto replace = [&](const wchar_t* part, Variant& field) {
+        if (std::optional<Variant> value = bag.scalar(key(part), variantTypeOf(parameter.parameterKind)))
+            field = std::move(*value);
+    };
+    parameter.currentValue = initialValue(parameter.parameterKind);
+    replace(bagKeys::value, parameter.currentValue);
+    replace(bagKeys::defaultValue, parameter.defaultValue);
+    if (parameter.parameterKind == ParameterKind::real || parameter.parameterKind == ParameterKind::integer) {
+        replace(bagKeys::minimum, parameter.minimumValue);
+        replace(bagKeys::maximum, parameter.maximumValue);
+    }
+    if (parameter.parameterKind == ParameterKind::real) {
+        if (const auto dimensions = bag.array(key(bagKeys::dimensionality), VT_R8))
+            parameter.dimensionality = dimensions->reals();
+    }
+    if (parameter.parameterKind == ParameterKind::string) {
+        if (const auto restricted = bag.scalar(key(bagKeys::restricted), VT_BOOL))
+            parameter.restrictedToList = restricted->boolean() != VARIANT_FALSE;
+        if (auto options = bag.texts(key(bagKeys::options)))
+            parameter.optionList = std::move(*options);
+    }
+}
+
+std::optional<ParameterKind> kindOf(const std::wstring& word) {
+    for (std::size_t i = 0; i < bagKeys::kinds.size(); ++i)
+        if (compareNoCase(word, bagKeys::kinds[i]) == 0)
+            return static_cast<ParameterKind>(i);
+    return std::nullopt;
+}
+
+void loadParameter(const BagReader& bag, CSolvaneUnitOp& unit, const std::wstring& name,
+                   const std::wstring& type, const std::wstring& mode) {
+    const bool isInput = compareNoCase(mode, bagKeys::input) == 0;
+    if (!isInput && compareNoCase(mode, bagKeys::output) != 0) {
+        bag.log(bagKeys::parameterModes, L"Invalid model \"" + mode + L"\" for parameter \"" + name + L"\"");
+        return;
+    }
+    const std::optional<ParameterKind> kind = kindOf(type);
+    if (!kind) {
+        bag.log(bagKeys::parameterTypes,
+                L"Invalid data type \"" + type + L"\" for parameter \"" + name + L"\"");
+        return;
+    }
+    unit.parameters.push_back(unit.CreateParameter(*kind, isInput, name));
+    loadParameterFields(bag, *unit.parameters.back().get());
+}
+
+void loadParameters(const BagReader& bag, CSolvaneUnitOp& unit) {
+    const auto names = bag.texts(bagKeys::parameters);
+    const auto types = bag.texts(bagKeys::parameterTypes);
+    const auto modes = bag.texts(bagKeys::parameterModes);
+    if (!names || !types || !modes)
+        return;
+    if (types->size() != names->size()) {
+        bag.log(bagKeys::parameterTypes, L"array size mismatch");
+        return;
+    }
+    if (modes->size() != names->size()) {
+        bag.log(bagKeys::parameterModes, L"array size mismatch");
+        return;
+    }
+    for (std::size_t i = 0; i < names->size(); ++i)
+        if (!(*names)[i].empty())
+            loadParameter(bag, unit, (*names)[i], (*types)[i], (*modes)[i]);
+}
+
+// ---- files
+
+/// The bytes of a file's value; nothing where it is of no known form. An empty value leaves `bytes` as the
+/// file before left them.
+bool fileBytes(Variant value, std::vector<unsigned char>& bytes) {
+    if (value.isEmpty())
+        return true;
+    if (value.type() == VT_BSTR) {
+        const std::string text = narrow(value.text(), CP_THREAD_ACP);
+        bytes.assign(text.begin(), text.end());
+        return true;
+    }
+    VariantArray array(std::move(value));
+    std::string error;
+    if (!readVariantArray(array, VT_UI1, error) || array.lowerBound() != 0)
+        return false;
+    bytes = array.bytes();
+    return true;
+}
+
+HRESULT restoreFile(CSolvaneUnitOp& unit, const std::string& name, std::span<const unsigned char> bytes) {
+    const std::string path = unit.workingFolder + name;
+    const FileHandle file(
+        CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
+        return unit.raise(L"save error", widen("Failed to create \"" + path + "\": unable to open file"),
+                          L"Load", L"IPersistPropertyBag");
+    DWORD written = 0;
+    if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
+        written != bytes.size())
+        return unit.raise(L"load error", widen("Failed to restore \"" + path + "\": write error"), L"Load",
+                          L"IPersistPropertyBag");
+    return S_OK;
+}
+
+HRESULT loadFiles(const BagReader& bag, CSolvaneUnitOp& unit) {
+    bool foundScript = false;
+    std::vector<unsigned char> bytes;
+    for (const std::wstring& wideName : bag.texts(bagKeys::files).value_or(std::vector<std::wstring>())) {
+        if (wideName.empty())
+            continue;
+        const std::wstring key = bagKeys::file(wideName);
+        std::optional<Variant> value = bag.scalar(key, VT_EMPTY);
+        if (!value)
+            continue;
+        if (!fileBytes(std::move(*value), bytes)) {
+            bag.log(key, L"invalid file data");
+            continue;
+        }
+        const std::string name = narrow(wideName);
+        const HRESULT restored = restoreFile(unit, name, bytes);
+        if (FAILED(restored))
+            return restored;
+        if (name == bagKeys::script)
+            foundScript = true;
+        else
+            unit.additionalFiles.push_back(name);
+    }
+    if (!foundScript) {
+        bag.log(bagKeys::files, L"calc.m not found");
+        return E_FAIL;
+    }
+    return S_OK;
+}
+
+} // namespace
+
+HRESULT loadFromBag(CSolvaneUnitOp& unit, IPropertyBag* bag, IErrorLog* errorLog) {
+    if (!bag)
+        return E_POINTER;
+    const BagReader reader(bag, errorLog);
+    unit.scriptDirty = true;
+    unit.echoLevel = 0;
+    unit.releaseParameters();
+    unit.releasePorts();
+    unit.additionalFiles.clear();
+    // The reports stay, so a load into a used unit adds to them.
+    if (const std::optional<Variant> level = reader.scalar(bagKeys::infoLevel, VT_I4))
+        unit.echoLevel = level->integer();
+    loadReports(reader, unit);
+    loadPorts(reader, unit, true);
+    loadPorts(reader, unit, false);
+    loadParameters(reader, unit);
+    return loadFiles(reader, unit);
+}
+
+} // namespace solvane

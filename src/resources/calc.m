@@ -1,0 +1,3 @@
+%Enter your Matlab calculations here
+
+

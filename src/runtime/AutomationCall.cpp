@@ -1,0 +1,54 @@
+#include "AutomationCall.h"
+
+#include "capeopen/CapeError.h"
+
+namespace solvane {
+
+namespace {
+
+bool call(std::wstring& output, WORD flags, VARIANT* result, IDispatch* object, const wchar_t* name,
+          DISPPARAMS& parameters) {
+    DISPID id = 0;
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    HRESULT hr = object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    if (FAILED(hr)) {
+        output = std::wstring(L"GetIDsOfNames failed for ") + name + L": " + FormatHresultText(hr);
+        return false;
+    }
+    hr = object->Invoke(id, IID_NULL, LOCALE_SYSTEM_DEFAULT, flags, &parameters, result, nullptr, nullptr);
+    if (FAILED(hr)) {
+        output = std::wstring(L"Call to ") + name + L" failed: " + FormatHresultText(hr);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+bool invokeMethod(std::wstring& output, VARIANT* result, IDispatch* object, const wchar_t* name,
+                  std::span<VARIANT> arguments) {
+    DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    return call(output, DISPATCH_METHOD, result, object, name, parameters);
+}
+
+bool putProperty(std::wstring& output, IDispatch* object, const wchar_t* name, const VARIANT& value) {
+    VARIANT argument = value;
+    DISPID propertyPut = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters{&argument, &propertyPut, 1, 1};
+    return call(output, DISPATCH_PROPERTYPUT, nullptr, object, name, parameters);
+}
+
+bool executeCommand(IDispatch* application, const std::wstring& command, std::wstring& output) {
+    const Variant text{std::wstring_view(command)};
+    VARIANT argument = text.get();
+    Variant printed;
+    if (!invokeMethod(output, printed.put(), application, L"Execute", {&argument, 1}))
+        return false;
+    if (printed.type() == VT_BSTR)
+        output = printed.text();
+    else if (printed.type() != VT_EMPTY)
+        output = L"<unknown return value>";
+    return true;
+}
+
+} // namespace solvane

@@ -1,0 +1,24 @@
+/// Late-bound calls to Matlab's automation server. A failure's text names the member and gives the system's
+/// words for the code.
+#pragma once
+
+#include "com/Variant.h"
+
+#include <oaidl.h>
+
+#include <span>
+#include <string>
+
+namespace solvane {
+
+/// Calls a method. `arguments` stand last first, as IDispatch wants them.
+bool invokeMethod(std::wstring& output, VARIANT* result, IDispatch* object, const wchar_t* name,
+                  std::span<VARIANT> arguments);
+
+bool putProperty(std::wstring& output, IDispatch* object, const wchar_t* name, const VARIANT& value);
+
+/// Has Matlab execute a command and takes what it printed into `output`. True if the call was made; an error
+/// in the command itself stands in the output. False with the call's failure in `output`.
+bool executeCommand(IDispatch* application, const std::wstring& command, std::wstring& output);
+
+} // namespace solvane

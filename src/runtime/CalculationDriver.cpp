@@ -1,0 +1,137 @@
+#include "CalculationDriver.h"
+
+#include "CalculationLock.h"
+#include "CommandChannel.h"
+#include "RunScripts.h"
+#include "com/Text.h"
+#include "thermo/CalculationMaterial.h"
+#include "thermo/CalculationRun.h"
+#include "thermo/ProductFlash.h"
+#include "unit/CSolvaneUnitOp.h"
+
+#include <algorithm>
+#include <new>
+
+namespace solvane {
+
+namespace {
+
+bool prepareScriptAndMaterial(CalculationRun& run, std::wstring& error);
+bool runScript(CalculationRun& run, std::wstring& error);
+bool judge(CSolvaneUnitOp& unit, std::wstring& error);
+
+bool calculate(CSolvaneUnitOp& unit, std::wstring& error) {
+    CalculationRun run(unit);
+    if (!prepareScriptAndMaterial(run, error))
+        return false;
+    ScriptFile initScript = openInitScript(unit, error);
+    if (!initScript)
+        return false;
+    const CalculationLock calculationLock;
+    if (!readCompoundsAndPhases(run, error))
+        return false;
+    writeCompoundsAndPhases(initScript.get(), run);
+    initScript.reset();
+    return runScript(run, error) && judge(unit, error);
+}
+
+bool prepareScriptAndMaterial(CalculationRun& run, std::wstring& error) {
+    if (run.unit.scriptDirty) {
+        if (!writeUnitScript(run.unit, error))
+            return false;
+        run.unit.scriptDirty = false;
+    }
+    return createCalculationMaterial(run, error);
+}
+
+/// False only where the script could not be started.
+bool runScript(CalculationRun& run, std::wstring& error) {
+    CSolvaneUnitOp& unit = run.unit;
+    CommandChannel channel;
+    if (!channel.open(run, error))
+        return false;
+    for (const ComRef<CPort>& product : unit.productPorts)
+        product->product.specified = false;
+    unit.workerCommand = WorkerCommand::run;
+    SetEvent(unit.workerCommandEvent.get());
+    channel.serve(run, error);
+    return true;
+}
+
+// ---- how a run went
+
+/// An error in the user's script is caught and printed by the run script behind this marker.
+constexpr std::wstring_view errorMarker = L"Evaluation error: ";
+constexpr std::wstring_view endMarker = L"MATLAB done";
+
+/// The lines of a message joined with ", ", without their indentation.
+std::wstring joinLines(std::wstring_view message) {
+    std::wstring joined;
+    bool atLineStart = true;
+    for (const wchar_t c : message) {
+        if (c == L'\r')
+            continue;
+        if (c == L'\n') {
+            if (!atLineStart)
+                joined += L", ";
+            atLineStart = true;
+        } else if (!atLineStart || (c != L' ' && c != L'\t')) {
+            joined += c;
+            atLineStart = false;
+        }
+    }
+    if (joined.size() > 2 && joined.ends_with(L", "))
+        joined.resize(joined.size() - 2);
+    return joined;
+}
+
+std::wstring numbered(std::size_t index, const CPort& port) {
+    return std::to_wstring(index + 1) + L" (" + port.componentName + L")";
+}
+
+bool flashProducts(CSolvaneUnitOp& unit, std::wstring& error) {
+    const auto& products = unit.productPorts;
+    for (std::size_t i = 0; i < products.size(); ++i)
+        if (!products[i]->product.specified) {
+            error = L"setProduct was not called for product " + numbered(i, *products[i].get());
+            return false;
+        }
+    for (std::size_t i = 0; i < products.size(); ++i) {
+        std::string flashError;
+        if (!flashProductPort(*products[i].get(), flashError)) {
+            error = L"Failed to flash product " + numbered(i, *products[i].get()) + L": " + widen(flashError);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool judge(CSolvaneUnitOp& unit, std::wstring& error) {
+    if (unit.workerCommand != WorkerCommand::succeeded) {
+        error = unit.workerError;
+        return false;
+    }
+    const std::wstring& output = unit.outputText;
+    const std::size_t marker = output.find(errorMarker);
+    if (marker == std::wstring::npos)
+        return flashProducts(unit, error);
+    const std::size_t begin = marker + errorMarker.size();
+    const std::size_t end = std::min(output.find(endMarker, begin), output.size());
+    error = joinLines(std::wstring_view(output).substr(begin, end - begin));
+    return false;
+}
+
+} // namespace
+
+bool runCalculation(CSolvaneUnitOp& unit, std::wstring& error) {
+    try {
+        return calculate(unit, error);
+    } catch (const std::bad_alloc&) {
+        error = L"out of memory";
+    } catch (const std::exception& exception) {
+        error = widen(exception.what());
+    }
+    return false;
+}
+
+} // namespace solvane

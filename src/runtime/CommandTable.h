@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+namespace solvane {
+
+struct CalculationRun;
+
+/// Carries out the command whose request stands in the block, and writes its reply or the failure record
+/// there. Nothing is thrown.
+void carryOutCommand(CalculationRun& run, std::span<std::byte> block) noexcept;
+
+} // namespace solvane

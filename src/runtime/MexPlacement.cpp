@@ -1,0 +1,75 @@
+#include "MexPlacement.h"
+
+#include "com/Module.h"
+#include "com/Registry.h"
+#include "com/Text.h"
+
+#include <array>
+#include <optional>
+
+namespace solvane {
+
+namespace {
+
+constexpr wchar_t currentVersionKey[] = L"Matlab.Application\\CurVer";
+
+struct MexPlace {
+    std::string folder;
+    bool done = false;
+};
+MexPlace place; // shared by all units of the process, on the host's thread
+
+void copyTo(const std::string& source, const std::string& target) {
+    CopyFileA(source.c_str(), target.c_str(), FALSE);
+}
+
+} // namespace
+
+const std::string& mexFolder() {
+    return place.folder;
+}
+
+bool isOldMatlab(const std::wstring& currentVersion) {
+    constexpr std::size_t versionPosition = std::wstring_view(L"Matlab.Application.").size();
+    if (currentVersion.size() <= versionPosition)
+        return false;
+    const std::wstring version = currentVersion.substr(versionPosition);
+    return version[0] == L'5' || version[0] == L'6' ||
+           (version[0] == L'7' && version.size() > 2 && version[2] == L'0');
+}
+
+bool placeMexFile(std::string& error) {
+    if (place.done)
+        return true;
+    std::array<char, 1024> buffer{};
+    const DWORD length = GetTempPathA(static_cast<DWORD>(buffer.size()), buffer.data());
+    if (length == 0 || length >= buffer.size()) {
+        error = "Failed to get a temporary folder name";
+        return false;
+    }
+    place.folder.assign(buffer.data(), length);
+    if (!place.folder.ends_with('\\'))
+        place.folder += '\\';
+    const std::optional<std::wstring> version = readRegistryString(HKEY_CLASSES_ROOT, currentVersionKey, L"");
+    place.folder += "SolvaneUnitMEX" + (version ? narrow(*version) : "SolvaneUnitMEX");
+    CreateDirectoryA(place.folder.c_str(), nullptr);
+    if (!version) {
+        error = "Unable to determine current version of Matlab.Application; Matlab not installed?";
+        return false;
+    }
+
+    const std::string modulePath = narrow(ComModule::current().path());
+    const std::string source = modulePath.substr(0, modulePath.rfind('\\') + 1) + "CapeOpenUnitMex.";
+    const std::string target = place.folder + "\\CapeOpenUnitMex.";
+    if (isOldMatlab(*version)) {
+        copyTo(source + "dll5", target + "dll");
+    } else {
+        DeleteFileA((target + "dll").c_str()); // placed for an older Matlab
+        copyTo(source + "mexw32-77", target + "mexw32");
+        copyTo(source + "mexw64-77", target + "mexw64");
+    }
+    place.done = true;
+    return true;
+}
+
+} // namespace solvane

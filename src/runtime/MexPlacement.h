@@ -1,0 +1,19 @@
+/// Puts the build of CapeOpenUnitMex that fits the installed Matlab where Matlab finds it.
+#pragma once
+
+#include <string>
+
+namespace solvane {
+
+/// The folder for Matlab's path, without a trailing backslash. One for each version of Matlab, shared by all
+/// units and processes; it stays when they end.
+const std::string& mexFolder();
+
+/// Done once per process; a failure is tried again by the next unit. The results of the copies are not
+/// looked at: a missing file shows when the script calls the gateway.
+bool placeMexFile(std::string& error);
+
+/// Whether a CurVer of Matlab.Application means Matlab 5, 6 or 7.0, which load a MEX file as a DLL.
+bool isOldMatlab(const std::wstring& currentVersion);
+
+} // namespace solvane

@@ -1,0 +1,197 @@
+// getParameter and setParameter: the script's way to the unit's parameters.
+
+#include "UnitCommands.h"
+#include "channel/ChannelFrame.h"
+#include "com/Text.h"
+#include "thermo/CalculationRun.h"
+#include "unit/CSolvaneUnitOp.h"
+
+#include <cmath>
+#include <limits>
+
+namespace solvane {
+
+namespace {
+
+/// The types of a value on the wire. The last two stand in another order than in ParameterKind.
+enum class ValueTag : std::uint32_t { real = 0, integer = 1, boolean = 2, string = 3 };
+
+/// A value as the gateway sends it.
+struct WireValue {
+    ValueTag tag;
+    double real = 0;
+    std::int32_t integer = 0;
+    std::string text;
+
+    bool isText() const { return tag > ValueTag::boolean; }
+};
+
+WireValue readValue(RequestReader& request) {
+    WireValue value{.tag = static_cast<ValueTag>(request.unsignedInteger()), .text = {}};
+    switch (value.tag) {
+    case ValueTag::real:
+        value.real = request.real();
+        break;
+    case ValueTag::integer:
+    case ValueTag::boolean:
+        value.integer = request.integer();
+        break;
+    default:
+        value.text = request.text();
+        break;
+    }
+    return value;
+}
+
+CParameter* findParameter(CSolvaneUnitOp& unit, const std::string& name, std::string& error) {
+    const std::wstring wideName = widen(name);
+    for (const ComRef<CParameter>& parameter : unit.parameters)
+        if (compareNoCase(parameter->componentName, wideName) == 0)
+            return parameter.get();
+    error = "Invalid parameter name: " + name;
+    return nullptr;
+}
+
+/// Written so that a NaN is refused by any bound that is set.
+template <class T>
+bool isWithinBounds(T value, const Variant& minimum, const Variant& maximum, T (Variant::*number)() const,
+                    std::string& error) {
+    if (!minimum.isEmpty() && !((minimum.*number)() <= value)) {
+        error = "Value below minimum value";
+        return false;
+    }
+    if (!maximum.isEmpty() && !(value <= (maximum.*number)())) {
+        error = "Value above maximum value";
+        return false;
+    }
+    return true;
+}
+
+/// floor(value + 0.5) as an int32. What an int32 cannot hold, NaN included, becomes its lowest value, as the
+/// processor converts it.
+LONG rounded(double value) {
+    const double whole = std::floor(value + 0.5);
+    constexpr double limit = 2147483648.0;
+    return whole >= -limit && whole < limit ? static_cast<LONG>(whole) : std::numeric_limits<LONG>::min();
+}
+
+bool assignReal(CParameter& parameter, const WireValue& value, std::string& error) {
+    if (value.isText()) {
+        error = "Cannot assign string to real parameter";
+        return false;
+    }
+    const double number = value.tag == ValueTag::real ? value.real : value.integer;
+    if (!isWithinBounds(number, parameter.minimumValue, parameter.maximumValue, &Variant::real, error))
+        return false;
+    parameter.currentValue = Variant(number);
+    return true;
+}
+
+bool assignInteger(CParameter& parameter, const WireValue& value, std::string& error) {
+    if (value.isText()) {
+        error = "Cannot assign string to integer parameter";
+        return false;
+    }
+    const LONG number = value.tag == ValueTag::real ? rounded(value.real) : value.integer;
+    if (!isWithinBounds(number, parameter.minimumValue, parameter.maximumValue, &Variant::integer, error))
+        return false;
+    parameter.currentValue = Variant(number);
+    return true;
+}
+
+bool assignBoolean(CParameter& parameter, const WireValue& value, std::string& error) {
+    if (value.isText() && value.text != "true" && value.text != "false") {
+        error = "Cannot assign string to boolean parameter";
+        return false;
+    }
+    const bool truth = value.isText()                ? value.text == "true"
+                       : value.tag == ValueTag::real ? value.real != 0
+                                                     : value.integer != 0;
+    parameter.currentValue = Variant(truth);
+    return true;
+}
+
+bool assignString(CParameter& parameter, const WireValue& value, std::string& error) {
+    if (!value.isText()) {
+        error = value.tag == ValueTag::boolean ? "Cannot assign boolean value to string parameter"
+                                               : "Cannot assign numeric value to string parameter";
+        return false;
+    }
+    const std::wstring text = widen(value.text);
+    if (parameter.restrictedToList && !parameter.isOption(text)) {
+        error = "Invalid value for parameter: value is not in list of exclusive options";
+        return false;
+    }
+    parameter.currentValue = Variant(std::wstring_view(text));
+    return true;
+}
+
+constexpr char unknownKind[] = "Internal error: unknown parameter type";
+
+} // namespace
+
+bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
+    const CParameter* parameter = findParameter(run.unit, request.text(), error);
+    if (!parameter)
+        return false;
+    const auto writeTag = [&](ValueTag tag) { reply.unsignedInteger(static_cast<std::uint32_t>(tag)); };
+    const Variant& value = parameter->currentValue;
+    reply.success();
+    switch (parameter->parameterKind) {
+    case ParameterKind::real:
+        writeTag(ValueTag::real);
+        reply.real(value.real());
+        return true;
+    case ParameterKind::integer:
+        writeTag(ValueTag::integer);
+        reply.integer(value.integer());
+        return true;
+    case ParameterKind::boolean:
+        writeTag(ValueTag::boolean);
+        reply.integer(value.boolean() ? 1 : 0);
+        return true;
+    case ParameterKind::string: {
+        writeTag(ValueTag::string);
+        const std::string text = narrow(value.text());
+        constexpr std::size_t reserve = 4; // kept free behind the longest text
+        if (reply.room() < text.size() + reserve) {
+            error = "String value too large for allocated memory";
+            return false;
+        }
+        reply.text(text);
+        return true;
+    }
+    }
+    error = unknownKind;
+    return false;
+}
+
+bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
+    CParameter* parameter = findParameter(run.unit, request.text(), error);
+    if (!parameter)
+        return false;
+    const WireValue value = readValue(request);
+    bool stored = false;
+    switch (parameter->parameterKind) {
+    case ParameterKind::real:
+        stored = assignReal(*parameter, value, error);
+        break;
+    case ParameterKind::integer:
+        stored = assignInteger(*parameter, value, error);
+        break;
+    case ParameterKind::boolean:
+        stored = assignBoolean(*parameter, value, error);
+        break;
+    case ParameterKind::string:
+        stored = assignString(*parameter, value, error);
+        break;
+    default:
+        error = unknownKind;
+        break;
+    }
+    if (stored)
+        reply.success();
+    return stored;
+}
+
+} // namespace solvane

@@ -1,0 +1,81 @@
+#include "RunScripts.h"
+
+#include "com/Text.h"
+#include "thermo/CalculationRun.h"
+#include "unit/CSolvaneUnitOp.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+namespace solvane {
+
+namespace {
+
+constexpr char unitScriptHeader[] = "function unitCalc\n"
+                                    "global nComp nPhase compNames phaseNames phaseAggregationStates "
+                                    "AGGSTATE_UNKNOWN AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID\n";
+
+/// Null on failure, with `failure` and the system's text in `error`.
+ScriptFile openScript(const CSolvaneUnitOp& unit, const char* fileName, const char* mode, const char* failure,
+                      std::wstring& error) {
+    ScriptFile file(std::fopen((unit.workingFolder + fileName).c_str(), mode), std::fclose);
+    if (!file)
+        error = widen(std::string(failure) + std::strerror(errno));
+    return file;
+}
+
+template <class Names>
+void writeNames(std::FILE* file, const Names& names) {
+    const char* separator = "";
+    for (const std::string& name : names) {
+        std::fprintf(file, "%s'%s'", separator, name.c_str());
+        separator = " ";
+    }
+}
+
+} // namespace
+
+bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
+    const ScriptFile target =
+        openScript(unit, "unitCalc.m", "w", "Failed to open run script for writing: ", error);
+    if (!target)
+        return false;
+    const ScriptFile source =
+        openScript(unit, "calc.m", "r", "Failed to open run script for reading: ", error);
+    if (!source)
+        return false;
+    std::fputs(unitScriptHeader, target.get());
+    std::array<char, 1024> block;
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), source.get()))
+        std::fwrite(block.data(), 1, count, target.get());
+    return true;
+}
+
+ScriptFile openInitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
+    ScriptFile file =
+        openScript(unit, "initRun.m", "w", "Failed to open initialization file for writing: ", error);
+    if (file)
+        std::fprintf(file.get(), "setEchoOnValue=%i;\nunit_ID='%s';\n", static_cast<int>(unit.echoLevel),
+                     unit.unitId.c_str());
+    return file;
+}
+
+void writeCompoundsAndPhases(std::FILE* initScript, const CalculationRun& run) {
+    std::vector<std::string> compounds;
+    for (const std::wstring& compound : run.compoundIds.texts())
+        compounds.push_back(narrow(compound));
+    std::fprintf(initScript, "nComp=%d;\ncompNames={", static_cast<int>(run.nComp));
+    writeNames(initScript, compounds);
+    std::fprintf(initScript, "};\nnPhase=%d;\nphaseNames={", static_cast<int>(run.phaseNames.size()));
+    writeNames(initScript, run.phaseNames);
+    std::fputs("};\nphaseAggregationStates=[", initScript);
+    const char* separator = "";
+    for (const std::int32_t code : run.aggregationCodes) {
+        std::fprintf(initScript, "%s%d", separator, static_cast<int>(code));
+        separator = ",";
+    }
+    std::fputs("];\n", initScript);
+}
+
+} // namespace solvane

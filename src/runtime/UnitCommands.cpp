@@ -1,0 +1,62 @@
+#include "UnitCommands.h"
+
+#include "WorkingFile.h"
+#include "channel/ChannelFrame.h"
+#include "com/Text.h"
+#include "thermo/CalculationRun.h"
+#include "unit/CSolvaneUnitOp.h"
+#include "unit/ReportNames.h"
+
+namespace solvane {
+
+bool setReport(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
+    const std::string name = request.text();
+    const std::wstring wideName = widen(name);
+    if (isOutputReport(wideName)) {
+        error = "Cannot write to the Matlab output report";
+        return false;
+    }
+    const auto index = findReport(run.unit, wideName);
+    if (!index) {
+        error = "Invalid report name: " + name;
+        return false;
+    }
+    run.unit.reportTexts[*index] = readWorkingFile(run.unit, "report.txt");
+    reply.success();
+    return true;
+}
+
+bool getUnitName(CalculationRun& run, RequestReader&, ReplyWriter& reply, std::string&) {
+    reply.success();
+    reply.text(narrow(run.unit.componentName));
+    return true;
+}
+
+bool getFeedCount(CalculationRun& run, RequestReader&, ReplyWriter& reply, std::string&) {
+    reply.success();
+    reply.unsignedInteger(static_cast<std::uint32_t>(run.unit.feedPorts.size()));
+    return true;
+}
+
+bool getProductCount(CalculationRun& run, RequestReader&, ReplyWriter& reply, std::string&) {
+    reply.success();
+    reply.unsignedInteger(static_cast<std::uint32_t>(run.unit.productPorts.size()));
+    return true;
+}
+
+bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string&) {
+    // With nothing to log or nowhere to log it, no status is written: the gateway takes that as success.
+    const std::wstring text = widen(request.text());
+    CSolvaneUnitOp& unit = run.unit;
+    if (text.empty() || !unit.simulationContext)
+        return true;
+    if (!unit.diagnostic)
+        unit.diagnostic = unit.simulationContext.as<ICapeDiagnostic>();
+    if (!unit.diagnostic)
+        return true;
+    unit.diagnostic->LogMessage(Bstr(text).get());
+    reply.success();
+    return true;
+}
+
+} // namespace solvane

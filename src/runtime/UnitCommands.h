@@ -1,0 +1,21 @@
+/// The commands of the channel that touch no thermodynamics. All return true with the reply written, or false
+/// with the failure's text.
+#pragma once
+
+#include <string>
+
+namespace solvane {
+
+struct CalculationRun;
+class RequestReader;
+class ReplyWriter;
+
+bool setReport(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+bool getUnitName(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+bool getFeedCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+bool getProductCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+
+} // namespace solvane

@@ -1,0 +1,75 @@
+#include "WorkingFolder.h"
+
+#include "com/Handle.h"
+#include "com/Module.h"
+#include "unit/CSolvaneUnitOp.h"
+
+#include <array>
+#include <cstdio>
+#include <memory>
+
+namespace solvane {
+
+bool createWorkingFolder(CSolvaneUnitOp& unit, std::string& error) {
+    std::array<char, 1024> buffer{};
+    const DWORD length = GetTempPathA(static_cast<DWORD>(buffer.size()), buffer.data());
+    if (length == 0 || length >= buffer.size()) {
+        error = "Failed to get a temporary folder name";
+        return false;
+    }
+    unit.terminated = false;
+    std::string folder(buffer.data(), length);
+    if (!folder.ends_with('\\'))
+        folder += '\\';
+    folder += unit.unitId;
+    if (!CreateDirectoryA(folder.c_str(), nullptr)) {
+        error = "Failed to create a temporary working directory";
+        return false;
+    }
+    unit.workingFolder = folder + '\\';
+    return true;
+}
+
+void deleteWorkingFolder(const CSolvaneUnitOp& unit) {
+    if (unit.workingFolder.empty())
+        return;
+    WIN32_FIND_DATAA entry;
+    FindHandle search(FindFirstFileA((unit.workingFolder + "*.*").c_str(), &entry));
+    if (search)
+        do
+            DeleteFileA((unit.workingFolder + entry.cFileName).c_str());
+        while (FindNextFileA(search.get(), &entry));
+    search.reset(); // an open search keeps the folder
+    RemoveDirectoryA(unit.workingFolder.c_str());
+}
+
+bool placeResourceFile(const CSolvaneUnitOp& unit, int resourceId, const std::string& fileName,
+                       std::string& error) {
+    const HINSTANCE module = ComModule::current().instance;
+    const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(resourceId), L"MatlabFILE");
+    if (!resource) {
+        error = "Internal error. Could not find resource for " + fileName;
+        return false;
+    }
+    const HGLOBAL loaded = LoadResource(module, resource);
+    const void* bytes = loaded ? LockResource(loaded) : nullptr;
+    if (!bytes) {
+        error = "Internal error. Could not load resource for " + fileName;
+        return false;
+    }
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
+        std::fopen((unit.workingFolder + fileName).c_str(), "wb"), std::fclose);
+    if (!file) {
+        error = "File error: failed to place " + fileName +
+                " in temporary working folder; unable to open file for writing";
+        return false;
+    }
+    const std::size_t size = SizeofResource(module, resource);
+    if (std::fwrite(bytes, 1, size, file.get()) < size || std::fflush(file.get()) != 0) {
+        error = "File error: failed to place " + fileName + " in temporary working folder; write error";
+        return false;
+    }
+    return true;
+}
+
+} // namespace solvane

@@ -1,0 +1,91 @@
+#include "CSolvaneUnitOperationModule.h"
+
+#include "Registration.h"
+#include "unit/CSolvaneUnitOp.h"
+#include "unit/ClassIds.h"
+
+#include <commctrl.h>
+
+#include <array>
+#include <mutex>
+
+namespace solvane {
+
+namespace {
+
+std::array<ObjectMapEntry, 4> entries{{
+    {&portClass, nullptr, createInstance<CPort>, nullptr},
+    {&parameterCollectionClass, nullptr, createInstance<CParameterCollection>, nullptr},
+    {&parameterClass, nullptr, createInstance<CParameter>, nullptr},
+    {&solvaneUnitOpClass, updateUnitRegistry, createInstance<CSolvaneUnitOp>, nullptr},
+}};
+
+/// Of the resource itself, so that no file is opened at load.
+std::wstring readFileVersion(HINSTANCE instance) {
+    const HRSRC resource = FindResourceW(instance, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION);
+    const HGLOBAL loaded = resource ? LoadResource(instance, resource) : nullptr;
+    const auto* bytes = loaded ? static_cast<const BYTE*>(LockResource(loaded)) : nullptr;
+    // The fixed record follows a header and the key's text "VS_VERSION_INFO", at a multiple of four.
+    constexpr std::size_t fixedRecord = 40;
+    if (!bytes || SizeofResource(instance, resource) < fixedRecord + sizeof(VS_FIXEDFILEINFO))
+        return L"<unknown>";
+    const auto* info = reinterpret_cast<const VS_FIXEDFILEINFO*>(bytes + fixedRecord);
+    if (info->dwSignature != VS_FFI_SIGNATURE)
+        return L"<unknown>";
+    return std::to_wstring(HIWORD(info->dwFileVersionMS)) + L'.' +
+           std::to_wstring(LOWORD(info->dwFileVersionMS)) + L'.' +
+           std::to_wstring(HIWORD(info->dwFileVersionLS)) + L'.' +
+           std::to_wstring(LOWORD(info->dwFileVersionLS));
+}
+
+} // namespace
+
+CSolvaneUnitOperationModule& theModule() {
+    static CSolvaneUnitOperationModule module;
+    return module;
+}
+
+void CSolvaneUnitOperationModule::attach(HINSTANCE moduleInstance) {
+    instance = moduleInstance;
+    version_ = readFileVersion(instance);
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES};
+    InitCommonControlsEx(&controls);
+    LoadLibraryW(L"riched32.dll");
+    isInitialized_ = true;
+}
+
+CSolvaneUnitOperationModule::~CSolvaneUnitOperationModule() {
+    for (ObjectMapEntry& entry : entries)
+        if (void* factory = std::exchange(entry.cachedFactory, nullptr))
+            static_cast<IUnknown*>(DecodePointer(factory))->Release();
+}
+
+std::span<ObjectMapEntry> CSolvaneUnitOperationModule::objectMap() {
+    return entries;
+}
+
+HRESULT CSolvaneUnitOperationModule::getClassObject(REFCLSID classId, REFIID iid, void** result) {
+    if (!result)
+        return E_POINTER;
+    *result = nullptr;
+    if (!isInitialized_)
+        return E_UNEXPECTED;
+    for (ObjectMapEntry& entry : entries) {
+        if (*entry.classId != classId)
+            continue;
+        {
+            const std::lock_guard guard(factoryLock());
+            if (!entry.cachedFactory) {
+                void* factory = nullptr;
+                const HRESULT created = createClassFactory(entry.createInstance, &factory);
+                if (FAILED(created))
+                    return created;
+                entry.cachedFactory = EncodePointer(factory);
+            }
+        }
+        return static_cast<IUnknown*>(DecodePointer(entry.cachedFactory))->QueryInterface(iid, result);
+    }
+    return CLASS_E_CLASSNOTAVAILABLE;
+}
+
+} // namespace solvane

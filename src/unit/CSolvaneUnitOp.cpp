@@ -1,0 +1,279 @@
+#include "CSolvaneUnitOp.h"
+
+#include "ClassIds.h"
+#include "HostKind.h"
+#include "LicenceCheck.h"
+#include "ReportNames.h"
+#include "com/Text.h"
+#include "persistence/PropertyBag.h"
+#include "runtime/MatlabThread.h"
+#include "runtime/MexPlacement.h"
+#include "runtime/WorkingFolder.h"
+
+#include <array>
+
+namespace solvane {
+
+namespace {
+
+constexpr wchar_t utilities[] = L"ICapeUtilities";
+constexpr wchar_t persistStream[] = L"IPersistStream";
+
+// PRO/II is to save the unit through its stream.
+bool isPropertyBagOffered() {
+    return detectHost() != HostKind::proII;
+}
+
+Handle createAutoResetEvent(const std::string& name) {
+    return Handle(CreateEventA(nullptr, FALSE, FALSE, name.empty() ? nullptr : name.c_str()));
+}
+
+} // namespace
+
+std::span<const InterfaceEntry> CSolvaneUnitOp::interfaceTable() {
+    static constexpr std::array table{
+        interfaceEntry<CSolvaneUnitOp, IDispatch, ICapeUnit>(),
+        interfaceEntry<CSolvaneUnitOp, ICapeCollection>(),
+        interfaceEntry<CSolvaneUnitOp, ICapeUnit>(),
+        interfaceEntry<CSolvaneUnitOp, ICapeUnitReport>(),
+        interfaceEntry<CSolvaneUnitOp, ICapeUtilities>(),
+        interfaceEntry<CSolvaneUnitOp, IPersistStream>(),
+        interfaceEntry<CSolvaneUnitOp, IPersistPropertyBag>(isPropertyBagOffered),
+        interfaceEntry<CSolvaneUnitOp, ECapeRoot>(),
+        interfaceEntry<CSolvaneUnitOp, ECapeUnknown>(),
+        interfaceEntry<CSolvaneUnitOp, ECapeUser>(),
+        interfaceEntry<CSolvaneUnitOp, ICapeIdentification>(),
+    };
+    return table;
+}
+
+// ---- birth and end
+
+CSolvaneUnitOp::CSolvaneUnitOp() : numericLocale(_create_locale(LC_NUMERIC, "C")) {
+    componentName = L"Solvane Unit Operation";
+    componentDescription = L"Unit operation using Matlab script for calculations";
+    selectedReport = outputReportName;
+    outputText = L"Unit operation has not yet been run...";
+}
+
+CSolvaneUnitOp::~CSolvaneUnitOp() {
+    numericLocale.reset();
+    CSolvaneUnitOp::Terminate();
+}
+
+HRESULT CSolvaneUnitOp::FinalConstruct() {
+    auto* collection = new CComObject<CParameterCollection>();
+    collection->ownerUnit = this;
+    parameterCollection = ComRef<CParameterCollection>(collection);
+    std::string error;
+    if (!build(error)) {
+        startupError = error;
+        startupOk = false;
+    }
+    return S_OK;
+}
+
+bool CSolvaneUnitOp::build(std::string& error) {
+    const auto fail = [&](const char* text) {
+        error = text;
+        return false;
+    };
+
+    GUID guid;
+    if (FAILED(CoCreateGuid(&guid)))
+        return fail("CoCreateGuid failed");
+    LPOLESTR guidText = nullptr;
+    if (FAILED(StringFromCLSID(guid, &guidText)))
+        return fail("StringFromCLSID failed");
+    unitId = narrow(guidText, CP_UTF8);
+    CoTaskMemFree(guidText);
+
+    if (!createWorkingFolder(*this, error))
+        return false;
+    if (!isLicensed(error) || !placeMexFile(error))
+        return false;
+    if (!placeResourceFile(*this, runScriptResource, "runUnit.m", error) ||
+        !placeResourceFile(*this, defaultScriptResource, "calc.m", error))
+        return false;
+
+    workerCommandEvent = createAutoResetEvent({});
+    workerDoneEvent = createAutoResetEvent({});
+    if (!workerCommandEvent || !workerDoneEvent)
+        return fail("Failed to create event for internal communication");
+    workerThread = startMatlabThread(*this);
+    if (!workerThread)
+        return fail("Failed to create Matlab execution thread");
+
+    requestEvent = createAutoResetEvent(unitId + "_in");
+    replyEvent = createAutoResetEvent(unitId + "_out");
+    if (!requestEvent || !replyEvent)
+        return fail("Failed to create event for data communication");
+
+    workerCommand = WorkerCommand::start;
+    SetEvent(workerCommandEvent.get());
+    WaitForSingleObject(workerDoneEvent.get(), INFINITE);
+    if (!startupOk)
+        error = startupError;
+    return startupOk;
+}
+
+STDMETHODIMP CSolvaneUnitOp::Terminate() {
+    return border([&]() -> HRESULT {
+        if (terminated)
+            return S_OK;
+        terminated = true;
+        simulationContext.reset();
+        diagnostic.reset();
+        requestEvent.reset();
+        replyEvent.reset();
+        releasePorts();
+        if (parameterCollection)
+            parameterCollection->ownerUnit = nullptr;
+        parameterCollection.reset();
+        releaseParameters();
+        if (workerThread) {
+            workerCommand = WorkerCommand::quit;
+            SetEvent(workerCommandEvent.get());
+            WaitForSingleObject(workerDoneEvent.get(), INFINITE);
+        }
+        workerCommandEvent.reset();
+        workerDoneEvent.reset();
+        workerThread.reset();
+        deleteWorkingFolder(*this);
+        startupError = "Terminate has been called on unit operation";
+        startupOk = false;
+        return S_OK;
+    });
+}
+
+HRESULT CSolvaneUnitOp::raiseStopped(const wchar_t* scope, const wchar_t* interfaceName) {
+    const std::wstring text = widen(startupError);
+    return raise(text, text, scope, interfaceName);
+}
+
+void CSolvaneUnitOp::releasePorts() {
+    for (auto* ports : {&feedPorts, &productPorts}) {
+        for (const ComRef<CPort>& port : *ports) {
+            port->Disconnect();
+            port->ownerUnit = nullptr;
+        }
+        ports->clear();
+    }
+}
+
+void CSolvaneUnitOp::releaseParameters() {
+    for (const ComRef<CParameter>& parameter : parameters)
+        parameter->ownerUnit = nullptr;
+    parameters.clear();
+}
+
+ComRef<CPort> CSolvaneUnitOp::CreatePort(bool isFeed, const std::wstring& name) {
+    ComRef<CPort> port(new CComObject<CPort>());
+    port->isFeed = isFeed;
+    port->ownerUnit = this;
+    port->componentName = name;
+    return port;
+}
+
+ComRef<CParameter> CSolvaneUnitOp::CreateParameter(ParameterKind kind, bool isInput,
+                                                   const std::wstring& name) {
+    ComRef<CParameter> parameter(new CComObject<CParameter>());
+    parameter->ownerUnit = this;
+    parameter->parameterKind = kind;
+    parameter->isInput = isInput;
+    parameter->componentName = name;
+    parameter->componentDescription = L"Solvane unit operation parameter";
+    return parameter;
+}
+
+// ---- ICapeUtilities
+
+STDMETHODIMP CSolvaneUnitOp::get_parameters(IDispatch** result) {
+    return border([&]() -> HRESULT {
+        // A stopped unit raises before the null pointer is looked at, unlike in get_ports.
+        if (!startupOk)
+            return raiseStopped(L"get_parameters", utilities);
+        if (!prepareResult(result))
+            return E_POINTER;
+        parameterCollection->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(result));
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::put_simulationContext(IDispatch* context) {
+    return border([&]() -> HRESULT {
+        simulationContext.reset();
+        diagnostic.reset();
+        if (!startupOk)
+            return raiseStopped(L"put_simulationContext", utilities);
+        simulationContext = ComRef<IDispatch>(context);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Initialize() {
+    return border([&]() -> HRESULT {
+        if (startupOk)
+            return S_OK;
+        return raise(L"Initialization failed", widen(startupError), L"Initialize", utilities);
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Edit() {
+    return border([&]() -> HRESULT {
+        if (!startupOk)
+            return raiseStopped(L"Edit", utilities);
+        return raise(L"Not available", L"The edit window is not available in this version", L"Edit",
+                     utilities);
+    });
+}
+
+// ---- persistence
+
+STDMETHODIMP CSolvaneUnitOp::GetClassID(CLSID* classId) {
+    if (!prepareResult(classId))
+        return E_POINTER;
+    *classId = solvaneUnitOpClass;
+    return S_OK;
+}
+
+STDMETHODIMP CSolvaneUnitOp::InitNew() {
+    return S_OK;
+}
+
+STDMETHODIMP CSolvaneUnitOp::Load(IPropertyBag* bag, IErrorLog* errorLog) {
+    return border([&] { return loadFromBag(*this, bag, errorLog); });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Save(IPropertyBag* bag, BOOL, BOOL) {
+    return border([&] { return saveToBag(*this, bag); });
+}
+
+STDMETHODIMP CSolvaneUnitOp::IsDirty() {
+    return modified ? S_OK : S_FALSE;
+}
+
+STDMETHODIMP CSolvaneUnitOp::Load(IStream*) {
+    return border([&] {
+        return raise(L"Not available", L"Loading from a stream is not available in this version", L"Load",
+                     persistStream);
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Save(IStream*, BOOL) {
+    return border([&] {
+        return raise(L"Not available", L"Saving to a stream is not available in this version", L"Save",
+                     persistStream);
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::GetSizeMax(ULARGE_INTEGER* size) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(size))
+            return E_POINTER;
+        return raise(L"Not available", L"Saving to a stream is not available in this version", L"GetSizeMax",
+                     persistStream);
+    });
+}
+
+} // namespace solvane

@@ -1,0 +1,111 @@
+// ICapeUnit: whether the unit can run, and running it.
+
+#include "CSolvaneUnitOp.h"
+#include "com/Text.h"
+#include "runtime/CalculationDriver.h"
+#include "thermo/CalculationMaterial.h"
+
+#include <algorithm>
+
+namespace solvane {
+
+namespace {
+
+constexpr wchar_t unitInterface[] = L"ICapeUnit";
+
+bool areAllConnected(const std::vector<ComRef<CPort>>& ports, const wchar_t* word, std::wstring& message) {
+    for (const ComRef<CPort>& port : ports)
+        if (!port->isConnected()) {
+            message = std::wstring(word) + L" port \"" + port->componentName + L"\" is not connected";
+            return false;
+        }
+    return true;
+}
+
+bool haveIdenticalCompounds(const CSolvaneUnitOp& unit, std::wstring& message) {
+    std::vector<ComRef<CPort>> ports = unit.feedPorts;
+    ports.insert(ports.end(), unit.productPorts.begin(), unit.productPorts.end());
+    if (ports.empty())
+        return true;
+    std::vector<std::wstring> reference;
+    if (!readCompoundList(*ports.front(), reference, message))
+        return false;
+    for (std::size_t i = 1; i < ports.size(); ++i) {
+        std::vector<std::wstring> compounds;
+        if (!readCompoundList(*ports[i], compounds, message))
+            return false;
+        if (!std::ranges::equal(reference, compounds, [](const std::wstring& a, const std::wstring& b) {
+                return compareNoCase(a, b) == 0;
+            })) {
+            message = L"Materials connected to all ports must have identical compound lists";
+            return false;
+        }
+    }
+    if (reference.empty()) {
+        message = L"Materials connected to ports do not expose compounds";
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+STDMETHODIMP CSolvaneUnitOp::get_ValStatus(CapeValidationStatus* status) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(status))
+            return E_POINTER;
+        if (!startupOk)
+            return raiseStopped(L"get_ValStatus", unitInterface);
+        *status = valStatus;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Validate(BSTR* message, VARIANT_BOOL* isValid) {
+    return border([&]() -> HRESULT {
+        if (!message || !prepareResult(isValid))
+            return E_POINTER;
+        prepareMessage(message);
+        // The text, not startupOk: it stands after Terminate too.
+        std::wstring failure = widen(startupError);
+        const bool valid = failure.empty() && areAllConnected(feedPorts, L"Feed", failure) &&
+                           areAllConnected(productPorts, L"Product", failure) &&
+                           haveIdenticalCompounds(*this, failure);
+        if (!valid)
+            *message = newBstr(failure);
+        *isValid = valid ? VARIANT_TRUE : VARIANT_FALSE;
+        valStatus = valid ? CAPE_VALID : CAPE_INVALID;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Calculate() {
+    return border([&]() -> HRESULT {
+        if (!startupOk)
+            return raiseStopped(L"Calculate", unitInterface);
+        // From here a failure leaves reports that say so, never the last run's.
+        outputText = L"Matlab output not available\r\n";
+        std::ranges::fill(reportTexts, L"Report not available...\r\n");
+        if (valStatus != CAPE_VALID) {
+            Bstr message;
+            VARIANT_BOOL isValid = VARIANT_FALSE;
+            const HRESULT validated = Validate(message.put(), &isValid);
+            if (FAILED(validated))
+                return validated;
+            if (!isValid) {
+                // The text behind the colon is the object's last failure; the reason is Validate's to tell.
+                SetError(L"Unit is not valid", L"Unit is not valid: " + errorDescription, L"Calculate",
+                         errorInterface);
+                outputText = errorDescription + L"\r\n";
+                return capeFailure;
+            }
+        }
+        std::wstring error;
+        if (runCalculation(*this, error))
+            return S_OK;
+        outputText += error;
+        return raise(L"Calculate failed", error, L"Calculate", unitInterface);
+    });
+}
+
+} // namespace solvane

@@ -1,0 +1,54 @@
+// The unit as the collection of its ports.
+
+#include "CSolvaneUnitOp.h"
+#include "CollectionItem.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr wchar_t collection[] = L"ICapeCollection";
+
+constexpr ItemRefusals refusals{
+    {L"Undefined port name", L"No port matches the specified name"},
+    {L"Invalid port specification", L"Invalid port specification (expected 1-based index or name)"},
+    L"Port index out of range",
+};
+
+} // namespace
+
+STDMETHODIMP CSolvaneUnitOp::get_ports(IDispatch** ports) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(ports))
+            return E_POINTER;
+        if (!startupOk)
+            return raiseStopped(L"get_ports", L"ICapeUnit");
+        QueryInterface(IID_IDispatch, reinterpret_cast<void**>(ports));
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Item(VARIANT id, IDispatch** item) {
+    return border([&]() -> HRESULT {
+        if (!startupOk)
+            return raiseStopped(L"Item", collection);
+        if (!prepareResult(item))
+            return E_POINTER;
+        std::vector<ComRef<CPort>> ports = feedPorts;
+        ports.insert(ports.end(), productPorts.begin(), productPorts.end());
+        return giveItem(*this, std::span<const ComRef<CPort>>(ports), id, refusals, item);
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::Count(LONG* count) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(count))
+            return E_POINTER;
+        if (!startupOk)
+            return raiseStopped(L"Count", collection);
+        *count = static_cast<LONG>(feedPorts.size() + productPorts.size());
+        return S_OK;
+    });
+}
+
+} // namespace solvane

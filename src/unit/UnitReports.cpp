@@ -1,0 +1,70 @@
+// ICapeUnitReport: Matlab's output of the last run, and the reports that the script fills.
+
+#include "CSolvaneUnitOp.h"
+#include "ReportNames.h"
+#include "com/VariantArray.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr wchar_t unitReport[] = L"ICapeUnitReport";
+
+} // namespace
+
+STDMETHODIMP CSolvaneUnitOp::get_reports(VARIANT* reports) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(reports))
+            return E_POINTER;
+        if (!startupOk)
+            return raiseStopped(L"get_reports", unitReport);
+        *reports = VariantArray::of(allReportNames(*this)).release();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::get_selectedReport(BSTR* report) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(report))
+            return E_POINTER;
+        if (!startupOk)
+            return raiseStopped(L"get_selectedReport", unitReport);
+        *report = newBstr(selectedReport);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::put_selectedReport(BSTR report) {
+    return border([&]() -> HRESULT {
+        if (!startupOk)
+            return raiseStopped(L"put_selectedReport", unitReport);
+        const std::wstring name(viewOf(report));
+        if (!isOutputReport(name) && !findReport(*this, name))
+            return raise(L"Invalid report name", L"Invalid report name: no such report",
+                         L"put_selectedReport", unitReport);
+        selectedReport = name;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CSolvaneUnitOp::ProduceReport(BSTR* message) {
+    return border([&]() -> HRESULT {
+        if (!prepareMessage(message))
+            return E_POINTER;
+        if (!startupOk)
+            return raiseStopped(L"ProduceReport", unitReport);
+        if (isOutputReport(selectedReport)) {
+            *message = newBstr(outputText);
+            return S_OK;
+        }
+        if (const auto index = findReport(*this, selectedReport)) {
+            *message = newBstr(reportTexts[*index]);
+            return S_OK;
+        }
+        // The scope names the operation in which the report was chosen.
+        return raise(L"Invalid report name", L"Invalid report name: selected report does not exist",
+                     L"put_selectedReport", unitReport);
+    });
+}
+
+} // namespace solvane
