@@ -1,0 +1,112 @@
+#include "Commands.h"
+
+#include <algorithm>
+
+namespace solvane::gateway {
+
+namespace {
+
+constexpr Field port(std::size_t argument, const char* name) {
+    return {FieldKind::port, argument, name};
+}
+constexpr Field number(std::size_t argument, const char* name) {
+    return {FieldKind::number, argument, name};
+}
+constexpr Field composition(std::size_t argument, const char* name) {
+    return {FieldKind::composition, argument, name};
+}
+constexpr Field value(std::size_t argument, const char* name) {
+    return {FieldKind::value, argument, name};
+}
+constexpr Field text(std::size_t argument, const char* name) {
+    return {FieldKind::text, argument, name};
+}
+
+constexpr ReplyForm nothing{unpackNothing, 0, ReplySize::small};
+constexpr ReplyForm aCount{unpackCount, 1, ReplySize::small};
+constexpr ReplyForm aNumber{unpackNumber, 1, ReplySize::small};
+constexpr ReplyForm aText{unpackText, 1, ReplySize::small};
+constexpr ReplyForm parameter{unpackParameter, 1, ReplySize::small};
+constexpr ReplyForm vector{unpackVector, 1, ReplySize::compounds};
+constexpr ReplyForm shaped{unpackShaped, 1, ReplySize::compounds};
+constexpr ReplyForm constants{unpackConstants, 1, ReplySize::compounds};
+constexpr ReplyForm equilibrium{unpackEquilibrium, 5, ReplySize::phases};
+
+// clang-format off
+constexpr std::array<Command, 18> commands{{
+    {1, "getFeedProp", "value = getFeedProp(feed, property)",
+     {port(1, "feed"), text(2, "property")}, shaped},
+    {2, "setProduct", "setProduct(product, flow, composition, name1, value1, name2, value2)",
+     {port(1, "product"), number(2, "flow"), composition(3, "composition"), number(5, "value1"),
+      number(7, "value2"), text(4, "name1"), text(6, "name2")}, nothing},
+    {3, "setReport", "setReport(name, content)",
+     {text(1, "name")}, nothing},
+    {4, "getParameter", "value = getParameter(name)",
+     {text(1, "name")}, parameter},
+    {5, "setParameter", "setParameter(name, value)",
+     {text(1, "name"), value(2, "value")}, nothing},
+    {6, "getCompoundConstant", "values = getCompoundConstant(name)",
+     {text(1, "name")}, constants},
+    {7, "getTDependentProperty", "values = getTDependentProperty(name, T)",
+     {number(2, "T"), text(1, "name")}, vector},
+    {8, "getPDependentProperty", "values = getPDependentProperty(name, P)",
+     {number(2, "P"), text(1, "name")}, vector},
+    {9, "getSinglePhaseProperty", "value = getSinglePhaseProperty(name, phase, T, P, X)",
+     {number(3, "T"), number(4, "P"), composition(5, "X"), text(1, "name"), text(2, "phase")}, shaped},
+    {10, "getTwoPhaseProperty", "value = getTwoPhaseProperty(name, phase1, phase2, T, P, X1, X2)",
+     {number(4, "T"), number(5, "P"), composition(6, "X1"), composition(7, "X2"), text(1, "name"),
+      text(2, "phase1"), text(3, "phase2")}, shaped},
+    {11, "getPropertyUnit", "unit = getPropertyUnit(name)",
+     {text(1, "name")}, aText},
+    {12, "getUnitName", "name = getUnitName()",
+     {}, aText},
+    {13, "getFeedCount", "count = getFeedCount()",
+     {}, aCount},
+    {14, "getProductCount", "count = getProductCount()",
+     {}, aCount},
+    {15, "getFeedEquilibrium", "[phases, fractions, compositions, T, P] = getFeedEquilibrium(feed)",
+     {port(1, "feed")}, equilibrium},
+    {16, "flashEquilibrium",
+     "[phases, fractions, compositions, T, P] = flashEquilibrium(X, name1, value1, name2, value2)",
+     {composition(1, "X"), number(3, "value1"), number(5, "value2"), text(2, "name1"), text(4, "name2")},
+     equilibrium},
+    {17, "flashProperty", "value = flashProperty(X, name1, value1, name2, value2, property)",
+     {composition(1, "X"), number(3, "value1"), number(5, "value2"), text(2, "name1"), text(4, "name2"),
+      text(6, "property")}, aNumber},
+    {18, "logMessage", "logMessage(text)",
+     {text(1, "text")}, nothing},
+}};
+// clang-format on
+
+/// Holds every small answer, and most failures' texts.
+constexpr std::size_t smallReply = 256;
+
+/// Materials of version 1.0 don't say beforehand how many phases there may be.
+constexpr std::size_t usualPhaseCount = 3;
+
+} // namespace
+
+std::span<const Field> Command::usedFields() const {
+    const auto end = std::ranges::find(fields, std::size_t{0}, &Field::argument);
+    return {fields.begin(), end};
+}
+
+const Command* findCommand(std::string_view name) {
+    const auto found = std::ranges::find(commands, name, &Command::name);
+    return found == commands.end() ? nullptr : &*found;
+}
+
+std::size_t wantedBytes(const Command& command, const Run& run) {
+    const std::size_t perPhase = 8 * run.compoundCount + 12;
+    switch (command.reply.size) {
+    case ReplySize::small:
+        return smallReply;
+    case ReplySize::compounds:
+        return smallReply + 8 * run.compoundCount;
+    case ReplySize::phases:
+        return smallReply + perPhase * std::max(run.phaseCount, usualPhaseCount);
+    }
+    return smallReply;
+}
+
+} // namespace solvane::gateway

@@ -1,0 +1,183 @@
+/// CapeOpenUnitMex, through which a script in Matlab or Octave reaches its unit operation.
+///
+///     CapeOpenUnitMex(1, unit_ID)           begins a run, from the run script
+///     CapeOpenUnitMex(2)                    ends it
+///     CapeOpenUnitMex('getFeedProp', ...)   a command: one row of the table in Commands.cpp
+///
+/// Users call the functions of the library (toolbox), which pass their arguments on to here. The interpreter
+/// calls mexFunction on one thread only.
+#include "Commands.h"
+#include "Text.h"
+
+#include <exception>
+
+namespace solvane::gateway {
+
+namespace {
+
+using Arguments = std::span<const mxArray* const>;
+using Outputs = std::span<mxArray*>;
+
+/// The code of a command stays in the status word if the unit doesn't answer.
+constexpr std::uint32_t failedStatus = 1;
+constexpr std::uint32_t compoundConstantCode = 6;
+
+constexpr std::string_view reportBytesName = "reportBytes";
+
+std::unique_ptr<Run> currentRun;
+
+bool endRun() {
+    if (!currentRun)
+        return false;
+    currentRun.reset();
+    mexUnlock();
+    return true;
+}
+
+/// A run that was never ended, since its script was broken off, ends here. The lock keeps the gateway and its
+/// run through a `clear all` in the user's script.
+bool beginRun(const std::string& unitId, std::string& error) {
+    endRun();
+    currentRun = openRun(unitId, error);
+    if (!currentRun)
+        return false;
+    mexLock();
+    return true;
+}
+
+/// The two calls of the run script.
+bool beginOrEndRun(Arguments arguments, std::string& error) {
+    const double action = mxGetNumberOfElements(arguments[0]) == 1 ? mxGetScalar(arguments[0]) : 0;
+    bool ok = false;
+    std::string unitId;
+    if (action == 1 && arguments.size() == 2)
+        ok = readText(arguments[1], unitId, error) ? beginRun(unitId, error)
+                                                   : (error = "unit_ID " + error, false);
+    else if (action == 2 && arguments.size() == 1)
+        ok = endRun() || (error = "no run is open", false);
+    else
+        error = "Usage: CapeOpenUnitMex(1,unit_ID) begins a run, CapeOpenUnitMex(2) ends it";
+    if (!ok)
+        error = "CapeOpenUnitMex: " + error;
+    return ok;
+}
+
+/// The bytes of a report's text in the code page in which the unit reads report.txt, as a row of numbers:
+/// Matlab's own fopen can't be told the encoding in its older versions.
+bool reportBytes(Arguments arguments, Outputs outputs, std::string& error) {
+    std::string bytes;
+    if (arguments.size() != 1 || !readText(arguments[0], bytes, error)) {
+        error = "setReport: content " + (error.empty() ? "is missing" : error) +
+                ". Usage: setReport(name, content)";
+        return false;
+    }
+    outputs[0] = mxCreateDoubleMatrix(1, bytes.size(), mxREAL);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        mxGetPr(outputs[0])[i] = static_cast<unsigned char>(bytes[i]);
+    return true;
+}
+
+/// Packs the arguments. False with an error that ends with the usage: it is the caller's.
+bool prepare(const Command& command, Arguments arguments, int outputCount, std::string& request,
+             std::string& error) {
+    const std::span<const Field> fields = command.usedFields();
+    if (arguments.size() != fields.size())
+        error = std::to_string(fields.size()) + " arguments are wanted, " + std::to_string(arguments.size()) +
+                " given";
+    else if (outputCount > command.reply.outputs)
+        error = "it returns " + std::to_string(command.reply.outputs) + " values, " +
+                std::to_string(outputCount) + " wanted";
+    else if (packRequest(command.code, fields, arguments, currentRun->compoundCount, request, error) &&
+             request.size() > currentRun->blockSize)
+        error = "the text is too long: the arguments take " + std::to_string(request.size()) +
+                " bytes, and there is room for " + std::to_string(currentRun->blockSize);
+    if (error.empty())
+        return true;
+    error = std::string(command.name) + ": " + error + ". Usage: " + command.usage;
+    return false;
+}
+
+/// Sends the request and reads the answer. A failure that the unit tells stands as it is.
+bool carryOut(const Command& command, const std::string& request, Outputs outputs, std::string& error) {
+    const auto fail = [&](const std::string& reason) {
+        error = std::string(command.name) + ": " + reason;
+        return false;
+    };
+    std::string firstBytes;
+    std::string reason;
+    std::uint32_t status = failedStatus;
+    if (!currentRun->transport->exchange(request, wantedBytes(command, *currentRun), firstBytes, reason))
+        return fail(reason);
+    Reply reply(*currentRun->transport, std::move(firstBytes));
+    if (!reply.word(status, reason))
+        return fail(reason);
+    if (status == failedStatus) {
+        std::string unitsText;
+        if (!reply.text(unitsText, reason))
+            return fail(reason);
+        // An error without a text would be none to the interpreter.
+        if (unitsText.empty())
+            return fail("it failed, and the unit gave no reason");
+        error = messageText(unitsText);
+        return false;
+    }
+    if (status == compoundConstantCode && command.code == compoundConstantCode)
+        return fail("the unit gave no answer: its material does not give this constant for all compounds");
+    return command.reply.unpack(reply, *currentRun, outputs, reason) || fail(reason);
+}
+
+bool serve(Arguments arguments, Outputs outputs, int outputCount, std::string& error) {
+    if (!arguments.empty() && mxIsNumeric(arguments[0]))
+        return beginOrEndRun(arguments, error);
+
+    std::string name;
+    if (arguments.empty() || !readText(arguments[0], name, error)) {
+        error =
+            "CapeOpenUnitMex: it is called by the functions of its library, such as getFeedProp, and wants "
+            "the name of a command";
+        return false;
+    }
+    const Command* command = findCommand(name);
+    if (!command && name != reportBytesName) {
+        error = messageText("CapeOpenUnitMex: there is no command '" + name + "'");
+        return false;
+    }
+    if (!currentRun) {
+        error = (command ? name : std::string("setReport")) +
+                ": it can only be called from the script of a unit operation, while the unit calculates";
+        return false;
+    }
+    if (!command)
+        return reportBytes(arguments.subspan(1), outputs, error);
+    std::string request;
+    return prepare(*command, arguments.subspan(1), outputCount, request, error) &&
+           carryOut(*command, request, outputs, error);
+}
+
+} // namespace
+
+} // namespace solvane::gateway
+
+#ifdef SOLVANE_OCTAVE
+#define GATEWAY_EXPORT extern "C" __attribute__((visibility("default")))
+#else
+#define GATEWAY_EXPORT extern "C" __declspec(dllexport)
+#endif
+
+/// There is always room for one output, the `ans` of a call that asks for none.
+GATEWAY_EXPORT void mexFunction(int outputCount, mxArray* outputs[], int argumentCount,
+                                const mxArray* arguments[]) {
+    // mexErrMsgTxt jumps past destructors: the message outlives the call, all else has gone by then.
+    static std::string error;
+    error.clear();
+    bool ok = false;
+    try {
+        const auto count = static_cast<std::size_t>(outputCount);
+        ok = solvane::gateway::serve({arguments, static_cast<std::size_t>(argumentCount)},
+                                     {outputs, count > 0 ? count : 1}, outputCount, error);
+    } catch (const std::exception& exception) {
+        error = exception.what();
+    }
+    if (!ok)
+        mexErrMsgTxt(error.c_str());
+}

@@ -1,0 +1,116 @@
+#include "Request.h"
+
+#include "Text.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace solvane::gateway {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "the block is little-endian");
+
+/// The wire's tags of a parameter's value that a script can give. Every number goes as a real: the unit
+/// rounds it where the parameter is an integer.
+enum class ValueTag : std::uint32_t { real = 0, boolean = 2, text = 3 };
+
+template <typename Number>
+void append(std::string& request, Number number) {
+    request.append(reinterpret_cast<const char*>(&number), sizeof number);
+}
+
+bool isRealScalar(const mxArray* array) {
+    return (mxIsNumeric(array) || mxIsLogical(array)) && !mxIsComplex(array) && !mxIsSparse(array) &&
+           mxGetNumberOfElements(array) == 1;
+}
+
+bool packPort(const mxArray* argument, std::size_t, std::string& request, std::string& error) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    const double port = isRealScalar(argument) ? mxGetScalar(argument) : std::nan("");
+    if (!(port >= Limits::min() && port <= Limits::max()) || port != std::floor(port)) {
+        error = "must be one whole number, counted from 1";
+        return false;
+    }
+    append(request, static_cast<std::int32_t>(port));
+    return true;
+}
+
+bool packNumber(const mxArray* argument, std::size_t, std::string& request, std::string& error) {
+    if (!isRealScalar(argument) || !std::isfinite(mxGetScalar(argument))) {
+        error = "must be one real, finite number";
+        return false;
+    }
+    append(request, mxGetScalar(argument));
+    return true;
+}
+
+bool packComposition(const mxArray* argument, std::size_t compoundCount, std::string& request,
+                     std::string& error) {
+    const bool isVector = mxIsDouble(argument) && !mxIsComplex(argument) && !mxIsSparse(argument) &&
+                          std::min(mxGetM(argument), mxGetN(argument)) <= 1 &&
+                          mxGetNumberOfElements(argument) == compoundCount;
+    const double* values = isVector ? mxGetPr(argument) : nullptr;
+    if (!isVector ||
+        !std::all_of(values, values + compoundCount, [](double x) { return std::isfinite(x); })) {
+        error = "must be a vector of " + std::to_string(compoundCount) +
+                " real, finite mole fractions, one for each compound";
+        return false;
+    }
+    request.append(reinterpret_cast<const char*>(values), compoundCount * sizeof *values);
+    return true;
+}
+
+bool packText(const mxArray* argument, std::size_t, std::string& request, std::string& error) {
+    std::string bytes;
+    if (!readText(argument, bytes, error))
+        return false;
+    request.append(bytes).append(1, '\0');
+    return true;
+}
+
+bool packValue(const mxArray* argument, std::size_t compoundCount, std::string& request, std::string& error) {
+    if (mxIsChar(argument)) {
+        append(request, ValueTag::text);
+        return packText(argument, compoundCount, request, error);
+    }
+    if (!isRealScalar(argument)) {
+        error = "must be one real number, one logical value, or text in single quotes";
+        return false;
+    }
+    if (mxIsLogical(argument)) {
+        append(request, ValueTag::boolean);
+        append(request, static_cast<std::int32_t>(mxGetScalar(argument) != 0));
+    } else {
+        append(request, ValueTag::real);
+        append(request, mxGetScalar(argument));
+    }
+    return true;
+}
+
+using Pack = bool(const mxArray* argument, std::size_t compoundCount, std::string& request,
+                  std::string& error);
+
+/// In the order of FieldKind.
+constexpr std::array<Pack*, 5> packers{packPort, packNumber, packComposition, packValue, packText};
+
+} // namespace
+
+bool packRequest(std::uint32_t code, std::span<const Field> fields, std::span<const mxArray* const> arguments,
+                 std::size_t compoundCount, std::string& request, std::string& error) {
+    request.clear();
+    append(request, code);
+    for (const Field& field : fields) {
+        Pack* pack = packers[static_cast<std::size_t>(field.kind)];
+        if (!pack(arguments[field.argument - 1], compoundCount, request, error)) {
+            error = std::string(field.name) + " " + error;
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace solvane::gateway

@@ -1,0 +1,33 @@
+/// Reading a command's arguments and packing them into its request.
+#pragma once
+
+#include "MexFunctions.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+namespace solvane::gateway {
+
+enum class FieldKind {
+    port,        ///< int32, a port counted from 1; its range is the unit's to judge
+    number,      ///< double, finite
+    composition, ///< nComp doubles, finite, given as a row or a column
+    value,       ///< a parameter's value: uint32 tag 0 and a double, 2 and an int32, or 3 and text
+    text,        ///< text in the code page, with a closing NUL
+};
+
+/// One field of a request.
+struct Field {
+    FieldKind kind;
+    /// Which argument of the function it comes from, counted from 1.
+    std::size_t argument;
+    const char* name;
+};
+
+/// Packs a request: the command's code, then the fields in the order of the wire. False with an error that
+/// begins with the argument's name.
+bool packRequest(std::uint32_t code, std::span<const Field> fields, std::span<const mxArray* const> arguments,
+                 std::size_t compoundCount, std::string& request, std::string& error);
+
+} // namespace solvane::gateway

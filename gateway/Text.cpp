@@ -1,0 +1,91 @@
+#include "Text.h"
+
+#include "CodePage.h"
+
+#include <algorithm>
+#include <array>
+
+namespace solvane::gateway {
+
+namespace {
+
+template <typename Characters>
+mxArray* makeCharRow(const Characters& characters) {
+    const std::array<mwSize, 2> dimensions{characters.empty() ? 0u : 1u,
+                                           static_cast<mwSize>(characters.size())};
+    mxArray* array = mxCreateCharArray(dimensions.size(), dimensions.data());
+    std::copy(characters.begin(), characters.end(),
+              static_cast<typename Characters::value_type*>(mxGetData(array)));
+    return array;
+}
+
+#ifdef SOLVANE_OCTAVE
+
+bool toCodePage(const mxArray* array, std::string& bytes) {
+    return utf8ToCodePage({static_cast<const char*>(mxGetData(array)), mxGetNumberOfElements(array)}, bytes);
+}
+
+#else
+
+bool isWide(const mxArray* charArray) {
+    return mxGetElementSize(charArray) == sizeof(char16_t);
+}
+
+bool isMatlab() {
+    static const bool wide = isWide(makeCharRow(std::string()));
+    return wide;
+}
+
+bool toCodePage(const mxArray* array, std::string& bytes) {
+    const void* data = mxGetData(array);
+    const std::size_t size = mxGetNumberOfElements(array);
+    return isWide(array) ? utf16ToCodePage({static_cast<const char16_t*>(data), size}, bytes)
+                         : utf8ToCodePage({static_cast<const char*>(data), size}, bytes);
+}
+
+#endif
+
+} // namespace
+
+bool readText(const mxArray* array, std::string& bytes, std::string& error) {
+    if (!mxIsChar(array) || (mxGetM(array) != 1 && mxGetNumberOfElements(array) != 0)) {
+        error = "must be text in single quotes";
+        return false;
+    }
+    bytes.clear();
+    if (mxGetNumberOfElements(array) == 0)
+        return true;
+    if (!toCodePage(array, bytes)) {
+        error = "holds a character that is not in the system's ANSI code page";
+        return false;
+    }
+    if (bytes.find('\0') != std::string::npos) {
+        error = "must not hold the character with code 0";
+        return false;
+    }
+    return true;
+}
+
+#ifdef SOLVANE_OCTAVE
+
+mxArray* makeText(std::string_view bytes) {
+    return makeCharRow(codePageToUtf8(bytes));
+}
+
+std::string messageText(const std::string& bytes) {
+    return codePageToUtf8(bytes);
+}
+
+#else
+
+mxArray* makeText(std::string_view bytes) {
+    return isMatlab() ? makeCharRow(codePageToUtf16(bytes)) : makeCharRow(codePageToUtf8(bytes));
+}
+
+std::string messageText(const std::string& bytes) {
+    return isMatlab() ? bytes : codePageToUtf8(bytes);
+}
+
+#endif
+
+} // namespace solvane::gateway

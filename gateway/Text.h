@@ -1,0 +1,24 @@
+/// Text on its way between the interpreter and the block.
+///
+/// The block holds bytes in the unit's ANSI code page. Matlab's characters are UTF-16; Octave's are the bytes
+/// of UTF-8. One Windows build meets both and tells them apart by the size of a character.
+#pragma once
+
+#include "MexFunctions.h"
+
+#include <string>
+#include <string_view>
+
+namespace solvane::gateway {
+
+/// The characters of a char array, row or empty, as code page bytes. False with what is wrong with it, worded
+/// to follow the argument's name ("must be ...").
+bool readText(const mxArray* array, std::string& bytes, std::string& error);
+
+/// A char row (0 by 0 if empty) of code page bytes.
+mxArray* makeText(std::string_view bytes);
+
+/// A message in code page bytes as mexErrMsgTxt takes it.
+std::string messageText(const std::string& bytes);
+
+} // namespace solvane::gateway

@@ -1,0 +1,13 @@
+function unit = getPropertyUnit(varargin)
+%GETPROPERTYUNIT The unit of measure of a property.
+%
+%  unit = getPropertyUnit(name)
+%
+%  name  a property or constant, with or without a derivative's suffix
+%  unit  text, empty for what has no unit
+%
+%  Example: u = getPropertyUnit('viscosity.Dtemperature')   gives 'Pa s / K'
+%
+%  See also GETFEEDPROP, GETCOMPOUNDCONSTANT, GETSINGLEPHASEPROPERTY.
+
+unit = CapeOpenUnitMex('getPropertyUnit', varargin{:});

@@ -1,0 +1,28 @@
+function setReport(name, content)
+%SETREPORT Gives a report its text.
+%
+%  setReport(name, content)
+%
+%  name     name of the report, in any case of its letters
+%  content  text, with lines ended by char(10)
+%
+%  The text goes through the file report.txt in the working folder.
+%
+%  Example: setReport('Duties', sprintf('Heater: %g W\n', 1.5e6))
+%
+%  See also LOGMESSAGE.
+
+if nargin ~= 2
+    error('setReport: 2 arguments are wanted. Usage: setReport(name, content)');
+end
+bytes = CapeOpenUnitMex('reportBytes', content);
+[file, reason] = fopen('report.txt', 'w');
+if file < 0
+    error(['setReport: report.txt cannot be written: ' reason]);
+end
+written = fwrite(file, bytes, 'uint8');
+fclose(file);
+if written ~= length(bytes)
+    error('setReport: report.txt cannot be written');
+end
+CapeOpenUnitMex('setReport', name);
