@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CapeOpen.h"
+#include "OneElementArrays.h"
 #include "com/ComRef.h"
 #include "com/VariantArray.h"
 
@@ -33,6 +34,10 @@ struct CalculationRun {
     std::size_t nComp = 0;
     std::vector<std::string> phaseNames;        ///< ANSI, in the material's order; none for a 1.0 material
     std::vector<std::int32_t> aggregationCodes; ///< one a phase: 0 unknown, 1 vapor, 2 liquid, 3 solid
+
+    // For calls with a single value or a single name: made once, filled anew for each call.
+    OneReal oneReal;
+    OneText oneText;
 };
 
 } // namespace solvane

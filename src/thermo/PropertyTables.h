@@ -1,0 +1,27 @@
+/// The properties that a script may ask for, by name, with their units. Built on first use.
+#pragma once
+
+#include "StringMap.h"
+
+#include <cstdint>
+
+namespace solvane {
+
+/// A property of one phase. The flags are 0 or 1.
+struct SinglePhaseProperty {
+    const wchar_t* unit;
+    std::int32_t molar;           ///< read on a mole basis rather than without one
+    std::int32_t overall;         ///< may be stated of a whole stream
+    std::int32_t molarDerivative; ///< a derivative to moles has the property's own unit
+};
+
+/// Property name to unit; "" for a dimensionless property.
+using UnitMap = StringMap<const wchar_t*>;
+
+const StringMap<SinglePhaseProperty>& singlePhaseProperties();
+const UnitMap& twoPhaseUnits();
+const UnitMap& compoundConstantUnits();
+const UnitMap& temperatureDependentUnits();
+const UnitMap& pressureDependentUnits();
+
+} // namespace solvane
