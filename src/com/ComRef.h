@@ -37,6 +37,7 @@ public:
 
     T* get() const { return object_; }
     T* operator->() const { return object_; }
+    T& operator*() const { return *object_; }
     explicit operator bool() const { return object_ != nullptr; }
 
     /// The place for a function that returns a reference; what was held is released first.

@@ -156,7 +156,7 @@ void loadParameter(const BagReader& bag, CSolvaneUnitOp& unit, const std::wstrin
         return;
     }
     unit.parameters.push_back(unit.CreateParameter(*kind, isInput, name));
-    loadParameterFields(bag, *unit.parameters.back().get());
+    loadParameterFields(bag, *unit.parameters.back());
 }
 
 void loadParameters(const BagReader& bag, CSolvaneUnitOp& unit) {

@@ -105,7 +105,7 @@ bool writeParameters(BagWriter& bag, const CSolvaneUnitOp& unit) {
     return bag.write(bagKeys::parameters, namesOf(unit.parameters)) &&
            bag.write(bagKeys::parameterModes, modes) && bag.write(bagKeys::parameterTypes, types) &&
            std::ranges::all_of(unit.parameters, [&](const ComRef<CParameter>& parameter) {
-               return writeParameter(bag, *parameter.get());
+               return writeParameter(bag, *parameter);
            });
 }
 

@@ -93,13 +93,13 @@ bool flashProducts(CSolvaneUnitOp& unit, std::wstring& error) {
     const auto& products = unit.productPorts;
     for (std::size_t i = 0; i < products.size(); ++i)
         if (!products[i]->product.specified) {
-            error = L"setProduct was not called for product " + numbered(i, *products[i].get());
+            error = L"setProduct was not called for product " + numbered(i, *products[i]);
             return false;
         }
     for (std::size_t i = 0; i < products.size(); ++i) {
         std::string flashError;
-        if (!flashProductPort(*products[i].get(), flashError)) {
-            error = L"Failed to flash product " + numbered(i, *products[i].get()) + L": " + widen(flashError);
+        if (!flashProductPort(*products[i], flashError)) {
+            error = L"Failed to flash product " + numbered(i, *products[i]) + L": " + widen(flashError);
             return false;
         }
     }
