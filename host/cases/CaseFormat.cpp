@@ -1,0 +1,46 @@
+#include "CaseReader.h"
+
+namespace solvane::host {
+
+std::string_view caseFormatText() {
+    return R"(A case is a JSON file (UTF-8). Quantities are in SI units: K, Pa, mol/s, mole fractions, J/mol.
+
+{
+  "unit": {                          the unit operation; all keys may be left out
+    "progId": "SolvaneUnitOperation.SolvaneUnitOp",
+    "name": "Drum"                   the name that the unit gets in the flowsheet
+  },
+  "generation": "1.1",               of the materials: "1.1" or "1.0"
+  "profile": "standard",             in which order the unit is called: see run --help
+  "compounds": ["methane", "ethane"],
+  "feeds": [                         each is connected to the unit's port of its name
+    { "name": "Feed",
+      "temperature": 300,            two of temperature, pressure, vaporFraction
+      "pressure": 2e6,
+      "flow": 100,
+      "composition": { "methane": 0.7, "ethane": 0.3 } }
+  ],
+  "products": ["Vapor", "Liquid"],   names of streams and ports
+  "model": {                         what the unit is configured with; its ports are the streams
+    "parameters": [
+      { "name": "T", "kind": "real", "mode": "input", "value": 260,
+        "minimum": 100, "maximum": 500, "default": 260, "dimensionality": "K" },
+      { "name": "duty", "kind": "real", "mode": "output", "dimensionality": "W" },
+      { "name": "stages", "kind": "integer", "mode": "input", "value": 5, "minimum": 1, "maximum": 50 },
+      { "name": "print", "kind": "boolean", "mode": "input", "value": true },
+      { "name": "method", "kind": "string", "mode": "input", "value": "fast",
+        "options": ["fast", "exact"], "restricted": true }
+    ],
+    "reports": ["Summary"],          reports that the script fills
+    "script": "drum.m",              a file, or the list of the script's lines
+    "files": ["data.txt"],           further files that the script finds in its folder
+    "echo": false                    true: each command line of the script is echoed
+  }
+}
+
+A dimensionality is a unit of SI units ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.
+Paths are relative to the case file.
+)";
+}
+
+} // namespace solvane::host

@@ -1,0 +1,51 @@
+#include "CasePlace.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace solvane::host {
+
+bool CasePlace::isObject(std::initializer_list<std::string_view> keys) const {
+    if (!value_.is_object())
+        return fail("an object with keys in braces is expected");
+    for (const auto& [key, value] : value_.items()) {
+        if (std::ranges::find(keys, key) != keys.end())
+            continue;
+        std::string known;
+        for (const std::string_view allowed : keys)
+            known.append(known.empty() ? "" : ", ").append(allowed);
+        return fail("the key \"" + key + "\" is unknown; known keys: " + known);
+    }
+    return true;
+}
+
+bool read(const CasePlace& place, double& result) {
+    if (!place.value().is_number())
+        return place.fail("a number is expected");
+    result = place.value().get<double>();
+    return true;
+}
+
+bool read(const CasePlace& place, std::int32_t& result) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (!place.value().is_number_integer() || place.value() > Limits::max() || place.value() < Limits::min())
+        return place.fail("a whole number of at most 32 bits is expected");
+    result = place.value().get<std::int32_t>();
+    return true;
+}
+
+bool read(const CasePlace& place, bool& result) {
+    if (!place.value().is_boolean())
+        return place.fail("true or false is expected");
+    result = place.value().get<bool>();
+    return true;
+}
+
+bool read(const CasePlace& place, std::string& result) {
+    if (!place.value().is_string() || place.value().get_ref<const std::string&>().empty())
+        return place.fail("a text in quotes is expected");
+    result = place.value().get<std::string>();
+    return true;
+}
+
+} // namespace solvane::host

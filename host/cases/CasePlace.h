@@ -1,0 +1,79 @@
+/// Reading JSON values by type, with messages that name the place.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace solvane::host {
+
+/// A value of a case file with its path, as "feeds[0].composition.methane".
+class CasePlace {
+public:
+    CasePlace(const nlohmann::json& value, std::string path, std::string& error)
+        : value_(value), path_(std::move(path)), error_(error) {}
+
+    const nlohmann::json& value() const { return value_; }
+
+    /// For `return place.fail(...)`: always false.
+    bool fail(const std::string& text) const {
+        error_ = path_.empty() ? text : path_ + ": " + text;
+        return false;
+    }
+
+    CasePlace member(const std::string& key) const {
+        return {value_.at(key), path_.empty() ? key : path_ + "." + key, error_};
+    }
+    CasePlace element(std::size_t index) const {
+        return {value_.at(index), path_ + "[" + std::to_string(index) + "]", error_};
+    }
+
+    /// That the value is an object which has no other keys than these.
+    bool isObject(std::initializer_list<std::string_view> keys) const;
+
+    /// Reads the value of a key into `result`, which a missing key leaves as it is.
+    template <class T>
+    bool optional(const char* key, T& result) const {
+        return !value_.contains(key) || read(member(key), result);
+    }
+    template <class T>
+    bool required(const char* key, T& result) const {
+        if (!value_.contains(key))
+            return fail(std::string("the key \"") + key + "\" is missing");
+        return read(member(key), result);
+    }
+
+private:
+    const nlohmann::json& value_;
+    std::string path_;
+    std::string& error_;
+};
+
+bool read(const CasePlace& place, double& result);
+bool read(const CasePlace& place, std::int32_t& result);
+bool read(const CasePlace& place, bool& result);
+/// The text must not be empty.
+bool read(const CasePlace& place, std::string& result);
+
+template <class T>
+bool read(const CasePlace& place, std::optional<T>& result) {
+    return read(place, result.emplace());
+}
+
+template <class T>
+bool read(const CasePlace& place, std::vector<T>& result) {
+    if (!place.value().is_array())
+        return place.fail("a list is expected");
+    for (std::size_t i = 0; i < place.value().size(); ++i)
+        if (!read(place.element(i), result.emplace_back()))
+            return false;
+    return true;
+}
+
+} // namespace solvane::host

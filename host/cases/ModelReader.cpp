@@ -1,0 +1,231 @@
+#include "CaseParts.h"
+#include "Dimensionality.h"
+#include "FilePath.h"
+#include "com/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace solvane::host {
+
+namespace {
+
+struct KindName {
+    std::string_view name;
+    ParameterKind kind;
+};
+
+constexpr std::array kindNames{
+    KindName{"real", ParameterKind::real},
+    KindName{"integer", ParameterKind::integer},
+    KindName{"boolean", ParameterKind::boolean},
+    KindName{"string", ParameterKind::text},
+};
+
+/// Names that the unit keeps for itself.
+constexpr std::array<std::string_view, 7> reservedFileNames{
+    "calc.m", "unitCalc.m", "runUnit.m", "initRun.m", "report.txt", "unit.xml", "_unitOperationModel_.svm"};
+constexpr std::string_view reservedReport = "Matlab Output";
+
+bool isSameName(std::string_view left, std::string_view right) {
+    return compareNoCase(widen(left, CP_UTF8), widen(right, CP_UTF8)) == 0;
+}
+
+template <class T>
+bool readAs(const CasePlace& place, ParameterValue& result) {
+    return read(place, result.emplace<T>());
+}
+
+bool readValue(const CasePlace& place, ParameterKind kind, ParameterValue& result) {
+    switch (kind) {
+    case ParameterKind::real:
+        return readAs<double>(place, result);
+    case ParameterKind::integer:
+        return readAs<std::int32_t>(place, result);
+    case ParameterKind::boolean:
+        return readAs<bool>(place, result);
+    case ParameterKind::text:
+        // Here alone a text may be empty.
+        result = std::string();
+        return place.value() == "" || readAs<std::string>(place, result);
+    }
+    return false;
+}
+
+bool readOptionalValue(const CasePlace& parameter, const char* key, ParameterKind kind,
+                       std::optional<ParameterValue>& result) {
+    return !parameter.value().contains(key) || readValue(parameter.member(key), kind, result.emplace());
+}
+
+bool hasKnownKeys(const CasePlace& place, ParameterKind kind) {
+    switch (kind) {
+    case ParameterKind::real:
+        return place.isObject(
+            {"name", "kind", "mode", "value", "default", "minimum", "maximum", "dimensionality"});
+    case ParameterKind::integer:
+        return place.isObject({"name", "kind", "mode", "value", "default", "minimum", "maximum"});
+    case ParameterKind::boolean:
+        return place.isObject({"name", "kind", "mode", "value", "default"});
+    case ParameterKind::text:
+        return place.isObject({"name", "kind", "mode", "value", "default", "options", "restricted"});
+    }
+    return false;
+}
+
+bool readMode(const CasePlace& parameter, bool& isInput) {
+    std::string mode;
+    if (!parameter.required("mode", mode))
+        return false;
+    isInput = mode == "input";
+    return isInput || mode == "output" ||
+           parameter.member("mode").fail("\"input\" or \"output\" is expected");
+}
+
+/// A unit such as "W", or the list of exponents.
+bool readDimensionality(const CasePlace& place, std::vector<double>& exponents) {
+    if (!place.value().is_string())
+        return read(place, exponents);
+    const auto parsed = parseUnit(place.value().get_ref<const std::string&>());
+    if (!parsed)
+        return place.fail(
+            "the unit is unknown; write SI units as \"J/mol/K\", or a list of exponents of m, kg, "
+            "s, A, K, mol, cd, rad");
+    exponents = *parsed;
+    return true;
+}
+
+bool isWithinLimits(const CasePlace& place, const ModelParameter& parameter, const char* key,
+                    const std::optional<ParameterValue>& value) {
+    if (!value)
+        return true;
+    if (parameter.minimum && *value < *parameter.minimum)
+        return place.member(key).fail("the value lies below the minimum");
+    if (parameter.maximum && *value > *parameter.maximum)
+        return place.member(key).fail("the value lies above the maximum");
+    const auto* text = std::get_if<std::string>(&*value);
+    if (text && parameter.restricted &&
+        std::ranges::find(parameter.options, *text) == parameter.options.end())
+        return place.member(key).fail("the value is not one of the options");
+    return true;
+}
+
+bool readParameter(const CasePlace& place, ModelParameter& parameter) {
+    if (!place.value().is_object())
+        return place.isObject({});
+    if (!place.required("kind", parameter.kind) || !hasKnownKeys(place, parameter.kind) ||
+        !place.required("name", parameter.name) || !readMode(place, parameter.isInput) ||
+        !readOptionalValue(place, "value", parameter.kind, parameter.value) ||
+        !readOptionalValue(place, "default", parameter.kind, parameter.defaultValue) ||
+        !readOptionalValue(place, "minimum", parameter.kind, parameter.minimum) ||
+        !readOptionalValue(place, "maximum", parameter.kind, parameter.maximum) ||
+        !place.optional("options", parameter.options))
+        return false;
+    if (place.value().contains("dimensionality") &&
+        !readDimensionality(place.member("dimensionality"), parameter.dimensionality))
+        return false;
+    parameter.restricted = !parameter.options.empty();
+    if (!place.optional("restricted", parameter.restricted) ||
+        !isWithinLimits(place, parameter, "value", parameter.value) ||
+        !isWithinLimits(place, parameter, "default", parameter.defaultValue))
+        return false;
+    if (!parameter.value)
+        parameter.value = parameter.defaultValue;
+    return parameter.value || !parameter.isInput || place.fail("an input needs a \"value\" or a \"default\"");
+}
+
+bool readParameters(const CasePlace& model, std::vector<ModelParameter>& parameters) {
+    if (!model.value().contains("parameters"))
+        return true;
+    const CasePlace list = model.member("parameters");
+    if (!list.value().is_array())
+        return list.fail("a list is expected");
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < list.value().size(); ++i) {
+        const CasePlace place = list.element(i);
+        if (!readParameter(place, parameters.emplace_back()) ||
+            !isNewName(place, parameters.back().name, names))
+            return false;
+    }
+    return true;
+}
+
+bool readReports(const CasePlace& model, std::vector<std::string>& reports) {
+    if (!model.optional("reports", reports))
+        return false;
+    std::vector<std::string> names{std::string(reservedReport)};
+    for (std::size_t i = 0; i < reports.size(); ++i)
+        if (!isNewName(model.member("reports").element(i), reports[i], names))
+            return false;
+    return true;
+}
+
+bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, ModelFile& file) {
+    std::string path, error;
+    if (!read(place, path))
+        return false;
+    const std::filesystem::path found = folder / filePath(path);
+    file.name = pathText(found.filename());
+    return readFile(found, file.bytes, error) || place.fail(error);
+}
+
+/// The script's file, or its lines.
+bool readScript(const CasePlace& place, const std::filesystem::path& folder, ModelFile& script) {
+    if (place.value().is_string())
+        return readModelFile(place, folder, script);
+    if (!place.value().is_array())
+        return place.fail("the path of the script or the list of its lines is expected");
+    for (std::size_t i = 0; i < place.value().size(); ++i) {
+        const CasePlace line = place.element(i);
+        if (!line.value().is_string())
+            return line.fail("a line in quotes is expected");
+        script.bytes += line.value().get<std::string>() + "\r\n";
+    }
+    return true;
+}
+
+bool readFiles(const CasePlace& model, const std::filesystem::path& folder, std::vector<ModelFile>& files) {
+    if (!model.value().contains("files"))
+        return true;
+    const CasePlace list = model.member("files");
+    if (!list.value().is_array())
+        return list.fail("a list of paths is expected");
+    std::vector<std::string> names(reservedFileNames.begin(), reservedFileNames.end());
+    for (std::size_t i = 0; i < list.value().size(); ++i)
+        if (!readModelFile(list.element(i), folder, files.emplace_back()) ||
+            !isNewName(list.element(i), files.back().name, names))
+            return false;
+    return true;
+}
+
+} // namespace
+
+bool read(const CasePlace& place, ParameterKind& result) {
+    std::string name;
+    if (!read(place, name))
+        return false;
+    const auto known = std::ranges::find(kindNames, name, &KindName::name);
+    if (known == kindNames.end())
+        return place.fail("\"real\", \"integer\", \"boolean\" or \"string\" is expected");
+    result = known->kind;
+    return true;
+}
+
+bool isNewName(const CasePlace& place, const std::string& name, std::vector<std::string>& names) {
+    const auto isSame = [&](const std::string& other) { return isSameName(name, other); };
+    if (std::ranges::any_of(names, isSame))
+        return place.fail("the name \"" + name + "\" is taken already");
+    names.push_back(name);
+    return true;
+}
+
+bool readModel(const CasePlace& place, const std::filesystem::path& folder, UnitModel& model) {
+    if (!place.isObject({"parameters", "reports", "script", "files", "echo"}) ||
+        !readParameters(place, model.parameters) || !readReports(place, model.reports) ||
+        !readFiles(place, folder, model.files) || !place.optional("echo", model.echo))
+        return false;
+    if (!place.value().contains("script"))
+        return place.fail("the key \"script\" is missing");
+    return readScript(place.member("script"), folder, model.script);
+}
+
+} // namespace solvane::host

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "RunResults.h"
+
+#include <string>
+
+namespace solvane::host {
+
+/// The results as a JSON document (UTF-8, SI units):
+///     { "generation": "1.1",
+///       "streams": [ { "name", "temperature", "pressure", "totalFlow", "fraction": { compound: x },
+///                      "vaporFraction", "enthalpy" } ],
+///       "parameters": { name: value },
+///       "reports": { name: text } }
+/// A number that is not finite is null.
+std::string resultsJson(const RunResults& results);
+
+} // namespace solvane::host

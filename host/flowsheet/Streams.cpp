@@ -1,0 +1,87 @@
+#include "Streams.h"
+
+#include "com/Text.h"
+
+#include <array>
+
+namespace solvane::host {
+
+namespace {
+
+/// A condition that a feed can be given by.
+struct FeedCondition {
+    std::optional<double> FeedStream::*value;
+    FlashSpecification specification;
+};
+
+bool flashFeed(const FeedStream& feed, StreamState& state, Failure& failure) {
+    const std::array conditions{
+        FeedCondition{&FeedStream::temperature, {&temperatureProperty, Place::overall}},
+        FeedCondition{&FeedStream::pressure, {&pressureProperty, Place::overall}},
+        FeedCondition{&FeedStream::vaporFraction, {&phaseFractionProperty, Place::vapor}},
+    };
+    if (!state.set(Place::overall, totalFlowProperty, std::span(&feed.flow, 1), failure) ||
+        !state.set(Place::overall, fractionProperty, feed.composition, failure))
+        return false;
+    std::vector<FlashSpecification> given;
+    for (const FeedCondition& condition : conditions) {
+        const auto& value = feed.*condition.value;
+        if (!value)
+            continue;
+        const auto& [property, place] = condition.specification;
+        if (!state.set(place, *property, std::span(&*value, 1), failure))
+            return false;
+        given.push_back(condition.specification);
+    }
+    return state.flash(given.at(0), given.at(1), failure);
+}
+
+bool readScalar(const StreamState& state, Place place, const StreamProperty& property, double& result,
+                Failure& failure) {
+    std::vector<double> values;
+    if (!state.get(place, property, values, failure))
+        return false;
+    result = values.front();
+    return true;
+}
+
+} // namespace
+
+bool makeStreams(const Case& flowsheet, std::vector<Stream>& streams, std::string& error) {
+    const auto package = std::make_shared<const PropertyPackage>(flowsheet.compounds);
+    const auto add = [&](const std::string& name) -> StreamState& {
+        auto state = std::make_shared<StreamState>(package);
+        streams.push_back({name, state, createMaterial(flowsheet.generation, state, widen(name, CP_UTF8))});
+        return *state;
+    };
+    for (const FeedStream& feed : flowsheet.feeds) {
+        Failure failure;
+        if (!flashFeed(feed, add(feed.name), failure)) {
+            error = "Feed \"" + feed.name + "\": " + narrow(failure.text, CP_UTF8);
+            return false;
+        }
+    }
+    for (const std::string& product : flowsheet.products)
+        add(product);
+    return true;
+}
+
+bool readStream(const Stream& stream, StreamResult& result, std::string& error) {
+    StreamState state = *stream.state; // calculations leave no trace on the stream
+    Failure failure;
+    result.name = stream.name;
+    if (!readScalar(state, Place::overall, temperatureProperty, result.temperature, failure) ||
+        !readScalar(state, Place::overall, pressureProperty, result.pressure, failure) ||
+        !readScalar(state, Place::overall, totalFlowProperty, result.totalFlow, failure) ||
+        !state.get(Place::overall, fractionProperty, result.fraction, failure) ||
+        !state.calculate(Place::overall, enthalpyProperty, failure) ||
+        !readScalar(state, Place::overall, enthalpyProperty, result.enthalpy, failure) ||
+        (state.isPresent(Place::vapor) &&
+         !readScalar(state, Place::vapor, phaseFractionProperty, result.vaporFraction, failure))) {
+        error = "Stream \"" + stream.name + "\": " + narrow(failure.text, CP_UTF8);
+        return false;
+    }
+    return true;
+}
+
+} // namespace solvane::host

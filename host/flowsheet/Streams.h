@@ -1,0 +1,22 @@
+#pragma once
+
+#include "RunResults.h"
+#include "cases/CaseModel.h"
+
+namespace solvane::host {
+
+/// A stream of the flowsheet: its state, and the material that shows it to the unit.
+struct Stream {
+    std::string name;
+    std::shared_ptr<StreamState> state;
+    ComRef<IDispatch> material;
+};
+
+/// Makes the case's streams over one property package, feeds first, and flashes the feeds. False with a text
+/// that names the stream.
+bool makeStreams(const Case& flowsheet, std::vector<Stream>& streams, std::string& error);
+
+/// The stream as it was flashed last; false with a text that names it where a value is missing.
+bool readStream(const Stream& stream, StreamResult& result, std::string& error);
+
+} // namespace solvane::host

@@ -1,0 +1,32 @@
+/// The calls on a unit that is ready: connecting its ports, validating, calculating, and reading what it
+/// gives. They serve for the unit itself and for a proxy of it alike. Each is false with a text that says
+/// which call failed and what the unit told about it.
+#pragma once
+
+#include "CapeOpen.h"
+#include "RunResults.h"
+#include "com/ComRef.h"
+
+#include <string>
+#include <vector>
+
+namespace solvane::host {
+
+/// A material and the port that it belongs to.
+struct Connection {
+    std::string port; ///< UTF-8
+    ComRef<IDispatch> material;
+};
+
+/// "Connect failed: " and the text of the object that the call was made on.
+std::string callFailure(const std::string& call, IUnknown* object, HRESULT result);
+
+bool connectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error);
+bool disconnectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error);
+bool validate(ICapeUnit* unit, std::string& error);
+bool calculate(ICapeUnit* unit, std::string& error);
+bool readParameters(ICapeUnit* unit, std::vector<ParameterResult>& parameters, std::string& error);
+/// A unit without reports has none.
+bool readReports(ICapeUnit* unit, std::vector<ReportResult>& reports, std::string& error);
+
+} // namespace solvane::host

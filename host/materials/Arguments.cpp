@@ -1,0 +1,108 @@
+#include "Arguments.h"
+
+#include "CapeOpen.h"
+#include "com/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace solvane::host {
+
+namespace {
+
+/// A copy that owns its array, read through where a script passed it by reference.
+bool readArray(const VARIANT& argument, VARTYPE elementType, std::wstring_view what, VariantArray& array,
+               Failure& failure) {
+    std::string error;
+    if (FAILED(VariantCopyInd(array.put(), const_cast<VARIANT*>(&argument))))
+        error = "the value cannot be read";
+    else if (readVariantArray(array, elementType, error))
+        return true;
+    return fail(failure, ECapeInvalidArgumentHR,
+                L"Invalid " + std::wstring(what) + L": " + widen(error, CP_UTF8));
+}
+
+/// Names as hosts spell them. A missing basis is the mole basis too.
+constexpr std::array<std::wstring_view, 3> moleBases{L"", L"mole", L"molar"};
+
+} // namespace
+
+bool readNames(const VARIANT& argument, std::wstring_view what, std::vector<std::wstring>& names,
+               Failure& failure) {
+    VariantArray array;
+    if (!readArray(argument, VT_BSTR, what, array, failure))
+        return false;
+    names = array.texts();
+    return true;
+}
+
+bool readValues(const VARIANT& argument, std::wstring_view what, std::vector<double>& values,
+                Failure& failure) {
+    if (argument.vt == VT_R8) {
+        values = {argument.dblVal};
+        return true;
+    }
+    VariantArray array;
+    if (!readArray(argument, VT_R8, what, array, failure))
+        return false;
+    values = array.reals();
+    return true;
+}
+
+bool readProperty(std::wstring_view name, const StreamProperty*& property, Failure& failure) {
+    property = findStreamProperty(name);
+    return property || fail(failure, ECapeThrmPropertyNotAvailableHR,
+                            L"The property \"" + std::wstring(name) + L"\" is not available");
+}
+
+bool checkBasis(BSTR basis, Failure& failure) {
+    const auto isSpeltSo = [&](std::wstring_view name) { return compareNoCase(viewOf(basis), name) == 0; };
+    return std::ranges::any_of(moleBases, isSpeltSo) ||
+           fail(failure, ECapeNoImplHR,
+                L"The basis \"" + std::wstring(viewOf(basis)) + L"\" is not supported; use \"mole\"");
+}
+
+bool readPhase(std::wstring_view label, Place& phase, Failure& failure) {
+    const auto place = findPlace(label);
+    if (!place || *place == Place::overall)
+        return fail(failure, ECapeInvalidArgumentHR,
+                    L"There is no phase \"" + std::wstring(label) + L"\"; the phases are Vapor and Liquid");
+    phase = *place;
+    return true;
+}
+
+void replace(VARIANT* place, Variant value) {
+    VariantClear(place);
+    *place = value.release();
+}
+
+std::vector<std::wstring> compoundIds(const PropertyPackage& package) {
+    std::vector<std::wstring> ids;
+    for (const Compound* compound : package.compounds())
+        ids.push_back(widen(compound->name, CP_UTF8));
+    return ids;
+}
+
+bool readCompounds(const VARIANT& argument, const PropertyPackage& package,
+                   std::vector<std::size_t>& compounds, Failure& failure) {
+    std::vector<std::wstring> names;
+    if (!readNames(argument, L"list of compounds", names, failure))
+        return false;
+    const auto ids = compoundIds(package);
+    compounds.resize(ids.size());
+    std::iota(compounds.begin(), compounds.end(), std::size_t{0});
+    if (names.empty())
+        return true;
+    compounds.clear();
+    for (const std::wstring& name : names) {
+        const auto found =
+            std::ranges::find_if(ids, [&](const std::wstring& id) { return compareNoCase(id, name) == 0; });
+        if (found == ids.end())
+            return fail(failure, ECapeInvalidArgumentHR, L"There is no compound \"" + name + L"\"");
+        compounds.push_back(static_cast<std::size_t>(found - ids.begin()));
+    }
+    return true;
+}
+
+} // namespace solvane::host

@@ -1,0 +1,41 @@
+/// What the materials of both generations take and give: names, labels, bases and arrays.
+#pragma once
+
+#include "Failure.h"
+#include "StreamState.h"
+#include "com/VariantArray.h"
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace solvane::host {
+
+/// An array of strings; VT_EMPTY is one of no elements. A single string is refused, as it is by many hosts.
+bool readNames(const VARIANT& argument, std::wstring_view what, std::vector<std::wstring>& names,
+               Failure& failure);
+
+/// An array of double precision values, or one such value.
+bool readValues(const VARIANT& argument, std::wstring_view what, std::vector<double>& values,
+                Failure& failure);
+
+/// Fails for a name that no property has, derivatives included.
+bool readProperty(std::wstring_view name, const StreamProperty*& property, Failure& failure);
+
+/// Only the mole basis is served: "mole", "molar" in any case of letters, or none.
+bool checkBasis(BSTR basis, Failure& failure);
+
+/// The label of a phase, in any case of letters.
+bool readPhase(std::wstring_view label, Place& phase, Failure& failure);
+
+/// Replaces what the caller's in-out variant holds. An empty array gives VT_EMPTY.
+void replace(VARIANT* place, Variant value);
+
+/// The compounds' names, by which they are identified.
+std::vector<std::wstring> compoundIds(const PropertyPackage& package);
+
+/// The places of the named compounds in the package's order; VT_EMPTY names all of them.
+bool readCompounds(const VARIANT& argument, const PropertyPackage& package,
+                   std::vector<std::size_t>& compounds, Failure& failure);
+
+} // namespace solvane::host

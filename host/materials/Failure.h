@@ -1,0 +1,22 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace solvane::host {
+
+/// Why a request on a material could not be met: the CAPE-OPEN code that the caller gets, and the text that
+/// it can ask for.
+struct Failure {
+    HRESULT code = S_OK;
+    std::wstring text;
+};
+
+/// For `return fail(...)`: always false.
+inline bool fail(Failure& failure, HRESULT code, std::wstring text) {
+    failure = {code, std::move(text)};
+    return false;
+}
+
+} // namespace solvane::host

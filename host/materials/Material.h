@@ -1,0 +1,24 @@
+/// Materials: the COM objects that a unit connects to, of either generation, over a shared stream state.
+#pragma once
+
+#include "StreamState.h"
+#include "com/ComRef.h"
+
+#include <oaidl.h>
+
+#include <memory>
+#include <string>
+
+namespace solvane::host {
+
+/// The two generations of the CAPE-OPEN thermodynamic interfaces.
+enum class Generation { v10, v11 };
+
+/// "1.0", "1.1".
+std::string_view generationName(Generation generation);
+
+/// A material of that generation which shows `state`. Like the unit's, its calls belong to one apartment.
+ComRef<IDispatch> createMaterial(Generation generation, std::shared_ptr<StreamState> state,
+                                 std::wstring name);
+
+} // namespace solvane::host

@@ -1,0 +1,323 @@
+#include "Material11.h"
+
+#include "Arguments.h"
+#include "com/Text.h"
+
+#include <algorithm>
+
+namespace solvane::host {
+
+namespace {
+
+constexpr wchar_t materialInterface[] = L"ICapeThermoMaterial";
+constexpr wchar_t compoundsInterface[] = L"ICapeThermoCompounds";
+constexpr wchar_t phasesInterface[] = L"ICapeThermoPhases";
+
+constexpr wchar_t stateOfAggregationAttribute[] = L"StateOfAggregation";
+
+bool empty(std::initializer_list<VARIANT*> places) {
+    if (std::ranges::find(places, nullptr) != places.end())
+        return false;
+    for (VARIANT* place : places)
+        VariantClear(place);
+    return true;
+}
+
+template <class T>
+VariantArray ofCompounds(const PropertyPackage& package, T (*value)(const Compound&)) {
+    std::vector<T> values;
+    for (const Compound* compound : package.compounds())
+        values.push_back(value(*compound));
+    return VariantArray::of(std::span<const T>(values));
+}
+
+} // namespace
+
+ComRef<IDispatch> Material11::create(std::shared_ptr<StreamState> state, std::wstring name) {
+    const ComRef material(new CComObject<Material11>());
+    material->state_ = std::move(state);
+    material->componentName = std::move(name);
+    return ComRef<IDispatch>(static_cast<ICapeThermoMaterial*>(material.get()));
+}
+
+std::span<const InterfaceEntry> Material11::interfaceTable() {
+    static constexpr std::array table{
+        interfaceEntry<Material11, IDispatch, ICapeThermoMaterial>(),
+        interfaceEntry<Material11, ICapeThermoMaterial>(),
+        interfaceEntry<Material11, ICapeThermoCompounds>(),
+        interfaceEntry<Material11, ICapeThermoPhases>(),
+        interfaceEntry<Material11, ICapeThermoPropertyRoutine>(),
+        interfaceEntry<Material11, ICapeThermoEquilibriumRoutine>(),
+        interfaceEntry<Material11, IStreamOwner>(),
+        interfaceEntry<Material11, ECapeRoot>(),
+        interfaceEntry<Material11, ECapeUser>(),
+        interfaceEntry<Material11, ICapeIdentification>(),
+    };
+    return table;
+}
+
+bool Material11::getValues(Place place, BSTR property, BSTR basis, VARIANT* results, Failure& failure) const {
+    const StreamProperty* asked = nullptr;
+    std::vector<double> values;
+    if (!readProperty(viewOf(property), asked, failure) || !checkBasis(basis, failure) ||
+        !state_->get(place, *asked, values, failure))
+        return false;
+    replace(results, VariantArray::of(values));
+    return true;
+}
+
+bool Material11::setValues(Place place, BSTR property, BSTR basis, const VARIANT& values, Failure& failure) {
+    const StreamProperty* given = nullptr;
+    std::vector<double> numbers;
+    return readProperty(viewOf(property), given, failure) && checkBasis(basis, failure) &&
+           readValues(values, given->name, numbers, failure) && state_->set(place, *given, numbers, failure);
+}
+
+STDMETHODIMP Material11::ClearAllProps() {
+    return border([&]() -> HRESULT {
+        state_->clear();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::CopyFromMaterial(IDispatch** source) {
+    return call(materialInterface, L"CopyFromMaterial", [&](Failure& failure) {
+        const auto owner = queryInterface<IStreamOwner>(source ? *source : nullptr);
+        if (!owner)
+            return fail(failure, ECapeInvalidArgumentHR, L"The source is not a material of this host");
+        if (owner->stream().package() != state_->package())
+            return fail(failure, ECapeInvalidArgumentHR, L"The source belongs to another property package");
+        const StreamState copy = owner->stream(); // the source may be this very material
+        *state_ = copy;
+        return true;
+    });
+}
+
+STDMETHODIMP Material11::CreateMaterial(IDispatch** materialObject) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(materialObject))
+            return E_POINTER;
+        *materialObject = create(std::make_shared<StreamState>(state_->package()), componentName).release();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::GetOverallProp(BSTR property, BSTR basis, VARIANT* results) {
+    if (!empty({results}))
+        return E_POINTER;
+    return call(materialInterface, L"GetOverallProp", [&](Failure& failure) {
+        return getValues(Place::overall, property, basis, results, failure);
+    });
+}
+
+STDMETHODIMP Material11::GetSinglePhaseProp(BSTR property, BSTR phaseLabel, BSTR basis, VARIANT* results) {
+    if (!empty({results}))
+        return E_POINTER;
+    return call(materialInterface, L"GetSinglePhaseProp", [&](Failure& failure) {
+        Place phase{};
+        return readPhase(viewOf(phaseLabel), phase, failure) &&
+               getValues(phase, property, basis, results, failure);
+    });
+}
+
+STDMETHODIMP Material11::SetOverallProp(BSTR property, BSTR basis, VARIANT values) {
+    return call(materialInterface, L"SetOverallProp", [&](Failure& failure) {
+        return setValues(Place::overall, property, basis, values, failure);
+    });
+}
+
+STDMETHODIMP Material11::SetSinglePhaseProp(BSTR property, BSTR phaseLabel, BSTR basis, VARIANT values) {
+    return call(materialInterface, L"SetSinglePhaseProp", [&](Failure& failure) {
+        Place phase{};
+        return readPhase(viewOf(phaseLabel), phase, failure) &&
+               setValues(phase, property, basis, values, failure);
+    });
+}
+
+bool Material11::getTPFraction(Place place, double* temperature, double* pressure, VARIANT* composition,
+                               Failure& failure) const {
+    std::vector<double> temperatures, pressures, fractions;
+    if (!state_->get(place, temperatureProperty, temperatures, failure) ||
+        !state_->get(place, pressureProperty, pressures, failure) ||
+        !state_->get(place, fractionProperty, fractions, failure))
+        return false;
+    *temperature = temperatures.front();
+    *pressure = pressures.front();
+    replace(composition, VariantArray::of(fractions));
+    return true;
+}
+
+STDMETHODIMP Material11::GetOverallTPFraction(double* temperature, double* pressure, VARIANT* composition) {
+    if (!prepareResult(temperature) || !prepareResult(pressure) || !empty({composition}))
+        return E_POINTER;
+    return call(materialInterface, L"GetOverallTPFraction", [&](Failure& failure) {
+        return getTPFraction(Place::overall, temperature, pressure, composition, failure);
+    });
+}
+
+STDMETHODIMP Material11::GetTPFraction(BSTR phaseLabel, double* temperature, double* pressure,
+                                       VARIANT* composition) {
+    if (!prepareResult(temperature) || !prepareResult(pressure) || !empty({composition}))
+        return E_POINTER;
+    return call(materialInterface, L"GetTPFraction", [&](Failure& failure) {
+        Place phase{};
+        return readPhase(viewOf(phaseLabel), phase, failure) &&
+               getTPFraction(phase, temperature, pressure, composition, failure);
+    });
+}
+
+STDMETHODIMP Material11::GetPresentPhases(VARIANT* phaseLabels, VARIANT* phaseStatus) {
+    if (!empty({phaseLabels, phaseStatus}))
+        return E_POINTER;
+    return border([&]() -> HRESULT {
+        std::vector<std::wstring> labels;
+        std::vector<LONG> statuses;
+        for (const Place phase : phasePlaces) {
+            if (!state_->isPresent(phase))
+                continue;
+            labels.emplace_back(placeLabel(phase));
+            statuses.push_back(static_cast<LONG>(state_->status(phase)));
+        }
+        replace(phaseLabels, VariantArray::of(std::span<const std::wstring>(labels)));
+        replace(phaseStatus, VariantArray::of(std::span<const LONG>(statuses)));
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::SetPresentPhases(VARIANT phaseLabels, VARIANT phaseStatus) {
+    return call(materialInterface, L"SetPresentPhases", [&](Failure& failure) {
+        std::vector<std::wstring> labels;
+        if (!readNames(phaseLabels, L"list of phases", labels, failure))
+            return false;
+        VariantArray given;
+        std::string error;
+        if (FAILED(VariantCopyInd(given.put(), &phaseStatus)) || !readVariantArray(given, VT_I4, error) ||
+            given.count() != labels.size())
+            return fail(failure, ECapeInvalidArgumentHR,
+                        L"The list of phase statuses must hold one long integer for each phase");
+        const auto statuses = given.integers();
+        std::vector<std::pair<Place, PhaseStatus>> phases;
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            Place phase{};
+            if (!readPhase(labels[i], phase, failure))
+                return false;
+            if (statuses[i] < CAPE_UNKNOWNPHASESTATUS || statuses[i] > CAPE_ESTIMATES)
+                return fail(failure, ECapeInvalidArgumentHR,
+                            L"There is no phase status " + std::to_wstring(statuses[i]));
+            phases.emplace_back(phase, static_cast<PhaseStatus>(statuses[i]));
+        }
+        state_->setPresentPhases(phases);
+        return true;
+    });
+}
+
+STDMETHODIMP Material11::GetTwoPhaseProp(BSTR, VARIANT, BSTR, VARIANT* results) {
+    if (!empty({results}))
+        return E_POINTER;
+    return notImplemented(materialInterface, L"GetTwoPhaseProp");
+}
+
+STDMETHODIMP Material11::SetTwoPhaseProp(BSTR, VARIANT, BSTR, VARIANT) {
+    return notImplemented(materialInterface, L"SetTwoPhaseProp");
+}
+
+STDMETHODIMP Material11::GetCompoundList(VARIANT* compIds, VARIANT* formulae, VARIANT* names,
+                                         VARIANT* boilTemps, VARIANT* molwts, VARIANT* casnos) {
+    if (!empty({compIds, formulae, names, boilTemps, molwts, casnos}))
+        return E_POINTER;
+    return border([&]() -> HRESULT {
+        using Text = std::wstring;
+        const PropertyPackage& package = *state_->package();
+        replace(compIds, VariantArray::of(std::span<const Text>(compoundIds(package))));
+        replace(formulae,
+                ofCompounds<Text>(package, [](const Compound& c) { return widen(c.formula, CP_UTF8); }));
+        replace(names, ofCompounds<Text>(package, [](const Compound& c) { return widen(c.name, CP_UTF8); }));
+        replace(boilTemps,
+                ofCompounds<double>(package, [](const Compound& c) { return c.normalBoilingPoint; }));
+        replace(molwts, ofCompounds<double>(package, [](const Compound& c) { return c.molecularWeight; }));
+        replace(casnos,
+                ofCompounds<Text>(package, [](const Compound& c) { return widen(c.casNumber, CP_UTF8); }));
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::GetNumCompounds(LONG* num) {
+    if (!prepareResult(num))
+        return E_POINTER;
+    *num = static_cast<LONG>(state_->compoundCount());
+    return S_OK;
+}
+
+// The package offers no constants or functions of temperature or pressure yet: the lists of their names are
+// empty.
+
+STDMETHODIMP Material11::GetConstPropList(VARIANT* props) {
+    return prepareResult(props) ? S_OK : E_POINTER;
+}
+
+STDMETHODIMP Material11::GetTDependentPropList(VARIANT* props) {
+    return prepareResult(props) ? S_OK : E_POINTER;
+}
+
+STDMETHODIMP Material11::GetPDependentPropList(VARIANT* props) {
+    return prepareResult(props) ? S_OK : E_POINTER;
+}
+
+STDMETHODIMP Material11::GetCompoundConstant(VARIANT, VARIANT, VARIANT* propVals) {
+    if (!prepareResult(propVals))
+        return E_POINTER;
+    return notImplemented(compoundsInterface, L"GetCompoundConstant");
+}
+
+STDMETHODIMP Material11::GetTDependentProperty(VARIANT, double, VARIANT, VARIANT* propVals) {
+    if (!empty({propVals}))
+        return E_POINTER;
+    return notImplemented(compoundsInterface, L"GetTDependentProperty");
+}
+
+STDMETHODIMP Material11::GetPDependentProperty(VARIANT, double, VARIANT, VARIANT* propVals) {
+    if (!empty({propVals}))
+        return E_POINTER;
+    return notImplemented(compoundsInterface, L"GetPDependentProperty");
+}
+
+STDMETHODIMP Material11::GetNumPhases(LONG* num) {
+    if (!prepareResult(num))
+        return E_POINTER;
+    *num = static_cast<LONG>(phasePlaces.size());
+    return S_OK;
+}
+
+STDMETHODIMP Material11::GetPhaseInfo(BSTR phaseLabel, BSTR phaseAttribute, VARIANT* value) {
+    if (!prepareResult(value))
+        return E_POINTER;
+    return call(phasesInterface, L"GetPhaseInfo", [&](Failure& failure) {
+        Place phase{};
+        if (!readPhase(viewOf(phaseLabel), phase, failure))
+            return false;
+        if (compareNoCase(viewOf(phaseAttribute), stateOfAggregationAttribute) != 0)
+            return fail(failure, ECapeNoImplHR,
+                        L"The phase attribute \"" + std::wstring(viewOf(phaseAttribute)) +
+                            L"\" is not available");
+        *value = Variant(placeLabel(phase)).release();
+        return true;
+    });
+}
+
+STDMETHODIMP Material11::GetPhaseList(VARIANT* phaseLabels, VARIANT* stateOfAggregation,
+                                      VARIANT* keyCompoundId) {
+    if (!empty({phaseLabels, stateOfAggregation, keyCompoundId}))
+        return E_POINTER;
+    return border([&]() -> HRESULT {
+        std::vector<std::wstring> labels;
+        for (const Place phase : phasePlaces)
+            labels.emplace_back(placeLabel(phase));
+        // The phases are called after their states of aggregation, and no compound tells them apart.
+        replace(phaseLabels, VariantArray::of(std::span<const std::wstring>(labels)));
+        replace(stateOfAggregation, VariantArray::of(std::span<const std::wstring>(labels)));
+        replace(keyCompoundId, VariantArray::ofTexts({nullptr, nullptr}));
+        return S_OK;
+    });
+}
+
+} // namespace solvane::host

@@ -1,0 +1,162 @@
+// The calculations of a 1.1 material: properties of a phase, and equilibria.
+#include "Arguments.h"
+#include "Material11.h"
+#include "com/Text.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace solvane::host {
+
+namespace {
+
+constexpr wchar_t propertyInterface[] = L"ICapeThermoPropertyRoutine";
+constexpr wchar_t equilibriumInterface[] = L"ICapeThermoEquilibriumRoutine";
+
+/// The kinds of solutions that may be asked for where a flash has several. This package has one for each.
+constexpr std::array<std::wstring_view, 3> solutionTypes{L"", L"unspecified", L"normal"};
+
+/// A specification is an array of property, basis and phase label. The basis is not looked at: the value was
+/// converted from its own when it was set.
+bool readSpecification(const VARIANT& argument, FlashSpecification& specification, Failure& failure) {
+    std::vector<std::wstring> words;
+    if (!readNames(argument, L"flash specification", words, failure))
+        return false;
+    if (words.size() < 3)
+        return fail(failure, ECapeInvalidArgumentHR,
+                    L"A flash specification names a property, a basis and a phase or \"overall\"");
+    const StreamProperty* property = nullptr;
+    if (!readProperty(words[0], property, failure))
+        return false;
+    const auto place = findPlace(words[2]);
+    const bool isOfPhase = property == &phaseFractionProperty;
+    if (!property->flashVariable || !place || (*place == Place::overall) == isOfPhase)
+        return fail(failure, ECapeInvalidArgumentHR,
+                    L"\"" + words[0] + L"\" of \"" + words[2] + L"\" is not a flash specification");
+    specification = {property, *place};
+    return true;
+}
+
+bool readRequest(const VARIANT& specification1, const VARIANT& specification2, BSTR solutionType,
+                 FlashSpecification& first, FlashSpecification& second, Failure& failure) {
+    const auto isAskedFor = [&](std::wstring_view type) {
+        return compareNoCase(viewOf(solutionType), type) == 0;
+    };
+    if (!std::ranges::any_of(solutionTypes, isAskedFor))
+        return fail(failure, ECapeNoImplHR,
+                    L"The solution type \"" + std::wstring(viewOf(solutionType)) + L"\" is not supported");
+    return readSpecification(specification1, first, failure) &&
+           readSpecification(specification2, second, failure);
+}
+
+} // namespace
+
+STDMETHODIMP Material11::CalcEquilibrium(VARIANT specification1, VARIANT specification2, BSTR solutionType) {
+    return call(equilibriumInterface, L"CalcEquilibrium", [&](Failure& failure) {
+        FlashSpecification first{}, second{};
+        return readRequest(specification1, specification2, solutionType, first, second, failure) &&
+               state_->flash(first, second, failure);
+    });
+}
+
+STDMETHODIMP Material11::CheckEquilibriumSpec(VARIANT specification1, VARIANT specification2,
+                                              BSTR solutionType, VARIANT_BOOL* isSupported) {
+    if (!prepareResult(isSupported))
+        return E_POINTER;
+    return border([&]() -> HRESULT {
+        FlashSpecification first{}, second{};
+        Failure failure;
+        const bool supported =
+            readRequest(specification1, specification2, solutionType, first, second, failure) &&
+            StreamState::canFlash(first, second);
+        *isSupported = supported ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::CalcSinglePhaseProp(VARIANT props, BSTR phaseLabel) {
+    return call(propertyInterface, L"CalcSinglePhaseProp", [&](Failure& failure) {
+        std::vector<std::wstring> names;
+        Place phase{};
+        if (!readNames(props, L"list of properties", names, failure) ||
+            !readPhase(viewOf(phaseLabel), phase, failure))
+            return false;
+        return std::ranges::all_of(names, [&](const std::wstring& name) {
+            const StreamProperty* property = nullptr;
+            return readProperty(name, property, failure) && state_->calculate(phase, *property, failure);
+        });
+    });
+}
+
+STDMETHODIMP Material11::CheckSinglePhasePropSpec(BSTR property, BSTR phaseLabel, VARIANT_BOOL* valid) {
+    if (!prepareResult(valid))
+        return E_POINTER;
+    return border([&]() -> HRESULT {
+        const StreamProperty* asked = findStreamProperty(viewOf(property));
+        const auto place = findPlace(viewOf(phaseLabel));
+        const bool isOffered = asked && asked->calculate && place && *place != Place::overall;
+        *valid = isOffered ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::GetSinglePhasePropList(VARIANT* props) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(props))
+            return E_POINTER;
+        std::vector<std::wstring> names;
+        for (const StreamProperty& property : streamProperties())
+            if (property.calculate)
+                names.emplace_back(property.name);
+        *props = VariantArray::of(std::span<const std::wstring>(names)).release();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::CalcAndGetLnPhi(BSTR phaseLabel, double temperature, double pressure,
+                                         VARIANT moleNumbers, int fFlags, VARIANT* lnPhi, VARIANT* lnPhiDT,
+                                         VARIANT* lnPhiDP, VARIANT* lnPhiDn) {
+    for (VARIANT* place : {lnPhi, lnPhiDT, lnPhiDP, lnPhiDn})
+        if (place)
+            VariantClear(place);
+    return call(propertyInterface, L"CalcAndGetLnPhi", [&](Failure& failure) {
+        if (fFlags != CAPE_LOG_FUGACITY_COEFFICIENTS || !lnPhi)
+            return fail(failure, ECapeNoImplHR,
+                        L"CalcAndGetLnPhi gives the logarithmic fugacity coefficients and no derivatives");
+        StreamState phaseOnly(state_->package());
+        Place phase{};
+        std::vector<double> moles, values;
+        if (!readPhase(viewOf(phaseLabel), phase, failure) ||
+            !readValues(moleNumbers, L"mole numbers", moles, failure))
+            return false;
+        const double total = std::reduce(moles.begin(), moles.end());
+        if (!(total > 0))
+            return fail(failure, ECapeInvalidArgumentHR, L"The mole numbers must have a positive sum");
+        for (double& amount : moles)
+            amount /= total;
+        if (!phaseOnly.set(phase, temperatureProperty, std::span(&temperature, 1), failure) ||
+            !phaseOnly.set(phase, pressureProperty, std::span(&pressure, 1), failure) ||
+            !phaseOnly.set(phase, fractionProperty, moles, failure) ||
+            !phaseOnly.calculate(phase, logFugacityCoefficientProperty, failure) ||
+            !phaseOnly.get(phase, logFugacityCoefficientProperty, values, failure))
+            return false;
+        replace(lnPhi, VariantArray::of(values));
+        return true;
+    });
+}
+
+// The package offers no properties of two phases yet.
+
+STDMETHODIMP Material11::CalcTwoPhaseProp(VARIANT, VARIANT) {
+    return notImplemented(propertyInterface, L"CalcTwoPhaseProp");
+}
+
+STDMETHODIMP Material11::CheckTwoPhasePropSpec(BSTR, VARIANT, VARIANT_BOOL* valid) {
+    return prepareResult(valid) ? S_OK : E_POINTER;
+}
+
+STDMETHODIMP Material11::GetTwoPhasePropList(VARIANT* props) {
+    return prepareResult(props) ? S_OK : E_POINTER;
+}
+
+} // namespace solvane::host
