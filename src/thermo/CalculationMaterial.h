@@ -31,4 +31,7 @@ ICapeThermoEquilibriumRoutine* equilibriumRoutine(CalculationRun& run);
 inline constexpr char noCalculationMaterial[] =
     "No calculation material available; at least one port must be connected";
 
+/// What a command answers that calculates an overall property, where the material can't.
+inline constexpr char noPropertyRoutine[] = "Material object does not expose ICapeThermoPropertyRoutine";
+
 } // namespace solvane

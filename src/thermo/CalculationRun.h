@@ -29,6 +29,14 @@ struct CalculationRun {
     ComRef<ICapeThermoPropertyRoutine> propertyRoutine;
     ComRef<ICapeThermoEquilibriumRoutine> equilibriumRoutine;
 
+    /// A 1.0 material becomes the calculation material for the rest of the run.
+    void replaceMaterial(ComRef<ICapeThermoMaterialObject> material) {
+        material10 = std::move(material);
+        material11.reset();
+        propertyRoutine.reset();
+        equilibriumRoutine.reset();
+    }
+
     // The lists that initRun.m gives to the script.
     VariantArray compoundIds; ///< strings, VT_EMPTY where there are none
     std::size_t nComp = 0;

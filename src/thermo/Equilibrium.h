@@ -1,0 +1,25 @@
+/// The equilibrium state of a material as a reply. Nothing is calculated: the material is read as it stands,
+/// and all of it before the first field is written.
+///
+/// Both replies: int32 p or -p, where p is the number of present phases; the phases, see below; p doubles,
+/// the phase fractions (mole); nComp times p doubles, for each compound its mole fraction in each phase;
+/// double temperature, K; double pressure, Pa.
+#pragma once
+
+#include "CalculationRun.h"
+
+#include <string>
+
+namespace solvane {
+
+class ReplyWriter;
+
+/// A 1.0 material's phases are told by name: -p, and p texts.
+bool writeEquilibrium10(const CalculationRun& run, ICapeThermoMaterialObject& material, ReplyWriter& reply,
+                        std::string& error);
+
+/// A 1.1 material's phases are told by their place in the run's phase names: p, and p int32 from 1.
+bool writeEquilibrium11(const CalculationRun& run, ICapeThermoMaterial& material, ReplyWriter& reply,
+                        std::string& error);
+
+} // namespace solvane

@@ -1,0 +1,157 @@
+#include "FeedCommands.h"
+
+#include "CalculationMaterial.h"
+#include "Equilibrium.h"
+#include "FlashProperties.h"
+#include "HostTexts.h"
+#include "HostValues.h"
+#include "OverallProperty.h"
+#include "PortNumber.h"
+#include "channel/ChannelFrame.h"
+#include "unit/CSolvaneUnitOp.h"
+
+#include <algorithm>
+#include <array>
+
+namespace solvane {
+
+namespace {
+
+/// A feed of the run, with its number in the script and what was asked of it.
+struct FeedRequest {
+    CPort& port;
+    std::string number;
+    std::string property;
+};
+
+/// The properties that a feed's material is asked for directly. All others are calculated.
+struct DirectProperty {
+    FlashProperty code;
+    Bstr HostTexts::*name;
+    bool isVector;
+};
+
+constexpr std::array<DirectProperty, 5> directProperties{{
+    {FlashProperty::temperature, &HostTexts::temperature, false},
+    {FlashProperty::pressure, &HostTexts::pressure, false},
+    {FlashProperty::totalFlow, &HostTexts::totalFlow, false},
+    {FlashProperty::flow, &HostTexts::flow, true},
+    {FlashProperty::fraction, &HostTexts::fraction, true},
+}};
+
+HRESULT getOverall10(ICapeThermoMaterialObject& material, BSTR property, BSTR basis, VariantArray& values) {
+    return material.GetProp(property, hostTexts.overall.get(), allCompounds, notGiven, basis, values.put());
+}
+
+HRESULT getOverall11(ICapeThermoMaterial& material, BSTR property, BSTR basis, VariantArray& values) {
+    return material.GetOverallProp(property, basis, values.put());
+}
+
+bool getDirectProperty(const CalculationRun& run, const FeedRequest& feed, const DirectProperty& property,
+                       std::vector<double>& result, std::string& error) {
+    const BSTR name = (hostTexts.*property.name).get();
+    const BSTR basis = isMolar(property.code) ? hostTexts.mole.get() : notGiven;
+    const std::string ofFeed = feed.property + " from feed " + feed.number + ": ";
+    VariantArray values;
+    IUnknown* source = nullptr;
+    HRESULT hr = S_OK;
+    if (feed.port.materialObject10) {
+        source = feed.port.materialObject10.get();
+        hr = getOverall10(*feed.port.materialObject10.get(), name, basis, values);
+    } else {
+        source = feed.port.materialObject11.get();
+        hr = getOverall11(*feed.port.materialObject11.get(), name, basis, values);
+    }
+    if (FAILED(hr))
+        return fail(error, "Failed to get " + ofFeed + describeFailure(*source, hr));
+    const bool isRead = property.isVector
+                            ? readReals(values, run.nComp, "Unexpected number of values", result, error)
+                            : readReals(values, 1, "Scalar expected", result, error);
+    return isRead || fail(error, "Invalid value for " + ofFeed + error);
+}
+
+bool copyFailed(const FeedRequest& feed, const std::string& reason, std::string& error) {
+    return fail(error, "Failed to copy feed " + feed.number + " to calculation material: " + reason);
+}
+
+/// The copy takes the calculation material's place for the rest of the run.
+bool calculateProperty10(CalculationRun& run, const FeedRequest& feed, double& result, std::string& error) {
+    ICapeThermoMaterialObject& source = *feed.port.materialObject10.get();
+    ComRef<IDispatch> object;
+    const HRESULT hr = source.Duplicate(object.put());
+    if (FAILED(hr))
+        return copyFailed(feed, describeFailure(source, hr), error);
+    const auto copy = object.as<ICapeThermoMaterialObject>();
+    if (!copy)
+        return fail(error, "Copied feed " + feed.number + " does not expose ICapeThermoMaterialObject");
+    run.replaceMaterial(copy);
+    return overallFromPhases10(run, *copy.get(), feed.property, result, error);
+}
+
+bool calculateProperty11(CalculationRun& run, const FeedRequest& feed, double& result, std::string& error) {
+    if (!run.material11)
+        return copyFailed(feed, "the calculation material is of version 1.0", error);
+    IDispatch* source = feed.port.materialObject11.get();
+    const HRESULT hr = run.material11->CopyFromMaterial(&source);
+    if (FAILED(hr))
+        return copyFailed(feed, describeFailure(*run.material11.get(), hr), error);
+    ICapeThermoPropertyRoutine* routine = propertyRoutine(run);
+    if (!routine)
+        return fail(error, noPropertyRoutine);
+    return overallFromPhases11(run, *run.material11.get(), *routine, feed.property, result, error);
+}
+
+bool notConnected(const char* command, std::int32_t number, std::string& error) {
+    return fail(error, std::string(command) + ": Port " + std::to_string(number) + " is not connected");
+}
+
+void writeProperty(ReplyWriter& reply, bool isVector, std::span<const double> values) {
+    reply.success();
+    reply.unsignedInteger(isVector);
+    reply.reals(values);
+}
+
+} // namespace
+
+bool getFeedProp(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
+    const std::int32_t number = request.integer();
+    const std::string name = request.text();
+    CPort* port = findPort(run.unit.feedPorts, number, "getFeedProp", error);
+    if (!port)
+        return false;
+    if (!port->isConnected())
+        return notConnected("getFeedProp", number, error);
+    const FlashProperty code = flashPropertyCode(hostText(name).view());
+    if (code == FlashProperty::vaporFraction || code == FlashProperty::unknown)
+        return fail(error, "Unknown/unsupported property \"" + name + "\" in getFeedProp");
+
+    const FeedRequest feed{*port, std::to_string(number), name};
+    const auto direct = std::ranges::find(directProperties, code, &DirectProperty::code);
+    if (direct != directProperties.end()) {
+        std::vector<double> values;
+        if (!getDirectProperty(run, feed, *direct, values, error))
+            return false;
+        writeProperty(reply, direct->isVector, values);
+        return true;
+    }
+    double value = 0;
+    if (!(port->materialObject10 ? calculateProperty10(run, feed, value, error)
+                                 : calculateProperty11(run, feed, value, error)))
+        return false;
+    writeProperty(reply, false, std::span(&value, 1));
+    return true;
+}
+
+bool getFeedEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
+    const std::int32_t number = request.integer();
+    CPort* port = findPort(run.unit.feedPorts, number, "getFeedEquilibrium", error);
+    if (!port)
+        return false;
+    if (port->materialObject10)
+        return writeEquilibrium10(run, *port->materialObject10.get(), reply, error);
+    if (port->materialObject11)
+        return writeEquilibrium11(run, *port->materialObject11.get(), reply, error);
+    return notConnected("getFeedEquilibrium", number, error);
+}
+
+} // namespace solvane
