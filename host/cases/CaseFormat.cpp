@@ -7,7 +7,7 @@ std::string_view caseFormatText() {
 
 {
   "unit": {                          the unit operation; all keys may be left out
-    "progId": "SolvaneUnitOperation.SolvaneUnitOp",
+    "progId": "SolvaneUnitOperation.SolvaneUnitOp",   or a class id in braces
     "name": "Drum"                   the name that the unit gets in the flowsheet
   },
   "generation": "1.1",               of the materials: "1.1" or "1.0"

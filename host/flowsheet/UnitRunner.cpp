@@ -37,7 +37,7 @@ public:
 private:
     bool create(std::string& error) {
         CLSID classId{};
-        HRESULT result = CLSIDFromProgID(widen(flowsheet_.unitProgId, CP_UTF8).c_str(), &classId);
+        HRESULT result = CLSIDFromString(widen(flowsheet_.unitProgId, CP_UTF8).c_str(), &classId);
         if (FAILED(result)) {
             error = "No component is registered as \"" + flowsheet_.unitProgId + "\"";
             return false;

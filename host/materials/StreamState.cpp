@@ -33,10 +33,6 @@ bool notAvailable(Failure& failure, Place place, const StreamProperty& property)
                 describe(place, property) + L" is neither set nor calculated");
 }
 
-bool isCalculated(const StreamProperty& property) {
-    return property.calculate != nullptr;
-}
-
 /// The pairs of conditions that the property package solves, in either order.
 constexpr std::array flashPairs{
     std::pair{FlashVariable::temperature, FlashVariable::pressure},
@@ -71,13 +67,14 @@ void StreamState::clear() {
 
 void StreamState::clearCalculated() {
     for (Record& record : records_)
-        std::erase_if(record.values, [](const auto& value) { return isCalculated(*value.first); });
+        record.calculated.clear();
 }
 
 const std::vector<double>* StreamState::find(Place place, const StreamProperty& property) const {
-    const Values& values = at(place).values;
-    const auto found = values.find(&property);
-    return found == values.end() ? nullptr : &found->second;
+    for (const Values* values : {&at(place).calculated, &at(place).values})
+        if (const auto found = values->find(&property); found != values->end())
+            return &found->second;
+    return nullptr;
 }
 
 bool StreamState::get(Place place, const StreamProperty& property, std::vector<double>& values,
@@ -130,8 +127,9 @@ bool StreamState::set(Place place, const StreamProperty& property, std::span<con
         if (place == Place::overall)
             clearCalculated();
         else
-            std::erase_if(at(place).values, [](const auto& value) { return isCalculated(*value.first); });
+            at(place).calculated.clear();
     }
+    at(place).calculated.erase(&property);
     at(place).values[&property].assign(values.begin(), values.end());
     return true;
 }
@@ -156,7 +154,7 @@ bool StreamState::calculate(Place place, const StreamProperty& property, Failure
     const bool calculated = place == Place::overall ? calculateOverall(property, values, failure)
                                                     : calculatePhase(place, property, values, failure);
     if (calculated)
-        at(place).values[&property] = std::move(values);
+        at(place).calculated[&property] = std::move(values);
     return calculated;
 }
 
@@ -201,7 +199,8 @@ void StreamState::setPresentPhases(std::span<const std::pair<Place, PhaseStatus>
         const auto listed = std::ranges::find(phases, place, &std::pair<Place, PhaseStatus>::first);
         Record& record = at(place);
         if (listed == phases.end()) {
-            record = {.present = false, .status = PhaseStatus::unknown, .values = {}};
+            record = {};
+            record.present = false;
         } else {
             record.present = true;
             record.status = listed->second;

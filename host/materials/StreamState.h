@@ -77,7 +77,8 @@ private:
     struct Record {
         bool present = true;
         PhaseStatus status = PhaseStatus::unknown;
-        Values values;
+        Values values;     ///< set, or found by a flash
+        Values calculated; ///< true of the temperature, pressure and composition only
     };
 
     Record& at(Place place) { return records_[static_cast<std::size_t>(place)]; }

@@ -1,0 +1,257 @@
+// What the materials of both generations have in common.
+#include "MaterialCalls.h"
+
+#include "com/Module.h"
+
+#include <cmath>
+
+namespace solvane::host {
+
+namespace {
+
+ComModule module; // carries the type library for late-bound callers
+
+class BothGenerations : public testing::TestWithParam<Generation> {
+protected:
+    MaterialCalls material{GetParam(), newState()};
+};
+
+INSTANTIATE_TEST_SUITE_P(Material, BothGenerations, testing::Values(Generation::v10, Generation::v11),
+                         [](const auto& generation) {
+                             return generation.param == Generation::v10 ? "v10" : "v11";
+                         });
+
+TEST_P(BothGenerations, aFlashGivesPhasesThatAddUpToTheStream) {
+    ASSERT_EQ(material.set(L"totalFlow", {100}), S_OK);
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+
+    ASSERT_EQ(material.presentPhases(), (std::vector<std::wstring>{L"Vapor", L"Liquid"}));
+    const auto vapor = material.vector(L"flow", L"Vapor");
+    const auto liquid = material.vector(L"flow", L"Liquid");
+    for (std::size_t i = 0; i < gasFractions.size(); ++i)
+        EXPECT_NEAR(vapor[i] + liquid[i], 100 * gasFractions[i], 1e-8) << gasNames[i];
+    EXPECT_NEAR(material.scalar(L"totalFlow", L"Vapor") + material.scalar(L"totalFlow", L"Liquid"), 100,
+                1e-9);
+    EXPECT_GT(material.vector(L"fraction", L"Vapor")[0], gasFractions[0]);
+    EXPECT_DOUBLE_EQ(material.scalar(L"temperature", L"Liquid"), 260);
+}
+
+/// A state found at T and P is found again from its other properties.
+TEST_P(BothGenerations, everyFlashFindsTheSameState) {
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    const double vaporFraction = material.scalar(L"phaseFraction", L"Vapor");
+    const double enthalpy = material.mixtureValue(L"enthalpy");
+    const double entropy = material.mixtureValue(L"entropy");
+    struct Conditions {
+        const wchar_t* first;
+        double firstValue;
+        const wchar_t* second;
+        double secondValue;
+    };
+    const Conditions conditions[] = {
+        {L"pressure", 2e6, L"temperature", 260},
+        {L"pressure", 2e6, L"enthalpy", enthalpy},
+        {L"entropy", entropy, L"pressure", 2e6},
+        {L"pressure", 2e6, L"vaporFraction", vaporFraction},
+        {L"vaporFraction", vaporFraction, L"temperature", 260},
+    };
+    for (const auto& [first, firstValue, second, secondValue] : conditions) {
+        SCOPED_TRACE(narrow(first) + " and " + narrow(second));
+        MaterialCalls other(GetParam(), newState());
+        ASSERT_EQ(other.flash(first, firstValue, second, secondValue), S_OK)
+            << narrow(failureOf(other.object()).description);
+        EXPECT_NEAR(other.scalar(L"temperature"), 260, 1e-4);
+        EXPECT_NEAR(other.scalar(L"pressure") / 2e6, 1, 1e-6);
+        EXPECT_NEAR(other.scalar(L"phaseFraction", L"Vapor"), vaporFraction, 1e-6);
+        EXPECT_NEAR(other.mixtureValue(L"enthalpy"), enthalpy, 0.1);
+    }
+}
+
+TEST_P(BothGenerations, aPhaseThatDoesNotFormIsNotPresent) {
+    ASSERT_EQ(material.flash(L"temperature", 500, L"pressure", 1e5), S_OK);
+    EXPECT_EQ(material.presentPhases(), std::vector<std::wstring>{L"Vapor"});
+    std::vector<double> values;
+    EXPECT_EQ(material.get(L"fraction", values, L"Liquid"), HRESULT(ECapeThrmPropertyNotAvailableHR));
+}
+
+TEST_P(BothGenerations, aNewMaterialHasAllPhasesAndNoValues) {
+    EXPECT_EQ(material.presentPhases().size(), 2u);
+    std::vector<double> values;
+    EXPECT_EQ(material.get(L"temperature", values), HRESULT(ECapeThrmPropertyNotAvailableHR));
+    EXPECT_NE(failureOf(material.object()).description.find(L"temperature"), std::wstring::npos);
+}
+
+TEST_P(BothGenerations, calculatedValuesDoNotOutliveTheirState) {
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    ASSERT_EQ(material.calculate(L"enthalpy", L"Vapor"), S_OK);
+    const double enthalpy = material.scalar(L"enthalpy", L"Vapor");
+
+    ASSERT_EQ(material.set(L"temperature", {280}), S_OK);
+    std::vector<double> values;
+    EXPECT_EQ(material.get(L"enthalpy", values, L"Vapor"), HRESULT(ECapeThrmPropertyNotAvailableHR));
+    ASSERT_EQ(material.calculate(L"enthalpy", L"Vapor"), S_OK);
+    EXPECT_GT(material.scalar(L"enthalpy", L"Vapor"), enthalpy);
+}
+
+TEST_P(BothGenerations, theCompoundsFlowsMakeFlowAndComposition) {
+    ASSERT_EQ(material.set(L"flow", {5, 2, 1.5, 1, 0.5}), S_OK);
+    EXPECT_DOUBLE_EQ(material.scalar(L"totalFlow"), 10);
+    EXPECT_DOUBLE_EQ(material.vector(L"fraction")[1], 0.2);
+    EXPECT_EQ(material.set(L"flow", {0, 0, 0, 0, 0}), HRESULT(ECapeInvalidArgumentHR));
+}
+
+TEST_P(BothGenerations, theFirstGenerationsEnergyIsTheInternalEnergy) {
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    ASSERT_EQ(material.calculate(L"energy", L"Vapor"), S_OK);
+    ASSERT_EQ(material.calculate(L"enthalpy", L"Vapor"), S_OK);
+    ASSERT_EQ(material.calculate(L"volume", L"Vapor"), S_OK);
+    EXPECT_NEAR(material.scalar(L"internalEnergy", L"Vapor"),
+                material.scalar(L"enthalpy", L"Vapor") - 2e6 * material.scalar(L"volume", L"Vapor"), 1e-6);
+}
+
+TEST_P(BothGenerations, theMolecularWeightIsThePhases) {
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    double mixture = 0;
+    for (std::size_t i = 0; i < gasNames.size(); ++i)
+        mixture += gasFractions[i] * findCompound(gasNames[i])->molecularWeight;
+    EXPECT_NEAR(material.mixtureValue(L"molecularWeight"), mixture, 1e-9);
+}
+
+TEST_P(BothGenerations, failuresTellCodeNameAndPlace) {
+    struct Row {
+        HRESULT code;
+        const wchar_t* name;
+        const wchar_t* part; // of the description
+        std::function<HRESULT(MaterialCalls&)> call;
+    };
+    std::vector<double> values;
+    const Row rows[] = {
+        {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"\"viscosity\"",
+         [](MaterialCalls& m) { return m.calculate(L"viscosity", L"Vapor"); }},
+        {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"enthalpy.Dtemperature",
+         [](MaterialCalls& m) { return m.calculate(L"enthalpy.Dtemperature", L"Vapor"); }},
+        {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"pressure",
+         [](MaterialCalls& m) { return m.calculate(L"pressure", L"Vapor"); }},
+        {HRESULT(ECapeInvalidArgumentHR), L"ECapeInvalidArgument", L"\"Solid\"",
+         [](MaterialCalls& m) { return m.calculate(L"enthalpy", L"Solid"); }},
+        {HRESULT(ECapeInvalidArgumentHR), L"ECapeInvalidArgument", L"fraction",
+         [](MaterialCalls& m) {
+             return m.set(L"fraction", {0.5, 0.5});
+         }},
+        {HRESULT(ECapeInvalidArgumentHR), L"ECapeInvalidArgument", L"takes 1 values, not 2",
+         [](MaterialCalls& m) {
+             return m.set(L"temperature", {300, 310});
+         }},
+        {HRESULT(ECapeNoImplHR), L"ECapeNoImpl", L"totalFlow of phase Vapor",
+         [](MaterialCalls& m) { return m.set(L"totalFlow", {1}, L"Vapor"); }},
+        {HRESULT(ECapeNoImplHR), L"ECapeNoImpl", L"temperature and enthalpy",
+         [](MaterialCalls& m) { return m.flash(L"temperature", 300, L"enthalpy", 1000); }},
+        {HRESULT(ECapeSolvingErrorHR), L"ECapeSolvingError", L"The flash failed: ",
+         [](MaterialCalls& m) { return m.flash(L"temperature", 900, L"vaporFraction", 0.5); }},
+        {HRESULT(ECapeSolvingErrorHR), L"ECapeSolvingError", L"The flash failed: ",
+         [](MaterialCalls& m) { return m.flash(L"temperature", -3, L"pressure", 1e5); }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(narrow(row.part));
+        EXPECT_EQ(row.call(material), row.code);
+        const FailureTexts texts = failureOf(material.object());
+        EXPECT_EQ(texts.code, row.code);
+        EXPECT_EQ(texts.name, row.name);
+        EXPECT_NE(texts.description.find(row.part), std::wstring::npos) << narrow(texts.description);
+        EXPECT_FALSE(texts.operation.empty());
+        EXPECT_EQ(texts.interfaceName.substr(0, 10), L"ICapeTherm");
+    }
+}
+
+TEST_P(BothGenerations, aFailedFlashLeavesTheStreamAsItWas) {
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    const double vaporFraction = material.scalar(L"phaseFraction", L"Vapor");
+    ASSERT_NE(material.flash(L"temperature", 260, L"enthalpy", 0), S_OK);
+    EXPECT_EQ(material.scalar(L"phaseFraction", L"Vapor"), vaporFraction);
+}
+
+/// Asks the object by the names and numbers of a script.
+HRESULT callByName(IDispatch* object, const wchar_t* name, Variant& result) {
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    DISPID id = 0;
+    const HRESULT found = object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_NEUTRAL, &id);
+    if (FAILED(found))
+        return found;
+    DISPPARAMS none{};
+    return object->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
+                          result.put(), nullptr, nullptr);
+}
+
+TEST_P(BothGenerations, lateBoundCallersAreServed) {
+    Variant result;
+    if (GetParam() == Generation::v10) {
+        ASSERT_EQ(callByName(material.object(), L"GetNumComponents", result), S_OK);
+        ASSERT_EQ(result.type(), VT_I4);
+        EXPECT_EQ(result.integer(), 5);
+        ASSERT_EQ(callByName(material.object(), L"ComponentIds", result), S_OK);
+        EXPECT_EQ(textsOf(result)[4], L"n-pentane");
+    } else {
+        ASSERT_EQ(callByName(material.object(), L"CreateMaterial", result), S_OK);
+        ASSERT_EQ(result.type(), VT_DISPATCH);
+        EXPECT_TRUE(queryInterface<ICapeThermoCompounds>(result.get().pdispVal));
+    }
+}
+
+TEST(Materials, ofBothGenerationsGiveTheSameNumbers) {
+    MaterialCalls older(Generation::v10, newState()), newer(Generation::v11, newState());
+    for (MaterialCalls* material : {&older, &newer}) {
+        ASSERT_EQ(material->set(L"totalFlow", {100}), S_OK);
+        ASSERT_EQ(material->flash(L"pressure", 2e6, L"vaporFraction", 0.7), S_OK);
+    }
+    EXPECT_EQ(older.scalar(L"temperature"), newer.scalar(L"temperature"));
+    for (const wchar_t* phase : {L"Vapor", L"Liquid"}) {
+        EXPECT_EQ(older.vector(L"fraction", phase), newer.vector(L"fraction", phase));
+        EXPECT_EQ(older.scalar(L"totalFlow", phase), newer.scalar(L"totalFlow", phase));
+        for (const wchar_t* property :
+             {L"enthalpy", L"entropy", L"volume", L"fugacityCoefficient", L"molecularWeight"}) {
+            ASSERT_EQ(older.calculate(property, phase), S_OK);
+            ASSERT_EQ(newer.calculate(property, phase), S_OK);
+            EXPECT_EQ(older.vector(property, phase), newer.vector(property, phase)) << narrow(property);
+        }
+    }
+}
+
+TEST(Materials, areTwoFacesOfOneStream) {
+    const auto state = newState();
+    MaterialCalls older(Generation::v10, state), newer(Generation::v11, state);
+    ASSERT_EQ(older.set(L"totalFlow", {12.5}), S_OK);
+    EXPECT_EQ(newer.scalar(L"totalFlow"), 12.5);
+}
+
+TEST(Streams, flashAllPairsThatTheyAnnounce) {
+    MaterialCalls material(Generation::v11, newState());
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    const auto place = [](const StreamProperty& property) {
+        return &property == &phaseFractionProperty ? Place::vapor : Place::overall;
+    };
+    int announced = 0;
+    for (const StreamProperty& first : streamProperties())
+        for (const StreamProperty& second : streamProperties()) {
+            if (!StreamState::canFlash({&first, place(first)}, {&second, place(second)}))
+                continue;
+            ++announced;
+            StreamState state(*newState());
+            Failure failure;
+            ASSERT_TRUE(state.set(Place::overall, fractionProperty, gasFractions, failure));
+            for (const StreamProperty* property : {&first, &second}) {
+                const std::wstring name(property->name);
+                const double value = property == &phaseFractionProperty
+                                         ? material.scalar(L"phaseFraction", L"Vapor")
+                                     : property->calculate ? material.mixtureValue(name.c_str())
+                                                           : material.scalar(name.c_str());
+                ASSERT_TRUE(state.set(place(*property), *property, std::span(&value, 1), failure));
+            }
+            EXPECT_TRUE(state.flash({&first, place(first)}, {&second, place(second)}, failure))
+                << narrow(failure.text);
+        }
+    EXPECT_EQ(announced, 18); // nine pairs in either order
+}
+
+} // namespace
+
+} // namespace solvane::host
