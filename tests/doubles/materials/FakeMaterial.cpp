@@ -1,0 +1,165 @@
+#include "FakeMaterial.h"
+
+#include "com/Text.h"
+#include "com/VariantArray.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr HRESULT notAvailable = ECapeThrmPropertyNotAvailableHR;
+constexpr HRESULT invalidArgument = ECapeInvalidArgumentHR;
+constexpr HRESULT computationError = ECapeComputationHR;
+
+HRESULT give(BSTR* result, std::wstring_view text) {
+    *result = newBstr(text);
+    return S_OK;
+}
+
+HRESULT give(VARIANT* result, std::span<const double> values) {
+    *result = VariantArray::of(values).release();
+    return S_OK;
+}
+
+/// The reals of an array argument, none where it is something else.
+std::vector<double> realsOf(const VARIANT& value) {
+    Variant copy;
+    VariantCopy(copy.put(), const_cast<VARIANT*>(&value));
+    VariantArray array(std::move(copy));
+    std::string error;
+    return readVariantArray(array, VT_R8, error) ? array.reals() : std::vector<double>();
+}
+
+std::wstring calculationOf(std::wstring_view property, std::wstring_view phase) {
+    return std::wstring(property) + L" of " + toLower(phase);
+}
+
+} // namespace
+
+STDMETHODIMP FakeMaterial::get_name(BSTR* name) {
+    return give(name, errorName);
+}
+STDMETHODIMP FakeMaterial::get_code(LONG* code) {
+    *code = 0;
+    return S_OK;
+}
+STDMETHODIMP FakeMaterial::get_description(BSTR* description) {
+    return give(description, errorDescription);
+}
+STDMETHODIMP FakeMaterial::get_scope(BSTR* scope) {
+    return give(scope, L"a double");
+}
+STDMETHODIMP FakeMaterial::get_interfaceName(BSTR* interfaceName) {
+    return give(interfaceName, L"a double");
+}
+STDMETHODIMP FakeMaterial::get_operation(BSTR* operation) {
+    return give(operation, L"a double");
+}
+STDMETHODIMP FakeMaterial::get_moreInfo(BSTR* moreInfo) {
+    return give(moreInfo, L"a double");
+}
+
+void FakeMaterial::adopt(FakeMaterial& copy) const {
+    copy.record = record;
+    copy.onFlash = onFlash;
+    copy.hidden = hiddenOnCopies;
+    copy.hiddenOnCopies = hiddenOnCopies;
+    copy.prefix_ = "copy.";
+}
+
+HRESULT FakeMaterial::answer(const std::string& call, std::initializer_list<VARIANT*> results,
+                             const std::function<HRESULT()>& body) {
+    const std::optional<Fault> fault = record->note(prefix_ + call);
+    if (!fault)
+        return body();
+    if (FAILED(fault->result))
+        return fail(fault->result, fault->text);
+    const HRESULT result = body();
+    if (SUCCEEDED(result) && fault->output < results.size()) {
+        VARIANT* place = results.begin()[fault->output];
+        VariantClear(place);
+        VariantCopy(place, fault->value.in());
+    }
+    return SUCCEEDED(result) ? fault->result : result;
+}
+
+HRESULT FakeMaterial::answerObject(const std::string& call, IDispatch** result,
+                                   const std::function<HRESULT()>& body) {
+    *result = nullptr;
+    const std::optional<Fault> fault = record->note(prefix_ + call);
+    if (!fault)
+        return body();
+    return FAILED(fault->result) ? fail(fault->result, fault->text) : fault->result;
+}
+
+HRESULT FakeMaterial::fail(HRESULT result, std::wstring description) {
+    errorDescription = std::move(description);
+    return result;
+}
+
+HRESULT FakeMaterial::unknown(BSTR property) {
+    return fail(notAvailable, L"no value for " + std::wstring(viewOf(property)));
+}
+
+HRESULT FakeMaterial::getOverall(BSTR property, VARIANT* values) {
+    const std::wstring name(viewOf(property));
+    if (name == L"flow") {
+        std::vector<double> flows = stream.overall[L"fraction"];
+        for (double& flow : flows)
+            flow *= stream.overall[L"totalFlow"].at(0);
+        return give(values, flows);
+    }
+    const auto found = stream.overall.find(name);
+    return found == stream.overall.end() ? unknown(property) : give(values, found->second);
+}
+
+HRESULT FakeMaterial::setOverall(BSTR property, const VARIANT& values) {
+    stream.overall[std::wstring(viewOf(property))] = realsOf(values);
+    return S_OK;
+}
+
+HRESULT FakeMaterial::getOfPhase(BSTR property, BSTR label, VARIANT* values) {
+    const FakePhase* phase = stream.findPhase(std::wstring(viewOf(label)));
+    if (!phase)
+        return fail(invalidArgument, L"no such phase");
+    const std::wstring name(viewOf(property));
+    if (name == L"phaseFraction")
+        return give(values, {&phase->fraction, 1});
+    if (name == L"fraction")
+        return give(values, phase->composition);
+    const auto found = phase->properties.find(name);
+    if (found == phase->properties.end() || !calculated_.contains(calculationOf(name, phase->label)))
+        return unknown(property);
+    return give(values, {&found->second, 1});
+}
+
+HRESULT FakeMaterial::setOfPhase(BSTR property, BSTR label, const VARIANT& values) {
+    FakePhase* phase = stream.findPhase(std::wstring(viewOf(label)));
+    if (!phase)
+        return fail(invalidArgument, L"no such phase");
+    const std::vector<double> reals = realsOf(values);
+    if (viewOf(property) == L"phaseFraction" && reals.size() == 1)
+        phase->fraction = reals.front();
+    else if (viewOf(property) == L"fraction")
+        phase->composition = reals;
+    return S_OK;
+}
+
+HRESULT FakeMaterial::calculate(const VARIANT& properties, const std::wstring& label) {
+    const FakePhase* phase = stream.findPhase(label);
+    if (!phase || properties.vt != (VT_ARRAY | VT_BSTR))
+        return fail(invalidArgument, L"no such phase or no list of properties");
+    const std::wstring_view name = viewOf(*static_cast<BSTR*>(properties.parray->pvData));
+    if (!phase->properties.contains(std::wstring(name)))
+        return fail(computationError, L"can't calculate " + std::wstring(name));
+    calculated_.insert(calculationOf(name, label));
+    return S_OK;
+}
+
+HRESULT FakeMaterial::flash() {
+    if (onFlash)
+        onFlash(stream);
+    return S_OK;
+}
+
+} // namespace solvane

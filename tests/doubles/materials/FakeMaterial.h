@@ -1,0 +1,79 @@
+/// What the doubles of both generations of a host's material have in common.
+#pragma once
+
+#include "CallRecord.h"
+#include "CapeOpen.h"
+#include "FakeStream.h"
+#include "com/ComRef.h"
+#include "com/Dispatch.h"
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace solvane {
+
+/// A material that holds a FakeStream, records its calls and fails where a test says so. Its copies share its
+/// record, where their calls begin with "copy.".
+class FakeMaterial : public DispatchImpl<ECapeUser>, public DispatchImpl<ECapeRoot> {
+public:
+    explicit FakeMaterial(FakeStream initial) : stream(std::move(initial)) {}
+    FakeMaterial(const FakeMaterial&) = delete;
+    FakeMaterial& operator=(const FakeMaterial&) = delete;
+
+    FakeStream stream;
+    std::shared_ptr<CallRecord> record = std::make_shared<CallRecord>();
+    /// What a flash does to the stream; nothing by itself.
+    std::function<void(FakeStream&)> onFlash;
+
+    /// Interfaces that this object, or its copies, say they don't have.
+    std::vector<IID> hidden;
+    std::vector<IID> hiddenOnCopies;
+
+    /// The last failure, as ECapeUser and ECapeRoot tell it.
+    std::wstring errorDescription;
+    std::wstring errorName;
+
+    // ECapeRoot, ECapeUser
+    STDMETHODIMP get_name(BSTR* name) override;
+    STDMETHODIMP get_code(LONG* code) override;
+    STDMETHODIMP get_description(BSTR* description) override;
+    STDMETHODIMP get_scope(BSTR* scope) override;
+    STDMETHODIMP get_interfaceName(BSTR* interfaceName) override;
+    STDMETHODIMP get_operation(BSTR* operation) override;
+    STDMETHODIMP get_moreInfo(BSTR* moreInfo) override;
+
+protected:
+    virtual ~FakeMaterial() = default;
+
+    bool isHidden(REFIID iid) const { return std::ranges::find(hidden, iid) != hidden.end(); }
+
+    /// Makes of `copy` a copy of this object but for its stream.
+    void adopt(FakeMaterial& copy) const;
+
+    /// Records the call, then lets its body answer or strikes with the fault for it.
+    HRESULT answer(const std::string& call, std::initializer_list<VARIANT*> results,
+                   const std::function<HRESULT()>& body);
+    /// The same for a call that gives an object.
+    HRESULT answerObject(const std::string& call, IDispatch** result, const std::function<HRESULT()>& body);
+    /// Fails as a material fails: with a code, and a text for it.
+    HRESULT fail(HRESULT result, std::wstring description);
+
+    HRESULT getOverall(BSTR property, VARIANT* values);
+    HRESULT setOverall(BSTR property, const VARIANT& values);
+    HRESULT getOfPhase(BSTR property, BSTR phase, VARIANT* values);
+    HRESULT setOfPhase(BSTR property, BSTR phase, const VARIANT& values);
+    HRESULT calculate(const VARIANT& properties, const std::wstring& phase);
+    HRESULT flash();
+
+private:
+    HRESULT unknown(BSTR property);
+
+    std::string prefix_;
+    std::set<std::wstring> calculated_; ///< property and phase
+};
+
+} // namespace solvane
