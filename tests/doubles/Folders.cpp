@@ -1,0 +1,55 @@
+#include "Folders.h"
+
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+namespace solvane {
+
+namespace {
+
+std::wstring temporaryPath() {
+    std::wstring path(1024, L'\0');
+    path.resize(GetTempPathW(static_cast<DWORD>(path.size()), path.data()));
+    return path;
+}
+
+} // namespace
+
+std::string readFile(const std::wstring& path) {
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    if (!file)
+        return "?";
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void writeFile(const std::wstring& path, const std::string& bytes) {
+    std::ofstream(std::filesystem::path(path), std::ios::binary) << bytes;
+}
+
+std::vector<std::wstring> namesIn(const std::wstring& folder) {
+    std::set<std::wstring> names;
+    std::error_code missing;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, missing))
+        names.insert(entry.path().filename().wstring());
+    return {names.begin(), names.end()};
+}
+
+TemporaryFolder::TemporaryFolder() : former_(temporaryPath()) {
+    static int count = 0;
+    path_ = former_ + L"solvane-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) +
+            L"\\";
+    std::filesystem::create_directory(path_);
+    SetEnvironmentVariableW(L"TMP", path_.c_str());
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    SetEnvironmentVariableW(L"TMP", former_.c_str());
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+} // namespace solvane

@@ -1,0 +1,32 @@
+/// Files and folders as the tests look at them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace solvane {
+
+/// The file's bytes; "?" where it can't be read.
+std::string readFile(const std::wstring& path);
+void writeFile(const std::wstring& path, const std::string& bytes);
+
+/// The names in a folder, which ends in a backslash, sorted.
+std::vector<std::wstring> namesIn(const std::wstring& folder);
+
+/// An empty folder of the test's own. For its lifetime it is the process's temporary folder.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    /// With a trailing backslash.
+    const std::wstring& path() const { return path_; }
+
+private:
+    std::wstring path_;
+    std::wstring former_;
+};
+
+} // namespace solvane
