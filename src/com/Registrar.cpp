@@ -5,13 +5,7 @@
 
 namespace solvane {
 
-namespace {
-
-// The system's own class and interface: {44EC053A-...} makes an IRegistrar.
-constexpr CLSID registrarClass{0x44EC053A, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0xA0, 0xC9, 0x03, 0x91, 0xD3}};
-constexpr IID registrarInterface{
-    0x44EC053B, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0xA0, 0xC9, 0x03, 0x91, 0xD3}};
-
+// Not in an unnamed namespace: there the compiler knows that nobody implements it, and drops the calls.
 struct IRegistrar : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE AddReplacement(LPCOLESTR key, LPCOLESTR item) = 0;
     virtual HRESULT STDMETHODCALLTYPE ClearReplacements() = 0;
@@ -24,6 +18,13 @@ struct IRegistrar : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE ResourceRegister(LPCOLESTR file, UINT id, LPCOLESTR type) = 0;
     virtual HRESULT STDMETHODCALLTYPE ResourceUnregister(LPCOLESTR file, UINT id, LPCOLESTR type) = 0;
 };
+
+namespace {
+
+// The system's own class and interface: {44EC053A-...} makes an IRegistrar.
+constexpr CLSID registrarClass{0x44EC053A, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0xA0, 0xC9, 0x03, 0x91, 0xD3}};
+constexpr IID registrarInterface{
+    0x44EC053B, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0xA0, 0xC9, 0x03, 0x91, 0xD3}};
 
 /// A class object may be asked for before the caller has an apartment.
 class Apartment {
