@@ -1,0 +1,39 @@
+/// The object that late-bound clients create.
+#pragma once
+
+#include "com/Object.h"
+
+#include <oaidl.h>
+
+#include <span>
+
+namespace solvane::engine {
+
+/// Offers `Execute(text)`, which returns what the command printed, `Visible`, and `Quit`. There is one a
+/// server process, and its end is the process's end.
+class CAutomationObject : public CComObjectRoot, public IDispatch {
+public:
+    ~CAutomationObject() override;
+    static std::span<const InterfaceEntry> interfaceTable();
+    /// Fails where Octave is not found, or does not start in time.
+    HRESULT FinalConstruct();
+
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override;
+    STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
+    /// Beside its usual results it returns the code of what became of Octave, since that has a text of its
+    /// own in the system's table, where DISP_E_EXCEPTION would not say what happened; the exception record
+    /// tells the same in words.
+    STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
+                        VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
+
+private:
+    HRESULT execute(DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception, UINT* argumentError);
+    HRESULT visible(WORD flags, DISPPARAMS& parameters, VARIANT* result, UINT* argumentError);
+    HRESULT quit(DISPPARAMS& parameters);
+
+    // Octave has no window here; the value is only remembered.
+    LONG visible_ = 0;
+};
+
+} // namespace solvane::engine

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace solvane::engine {
+
+/// Ends this process when its client's process ends, however that comes.
+///
+/// Windows needs no help: COM there pings its clients, and releases after some minutes what a dead one held,
+/// which is the end of this process as well. Wine's COM does not ping, but starts the server from the
+/// client's own process, so that the parent is the client.
+void endWithClient();
+
+} // namespace solvane::engine

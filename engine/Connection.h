@@ -1,0 +1,67 @@
+/// One TCP connection to Octave's side, on which messages pass.
+#pragma once
+
+#include "EngineProtocol.h"
+
+#include <winsock2.h>
+
+#include "com/Handle.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace solvane::engine {
+
+// clang-format off
+struct SocketPolicy { using Type = SOCKET; static Type empty() { return INVALID_SOCKET; } static void close(Type s) { closesocket(s); } };
+// clang-format on
+
+using Socket = Unique<SocketPolicy>;
+
+/// The first bytes of a message; `length` bytes follow.
+struct MessageHeader {
+    MessageKind kind;
+    std::uint32_t length;
+};
+
+/// Blocking, and used by one thread, except for `isAlive`. Every operation is false once the other side is
+/// gone.
+class Connection {
+public:
+    Connection() = default;
+    explicit Connection(Socket socket) : socket_(std::move(socket)) {}
+
+    explicit operator bool() const { return static_cast<bool>(socket_); }
+
+    /// How long a read may take before it fails, in milliseconds; 0 for ever.
+    void setReadTimeout(DWORD milliseconds);
+
+    /// Fills all of `bytes`.
+    bool read(std::span<std::byte> bytes);
+    template <class Value>
+    bool readValue(Value& value) {
+        return read(std::as_writable_bytes(std::span(&value, 1)));
+    }
+    bool readHeader(MessageHeader& header);
+    /// Reads `count` bytes and drops them.
+    bool skip(std::uint32_t count);
+
+    bool send(MessageKind kind, std::span<const std::byte> bytes);
+    bool send(MessageKind kind, std::string_view text) { return send(kind, std::as_bytes(std::span(text))); }
+
+    /// Whether the other side still holds the connection, as far as is known now.
+    bool isAlive() const;
+
+private:
+    bool refill();
+
+    Socket socket_;
+    // Most messages are small: one system call gets the whole of one.
+    std::array<std::byte, 4096> buffer_;
+    std::size_t begin_ = 0;
+    std::size_t end_ = 0;
+};
+
+} // namespace solvane::engine

@@ -1,0 +1,44 @@
+/// Takes the connections that one Octave process makes to the server.
+#pragma once
+
+#include "Connection.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+namespace solvane::engine {
+
+/// Listens on 127.0.0.1 for its lifetime. Knows connections by their greeting, keeps the one that takes
+/// commands for its owner, and serves each gateway connection on a thread of its own.
+class EngineListener {
+public:
+    EngineListener();
+    ~EngineListener();
+    EngineListener(const EngineListener&) = delete;
+    EngineListener& operator=(const EngineListener&) = delete;
+
+    /// False where no port could be had.
+    explicit operator bool() const { return port_ != 0; }
+    std::uint16_t port() const { return port_; }
+    const std::string& token() const { return token_; }
+
+    /// Waits for the connection that takes commands; nothing after `milliseconds`, or as soon as `process`,
+    /// which may be null, has ended.
+    std::optional<Connection> waitForCommandConnection(HANDLE process, DWORD milliseconds);
+
+private:
+    struct CommandConnection;
+
+    void accept();
+
+    std::string token_;
+    std::uint16_t port_ = 0;
+    // Shared with the threads that read greetings, which may outlive the listener.
+    std::shared_ptr<CommandConnection> command_;
+    Socket socket_;
+    std::thread acceptor_;
+};
+
+} // namespace solvane::engine

@@ -1,0 +1,58 @@
+#include "OctaveProcess.h"
+
+#include "com/Module.h"
+#include "com/Text.h"
+
+namespace solvane::engine {
+
+namespace {
+
+// Octave starts within half a second as a rule, and within some seconds from a cold disk.
+constexpr DWORD startTimeout = 30000;
+
+/// The folder of Octave's side, beside this program.
+std::wstring engineFolder() {
+    const std::wstring program = ComModule::current().path();
+    return program.substr(0, program.find_last_of(L'\\')) + L"\\octave";
+}
+
+} // namespace
+
+HRESULT OctaveProcess::launch(std::wstring& error) {
+    OctaveProgram program;
+    if (!OctaveProgram::find(program, error))
+        return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
+    if (!listener_) {
+        error = L"No port of 127.0.0.1 could be had for Octave to connect to";
+        return HRESULT_FROM_WIN32(WSAEADDRNOTAVAIL);
+    }
+    SetEnvironmentVariableA(portVariable, std::to_string(listener_.port()).c_str());
+    SetEnvironmentVariableA(tokenVariable, listener_.token().c_str());
+    return program.start(engineFolder(), process_, error);
+}
+
+HRESULT OctaveProcess::waitUntilReady(std::wstring& error) {
+    if (commands_)
+        return S_OK;
+    auto connection = listener_.waitForCommandConnection(process_.get(), startTimeout);
+    if (!connection) {
+        error = L"Octave was started, but did not connect";
+        return HRESULT_FROM_WIN32(ERROR_TIMEOUT);
+    }
+    commands_ = std::move(*connection);
+    return S_OK;
+}
+
+bool OctaveProcess::execute(const std::wstring& command, std::wstring& output) {
+    MessageHeader answer;
+    if (!commands_.send(MessageKind::execute, narrow(command, CP_UTF8)) || !commands_.readHeader(answer) ||
+        answer.kind != MessageKind::result)
+        return false;
+    std::string printed(answer.length, '\0');
+    if (!commands_.read(std::as_writable_bytes(std::span(printed))))
+        return false;
+    output = widen(printed, CP_UTF8);
+    return true;
+}
+
+} // namespace solvane::engine

@@ -1,0 +1,140 @@
+#include "OctaveProgram.h"
+
+#include "WinePaths.h"
+#include "com/Registry.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace solvane::engine {
+
+namespace {
+
+constexpr wchar_t programVariable[] = L"SOLVANE_OCTAVE";
+constexpr wchar_t settingsKey[] = L"Software\\SolvaneUO";
+constexpr wchar_t programValue[] = L"OctaveProgram";
+
+constexpr std::array linuxPrograms = {L"/usr/bin/octave-cli", L"/usr/local/bin/octave-cli"};
+
+/// Where the installers for Windows put one folder a version, with environment variables.
+constexpr std::array installationFolders = {L"%ProgramFiles%\\GNU Octave",
+                                            L"%LocalAppData%\\Programs\\GNU Octave", L"C:\\Octave"};
+/// Below a version's folder, newer layout first.
+constexpr std::array programsOfVersion = {L"\\mingw64\\bin\\octave-cli.exe",
+                                          L"\\mingw32\\bin\\octave-cli.exe", L"\\bin\\octave-cli.exe"};
+
+bool isFile(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+std::wstring expand(const wchar_t* text) {
+    std::wstring expanded(ExpandEnvironmentStringsW(text, nullptr, 0), L'\0');
+    ExpandEnvironmentStringsW(text, expanded.data(), static_cast<DWORD>(expanded.size()));
+    expanded.resize(std::wcslen(expanded.c_str()));
+    return expanded;
+}
+
+std::wstring programThatWasSet() {
+    const std::wstring fromEnvironment = expand((L"%" + std::wstring(programVariable) + L"%").c_str());
+    if (!fromEnvironment.starts_with(L'%'))
+        return fromEnvironment;
+    for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE})
+        if (const auto value = readRegistryString(root, settingsKey, programValue))
+            return *value;
+    return {};
+}
+
+struct InstalledVersion {
+    std::wstring name; // Octave-10.1.0, which is newer than Octave-9.4.0
+    std::wstring folder;
+};
+
+bool isNewer(const InstalledVersion& left, const InstalledVersion& right) {
+    return CompareStringEx(LOCALE_NAME_INVARIANT, SORT_DIGITSASNUMBERS, left.name.c_str(), -1,
+                           right.name.c_str(), -1, nullptr, nullptr, 0) == CSTR_GREATER_THAN;
+}
+
+/// Newest first.
+std::vector<InstalledVersion> installedVersions() {
+    std::vector<InstalledVersion> versions;
+    for (const wchar_t* pattern : installationFolders) {
+        const std::wstring folder = expand(pattern) + L'\\';
+        WIN32_FIND_DATAW entry;
+        const FindHandle search(FindFirstFileW((folder + L"Octave-*").c_str(), &entry));
+        for (BOOL more = static_cast<bool>(search); more; more = FindNextFileW(search.get(), &entry))
+            versions.push_back({entry.cFileName, folder + entry.cFileName});
+    }
+    std::stable_sort(versions.begin(), versions.end(), isNewer);
+    return versions;
+}
+
+std::wstring installedProgram() {
+    if (isWine())
+        for (const wchar_t* program : linuxPrograms)
+            if (isFile(windowsPath(program)))
+                return program;
+    for (const InstalledVersion& version : installedVersions())
+        for (const wchar_t* program : programsOfVersion)
+            if (isFile(version.folder + program))
+                return version.folder + program;
+    return {};
+}
+
+} // namespace
+
+bool OctaveProgram::find(OctaveProgram& program, std::wstring& error) {
+    program.path_ = programThatWasSet();
+    if (!program.path_.empty()) {
+        if (isFile(program.filePath()))
+            return true;
+        error = L"There is no file " + program.path_ + L", which is set as the Octave to run";
+        return false;
+    }
+    program.path_ = installedProgram();
+    if (!program.path_.empty())
+        return true;
+    error = L"Octave was not found; set the environment variable SOLVANE_OCTAVE, or OctaveProgram in "
+            L"HKEY_CURRENT_USER\\Software\\SolvaneUO, to the path of octave-cli";
+    return false;
+}
+
+std::wstring OctaveProgram::filePath() const {
+    return isLinux() ? windowsPath(path_) : path_;
+}
+
+std::wstring OctaveProgram::commandLine(const std::wstring& engineFolder) const {
+    const std::wstring folder = isLinux() ? unixPath(engineFolder) : engineFolder;
+    return L"\"" + path_ +
+           L"\" --no-init-file --no-site-file --no-history --no-line-editing --no-gui --quiet --path \"" +
+           folder + L"\" --eval solvaneEngine";
+}
+
+HRESULT OctaveProgram::start(const std::wstring& engineFolder, Handle& process, std::wstring& error) const {
+    SECURITY_ATTRIBUTES inherited{};
+    inherited.nLength = sizeof inherited;
+    inherited.bInheritHandle = TRUE;
+    const std::wstring nothing = isLinux() ? windowsPath(L"/dev/null") : L"NUL";
+    const FileHandle stream(CreateFileW(nothing.c_str(), GENERIC_READ | GENERIC_WRITE,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, OPEN_EXISTING, 0,
+                                        nullptr));
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = startup.hStdOutput = startup.hStdError = stream.get();
+
+    std::wstring command = commandLine(engineFolder);
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(filePath().c_str(), command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
+                        nullptr, &startup, &started)) {
+        const DWORD code = GetLastError();
+        error = path_ + L" could not be started (error " + std::to_wstring(code) + L")";
+        return HRESULT_FROM_WIN32(code);
+    }
+    const Handle thread(started.hThread);
+    process.reset(started.hProcess);
+    return S_OK;
+}
+
+} // namespace solvane::engine

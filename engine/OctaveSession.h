@@ -1,0 +1,48 @@
+/// What one automation object stands for: Octave, whichever process that is at the time.
+#pragma once
+
+#include "OctaveProcess.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace solvane::engine {
+
+/// One session a server process. Used on its main thread.
+class OctaveSession {
+public:
+    OctaveSession() { current_ = this; }
+    OctaveSession(const OctaveSession&) = delete;
+    OctaveSession& operator=(const OctaveSession&) = delete;
+
+    static OctaveSession& current() { return *current_; }
+
+    /// Launches Octave without waiting for it: it starts while the client is still on its way here.
+    void launch();
+
+    /// Makes sure that Octave runs and takes commands.
+    HRESULT start(std::wstring& error);
+
+    /// Runs a command and takes what it printed. Where Octave ends meanwhile, the command fails; the next one
+    /// gets a fresh Octave, with the former one's path entries and current folder.
+    HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
+
+    void end() { process_.reset(); }
+
+private:
+    HRESULT fail(HRESULT result);
+    bool replay();
+    void remember(const std::wstring& command);
+
+    inline static OctaveSession* current_ = nullptr;
+
+    std::unique_ptr<OctaveProcess> process_; // null where none runs
+    HRESULT launched_ = S_OK;
+    std::wstring launchError_;
+    // Commands that succeeded, as they came: a fresh Octave gets them again.
+    std::vector<std::wstring> pathCommands_;
+    std::wstring folderCommand_;
+};
+
+} // namespace solvane::engine

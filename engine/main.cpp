@@ -1,0 +1,128 @@
+/// OctaveAutomationServer: GNU Octave as a COM automation server, for what drives Matlab that way. COM starts
+/// one process for each object that a client creates.
+#include "AutomationObject.h"
+#include "ClientWatch.h"
+#include "OctaveSession.h"
+#include "ServerRegistration.h"
+#include "com/ClassFactory.h"
+#include "com/Text.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace solvane::engine {
+
+namespace {
+
+// A server that was started for a client that never came ends after this time, in milliseconds.
+constexpr UINT unusedTimeout = 120000;
+
+constexpr wchar_t usage[] =
+    L"GNU Octave as a COM automation server\n"
+    L"\n"
+    L"  OctaveAutomationServer /RegServer             register for all users\n"
+    L"  OctaveAutomationServer /RegServer /PerUser    register for this user\n"
+    L"  OctaveAutomationServer /UnregServer           remove both registrations\n"
+    L"  OctaveAutomationServer --help                 this text\n"
+    L"\n"
+    L"Registers SolvaneOctave.Application, and Matlab.Application unless a Matlab holds it.\n"
+    L"Runs the Octave that the environment variable SOLVANE_OCTAVE names, or OctaveProgram in\n"
+    L"Software\\SolvaneUO of HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE, or else an installed one.\n";
+
+enum ExitCode { exitDone = 0, exitFailed = 1, exitUsage = 2 };
+
+/// The program has no console of its own, which COM would show, but prints to that of its caller.
+void attachToConsole() {
+    if (GetStdHandle(STD_OUTPUT_HANDLE) || !AttachConsole(ATTACH_PARENT_PROCESS))
+        return;
+    std::freopen("CONOUT$", "w", stdout);
+    std::freopen("CONOUT$", "w", stderr);
+}
+
+int fail(const std::wstring& text) {
+    std::fprintf(stderr, "OctaveAutomationServer: %ls\n", text.c_str());
+    return exitFailed;
+}
+
+int runRegistration(RegistrationScope scope) {
+    std::wstring error;
+    bool standsForMatlab = false;
+    if (!registerServer(scope, ComModule::current().path(), standsForMatlab, error))
+        return fail(error);
+    std::printf("Registered SolvaneOctave.Application%s\n",
+                standsForMatlab ? " and Matlab.Application"
+                                : "; Matlab.Application is another server's and stays so");
+    return exitDone;
+}
+
+int runRemoval() {
+    std::wstring error;
+    if (!unregisterServer(error))
+        return fail(error);
+    std::printf("Removed the registration\n");
+    return exitDone;
+}
+
+/// Runs until the object's end posts the quit message.
+void runMessages() {
+    const UINT_PTR timer = SetTimer(nullptr, 0, unusedTimeout, nullptr);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (message.message == WM_TIMER && message.wParam == timer && ComModule::current().lockCount() == 0)
+            return;
+        DispatchMessageW(&message);
+    }
+}
+
+int runServer() {
+    WSADATA sockets;
+    if (WSAStartup(MAKEWORD(2, 2), &sockets) != 0)
+        return fail(L"The sockets could not be initialised");
+    endWithClient();
+    OctaveSession session;
+    session.launch();
+
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+        return fail(L"COM could not be initialised");
+    ComRef<IUnknown> factory;
+    DWORD registered = 0;
+    HRESULT result = createClassFactory(createInstance<CAutomationObject>, factory.putVoid());
+    if (SUCCEEDED(result))
+        result = CoRegisterClassObject(automationClass, factory.get(), CLSCTX_LOCAL_SERVER, REGCLS_SINGLEUSE,
+                                       &registered);
+    if (SUCCEEDED(result)) {
+        runMessages();
+        CoRevokeClassObject(registered);
+    }
+    factory.reset();
+    CoUninitialize();
+    return SUCCEEDED(result) ? exitDone : fail(L"COM refused the server");
+}
+
+int run(const std::vector<std::wstring>& options) {
+    const auto has = [&](std::wstring_view name) {
+        return std::any_of(options.begin(), options.end(), [&](const std::wstring& option) {
+            return (option.starts_with(L'/') || option.starts_with(L'-')) &&
+                   compareNoCase(std::wstring_view(option).substr(1), name) == 0;
+        });
+    };
+    if (has(L"Embedding"))
+        return runServer();
+    attachToConsole();
+    if (has(L"RegServer"))
+        return runRegistration(has(L"PerUser") ? RegistrationScope::user : RegistrationScope::machine);
+    if (has(L"UnregServer"))
+        return runRemoval();
+    std::printf("%ls", usage);
+    return has(L"-help") || has(L"?") ? exitDone : exitUsage;
+}
+
+} // namespace
+
+} // namespace solvane::engine
+
+int wmain(int count, wchar_t** arguments) {
+    solvane::ComModule module;
+    return solvane::engine::run({arguments + std::min(count, 1), arguments + count});
+}

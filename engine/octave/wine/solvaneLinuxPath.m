@@ -1,0 +1,46 @@
+% The Linux path of a path as Windows programs under Wine write it; or of several, with ";" between them.
+% Anything else comes back as it is.
+
+function path = solvaneLinuxPath (path)
+  if (! ischar (path) || isempty (regexp (path, '\\|^[A-Za-z]:', "once")))
+    return;
+  end
+  folders = cellfun (@translate, strsplit (path, ";"), "UniformOutput", false);
+  path = strjoin (folders, pathsep ());
+end
+
+function path = translate (path)
+  path = strrep (path, '\', "/");
+  if (strncmp (path, "//?/unix/", 9))
+    path = path(9:end);
+  elseif (! isempty (regexp (path, '^[A-Za-z]:', "once")))
+    path = descend (driveFolder (path(1:2)), strsplit (path(3:end), "/"));
+  end
+end
+
+% A drive is a link in Wine's folder of devices. Its own name, with the colon, could not stand in Octave's path.
+function folder = driveFolder (drive)
+  prefix = getenv ("WINEPREFIX");
+  if (isempty (prefix))
+    prefix = fullfile (getenv ("HOME"), ".wine");
+  end
+  folder = canonicalize_file_name (fullfile (prefix, "dosdevices", lower (drive)));
+  if (isempty (folder))
+    error ("there is no drive %s", drive);
+  end
+end
+
+% Windows names have no case: each that isn't there as it is written is looked for in any case.
+function path = descend (path, names)
+  for k = find (! cellfun (@isempty, names))
+    name = names{k};
+    if (! exist (fullfile (path, name), "file") && isfolder (path))
+      present = readdir (path);
+      same = find (strcmpi (present, name), 1);
+      if (! isempty (same))
+        name = present{same};
+      end
+    end
+    path = fullfile (path, name);
+  end
+end

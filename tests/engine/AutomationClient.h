@@ -1,0 +1,71 @@
+/// A late-bound client of the server, as the tests need it. The test program registers the server that was
+/// built with it.
+#pragma once
+
+#include "com/ComRef.h"
+#include "com/Variant.h"
+
+#include <oaidl.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace solvane::engine {
+
+/// The Windows path of what was built: a file name below the folder of binaries.
+std::wstring builtFile(std::wstring_view name);
+
+/// Runs a program to its end. Returns its exit code, and all that it printed where `printed` is given.
+DWORD runProgram(std::wstring command, std::string* printed = nullptr);
+
+/// The result of a call, with the exception record's text.
+struct Call {
+    HRESULT result;
+    Variant value;
+    std::wstring description;
+};
+
+class AutomationClient {
+public:
+    /// Expects success.
+    AutomationClient();
+
+    static HRESULT create(ComRef<IDispatch>& object);
+
+    /// The output of a command. Expects the call to succeed.
+    std::wstring execute(std::wstring_view command);
+    Call call(const wchar_t* member, WORD flags, const Variant* argument = nullptr);
+
+    /// Lets go of the server.
+    void release() { object_.reset(); }
+
+private:
+    ComRef<IDispatch> object_;
+};
+
+/// A new folder for scripts, removed with all that is in it. Its name has what makes paths hard: blanks,
+/// letters outside ASCII, capitals.
+class ScriptFolder {
+public:
+    ScriptFolder();
+    ~ScriptFolder();
+    ScriptFolder(const ScriptFolder&) = delete;
+    ScriptFolder& operator=(const ScriptFolder&) = delete;
+
+    /// As a Windows program writes it, without a backslash at the end.
+    const std::wstring& path() const { return path_; }
+    /// Writes a file with the given bytes.
+    void write(std::wstring_view name, std::string_view content) const;
+    std::string read(std::wstring_view name) const;
+
+private:
+    std::wstring path_;
+};
+
+/// Whether the Linux process lives and is an Octave.
+bool isOctaveRunning(const std::string& processId);
+/// Waits some seconds at most for the process to end.
+bool hasOctaveEnded(const std::string& processId);
+
+} // namespace solvane::engine

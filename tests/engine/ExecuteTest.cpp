@@ -1,0 +1,101 @@
+#include "AutomationClient.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace solvane::engine {
+
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Execute : public testing::Test {
+protected:
+    AutomationClient octave;
+};
+
+TEST_F(Execute, returnsAllThatACommandPrints) {
+    struct Case {
+        const wchar_t* command;
+        const wchar_t* printed;
+    };
+    // One after the other in one workspace.
+    const Case cases[] = {
+        {L"x = 6;", L""},
+        {L"x * 7", L"ans = 42\n"},
+        {L"disp('a'); error('boom')", L"a\n??? boom\n"},
+        {L"error(\"first\\n  second\")", L"??? first\n  second\n"},
+        {L"warning('hot'); printf('%d\\n', x)", L"warning: hot\n6\n"},
+        {L"if x == 6\n  disp('lines')\nend", L"lines\n"},
+        {L"s = 'it''s \\n \"quoted\"'", L"s = it's \\n \"quoted\"\n"},
+        {L"nosuch", L"??? 'nosuch' undefined near line 1, column 1\n"},
+        {L"system('echo from below; exit 3');", L"from below\n"},
+        {L"disp(['naïve Ω ' '漢字 😀'])", L"naïve Ω 漢字 😀\n"},
+    };
+    for (const Case& test : cases)
+        EXPECT_EQ(octave.execute(test.command), test.printed);
+    EXPECT_THAT(octave.execute(L"y = ["), StartsWith(L"??? parse error"));
+}
+
+TEST_F(Execute, takesWhatLateBoundClientsSend) {
+    const Variant number(LONG{17});
+    EXPECT_EQ(octave.call(L"execute", DISPATCH_METHOD | DISPATCH_PROPERTYGET, &number).value.text(),
+              L"ans = 17\n");
+    EXPECT_EQ(octave.call(L"Execute", DISPATCH_METHOD).result, DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(octave.call(L"Evaluate", DISPATCH_METHOD).result, DISP_E_UNKNOWNNAME);
+
+    const Variant yes(true);
+    const Variant zero(LONG{0});
+    EXPECT_EQ(octave.call(L"Visible", DISPATCH_PROPERTYPUT, &yes).result, S_OK);
+    EXPECT_EQ(octave.call(L"Visible", DISPATCH_PROPERTYGET).value.integer(), 1);
+    EXPECT_EQ(octave.call(L"Visible", DISPATCH_PROPERTYPUT, &zero).result, S_OK);
+    EXPECT_EQ(octave.call(L"Visible", DISPATCH_PROPERTYGET).value.integer(), 0);
+}
+
+TEST_F(Execute, survivesWhatScriptsDoToTheirSurroundings) {
+    ScriptFolder folder;
+    for (const wchar_t* command : {L"clear functions", L"clear globals", L"clear variables", L"clear all",
+                                   L"clear -all", L"clear mex", L"restoredefaultpath;", L"echo on all",
+                                   L"function cd, error('mine'), end, clear cd", L"close all; fclose all;"}) {
+        octave.execute(command);
+        EXPECT_EQ(octave.execute(L"cd '" + folder.path() + L"'"), L"") << command;
+        EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n") << command;
+    }
+    EXPECT_THAT(octave.execute(L"keyboard"), StartsWith(L"???")) << "nobody could answer";
+}
+
+TEST_F(Execute, takesWindowsPathsInCommandsAndScripts) {
+    const ScriptFolder here;
+    const ScriptFolder there;
+    here.write(L"goThere.m", "cd(other)\naddpath(home, other)\n");
+    there.write(L"answer.m", "function a = answer\na = 42;\n");
+    std::wstring loud = here.path();
+    std::transform(loud.begin(), loud.end(), loud.begin(),
+                   [](wchar_t c) { return c < 128 ? std::towupper(c) : c; });
+
+    EXPECT_EQ(octave.execute(L"cd '" + loud + L"\\'"), L"") << "a trailing backslash, another case";
+    EXPECT_EQ(octave.execute(L"home = '" + here.path() + L"'; other = '" + there.path() + L"';"), L"");
+    EXPECT_EQ(octave.execute(L"goThere"), L"");
+    EXPECT_EQ(octave.execute(L"cd .."), L"");
+    EXPECT_EQ(octave.execute(L"answer"), L"ans = 42\n") << "found on the path";
+    EXPECT_EQ(octave.execute(L"rmpath(other); disp(exist('answer'))"), L"0\n");
+
+    for (const wchar_t* missing : {L"cd 'C:\\no such folder'", L"addpath 'C:\\no such folder'", L"cd 'J:\\'"})
+        EXPECT_NE(octave.execute(missing), L"") << missing;
+}
+
+TEST_F(Execute, returnsFiftyMegabytes) {
+    const std::wstring printed =
+        octave.execute(L"for k = 1:50, disp(repmat(char(64 + mod(k, 26)), 1, 1e6)); end");
+    ASSERT_EQ(printed.size(), 50u * 1000001u);
+    EXPECT_EQ(printed[0], L'A');
+    EXPECT_EQ(printed[printed.size() - 2], L'X');
+    EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n");
+}
+
+} // namespace
+
+} // namespace solvane::engine

@@ -1,0 +1,116 @@
+#include "AutomationClient.h"
+
+#include <gmock/gmock.h>
+
+namespace solvane::engine {
+
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr char runScript[] = R"(%Solvane Unit Operation Script
+clear functions
+clear globals
+clear variables
+lasterr('')
+%note: when changing globals, change unitCalc.m header
+global nComp nPhase compNames phaseNames phaseAggregationStates AGGSTATE_UNKNOWN AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID unit_ID setEchoOnValue
+%phase type definitions
+AGGSTATE_UNKNOWN=0;
+AGGSTATE_VAPOR=1;
+AGGSTATE_LIQUID=2;
+AGGSTATE_SOLID=3;
+%init
+echo initRun off
+initRun
+CapeOpenUnitMex(1,unit_ID);%init run
+%run user script
+disp('MATLAB output:')
+%all on single line: affects echo
+try; if (setEchoOnValue); echo unitCalc on; echo on; else echo unitCalc off; echo off; end; unitCalc; echo off; catch; echo off; disp(['Evaluation error: ' lasterr]); end;
+CapeOpenUnitMex(2);%term run
+disp('MATLAB done')
+)";
+
+constexpr char calculationHeader[] =
+    "function unitCalc\r\nglobal nComp nPhase compNames phaseNames phaseAggregationStates AGGSTATE_UNKNOWN "
+    "AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID\r\n";
+
+std::string withWindowsLineEnds(std::string_view text) {
+    std::string converted;
+    for (char c : text)
+        converted += c == '\n' ? "\r\n" : std::string(1, c);
+    return converted;
+}
+
+/// A unit's folder with the run script, as the unit fills it, and a gateway that only notes its calls.
+class RunScript : public testing::Test {
+protected:
+    RunScript() {
+        folder.write(L"runUnit.m", withWindowsLineEnds(runScript));
+        folder.write(L"CapeOpenUnitMex.m",
+                     "function CapeOpenUnitMex(varargin)\n"
+                     "f = fopen('calls.txt', 'a'); fprintf(f, '%d ', varargin{1}); fclose(f);\n");
+    }
+
+    std::wstring run(std::string_view script, int echo = 0) {
+        folder.write(L"unitCalc.m", calculationHeader + std::string(script));
+        folder.write(L"initRun.m",
+                     "setEchoOnValue=" + std::to_string(echo) +
+                         ";\r\nunit_ID='{00000000-0000-0000-0000-000000000000}';\r\nnComp=2;\r\n"
+                         "compNames={'A' 'B'};\r\nnPhase=2;\r\nphaseNames={'Vapor' 'Liquid'};\r\n"
+                         "phaseAggregationStates=[1,2];\r\n");
+        EXPECT_EQ(octave.execute(L"cd '" + folder.path() + L"\\'"), L"");
+        return octave.execute(L"runUnit");
+    }
+
+    ScriptFolder folder;
+    AutomationClient octave;
+};
+
+TEST_F(RunScript, showsTheScriptItsGlobalsAndTheHostItsOutput) {
+    EXPECT_EQ(run("disp(compNames{2})\r\ndisp(nComp + AGGSTATE_SOLID)\r\n"),
+              L"MATLAB output:\nB\n5\nMATLAB done\n");
+    EXPECT_EQ(folder.read(L"calls.txt"), "1 2 ");
+}
+
+TEST_F(RunScript, echoesTheScriptOnlyWhereAskedTo) {
+    folder.write(L"helper.m", "function helper\ninside = 1;\n");
+    const std::wstring echoed = run("answer = 6 * 7;\r\nhelper\r\nerror('stop')\r\n", 1);
+    EXPECT_THAT(echoed, Not(HasSubstr(L"inside")));
+    EXPECT_THAT(echoed, HasSubstr(L"answer = 6 * 7;"));
+    EXPECT_THAT(echoed, HasSubstr(L"Evaluation error: stop\n"));
+    EXPECT_THAT(echoed, EndsWith(L"MATLAB done\n"));
+    EXPECT_EQ(run("answer = 6 * 7;\r\n"), L"MATLAB output:\nMATLAB done\n") << "echo is off again";
+}
+
+TEST_F(RunScript, reportsErrorsBehindItsMarker) {
+    folder.write(L"inner.m", "function inner(n)\nerror('bad value %d', n);\n");
+    EXPECT_EQ(run("inner(3)"), L"MATLAB output:\nEvaluation error: bad value 3\nMATLAB done\n");
+    EXPECT_EQ(run("error(\"first\\nsecond\")"),
+              L"MATLAB output:\nEvaluation error: first\nsecond\nMATLAB done\n");
+    const std::wstring unparsable = run("x = [1, 2\r\ny = (3\r\n");
+    EXPECT_THAT(unparsable, StartsWith(L"MATLAB output:\nEvaluation error: parse error"));
+    EXPECT_THAT(unparsable, HasSubstr(L"unitCalc.m"));
+    EXPECT_THAT(unparsable, EndsWith(L"MATLAB done\n"));
+    EXPECT_EQ(run("disp(1)"), L"MATLAB output:\n1\nMATLAB done\n") << "nothing is left of the error";
+}
+
+TEST_F(RunScript, runsTheNewContentOfAFileThatChangedWithinASecond) {
+    for (int k = 1; k <= 8; ++k) {
+        folder.write(L"extra" + std::to_wstring(k) + L".m", "disp('new file')\n");
+        folder.write(L"same.m", "function same\ndisp(" + std::to_string(10 * k) + ")\n");
+        const std::string number = std::to_string(k);
+        const std::wstring wide = std::to_wstring(k);
+        EXPECT_EQ(run("disp(" + number + ")\r\nsame\r\nextra" + number + "\r\n"),
+                  L"MATLAB output:\n" + wide + L"\n" + std::to_wstring(10 * k) +
+                      L"\nnew file\nMATLAB done\n");
+    }
+}
+
+} // namespace
+
+} // namespace solvane::engine
