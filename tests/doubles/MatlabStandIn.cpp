@@ -22,6 +22,11 @@ void MatlabStandIn::forgetCalls() {
     calls_.clear();
 }
 
+std::wstring MatlabStandIn::workingFolder() {
+    const std::lock_guard hold(lock_);
+    return workingFolder_;
+}
+
 void MatlabStandIn::note(const std::wstring& call) {
     const std::lock_guard hold(lock_);
     calls_.push_back(call);
@@ -37,15 +42,30 @@ HRESULT MatlabStandIn::findMember(const wchar_t* name) {
     return unknown == unknownMembers.end() ? S_OK : unknown->second;
 }
 
+namespace {
+
+/// What stands between the quotes of a command like "cd 'folder'"; empty for another command.
+std::wstring quotedBehind(const std::wstring& verb, const std::wstring& command) {
+    const std::wstring before = verb + L" '";
+    if (!command.starts_with(before) || !command.ends_with(L'\''))
+        return {};
+    return command.substr(before.size(), command.size() - before.size() - 1);
+}
+
+} // namespace
+
 HRESULT MatlabStandIn::execute(const wchar_t* text, VARIANT* result) {
     const std::wstring command(text);
     note(command);
     std::wstring folder;
     {
         const std::lock_guard hold(lock_);
-        if (command.starts_with(L"cd '"))
-            folders_[GetCurrentThreadId()] = command.substr(4, command.size() - 5);
+        if (command.starts_with(L"cd "))
+            folders_[GetCurrentThreadId()] = quotedBehind(L"cd", command);
         folder = folders_[GetCurrentThreadId()];
+        // Of the folders on the path only the working folder ends so.
+        if (const std::wstring added = quotedBehind(L"addpath", command); added.ends_with(L'\\'))
+            workingFolder_ = added;
     }
     MatlabAnswer answer;
     if (command == L"runUnit")

@@ -50,6 +50,9 @@ public:
     std::vector<std::wstring> calls();
     void forgetCalls();
 
+    /// The working folder of the unit that was started last, with a trailing backslash.
+    std::wstring workingFolder();
+
 private:
     HRESULT create() override;
     HRESULT findMember(const wchar_t* name) override;
@@ -61,6 +64,7 @@ private:
 
     CriticalSection lock_;
     std::vector<std::wstring> calls_;
+    std::wstring workingFolder_;
     std::map<DWORD, std::wstring> folders_; ///< where the `cd` of each thread led
 };
 

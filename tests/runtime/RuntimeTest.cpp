@@ -1,16 +1,6 @@
 #include "RuntimeTest.h"
 
-#include <ranges>
-
 namespace solvane {
-
-std::wstring RuntimeTest::workingFolder() {
-    const std::wstring before = L"addpath '";
-    for (const std::wstring& call : matlab.calls() | std::views::reverse)
-        if (call.starts_with(before) && call.ends_with(L"\\'"))
-            return call.substr(before.size(), call.size() - before.size() - 1);
-    return {};
-}
 
 void RuntimeTest::calculate(ModelBag& bag, const std::function<void(GatewayClient& script)>& script) {
     const HostedUnit unit = createUnit(bag);

@@ -6,6 +6,7 @@
 #include "MatlabStandIn.h"
 #include "ModelBag.h"
 #include "UnitModule.h"
+#include "com/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -37,8 +38,7 @@ protected:
         return unit;
     }
 
-    /// The folder that the last unit told to Matlab's path, with a trailing backslash.
-    std::wstring workingFolder();
+    std::wstring workingFolder() { return matlab.workingFolder(); }
 
     /// Calculates a unit of this model, whose script is the function.
     void calculate(ModelBag& bag, const std::function<void(GatewayClient& script)>& script);

@@ -1,0 +1,267 @@
+// One run: what Matlab is told, and what becomes of its answers.
+
+#include "FakeMaterial11.h"
+#include "RuntimeTest.h"
+
+#include <thread>
+
+namespace solvane {
+
+namespace {
+
+constexpr auto capeFailure = static_cast<HRESULT>(0x80040501);
+// A failure for which the system has no words.
+constexpr auto oddFailure = static_cast<HRESULT>(0x80041234);
+constexpr wchar_t notAvailable[] = L"Matlab output not available\r\n";
+
+class Run : public RuntimeTest {
+protected:
+    HostedUnit unit = createUnit();
+
+    void runsInto(const MatlabAnswer& answer) {
+        matlab.onRun = [answer](const std::wstring&) { return answer; };
+    }
+    /// The failure of a calculation and the output report behind it.
+    void expectFailure(const std::wstring& text, const std::wstring& output) {
+        EXPECT_EQ(unit.calculate(), capeFailure);
+        EXPECT_EQ(unit.error(), L"Calculate failed | " + text + L" | Calculate | ICapeUnit");
+        EXPECT_EQ(unit.output(), output + text);
+    }
+};
+
+TEST_F(Run, changesTheDirectoryAndRunsTheScript) {
+    for (int i = 0; i < 2; ++i) {
+        matlab.forgetCalls();
+        EXPECT_EQ(unit.calculate(), S_OK);
+        EXPECT_EQ(matlab.calls(), (std::vector<std::wstring>{L"cd '" + workingFolder() + L"'", L"runUnit"}));
+    }
+}
+
+MatlabAnswer nullText() {
+    MatlabAnswer answer;
+    answer.value.put()->vt = VT_BSTR;
+    return answer;
+}
+
+TEST_F(Run, outputIsWhatMatlabPrinted) {
+    const struct {
+        MatlabAnswer answer;
+        std::wstring output;
+    } cases[] = {
+        {printed(L"MATLAB output:\nx = 1\nMATLAB done\n"), L"MATLAB output:\nx = 1\nMATLAB done\n"},
+        {printed(L"\ad\aone\a"), L"done"},
+        {printed(L""), L""},
+        {nullText(), L""},
+        {{}, L""},
+        {{.value = Variant(4.0)}, L"<unknown return value>"},
+        {{.value = Variant(LONG{4})}, L"<unknown return value>"},
+    };
+    EXPECT_EQ(unit.output(), L"Unit operation has not yet been run...");
+    for (const auto& row : cases) {
+        runsInto(row.answer);
+        EXPECT_EQ(unit.calculate(), S_OK);
+        EXPECT_EQ(unit.output(), row.output);
+    }
+}
+
+TEST_F(Run, aFailedCallFailsTheRunAndNotTheNext) {
+    runsInto(failed(oddFailure));
+    expectFailure(L"Failed to calculate: Call to Execute failed: error code 0x80041234", notAvailable);
+    matlab.unknownMembers[L"Execute"] = oddFailure;
+    expectFailure(L"Failed to change MATLAB working directory: GetIDsOfNames failed for Execute: error code "
+                  L"0x80041234",
+                  notAvailable);
+    matlab.unknownMembers.clear();
+    runsInto(printed(L"fine"));
+    EXPECT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(unit.output(), L"fine");
+}
+
+TEST_F(Run, whatTheChangeOfDirectoryPrintsFailsTheRun) {
+    const struct {
+        MatlabAnswer answer;
+        std::wstring text;
+    } cases[] = {
+        {printed(L"Warning: name is too long\n"), L"Warning: name is too long\n"},
+        {failed(oddFailure), L"Call to Execute failed: error code 0x80041234"},
+        {{.value = Variant(true)}, L"<unknown return value>"},
+    };
+    for (const auto& row : cases) {
+        matlab.onCommand = [&](const std::wstring&) { return row.answer; };
+        matlab.forgetCalls();
+        expectFailure(L"Failed to change MATLAB working directory: " + row.text, notAvailable);
+        EXPECT_EQ(matlab.calls().size(), 1u);
+    }
+    matlab.onCommand = nullptr;
+    EXPECT_EQ(unit.calculate(), S_OK);
+}
+
+TEST_F(Run, anErrorInTheScriptFailsTheRunWithItsLinesJoined) {
+    const struct {
+        const wchar_t* output;
+        const wchar_t* text;
+    } cases[] = {
+        {L"Evaluation error: simple", L"simple"},
+        {L"MATLAB output:\nEvaluation error: no such name: x\nMATLAB done\n", L"no such name: x"},
+        {L"Evaluation error: Error in ==> unitCalc\r\n  \tOn line 3  ==> y\r\n\r\n\nMATLAB done\r\n",
+         L"Error in ==> unitCalc, On line 3  ==> y"},
+        {L"Evaluation error: \n  \n\t indented, \nMATLAB done", L"indented, "},
+        {L"Evaluation error: a\nMATLAB done\nb", L"a"},
+        {L"MATLAB done\nEvaluation error: a\nb", L"a, b"},
+        {L"Evaluation error: \nMATLAB done", L""},
+        {L"Evaluation error: , \nMATLAB done", L", "},
+        {L"Evaluation error: outer Evaluation error: inner\n", L"outer Evaluation error: inner"},
+    };
+    for (const auto& row : cases) {
+        runsInto(printed(row.output));
+        expectFailure(row.text, row.output);
+    }
+}
+
+// Whether another thread could have the mutex now.
+bool isCalculationMutexFree() {
+    bool isFree = false;
+    std::thread([&] {
+        const Handle mutex(CreateMutexW(nullptr, FALSE, L"SolvaneUnitOperationCalculationMutex"));
+        isFree = WaitForSingleObject(mutex.get(), 0) == WAIT_OBJECT_0;
+        if (isFree)
+            ReleaseMutex(mutex.get());
+    }).join();
+    return isFree;
+}
+
+TEST_F(Run, theMutexGuardsPathAndDirectoryButNotTheScript) {
+    std::vector<std::pair<std::wstring, bool>> seen;
+    matlab.onCommand = [&](const std::wstring& command) {
+        seen.emplace_back(command.substr(0, command.find(L' ')), isCalculationMutexFree());
+        return MatlabAnswer();
+    };
+    matlab.onRun = [&](const std::wstring&) {
+        seen.emplace_back(L"runUnit", isCalculationMutexFree());
+        return MatlabAnswer();
+    };
+    const HostedUnit another = createUnit();
+    EXPECT_EQ(another.calculate(), S_OK);
+    matlab.onCommand = nullptr;
+    const std::vector<std::pair<std::wstring, bool>> expected{
+        {L"addpath", false}, {L"addpath", false}, {L"addpath", false}, {L"cd", false}, {L"runUnit", true}};
+    EXPECT_EQ(seen, expected);
+    EXPECT_TRUE(isCalculationMutexFree());
+}
+
+TEST_F(Run, reportsOfAFailedRunNeverShowTheRunBefore) {
+    ModelBag bag;
+    bag.script("").reports({L"Matlab Output", L"Duties"});
+    unit = createUnit(bag);
+    matlab.onRun = [](const std::wstring& folder) {
+        GatewayClient client(folder);
+        writeFile(folder + L"report.txt", "12 kW");
+        client.expect(request(3) << "Duties", succeeded());
+        return printed(L"good");
+    };
+    ASSERT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(unit.report(L"duties"), L"12 kW");
+    EXPECT_EQ(unit.report(L"duties"), L"12 kW");
+
+    runsInto(printed(L"no report this time"));
+    ASSERT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(unit.report(L"Duties"), L"Report not available...\r\n");
+
+    runsInto(failed(oddFailure));
+    EXPECT_EQ(unit.calculate(), capeFailure);
+    EXPECT_EQ(unit.report(L"Duties"), L"Report not available...\r\n");
+    EXPECT_EQ(unit.report(L"Nothing"), L"?");
+    EXPECT_EQ(unit.error(), L"Invalid report name | Invalid report name: no such report | "
+                            L"put_selectedReport | ICapeUnitReport");
+}
+
+// ---- products
+
+constexpr std::uint32_t setProduct = 2;
+
+Wire productRequest(std::int32_t port, const std::string& constraint1, const std::string& constraint2) {
+    return request(setProduct) << port << 2.5 << 0.25 << 0.75 << 350.0 << 2e5 << constraint1 << constraint2;
+}
+
+class RunWithProducts : public Run {
+protected:
+    RunWithProducts() {
+        ModelBag bag;
+        bag.script("").products({L"Top", L"Bottom"});
+        unit = createUnit(bag);
+        EXPECT_EQ(unit.connect(L"Top", top->dispatch()), S_OK);
+        EXPECT_EQ(unit.connect(L"Bottom", bottom->dispatch()), S_OK);
+    }
+    void scriptSets(const std::vector<Wire>& requests) {
+        matlab.onRun = [requests](const std::wstring& folder) {
+            GatewayClient client(folder);
+            for (const Wire& each : requests)
+                client.expect(each, succeeded());
+            return printed(L"done");
+        };
+    }
+    static std::size_t flashes(FakeMaterial11& material) {
+        return material.record->callsOf("CalcEquilibrium").size();
+    }
+
+    const ComRef<FakeMaterial11> top = FakeMaterial11::create(makeFakeStream(2));
+    const ComRef<FakeMaterial11> bottom = FakeMaterial11::create(makeFakeStream(2));
+};
+
+TEST_F(RunWithProducts, eachProductIsFlashedWithWhatTheScriptSaidLast) {
+    scriptSets({productRequest(1, "pressure", "enthalpy"), productRequest(2, "temperature", "pressure"),
+                productRequest(1, "temperature", "pressure")});
+    EXPECT_EQ(unit.calculate(), S_OK) << testing::PrintToString(unit.error());
+    EXPECT_EQ(unit.output(), L"done");
+    for (FakeMaterial11* product : {top.get(), bottom.get()}) {
+        EXPECT_EQ(product->record->callsOf("SetOverallProp(totalFlow, mole, R8[2.5])").size(), 1u);
+        EXPECT_EQ(product->record->callsOf("SetOverallProp(fraction, mole, R8[0.25, 0.75])").size(), 1u);
+        EXPECT_EQ(product->record->callsOf("SetOverallProp(temperature, null, R8[350])").size(), 1u);
+        EXPECT_EQ(flashes(*product), 1u);
+    }
+}
+
+TEST_F(RunWithProducts, noProductIsFlashedBeforeAllAreSet) {
+    scriptSets({productRequest(1, "temperature", "pressure"), productRequest(2, "temperature", "pressure")});
+    ASSERT_EQ(unit.calculate(), S_OK);
+    // What the run before said does not count.
+    scriptSets({productRequest(2, "temperature", "pressure")});
+    expectFailure(L"setProduct was not called for product 1 (Top)", L"done");
+    EXPECT_EQ(flashes(*top), 1u);
+    EXPECT_EQ(flashes(*bottom), 1u);
+}
+
+TEST_F(RunWithProducts, aFailedFlashEndsTheRunAndKeepsTheProductsBefore) {
+    bottom->record->add({.call = "CalcEquilibrium",
+                         .result = static_cast<HRESULT>(ECapeComputationHR),
+                         .text = L"no solution below the triple point",
+                         .value = {}});
+    scriptSets({productRequest(1, "temperature", "pressure"), productRequest(2, "temperature", "pressure")});
+    expectFailure(L"Failed to flash product 2 (Bottom): no solution below the triple point", L"done");
+    EXPECT_EQ(flashes(*top), 1u);
+}
+
+TEST_F(RunWithProducts, aScriptErrorLeavesTheProductsAlone) {
+    matlab.onRun = [](const std::wstring& folder) {
+        GatewayClient client(folder);
+        client.expect(productRequest(1, "temperature", "pressure"), succeeded());
+        client.expect(productRequest(2, "temperature", "pressure"), succeeded());
+        return printed(L"Evaluation error: too late");
+    };
+    expectFailure(L"too late", L"Evaluation error: too late");
+    EXPECT_EQ(flashes(*top) + flashes(*bottom), 0u);
+}
+
+TEST_F(RunWithProducts, anInvalidUnitIsNotRun) {
+    ASSERT_EQ(unit.disconnect(L"Bottom"), S_OK);
+    matlab.forgetCalls();
+    EXPECT_EQ(unit.calculate(), capeFailure);
+    EXPECT_EQ(unit.error(), L"Unit is not valid | Unit is not valid:  | Calculate | ");
+    EXPECT_EQ(unit.output(), L"Unit is not valid: \r\n");
+    EXPECT_EQ(unit.validate(), L"Product port \"Bottom\" is not connected");
+    EXPECT_EQ(matlab.calls(), std::vector<std::wstring>());
+}
+
+} // namespace
+
+} // namespace solvane

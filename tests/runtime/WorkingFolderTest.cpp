@@ -1,0 +1,136 @@
+// What Matlab finds in the unit's folder, byte by byte.
+
+#include "FakeMaterial10.h"
+#include "FakeMaterial11.h"
+#include "RuntimeTest.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr char header[] = "function unitCalc\r\n"
+                          "global nComp nPhase compNames phaseNames phaseAggregationStates AGGSTATE_UNKNOWN "
+                          "AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID\r\n";
+
+class WorkingFolder : public RuntimeTest {
+protected:
+    /// Calculates the unit and gives a file of its folder as the script sees it.
+    std::string duringRun(const HostedUnit& unit, const std::wstring& file) {
+        std::string bytes;
+        matlab.onRun = [&](const std::wstring& folder) {
+            bytes = readFile(folder + file);
+            return MatlabAnswer();
+        };
+        unit.calculate();
+        return bytes;
+    }
+};
+
+TEST_F(WorkingFolder, aNewUnitHasTheRunScriptAndTheDefaultScript) {
+    const HostedUnit unit = createUnit();
+    EXPECT_EQ(namesIn(workingFolder()), (std::vector<std::wstring>{L"calc.m", L"runUnit.m"}));
+    EXPECT_EQ(readFile(workingFolder() + L"calc.m"), "%Enter your Matlab calculations here\r\n\r\n\r\n");
+    const std::vector<std::string> lines{
+        "%Solvane Unit Operation Script",
+        "clear functions",
+        "clear globals",
+        "clear variables",
+        "lasterr('')",
+        "%note: when changing globals, change unitCalc.m header",
+        "global nComp nPhase compNames phaseNames phaseAggregationStates AGGSTATE_UNKNOWN AGGSTATE_VAPOR "
+        "AGGSTATE_LIQUID AGGSTATE_SOLID unit_ID setEchoOnValue",
+        "%phase type definitions",
+        "AGGSTATE_UNKNOWN=0;",
+        "AGGSTATE_VAPOR=1;",
+        "AGGSTATE_LIQUID=2;",
+        "AGGSTATE_SOLID=3;",
+        "%init",
+        "echo initRun off",
+        "initRun",
+        "CapeOpenUnitMex(1,unit_ID);%init run",
+        "%run user script",
+        "disp('MATLAB output:')",
+        "%all on single line: affects echo",
+        "try; if (setEchoOnValue); echo unitCalc on; echo on; else echo unitCalc off; echo off; end; "
+        "unitCalc; echo off; catch; echo off; disp(['Evaluation error: ' lasterr]); end;",
+        "CapeOpenUnitMex(2);%term run",
+        "disp('MATLAB done')",
+    };
+    std::string script;
+    for (const std::string& line : lines)
+        script += line + "\r\n";
+    EXPECT_EQ(readFile(workingFolder() + L"runUnit.m"), script);
+}
+
+// The copy goes in blocks of 1024 bytes.
+TEST_F(WorkingFolder, unitCalcIsTheHeaderAndTheWholeScript) {
+    for (const std::size_t size : {0, 1, 1023, 1024, 1025, 2048, 5000}) {
+        std::string script;
+        while (script.size() < size)
+            script += "x = " + std::to_string(script.size()) + ";\r\n";
+        script.resize(size, '%');
+        if (script.ends_with('\r'))
+            script.back() = '%';
+        ModelBag bag;
+        bag.script(script);
+        EXPECT_EQ(duringRun(createUnit(bag), L"unitCalc.m"), header + script) << size << " bytes";
+    }
+}
+
+TEST_F(WorkingFolder, unitCalcIsBuiltAgainOnlyForANewScript) {
+    ModelBag bag;
+    bag.script("first");
+    const HostedUnit unit = createUnit(bag);
+    EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("first"));
+    writeFile(workingFolder() + L"calc.m", "behind the unit's back");
+    EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("first"));
+    bag.script("second");
+    ASSERT_EQ(unit.load(bag), S_OK);
+    EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("second"));
+}
+
+TEST_F(WorkingFolder, aScriptThatCannotBeReadFailsTheRun) {
+    const HostedUnit unit = createUnit();
+    DeleteFileW((workingFolder() + L"calc.m").c_str());
+    EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
+    EXPECT_TRUE(unit.errorDescription().starts_with(L"Failed to open run script for reading: "));
+    EXPECT_EQ(unit.output(), L"Matlab output not available\r\n" + unit.errorDescription());
+}
+
+TEST_F(WorkingFolder, initRunTellsTheRunsCompoundsAndPhases) {
+    const auto expect = [&](const HostedUnit& unit, const std::string& echo, const std::string& lists) {
+        const std::string script = duringRun(unit, L"initRun.m");
+        const std::string id = unitIdOf(workingFolder());
+        EXPECT_EQ(temporary.path() + widen(id) + L"\\", workingFolder());
+        EXPECT_EQ(script, "setEchoOnValue=" + echo + ";\r\nunit_ID='" + id + "';\r\n" + lists);
+    };
+    ModelBag bag;
+    bag.script("").feeds({L"Feed"}).products({});
+
+    const HostedUnit alone = createUnit();
+    expect(alone, "0",
+           "nComp=0;\r\ncompNames={};\r\nnPhase=0;\r\nphaseNames={};\r\n"
+           "phaseAggregationStates=[];\r\n");
+
+    // The state comes from the phase's label, not from what the material says of it.
+    FakeStream stream = makeFakeStream(2);
+    stream.phases[0].label = L"VAPOR";
+    stream.phases[2] = {L"Gas", L"Vapor", 0, {}, {}, false};
+    stream.compounds[1] = L"it's";
+    const HostedUnit unit11 = createUnit(bag);
+    ASSERT_EQ(unit11.connect(L"Feed", FakeMaterial11::create(stream)->dispatch()), S_OK);
+    expect(unit11, "0",
+           "nComp=2;\r\ncompNames={'C1' 'it's'};\r\nnPhase=3;\r\n"
+           "phaseNames={'VAPOR' 'Liquid' 'Gas'};\r\nphaseAggregationStates=[1,2,0];\r\n");
+
+    bag.values[L"info level"] = Variant(LONG{1});
+    const HostedUnit unit10 = createUnit(bag);
+    ASSERT_EQ(unit10.connect(L"Feed", FakeMaterial10::create(makeFakeStream(1))->dispatch()), S_OK);
+    expect(unit10, "1",
+           "nComp=1;\r\ncompNames={'C1'};\r\nnPhase=0;\r\nphaseNames={};\r\n"
+           "phaseAggregationStates=[];\r\n");
+}
+
+} // namespace
+
+} // namespace solvane
