@@ -1,0 +1,66 @@
+#include "thermo/FlashProperties.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace solvane {
+
+namespace {
+
+using enum FlashProperty;
+
+/// The names follow a rule, with one exception: the letters of both constraints, temperature or pressure
+/// before the other, and the vapor fraction behind it.
+TEST(FlashType, everyPairHasItsNameInEitherOrder) {
+    struct Letters {
+        FlashProperty code;
+        std::wstring letters;
+    };
+    const Letters others[] = {
+        {enthalpy, L"H"},  {enthalpyF, L"HF"},  {enthalpyNF, L"HNF"},   {entropy, L"S"},
+        {entropyF, L"SF"}, {entropyNF, L"SNF"}, {internalEnergy, L"U"}, {volume, L"V"},
+    };
+    const auto expectType = [](FlashProperty a, FlashProperty b, const std::wstring& name) {
+        for (const wchar_t* type : {flashType(a, b), flashType(b, a)})
+            EXPECT_STREQ(type, name.c_str());
+    };
+    expectType(temperature, pressure, L"TP");
+    expectType(temperature, vaporFraction, L"TVF");
+    expectType(pressure, vaporFraction, L"PVF");
+    for (const Letters& other : others) {
+        expectType(temperature, other.code, L"T" + other.letters);
+        expectType(pressure, other.code, L"P" + other.letters);
+        expectType(vaporFraction, other.code, other.code == enthalpyF ? L"HFVf" : other.letters + L"VF");
+    }
+}
+
+TEST(FlashType, otherPairsHaveNone) {
+    EXPECT_EQ(flashType(enthalpy, entropy), nullptr);
+    EXPECT_EQ(flashType(temperature, temperature), nullptr);
+    EXPECT_EQ(flashType(temperature, unknown), nullptr);
+}
+
+TEST(FlashPropertyCodes, namesAreKnownInAnyCase) {
+    EXPECT_EQ(flashPropertyCode(L"VAPORfraction"), vaporFraction);
+    EXPECT_EQ(flashPropertyCode(L"energy"), flashPropertyCode(L"InternalEnergy"));
+    EXPECT_EQ(flashPropertyCode(L"totalflow"), totalFlow);
+    EXPECT_EQ(flashPropertyCode(L"enthalpyN"), unknown);
+    EXPECT_EQ(flashPropertyCode(L""), unknown);
+}
+
+TEST(StringMap, namesOfAnyLengthAreFound) {
+    StringMap<int> map;
+    for (const int length : {1, 126, 127, 128, 129, 1000})
+        map.add(std::wstring(static_cast<std::size_t>(length), L'x'), length);
+    for (const int length : {1, 126, 127, 128, 129, 1000}) {
+        const int* found = map.find(std::wstring(static_cast<std::size_t>(length), L'X'));
+        ASSERT_NE(found, nullptr) << length;
+        EXPECT_EQ(*found, length);
+    }
+    EXPECT_EQ(map.find(std::wstring(500, L'x')), nullptr);
+}
+
+} // namespace
+
+} // namespace solvane
