@@ -18,26 +18,30 @@ namespace {
 using Arguments = std::span<const mxArray* const>;
 using Outputs = std::span<mxArray*>;
 
-/// The code of a command stays in the status word if the unit doesn't answer.
 constexpr std::uint32_t failedStatus = 1;
+/// Its code is still in the status word when the unit has not answered it.
 constexpr std::uint32_t compoundConstantCode = 6;
 
+/// Beside the commands: what setReport needs for its file.
 constexpr std::string_view reportBytesName = "reportBytes";
 
 std::unique_ptr<Run> currentRun;
 
-bool endRun() {
-    if (!currentRun)
-        return false;
+void closeRun() {
+    if (currentRun)
+        mexUnlock();
     currentRun.reset();
-    mexUnlock();
-    return true;
 }
 
-/// A run that was never ended, since its script was broken off, ends here. The lock keeps the gateway and its
-/// run through a `clear all` in the user's script.
-bool beginRun(const std::string& unitId, std::string& error) {
-    endRun();
+/// A run that was never ended, since its script was broken off, gives way to the new one. The lock keeps the
+/// gateway and its run through a `clear all` in the user's script.
+bool beginRun(const mxArray* unitIdText, std::string& error) {
+    closeRun();
+    std::string unitId;
+    if (!readText(unitIdText, unitId, error)) {
+        error = "unit_ID " + error;
+        return false;
+    }
     currentRun = openRun(unitId, error);
     if (!currentRun)
         return false;
@@ -45,16 +49,23 @@ bool beginRun(const std::string& unitId, std::string& error) {
     return true;
 }
 
+bool endRun(std::string& error) {
+    if (!currentRun) {
+        error = "no run is open";
+        return false;
+    }
+    closeRun();
+    return true;
+}
+
 /// The two calls of the run script.
 bool beginOrEndRun(Arguments arguments, std::string& error) {
     const double action = mxGetNumberOfElements(arguments[0]) == 1 ? mxGetScalar(arguments[0]) : 0;
     bool ok = false;
-    std::string unitId;
     if (action == 1 && arguments.size() == 2)
-        ok = readText(arguments[1], unitId, error) ? beginRun(unitId, error)
-                                                   : (error = "unit_ID " + error, false);
+        ok = beginRun(arguments[1], error);
     else if (action == 2 && arguments.size() == 1)
-        ok = endRun() || (error = "no run is open", false);
+        ok = endRun(error);
     else
         error = "Usage: CapeOpenUnitMex(1,unit_ID) begins a run, CapeOpenUnitMex(2) ends it";
     if (!ok)
@@ -154,6 +165,17 @@ bool serve(Arguments arguments, Outputs outputs, int outputCount, std::string& e
            carryOut(*command, request, outputs, error);
 }
 
+/// Doesn't return. Octave would set the gateway's name before a message of mexErrMsgTxt, so it runs its
+/// `error`.
+void raise(const char* message) {
+    if (isMatlab()) {
+        mexErrMsgTxt(message);
+        return;
+    }
+    std::array<mxArray*, 2> arguments{mxCreateString("%s"), mxCreateString(message)};
+    mexCallMATLAB(0, nullptr, arguments.size(), arguments.data(), "error");
+}
+
 } // namespace
 
 } // namespace solvane::gateway
@@ -167,7 +189,7 @@ bool serve(Arguments arguments, Outputs outputs, int outputCount, std::string& e
 /// There is always room for one output, the `ans` of a call that asks for none.
 GATEWAY_EXPORT void mexFunction(int outputCount, mxArray* outputs[], int argumentCount,
                                 const mxArray* arguments[]) {
-    // mexErrMsgTxt jumps past destructors: the message outlives the call, all else has gone by then.
+    // An error jumps past destructors: the message outlives the call, all else has gone by then.
     static std::string error;
     error.clear();
     bool ok = false;
@@ -179,5 +201,5 @@ GATEWAY_EXPORT void mexFunction(int outputCount, mxArray* outputs[], int argumen
         error = exception.what();
     }
     if (!ok)
-        mexErrMsgTxt(error.c_str());
+        solvane::gateway::raise(error.c_str());
 }

@@ -11,9 +11,16 @@
 
 #include <mex.h>
 
+inline bool isMatlab() {
+    return false;
+}
+
 #else
 
 #include <cstddef>
+
+/// Matlab or a Windows Octave.
+bool isMatlab();
 
 struct mxArray_tag;
 using mxArray = mxArray_tag;
@@ -30,7 +37,6 @@ bool mxIsCell(const mxArray* array);
 std::size_t mxGetM(const mxArray* array);
 std::size_t mxGetN(const mxArray* array);
 std::size_t mxGetNumberOfElements(const mxArray* array);
-std::size_t mxGetElementSize(const mxArray* array);
 double mxGetScalar(const mxArray* array);
 double* mxGetPr(const mxArray* array);
 void* mxGetData(const mxArray* array);
@@ -42,6 +48,9 @@ mxArray* mxCreateCharArray(mwSize dimensionCount, const mwSize* dimensions);
 mxArray* mxDuplicateArray(const mxArray* array);
 /// A copy of a variable of the workspace "base", "caller" or "global"; null if there is none.
 mxArray* mexGetVariable(const char* workspace, const char* name);
+mxArray* mxCreateString(const char* text);
+int mexCallMATLAB(int outputCount, mxArray* outputs[], int argumentCount, mxArray* arguments[],
+                  const char* function);
 /// Doesn't return: it jumps out of mexFunction, past every destructor.
 void mexErrMsgTxt(const char* message);
 void mexLock();

@@ -77,6 +77,10 @@ using Count = std::size_t(const mxArray*);
 
 } // namespace
 
+bool isMatlab() {
+    return GetModuleHandleW(L"libmx.dll") != nullptr;
+}
+
 bool mxIsDouble(const mxArray* array) {
     static Imported<Test> function("mxIsDouble");
     return function.get()(array) != 0;
@@ -127,11 +131,6 @@ std::size_t mxGetNumberOfElements(const mxArray* array) {
     return function.get()(array);
 }
 
-std::size_t mxGetElementSize(const mxArray* array) {
-    static Imported<Count> function("mxGetElementSize");
-    return function.get()(array);
-}
-
 double mxGetScalar(const mxArray* array) {
     static Imported<double(const mxArray*)> function("mxGetScalar");
     return function.get()(array);
@@ -177,6 +176,11 @@ mxArray* mxDuplicateArray(const mxArray* array) {
     return function.get()(array);
 }
 
+mxArray* mxCreateString(const char* text) {
+    static Imported<mxArray*(const char*)> function("mxCreateString");
+    return function.get()(text);
+}
+
 mxArray* mexGetVariable(const char* workspace, const char* name) {
     // Before Matlab 6.5 it was called mexGetArray and took its arguments the other way round.
     static Imported<mxArray*(const char*, const char*)> current("mexGetVariable");
@@ -184,6 +188,12 @@ mxArray* mexGetVariable(const char* workspace, const char* name) {
     if (!current.find(unsized) && former.find(unsized))
         return former.get()(name, workspace);
     return current.get()(workspace, name);
+}
+
+int mexCallMATLAB(int outputCount, mxArray* outputs[], int argumentCount, mxArray* arguments[],
+                  const char* function) {
+    static Imported<int(int, mxArray**, int, mxArray**, const char*)> imported("mexCallMATLAB");
+    return imported.get()(outputCount, outputs, argumentCount, arguments, function);
 }
 
 void mexErrMsgTxt(const char* message) {

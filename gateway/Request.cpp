@@ -56,8 +56,8 @@ bool packComposition(const mxArray* argument, std::size_t compoundCount, std::st
     const double* values = isVector ? mxGetPr(argument) : nullptr;
     if (!isVector ||
         !std::all_of(values, values + compoundCount, [](double x) { return std::isfinite(x); })) {
-        error = "must be a vector of " + std::to_string(compoundCount) +
-                " real, finite mole fractions, one for each compound";
+        error = "must be a full vector of " + std::to_string(compoundCount) +
+                " real, finite doubles, the mole fraction of each compound";
         return false;
     }
     request.append(reinterpret_cast<const char*>(values), compoundCount * sizeof *values);

@@ -19,31 +19,15 @@ mxArray* makeCharRow(const Characters& characters) {
     return array;
 }
 
-#ifdef SOLVANE_OCTAVE
-
-bool toCodePage(const mxArray* array, std::string& bytes) {
-    return utf8ToCodePage({static_cast<const char*>(mxGetData(array)), mxGetNumberOfElements(array)}, bytes);
-}
-
-#else
-
-bool isWide(const mxArray* charArray) {
-    return mxGetElementSize(charArray) == sizeof(char16_t);
-}
-
-bool isMatlab() {
-    static const bool wide = isWide(makeCharRow(std::string()));
-    return wide;
-}
-
 bool toCodePage(const mxArray* array, std::string& bytes) {
     const void* data = mxGetData(array);
     const std::size_t size = mxGetNumberOfElements(array);
-    return isWide(array) ? utf16ToCodePage({static_cast<const char16_t*>(data), size}, bytes)
-                         : utf8ToCodePage({static_cast<const char*>(data), size}, bytes);
-}
-
+#ifndef SOLVANE_OCTAVE
+    if (isMatlab())
+        return utf16ToCodePage({static_cast<const char16_t*>(data), size}, bytes);
 #endif
+    return utf8ToCodePage({static_cast<const char*>(data), size}, bytes);
+}
 
 } // namespace
 
@@ -66,26 +50,16 @@ bool readText(const mxArray* array, std::string& bytes, std::string& error) {
     return true;
 }
 
-#ifdef SOLVANE_OCTAVE
-
 mxArray* makeText(std::string_view bytes) {
+#ifndef SOLVANE_OCTAVE
+    if (isMatlab())
+        return makeCharRow(codePageToUtf16(bytes));
+#endif
     return makeCharRow(codePageToUtf8(bytes));
-}
-
-std::string messageText(const std::string& bytes) {
-    return codePageToUtf8(bytes);
-}
-
-#else
-
-mxArray* makeText(std::string_view bytes) {
-    return isMatlab() ? makeCharRow(codePageToUtf16(bytes)) : makeCharRow(codePageToUtf8(bytes));
 }
 
 std::string messageText(const std::string& bytes) {
     return isMatlab() ? bytes : codePageToUtf8(bytes);
 }
-
-#endif
 
 } // namespace solvane::gateway

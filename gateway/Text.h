@@ -1,7 +1,7 @@
 /// Text on its way between the interpreter and the block.
 ///
 /// The block holds bytes in the unit's ANSI code page. Matlab's characters are UTF-16; Octave's are the bytes
-/// of UTF-8. One Windows build meets both and tells them apart by the size of a character.
+/// of UTF-8. The Windows builds meet both.
 #pragma once
 
 #include "MexFunctions.h"
@@ -18,7 +18,7 @@ bool readText(const mxArray* array, std::string& bytes, std::string& error);
 /// A char row (0 by 0 if empty) of code page bytes.
 mxArray* makeText(std::string_view bytes);
 
-/// A message in code page bytes as mexErrMsgTxt takes it.
+/// A message in code page bytes as the interpreter takes it.
 std::string messageText(const std::string& bytes);
 
 } // namespace solvane::gateway

@@ -1,0 +1,135 @@
+#include "Caller.h"
+
+#include <windows.h>
+
+#include <array>
+#include <cstdint>
+#include <sstream>
+#include <stdexcept>
+
+namespace {
+
+#ifdef _WIN64
+constexpr char gatewayFile[] = SOLVANE_BIN "/CapeOpenUnitMex.mexw64-77";
+#else
+constexpr char gatewayFile[] = SOLVANE_BIN "/CapeOpenUnitMex.mexw32-77";
+#endif
+
+using MexFunction = void(int, mxArray**, int, const mxArray**);
+
+struct RaisedError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+MexFunction* mexFunction = nullptr;
+mxArray* nComp = nullptr;
+mxArray* phases = nullptr;
+
+void raise(const char* message) {
+    throw RaisedError(message);
+}
+
+mxArray* globalVariable(const char* name) {
+    const std::string_view wanted = name;
+    return wanted == "nComp" ? nComp : wanted == "phaseNames" ? phases : nullptr;
+}
+
+std::string show(const mxArray* array) {
+    if (!array)
+        return "unset";
+    std::ostringstream shown;
+    if (array->kind == ArrayKind::text) {
+        // Characters of two bytes are shown by their lower one, those of one byte
+        // as they are.
+        const std::size_t size = array->rows * array->columns;
+        const std::size_t width = size ? array->characters.size() / size : 1;
+        shown << '\'';
+        for (std::size_t i = 0; i < size; ++i)
+            shown << array->characters[i * width];
+        shown << '\'';
+        return shown.str();
+    }
+    const bool isCell = array->kind == ArrayKind::cell;
+    shown << array->rows << 'x' << array->columns << (isCell ? " {" : " [");
+    const char* separator = "";
+    for (std::size_t i = 0; i < array->rows * array->columns; ++i, separator = " ")
+        if (isCell)
+            shown << separator << show(array->cells[i]);
+        else
+            shown << separator << array->numbers[i];
+    shown << (isCell ? '}' : ']');
+    return shown.str();
+}
+
+mxArray* makeText(std::size_t size, std::string characters) {
+    auto* array = new mxArray{.kind = ArrayKind::text, .rows = size > 0 ? 1u : 0u, .columns = size};
+    array->characters = std::move(characters);
+    return array;
+}
+
+} // namespace
+
+mxArray* matrix(std::size_t rows, std::size_t columns, std::vector<double> columnByColumn) {
+    auto* array = new mxArray{.rows = rows, .columns = columns};
+    array->numbers = std::move(columnByColumn);
+    return array;
+}
+
+mxArray* number(double value) {
+    return matrix(1, 1, {value});
+}
+
+mxArray* integer(double value) {
+    mxArray* array = number(value);
+    array->kind = ArrayKind::integer;
+    return array;
+}
+
+mxArray* logical(bool value) {
+    mxArray* array = number(value);
+    array->kind = ArrayKind::logical;
+    return array;
+}
+
+mxArray* text(std::u16string_view characters) {
+    return makeText(characters.size(),
+                    std::string(reinterpret_cast<const char*>(characters.data()), characters.size() * 2));
+}
+
+mxArray* narrowText(std::string_view bytes) {
+    return makeText(bytes.size(), std::string(bytes));
+}
+
+mxArray* cellRow(std::vector<mxArray*> cells) {
+    auto* array = new mxArray{.kind = ArrayKind::cell, .rows = 1, .columns = cells.size()};
+    array->cells = std::move(cells);
+    return array;
+}
+
+std::string call(int outputCount, std::vector<mxArray*> arguments) {
+    std::array<mxArray*, 5> outputs{};
+    std::vector<const mxArray*> constants(arguments.begin(), arguments.end());
+    try {
+        mexFunction(outputCount, outputs.data(), static_cast<int>(constants.size()), constants.data());
+    } catch (const RaisedError& error) {
+        return std::string("error: ") + error.what();
+    }
+    std::string shown = outputCount > 0 || outputs[0] ? show(outputs[0]) : "";
+    for (int i = 1; i < outputCount; ++i)
+        shown += " " + show(outputs[static_cast<std::size_t>(i)]);
+    return shown;
+}
+
+void useGateway(StandInHooks& hooks, double compoundCount, std::vector<mxArray*> phaseNames) {
+    hooks.raise = raise;
+    hooks.globalVariable = globalVariable;
+    nComp = number(compoundCount);
+    phases = cellRow(std::move(phaseNames));
+    if (mexFunction)
+        return;
+    const HMODULE gateway = LoadLibraryA(gatewayFile);
+    if (!gateway)
+        throw std::runtime_error("the gateway could not be loaded");
+    mexFunction = reinterpret_cast<MexFunction*>(
+        reinterpret_cast<std::uintptr_t>(GetProcAddress(gateway, "mexFunction")));
+}

@@ -1,0 +1,27 @@
+/// The arrays of an interpreter that isn't there: as much of one as the gateway touches.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+enum class ArrayKind { number, integer, logical, text, cell };
+
+struct mxArray_tag {
+    ArrayKind kind = ArrayKind::number;
+    std::size_t rows = 0;
+    std::size_t columns = 0;
+    bool isComplex = false;
+    bool isSparse = false;
+    std::vector<double> numbers{}; ///< of the kinds number, integer and logical
+    std::string characters{};      ///< raw bytes, of one or two for each character
+    std::vector<mxArray_tag*> cells{};
+};
+using mxArray = mxArray_tag;
+
+/// What the test program hands to the stand-in libraries. Arrays are never freed: the tests are short.
+struct StandInHooks {
+    void (*raise)(const char* message) = nullptr;
+    mxArray* (*globalVariable)(const char* name) = nullptr;
+    int locks = 0;
+};
