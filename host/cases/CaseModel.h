@@ -14,12 +14,12 @@ namespace solvane::host {
 
 /// A feed stream. Two of temperature, pressure and vapour fraction are given.
 struct FeedStream {
-    std::string name;                    ///< and of the unit's port
-    std::optional<double> temperature;   ///< K
-    std::optional<double> pressure;      ///< Pa
-    std::optional<double> vaporFraction; ///< mol/mol
-    double flow = 0;                     ///< mol/s
-    std::vector<double> composition;     ///< mole fractions in the case's order of compounds
+    std::string name{};                    ///< and of the unit's port
+    std::optional<double> temperature{};   ///< K
+    std::optional<double> pressure{};      ///< Pa
+    std::optional<double> vaporFraction{}; ///< mol/mol
+    double flow = 0;                       ///< mol/s
+    std::vector<double> composition{};     ///< mole fractions in the case's order of compounds
 };
 
 enum class ParameterKind { real, integer, boolean, text };
@@ -28,30 +28,30 @@ using ParameterValue = std::variant<double, std::int32_t, bool, std::string>;
 
 /// A parameter of the unit's model. All values are of the parameter's kind.
 struct ModelParameter {
-    std::string name;
+    std::string name{};
     ParameterKind kind = ParameterKind::real;
     bool isInput = true;
-    std::optional<ParameterValue> value;
-    std::optional<ParameterValue> minimum;
-    std::optional<ParameterValue> maximum;
-    std::optional<ParameterValue> defaultValue;
-    std::vector<double> dimensionality; ///< exponents of m, kg, s, A, K, mol, cd, rad; none: not said
-    std::vector<std::string> options;
+    std::optional<ParameterValue> value{};
+    std::optional<ParameterValue> minimum{};
+    std::optional<ParameterValue> maximum{};
+    std::optional<ParameterValue> defaultValue{};
+    std::vector<double> dimensionality{}; ///< exponents of m, kg, s, A, K, mol, cd, rad; none: not said
+    std::vector<std::string> options{};
     bool restricted = false;
 };
 
 /// A file of the unit's model.
 struct ModelFile {
-    std::string name; ///< without folders
-    std::string bytes;
+    std::string name{}; ///< without folders
+    std::string bytes{};
 };
 
 /// What the unit is configured with. Its ports are those of the streams.
 struct UnitModel {
-    std::vector<ModelParameter> parameters;
-    std::vector<std::string> reports;
+    std::vector<ModelParameter> parameters{};
+    std::vector<std::string> reports{};
     ModelFile script;
-    std::vector<ModelFile> files;
+    std::vector<ModelFile> files{};
     bool echo = false;
 };
 

@@ -4,6 +4,8 @@
 #include "FilePath.h"
 
 #include <algorithm>
+#include <iomanip>
+#include <sstream>
 
 namespace solvane::host {
 
@@ -25,6 +27,12 @@ std::string lineAndColumn(std::string_view text, std::size_t byte) {
     const auto line = std::ranges::count(before, '\n') + 1;
     const auto lineStart = before.rfind('\n') + 1; // 0 where there is no line end before
     return std::to_string(line) + ":" + std::to_string(before.size() - lineStart + 1);
+}
+
+std::string numberText(double number) {
+    std::ostringstream text;
+    text << std::setprecision(10) << number;
+    return text.str();
 }
 
 bool readComposition(const CasePlace& place, const std::vector<const Compound*>& compounds,
@@ -49,7 +57,7 @@ bool readComposition(const CasePlace& place, const std::vector<const Compound*>&
         sum += number;
     }
     return std::abs(sum - 1) <= compositionTolerance ||
-           place.fail("the mole fractions sum to " + nlohmann::json(sum).dump() + ", not to 1");
+           place.fail("the mole fractions sum to " + numberText(sum) + ", not to 1");
 }
 
 bool isAbove(const CasePlace& place, const char* key, std::optional<double> number, double limit) {

@@ -1,0 +1,213 @@
+#include "CaseFolder.h"
+
+#include "cases/CaseReader.h"
+#include "cases/Dimensionality.h"
+
+#include <nlohmann/json.hpp>
+
+namespace solvane::host {
+
+namespace {
+
+/// A case that uses all that a case can have.
+constexpr char fullCase[] = R"json({
+  "unit": { "progId": "Some.Unit", "name": "Säule" },
+  "generation": "1.0",
+  "profile": "early",
+  "compounds": ["Methane", "propane"],
+  "feeds": [
+    { "name": "A", "temperature": 300, "pressure": 1e5, "flow": 2, "composition": { "propane": 1 } },
+    { "name": "B", "pressure": 2e5, "vaporFraction": 0.5, "flow": 0,
+      "composition": { "methane": 0.25, "propane": 0.75 } }
+  ],
+  "products": ["C"],
+  "model": {
+    "parameters": [
+      { "name": "T", "kind": "real", "mode": "input", "default": 260, "minimum": 100, "maximum": 500,
+        "dimensionality": "K" },
+      { "name": "n", "kind": "integer", "mode": "input", "value": -3 },
+      { "name": "on", "kind": "boolean", "mode": "input", "value": true },
+      { "name": "how", "kind": "string", "mode": "input", "value": "b", "options": ["a", "b"] },
+      { "name": "duty", "kind": "real", "mode": "output", "dimensionality": [2, 1, -3] }
+    ],
+    "reports": ["Summary"],
+    "script": ["x = 1;", "disp('ü')"],
+    "files": ["more.bin"],
+    "echo": true
+}
+})json";
+
+class CaseFiles : public testing::Test {
+protected:
+    CaseFolder folder;
+    Case result;
+    std::string error;
+};
+
+TEST_F(CaseFiles, areReadWhole) {
+    folder.write("more.bin", std::string_view("\x00\xFF", 2));
+    ASSERT_TRUE(readCase(folder.write("case.json", fullCase), result, error)) << error;
+
+    EXPECT_EQ(result.unitProgId, "Some.Unit");
+    EXPECT_EQ(result.unitName, "Säule");
+    EXPECT_EQ(result.generation, Generation::v10);
+    EXPECT_EQ(result.profile.name, "early");
+    ASSERT_EQ(result.compounds.size(), 2u);
+    EXPECT_EQ(result.compounds[0]->name, "methane");
+    ASSERT_EQ(result.feeds.size(), 2u);
+    EXPECT_EQ(result.feeds[0].composition, (std::vector<double>{0, 1}));
+    EXPECT_EQ(result.feeds[1].temperature, std::nullopt);
+    EXPECT_EQ(result.feeds[1].vaporFraction, 0.5);
+    EXPECT_EQ(result.products, std::vector<std::string>{"C"});
+
+    const UnitModel& model = *result.model;
+    ASSERT_EQ(model.parameters.size(), 5u);
+    EXPECT_EQ(model.parameters[0].value, ParameterValue(260.0)); // from the default
+    EXPECT_EQ(model.parameters[0].maximum, ParameterValue(500.0));
+    EXPECT_EQ(model.parameters[0].dimensionality, (std::vector<double>{0, 0, 0, 0, 1, 0, 0, 0}));
+    EXPECT_EQ(model.parameters[1].value, ParameterValue(-3));
+    EXPECT_EQ(model.parameters[2].value, ParameterValue(true));
+    EXPECT_TRUE(model.parameters[3].restricted);
+    EXPECT_FALSE(model.parameters[4].isInput);
+    EXPECT_EQ(model.parameters[4].value, std::nullopt);
+    EXPECT_EQ(model.reports, std::vector<std::string>{"Summary"});
+    EXPECT_EQ(model.script.bytes, "x = 1;\r\ndisp('ü')\r\n");
+    ASSERT_EQ(model.files.size(), 1u);
+    EXPECT_EQ(model.files[0].name, "more.bin");
+    EXPECT_EQ(model.files[0].bytes, std::string("\x00\xFF", 2));
+    EXPECT_TRUE(model.echo);
+}
+
+/// What is changed in the full case, by the JSON pointer of the place; no value removes it. And what the
+/// message must contain.
+struct Fault {
+    const char* place;
+    const char* value;
+    const char* message;
+};
+
+constexpr Fault faults[] = {
+    {"/compounds", nullptr, "the key \"compounds\" is missing"},
+    {"/compounds", "[]", "compounds: at least one"},
+    {"/compounds/1", "\"propan\"", "compounds[1]: the compound \"propan\" is unknown; compounds: methane, "},
+    {"/compounds/1", "\"methane\"", "compounds[1]: the name \"methane\" is taken"},
+    {"/feeds", nullptr, "the key \"feeds\" is missing"},
+    {"/feeds", "{}", "feeds: a list is expected"},
+    {"/products", nullptr, "the key \"products\" is missing"},
+    {"/products/0", "\"a\"", "products[0]: the name \"a\" is taken"},
+    {"/products/0", "3", "products[0]: a text in quotes is expected"},
+    {"/colour", "\"red\"", "the key \"colour\" is unknown; known keys: unit, generation, "},
+    {"/generation", "1.1", "generation: \"1.0\" or \"1.1\" is expected"},
+    {"/profile", "\"late\"", "profile: the profile \"late\" is unknown; profiles: standard, "},
+    {"/unit/name", "true", "unit.name: a text in quotes is expected"},
+    {"/feeds/0/flow", "-1", "feeds[0].flow: a flow cannot be negative"},
+    {"/feeds/0/flow", "\"2\"", "feeds[0].flow: a number is expected"},
+    {"/feeds/0/flow", nullptr, "feeds[0]: the key \"flow\" is missing"},
+    {"/feeds/0/temperature", "0", "feeds[0].temperature: a positive number is expected"},
+    {"/feeds/0/pressure", nullptr, "feeds[0]: two of \"temperature\", \"pressure\" and \"vaporFraction\""},
+    {"/feeds/0/vaporFraction", "0.5", "feeds[0]: two of"},
+    {"/feeds/1/vaporFraction", "1.1", "feeds[1].vaporFraction: a number from 0 to 1 is expected"},
+    {"/feeds/1/composition", nullptr, "feeds[1]: the key \"composition\" is missing"},
+    {"/feeds/1/composition", "[1, 0]", "feeds[1].composition: an object of mole fractions"},
+    {"/feeds/1/composition/methane", "0.2", "feeds[1].composition: the mole fractions sum to 0.95, not to 1"},
+    {"/feeds/1/composition/methane", "-0.25",
+     "feeds[1].composition.methane: a mole fraction cannot be negative"},
+    {"/feeds/1/composition/ethane", "0.1",
+     "feeds[1].composition.ethane: the compound is not in the case's list"},
+    {"/feeds/1/composition/PROPANE", "0.1", "the compound is given twice"},
+    {"/model/script", nullptr, "model: the key \"script\" is missing"},
+    {"/model/script", "\"none.m\"", "model.script: the file "},
+    {"/model/script/1", "2", "model.script[1]: a line in quotes is expected"},
+    {"/model/files/0", "\"none.txt\"", "model.files[0]: the file "},
+    {"/model/reports/0", "\"matlab output\"", "model.reports[0]: the name \"matlab output\" is taken"},
+    {"/model/echo", "1", "model.echo: true or false is expected"},
+    {"/model/parameters", "{}", "model.parameters: a list is expected"},
+    {"/model/parameters/0/kind", "\"float\"", "model.parameters[0].kind: \"real\", \"integer\""},
+    {"/model/parameters/0/mode", "\"both\"", "model.parameters[0].mode: \"input\" or \"output\""},
+    {"/model/parameters/0/default", nullptr,
+     "model.parameters[0]: an input needs a \"value\" or a \"default\""},
+    {"/model/parameters/0/value", "99.5", "model.parameters[0].value: the value lies below the minimum"},
+    {"/model/parameters/0/value", "501", "model.parameters[0].value: the value lies above the maximum"},
+    {"/model/parameters/0/options", "[]", "model.parameters[0]: the key \"options\" is unknown"},
+    {"/model/parameters/0/dimensionality", "\"degC\"",
+     "model.parameters[0].dimensionality: the unit is unknown"},
+    {"/model/parameters/1/value", "2.5", "model.parameters[1].value: a whole number"},
+    {"/model/parameters/1/value", "3000000000", "model.parameters[1].value: a whole number"},
+    {"/model/parameters/1/name", "\"t\"", "model.parameters[1]: the name \"t\" is taken"},
+    {"/model/parameters/3/value", "\"c\"", "model.parameters[3].value: the value is not one of the options"},
+};
+
+TEST_F(CaseFiles, tellWhereTheyAreWrong) {
+    folder.write("more.bin", "x");
+    for (const Fault& fault : faults) {
+        auto json = nlohmann::json::parse(fullCase);
+        const nlohmann::json::json_pointer place(fault.place);
+        if (fault.value)
+            json[place] = nlohmann::json::parse(fault.value);
+        else
+            json[place.parent_pointer()].erase(place.back());
+        const std::string path = folder.write("case.json", json.dump());
+        EXPECT_FALSE(readCase(path, result, error)) << fault.place;
+        EXPECT_TRUE(error.starts_with(path + ": ")) << error;
+        EXPECT_NE(error.find(fault.message), std::string::npos) << fault.place << " gives " << error;
+    }
+}
+
+TEST_F(CaseFiles, thatAreNoJsonTellLineAndColumn) {
+    const std::string path =
+        folder.write("case.json", "{\n  \"compounds\": [\"methane\"],\n  \"feeds\" []\n}\n");
+    EXPECT_FALSE(readCase(path, result, error));
+    EXPECT_TRUE(error.starts_with(path + ":3:11: ")) << error;
+
+    EXPECT_FALSE(readCase(folder.write("case.json", ""), result, error));
+    EXPECT_NE(error.find(":1:1: "), std::string::npos) << error;
+    EXPECT_FALSE(readCase(folder.write("case.json", "{\"unit\": {\"name\": \"\xE4\"}}"), result, error));
+    EXPECT_NE(error.find(":1:"), std::string::npos) << error;
+}
+
+TEST_F(CaseFiles, thatAreMissingAreNamed) {
+    EXPECT_FALSE(readCase("Z:\\nowhere\\case.json", result, error));
+    EXPECT_EQ(error, "the file Z:\\nowhere\\case.json cannot be opened");
+}
+
+TEST(Examples, areGoodCases) {
+    int count = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(filePath(SOLVANE_EXAMPLES))) {
+        if (entry.path().extension() != ".json")
+            continue;
+        Case result;
+        std::string error;
+        EXPECT_TRUE(readCase(pathText(entry.path()), result, error)) << error;
+        ++count;
+    }
+    EXPECT_GT(count, 0);
+}
+
+TEST(Units, areReadAndWritten) {
+    struct Row {
+        const char* text;
+        std::vector<double> exponents;
+        const char* shown;
+    };
+    const Row rows[] = {
+        {"K", {0, 0, 0, 0, 1, 0, 0, 0}, "K"},
+        {"Pa", {-1, 1, -2, 0, 0, 0, 0, 0}, "Pa"},
+        {"kg m2 s-3", {2, 1, -3, 0, 0, 0, 0, 0}, "W"},
+        {"J / mol / K", {2, 1, -2, 0, -1, -1, 0, 0}, "J/mol/K"},
+        {"J/mol K", {2, 1, -2, 0, 1, -1, 0, 0}, "m2 kg s-2 K mol-1"},
+        {"m0.5", {0.5, 0, 0, 0, 0, 0, 0, 0}, "m0.5"},
+        {"1", {0, 0, 0, 0, 0, 0, 0, 0}, ""},
+    };
+    for (const Row& row : rows) {
+        const auto exponents = parseUnit(row.text);
+        ASSERT_TRUE(exponents) << row.text;
+        EXPECT_EQ(*exponents, row.exponents) << row.text;
+        EXPECT_EQ(unitText(*exponents), row.shown);
+    }
+    for (const char* wrong : {"", " / ", "degC", "m2x", "K-"})
+        EXPECT_FALSE(parseUnit(wrong)) << wrong;
+}
+
+} // namespace
+
+} // namespace solvane::host

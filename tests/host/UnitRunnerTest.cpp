@@ -1,0 +1,163 @@
+// How a unit is called, in which order, and what is told of its failures.
+#include "RecordingUnit.h"
+
+#include "flowsheet/InterfaceRegistration.h"
+#include "flowsheet/UnitRunner.h"
+
+#include <gtest/gtest.h>
+
+#include <objbase.h>
+
+#include <algorithm>
+
+namespace solvane::host {
+
+namespace {
+
+/// The test's thread is that of a host's windows.
+class UnitRuns : public testing::Test {
+protected:
+    UnitRuns() {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        unitClass.emplace();
+        flowsheet.unitProgId = recordingUnit;
+        flowsheet.compounds = {findCompound("methane"), findCompound("propane")};
+        flowsheet.feeds = {
+            {.name = "in", .temperature = 300, .pressure = 1e5, .flow = 3, .composition = {0.25, 0.75}}};
+        flowsheet.products = {"out"};
+        flowsheet.model.emplace();
+    }
+    ~UnitRuns() override {
+        EXPECT_EQ(unitLog().liveUnits, 0);
+        unitClass.reset();
+        CoUninitialize();
+    }
+
+    bool run(const char* profile = "standard") {
+        flowsheet.profile = *findProfile(profile);
+        results = {};
+        return runCase(
+            flowsheet, [this](std::string_view line) { log += std::string(line) + "\n"; }, results, error);
+    }
+    static std::string calls() {
+        std::string text;
+        for (const std::string& call : unitLog().calls)
+            text += (text.empty() ? "" : " ") + call;
+        return text;
+    }
+
+    std::optional<RecordingUnitClass> unitClass;
+    Case flowsheet;
+    RunResults results;
+    std::string log;
+    std::string error;
+};
+
+TEST_F(UnitRuns, giveTheStreamsAndPassTheUnitsLog) {
+    ASSERT_TRUE(run()) << error;
+    EXPECT_EQ(log, "grüße\n");
+    ASSERT_EQ(results.streams.size(), 2u);
+    EXPECT_EQ(results.streams[1].name, "out");
+    EXPECT_EQ(results.streams[1].totalFlow, 3);
+    EXPECT_EQ(results.streams[1].fraction, (std::vector<double>{0.25, 0.75}));
+    EXPECT_EQ(results.streams[1].vaporFraction, 1);
+    EXPECT_EQ(results.streams[1].enthalpy, results.streams[0].enthalpy);
+}
+
+TEST_F(UnitRuns, callTheUnitInTheProfilesOrder) {
+    struct Row {
+        const char* profile;
+        const char* calls;
+    };
+    const Row rows[] = {
+        {"standard",
+         "context Load Initialize Connect Connect Validate Calculate Disconnect Disconnect Terminate"},
+        {"early", "Load Initialize context Connect Connect Validate Calculate Disconnect Disconnect"},
+        {"reconnecting", "Initialize context Load Connect Connect "
+                         "Disconnect Disconnect Connect Connect Validate "
+                         "Disconnect Disconnect Connect Connect Calculate "
+                         "Disconnect Disconnect Connect Connect "
+                         "Disconnect Disconnect Connect Connect "
+                         "Disconnect Disconnect Terminate"},
+    };
+    for (const Row& row : rows) {
+        unitLog().calls.clear();
+        EXPECT_TRUE(run(row.profile)) << error;
+        EXPECT_EQ(calls(), row.calls) << row.profile;
+    }
+}
+
+TEST_F(UnitRuns, fromAWorkerThreadReachTheUnitOnItsOwn) {
+    const bool wasRegistered = areInterfacesRegistered();
+    std::string report;
+    if (!wasRegistered) {
+        EXPECT_FALSE(run("ui-thread-and-worker"));
+        EXPECT_NE(error.find("SolvaneHost register-interfaces"), std::string::npos) << error;
+        unitLog() = {};
+        ASSERT_TRUE(registerInterfaces(report, error)) << error;
+        ASSERT_TRUE(areInterfacesRegistered());
+    }
+    EXPECT_TRUE(run("ui-thread-and-worker")) << error;
+    EXPECT_EQ(calls(),
+              "Initialize context Load Connect Connect Validate Calculate Disconnect Disconnect Terminate");
+    for (const DWORD thread : unitLog().threads)
+        EXPECT_EQ(thread, GetCurrentThreadId());
+    ASSERT_EQ(results.streams.size(), 2u);
+    EXPECT_EQ(results.streams[1].totalFlow, 3);
+
+    unitLog().calculateFailure = L"it boils over";
+    EXPECT_FALSE(run("ui-thread-and-worker"));
+    EXPECT_EQ(error, "Calculate failed: it boils over");
+
+    if (!wasRegistered) {
+        ASSERT_TRUE(unregisterInterfaces(report, error)) << error;
+        EXPECT_FALSE(areInterfacesRegistered());
+    }
+}
+
+TEST_F(UnitRuns, tellWhatTheUnitTells) {
+    struct Row {
+        std::function<void(UnitLog&, Case&)> fault;
+        const char* message;
+    };
+    const Row rows[] = {
+        {[](UnitLog& unit, Case&) { unit.initializeFailure = L"no Matlab"; }, "Initialize failed: no Matlab"},
+        {[](UnitLog& unit, Case&) { unit.loadEntry = L"calc.m not found"; },
+         "The unit refuses a part of its model; files: calc.m not found"},
+        {[](UnitLog& unit, Case&) { unit.invalidMessage = L"Feed port not connected"; },
+         "The unit is not valid: Feed port not connected"},
+        {[](UnitLog& unit, Case&) { unit.calculateFailure = L"it boils over"; },
+         "Calculate failed: it boils over"},
+        {[](UnitLog& unit, Case&) { unit.producesNothing = true; },
+         "Stream \"out\": temperature is neither set nor calculated"},
+        {[](UnitLog&, Case& bad) { bad.products = {"top"}; },
+         "Looking for the port \"top\" failed: no such port"},
+        {[](UnitLog&, Case& bad) { bad.unitProgId = "No.Such.Unit"; },
+         "No component is registered as \"No.Such.Unit\""},
+        {[](UnitLog&, Case& bad) { bad.feeds[0].temperature = 1e6; }, "Feed \"in\": The flash failed: "},
+    };
+    const Case goodCase = flowsheet;
+    for (const Row& row : rows) {
+        unitLog() = {};
+        flowsheet = goodCase;
+        row.fault(unitLog(), flowsheet);
+        EXPECT_FALSE(run()) << row.message;
+        EXPECT_TRUE(error.starts_with(row.message)) << error;
+    }
+}
+
+TEST_F(UnitRuns, endTheUnitAfterAFailure) {
+    unitLog().calculateFailure = L"it boils over";
+    EXPECT_FALSE(run());
+    EXPECT_EQ(unitLog().calls.back(), "Terminate");
+}
+
+TEST_F(UnitRuns, needNoModel) {
+    flowsheet.model.reset();
+    ASSERT_TRUE(run()) << error;
+    EXPECT_EQ(std::ranges::count(unitLog().calls, "Load"), 0);
+}
+
+} // namespace
+
+} // namespace solvane::host
