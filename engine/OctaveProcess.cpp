@@ -36,8 +36,10 @@ HRESULT OctaveProcess::waitUntilReady(std::wstring& error) {
         return S_OK;
     auto connection = listener_.waitForCommandConnection(process_.get(), startTimeout);
     if (!connection) {
-        error = L"Octave was started, but did not connect";
-        return HRESULT_FROM_WIN32(ERROR_TIMEOUT);
+        const bool hasEnded = process_ && WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0;
+        error =
+            hasEnded ? L"Octave ended before it took commands" : L"Octave was started, but did not connect";
+        return HRESULT_FROM_WIN32(hasEnded ? ERROR_PROCESS_ABORTED : ERROR_TIMEOUT);
     }
     commands_ = std::move(*connection);
     return S_OK;

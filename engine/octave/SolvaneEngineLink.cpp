@@ -6,16 +6,23 @@
 //
 // It stays loaded, with its connection, whatever a script clears.
 
+#include "../../gateway/MexFunctions.h"
 #include "../EngineProtocol.h"
 #include "LoopbackSocket.h"
-
-#include "mex.h"
 
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <string>
+#include <string_view>
 #include <thread>
+
+#ifdef _WIN32
+#define SOLVANE_EXPORT extern "C" __declspec(dllexport)
+#else
+#define SOLVANE_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
 
 namespace {
 
@@ -36,17 +43,22 @@ void endWithServer() {
     }).detach();
 }
 
-void connectToServer() {
+bool connectToServer(std::string& error) {
     const char* port = std::getenv(portVariable);
     const char* token = std::getenv(tokenVariable);
-    if (!port || !token || std::strlen(token) != tokenLength)
-        mexErrMsgTxt("SolvaneEngineLink: only the automation server starts this");
+    if (!port || !token || std::strlen(token) != tokenLength) {
+        error = "SolvaneEngineLink: only the automation server starts this";
+        return false;
+    }
     const std::string greeting = std::string(token) + commandRole;
     if (!server.connect(static_cast<std::uint16_t>(std::atoi(port))) ||
-        !server.send(greeting.data(), greeting.size()))
-        mexErrMsgTxt("SolvaneEngineLink: the automation server does not answer");
+        !server.send(greeting.data(), greeting.size())) {
+        error = "SolvaneEngineLink: the automation server does not answer";
+        return false;
+    }
     mexLock();
     endWithServer();
+    return true;
 }
 
 mxArray* receiveCommand() {
@@ -61,29 +73,50 @@ mxArray* receiveCommand() {
     return mxCreateString(command.c_str());
 }
 
-void sendOutput(const mxArray* output) {
+void sendOutput(std::string_view output) {
     constexpr auto kind = MessageKind::result;
-    const auto length = static_cast<std::uint32_t>(mxGetNumberOfElements(output));
+    const auto length = static_cast<std::uint32_t>(output.size());
     std::string message(sizeof kind + sizeof length, '\0');
     std::memcpy(message.data(), &kind, sizeof kind);
     std::memcpy(message.data() + sizeof kind, &length, sizeof length);
     // A server that is gone shows at the next receive.
     if (server.send(message.data(), message.size()))
-        server.send(static_cast<const char*>(mxGetData(output)), length);
+        server.send(output.data(), output.size());
+}
+
+/// A text of Octave's, whose characters are bytes.
+std::string_view textOf(const mxArray* array) {
+    return {static_cast<const char*>(mxGetData(array)), mxIsChar(array) ? mxGetNumberOfElements(array) : 0};
+}
+
+bool serve(mxArray* results[], int count, const mxArray* arguments[], std::string& error) {
+    const std::string_view verb = count > 0 ? textOf(arguments[0]) : std::string_view();
+    if (verb == "connect")
+        return connectToServer(error);
+    if (verb == "receive") {
+        results[0] = receiveCommand();
+        return true;
+    }
+    if (verb == "send" && count == 2) {
+        sendOutput(textOf(arguments[1]));
+        return true;
+    }
+    error = "SolvaneEngineLink: takes \"connect\", \"receive\", or \"send\" with a text";
+    return false;
 }
 
 } // namespace
 
-void mexFunction(int, mxArray* results[], int count, const mxArray* arguments[]) {
-    char verb[16] = "";
-    if (count > 0)
-        mxGetString(arguments[0], verb, sizeof verb);
-    if (std::strcmp(verb, "connect") == 0)
-        connectToServer();
-    else if (std::strcmp(verb, "receive") == 0)
-        results[0] = receiveCommand();
-    else if (std::strcmp(verb, "send") == 0 && count == 2 && mxIsChar(arguments[1]))
-        sendOutput(arguments[1]);
-    else
-        mexErrMsgTxt("SolvaneEngineLink: takes \"connect\", \"receive\", or \"send\" with a text");
+/// There is always room for one result.
+SOLVANE_EXPORT void mexFunction(int, mxArray* results[], int count, const mxArray* arguments[]) {
+    // An error jumps past destructors: the message outlives the call, all else has gone by then.
+    static std::string error;
+    bool ok = false;
+    try {
+        ok = serve(results, count, arguments, error);
+    } catch (const std::exception& exception) {
+        error = exception.what();
+    }
+    if (!ok)
+        mexErrMsgTxt(error.c_str());
 }

@@ -5,11 +5,9 @@ function solvaneEngine ()
   warning ("off", "Octave:shadowed-function");
   page_screen_output (false);
 
+  systems = {"linux", "windows"};
   engine = fileparts (mfilename ("fullpath"));
-  folders = [fullfile(engine, "functions") pathsep() engine];
-  if (! ispc ())
-    folders = [fullfile(engine, "wine") pathsep() folders];
-  end
+  folders = [fullfile(engine, systems{ispc () + 1}) pathsep() fullfile(engine, "functions") pathsep() engine];
   addpath (folders);
 
   % A handle is found whatever a script makes of the path.
@@ -24,4 +22,7 @@ function solvaneEngine ()
                                "\"disp (['??? ' lasterr()])\")"]);
     link ("send", printed);
   end
+  % The client may have removed the current folder, in which Octave does not end quietly.
+  warning ("off", "all");
+  builtin ("cd", engine);
 end

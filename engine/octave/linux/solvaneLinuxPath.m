@@ -5,8 +5,11 @@ function path = solvaneLinuxPath (path)
   if (! ischar (path) || isempty (regexp (path, '\\|^[A-Za-z]:', "once")))
     return;
   end
-  folders = cellfun (@translate, strsplit (path, ";"), "UniformOutput", false);
-  path = strjoin (folders, pathsep ());
+  if (any (path == ";"))
+    path = strjoin (cellfun (@translate, strsplit (path, ";"), "UniformOutput", false), pathsep ());
+  else
+    path = translate (path);
+  end
 end
 
 function path = translate (path)
@@ -14,7 +17,12 @@ function path = translate (path)
   if (strncmp (path, "//?/unix/", 9))
     path = path(9:end);
   elseif (! isempty (regexp (path, '^[A-Za-z]:', "once")))
-    path = descend (driveFolder (path(1:2)), strsplit (path(3:end), "/"));
+    folder = driveFolder (path(1:2));
+    names = path(3:end);
+    path = fullfile (folder, names);
+    if (! exist (path, "file"))
+      path = descend (folder, strsplit (names, "/"));
+    end
   end
 end
 

@@ -1,0 +1,161 @@
+#include "AutomationClient.h"
+
+#include "com/Handle.h"
+#include "com/Registry.h"
+#include "com/Text.h"
+
+#include <gmock/gmock.h>
+
+#include <tlhelp32.h>
+
+#include <vector>
+
+namespace solvane::engine {
+
+namespace {
+
+using testing::HasSubstr;
+
+std::string processIdOf(AutomationClient& octave) {
+    std::string printed = narrow(octave.execute(L"disp(getpid())"));
+    printed.erase(printed.find_last_not_of('\n') + 1);
+    return printed;
+}
+
+/// The server processes that this one started.
+std::vector<DWORD> servers() {
+    std::vector<DWORD> found;
+    const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
+         more = Process32NextW(snapshot.get(), &entry))
+        if (entry.th32ParentProcessID == GetCurrentProcessId() &&
+            compareNoCase(entry.szExeFile, L"OctaveAutomationServer.exe") == 0)
+            found.push_back(entry.th32ProcessID);
+    return found;
+}
+
+bool haveServersEnded() {
+    for (int i = 0; i < 100 && !servers().empty(); ++i)
+        Sleep(50);
+    return servers().empty();
+}
+
+/// Sets an environment variable for its lifetime.
+class EnvironmentSetting {
+public:
+    EnvironmentSetting(const wchar_t* name, const wchar_t* value) : name_(name) {
+        SetEnvironmentVariableW(name, value);
+    }
+    ~EnvironmentSetting() { SetEnvironmentVariableW(name_, nullptr); }
+
+private:
+    const wchar_t* name_;
+};
+
+TEST(Lifetime, theLastReleaseEndsServerAndOctave) {
+    AutomationClient first;
+    AutomationClient second;
+    const std::string firstOctave = processIdOf(first);
+    const std::string secondOctave = processIdOf(second);
+    EXPECT_NE(firstOctave, secondOctave);
+    first.release();
+    EXPECT_TRUE(hasOctaveEnded(firstOctave));
+    EXPECT_TRUE(isOctaveRunning(secondOctave));
+    second.release();
+    EXPECT_TRUE(hasOctaveEnded(secondOctave));
+    EXPECT_TRUE(haveServersEnded());
+}
+
+TEST(Lifetime, quitEndsServerAndOctave) {
+    AutomationClient octave;
+    const std::string process = processIdOf(octave);
+    EXPECT_EQ(octave.call(L"Quit", DISPATCH_METHOD).result, S_OK);
+    EXPECT_TRUE(hasOctaveEnded(process));
+    EXPECT_TRUE(haveServersEnded());
+}
+
+TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathAndFolder) {
+    const ScriptFolder toolbox;
+    const ScriptFolder left;
+    const ScriptFolder current;
+    toolbox.write(L"fromToolbox.m", "disp('toolbox')\n");
+    left.write(L"fromLeft.m", "disp('left')\n");
+    current.write(L"fromCurrent.m", "disp('current')\n");
+    AutomationClient octave;
+    octave.execute(L"addpath '" + toolbox.path() + L"'");
+    octave.execute(L"addpath('" + left.path() + L"');");
+    octave.execute(L"rmpath('" + left.path() + L"');");
+    octave.execute(L"cd '" + left.path() + L"'");
+    octave.execute(L"cd '" + current.path() + L"'");
+    octave.execute(L"cd 'C:\\no such folder'");
+    const std::string process = processIdOf(octave);
+
+    for (const wchar_t* deadly : {L"x = 1; kill(getpid(), 9); disp(2)", L"exit"}) {
+        const Variant command(std::wstring_view{deadly});
+        const Call died = octave.call(L"Execute", DISPATCH_METHOD, &command);
+        EXPECT_EQ(died.result, HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED)) << deadly;
+        EXPECT_THAT(narrow(died.description), HasSubstr("Octave ended"));
+        EXPECT_FALSE(isOctaveRunning(process));
+
+        EXPECT_EQ(octave.execute(L"disp(exist('x'))"), L"0\n");
+        EXPECT_EQ(octave.execute(L"fromToolbox, fromCurrent, disp(exist('fromLeft'))"),
+                  L"toolbox\ncurrent\n0\n");
+    }
+}
+
+TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
+    const ScriptFolder folder;
+    folder.write(L"client.vbs",
+                 "set octave = CreateObject(\"SolvaneOctave.Application\")\n"
+                 "octave.Execute \"cd '\" & WScript.Arguments(0) & \"'\"\n"
+                 "octave.Execute \"f = fopen('pid', 'w'); fprintf(f, '%d;', getpid()); fclose(f); "
+                 "while true, end\"\n");
+    const std::wstring path = folder.path();
+    std::wstring command = L"cscript //nologo \"" + path + L"\\client.vbs\" \"" + path + L"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &startup, &started));
+    const Handle client(started.hProcess);
+    const Handle thread(started.hThread);
+
+    std::string process;
+    for (int i = 0; i < 400 && !process.ends_with(';'); ++i) {
+        Sleep(50);
+        process = folder.read(L"pid");
+    }
+    ASSERT_TRUE(process.ends_with(';'));
+    process.pop_back();
+    ASSERT_TRUE(isOctaveRunning(process));
+    TerminateProcess(client.get(), 1);
+    EXPECT_TRUE(hasOctaveEnded(process));
+}
+
+TEST(Lifetime, creationTellsThatOctaveIsMissingAndWhereItIsLookedFor) {
+    constexpr wchar_t settings[] = L"Software\\SolvaneUO";
+    ComRef<IDispatch> object;
+    {
+        const EnvironmentSetting missing(L"SOLVANE_OCTAVE", L"/nowhere/octave-cli");
+        EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    }
+    const auto former = readRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram");
+    writeRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram", L"Z:\\nowhere\\octave-cli.exe");
+    EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    {
+        const EnvironmentSetting found(L"SOLVANE_OCTAVE", L"/usr/bin/octave-cli");
+        EXPECT_EQ(AutomationClient::create(object), S_OK) << "the environment comes before the registry";
+    }
+    if (former)
+        writeRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram", *former);
+    else
+        RegDeleteKeyValueW(HKEY_CURRENT_USER, settings, L"OctaveProgram");
+    object.reset();
+    EXPECT_TRUE(haveServersEnded()) << "those that could not serve too";
+}
+
+} // namespace
+
+} // namespace solvane::engine
