@@ -162,11 +162,13 @@ int runProgram() {
 int main() {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
+    const UINT consoleCodePage = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
     solvane::ComModule module;
     const HRESULT entered = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     const int result = solvane::host::runProgram();
     if (SUCCEEDED(entered))
         CoUninitialize();
+    SetConsoleOutputCP(consoleCodePage); // the console outlives the program
     return result;
 }

@@ -4,20 +4,24 @@
 
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace solvane::host {
 
-/// A folder for the files of one test, deleted with it.
+/// A folder of its own for the files of one test, deleted with it as far as no program holds them open.
 class CaseFolder {
 public:
-    CaseFolder() : path_(std::filesystem::temp_directory_path() / L"SolvaneHostTest\u00e9") {
-        std::filesystem::remove_all(path_);
+    CaseFolder() : path_(std::filesystem::temp_directory_path() / (L"SolvaneHost\u00e9" + uniqueName())) {
         std::filesystem::create_directories(path_);
     }
-    ~CaseFolder() { std::filesystem::remove_all(path_); }
+    ~CaseFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
     CaseFolder(const CaseFolder&) = delete;
     CaseFolder& operator=(const CaseFolder&) = delete;
 
@@ -30,6 +34,11 @@ public:
     }
 
 private:
+    static std::wstring uniqueName() {
+        static int count = 0;
+        return std::to_wstring(GetCurrentProcessId()) + L"." + std::to_wstring(++count);
+    }
+
     std::filesystem::path path_;
 };
 
