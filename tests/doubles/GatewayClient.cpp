@@ -47,12 +47,18 @@ GatewayClient::GatewayClient(const std::wstring& workingFolder) {
         ADD_FAILURE() << "the unit's channel can't be opened by the id \"" << id << '"';
 }
 
-std::string GatewayClient::call(const Wire& command) {
+void GatewayClient::send(const Wire& command) {
     if (!isOpen())
-        return {};
+        return;
     std::fill_n(static_cast<char*>(view_.get()), size_, untouched);
     std::memcpy(view_.get(), command.bytes().data(), command.bytes().size());
     SetEvent(requestEvent_.get());
+}
+
+std::string GatewayClient::call(const Wire& command) {
+    send(command);
+    if (!isOpen())
+        return {};
     if (WaitForSingleObject(replyEvent_.get(), patience) != WAIT_OBJECT_0)
         ADD_FAILURE() << "the unit did not answer";
     return {static_cast<const char*>(view_.get()), size_};

@@ -44,6 +44,9 @@ public:
 
     bool isOpen() const { return static_cast<bool>(view_); }
 
+    /// Puts a command into the block and signals; the answer stays unread.
+    void send(const Wire& command);
+
     /// Sends a command and gives the whole block as the unit left it.
     std::string call(const Wire& command);
 
@@ -55,9 +58,6 @@ public:
     std::size_t blockSize();
 
 private:
-    std::string image(const std::string& bytes) const;
-    bool exchange();
-
     std::size_t size_ = 0; ///< of the view: whole pages
     Handle mapping_;
     MappedView view_;

@@ -1,0 +1,124 @@
+// The frame of the channel: codes, sizes, failure records, from a client that plays the gateway.
+
+#include "FakeMaterial10.h"
+#include "FakeMaterial11.h"
+#include "RuntimeTest.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr std::uint32_t setReportCode = 3;
+constexpr std::uint32_t getParameterCode = 4;
+
+using Channel = RuntimeTest;
+
+TEST_F(Channel, unknownCodesAreRefused) {
+    ModelBag bag;
+    bag.script("");
+    calculate(bag, [](GatewayClient& script) {
+        for (const std::uint32_t code : {0u, 19u, 0x80000001u, 0xffffffffu})
+            script.expect(request(code), refused("Internal error: unknonw/undefined function call"));
+    });
+}
+
+// Never an answer that looks like one.
+TEST_F(Channel, commandsThatAreNotThereYetSaySo) {
+    ModelBag bag;
+    bag.script("");
+    calculate(bag, [](GatewayClient& script) {
+        for (std::uint32_t code = 6; code <= 10; ++code) {
+            const std::string block = script.call(request(code) << 300.0 << "molecularWeight");
+            EXPECT_EQ(block.substr(0, 4), refused("").bytes().substr(0, 4)) << "command " << code;
+            EXPECT_NE(block.find("not available"), std::string::npos) << "command " << code;
+        }
+    });
+}
+
+TEST_F(Channel, aMessageLongerThanTheBlockIsCut) {
+    ModelBag bag;
+    bag.script("");
+    calculate(bag, [](GatewayClient& script) {
+        const std::string refusal = "Invalid report name: ";
+        // The last name that fits, and the first that does not.
+        const std::string name(2048 - 5 - refusal.size(), 'n');
+        script.expect(request(setReportCode) << name, refused(refusal + name));
+        const std::string cut = (refusal + name).substr(0, 2048 - 8) + "...";
+        script.expect(request(setReportCode) << name + 'n', refused(cut));
+        script.expect(request(setReportCode) << name + "and much more than that", refused(cut));
+    });
+}
+
+TEST_F(Channel, theBlockGrowsWithCompoundsAndPhases) {
+    FakeStream manyPhases = makeFakeStream(20);
+    while (manyPhases.phases.size() < 25)
+        manyPhases.phases.push_back({L"L", L"Liquid", 0, {}, {}, false});
+    const auto material11 = [](FakeStream stream) {
+        return ComRef<IDispatch>(FakeMaterial11::create(std::move(stream))->dispatch());
+    };
+    const auto material10 = [](std::size_t compounds) {
+        return ComRef<IDispatch>(FakeMaterial10::create(makeFakeStream(compounds))->dispatch());
+    };
+    const struct {
+        const char* what;
+        ComRef<IDispatch> material;
+        std::size_t size;
+    } cases[] = {
+        {"no material", {}, 2048},
+        {"1.1, 3 compounds", material11(makeFakeStream(3)), 2048},
+        {"1.1, 16 compounds", material11(makeFakeStream(16)), 2056},
+        {"1.1, 20 compounds", material11(makeFakeStream(20)), 3208},
+        {"1.1, 20 compounds in 25 phases", material11(manyPhases), 4308},
+        {"1.1, 200 compounds", material11(makeFakeStream(200)), 320008},
+        {"1.0, 3 compounds", material10(3), 2048},
+        {"1.0, 12 compounds", material10(12), 2112},
+        {"1.0, 20 compounds", material10(20), 3208},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.what);
+        ModelBag bag;
+        bag.script("").feeds(row.material ? std::vector<std::wstring>{L"Feed"} : std::vector<std::wstring>());
+        const HostedUnit unit = createUnit(bag);
+        if (row.material) {
+            ASSERT_EQ(unit.connect(L"Feed", row.material.get()), S_OK);
+        }
+        std::size_t size = 0;
+        matlab.onRun = [&](const std::wstring& folder) {
+            size = GatewayClient(folder).blockSize();
+            return MatlabAnswer();
+        };
+        EXPECT_EQ(unit.calculate(), S_OK) << testing::PrintToString(unit.error());
+        EXPECT_EQ(size, row.size);
+    }
+}
+
+// The gateway is not trusted so far that a request without an end is read past the block's.
+TEST_F(Channel, aNameWithoutAnEndEndsWithTheBlock) {
+    ModelBag bag;
+    bag.script("");
+    calculate(bag, [](GatewayClient& script) {
+        const std::string block = script.call(request(getParameterCode) << std::string(4000, 'p'));
+        const std::string message = "Invalid parameter name: ";
+        EXPECT_EQ(block.substr(4, 2044),
+                  message + std::string(2048 - 8 - message.size(), 'p') + "..." + '\0');
+    });
+}
+
+TEST_F(Channel, theBlockEndsWithTheRun) {
+    const HostedUnit unit = createUnit();
+    std::string id;
+    matlab.onRun = [&](const std::wstring& folder) {
+        id = unitIdOf(folder);
+        return failed(E_FAIL);
+    };
+    EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
+    EXPECT_FALSE(Handle(OpenFileMappingA(FILE_MAP_READ, FALSE, id.c_str())));
+    // The events serve the next run.
+    EXPECT_TRUE(Handle(OpenEventA(SYNCHRONIZE, FALSE, (id + "_out").c_str())));
+    unit.terminate();
+    EXPECT_FALSE(Handle(OpenEventA(SYNCHRONIZE, FALSE, (id + "_out").c_str())));
+}
+
+} // namespace
+
+} // namespace solvane

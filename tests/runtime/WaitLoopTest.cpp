@@ -1,0 +1,113 @@
+// What the host's thread does while the script runs.
+
+#include "RuntimeTest.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr UINT inputMessage = WM_KEYDOWN;
+
+/// A window of the host's, without a place on the screen.
+class HostWindow {
+public:
+    HostWindow()
+        : window_(
+              CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
+        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&receive));
+    }
+    ~HostWindow() { DestroyWindow(window_); }
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+
+    void post(UINT message) { EXPECT_TRUE(PostMessageW(window_, message, 0, 0)); }
+
+    std::function<void()> onPaint;
+    int inputs = 0;
+
+private:
+    static LRESULT CALLBACK receive(HWND window, UINT message, WPARAM w, LPARAM l) {
+        auto& self = *reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (message == WM_PAINT && self.onPaint)
+            self.onPaint();
+        if (message == inputMessage)
+            ++self.inputs;
+        return message == WM_PAINT ? 0 : DefWindowProcW(window, message, w, l);
+    }
+
+    HWND window_;
+};
+
+using WaitLoop = RuntimeTest;
+
+TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
+    HostWindow window;
+    const HostedUnit unit = createUnit();
+    const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    window.onPaint = [&] { SetEvent(painted.get()); };
+    matlab.onRun = [&](const std::wstring&) {
+        window.post(inputMessage);
+        window.post(WM_PAINT);
+        EXPECT_EQ(WaitForSingleObject(painted.get(), 5000), WAIT_OBJECT_0);
+        return MatlabAnswer();
+    };
+    ASSERT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(window.inputs, 0);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageW(&message);
+    EXPECT_EQ(window.inputs, 1);
+}
+
+// The lock of the outer run is the thread's own.
+TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPasses) {
+    HostWindow window;
+    const HostedUnit outer = createUnit();
+    const HostedUnit inner = createUnit();
+    const Handle innerDone(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    HRESULT innerResult = E_PENDING;
+    window.onPaint = [&] {
+        innerResult = inner.calculate();
+        SetEvent(innerDone.get());
+    };
+    int runs = 0;
+    matlab.onRun = [&](const std::wstring&) {
+        if (++runs == 1) {
+            window.post(WM_PAINT);
+            EXPECT_EQ(WaitForSingleObject(innerDone.get(), 5000), WAIT_OBJECT_0);
+        }
+        return printed(std::to_wstring(runs));
+    };
+    EXPECT_EQ(outer.calculate(), S_OK);
+    EXPECT_EQ(innerResult, S_OK);
+    EXPECT_EQ(inner.output(), L"2");
+}
+
+TEST_F(WaitLoop, aRequestThatArrivesWithTheEndIsStillServed) {
+    ModelBag bag;
+    bag.script("").parameter(L"Duty", L"real", Variant(1.0));
+    HostWindow window;
+    const HostedUnit unit = createUnit(bag);
+    const Handle painting(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    const Handle requested(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    // While the host paints, the script sends a command and ends: the host comes back to both events.
+    window.onPaint = [&] {
+        SetEvent(painting.get());
+        WaitForSingleObject(requested.get(), 5000);
+        Sleep(100); // the worker thread tells the end
+    };
+    matlab.onRun = [&](const std::wstring& folder) {
+        window.post(WM_PAINT);
+        EXPECT_EQ(WaitForSingleObject(painting.get(), 5000), WAIT_OBJECT_0);
+        GatewayClient(folder).send(request(5) << "Duty" << 0u << 7.0);
+        SetEvent(requested.get());
+        return MatlabAnswer();
+    };
+    ASSERT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(unit.parameter(L"Duty").real(), 7.0);
+}
+
+} // namespace
+
+} // namespace solvane
