@@ -12,6 +12,7 @@ struct SinglePhaseRow {
     SinglePhaseProperty property;
 };
 
+/// The first row looks like a heading but is a name that scripts may use.
 // clang-format off
 constexpr std::array<SinglePhaseRow, 45> singlePhaseRows{{
     // name, {unit, molar, overall, molarDerivative}
