@@ -14,13 +14,15 @@ struct Cubic {
     double slope(double z) const { return (3 * z + 2 * c2) * z + c1; }
 
     /// Newton's iteration from a start that lies beyond the root on the side where the cubic bends away from
-    /// the axis: it comes nearer from that side only, and ends where rounding turns it back.
+    /// the axis, whence it comes nearer step by step, or from next to the root.
     double rootFrom(double start) const {
+        constexpr double nearby = 1e-8; // from here on a step that does not shrink is rounding
         double z = start;
         double lastStep = INFINITY;
         for (int i = 0; i < 200; ++i) {
             const double step = value(z) / slope(z);
-            if (!(std::abs(step) < lastStep)) {
+            const bool rounding = !(std::abs(step) < lastStep) && std::abs(step) <= nearby * std::abs(z);
+            if (rounding || !std::isfinite(step)) {
                 break;
             }
             z -= step;

@@ -2,8 +2,8 @@
 #include "FlashVariables.h"
 #include "PhaseSplit.h"
 #include "PropertyPackage.h"
+#include "SaturatedState.h"
 #include "Saturation.h"
-#include "SaturationLine.h"
 
 #include <algorithm>
 #include <array>
@@ -56,6 +56,11 @@ bool atVaporFraction(const Mixture& mixture, double value, const FlashCondition&
                            ? pureAtVaporFraction(*mixture.compounds[0], fixed, value, state, error)
                            : findSaturatedState(mixture, vaporFraction.value, fixed, value, state, error);
     if (!found) {
+        return false;
+    }
+    if (!checkCondition({FlashVariable::temperature, state.temperature}, error) ||
+        !checkCondition({FlashVariable::pressure, state.pressure}, error)) {
+        error = text("for vapor fraction ", vaporFraction.value, ", ", error);
         return false;
     }
     result = {state.temperature,

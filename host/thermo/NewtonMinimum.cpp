@@ -10,10 +10,11 @@ namespace solvane::host {
 
 namespace {
 
-constexpr int maxIterations = 200;
+constexpr int maxIterations = 100;
 constexpr double smallEnough = 1e-13;
-constexpr double longestStep = 4.0; ///< a factor of 55 in an amount
-constexpr double rounding = 2e-14;
+constexpr double nearlySmallEnough = 1e-10; ///< from here on a step that does not halve the residuals ends it
+constexpr double longestStep = 4.0;         ///< a factor of 55 in an amount
+constexpr double rounding = 1e-13;          ///< of the objective, relative to it or to 1
 
 double largest(const std::vector<double>& values) {
     double result = 0;
@@ -63,8 +64,10 @@ NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
             slope += model.residual[i] * model.scale[i] * model.scale[i] * step[i];
         }
         double length = std::min(1.0, longestStep / largest(step));
+        const double worst = largest(model.residual);
         bool accepted = false;
-        for (int halving = 0; halving < 30 && !accepted; ++halving, length /= 2) {
+        const int maxHalvings = worst < nearlySmallEnough ? 1 : 12;
+        for (int halving = 0; halving < maxHalvings && !accepted; ++halving, length /= 2) {
             std::vector<double> moved(n);
             for (std::size_t i = 0; i < n; ++i) {
                 moved[i] = variables[i] + length * step[i];
@@ -73,14 +76,15 @@ NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
             // Where the objective's change is lost in rounding, the residuals have to tell.
             const bool lower = there.value <= model.value + 1e-4 * length * slope;
             const bool closer =
-                there.value <= model.value + rounding && largest(there.residual) < largest(model.residual);
+                there.value <= model.value + rounding * std::max(1.0, std::abs(model.value)) &&
+                largest(there.residual) < worst;
             if (lower || closer) {
                 variables = std::move(moved);
                 model = std::move(there);
                 accepted = true;
             }
         }
-        if (!accepted) {
+        if (!accepted || (worst < nearlySmallEnough && largest(model.residual) > worst / 2)) {
             break;
         }
     }

@@ -12,8 +12,10 @@ namespace {
 
 constexpr int substitutions = 4;
 
-/// What rounding leaves of the distance of a phase that coincides with the mixture.
+/// Bounds of what rounding leaves of a distance that is zero, and of a phase that is the mixture itself: one
+/// so alike (differences of ln amounts) cannot lie measurably below the plane.
 constexpr double noDistance = -1e-13;
+constexpr double noDifference = 1e-4;
 
 } // namespace
 
@@ -67,8 +69,12 @@ TrialPhase tryPhase(const PengRobinson& equation, std::span<const Compound* cons
     };
 
     const NewtonOutcome outcome = minimizeGibbs(distance, substitutions, logAmounts);
+    double difference = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        difference = std::max(difference, std::abs(logAmounts[i] - std::log(composition[i])));
+    }
     double total = 0;
-    return {outcome.value < noDistance, fractions(logAmounts, total)};
+    return {outcome.value < noDistance && difference > noDifference, fractions(logAmounts, total)};
 }
 
 } // namespace solvane::host

@@ -1,0 +1,16 @@
+/// Where a mixture has a given vapour fraction.
+#pragma once
+
+#include "SaturationLine.h"
+
+#include <string>
+
+namespace solvane::host {
+
+/// Finds the state of the given vapour fraction (0 to 1) at the given temperature or pressure, and of several
+/// the first that one meets on the line coming from low pressure. False with a text where none is found. The
+/// mixture has two compounds or more.
+bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
+                        SaturatedState& state, std::string& error);
+
+} // namespace solvane::host
