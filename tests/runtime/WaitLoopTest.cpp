@@ -60,6 +60,24 @@ TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
     EXPECT_EQ(window.inputs, 1);
 }
 
+TEST_F(WaitLoop, theHostPaintsWhileAScriptAsksWithoutPause) {
+    HostWindow window;
+    const HostedUnit unit = createUnit();
+    const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    window.onPaint = [&] { SetEvent(painted.get()); };
+    matlab.onRun = [&](const std::wstring& folder) {
+        GatewayClient script(folder);
+        script.call(request(12));
+        window.post(WM_PAINT);
+        const ULONGLONG begin = GetTickCount64();
+        while (WaitForSingleObject(painted.get(), 0) != WAIT_OBJECT_0 && GetTickCount64() - begin < 5000)
+            script.call(request(12));
+        EXPECT_LT(GetTickCount64() - begin, 2000u);
+        return MatlabAnswer();
+    };
+    EXPECT_EQ(unit.calculate(), S_OK);
+}
+
 // The lock of the outer run is the thread's own.
 TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPasses) {
     HostWindow window;
