@@ -1,0 +1,99 @@
+// How fast a script reaches its unit. All figures are ratios of things measured turn by turn in one run, so
+// that the machine's speed cancels out.
+
+#include "ClientProcess.h"
+#include "EmptyScript.h"
+#include "FakeMaterial10.h"
+#include "Folders.h"
+#include "GatewayClient.h"
+#include "HostedUnit.h"
+#include "MatlabStandIn.h"
+#include "OutOfProcessObject.h"
+#include "RoundTrip.h"
+#include "Verdict.h"
+#include "com/Text.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace solvane {
+
+namespace {
+
+/// A unit with one feed of that many compounds, in front of a scripted Matlab whose script is the client.
+Timings measureInRun(std::size_t compounds, const std::vector<std::string>& ways) {
+    const TemporaryFolder temporary;
+    MatlabStandIn matlab;
+    const UnitModule module;
+    const HostedUnit unit(module);
+    ModelBag bag;
+    bag.script("").feeds({L"Feed"});
+    const FakeStream stream = makeFakeStream(compounds);
+    unit.load(bag);
+    unit.connect(L"Feed", FakeMaterial10::create(stream)->dispatch());
+
+    const BareResponder responder;
+    const OfferedObject offered(ComRef<IDispatch>(FakeMaterial10::create(stream)->dispatch()),
+                                temporary.path() + L"object");
+    Timings timings;
+    matlab.onRun = [&](const std::wstring& folder) {
+        timings = measureInClient({ways, unitIdOf(folder), responder.id(), offered.file()},
+                                  temporary.path() + L"results");
+        return MatlabAnswer();
+    };
+    if (FAILED(unit.calculate()))
+        std::printf("  the run failed: %s\n", narrow(unit.errorDescription()).c_str());
+    return timings;
+}
+
+bool compareRoundTrips() {
+    const std::string temperature = "getFeedProp temperature";
+    const std::string invoke = "Invoke temperature";
+    Timings timings = measureInRun(10, {"ping", "getUnitName", temperature, invoke});
+    std::printf(
+        "  microseconds: two-event ping-pong %.1f, getUnitName %.1f, getFeedProp %.1f, COM Invoke %.1f\n",
+        median(timings["ping"]), median(timings["getUnitName"]), median(timings[temperature]),
+        median(timings[invoke]));
+    bool isMet = printAtMost("(a) getUnitName / ping-pong",
+                             median(ratios(timings["getUnitName"], timings["ping"])), 1.15);
+    isMet &= printAtMost("(a) getFeedProp / ping-pong", median(ratios(timings[temperature], timings["ping"])),
+                         1.15);
+    isMet &= printAtLeast("(b) COM Invoke / getFeedProp, the same property",
+                          median(ratios(timings[invoke], timings[temperature])), 5);
+    return isMet;
+}
+
+/// From ten times as many compounds a vector may take ten times as long.
+bool compareVectors() {
+    const std::string fraction = "getFeedProp fraction";
+    std::vector<double> times;
+    for (const std::size_t compounds : {2, 20, 200})
+        times.push_back(median(measureInRun(compounds, {fraction})[fraction]));
+    std::printf("  microseconds: %.1f for 2, %.1f for 20, %.1f for 200 compounds\n", times[0], times[1],
+                times[2]);
+    bool isMet = printAtMost("(d) vector of 20 / of 2 compounds", times[1] / times[0], 10);
+    isMet &= printAtMost("(d) vector of 200 / of 20 compounds", times[2] / times[1], 10);
+    return isMet;
+}
+
+int runAll() {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    std::printf("Round trips between two processes\n");
+    bool isMet = compareRoundTrips();
+    std::printf("Calculate with an empty script\n");
+    isMet &= compareEmptyScript();
+    std::printf("Feed vectors\n");
+    isMet &= compareVectors();
+    CoUninitialize();
+    return isMet ? 0 : 1;
+}
+
+} // namespace
+
+} // namespace solvane
+
+int main(int count, char** arguments) {
+    if (count > 1 && std::strcmp(arguments[1], solvane::clientWord) == 0)
+        return solvane::runClient({arguments + 2, arguments + count});
+    return solvane::runAll();
+}
