@@ -104,8 +104,9 @@ private:
     Handle reply_;
 };
 
-bool isMappingOpen() {
-    return static_cast<bool>(Handle(OpenFileMappingA(FILE_MAP_READ, FALSE, unitId)));
+/// Whether anybody holds the unit's events; the block's name goes with the unit's own handle.
+bool isUnitHeld() {
+    return static_cast<bool>(Handle(OpenEventA(SYNCHRONIZE, FALSE, (std::string(unitId) + "_in").c_str())));
 }
 
 class GatewayConnection : public testing::Test {
@@ -227,9 +228,9 @@ TEST_F(GatewayConnection, letsGoOfTheUnitWhenItsAskerIsGone) {
         next.sendMessage('X', number(4) + "slow");
         ASSERT_TRUE(unit.waitForRequest());
     }
-    for (int i = 0; i < 100 && isMappingOpen(); ++i)
+    for (int i = 0; i < 100 && isUnitHeld(); ++i)
         Sleep(50);
-    EXPECT_FALSE(isMappingOpen()) << "the server still holds the block of an asker that hung up";
+    EXPECT_FALSE(isUnitHeld()) << "the server still holds the unit for an asker that hung up";
 }
 
 } // namespace
