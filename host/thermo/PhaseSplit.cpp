@@ -53,10 +53,11 @@ struct Partition {
     }
 };
 
-/// Seeks the two phases of least Gibbs energy, the trial phase on its root. Nothing where they turn out to be
-/// one phase, or two liquids.
+/// Seeks the two phases of least Gibbs energy, each on its root. Nothing where they turn out to be one phase,
+/// or two liquids.
 std::optional<std::vector<PhaseState>> partition(const PengRobinson& equation, const Mixture& mixture,
-                                                 double pressure, Root trialRoot, const TrialPhase& start,
+                                                 double pressure, Root trialRoot, Root restRoot,
+                                                 const TrialPhase& start,
                                                  std::span<const double> logFugacity) {
     const std::vector<double>& z = mixture.composition;
     const std::size_t n = z.size();
@@ -67,8 +68,7 @@ std::optional<std::vector<PhaseState>> partition(const PengRobinson& equation, c
         FugacityDerivatives restDerivatives;
         const Fugacity trial =
             equation.fugacity(trialRoot, pressure, parts.trial.composition, &trialDerivatives);
-        const Fugacity rest =
-            equation.fugacity(Root::stable, pressure, parts.rest.composition, &restDerivatives);
+        const Fugacity rest = equation.fugacity(restRoot, pressure, parts.rest.composition, &restDerivatives);
         GibbsModel model{0, std::vector<double>(n), std::vector<double>(n), std::vector<double>(n * n)};
         const double trialLog = std::log(parts.trial.total);
         const double restLog = std::log(parts.rest.total);
@@ -111,7 +111,7 @@ std::optional<std::vector<PhaseState>> partition(const PengRobinson& equation, c
     const NewtonOutcome outcome = minimizeGibbs(gibbs, substitutions, logRatios);
     const Partition parts(z, logRatios);
     const Fugacity trial = equation.fugacity(trialRoot, pressure, parts.trial.composition);
-    const Fugacity rest = equation.fugacity(Root::stable, pressure, parts.rest.composition);
+    const Fugacity rest = equation.fugacity(restRoot, pressure, parts.rest.composition);
     const bool trialIsVapor = trial.volume / trial.covolume > rest.volume / rest.covolume;
     const Fugacity& vapor = trialIsVapor ? trial : rest;
     if (outcome.worstResidual > convergedResidual || outcome.value > 0 || parts.trial.total < leastAmount ||
@@ -131,6 +131,7 @@ std::vector<PhaseState> splitPhases(const Mixture& mixture, double temperature, 
     const std::vector<double>& z = mixture.composition;
     const Fugacity feed = equation.fugacity(Root::stable, pressure, z);
     const bool vaporLike = feed.isVaporLike();
+    const Root ownRoot = vaporLike ? Root::vapor : Root::liquid;
     if (z.size() > 1) {
         std::vector<double> logFugacity = feed.logCoefficient;
         for (std::size_t i = 0; i < z.size(); ++i) {
@@ -138,14 +139,16 @@ std::vector<PhaseState> splitPhases(const Mixture& mixture, double temperature, 
         }
         // The trial on the other side than the mixture's own comes first: it is the one that finds a vapour
         // beside a liquid.
-        const std::array trials =
-            vaporLike ? std::array{Root::liquid, Root::vapor} : std::array{Root::vapor, Root::liquid};
+        const std::array trials{vaporLike ? Root::liquid : Root::vapor, ownRoot};
         for (Root root : trials) {
             const TrialPhase trial = tryPhase(equation, mixture.compounds, root, pressure, z, logFugacity);
             if (!trial.belowPlane) {
                 continue;
             }
-            if (auto phases = partition(equation, mixture, pressure, root, trial, logFugacity)) {
+            // The rest starts as the mixture on its own root and stays there, lest it turn to a second
+            // liquid.
+            const Root restRoot = root == ownRoot ? Root::stable : ownRoot;
+            if (auto phases = partition(equation, mixture, pressure, root, restRoot, trial, logFugacity)) {
                 return *std::move(phases);
             }
         }
