@@ -11,46 +11,15 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr char runScript[] = R"(%Solvane Unit Operation Script
-clear functions
-clear globals
-clear variables
-lasterr('')
-%note: when changing globals, change unitCalc.m header
-global nComp nPhase compNames phaseNames phaseAggregationStates AGGSTATE_UNKNOWN AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID unit_ID setEchoOnValue
-%phase type definitions
-AGGSTATE_UNKNOWN=0;
-AGGSTATE_VAPOR=1;
-AGGSTATE_LIQUID=2;
-AGGSTATE_SOLID=3;
-%init
-echo initRun off
-initRun
-CapeOpenUnitMex(1,unit_ID);%init run
-%run user script
-disp('MATLAB output:')
-%all on single line: affects echo
-try; if (setEchoOnValue); echo unitCalc on; echo on; else echo unitCalc off; echo off; end; unitCalc; echo off; catch; echo off; disp(['Evaluation error: ' lasterr]); end;
-CapeOpenUnitMex(2);%term run
-disp('MATLAB done')
-)";
-
 constexpr char calculationHeader[] =
     "function unitCalc\r\nglobal nComp nPhase compNames phaseNames phaseAggregationStates AGGSTATE_UNKNOWN "
     "AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID\r\n";
-
-std::string withWindowsLineEnds(std::string_view text) {
-    std::string converted;
-    for (char c : text)
-        converted += c == '\n' ? "\r\n" : std::string(1, c);
-    return converted;
-}
 
 /// A unit's folder with the run script, as the unit fills it, and a gateway that only notes its calls.
 class RunScript : public testing::Test {
 protected:
     RunScript() {
-        folder.write(L"runUnit.m", withWindowsLineEnds(runScript));
+        std::filesystem::copy_file("Z:" SOLVANE_RUN_SCRIPT, folder.path() + L"\\runUnit.m");
         folder.write(L"CapeOpenUnitMex.m",
                      "function CapeOpenUnitMex(varargin)\n"
                      "f = fopen('calls.txt', 'a'); fprintf(f, '%d ', varargin{1}); fclose(f);\n");

@@ -3,7 +3,7 @@
 
 function echo (varargin)
   persistent functions = {};
-  set = @(varargin) sprintf ("builtin (\"echo\"%s);", sprintf (", \"%s\"", varargin{:}));
+  set = @(varargin) ["builtin (" strjoin(strcat ('"', [{"echo"} varargin], '"'), ", ") ");"];
   evalin ("caller", set (varargin{:}));
   isSwitch = ismember (varargin, {"on", "off"});
   name = varargin(! isSwitch);
