@@ -6,22 +6,35 @@
 
 #include <oleauto.h>
 
-#include <cfenv>
 #include <new>
 #include <utility>
 
 namespace solvane {
 
-/// Masks all floating-point exceptions for its lifetime. Hosts written in Fortran or Delphi unmask them.
+/// Masks all floating-point exceptions, of the SSE and of the x87 unit, for its lifetime. Hosts written in
+/// Fortran or Delphi unmask them. (The compiler's own feholdexcept leaves the SSE unit's unmasked.)
 class FloatingPointGuard {
 public:
-    FloatingPointGuard() { std::feholdexcept(&saved_); }
-    ~FloatingPointGuard() { std::fesetenv(&saved_); }
+    FloatingPointGuard() {
+        __asm__ volatile("stmxcsr %0\n\tfnstcw %1" : "=m"(sse_), "=m"(x87_));
+        load((sse_ | sseMasks) & ~sseFlags, static_cast<unsigned short>(x87_ | x87Masks));
+    }
+    ~FloatingPointGuard() { load(sse_, x87_); }
     FloatingPointGuard(const FloatingPointGuard&) = delete;
     FloatingPointGuard& operator=(const FloatingPointGuard&) = delete;
 
 private:
-    std::fenv_t saved_;
+    static constexpr unsigned sseMasks = 0x1F80;
+    static constexpr unsigned sseFlags = 0x3F;
+    static constexpr unsigned short x87Masks = 0x3F;
+
+    /// The x87 unit's flags are cleared first, or what was raised under the mask would fire now.
+    static void load(unsigned sse, unsigned short x87) {
+        __asm__ volatile("fnclex\n\tfldcw %0\n\tldmxcsr %1" : : "m"(x87), "m"(sse));
+    }
+
+    unsigned sse_;
+    unsigned short x87_;
 };
 
 /// Runs an interface method's body.
