@@ -1,0 +1,125 @@
+#include "IdealGas.h"
+#include "Thermodynamics.h"
+
+#include <cctype>
+#include <map>
+
+namespace solvane::host {
+
+namespace {
+
+/// Atoms of each element in a formula.
+std::map<char, int> atomsOf(std::string_view formula) {
+    std::map<char, int> atoms;
+    for (std::size_t i = 0; i < formula.size();) {
+        const char element = formula[i++];
+        int number = 0;
+        while (i < formula.size() && std::isdigit(static_cast<unsigned char>(formula[i]))) {
+            number = 10 * number + (formula[i++] - '0');
+        }
+        atoms[element] += number ? number : 1;
+    }
+    return atoms;
+}
+
+} // namespace
+
+TEST(Compounds, areFoundInAnyCase) {
+    ASSERT_NE(findCompound("Carbon Dioxide"), nullptr);
+    EXPECT_EQ(findCompound("Carbon Dioxide"), findCompound("carbon dioxide"));
+    EXPECT_EQ(findCompound("N-BUTANE")->formula, "C4H10");
+    EXPECT_EQ(findCompound("butane"), nullptr);
+    EXPECT_EQ(findCompound("n-butan"), nullptr);
+    EXPECT_EQ(findCompound(""), nullptr);
+}
+
+TEST(Compounds, identifiersAndMassesFitTheFormulas) {
+    const std::map<char, double> atomicWeights{{'C', 12.011}, {'H', 1.008}, {'N', 14.007}, {'O', 15.999}};
+    for (const Compound& compound : allCompounds()) {
+        double mass = 0;
+        for (const auto& [element, number] : atomsOf(compound.formula)) {
+            mass += number * atomicWeights.at(element);
+        }
+        EXPECT_NEAR(compound.molecularWeight, mass, 5e-4) << compound.name;
+
+        // The last digit of a CAS number is the sum of the others, each times its place from the right.
+        int sum = 0;
+        int place = 0;
+        for (std::size_t i = compound.casNumber.size() - 2; i-- > 0;) {
+            if (compound.casNumber[i] != '-') {
+                sum += ++place * (compound.casNumber[i] - '0');
+            }
+        }
+        EXPECT_EQ(sum % 10, compound.casNumber.back() - '0') << compound.name;
+    }
+}
+
+// Measured values of the NIST Chemistry WebBook: ideal-gas Cp and enthalpy of formation at 298.15 K.
+TEST(Compounds, idealGasHeatAndFormationAreThoseOfNature) {
+    struct Measured {
+        const char* name;
+        double heatCapacity;
+        double formationEnthalpy;
+    };
+    constexpr Measured measured[] = {
+        {"methane", 35.7, -74.6e3},   {"ethane", 52.5, -84.0e3},           {"propane", 73.6, -104.7e3},
+        {"n-butane", 98.5, -125.6e3}, {"n-pentane", 120.0, -146.8e3},      {"nitrogen", 29.12, 0},
+        {"water", 33.59, -241.83e3},  {"carbon dioxide", 37.13, -393.5e3}, {"benzene", 82.4, 82.9e3},
+        {"toluene", 103.7, 50.1e3},
+    };
+    ASSERT_EQ(std::size(measured), allCompounds().size());
+    for (const Measured& row : measured) {
+        const Compound& compound = *findCompound(row.name);
+        EXPECT_NEAR(idealGasHeatCapacity(compound, 298.15), row.heatCapacity, 0.02 * row.heatCapacity)
+            << row.name;
+        EXPECT_NEAR(compound.formationEnthalpy, row.formationEnthalpy, 300) << row.name;
+    }
+}
+
+// Three columns of the table that must agree: G = H - T (S - S of the elements, CODATA, brought from 1 bar to
+// 1 atm where they are gases).
+TEST(Compounds, formationPropertiesAreConsistent) {
+    const std::map<char, double> elements{
+        {'C', 5.74}, {'H', 130.57 / 2}, {'N', 191.50 / 2}, {'O', 205.04 / 2}};
+    for (const Compound& compound : allCompounds()) {
+        double entropy = compound.absoluteEntropy;
+        for (const auto& [element, number] : atomsOf(compound.formula)) {
+            entropy -= number * elements.at(element);
+        }
+        EXPECT_NEAR(compound.formationGibbsEnergy, compound.formationEnthalpy - 298.15 * entropy, 60)
+            << compound.name;
+    }
+}
+
+TEST(Compounds, boilNearTheirBoilingPoints) {
+    for (const Compound& compound : allCompounds()) {
+        if (compound.name == "carbon dioxide") {
+            continue; // it sublimes
+        }
+        const PropertyPackage package({&compound});
+        const double boiling =
+            flashed(package, {1}, {FlashVariable::pressure, 101325}, {FlashVariable::vaporFraction, 0})
+                .temperature;
+        EXPECT_NEAR(boiling, compound.normalBoilingPoint, 2.0) << compound.name;
+    }
+}
+
+TEST(Compounds, idealGasHeatRisesSmoothlyBeyondTheFits) {
+    for (const Compound& compound : allCompounds()) {
+        for (double temperature : {50.0, 80.0, 149.9999, 150.0001, 700.0, 1499.999, 1500.001, 2900.0}) {
+            const double step = 1e-4 * temperature;
+            const double capacity = idealGasHeatCapacity(compound, temperature);
+            const double low = temperature - step;
+            const double high = temperature + step;
+            EXPECT_GT(capacity, 0) << compound.name << " " << temperature;
+            EXPECT_NEAR((idealGasEnthalpy(compound, high) - idealGasEnthalpy(compound, low)) / (2 * step),
+                        capacity, 1e-4 * capacity)
+                << compound.name << " " << temperature;
+            EXPECT_NEAR((idealGasEntropy(compound, high) - idealGasEntropy(compound, low)) / (2 * step),
+                        capacity / temperature, 1e-4 * capacity / temperature)
+                << compound.name << " " << temperature;
+        }
+    }
+}
+
+} // namespace solvane::host

@@ -1,0 +1,254 @@
+#include "PengRobinson.h"
+#include "Thermodynamics.h"
+
+#include <cmath>
+#include <random>
+
+namespace solvane::host {
+
+namespace {
+
+using enum FlashVariable;
+
+struct Feed {
+    PropertyPackage package;
+    std::vector<double> composition;
+};
+
+std::vector<Feed> feeds() {
+    return {{lightGases(), {0.50, 0.20, 0.15, 0.10, 0.05}},
+            {lightGases(), {0.95, 0, 0, 0.05, 0}},
+            {lightGases(), {1e-9, 1e-5, 0.59, 0.409989999, 0}},
+            {packageOf({"nitrogen", "methane", "carbon dioxide", "n-butane"}), {0.2, 0.4, 0.3, 0.1}},
+            {packageOf({"benzene", "toluene", "n-pentane"}), {0.3, 0.3, 0.4}},
+            {packageOf({"carbon dioxide", "water", "ethane"}), {0.5, 0.5, 0}}};
+}
+
+/// The equation would rather have two liquids than one of this feed at low temperatures.
+bool formsTwoLiquids(const Feed& feed) {
+    return feed.package.compounds()[1]->name == "water";
+}
+
+/// Equal fugacities and the material balance, to the last digits but three.
+void expectEquilibrium(const Feed& feed, const Equilibrium& state) {
+    std::vector<std::vector<double>> fugacities;
+    double total = 0;
+    for (const PhaseState& phase : state.phases) {
+        fugacities.push_back(valuesOf(feed.package, PhaseProperty::fugacity, phase.phase, state.temperature,
+                                      state.pressure, phase.composition));
+        total += phase.fraction;
+    }
+    EXPECT_NEAR(total, 1, 1e-12);
+    for (std::size_t i = 0; i < feed.composition.size(); ++i) {
+        double amount = 0;
+        for (const PhaseState& phase : state.phases) {
+            amount += phase.fraction * phase.composition[i];
+        }
+        EXPECT_NEAR(amount, feed.composition[i], 1e-12 * feed.composition[i]);
+        if (state.phases.size() == 2) {
+            EXPECT_NEAR(fugacities[0][i], fugacities[1][i], 1e-10 * fugacities[0][i]);
+        }
+    }
+}
+
+/// No phase of any composition lies below the tangent plane of the state.
+void expectStable(const Feed& feed, const Equilibrium& state, std::mt19937& random) {
+    const PhaseState& phase = state.phases[0];
+    const std::vector<double> fugacity = valuesOf(feed.package, PhaseProperty::fugacity, phase.phase,
+                                                  state.temperature, state.pressure, phase.composition);
+    std::exponential_distribution<double> share;
+    for (int trial = 0; trial < 40; ++trial) {
+        std::vector<double> w(fugacity.size());
+        double total = 0;
+        for (std::size_t i = 0; i < w.size(); ++i) {
+            // Cubed, the shares reach traces as well.
+            w[i] = fugacity[i] > 0 ? std::pow(share(random), 3) : 0;
+            total += w[i];
+        }
+        for (Phase kind : {Phase::vapor, Phase::liquid}) {
+            const std::vector<double> other =
+                valuesOf(feed.package, PhaseProperty::fugacity, kind, state.temperature, state.pressure, w);
+            double distance = 0;
+            for (std::size_t i = 0; i < w.size(); ++i) {
+                if (w[i] > 0) {
+                    distance += w[i] / total * std::log(other[i] / fugacity[i]);
+                }
+            }
+            EXPECT_GT(distance, -1e-9);
+        }
+    }
+}
+
+} // namespace
+
+TEST(Flash, phasesAreInStableEquilibriumOverAGridOfStates) {
+    std::mt19937 random(1);
+    int twoPhases = 0;
+    for (const Feed& feed : feeds()) {
+        for (double t : {180.0, 220.0, 250.0, 280.0, 310.0, 340.0, 400.0, 600.0}) {
+            for (double p : {1e3, 1e5, 5e5, 20e5, 60e5, 100e5, 300e5}) {
+                SCOPED_TRACE(testing::Message()
+                             << feed.package.compounds()[0]->name << " " << t << " K, " << p << " Pa");
+                const Equilibrium state =
+                    flashed(feed.package, feed.composition, {temperature, t}, {pressure, p});
+                expectEquilibrium(feed, state);
+                if (!formsTwoLiquids(feed)) {
+                    expectStable(feed, state, random);
+                }
+                twoPhases += state.phases.size() == 2;
+            }
+        }
+    }
+    EXPECT_GT(twoPhases, 70);
+}
+
+TEST(Flash, enthalpyAndEntropyLeadBackToTheTemperature) {
+    for (const Feed& feed : feeds()) {
+        for (double t : {200.0, 265.0, 330.0, 500.0}) {
+            for (double p : {1e5, 20e5, 80e5}) {
+                SCOPED_TRACE(testing::Message()
+                             << feed.package.compounds()[0]->name << " " << t << " K, " << p << " Pa");
+                const Equilibrium state =
+                    flashed(feed.package, feed.composition, {temperature, t}, {pressure, p});
+                for (const auto& [variable, property] : {std::pair(enthalpy, PhaseProperty::enthalpy),
+                                                         std::pair(enthalpyF, PhaseProperty::enthalpyF),
+                                                         std::pair(entropyNF, PhaseProperty::entropyNF),
+                                                         std::pair(entropyF, PhaseProperty::entropyF)}) {
+                    const Equilibrium back =
+                        flashed(feed.package, feed.composition,
+                                {variable, overall(feed.package, property, state)}, {pressure, p});
+                    EXPECT_NEAR(back.temperature, t, 1e-7);
+                    EXPECT_NEAR(vaporFractionOf(back), vaporFractionOf(state), 1e-7);
+                }
+            }
+        }
+    }
+}
+
+TEST(Flash, vaporFractionsLieBetweenBubbleAndDewPoint) {
+    for (const Feed& feed : feeds()) {
+        if (formsTwoLiquids(feed)) {
+            continue; // its vapour fraction jumps where the gas would be the second liquid
+        }
+        double lastTemperature = 0;
+        for (double fraction : {0.0, 0.001, 0.35, 0.99, 1.0}) {
+            SCOPED_TRACE(testing::Message() << feed.package.compounds()[0]->name << " " << fraction);
+            const Equilibrium state =
+                flashed(feed.package, feed.composition, {vaporFraction, fraction}, {pressure, 8e5});
+            expectEquilibrium(feed, state);
+            EXPECT_EQ(state.phases.at(0).fraction, fraction);
+            EXPECT_GT(state.temperature, lastTemperature);
+            lastTemperature = state.temperature;
+            const Equilibrium back = flashed(feed.package, feed.composition, {temperature, state.temperature},
+                                             {vaporFraction, fraction});
+            EXPECT_NEAR(back.pressure, 8e5, 1e-3);
+            if (fraction > 0 && fraction < 1) {
+                const Equilibrium plain = flashed(feed.package, feed.composition,
+                                                  {temperature, state.temperature}, {pressure, 8e5});
+                EXPECT_NEAR(vaporFractionOf(plain), fraction, 1e-8);
+            }
+        }
+    }
+}
+
+// The line of this fraction begins among cryogenic states of two liquids, far from those at room temperature.
+TEST(Flash, vaporFractionIsFoundWhereTheLowPressureStatesAreTwoLiquids) {
+    const Feed feed{packageOf({"nitrogen", "toluene"}), {0.41, 0.59}};
+    const Equilibrium state =
+        flashed(feed.package, feed.composition, {temperature, 333}, {vaporFraction, 0.3});
+    expectEquilibrium(feed, state);
+    EXPECT_NEAR(vaporFractionOf(
+                    flashed(feed.package, feed.composition, {temperature, 333}, {pressure, state.pressure})),
+                0.3, 1e-8);
+}
+
+TEST(Flash, pureCompoundBoilsByTheLeverRule) {
+    const PropertyPackage package = packageOf({"methane", "benzene"});
+    const std::vector<double> benzene{0, 1};
+    const Equilibrium boiling = flashed(package, benzene, {pressure, 101325}, {vaporFraction, 0.5});
+    for (const auto& [variable, property] :
+         {std::pair(enthalpy, PhaseProperty::enthalpy), std::pair(entropy, PhaseProperty::entropy)}) {
+        const auto at = [&](Phase phase) {
+            return valueOf(package, property, phase, boiling.temperature, 101325, benzene);
+        };
+        for (double fraction : {0.01, 0.3, 0.999}) {
+            const double value = fraction * at(Phase::vapor) + (1 - fraction) * at(Phase::liquid);
+            const Equilibrium state = flashed(package, benzene, {pressure, 101325}, {variable, value});
+            EXPECT_NEAR(state.temperature, boiling.temperature, 1e-9);
+            ASSERT_EQ(state.phases.size(), 2u);
+            EXPECT_NEAR(state.phases[0].fraction, fraction, 1e-9);
+            EXPECT_EQ(state.phases[0].composition, benzene);
+        }
+    }
+    const double below = boiling.temperature - 1e-6;
+    const double above = boiling.temperature + 1e-6;
+    EXPECT_EQ(flashed(package, benzene, {temperature, below}, {pressure, 101325}).phases.at(0).phase,
+              Phase::liquid);
+    EXPECT_EQ(flashed(package, benzene, {temperature, above}, {pressure, 101325}).phases.at(0).phase,
+              Phase::vapor);
+}
+
+// Bubble and dew point a few nanokelvins apart: temperature hardly tells the states between them.
+TEST(Flash, nearlyPureCompoundBoils) {
+    const Feed feed{packageOf({"propane", "n-butane"}), {1 - 1e-10, 1e-10}};
+    const Equilibrium boiling =
+        flashed(feed.package, feed.composition, {pressure, 5e5}, {vaporFraction, 0.4});
+    const double value = overall(feed.package, PhaseProperty::enthalpy, boiling);
+    const Equilibrium state = flashed(feed.package, feed.composition, {pressure, 5e5}, {enthalpy, value});
+    EXPECT_NEAR(state.temperature, boiling.temperature, 1e-7);
+    EXPECT_NEAR(overall(feed.package, PhaseProperty::enthalpy, state), value, 1e-6 * std::abs(value));
+    EXPECT_NEAR(vaporFractionOf(state), 0.4, 1e-6);
+}
+
+TEST(Flash, phasesMeetAtTheCriticalPoint) {
+    const Feed feed{lightGases(), {0.7, 0, 0, 0.3, 0}};
+    double lastDifference = 1;
+    for (double p : {100e5, 110e5, 118e5, 122e5, 125e5}) {
+        const Equilibrium state = flashed(feed.package, feed.composition, {temperature, 325}, {pressure, p});
+        expectEquilibrium(feed, state);
+        if (state.phases.size() < 2) {
+            break;
+        }
+        const double difference = state.phases[0].composition[0] - state.phases[1].composition[0];
+        EXPECT_LT(difference, lastDifference);
+        lastDifference = difference;
+    }
+    EXPECT_LT(lastDifference, 0.3);
+}
+
+TEST(Flash, onePhaseIsNamedByItsDensity) {
+    const PropertyPackage package = packageOf({"methane"});
+    const auto phaseAt = [&](double t, double p) {
+        const Equilibrium state = flashed(package, {1}, {temperature, t}, {pressure, p});
+        EXPECT_EQ(state.phases.size(), 1u);
+        return state.phases.at(0).phase;
+    };
+    EXPECT_EQ(phaseAt(110, 10e5), Phase::liquid);
+    EXPECT_EQ(phaseAt(150, 1e5), Phase::vapor);
+    EXPECT_EQ(phaseAt(300, 100e5), Phase::vapor);
+    EXPECT_EQ(phaseAt(300, 1000e5), Phase::liquid);
+}
+
+TEST(Flash, waterAndOilStayOneLiquidInAPackageOfOneLiquid) {
+    const PropertyPackage package = packageOf({"water", "n-pentane"});
+    const Equilibrium state = flashed(package, {0.5, 0.5}, {temperature, 300}, {pressure, 20e5});
+    ASSERT_EQ(state.phases.size(), 1u);
+    EXPECT_EQ(state.phases[0].phase, Phase::liquid);
+}
+
+TEST(Flash, compositionIsNormalisedAndAbsentCompoundsChangeNothing) {
+    const Equilibrium all =
+        flashed(lightGases(), {0.6, 0, 0.3, 0.1, 0}, {temperature, 250}, {pressure, 20e5});
+    const Equilibrium few = flashed(packageOf({"methane", "propane", "n-butane"}), {6, 3, 1},
+                                    {pressure, 20e5}, {temperature, 250});
+    ASSERT_EQ(all.phases.size(), 2u);
+    EXPECT_NEAR(all.phases[0].fraction, few.phases.at(0).fraction, 1e-14);
+    for (std::size_t k = 0; k < 2; ++k) {
+        const std::vector<double>& x = all.phases[k].composition;
+        EXPECT_EQ(x[1], 0);
+        EXPECT_EQ(x[4], 0);
+        EXPECT_NEAR(x[2], few.phases.at(k).composition[1], 1e-14);
+    }
+}
+
+} // namespace solvane::host
