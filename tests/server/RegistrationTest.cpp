@@ -1,0 +1,250 @@
+// What registration writes for the machine or the user, key by key, and what its removal takes away.
+
+#include "RegistrySandbox.h"
+#include "ServerTest.h"
+#include "com/Registry.h"
+#include "com/Text.h"
+
+#include <algorithm>
+
+namespace solvane {
+
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+/// The file version of the module, as the system reads it.
+std::wstring fileVersion(const std::wstring& path) {
+    DWORD ignored = 0;
+    std::vector<BYTE> data(GetFileVersionInfoSizeW(path.c_str(), &ignored));
+    VS_FIXEDFILEINFO* info = nullptr;
+    UINT size = 0;
+    if (!GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(data.size()), data.data()) ||
+        !VerQueryValueW(data.data(), L"\\", reinterpret_cast<void**>(&info), &size))
+        return L"?";
+    return std::to_wstring(info->dwFileVersionMS >> 16) + L'.' +
+           std::to_wstring(info->dwFileVersionMS & 0xFFFF) + L'.' +
+           std::to_wstring(info->dwFileVersionLS >> 16) + L'.' +
+           std::to_wstring(info->dwFileVersionLS & 0xFFFF);
+}
+
+class Registration : public testing::Test {
+protected:
+    ServerModule module;
+    RegistrySandbox registry;
+
+    /// All that stands in the registry after a registration on an empty machine. Of the type library's flags
+    /// the system decides.
+    static Lines complete() {
+        const std::wstring path = UnitModule::builtPath();
+        const std::wstring unit = L"{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}";
+        const std::wstring library = L"{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}";
+        const std::wstring application = L"{5C7A1E25-93B4-4D0E-8A61-2F0D7B9C41E3}";
+        const std::wstring typeLibrary = L"typelib\\" + library + L"\\1.0";
+        const std::wstring name = L"SolvaneUnitOperation.SolvaneUnitOp";
+        const struct {
+            std::wstring key;
+            std::vector<std::wstring> entries;
+        } keys[] = {
+            {L".SVM", {L" = SolvaneUnitOperationModel"}},
+            {L"AppID\\" + application, {L" = SolvaneUnitOperation"}},
+            {L"AppID\\SolvaneUnitOperation.DLL", {L" [AppID] = " + application}},
+            {L"SolvaneUnitOperationModel\\DefaultIcon", {L" = " + path + L",0"}},
+            {L"SolvaneUnitOperationModel\\shell\\open", {L""}},
+            {name + L".1", {L" = SolvaneUnitOp Class"}},
+            {name + L".1\\CLSID", {L" = " + unit}},
+            {name, {L" = SolvaneUnitOp Class"}},
+            {name + L"\\CLSID", {L" = " + unit}},
+            {name + L"\\CurVer", {L" = " + name + L".1"}},
+            {L"CLSID\\" + unit, {L" = SolvaneUnitOp Class", L" [AppID] = " + application}},
+            {L"CLSID\\" + unit + L"\\ProgID", {L" = " + name + L".1"}},
+            {L"CLSID\\" + unit + L"\\VersionIndependentProgID", {L" = " + name}},
+            {L"CLSID\\" + unit + L"\\Programmable", {L""}},
+            {L"CLSID\\" + unit + L"\\InprocServer32", {L" = " + path, L" [ThreadingModel] = Apartment"}},
+            {L"CLSID\\" + unit + L"\\TypeLib", {L" = " + library}},
+            {L"CLSID\\" + unit + L"\\Implemented Categories",
+             {L"\\{0d562dc8-ea8e-4210-ab39-b66513c0cd09}", L"\\{4150c28a-ee06-403f-a871-87afec38a249}",
+              L"\\{4667023a-5a8e-4cca-ab6d-9d78c5112fed}", L"\\{678c09a1-7d66-11d2-a67d-00105a42887f}",
+              L"\\{678c09a5-7d66-11d2-a67d-00105a42887f}"}},
+            {L"CLSID\\" + unit + L"\\CapeDescription",
+             {L" [Name] = Solvane Unit Operation",
+              L" [Description] = Unit operation calculated by Matlab script", L" [CapeVersion] = 1.0",
+              L" [ComponentVersion] = " + fileVersion(path), L" [VendorURL] = https://solvane.example",
+              L" [About] = Solvane Unit Operation: a unit operation whose model is a Matlab script. MIT "
+              L"licence."}},
+            {typeLibrary, {L" = SolvaneUnitOperation 1.0 Type Library"}},
+            {typeLibrary + L"\\0\\" + (sizeof(void*) == 8 ? L"win64" : L"win32"), {L" = " + path}},
+            {typeLibrary + L"\\HELPDIR", {L" = " + path.substr(0, path.rfind(L'\\'))}},
+        };
+        Lines lines;
+        for (const auto& row : keys)
+            for (const std::wstring& entry : row.entries)
+                lines.push_back(toLower(row.key) + entry);
+        std::ranges::sort(lines);
+        return lines;
+    }
+
+    /// Lists what is missing and what is too much.
+    static void expectContents(Lines found, const Lines& wanted) {
+        std::erase_if(found, [](const std::wstring& line) { return line.find(L"\\flags = ") != line.npos; });
+        Lines missing, surplus;
+        std::ranges::set_difference(wanted, found, std::back_inserter(missing));
+        std::ranges::set_difference(found, wanted, std::back_inserter(surplus));
+        EXPECT_EQ(missing, Lines());
+        EXPECT_EQ(surplus, Lines());
+    }
+
+    static void wantPerUser(const wchar_t* value = L"1") {
+        writeRegistryString(HKEY_CURRENT_USER, L"Software\\SolvaneUO", L"CurrentUser", value);
+    }
+
+    static void associateZip(const std::wstring& command) {
+        writeRegistryString(HKEY_CLASSES_ROOT, L".zip", L"", L"Archive");
+        writeRegistryString(HKEY_CLASSES_ROOT, L"Archive\\shell\\open\\command", L"", command);
+    }
+    static std::optional<std::wstring> commandOf(HKEY root) {
+        return readRegistryString(root, L"Software\\Classes\\SolvaneUnitOperationModel\\shell\\open\\command",
+                                  L"");
+    }
+};
+
+TEST_F(Registration, writesTheMachinesKeysAndNoOthers) {
+    EXPECT_EQ(module.registerServer(), S_OK);
+    expectContents(registry.machineClasses(), complete());
+    expectContents(registry.userClasses(), Lines());
+}
+
+TEST_F(Registration, twiceIsAsGoodAsOnceAndReplacesAnOldClassKey) {
+    ASSERT_EQ(module.registerServer(), S_OK);
+    writeRegistryString(HKEY_CLASSES_ROOT, L"CLSID\\{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}\\Insertable", L"",
+                        L"of an old version");
+    EXPECT_EQ(module.registerServer(), S_OK);
+    expectContents(registry.machineClasses(), complete());
+}
+
+TEST_F(Registration, forTheUserWritesNothingForTheMachine) {
+    wantPerUser();
+    EXPECT_EQ(module.registerServer(), S_OK);
+    expectContents(registry.userClasses(), complete());
+    expectContents(registry.machineClasses(), Lines());
+}
+
+TEST_F(Registration, isForTheUserOnlyWhenTheSwitchIsExactlyOne) {
+    for (const wchar_t* value : {L"0", L"", L"11", L" 1", L"true"}) {
+        SCOPED_TRACE(narrow(value));
+        wantPerUser(value);
+        EXPECT_EQ(module.registerServer(), S_OK);
+        expectContents(registry.userClasses(), Lines());
+    }
+    expectContents(registry.machineClasses(), complete());
+}
+
+TEST_F(Registration, itsRemovalLeavesTheSharedKeysOnly) {
+    ASSERT_EQ(module.registerServer(), S_OK);
+    EXPECT_EQ(module.unregisterServer(), S_OK);
+    expectContents(registry.machineClasses(), {L"appid", L"clsid", L"typelib"});
+}
+
+TEST_F(Registration, itsRemovalSparesWhatOthersWrote) {
+    const auto write = [](const wchar_t* key) { writeRegistryString(HKEY_CLASSES_ROOT, key, L"", L"kept"); };
+    for (const wchar_t* key : {L"AppID\\Other", L"CLSID\\Other", L"TypeLib\\Other", L".zip"})
+        write(key);
+    const Lines before = registry.machineClasses();
+    ASSERT_EQ(module.registerServer(), S_OK);
+    EXPECT_EQ(module.unregisterServer(), S_OK);
+    expectContents(registry.machineClasses(), before);
+}
+
+// An uninstaller runs for the machine, whatever the user's switch says.
+TEST_F(Registration, itsRemovalNeverLooksAtTheSwitch) {
+    ASSERT_EQ(module.registerServer(), S_OK);
+    wantPerUser();
+    ASSERT_EQ(module.registerServer(), S_OK);
+    registry.coverClassesRoot();
+    EXPECT_EQ(module.unregisterServer(), S_OK);
+    expectContents(registry.machineClasses(), {L"appid", L"clsid", L"typelib"});
+    expectContents(registry.userClasses(), complete());
+}
+
+TEST_F(Registration, modelsOpenWithTheZipProgram) {
+    const struct {
+        const wchar_t* command;
+        bool isTaken;
+    } cases[] = {
+        {L"\"C:\\Program Files\\Packer\\PACKER.EXE\" \"%1\"", true},
+        {L"c:\\packer.exe %1", true},
+        {L"C:\\Windows\\Explorer.EXE /idlist,%I,%L", false},
+        {L"rundll32 zipfldr.dll,RouteTheCall %L", false},
+        {L"", false},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(narrow(row.command));
+        RegDeleteTreeW(HKEY_CLASSES_ROOT, L"SolvaneUnitOperationModel");
+        associateZip(row.command);
+        EXPECT_EQ(module.registerServer(), S_OK);
+        EXPECT_EQ(commandOf(HKEY_LOCAL_MACHINE),
+                  row.isTaken ? std::optional<std::wstring>(row.command) : std::nullopt);
+        EXPECT_EQ(commandOf(HKEY_CURRENT_USER), std::nullopt);
+    }
+}
+
+TEST_F(Registration, aHalfAssociationIsNoFailure) {
+    writeRegistryString(HKEY_CLASSES_ROOT, L".zip", L"", L"Archive");
+    EXPECT_EQ(module.registerServer(), S_OK);
+    EXPECT_EQ(commandOf(HKEY_LOCAL_MACHINE), std::nullopt);
+}
+
+TEST_F(Registration, leavesTheThreadsLocaleAsItWas) {
+    const LCID german = MAKELCID(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), SORT_DEFAULT);
+    const LCID former = GetThreadLocale();
+    SetThreadLocale(german);
+    module.registerServer();
+    EXPECT_EQ(GetThreadLocale(), german);
+    module.unregisterServer();
+    EXPECT_EQ(GetThreadLocale(), german);
+    SetThreadLocale(former);
+}
+
+// The association is looked up in the system's classes, so it has to stand there for a moment.
+TEST_F(Registration, forTheUserTheZipProgramOpensTheUsersModels) {
+    const std::wstring command = L"c:\\packer.exe %1";
+    const std::wstring type = L"SolvaneUnitOperationTests.Archive";
+    RegistryKey zip;
+    DWORD disposition = 0;
+    // Volatile: should this program end early, the key ends with the system.
+    ASSERT_EQ(RegCreateKeyExW(registry.systemClasses(), L".zip", 0, nullptr, REG_OPTION_VOLATILE,
+                              KEY_ALL_ACCESS, nullptr, zip.put(), &disposition),
+              ERROR_SUCCESS);
+    if (disposition != REG_CREATED_NEW_KEY)
+        GTEST_SKIP() << "this machine has an association of its own";
+    writeRegistryString(zip.get(), L"", L"", type);
+    writeRegistryString(registry.systemClasses(), type + L"\\shell\\open\\command", L"", command);
+    wantPerUser();
+    EXPECT_EQ(module.registerServer(), S_OK);
+    EXPECT_EQ(commandOf(HKEY_CURRENT_USER), command);
+    EXPECT_EQ(commandOf(HKEY_LOCAL_MACHINE), std::nullopt);
+    RegDeleteKeyW(registry.systemClasses(), L".zip");
+    RegDeleteTreeW(registry.systemClasses(), type.c_str());
+}
+
+// No lasting key can be made below one that ends with the system.
+TEST_F(Registration, aRefusedKeyIsReportedAndTheZipProgramLinkedAllTheSame) {
+    const auto makeVolatile = [](HKEY parent, const wchar_t* path) {
+        RegistryKey key;
+        EXPECT_EQ(RegCreateKeyExW(parent, path, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                                  key.put(), nullptr),
+                  ERROR_SUCCESS);
+        return key;
+    };
+    const RegistryKey classes = makeVolatile(HKEY_CURRENT_USER, L"Refusing");
+    for (const wchar_t* path : {L".zip", L"Archive\\shell\\open\\command"})
+        makeVolatile(classes.get(), path);
+    RegOverridePredefKey(HKEY_CLASSES_ROOT, classes.get());
+    associateZip(L"c:\\packer.exe %1");
+    EXPECT_TRUE(FAILED(module.registerServer()));
+    EXPECT_EQ(commandOf(HKEY_LOCAL_MACHINE), L"c:\\packer.exe %1");
+}
+
+} // namespace
+
+} // namespace solvane
