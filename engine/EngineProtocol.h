@@ -17,6 +17,8 @@ inline constexpr char portVariable[] = "SOLVANE_ENGINE_PORT";
 /// One-time token, `tokenLength` characters 0-9 and a-f.
 inline constexpr char tokenVariable[] = "SOLVANE_ENGINE_TOKEN";
 inline constexpr std::uint32_t tokenLength = 32;
+/// Decimal number of the ANSI code page on the server's side, which is the unit's.
+inline constexpr char codePageVariable[] = "SOLVANE_ENGINE_CODE_PAGE";
 
 /// Role byte of the connection on which Octave takes commands: server sends `execute`, Octave answers
 /// `result`.

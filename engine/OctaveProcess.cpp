@@ -28,6 +28,7 @@ HRESULT OctaveProcess::launch(std::wstring& error) {
     }
     SetEnvironmentVariableA(portVariable, std::to_string(listener_.port()).c_str());
     SetEnvironmentVariableA(tokenVariable, listener_.token().c_str());
+    SetEnvironmentVariableA(codePageVariable, std::to_string(GetACP()).c_str());
     return program.start(engineFolder(), process_, error);
 }
 

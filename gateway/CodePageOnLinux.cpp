@@ -1,5 +1,7 @@
 #include "CodePage.h"
 
+#include "../engine/EngineProtocol.h"
+
 #include <iconv.h>
 
 #include <array>
@@ -11,11 +13,10 @@ namespace {
 
 /// The unit's code page can't be asked for from Linux: the automation server, which runs on the unit's side,
 /// leaves its decimal number in the environment. Without it we take that of Western Europe.
-constexpr char codePageVariable[] = "SOLVANE_ENGINE_CODE_PAGE";
 constexpr char westernCodePage[] = "1252";
 
 std::string codePageName() {
-    const char* number = std::getenv(codePageVariable);
+    const char* number = std::getenv(engine::codePageVariable);
     const std::string page = number && *number ? number : westernCodePage;
     return page == "65001" ? "UTF-8" : "CP" + page;
 }
