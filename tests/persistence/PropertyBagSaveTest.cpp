@@ -134,6 +134,7 @@ TEST_F(PropertyBagTest, aFileIsTextWhereAllOfItIsPlainAndBytesWithAZeroOtherwise
         .file("accent.txt", "caf\xE9")
         .file("escape.txt", "\x1B[0m")
         .file("empty.txt", "");
+    model.values[L"file \\ empty.txt"] = Variant(std::wstring_view(L""));
     ASSERT_EQ(load(unit, model), S_OK);
     RecordingBag bag;
     ASSERT_EQ(save(unit, bag), S_OK);
