@@ -104,6 +104,21 @@ TEST_F(Channel, aNameWithoutAnEndEndsWithTheBlock) {
     });
 }
 
+TEST_F(Channel, aRunWithoutABlockDoesNotReachMatlab) {
+    const HostedUnit unit = createUnit();
+    const std::wstring id =
+        workingFolder().substr(temporary.path().size(), workingFolder().size() - temporary.path().size() - 1);
+    matlab.forgetCalls();
+    {
+        const Handle ofTheSameName(CreateMutexW(nullptr, FALSE, id.c_str()));
+        EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
+        EXPECT_EQ(unit.errorDescription(),
+                  L"Failed to create shared memory mapping for inter-process communication");
+        EXPECT_EQ(matlab.calls(), std::vector<std::wstring>());
+    }
+    EXPECT_EQ(unit.calculate(), S_OK);
+}
+
 TEST_F(Channel, theBlockEndsWithTheRun) {
     const HostedUnit unit = createUnit();
     std::string id;

@@ -184,10 +184,10 @@ TEST_F(OctaveRun, errorsOfAScriptReachTheHost) {
         const char* script;
         const char* error;
     } cases[] = {
-        {"x = 1;\ny = nosuchthing + x;\n", "nosuchthing"},
+        {"x = 1;\ny = nosuchthing + x;\n", "'nosuchthing' undefined near line 4"},
         {"error(\"two\\n  lines\");\n", "two, lines"},
         {"getParameter('Duty');\n", "Invalid parameter name: Duty"},
-        {"getFeedProp(1, 'temperature');\n", "getFeedProp"},
+        {"getFeedProp(1, 'temperature');\n", "port number out of range for getFeedProp"},
         {"getCompoundConstant('molecularWeight');\n", "not available"},
         {"x = [1 2\ny = );\n", "parse error"},
     };

@@ -110,6 +110,7 @@ TEST_F(Run, anErrorInTheScriptFailsTheRunWithItsLinesJoined) {
         {L"MATLAB done\nEvaluation error: a\nb", L"a, b"},
         {L"Evaluation error: \nMATLAB done", L""},
         {L"Evaluation error: , \nMATLAB done", L", "},
+        {L"Evaluation error: , MATLAB done", L", "},
         {L"Evaluation error: outer Evaluation error: inner\n", L"outer Evaluation error: inner"},
     };
     for (const auto& row : cases) {
