@@ -92,15 +92,16 @@ bool search(const Mixture& mixture, const SaturationLine& line, const Target& ta
 
     struct Sample {
         double position;
-        double excess; ///< of the vapour fraction
+        bool isAbove; ///< has more vapour than is sought
         std::vector<PhaseState> phases;
     };
     const auto sample = [&](double position) {
         const double t = std::exp(byTemperature ? target.logValue : position);
         const double p = std::exp(byTemperature ? position : target.logValue);
         std::vector<PhaseState> phases = splitPhases(mixture, t, p);
-        const double vapor = phases[0].phase == Phase::vapor ? phases[0].fraction : 0;
-        return Sample{position, vapor - line.vaporFraction(), std::move(phases)};
+        const bool vaporFirst = phases[0].phase == Phase::vapor;
+        const bool isAbove = phases.size() == 1 ? vaporFirst : phases[0].fraction > line.vaporFraction();
+        return Sample{position, isAbove, std::move(phases)};
     };
 
     Sample last = sample(from);
@@ -109,12 +110,12 @@ bool search(const Mixture& mixture, const SaturationLine& line, const Target& ta
         Sample low = last;
         Sample high = next;
         last = std::move(next);
-        if (low.excess * high.excess > 0 || low.phases.size() + high.phases.size() == 2) {
+        if (low.isAbove == high.isAbove || low.phases.size() + high.phases.size() == 2) {
             continue;
         }
         for (int k = 0; k < halvings; ++k) {
             Sample middle = sample((low.position + high.position) / 2);
-            (middle.excess * low.excess > 0 ? low : high) = std::move(middle);
+            (middle.isAbove == low.isAbove ? low : high) = std::move(middle);
         }
         const Sample& found = low.phases.size() == 2 ? low : high;
         if (found.phases.size() < 2) {
@@ -159,12 +160,11 @@ bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVaria
         if (!line.correct(point, line.pressureIndex(), iterations)) {
             continue;
         }
-        double reached = -INFINITY;
-        if (follow(line, point, target, reached)) {
+        if (follow(line, point, target, extreme)) {
             state = line.state(point);
             return true;
         }
-        extreme = std::max(extreme, reached);
+        break;
     }
 
     Point point;
