@@ -1,0 +1,60 @@
+#pragma once
+
+#include "FakeMaterial10.h"
+#include "FakeMaterial11.h"
+#include "HostedUnit.h"
+#include "MatlabStandIn.h"
+#include "ModelBag.h"
+#include "com/VariantArray.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace solvane {
+
+inline constexpr HRESULT raised = static_cast<HRESULT>(0x80040501);
+
+/// "name | description | scope | interface" of an object's last failure.
+inline std::wstring errorOf(IUnknown* object) {
+    return HostedUnit(ComRef<IUnknown>(object)).error();
+}
+
+/// A usable unit, in front of a Matlab that does nothing.
+class UnitTest : public testing::Test {
+protected:
+    UnitTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~UnitTest() override { CoUninitialize(); }
+
+    void loadModel() {
+        model.script("1;");
+        ASSERT_EQ(unit.load(model), S_OK);
+    }
+
+    ComRef<ICapeCollection> parameters() const {
+        ComRef<IDispatch> collection;
+        EXPECT_EQ(unit.as<ICapeUtilities>()->get_parameters(collection.put()), S_OK);
+        return collection.as<ICapeCollection>();
+    }
+
+    /// Empty where the collection refuses.
+    static ComRef<IDispatch> item(const ComRef<ICapeCollection>& collection, const Variant& id) {
+        ComRef<IDispatch> found;
+        collection->Item(id.get(), found.put());
+        return found;
+    }
+
+    template <class Interface = ICapeParameter>
+    ComRef<Interface> parameter(const wchar_t* name) const {
+        return item(parameters(), text(name)).as<Interface>();
+    }
+
+    static Variant text(std::wstring_view value) { return Variant(value); }
+
+    MatlabStandIn matlab;
+    UnitModule module;
+    HostedUnit unit{module};
+    ModelBag model;
+};
+
+} // namespace solvane

@@ -1,0 +1,119 @@
+#include "UnitTest.h"
+
+namespace solvane {
+namespace {
+
+class Validation : public UnitTest {
+protected:
+    void loadPorts(std::vector<std::wstring> feeds, std::vector<std::wstring> products) {
+        model.feeds(feeds).products(products);
+        loadModel();
+    }
+
+    CapeValidationStatus status() const {
+        CapeValidationStatus value = CAPE_INVALID;
+        EXPECT_EQ(unit.as<ICapeUnit>()->get_ValStatus(&value), S_OK);
+        return value;
+    }
+
+    static FakeStream streamOf(std::vector<std::wstring> compounds) {
+        FakeStream stream = makeFakeStream(compounds.size());
+        stream.compounds = std::move(compounds);
+        return stream;
+    }
+};
+
+constexpr wchar_t different[] = L"Materials connected to all ports must have identical compound lists";
+
+TEST_F(Validation, theFirstUnconnectedPortIsNamedFeedsFirst) {
+    loadPorts({L"Feed 1"}, {L"Product 1"});
+    EXPECT_EQ(status(), CAPE_NOT_VALIDATED);
+    EXPECT_EQ(unit.validate(), L"Feed port \"Feed 1\" is not connected");
+    EXPECT_EQ(status(), CAPE_INVALID);
+    const auto material = FakeMaterial11::create();
+    unit.connect(L"Feed 1", material->dispatch());
+    EXPECT_EQ(status(), CAPE_NOT_VALIDATED);
+    EXPECT_EQ(unit.validate(), L"Product port \"Product 1\" is not connected");
+    unit.connect(L"Product 1", material->dispatch());
+    EXPECT_EQ(unit.validate(), L"");
+    EXPECT_EQ(status(), CAPE_VALID);
+    unit.disconnect(L"Product 1");
+    EXPECT_EQ(status(), CAPE_NOT_VALIDATED);
+}
+
+TEST_F(Validation, aUnitWithoutPortsIsValid) {
+    loadModel();
+    EXPECT_EQ(unit.validate(), L"");
+}
+
+TEST_F(Validation, compoundsMustAgreeInOrderButNotInCaseAcrossGenerations) {
+    loadPorts({L"Feed 1"}, {L"Product 1"});
+    const auto feed = FakeMaterial11::create(streamOf({L"A", L"B"}));
+    unit.connect(L"Feed 1", feed->dispatch());
+    struct Row {
+        std::vector<std::wstring> compounds;
+        const wchar_t* message;
+    };
+    for (const Row& row : {Row{{L"a", L"b"}, L""}, Row{{L"B", L"A"}, different}, Row{{L"A"}, different},
+                           Row{{L"A", L"B", L"C"}, different}}) {
+        const auto product = FakeMaterial10::create(streamOf(row.compounds));
+        unit.connect(L"Product 1", product->dispatch());
+        EXPECT_EQ(unit.validate(), row.message);
+    }
+}
+
+TEST_F(Validation, withoutCompoundsNothingCanRun) {
+    loadPorts({L"Feed 1"}, {});
+    const auto feed = FakeMaterial10::create(streamOf({}));
+    unit.connect(L"Feed 1", feed->dispatch());
+    EXPECT_EQ(unit.validate(), L"Materials connected to ports do not expose compounds");
+}
+
+TEST_F(Validation, aListThatCannotBeReadIsToldInItsPortsWords) {
+    loadPorts({L"Feed 1"}, {L"Product 1"});
+    const auto feed = FakeMaterial11::create();
+    unit.connect(L"Feed 1", feed->dispatch());
+    const auto failing = FakeMaterial10::create();
+    failing->record->add({.call = "ComponentIds",
+                          .result = static_cast<HRESULT>(0x80040508),
+                          .text = L"the package is closed",
+                          .value = {}});
+    unit.connect(L"Product 1", failing->dispatch());
+    EXPECT_EQ(unit.validate(),
+              L"Failed to get list of compounds from material connected to port: the package is closed");
+
+    const auto odd = FakeMaterial10::create();
+    odd->record->add({.call = "ComponentIds", .text = {}, .value = Variant(LONG{3})});
+    unit.connect(L"Product 1", odd->dispatch());
+    EXPECT_EQ(unit.validate(),
+              L"Invalid compound list from material connected to port: Expected an array of type string");
+
+    const auto bare = FakeMaterial11::create();
+    bare->hidden.push_back(__uuidof(ICapeThermoCompounds));
+    unit.connect(L"Product 1", bare->dispatch());
+    EXPECT_EQ(unit.validate(),
+              L"Failed to get ICapeThermoCompounds interface from material object connected to port");
+}
+
+TEST_F(Validation, anInvalidUnitIsNotCalculatedAndTellsItsLastFailure) {
+    loadPorts({L"Feed 1"}, {});
+    unit.as<ICapeUnitReport>()->put_selectedReport(Bstr(L"none").get());
+    EXPECT_EQ(unit.calculate(), raised);
+    // The reason is for Validate to tell; this text is what the object last failed with.
+    const std::wstring text = L"Unit is not valid: Invalid report name: no such report";
+    EXPECT_EQ(unit.error(), L"Unit is not valid | " + text + L" | Calculate | ICapeUnitReport");
+    EXPECT_EQ(unit.output(), text + L"\r\n");
+}
+
+TEST_F(Validation, aNullArgumentIsRefusedWithoutAText) {
+    VARIANT_BOOL isValid = VARIANT_TRUE;
+    Bstr message;
+    const auto capeUnit = unit.as<ICapeUnit>();
+    EXPECT_EQ(capeUnit->Validate(nullptr, &isValid), E_POINTER);
+    EXPECT_EQ(capeUnit->Validate(message.put(), nullptr), E_POINTER);
+    EXPECT_EQ(capeUnit->get_ValStatus(nullptr), E_POINTER);
+    EXPECT_EQ(unit.error(), L" |  |  | ");
+}
+
+} // namespace
+} // namespace solvane
