@@ -53,13 +53,11 @@ void narrow(Sample& low, Sample& high, double tolerance, const Evaluate& evaluat
     for (int i = 0; i < 200 && std::abs(newest.difference) > tolerance; ++i) {
         const double from = newest.state.temperature;
         const double to = opposite.state.temperature;
-        const double middle = from + part * (to - from);
         const double spacing = 2e-16 * std::abs(from);
         if (std::abs(to - from) <= 2 * spacing) {
             break;
         }
-        const double nearest = std::min(0.5, spacing / std::abs(to - from));
-        Sample sample = evaluate(nearest < 0.5 ? middle : (from + to) / 2);
+        Sample sample = evaluate(from + part * (to - from));
         if ((sample.difference > 0) == (newest.difference > 0)) {
             third = std::move(newest);
         } else {
