@@ -190,10 +190,11 @@ ComRef<CParameter> CSolvaneUnitOp::CreateParameter(ParameterKind kind, bool isIn
 
 STDMETHODIMP CSolvaneUnitOp::get_parameters(IDispatch** result) {
     return border([&]() -> HRESULT {
-        // A stopped unit raises before the null pointer is looked at, unlike in get_ports.
+        // A stopped unit raises before a null pointer is looked at, unlike in get_ports.
+        const bool hasPlace = prepareResult(result);
         if (!startupOk)
             return raiseStopped(L"get_parameters", utilities);
-        if (!prepareResult(result))
+        if (!hasPlace)
             return E_POINTER;
         parameterCollection->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(result));
         return S_OK;

@@ -30,9 +30,10 @@ STDMETHODIMP CSolvaneUnitOp::get_ports(IDispatch** ports) {
 
 STDMETHODIMP CSolvaneUnitOp::Item(VARIANT id, IDispatch** item) {
     return border([&]() -> HRESULT {
+        const bool hasPlace = prepareResult(item);
         if (!startupOk)
             return raiseStopped(L"Item", collection);
-        if (!prepareResult(item))
+        if (!hasPlace)
             return E_POINTER;
         std::vector<ComRef<CPort>> ports = feedPorts;
         ports.insert(ports.end(), productPorts.begin(), productPorts.end());

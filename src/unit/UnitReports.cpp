@@ -1,4 +1,5 @@
-// ICapeUnitReport: Matlab's output of the last run, and the reports that the script fills.
+// ICapeUnitReport: Matlab's output of the last run, and the reports that the script fills. A stopped unit
+// raises before a null pointer is looked at.
 
 #include "CSolvaneUnitOp.h"
 #include "ReportNames.h"
@@ -14,10 +15,11 @@ constexpr wchar_t unitReport[] = L"ICapeUnitReport";
 
 STDMETHODIMP CSolvaneUnitOp::get_reports(VARIANT* reports) {
     return border([&]() -> HRESULT {
-        if (!prepareResult(reports))
-            return E_POINTER;
+        const bool hasPlace = prepareResult(reports);
         if (!startupOk)
             return raiseStopped(L"get_reports", unitReport);
+        if (!hasPlace)
+            return E_POINTER;
         *reports = VariantArray::of(allReportNames(*this)).release();
         return S_OK;
     });
@@ -25,10 +27,11 @@ STDMETHODIMP CSolvaneUnitOp::get_reports(VARIANT* reports) {
 
 STDMETHODIMP CSolvaneUnitOp::get_selectedReport(BSTR* report) {
     return border([&]() -> HRESULT {
-        if (!prepareResult(report))
-            return E_POINTER;
+        const bool hasPlace = prepareResult(report);
         if (!startupOk)
             return raiseStopped(L"get_selectedReport", unitReport);
+        if (!hasPlace)
+            return E_POINTER;
         *report = newBstr(selectedReport);
         return S_OK;
     });
@@ -49,10 +52,11 @@ STDMETHODIMP CSolvaneUnitOp::put_selectedReport(BSTR report) {
 
 STDMETHODIMP CSolvaneUnitOp::ProduceReport(BSTR* message) {
     return border([&]() -> HRESULT {
-        if (!prepareMessage(message))
-            return E_POINTER;
+        const bool hasPlace = prepareMessage(message);
         if (!startupOk)
             return raiseStopped(L"ProduceReport", unitReport);
+        if (!hasPlace)
+            return E_POINTER;
         if (isOutputReport(selectedReport)) {
             *message = newBstr(outputText);
             return S_OK;
