@@ -37,7 +37,7 @@ std::wstring expand(const wchar_t* text) {
 }
 
 std::wstring programThatWasSet() {
-    const std::wstring fromEnvironment = expand((L"%" + std::wstring(programVariable) + L"%").c_str());
+    std::wstring fromEnvironment = expand((L"%" + std::wstring(programVariable) + L"%").c_str());
     if (!fromEnvironment.starts_with(L'%'))
         return fromEnvironment;
     for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE})

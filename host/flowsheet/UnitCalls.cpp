@@ -43,7 +43,7 @@ bool forEachPort(ICapeUnit* unit, const std::vector<Connection>& connections, co
         ComRef<ICapeUnitPort> port;
         if (!findPort(unit, connection.port, port, error))
             return false;
-        const HRESULT result = act(*port.get(), connection);
+        const HRESULT result = act(*port, connection);
         if (FAILED(result))
             return failed(error, std::string(call) + " of port \"" + connection.port + "\"", port.get(),
                           result);

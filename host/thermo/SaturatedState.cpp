@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace solvane::host {
@@ -142,7 +143,7 @@ bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVaria
     const SaturationLine line(mixture, vaporFraction);
     const bool byTemperature = fixed == FlashVariable::temperature;
     const Target target{byTemperature ? line.temperatureIndex() : line.pressureIndex(), std::log(value)};
-    double extreme = -INFINITY;
+    double extreme = -std::numeric_limits<double>::infinity();
     int iterations = 0;
 
     // Wilson's estimate is good enough only at low pressure. Above, the line has to be followed up there.

@@ -56,16 +56,16 @@ std::wstring noCompoundList(IUnknown& source, HRESULT hr) {
 
 bool getLists10(CalculationRun& run, MaterialLists& lists, std::wstring& error) {
     const HRESULT hr = run.material10->get_ComponentIds(lists.compounds.put());
-    return SUCCEEDED(hr) || fail(error, noCompoundList(*run.material10.get(), hr));
+    return SUCCEEDED(hr) || fail(error, noCompoundList(*run.material10, hr));
 }
 
 bool getLists11(CalculationRun& run, MaterialLists& lists, std::wstring& error) {
     run.compounds = run.material11.as<ICapeThermoCompounds>();
     if (!run.compounds)
         return fail(error, L"Failed to get ICapeThermoCompounds from calculation material");
-    HRESULT hr = getCompoundList(*run.compounds.get(), lists.compounds);
+    HRESULT hr = getCompoundList(*run.compounds, lists.compounds);
     if (FAILED(hr))
-        return fail(error, noCompoundList(*run.compounds.get(), hr));
+        return fail(error, noCompoundList(*run.compounds, hr));
 
     // A material without phases fails as one whose phases can't be listed.
     run.phases = run.material11.as<ICapeThermoPhases>();
@@ -96,11 +96,11 @@ bool createCalculationMaterial(CalculationRun& run, std::wstring& error) {
         return true;
     ComRef<IDispatch> copy;
     if (port->materialObject10) {
-        ICapeThermoMaterialObject& material = *port->materialObject10.get();
+        ICapeThermoMaterialObject& material = *port->materialObject10;
         const HRESULT hr = material.Duplicate(copy.put());
         return takeCopy(material, hr, copy, L"ICapeThermoMaterialObject", run.material10, error);
     }
-    ICapeThermoMaterial& material = *port->materialObject11.get();
+    ICapeThermoMaterial& material = *port->materialObject11;
     const HRESULT hr = material.CreateMaterial(copy.put());
     return takeCopy(material, hr, copy, L"ICapeThermoMaterial", run.material11, error);
 }
@@ -150,7 +150,7 @@ bool readCompoundList(CPort& port, std::vector<std::wstring>& compounds, std::ws
                 error,
                 L"Failed to get ICapeThermoCompounds interface from material object connected to port");
         source = port.compounds.get();
-        hr = getCompoundList(*port.compounds.get(), list);
+        hr = getCompoundList(*port.compounds, list);
     } else {
         return fail(error, L"Port is not connected");
     }

@@ -57,10 +57,10 @@ bool getDirectProperty(const CalculationRun& run, const FeedRequest& feed, const
     HRESULT hr = S_OK;
     if (feed.port.materialObject10) {
         source = feed.port.materialObject10.get();
-        hr = getOverall10(*feed.port.materialObject10.get(), name, basis, values);
+        hr = getOverall10(*feed.port.materialObject10, name, basis, values);
     } else {
         source = feed.port.materialObject11.get();
-        hr = getOverall11(*feed.port.materialObject11.get(), name, basis, values);
+        hr = getOverall11(*feed.port.materialObject11, name, basis, values);
     }
     if (FAILED(hr))
         return fail(error, "Failed to get " + ofFeed + describeFailure(*source, hr));
@@ -76,7 +76,7 @@ bool copyFailed(const FeedRequest& feed, const std::string& reason, std::string&
 
 /// The copy takes the calculation material's place for the rest of the run.
 bool calculateProperty10(CalculationRun& run, const FeedRequest& feed, double& result, std::string& error) {
-    ICapeThermoMaterialObject& source = *feed.port.materialObject10.get();
+    ICapeThermoMaterialObject& source = *feed.port.materialObject10;
     ComRef<IDispatch> object;
     const HRESULT hr = source.Duplicate(object.put());
     if (FAILED(hr))
@@ -85,7 +85,7 @@ bool calculateProperty10(CalculationRun& run, const FeedRequest& feed, double& r
     if (!copy)
         return fail(error, "Copied feed " + feed.number + " does not expose ICapeThermoMaterialObject");
     run.replaceMaterial(copy);
-    return overallFromPhases10(run, *copy.get(), feed.property, result, error);
+    return overallFromPhases10(run, *copy, feed.property, result, error);
 }
 
 bool calculateProperty11(CalculationRun& run, const FeedRequest& feed, double& result, std::string& error) {
@@ -94,11 +94,11 @@ bool calculateProperty11(CalculationRun& run, const FeedRequest& feed, double& r
     IDispatch* source = feed.port.materialObject11.get();
     const HRESULT hr = run.material11->CopyFromMaterial(&source);
     if (FAILED(hr))
-        return copyFailed(feed, describeFailure(*run.material11.get(), hr), error);
+        return copyFailed(feed, describeFailure(*run.material11, hr), error);
     ICapeThermoPropertyRoutine* routine = propertyRoutine(run);
     if (!routine)
         return fail(error, noPropertyRoutine);
-    return overallFromPhases11(run, *run.material11.get(), *routine, feed.property, result, error);
+    return overallFromPhases11(run, *run.material11, *routine, feed.property, result, error);
 }
 
 bool notConnected(const char* command, std::int32_t number, std::string& error) {
@@ -148,9 +148,9 @@ bool getFeedEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter
     if (!port)
         return false;
     if (port->materialObject10)
-        return writeEquilibrium10(run, *port->materialObject10.get(), reply, error);
+        return writeEquilibrium10(run, *port->materialObject10, reply, error);
     if (port->materialObject11)
-        return writeEquilibrium11(run, *port->materialObject11.get(), reply, error);
+        return writeEquilibrium11(run, *port->materialObject11, reply, error);
     return notConnected("getFeedEquilibrium", number, error);
 }
 

@@ -37,7 +37,7 @@ bool compositionFailed(IUnknown& material, HRESULT hr, std::string& error) {
 }
 
 bool flashMaterial10(CalculationRun& run, const Flash& flash, std::string& error) {
-    ICapeThermoMaterialObject& material = *run.material10.get();
+    ICapeThermoMaterialObject& material = *run.material10;
     const HRESULT hr =
         material.SetProp(hostTexts.fraction.get(), hostTexts.overall.get(), allCompounds, notGiven,
                          hostTexts.mole.get(), VariantArray::of(flash.composition).get());
@@ -48,7 +48,7 @@ bool flashMaterial10(CalculationRun& run, const Flash& flash, std::string& error
 
 bool setConstraint11(CalculationRun& run, const FlashConstraint& constraint,
                      FlashSpecification& specification, std::string& error) {
-    ICapeThermoMaterial& material = *run.material11.get();
+    ICapeThermoMaterial& material = *run.material11;
     if (!isVaporFraction(constraint))
         return setOverallConstraint11(material, constraint, " on material", run.oneReal, specification,
                                       error);
@@ -61,7 +61,7 @@ bool setConstraint11(CalculationRun& run, const FlashConstraint& constraint,
 }
 
 bool flashMaterial11(CalculationRun& run, const Flash& flash, std::string& error) {
-    ICapeThermoMaterial& material = *run.material11.get();
+    ICapeThermoMaterial& material = *run.material11;
     ICapeThermoEquilibriumRoutine* routine = equilibriumRoutine(run);
     if (!routine)
         return fail(error, "Failed to get ICapeThermoEquilibriumRoutine from calculation material");
@@ -104,11 +104,11 @@ bool overallProperty(CalculationRun& run, const std::string& name, double& value
     if (std::ranges::find(overallProperties, name) == overallProperties.end())
         return fail(error, "Invalid or unsupported overall property: " + name);
     if (run.material10)
-        return overallFromPhases10(run, *run.material10.get(), name, value, error);
+        return overallFromPhases10(run, *run.material10, name, value, error);
     ICapeThermoPropertyRoutine* routine = propertyRoutine(run);
     if (!routine)
         return fail(error, noPropertyRoutine);
-    return overallFromPhases11(run, *run.material11.get(), *routine, name, value, error);
+    return overallFromPhases11(run, *run.material11, *routine, name, value, error);
 }
 
 } // namespace
@@ -116,8 +116,8 @@ bool overallProperty(CalculationRun& run, const std::string& name, double& value
 bool flashEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
     if (!flashCalculationMaterial(run, readFlash(run, request), error))
         return false;
-    return run.material10 ? writeEquilibrium10(run, *run.material10.get(), reply, error)
-                          : writeEquilibrium11(run, *run.material11.get(), reply, error);
+    return run.material10 ? writeEquilibrium10(run, *run.material10, reply, error)
+                          : writeEquilibrium11(run, *run.material11, reply, error);
 }
 
 bool flashProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {

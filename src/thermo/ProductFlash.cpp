@@ -19,7 +19,7 @@ bool compositionFailed(IUnknown& material, HRESULT hr, std::string& error) {
 }
 
 bool flashProduct10(CPort& port, std::string& error) {
-    ICapeThermoMaterialObject& material = *port.materialObject10.get();
+    ICapeThermoMaterialObject& material = *port.materialObject10;
     OneReal oneReal;
     HRESULT hr = material.SetProp(hostTexts.totalFlow.get(), hostTexts.overall.get(), allCompounds, notGiven,
                                   hostTexts.mole.get(), oneReal.of(port.product.totalFlow));
@@ -47,8 +47,8 @@ bool readPhaseList(CPort& port, PhaseList& list, std::string& error) {
     const HRESULT hr =
         port.phases->GetPhaseList(list.labels.put(), list.aggregationStates.put(), keyCompounds.put());
     if (FAILED(hr))
-        return fail(error, "Failed to get possible phase list from material: " +
-                               describeFailure(*port.phases.get(), hr));
+        return fail(error,
+                    "Failed to get possible phase list from material: " + describeFailure(*port.phases, hr));
     if (!readVariantArray(list.labels, VT_BSTR, error))
         return fail(error, "Invalid phase list from material: " + error);
     return true;
@@ -70,7 +70,7 @@ bool findVaporLabel(PhaseList& list, std::size_t place, std::wstring& label, std
 
 bool setConstraint11(CPort& port, std::size_t place, PhaseList& list, OneReal& oneReal,
                      FlashSpecification& specification, std::string& error) {
-    ICapeThermoMaterial& material = *port.materialObject11.get();
+    ICapeThermoMaterial& material = *port.materialObject11;
     const FlashConstraint& constraint = port.product.constraints[place];
     if (!isVaporFraction(constraint))
         return setOverallConstraint11(material, constraint, "", oneReal, specification, error);
@@ -86,7 +86,7 @@ bool flashProduct11(CPort& port, std::string& error) {
     if (!readPhaseList(port, phases, error))
         return false;
 
-    ICapeThermoMaterial& material = *port.materialObject11.get();
+    ICapeThermoMaterial& material = *port.materialObject11;
     HRESULT hr = offerPhases11(material, phases.labels, phases.labels.count());
     if (FAILED(hr))
         return fail(error, "Failed to set list of possible flash phases on material: " +
@@ -112,7 +112,7 @@ bool flashProduct11(CPort& port, std::string& error) {
         return fail(error, "Failed to get ICapeThermoEquilibriumRoutine from material");
     hr = port.equilibriumRoutine->CalcEquilibrium(specifications[0].get(), specifications[1].get(),
                                                   unspecifiedSolution());
-    return SUCCEEDED(hr) || fail(error, describeFailure(*port.equilibriumRoutine.get(), hr));
+    return SUCCEEDED(hr) || fail(error, describeFailure(*port.equilibriumRoutine, hr));
 }
 
 } // namespace
