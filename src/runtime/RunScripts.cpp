@@ -25,8 +25,7 @@ ScriptFile openScript(const CSolvaneUnitOp& unit, const char* fileName, const ch
     return file;
 }
 
-template <class Names>
-void writeNames(std::FILE* file, const Names& names) {
+void writeNames(std::FILE* file, const std::vector<std::string>& names) {
     const char* separator = "";
     for (const std::string& name : names) {
         std::fprintf(file, "%s'%s'", separator, name.c_str());

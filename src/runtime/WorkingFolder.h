@@ -6,7 +6,6 @@
 namespace solvane {
 
 class CSolvaneUnitOp;
-struct CalculationRun;
 
 // Resources of type "MatlabFILE".
 inline constexpr int runScriptResource = 204;

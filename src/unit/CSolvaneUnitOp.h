@@ -95,6 +95,9 @@ public:
     ComRef<CPort> CreatePort(bool isFeed, const std::wstring& name);
     ComRef<CParameter> CreateParameter(ParameterKind kind, bool isInput, const std::wstring& name);
 
+    /// Feeds, then products.
+    std::vector<ComRef<CPort>> allPorts() const;
+
     /// Empties the lists. Ports are disconnected; what the host still holds no longer knows the unit.
     void releasePorts();
     void releaseParameters();

@@ -23,8 +23,7 @@ bool areAllConnected(const std::vector<ComRef<CPort>>& ports, const wchar_t* wor
 }
 
 bool haveIdenticalCompounds(const CSolvaneUnitOp& unit, std::wstring& message) {
-    std::vector<ComRef<CPort>> ports = unit.feedPorts;
-    ports.insert(ports.end(), unit.productPorts.begin(), unit.productPorts.end());
+    const std::vector<ComRef<CPort>> ports = unit.allPorts();
     if (ports.empty())
         return true;
     std::vector<std::wstring> reference;

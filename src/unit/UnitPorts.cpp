@@ -17,6 +17,12 @@ constexpr ItemRefusals refusals{
 
 } // namespace
 
+std::vector<ComRef<CPort>> CSolvaneUnitOp::allPorts() const {
+    std::vector<ComRef<CPort>> ports = feedPorts;
+    ports.insert(ports.end(), productPorts.begin(), productPorts.end());
+    return ports;
+}
+
 STDMETHODIMP CSolvaneUnitOp::get_ports(IDispatch** ports) {
     return border([&]() -> HRESULT {
         if (!prepareResult(ports))
@@ -35,9 +41,8 @@ STDMETHODIMP CSolvaneUnitOp::Item(VARIANT id, IDispatch** item) {
             return raiseStopped(L"Item", collection);
         if (!hasPlace)
             return E_POINTER;
-        std::vector<ComRef<CPort>> ports = feedPorts;
-        ports.insert(ports.end(), productPorts.begin(), productPorts.end());
-        return giveItem(*this, std::span<const ComRef<CPort>>(ports), id, refusals, item);
+        const std::vector<ComRef<CPort>> ports = allPorts();
+        return giveItem(*this, std::span(ports), id, refusals, item);
     });
 }
 
