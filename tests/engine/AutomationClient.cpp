@@ -1,10 +1,11 @@
 #include "AutomationClient.h"
 
-#include "com/Handle.h"
 #include "com/Registry.h"
 #include "com/Text.h"
 
 #include <gtest/gtest.h>
+
+#include <tlhelp32.h>
 
 #include <algorithm>
 #include <fstream>
@@ -141,6 +142,37 @@ void ScriptFolder::write(std::wstring_view name, std::string_view content) const
 std::string ScriptFolder::read(std::wstring_view name) const {
     std::ifstream file(std::filesystem::path(path_) / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+Handle startClient(const ScriptFolder& folder, std::string_view script) {
+    folder.write(L"client.vbs", script);
+    std::wstring command =
+        L"cscript //nologo \"" + folder.path() + L"\\client.vbs\" \"" + folder.path() + L"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &startup, &started));
+    const Handle thread(started.hThread);
+    return Handle(started.hProcess);
+}
+
+bool isRunning(std::wstring_view program, DWORD parent) {
+    const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
+         more = Process32NextW(snapshot.get(), &entry))
+        if (compareNoCase(entry.szExeFile, program) == 0 &&
+            (parent == 0 || entry.th32ParentProcessID == parent))
+            return true;
+    return false;
+}
+
+bool hasEnded(std::wstring_view program, DWORD parent) {
+    for (int i = 0; i < 100 && isRunning(program, parent); ++i)
+        Sleep(50);
+    return !isRunning(program, parent);
 }
 
 bool isOctaveRunning(const std::string& processId) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "com/ComRef.h"
+#include "com/Handle.h"
 #include "com/Variant.h"
 
 #include <oaidl.h>
@@ -44,6 +45,17 @@ private:
     ComRef<IDispatch> object_;
 };
 
+/// While it lives, servers start another Octave.
+class OctaveSetting {
+public:
+    explicit OctaveSetting(const std::wstring& program) {
+        SetEnvironmentVariableW(L"SOLVANE_OCTAVE", program.c_str());
+    }
+    ~OctaveSetting() { SetEnvironmentVariableW(L"SOLVANE_OCTAVE", nullptr); }
+    OctaveSetting(const OctaveSetting&) = delete;
+    OctaveSetting& operator=(const OctaveSetting&) = delete;
+};
+
 /// A new folder for scripts, removed with all that is in it. Its name has what makes paths hard: blanks,
 /// letters outside ASCII, capitals.
 class ScriptFolder {
@@ -62,6 +74,14 @@ public:
 private:
     std::wstring path_;
 };
+
+/// Starts a process of its own that runs the script, VBScript, which gets the folder as its argument.
+Handle startClient(const ScriptFolder& folder, std::string_view script);
+
+/// Whether a program of this name runs, started by the given process where one is given.
+bool isRunning(std::wstring_view program, DWORD parent = 0);
+/// Waits some seconds at most for all of them to end.
+bool hasEnded(std::wstring_view program, DWORD parent = 0);
 
 /// Whether the Linux process lives and is an Octave.
 bool isOctaveRunning(const std::string& processId);

@@ -1,14 +1,9 @@
 #include "AutomationClient.h"
 
-#include "com/Handle.h"
 #include "com/Registry.h"
 #include "com/Text.h"
 
 #include <gmock/gmock.h>
-
-#include <tlhelp32.h>
-
-#include <vector>
 
 namespace solvane::engine {
 
@@ -22,57 +17,21 @@ std::string processIdOf(AutomationClient& octave) {
     return printed;
 }
 
-/// The server processes that this one started.
-std::vector<DWORD> servers() {
-    std::vector<DWORD> found;
-    const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
-         more = Process32NextW(snapshot.get(), &entry))
-        if (entry.th32ParentProcessID == GetCurrentProcessId() &&
-            compareNoCase(entry.szExeFile, L"OctaveAutomationServer.exe") == 0)
-            found.push_back(entry.th32ProcessID);
-    return found;
-}
-
 bool haveServersEnded() {
-    for (int i = 0; i < 100 && !servers().empty(); ++i)
-        Sleep(50);
-    return servers().empty();
+    return hasEnded(L"OctaveAutomationServer.exe", GetCurrentProcessId());
 }
 
-/// Sets an environment variable for its lifetime.
-class EnvironmentSetting {
-public:
-    EnvironmentSetting(const wchar_t* name, const wchar_t* value) : name_(name) {
-        SetEnvironmentVariableW(name, value);
-    }
-    ~EnvironmentSetting() { SetEnvironmentVariableW(name_, nullptr); }
-
-private:
-    const wchar_t* name_;
-};
-
-TEST(Lifetime, theLastReleaseEndsServerAndOctave) {
+TEST(Lifetime, quitAndTheLastReleaseEndServerAndOctave) {
     AutomationClient first;
     AutomationClient second;
     const std::string firstOctave = processIdOf(first);
     const std::string secondOctave = processIdOf(second);
     EXPECT_NE(firstOctave, secondOctave);
-    first.release();
+    EXPECT_EQ(first.call(L"Quit", DISPATCH_METHOD).result, S_OK);
     EXPECT_TRUE(hasOctaveEnded(firstOctave));
     EXPECT_TRUE(isOctaveRunning(secondOctave));
     second.release();
     EXPECT_TRUE(hasOctaveEnded(secondOctave));
-    EXPECT_TRUE(haveServersEnded());
-}
-
-TEST(Lifetime, quitEndsServerAndOctave) {
-    AutomationClient octave;
-    const std::string process = processIdOf(octave);
-    EXPECT_EQ(octave.call(L"Quit", DISPATCH_METHOD).result, S_OK);
-    EXPECT_TRUE(hasOctaveEnded(process));
     EXPECT_TRUE(haveServersEnded());
 }
 
@@ -107,21 +66,11 @@ TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathA
 
 TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
     const ScriptFolder folder;
-    folder.write(L"client.vbs",
-                 "set octave = CreateObject(\"SolvaneOctave.Application\")\n"
-                 "octave.Execute \"cd '\" & WScript.Arguments(0) & \"'\"\n"
-                 "octave.Execute \"f = fopen('pid', 'w'); fprintf(f, '%d;', getpid()); fclose(f); "
-                 "while true, end\"\n");
-    const std::wstring path = folder.path();
-    std::wstring command = L"cscript //nologo \"" + path + L"\\client.vbs\" \"" + path + L"\"";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION started{};
-    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &started));
-    const Handle client(started.hProcess);
-    const Handle thread(started.hThread);
-
+    const Handle client =
+        startClient(folder, "set octave = CreateObject(\"SolvaneOctave.Application\")\n"
+                            "octave.Execute \"cd '\" & WScript.Arguments(0) & \"'\"\n"
+                            "octave.Execute \"f = fopen('pid', 'w'); fprintf(f, '%d;', getpid()); fclose(f); "
+                            "while true, end\"\n");
     std::string process;
     for (int i = 0; i < 400 && !process.ends_with(';'); ++i) {
         Sleep(50);
@@ -138,14 +87,14 @@ TEST(Lifetime, creationTellsThatOctaveIsMissingAndWhereItIsLookedFor) {
     constexpr wchar_t settings[] = L"Software\\SolvaneUO";
     ComRef<IDispatch> object;
     {
-        const EnvironmentSetting missing(L"SOLVANE_OCTAVE", L"/nowhere/octave-cli");
+        const OctaveSetting missing(L"/nowhere/octave-cli");
         EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     }
     const auto former = readRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram");
     writeRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram", L"Z:\\nowhere\\octave-cli.exe");
     EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     {
-        const EnvironmentSetting found(L"SOLVANE_OCTAVE", L"/usr/bin/octave-cli");
+        const OctaveSetting found(L"/usr/bin/octave-cli");
         EXPECT_EQ(AutomationClient::create(object), S_OK) << "the environment comes before the registry";
     }
     if (former)

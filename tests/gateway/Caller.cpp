@@ -75,19 +75,9 @@ mxArray* matrix(std::size_t rows, std::size_t columns, std::vector<double> colum
     return array;
 }
 
-mxArray* number(double value) {
-    return matrix(1, 1, {value});
-}
-
 mxArray* integer(double value) {
-    mxArray* array = number(value);
+    mxArray* array = matrix(1, 1, {value});
     array->kind = ArrayKind::integer;
-    return array;
-}
-
-mxArray* logical(bool value) {
-    mxArray* array = number(value);
-    array->kind = ArrayKind::logical;
     return array;
 }
 
@@ -100,17 +90,13 @@ mxArray* narrowText(std::string_view bytes) {
     return makeText(bytes.size(), std::string(bytes));
 }
 
-mxArray* cellRow(std::vector<mxArray*> cells) {
-    auto* array = new mxArray{.kind = ArrayKind::cell, .rows = 1, .columns = cells.size()};
-    array->cells = std::move(cells);
-    return array;
-}
-
-std::string call(int outputCount, std::vector<mxArray*> arguments) {
+std::string call(int outputCount, const Arguments& arguments) {
     std::array<mxArray*, 5> outputs{};
-    std::vector<const mxArray*> constants(arguments.begin(), arguments.end());
+    std::vector<const mxArray*> arrays;
+    for (const Argument& argument : arguments)
+        arrays.push_back(argument.array);
     try {
-        mexFunction(outputCount, outputs.data(), static_cast<int>(constants.size()), constants.data());
+        mexFunction(outputCount, outputs.data(), static_cast<int>(arrays.size()), arrays.data());
     } catch (const RaisedError& error) {
         return std::string("error: ") + error.what();
     }
@@ -120,11 +106,13 @@ std::string call(int outputCount, std::vector<mxArray*> arguments) {
     return shown;
 }
 
-void useGateway(StandInHooks& hooks, double compoundCount, std::vector<mxArray*> phaseNames) {
+void useGateway(StandInHooks& hooks, double compoundCount, const Arguments& phaseNames) {
     hooks.raise = raise;
     hooks.globalVariable = globalVariable;
-    nComp = number(compoundCount);
-    phases = cellRow(std::move(phaseNames));
+    nComp = Argument(compoundCount).array;
+    phases = new mxArray{.kind = ArrayKind::cell, .rows = 1, .columns = phaseNames.size()};
+    for (const Argument& name : phaseNames)
+        phases->cells.push_back(name.array);
     if (mexFunction)
         return;
     const HMODULE gateway = LoadLibraryA(gatewayFile);

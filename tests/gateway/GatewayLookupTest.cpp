@@ -13,24 +13,22 @@ namespace {
 TEST(GatewayLookup, findsTheFunctionsOfAnyModuleAndNamesAMissingOne) {
     UnitSide unit(2048);
     useGateway(standInHooks, 2, {});
-    ASSERT_EQ(call(0, {number(1), narrowText(unit.id())}), "");
+    ASSERT_EQ(call(0, {1, narrowText(unit.id())}), "");
 
-    unit.answer(Bytes() << 0u << "caf\xe9");
+    unit.answer(bytesOf(0u, "caf\xe9"));
     EXPECT_EQ(call(1, {narrowText("getUnitName")}), "'caf\xc3\xa9'");
-    unit.answer(Bytes() << 1u << "pas de caf\xe9");
+    unit.answer(bytesOf(1u, "pas de caf\xe9"));
     EXPECT_EQ(call(1, {narrowText("getPropertyUnit"), narrowText("caf\xc3\xa9")}),
               "error: pas de caf\xc3\xa9");
-    EXPECT_EQ(unit.takeRequest(), std::string(Bytes() << 11u << "caf\xe9"));
+    EXPECT_EQ(unit.takeRequest(), std::string(bytesOf(11u, "caf\xe9")));
     EXPECT_EQ(call(0, {narrowText("logMessage"), narrowText("\xe9t\xe9")}),
-              "error: logMessage: text holds a character that is not in the "
-              "system's ANSI code page. Usage: "
-              "logMessage(text)");
+              "error: logMessage: text holds a character that is not in the system's ANSI code page. "
+              "Usage: logMessage(text)");
 
-    unit.answer(Bytes() << 0u << 0 << 300. << 1e5);
-    EXPECT_EQ(call(5, {narrowText("getFeedEquilibrium"), number(1)}),
-              "error: CapeOpenUnitMex: the interpreter that loaded it has no "
-              "mxCreateCellMatrix");
-    EXPECT_EQ(call(0, {number(2)}), "");
+    unit.answer(bytesOf(0u, 0, 300., 1e5));
+    EXPECT_EQ(call(5, {narrowText("getFeedEquilibrium"), 1}),
+              "error: CapeOpenUnitMex: the interpreter that loaded it has no mxCreateCellMatrix");
+    EXPECT_EQ(call(0, {2}), "");
 }
 
 } // namespace

@@ -28,6 +28,12 @@ private:
     std::string bytes_;
 };
 
+Bytes bytesOf(const auto&... parts) {
+    Bytes bytes;
+    (bytes << ... << parts);
+    return bytes;
+}
+
 class UnitSide {
 public:
     static constexpr char untouched = '\xcc';
@@ -38,6 +44,7 @@ public:
     UnitSide& operator=(const UnitSide&) = delete;
 
     const std::string& id() const { return id_; }
+    std::u16string wideId() const { return {id_.begin(), id_.end()}; }
 
     /// The answer to each command from now on, and how long the unit thinks about it, in milliseconds.
     void answer(const std::string& bytes, DWORD delay = 0);
