@@ -1,10 +1,6 @@
 #pragma once
 
-#include "unit/CParameter.h"
-
-#include <array>
 #include <string>
-#include <string_view>
 
 namespace solvane::bagKeys {
 
@@ -38,14 +34,5 @@ inline constexpr wchar_t defaultValue[] = L"default";
 inline constexpr wchar_t dimensionality[] = L"dimensionality";
 inline constexpr wchar_t restricted[] = L"restricted";
 inline constexpr wchar_t options[] = L"options";
-
-inline constexpr wchar_t input[] = L"input";
-inline constexpr wchar_t output[] = L"output";
-
-/// The words for the kinds, in the order of ParameterKind.
-inline constexpr std::array<const wchar_t*, 4> kinds{L"real", L"int", L"string", L"bool"};
-
-/// The user's script; it must be among the files of a bag.
-inline constexpr char script[] = "calc.m";
 
 } // namespace solvane::bagKeys

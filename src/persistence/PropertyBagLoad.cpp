@@ -1,5 +1,7 @@
 #include "BagKeys.h"
+#include "ModelWords.h"
 #include "PropertyBag.h"
+#include "WorkingFileName.h"
 
 #include "com/Handle.h"
 #include "com/Text.h"
@@ -136,16 +138,16 @@ void loadParameterFields(const BagReader& bag, CParameter& parameter) {
 }
 
 std::optional<ParameterKind> kindOf(const std::wstring& word) {
-    for (std::size_t i = 0; i < bagKeys::kinds.size(); ++i)
-        if (compareNoCase(word, bagKeys::kinds[i]) == 0)
+    for (std::size_t i = 0; i < modelWords::kinds.size(); ++i)
+        if (compareNoCase(word, modelWords::kinds[i]) == 0)
             return static_cast<ParameterKind>(i);
     return std::nullopt;
 }
 
 void loadParameter(const BagReader& bag, CSolvaneUnitOp& unit, const std::wstring& name,
                    const std::wstring& type, const std::wstring& mode) {
-    const bool isInput = compareNoCase(mode, bagKeys::input) == 0;
-    if (!isInput && compareNoCase(mode, bagKeys::output) != 0) {
+    const bool isInput = compareNoCase(mode, modelWords::input) == 0;
+    if (!isInput && compareNoCase(mode, modelWords::output) != 0) {
         bag.log(bagKeys::parameterModes, L"Invalid model \"" + mode + L"\" for parameter \"" + name + L"\"");
         return;
     }
@@ -228,10 +230,13 @@ HRESULT loadFiles(const BagReader& bag, CSolvaneUnitOp& unit) {
             continue;
         }
         const std::string name = narrow(wideName);
+        if (const char* fault = workingFileNameFault(name))
+            return unit.raise(L"load error", widen("Failed to restore \"" + name + "\": " + fault), L"Load",
+                              L"IPersistPropertyBag");
         const HRESULT restored = restoreFile(unit, name, bytes);
         if (FAILED(restored))
             return restored;
-        if (name == bagKeys::script)
+        if (name == modelWords::script)
             foundScript = true;
         else
             unit.additionalFiles.push_back(name);

@@ -1,4 +1,5 @@
 #include "BagKeys.h"
+#include "ModelWords.h"
 #include "PropertyBag.h"
 
 #include "com/Handle.h"
@@ -97,10 +98,10 @@ bool writeParameters(BagWriter& bag, const CSolvaneUnitOp& unit) {
     std::vector<std::wstring> types;
     for (const ComRef<CParameter>& parameter : unit.parameters) {
         const auto kind = static_cast<std::size_t>(parameter->parameterKind);
-        if (kind >= bagKeys::kinds.size())
+        if (kind >= modelWords::kinds.size())
             return false;
-        modes.emplace_back(parameter->isInput ? bagKeys::input : bagKeys::output);
-        types.emplace_back(bagKeys::kinds[kind]);
+        modes.emplace_back(parameter->isInput ? modelWords::input : modelWords::output);
+        types.emplace_back(modelWords::kinds[kind]);
     }
     return bag.write(bagKeys::parameters, namesOf(unit.parameters)) &&
            bag.write(bagKeys::parameterModes, modes) && bag.write(bagKeys::parameterTypes, types) &&
@@ -141,7 +142,7 @@ Variant fileValue(std::vector<unsigned char> bytes) {
 
 HRESULT writeFiles(BagWriter& bag, CSolvaneUnitOp& unit) {
     std::vector<std::string> names = unit.additionalFiles;
-    names.push_back(bagKeys::script);
+    names.push_back(modelWords::script);
     std::vector<std::wstring> wideNames;
     for (const std::string& name : names)
         wideNames.push_back(widen(name));

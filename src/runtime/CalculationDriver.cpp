@@ -24,7 +24,7 @@ bool calculate(CSolvaneUnitOp& unit, std::wstring& error) {
     CalculationRun run(unit);
     if (!prepareScriptAndMaterial(run, error))
         return false;
-    ScriptFile initScript = openInitScript(unit, error);
+    StdioFile initScript = openInitScript(unit, error);
     if (!initScript)
         return false;
     const CalculationLock calculationLock;

@@ -17,9 +17,9 @@ constexpr char unitScriptHeader[] = "function unitCalc\n"
                                     "AGGSTATE_UNKNOWN AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID\n";
 
 /// Null on failure, with `failure` and the system's text in `error`.
-ScriptFile openScript(const CSolvaneUnitOp& unit, const char* fileName, const char* mode, const char* failure,
-                      std::wstring& error) {
-    ScriptFile file(std::fopen((unit.workingFolder + fileName).c_str(), mode), std::fclose);
+StdioFile openScript(const CSolvaneUnitOp& unit, const char* fileName, const char* mode, const char* failure,
+                     std::wstring& error) {
+    StdioFile file = openFile(unit.workingFolder + fileName, mode);
     if (!file)
         error = widen(std::string(failure) + std::strerror(errno));
     return file;
@@ -36,11 +36,11 @@ void writeNames(std::FILE* file, const std::vector<std::string>& names) {
 } // namespace
 
 bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
-    const ScriptFile target =
+    const StdioFile target =
         openScript(unit, "unitCalc.m", "w", "Failed to open run script for writing: ", error);
     if (!target)
         return false;
-    const ScriptFile source =
+    const StdioFile source =
         openScript(unit, "calc.m", "r", "Failed to open run script for reading: ", error);
     if (!source)
         return false;
@@ -51,8 +51,8 @@ bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
     return true;
 }
 
-ScriptFile openInitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
-    ScriptFile file =
+StdioFile openInitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
+    StdioFile file =
         openScript(unit, "initRun.m", "w", "Failed to open initialization file for writing: ", error);
     if (file)
         std::fprintf(file.get(), "setEchoOnValue=%i;\nunit_ID='%s';\n", static_cast<int>(unit.echoLevel),

@@ -47,14 +47,10 @@ bool getProductCount(CalculationRun& run, RequestReader&, ReplyWriter& reply, st
 bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string&) {
     // With nothing to log or nowhere to log it, no status is written: the gateway takes that as success.
     const std::wstring text = widen(request.text());
-    CSolvaneUnitOp& unit = run.unit;
-    if (text.empty() || !unit.simulationContext)
+    ICapeDiagnostic* log = text.empty() ? nullptr : run.unit.hostLog();
+    if (!log)
         return true;
-    if (!unit.diagnostic)
-        unit.diagnostic = unit.simulationContext.as<ICapeDiagnostic>();
-    if (!unit.diagnostic)
-        return true;
-    unit.diagnostic->LogMessage(Bstr(text).get());
+    log->LogMessage(Bstr(text).get());
     reply.success();
     return true;
 }

@@ -2,11 +2,10 @@
 
 #include "com/Handle.h"
 #include "com/Module.h"
+#include "com/StdioFile.h"
 #include "unit/CSolvaneUnitOp.h"
 
 #include <array>
-#include <cstdio>
-#include <memory>
 
 namespace solvane {
 
@@ -57,15 +56,15 @@ bool placeResourceFile(const CSolvaneUnitOp& unit, int resourceId, const std::st
         error = "Internal error. Could not load resource for " + fileName;
         return false;
     }
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
-        std::fopen((unit.workingFolder + fileName).c_str(), "wb"), std::fclose);
+    StdioFile file = openFile(unit.workingFolder + fileName, "wb");
     if (!file) {
         error = "File error: failed to place " + fileName +
                 " in temporary working folder; unable to open file for writing";
         return false;
     }
     const std::size_t size = SizeofResource(module, resource);
-    if (std::fwrite(bytes, 1, size, file.get()) < size || std::fflush(file.get()) != 0) {
+    const bool isWritten = std::fwrite(bytes, 1, size, file.get()) == size;
+    if (!closeWritten(std::move(file)) || !isWritten) {
         error = "File error: failed to place " + fileName + " in temporary working folder; write error";
         return false;
     }

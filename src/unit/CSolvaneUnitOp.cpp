@@ -5,7 +5,9 @@
 #include "LicenceCheck.h"
 #include "ReportNames.h"
 #include "com/Text.h"
+#include "persistence/PrivateModel.h"
 #include "persistence/PropertyBag.h"
+#include "persistence/StreamPersistence.h"
 #include "runtime/MatlabThread.h"
 #include "runtime/MexPlacement.h"
 #include "runtime/WorkingFolder.h"
@@ -17,6 +19,7 @@ namespace solvane {
 namespace {
 
 constexpr wchar_t utilities[] = L"ICapeUtilities";
+constexpr wchar_t persistPropertyBag[] = L"IPersistPropertyBag";
 constexpr wchar_t persistStream[] = L"IPersistStream";
 
 // PRO/II is to save the unit through its stream.
@@ -186,6 +189,12 @@ ComRef<CParameter> CSolvaneUnitOp::CreateParameter(ParameterKind kind, bool isIn
     return parameter;
 }
 
+ICapeDiagnostic* CSolvaneUnitOp::hostLog() {
+    if (!diagnostic)
+        diagnostic = simulationContext.as<ICapeDiagnostic>();
+    return diagnostic.get();
+}
+
 // ---- ICapeUtilities
 
 STDMETHODIMP CSolvaneUnitOp::get_parameters(IDispatch** result) {
@@ -196,6 +205,7 @@ STDMETHODIMP CSolvaneUnitOp::get_parameters(IDispatch** result) {
             return raiseStopped(L"get_parameters", utilities);
         if (!hasPlace)
             return E_POINTER;
+        LoadPrivateModel(*this);
         parameterCollection->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(result));
         return S_OK;
     });
@@ -222,6 +232,8 @@ STDMETHODIMP CSolvaneUnitOp::Initialize() {
 
 STDMETHODIMP CSolvaneUnitOp::Edit() {
     return border([&]() -> HRESULT {
+        LoadPrivateModel(*this);
+        modelEdited = false;
         if (!startupOk)
             return raiseStopped(L"Edit", utilities);
         return raise(L"Not available", L"The edit window is not available in this version", L"Edit",
@@ -242,29 +254,34 @@ STDMETHODIMP CSolvaneUnitOp::InitNew() {
     return S_OK;
 }
 
+// A unit that could not even make its working folder has nowhere to put a model.
+
 STDMETHODIMP CSolvaneUnitOp::Load(IPropertyBag* bag, IErrorLog* errorLog) {
-    return border([&] { return loadFromBag(*this, bag, errorLog); });
+    return border([&] {
+        return workingFolder.empty() ? raiseStopped(L"Load", persistPropertyBag)
+                                     : loadFromBag(*this, bag, errorLog);
+    });
 }
 
 STDMETHODIMP CSolvaneUnitOp::Save(IPropertyBag* bag, BOOL, BOOL) {
-    return border([&] { return saveToBag(*this, bag); });
+    return border([&] {
+        return workingFolder.empty() ? raiseStopped(L"Save", persistPropertyBag) : saveToBag(*this, bag);
+    });
 }
 
 STDMETHODIMP CSolvaneUnitOp::IsDirty() {
     return modified ? S_OK : S_FALSE;
 }
 
-STDMETHODIMP CSolvaneUnitOp::Load(IStream*) {
+STDMETHODIMP CSolvaneUnitOp::Load(IStream* stream) {
     return border([&] {
-        return raise(L"Not available", L"Loading from a stream is not available in this version", L"Load",
-                     persistStream);
+        return workingFolder.empty() ? raiseStopped(L"Load", persistStream) : loadFromStream(*this, stream);
     });
 }
 
-STDMETHODIMP CSolvaneUnitOp::Save(IStream*, BOOL) {
+STDMETHODIMP CSolvaneUnitOp::Save(IStream* stream, BOOL) {
     return border([&] {
-        return raise(L"Not available", L"Saving to a stream is not available in this version", L"Save",
-                     persistStream);
+        return workingFolder.empty() ? raiseStopped(L"Save", persistStream) : saveToStream(*this, stream);
     });
 }
 
@@ -272,8 +289,8 @@ STDMETHODIMP CSolvaneUnitOp::GetSizeMax(ULARGE_INTEGER* size) {
     return border([&]() -> HRESULT {
         if (!prepareResult(size))
             return E_POINTER;
-        return raise(L"Not available", L"Saving to a stream is not available in this version", L"GetSizeMax",
-                     persistStream);
+        return workingFolder.empty() ? raiseStopped(L"GetSizeMax", persistStream)
+                                     : sizeInStream(*this, *size);
     });
 }
 

@@ -61,6 +61,7 @@ public:
     bool modified = false;      ///< the model was changed since the unit was made
     ComRef<IDispatch> simulationContext;
     ComRef<ICapeDiagnostic> diagnostic; ///< of the context, asked for on first use
+    bool workaroundDone = false;        ///< the private model file was looked for, or need not be
 
     // A port's place in its list, from 1, is its number in the script.
     std::vector<ComRef<CPort>> feedPorts;
@@ -76,6 +77,7 @@ public:
     std::wstring outputText; ///< what Matlab printed in the last run (worker thread: run)
 
     std::vector<std::string> additionalFiles; ///< names in `workingFolder`, ANSI
+    std::string loadWarnings;                 ///< of the last load of a model file, a line each
 
     Handle workerCommandEvent;
     Handle workerDoneEvent;
@@ -94,6 +96,9 @@ public:
     /// A new port or parameter of this unit, for the caller to put into its list.
     ComRef<CPort> CreatePort(bool isFeed, const std::wstring& name);
     ComRef<CParameter> CreateParameter(ParameterKind kind, bool isInput, const std::wstring& name);
+
+    /// Where the host takes messages; null where it does not.
+    ICapeDiagnostic* hostLog();
 
     /// Feeds, then products.
     std::vector<ComRef<CPort>> allPorts() const;

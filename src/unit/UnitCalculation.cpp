@@ -2,6 +2,7 @@
 
 #include "CSolvaneUnitOp.h"
 #include "com/Text.h"
+#include "persistence/PrivateModel.h"
 #include "runtime/CalculationDriver.h"
 #include "thermo/CalculationMaterial.h"
 
@@ -82,6 +83,7 @@ STDMETHODIMP CSolvaneUnitOp::Calculate() {
     return border([&]() -> HRESULT {
         if (!startupOk)
             return raiseStopped(L"Calculate", unitInterface);
+        LoadPrivateModel(*this);
         // From here a failure leaves reports that say so, never the last run's.
         outputText = L"Matlab output not available\r\n";
         std::ranges::fill(reportTexts, L"Report not available...\r\n");

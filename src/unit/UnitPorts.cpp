@@ -2,6 +2,7 @@
 
 #include "CSolvaneUnitOp.h"
 #include "CollectionItem.h"
+#include "persistence/PrivateModel.h"
 
 namespace solvane {
 
@@ -29,6 +30,7 @@ STDMETHODIMP CSolvaneUnitOp::get_ports(IDispatch** ports) {
             return E_POINTER;
         if (!startupOk)
             return raiseStopped(L"get_ports", L"ICapeUnit");
+        LoadPrivateModel(*this);
         QueryInterface(IID_IDispatch, reinterpret_cast<void**>(ports));
         return S_OK;
     });

@@ -1,0 +1,23 @@
+/// Owner of a stream of the C library.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace solvane {
+
+using StdioFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+/// Null on failure, with the reason in errno.
+inline StdioFile openFile(const std::string& path, const char* mode) {
+    return {std::fopen(path.c_str(), mode), std::fclose};
+}
+
+/// Whether all that was written has reached the file; it is closed either way.
+inline bool closeWritten(StdioFile file) {
+    const bool isWritten = std::ferror(file.get()) == 0;
+    return std::fclose(file.release()) == 0 && isWritten;
+}
+
+} // namespace solvane

@@ -1,0 +1,53 @@
+#include "DocumentNumbers.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdlib>
+
+namespace solvane {
+
+namespace {
+
+struct Text {
+    const char* begin;
+    const char* end;
+};
+
+/// Behind leading blanks and a plus sign, which from_chars does not know.
+Text numberText(const std::string& text) {
+    std::size_t start = std::min(text.find_first_not_of(" \t\r\n\v\f"), text.size());
+    if (start + 1 < text.size() && text[start] == '+' && text[start + 1] != '-')
+        ++start;
+    return {text.data() + start, text.data() + text.size()};
+}
+
+} // namespace
+
+std::string printReal(double value) {
+    std::array<char, 32> buffer;
+    const auto result =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 6);
+    return {buffer.data(), result.ptr};
+}
+
+bool scanReal(const std::string& text, _locale_t locale, double& value) {
+    const auto [begin, end] = numberText(text);
+    const std::errc fault = std::from_chars(begin, end, value).ec;
+    // Beyond what a double holds: the library's infinity or zero.
+    if (fault == std::errc::result_out_of_range)
+        value = _strtod_l(begin, nullptr, locale);
+    return fault != std::errc::invalid_argument;
+}
+
+bool scanInteger(const std::string& text, std::int32_t& value) {
+    const auto [begin, end] = numberText(text);
+    return std::from_chars(begin, end, value).ec == std::errc();
+}
+
+bool scanUnsigned(const std::string& text, std::uint32_t& value) {
+    const auto [begin, end] = numberText(text);
+    return std::from_chars(begin, end, value).ec == std::errc();
+}
+
+} // namespace solvane

@@ -1,0 +1,205 @@
+#include "ModelContainer.h"
+
+#include "ModelReader.h"
+#include "ModelWords.h"
+#include "ModelWriter.h"
+#include "WorkingFileName.h"
+#include "com/Handle.h"
+#include "com/StdioFile.h"
+#include "unit/CSolvaneUnitOp.h"
+#include "unit/UserMessage.h"
+
+#include <minizip/unzip.h>
+#include <minizip/zip.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <new>
+
+namespace solvane {
+
+namespace {
+
+constexpr char containerComment[] = "Solvane Unit Operation File";
+
+struct ZipWriterPolicy {
+    using Type = zipFile;
+    static Type empty() { return nullptr; }
+    static void close(Type zip) { zipClose(zip, nullptr); }
+};
+struct ZipReaderPolicy {
+    using Type = unzFile;
+    static Type empty() { return nullptr; }
+    static void close(Type zip) { unzClose(zip); }
+};
+using ZipWriter = Unique<ZipWriterPolicy>;
+using ZipReader = Unique<ZipReaderPolicy>;
+
+/// The description lies in the working folder only while a model is saved or loaded.
+class DocumentOfThisCall {
+public:
+    explicit DocumentOfThisCall(const CSolvaneUnitOp& unit) : path_(unit.workingFolder + modelDocument) {}
+    ~DocumentOfThisCall() { DeleteFileA(path_.c_str()); }
+    DocumentOfThisCall(const DocumentOfThisCall&) = delete;
+    DocumentOfThisCall& operator=(const DocumentOfThisCall&) = delete;
+
+private:
+    std::string path_;
+};
+
+bool fail(std::string& error, std::string text) {
+    error = std::move(text);
+    return false;
+}
+
+// ---- saving
+
+zip_fileinfo writtenNow() {
+    SYSTEMTIME now;
+    FILETIME time;
+    WORD date = 0;
+    WORD timeOfDay = 0;
+    GetLocalTime(&now);
+    SystemTimeToFileTime(&now, &time);
+    FileTimeToDosDateTime(&time, &date, &timeOfDay);
+    zip_fileinfo information{};
+    information.dosDate = static_cast<uLong>(date) << 16 | timeOfDay;
+    return information;
+}
+
+bool AddFileToContainer(const CSolvaneUnitOp& unit, const std::string& name, zipFile zip,
+                        std::string& error) {
+    const auto failed = [&](const char* reason) {
+        return fail(error, "Failed to add \"" + name + "\" to zip: " + reason);
+    };
+    const zip_fileinfo information = writtenNow();
+    if (zipOpenNewFileInZip(zip, name.c_str(), &information, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
+                            Z_DEFAULT_COMPRESSION) != ZIP_OK)
+        return fail(error, "Failed to add file entry to zip file");
+    const FileHandle file(CreateFileA((unit.workingFolder + name).c_str(), GENERIC_READ, 0, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
+        return failed("unable to re-open file");
+    DWORD sizeHigh = 0;
+    const DWORD size = GetFileSize(file.get(), &sizeHigh);
+    if (sizeHigh != 0)
+        return failed("file is extremely large");
+    if (size == 0)
+        return failed("file has zero size");
+    const std::unique_ptr<char[]> bytes(new (std::nothrow) char[size]);
+    if (!bytes)
+        return fail(error, "out of memory");
+    DWORD read = 0;
+    if (!ReadFile(file.get(), bytes.get(), size, &read, nullptr) || read != size)
+        return failed("read error");
+    if (zipWriteInFileInZip(zip, bytes.get(), size) != ZIP_OK || zipCloseFileInZip(zip) != ZIP_OK)
+        return failed("write error");
+    return true;
+}
+
+// ---- loading
+
+/// How much a container may still unpack to. A few bytes of a hostile one would fill the disk.
+struct UnpackingBudget {
+    static constexpr std::uint64_t alwaysAllowed = 256U << 20;
+    static constexpr std::uint64_t timesPacked = 100;
+
+    explicit UnpackingBudget(std::uint64_t packed) : left(std::max(alwaysAllowed, timesPacked * packed)) {}
+
+    std::uint64_t left;
+};
+
+bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const std::string& name,
+                          UnpackingBudget& budget, std::string& error) {
+    const auto failed = [&](const std::string& reason) {
+        return fail(error, "Failed to read \"" + name + "\" in zipped document" + reason);
+    };
+    if (const char* fault = workingFileNameFault(name))
+        return failed(std::string(": ") + fault);
+    constexpr int anyCase = 2;
+    if (unzLocateFile(zip, name.c_str(), anyCase) != UNZ_OK)
+        return fail(error, "File \"" + name + "\" not present in zipped document");
+    if (unzOpenCurrentFile(zip) != UNZ_OK)
+        return failed("");
+    StdioFile file = openFile(unit.workingFolder + name, "wb");
+    if (!file)
+        return failed(": failed to open file in temporary working folder");
+    std::array<char, 0x400> piece;
+    while (const int count = unzReadCurrentFile(zip, piece.data(), piece.size())) {
+        if (count < 0)
+            return failed(": read error in zip file");
+        const auto size = static_cast<std::size_t>(count);
+        if (size > budget.left)
+            return failed(": the model unpacks to more than a model can hold");
+        budget.left -= size;
+        if (std::fwrite(piece.data(), 1, size, file.get()) != size)
+            return failed(": write error");
+    }
+    if (!closeWritten(std::move(file)))
+        return failed(": write error");
+    // A wrong checksum shows only here.
+    return unzCloseCurrentFile(zip) == UNZ_OK || failed(": read error in zip file");
+}
+
+void clearModel(CSolvaneUnitOp& unit) {
+    unit.scriptDirty = true;
+    unit.echoLevel = 0;
+    unit.releaseParameters();
+    unit.releasePorts();
+    unit.additionalFiles.clear();
+    unit.loadWarnings.clear();
+    unit.reportNames.clear();
+    unit.reportTexts.clear();
+    unit.selectedReport.clear();
+    unit.outputText.clear();
+}
+
+std::uint64_t sizeOf(const std::string& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
+    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
+} // namespace
+
+bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+    if (!writeUnitDocument(unit, error))
+        return false;
+    const DocumentOfThisCall document(unit);
+    ZipWriter zip(zipOpen(path.c_str(), APPEND_STATUS_CREATE));
+    if (!zip)
+        return fail(error, "Failed to create zip file");
+    if (!AddFileToContainer(unit, modelDocument, zip.get(), error) ||
+        !AddFileToContainer(unit, modelWords::script, zip.get(), error))
+        return false;
+    for (const std::string& name : unit.additionalFiles)
+        if (!AddFileToContainer(unit, name, zip.get(), error))
+            return false;
+    return zipClose(zip.release(), containerComment) == ZIP_OK ||
+           fail(error, "Failed to complete zip file: write error");
+}
+
+bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+    clearModel(unit);
+    {
+        const DocumentOfThisCall document(unit);
+        const ZipReader zip(unzOpen(path.c_str()));
+        if (!zip)
+            return fail(error, "Failed to open SVM file as ZIP file");
+        UnpackingBudget budget(sizeOf(path));
+        if (!ExtractFromContainer(unit, zip.get(), modelWords::script, budget, error) ||
+            !ExtractFromContainer(unit, zip.get(), modelDocument, budget, error) ||
+            !readUnitDocument(unit, error))
+            return false;
+        for (const std::string& name : unit.additionalFiles)
+            if (!ExtractFromContainer(unit, zip.get(), name, budget, error))
+                return false;
+    }
+    if (!unit.loadWarnings.empty())
+        tellUser(unit, unit.loadWarnings, "Solvane Unit Operation:", MB_ICONWARNING);
+    return true;
+}
+
+} // namespace solvane

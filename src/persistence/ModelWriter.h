@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace solvane {
+
+class CSolvaneUnitOp;
+
+/// The description of a model: everything but its script and its further files.
+inline constexpr char modelDocument[] = "unit.xml";
+
+/// Writes the description to the working folder. Numbers keep six significant digits.
+bool writeUnitDocument(const CSolvaneUnitOp& unit, std::string& error);
+
+} // namespace solvane

@@ -1,0 +1,16 @@
+/// Under Aspen Plus a unit keeps its model in a file of its own beside the flowsheet, named after the unit,
+/// and does not rely on the host's persistence. Under any other host nothing of this happens.
+#pragma once
+
+namespace solvane {
+
+class CSolvaneUnitOp;
+
+/// Loads the file, if there is one, at the first moment that the host needs the unit. A failure is shown to
+/// the user and leaves an emptied unit.
+void LoadPrivateModel(CSolvaneUnitOp& unit);
+
+/// Saves the file if the model was edited. A failure is shown to the user.
+void StorePrivateModel(CSolvaneUnitOp& unit);
+
+} // namespace solvane

@@ -1,0 +1,56 @@
+#include "WorkingFileName.h"
+
+#include "com/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+
+namespace solvane {
+
+namespace {
+
+/// Devices with these names are found in any folder, whatever follows the first point.
+constexpr std::array devices{L"con", L"prn", L"aux", L"nul", L"conin$", L"conout$", L"clock$"};
+/// The same with a digit behind them, the superscript ones included.
+constexpr std::array numberedDevices{L"com", L"lpt"};
+constexpr std::wstring_view deviceNumbers = L"0123456789\u00B9\u00B2\u00B3";
+
+bool isDevice(const std::wstring& name) {
+    std::wstring stem = name.substr(0, name.find(L'.'));
+    stem.erase(stem.find_last_not_of(L' ') + 1);
+    const auto equals = [](const std::wstring& text) {
+        return [&text](const wchar_t* word) { return compareNoCase(text, word) == 0; };
+    };
+    return std::ranges::any_of(devices, equals(stem)) ||
+           (stem.size() == 4 && deviceNumbers.find(stem.back()) != std::wstring_view::npos &&
+            std::ranges::any_of(numberedDevices, equals(stem.substr(0, 3))));
+}
+
+/// Of a name, or of a folder on its way.
+const char* partFault(const std::wstring& part) {
+    if (part.empty() || part == L"." || part == L".." || part.find(L':') != std::wstring::npos)
+        return "the name leads out of the working folder";
+    if (std::ranges::any_of(part, [](wchar_t c) { return c < 0x20 || std::wcschr(L"*?\"<>|", c); }))
+        return "the name holds a character that no file's name can hold";
+    if (part.ends_with(L'.') || part.ends_with(L' '))
+        return "the name ends with a point or a blank";
+    return isDevice(part) ? "the name is that of a device" : nullptr;
+}
+
+} // namespace
+
+const char* workingFileNameFault(const std::string& name) {
+    // As the system will see it: a byte that looks like a separator may be half a character.
+    const std::wstring wide = widen(name);
+    for (std::size_t start = 0;;) {
+        const std::size_t separator = wide.find_first_of(L"\\/", start);
+        if (const char* fault = partFault(wide.substr(start, separator - start)))
+            return fault;
+        if (separator == std::wstring::npos)
+            return nullptr;
+        start = separator + 1;
+    }
+}
+
+} // namespace solvane

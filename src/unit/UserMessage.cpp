@@ -1,0 +1,25 @@
+#include "UserMessage.h"
+
+#include "CSolvaneUnitOp.h"
+#include "com/Text.h"
+
+namespace solvane {
+
+namespace {
+
+bool isDesktopVisible() {
+    USEROBJECTFLAGS flags{};
+    return GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) &&
+           (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
+} // namespace
+
+void tellUser(CSolvaneUnitOp& unit, const std::string& text, const char* title, UINT style) {
+    if (isDesktopVisible())
+        MessageBoxA(nullptr, text.c_str(), title, style);
+    else if (ICapeDiagnostic* log = unit.hostLog())
+        log->LogMessage(Bstr(widen(std::string(title) + ' ' + text)).get());
+}
+
+} // namespace solvane

@@ -1,0 +1,148 @@
+// What a model's description says, read into a unit and written again.
+
+#include "ModelFileTest.h"
+#include "com/Text.h"
+
+namespace solvane {
+namespace {
+
+using ModelDocument = ModelFileTest;
+
+constexpr char information[] = "<docInfo version=\"1\" infoLevel=\"0\" />\n";
+constexpr char emptyOutput[] = "<report name=\"Matlab Output\"></report>\n";
+
+struct Row {
+    const char* read;
+    const char* written;  ///< empty: as read
+    const char* warnings; ///< without line ends, each before a "|"
+};
+
+// One unit reads them all, so that nothing of one model is left in the next.
+TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
+    const Row rows[] = {
+        // a model with nothing wrong comes back as it was, in the order of the writer
+        {"<report name=\"Balance\">a&lt;b&#xA;c&#x9;&quot;&apos;&amp;&gt;</report>\n<feed name=\"F &amp; 1\" "
+         "/>\n"
+         "<feed name=\"F2\" />\n<product name=\"P\" />\n"
+         "<parameter name=\"area\" mode=\"input\" type=\"real\" value=\"12.5\" min=\"-1e+20\" max=\"20\" "
+         "def=\"1.5e-07\" uom=\"2,0,-1.5\" />\n"
+         "<parameter name=\"duty\" mode=\"output\" type=\"real\" value=\"nan\" />\n"
+         "<parameter name=\"stages\" mode=\"input\" type=\"int\" value=\"-7\" min=\"-10\" max=\"50\" "
+         "def=\"5\" />\n"
+         "<parameter name=\"adiabatic\" mode=\"input\" type=\"bool\" value=\"TRUE\" def=\"FALSE\" />\n"
+         "<parameter name=\"note\" mode=\"output\" type=\"string\" value=\"\" />\n"
+         "<parameter name=\"method\" mode=\"input\" type=\"string\" value=\"fast\" def=\"exact\" "
+         "restricted=\"TRUE\" >\n <option value=\"fast\"/>\n <option value=\"ex&apos;act\"/>\n</parameter>\n",
+         "", ""},
+        // numbers
+        {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"0.1234567\" min=\" +3x\" max=\"1e999\" "
+         "/>\n",
+         "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"0.123457\" min=\"3\" max=\"inf\" />\n",
+         ""},
+        {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"x\" min=\"\" max=\",\" def=\"-\" />\n",
+         "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"0\" />\n",
+         "Parameter has invalid value|Parameter has invalid minimum value|Parameter has invalid maximum "
+         "value|Parameter has invalid default value|"},
+        {"<parameter name=\"p\" mode=\"input\" type=\"int\" value=\"99999999999\" min=\"1.9\" />\n",
+         "<parameter name=\"p\" mode=\"input\" type=\"int\" value=\"0\" min=\"1\" />\n",
+         "Parameter has invalid value|"},
+        // dimensionality: a bad number before a comma counts as 0, behind the last one it does not count
+        {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" uom=\"1,x,0\" />\n",
+         "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" uom=\"1,0,0\" />\n",
+         "Parameter has invalid dimensionality|"},
+        {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" uom=\"1,x\" />\n"
+         "<parameter name=\"q\" mode=\"input\" type=\"real\" value=\"1\" uom=\"\" />\n",
+         "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" uom=\"1\" />\n"
+         "<parameter name=\"q\" mode=\"input\" type=\"real\" value=\"1\" />\n",
+         ""},
+        // parameters that lack something; only exact words count
+        {"<parameter mode=\"input\" type=\"real\" value=\"1\" />\n<parameter name=\"a\" mode=\"input\" "
+         "value=\"1\" />\n"
+         "<parameter name=\"b\" mode=\"input\" type=\"Real\" value=\"1\" />\n"
+         "<parameter name=\"c\" type=\"real\" />\n<parameter name=\"d\" mode=\"OUTPUT\" type=\"bool\" "
+         "value=\"true\" />\n"
+         "<parameter name=\"e\" mode=\"input\" type=\"string\" restricted=\"true\" />\n",
+         "<parameter name=\"c\" mode=\"input\" type=\"real\" value=\"0\" />\n"
+         "<parameter name=\"d\" mode=\"input\" type=\"bool\" value=\"FALSE\" />\n"
+         "<parameter name=\"e\" mode=\"input\" type=\"string\" value=\"\" />\n",
+         "Parameter is missing name|Parameter is missing type|Parameter has unknown type|Parameter is "
+         "missing "
+         "mode|Parameter is missing value|Parameter is missing value|"},
+        // options and end tags in the wrong place
+        {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\"><option value=\"x\"/></parameter>\n"
+         "<parameter name=\"q\" mode=\"input\" type=\"string\" value=\"\"><option/></parameter><option "
+         "value=\"y\"/>\n"
+         "<feed name=\"F\"></feed>\n<text>lost</text>\n",
+         "<feed name=\"F\" />\n<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" />\n"
+         "<parameter name=\"q\" mode=\"input\" type=\"string\" value=\"\" />\n",
+         "Unexpected option node|Unexpected parameter close tag|option node missing value|Unexpected option "
+         "node|Unexpected parameter close tag: feed|Unknown node type in file: text|Unexpected parameter "
+         "close "
+         "tag: text|"},
+        // names that are missing
+        {"<report>text</report>\n<feed />\n<product />\n<file />\n",
+         "<report name=\"Unnamed\">text</report>\n",
+         "Report is missing name|Feed port is missing name|Product port is missing name|External file is "
+         "missing "
+         "name|"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.read);
+        boxes.clear();
+        ASSERT_EQ(loadElements(row.read), S_OK) << testing::PrintToString(unit.error());
+        std::string warnings;
+        for (const std::string& box : boxes)
+            warnings += box;
+        std::string expected = row.warnings;
+        for (std::size_t end; (end = expected.find('|')) != std::string::npos;)
+            expected.replace(end, 1, "\r\n");
+        EXPECT_EQ(warnings, expected.empty() ? "" : "Solvane Unit Operation: " + expected);
+        const std::string written = *row.written ? row.written : row.read;
+        EXPECT_EQ(savedEntries().at(0).second, document(information + (emptyOutput + written)));
+    }
+}
+
+TEST_F(ModelDocument, theHeadIsReadByItsRules) {
+    const Row rows[] = {
+        {"<docInfo version=\"1\" infoLevel=\"3\" />\n", "3", ""},
+        {"<docInfo infoLevel=\"-1\" />\n", "-1", ""},
+        {"<docInfo version=\"2\" infoLevel=\"2\" />\n", "0",
+         "File was stored with newer version of Solvane unit operation; not all saved elements may be "
+         "recovered|Invalid value for info level|"},
+        {"<docInfo version=\"one\" infoLevel=\"x\" />\n", "0",
+         "Invalid format for file version|Invalid format for info level|"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.read);
+        boxes.clear();
+        ASSERT_EQ(loadElements(row.read), S_OK);
+        std::string expected = row.warnings;
+        for (std::size_t end; (end = expected.find('|')) != std::string::npos;)
+            expected.replace(end, 1, "\r\n");
+        EXPECT_EQ(boxes, expected.empty() ? std::vector<std::string>()
+                                          : std::vector<std::string>{"Solvane Unit Operation: " + expected});
+        EXPECT_TRUE(savedEntries().at(0).second.find("infoLevel=\"" + std::string(row.written) + "\"") !=
+                    std::string::npos);
+    }
+}
+
+// The reader takes UTF-8 for the code page's own bytes, and the writer gives numbers for what is not ASCII.
+TEST_F(ModelDocument, textBeyondAsciiIsWrittenAsNumbersAndComesBackAsSeveralCharacters) {
+    ModelBag model;
+    model.script("1;").feeds({L"\u00E9\x08\U0001F600"});
+    ASSERT_EQ(unit.load(model), S_OK);
+    const std::string written = savedEntries().at(0).second;
+    EXPECT_NE(written.find("<feed name=\"&#xE9;&#xD83D;&#xDE00;\" />"), std::string::npos) << written;
+
+    ASSERT_EQ(loadElements("<report name=\"matlab output\">&#xE9;</report>\n"), S_OK);
+    EXPECT_EQ(unit.output(), widen("\xC3\xA9", CP_THREAD_ACP));
+}
+
+TEST_F(ModelDocument, theLastParseErrorEndsTheLoadWithItsLine) {
+    EXPECT_EQ(loadElements("<feed name=\"F\" />\n<feed name=\"G\" / >\n"), static_cast<HRESULT>(0x80040501));
+    EXPECT_TRUE(failure().starts_with(L"Parse error in xml data file, line ")) << narrow(failure());
+    EXPECT_TRUE(boxes.empty());
+}
+
+} // namespace
+} // namespace solvane

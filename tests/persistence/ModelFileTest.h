@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Folders.h"
+#include "HostStream.h"
+#include "HostedUnit.h"
+#include "MatlabStandIn.h"
+#include "flowsheet/MessageBoxes.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+namespace solvane {
+
+/// A file of a container: its name and its bytes.
+using Entry = std::pair<std::string, std::string>;
+
+/// A zip made from these files, in their order, and the files of one. `folder` is for a file on the way.
+std::string zipOf(const std::vector<Entry>& entries, const std::wstring& folder);
+std::vector<Entry> entriesOf(const std::string& container, const std::wstring& folder);
+
+/// A unit that is loaded from containers and saved to them through a host's stream.
+class ModelFileTest : public testing::Test {
+protected:
+    ModelFileTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~ModelFileTest() override {
+        unit.release();
+        CoUninitialize();
+    }
+
+    HRESULT load(const std::string& container) {
+        HostStream stream(container);
+        return unit.as<IPersistStream>()->Load(&stream);
+    }
+    HRESULT load(const std::vector<Entry>& entries) { return load(zipOf(entries, temporary.path())); }
+    /// A document around these elements, with a script.
+    HRESULT loadElements(const std::string& elements) {
+        return load({{"calc.m", "1;"}, {"unit.xml", document(elements)}});
+    }
+    static std::string document(const std::string& elements) {
+        return "<?xml version=\"1.0\" standalone=\"yes\"?>\n<UnitOperation>\n" + elements +
+               "</UnitOperation>\n";
+    }
+
+    /// The saved unit; empty where it can't be saved.
+    std::string saved() {
+        HostStream stream;
+        return SUCCEEDED(unit.as<IPersistStream>()->Save(&stream, TRUE)) ? stream.container() : "";
+    }
+    std::vector<Entry> savedEntries() { return entriesOf(saved(), temporary.path()); }
+
+    /// The last failure, which is name and description at once.
+    std::wstring failure() {
+        const std::wstring description = unit.errorDescription();
+        return unit.error().starts_with(description + L" | " + description) ? description : unit.error();
+    }
+
+    TemporaryFolder temporary;
+    MatlabStandIn matlab;
+    UnitModule module;
+    HostedUnit unit{module};
+    std::vector<std::string> boxes; ///< "title text" of each message box that came up
+    host::MessageBoxes answers{
+        [this](const std::string& title, const std::string& text) { boxes.push_back(title + " " + text); }};
+};
+
+} // namespace solvane

@@ -1,0 +1,168 @@
+// A unit in a host's stream: the container byte for byte, and what is left of a unit where that fails.
+
+#include "ModelFileTest.h"
+#include "RecordingBag.h"
+#include "com/Text.h"
+
+namespace solvane {
+namespace {
+
+using ModelStream = ModelFileTest;
+
+constexpr auto capeFailure = static_cast<HRESULT>(0x80040501);
+constexpr wchar_t readError[] = L"read error | read error | Load | IPersistStream";
+
+const std::vector<Entry> model{
+    {"unit.xml",
+     "<UnitOperation><feed name=\"F\"/><parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1.5\"/>"
+     "<report name=\"R\">text</report><file name=\"data.bin\"/></UnitOperation>"},
+    {"calc.m", "disp(1);\r\n"},
+    {"data.bin", std::string("\0\x1A\xFF binary", 10)},
+};
+
+TEST_F(ModelStream, aUnitComesBackAsItWasSaved) {
+    ASSERT_EQ(load(model), S_OK);
+    HostStream stream;
+    ASSERT_EQ(unit.as<IPersistStream>()->Save(&stream, TRUE), S_OK);
+    const std::vector<Entry> entries = entriesOf(stream.container(), temporary.path());
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries[0].first, "unit.xml");
+    EXPECT_EQ(entries[1], model[1]);
+    EXPECT_EQ(entries[2], model[2]);
+    std::uint32_t size = 0;
+    std::memcpy(&size, stream.bytes.data(), sizeof size);
+    EXPECT_EQ(size, stream.container().size());
+    EXPECT_TRUE(stream.bytes.ends_with("Solvane Unit Operation File"));
+    ULARGE_INTEGER sizeMax{};
+    ASSERT_EQ(unit.as<IPersistStream>()->GetSizeMax(&sizeMax), S_OK);
+    EXPECT_EQ(sizeMax.QuadPart, stream.bytes.size());
+
+    const HostedUnit other(module);
+    ASSERT_EQ(other.as<IPersistStream>()->Load(&stream), S_OK);
+    RecordingBag first, second;
+    ASSERT_EQ(unit.as<IPersistPropertyBag>()->Save(&first, TRUE, TRUE), S_OK);
+    ASSERT_EQ(other.as<IPersistPropertyBag>()->Save(&second, TRUE, TRUE), S_OK);
+    EXPECT_EQ(first.keys(), second.keys());
+    EXPECT_EQ(second.value(L"p \\ value").real(), 1.5);
+    EXPECT_EQ(second.value(L"report \\ R").text(), L"text");
+    EXPECT_EQ(readFile(matlab.workingFolder() + L"data.bin"), model[2].second);
+}
+
+TEST_F(ModelStream, savingLeavesTheUnitAsItWas) {
+    EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
+    ASSERT_EQ(load(model), S_OK);
+    unit.as<ICapeUnitReport>()->put_selectedReport(Bstr(L"R").get());
+    const std::vector<std::wstring> files = namesIn(matlab.workingFolder());
+    EXPECT_FALSE(saved().empty());
+    EXPECT_EQ(namesIn(matlab.workingFolder()), files);
+    EXPECT_EQ(unit.report(L"R"), L"text");
+
+    // Once changed, a unit stays dirty: another host may not have its latest state.
+    ComRef<IDispatch> parameters, item;
+    unit.as<ICapeUtilities>()->get_parameters(parameters.put());
+    parameters.as<ICapeCollection>()->Item(Variant(LONG{1}).get(), item.put());
+    ASSERT_EQ(item.as<ICapeParameter>()->put_value(Variant(2.0).get()), S_OK);
+    EXPECT_FALSE(saved().empty());
+    EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_OK);
+}
+
+TEST_F(ModelStream, aStreamThatFailsIsTold) {
+    const std::string container = zipOf(model, temporary.path());
+    using enum HostStream::Fault;
+    for (const auto fault : {failure, falseResult, shortCount})
+        for (const int call : {1, 2}) {
+            SCOPED_TRACE(call);
+            HostStream stream(container);
+            stream.fault = fault;
+            stream.faultyCall = call;
+            EXPECT_EQ(unit.as<IPersistStream>()->Load(&stream), capeFailure);
+            EXPECT_EQ(unit.error(), readError);
+            ASSERT_EQ(load(container), S_OK);
+            HostStream target;
+            target.fault = fault;
+            target.faultyCall = call;
+            EXPECT_EQ(unit.as<IPersistStream>()->Save(&target, TRUE), capeFailure);
+            EXPECT_EQ(unit.error(), L"write error | write error | Save | IPersistStream");
+        }
+    for (const char* cut : {"", "\1\0", "\xFF\xFF\xFF\x7F only this"}) {
+        HostStream stream;
+        stream.bytes = cut;
+        EXPECT_EQ(unit.as<IPersistStream>()->Load(&stream), capeFailure);
+        EXPECT_EQ(unit.error(), readError);
+    }
+}
+
+// A load empties the unit before it looks at the file; then it says why it failed and leaves nothing behind.
+TEST_F(ModelStream, aFailedLoadLeavesAnEmptyUsableUnit) {
+    const std::string document = model[0].second;
+    const struct {
+        std::string container;
+        std::wstring text;
+    } cases[] = {
+        {"", L"Failed to open SVM file as ZIP file"},
+        {"no zip at all", L"Failed to open SVM file as ZIP file"},
+        {zipOf(model, temporary.path()).substr(0, 200), L"Failed to open SVM file as ZIP file"},
+        {zipOf({model[0]}, temporary.path()), L"File \"calc.m\" not present in zipped document"},
+        {zipOf({model[1]}, temporary.path()), L"File \"unit.xml\" not present in zipped document"},
+        {zipOf({model[1], {"unit.xml", ""}}, temporary.path()), L"Parse error in xml data file, line 1: "},
+        {zipOf({model[0], model[1]}, temporary.path()), L"File \"data.bin\" not present in zipped document"},
+    };
+    const std::vector<std::wstring> before = namesIn(matlab.workingFolder());
+    for (const auto& row : cases) {
+        SCOPED_TRACE(narrow(row.text));
+        ASSERT_EQ(load(model), S_OK);
+        EXPECT_EQ(load(row.container), capeFailure);
+        EXPECT_TRUE(failure().starts_with(row.text)) << narrow(failure());
+        EXPECT_EQ(unit.output(), L"");
+        const std::vector<std::wstring> after = namesIn(matlab.workingFolder());
+        for (const wchar_t* name : {L"unit.xml", L"_unitOperationModel_.svm"})
+            EXPECT_EQ(std::ranges::count(after, name), 0);
+        if (&row != &std::end(cases)[-1]) {
+            LONG count = -1;
+            EXPECT_EQ(unit.as<ICapeCollection>()->Count(&count), S_OK);
+            EXPECT_EQ(count, 0);
+        }
+    }
+    ASSERT_EQ(load(model), S_OK);
+    EXPECT_EQ(unit.parameter(L"p").real(), 1.5);
+}
+
+// Each damage is one of the bytes that are stored, so that the checksum alone can tell.
+TEST_F(ModelStream, aWrongChecksumFailsTheLoad) {
+    std::string container = zipOf(model, temporary.path());
+    constexpr std::size_t checksum = 14; // in an entry's local header, and in the directory
+    const std::size_t directory = container.find("PK\1\2");
+    container[container.find("PK\3\4") + checksum] ^= 1;
+    container[directory + checksum + 2] ^= 1;
+    EXPECT_EQ(load(container), capeFailure);
+    EXPECT_EQ(failure(), L"Failed to read \"unit.xml\" in zipped document: read error in zip file");
+}
+
+TEST_F(ModelStream, whatCannotBeSavedIsNamed) {
+    const struct {
+        std::wstring file;
+        bool isDeleted;
+        std::wstring text;
+    } cases[] = {
+        {L"calc.m", false, L"Failed to add \"calc.m\" to zip: file has zero size"},
+        {L"data.bin", true, L"Failed to add \"data.bin\" to zip: unable to re-open file"},
+    };
+    for (const auto& row : cases) {
+        ASSERT_EQ(load(model), S_OK);
+        const std::wstring path = matlab.workingFolder() + row.file;
+        writeFile(path, "");
+        if (row.isDeleted)
+            DeleteFileW(path.c_str());
+        EXPECT_EQ(saved(), "");
+        EXPECT_EQ(unit.error(), row.text + L" | " + row.text + L" | Save | IPersistStream");
+        ULARGE_INTEGER size{};
+        EXPECT_EQ(unit.as<IPersistStream>()->GetSizeMax(&size), capeFailure);
+        EXPECT_EQ(unit.error(), row.text + L" | " + row.text + L" | Save | IPersistStream");
+        const std::vector<std::wstring> left = namesIn(matlab.workingFolder());
+        for (const wchar_t* name : {L"unit.xml", L"_unitOperationModel_.svm"})
+            EXPECT_EQ(std::ranges::count(left, name), 0);
+    }
+}
+
+} // namespace
+} // namespace solvane
