@@ -1,7 +1,6 @@
 #include "ChannelFrame.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace solvane {
 

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -53,8 +54,8 @@ public:
     void unsignedInteger(std::uint32_t value) { copy(&value, sizeof value); }
     void real(double value) { copy(&value, sizeof value); }
     void reals(std::span<const double> values) { copy(values.data(), values.size_bytes()); }
-    /// With its NUL.
-    void text(const std::string& value) { copy(value.c_str(), value.size() + 1); }
+    /// Up to and with its first NUL.
+    void text(const std::string& value) { copy(value.c_str(), std::strlen(value.c_str()) + 1); }
 
     /// Bytes that are left from here to the block's end.
     std::size_t room() const { return block_.size() - position_; }

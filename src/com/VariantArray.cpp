@@ -126,6 +126,10 @@ std::vector<unsigned char> VariantArray::bytes() const {
     return {values.begin(), values.end()};
 }
 
+std::span<const VARIANT> VariantArray::variants() const {
+    return elements<VARIANT>();
+}
+
 std::vector<std::wstring> VariantArray::texts() const {
     std::vector<std::wstring> result;
     for (const BSTR text : elements<BSTR>())

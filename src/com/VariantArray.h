@@ -32,6 +32,8 @@ public:
     std::vector<LONG> integers() const;
     std::vector<std::wstring> texts() const;
     std::vector<unsigned char> bytes() const;
+    /// The elements of an array of VARIANTs, where they lie.
+    std::span<const VARIANT> variants() const;
     /// Whether the element at `index`, from 0, is a null BSTR.
     bool isNullText(std::size_t index) const;
 

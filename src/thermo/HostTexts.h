@@ -21,6 +21,7 @@ struct HostTexts {
     Bstr mole{L"mole"};
     Bstr overall{L"overall"};
     Bstr mixture{L"mixture"};
+    Bstr pure{L"pure"};
     Bstr vapor{L"vapor"};
 };
 extern const HostTexts hostTexts;

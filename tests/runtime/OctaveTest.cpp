@@ -188,7 +188,7 @@ TEST_F(OctaveRun, errorsOfAScriptReachTheHost) {
         {"error(\"two\\n  lines\");\n", "two, lines"},
         {"getParameter('Duty');\n", "Invalid parameter name: Duty"},
         {"getFeedProp(1, 'temperature');\n", "port number out of range for getFeedProp"},
-        {"getCompoundConstant('molecularWeight');\n", "not available"},
+        {"getCompoundConstant('molecularWeight');\n", "No calculation material available"},
         {"x = [1 2\ny = );\n", "parse error"},
     };
     for (const auto& row : cases) {

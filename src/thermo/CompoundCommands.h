@@ -1,0 +1,28 @@
+/// The commands that read data of the pure compounds, of all of them at once, in the run's order. They return
+/// true with the reply written, or false with the failure's text.
+#pragma once
+
+#include <string>
+
+namespace solvane {
+
+struct CalculationRun;
+class RequestReader;
+class ReplyWriter;
+
+/// A constant of every compound.
+/// Request: text constant. Reply: uint32 0 and nComp doubles, NaN where a compound has no value, or uint32 1
+/// and nComp texts, empty where it has none.
+/// Where a 1.0 material fails to give the constant it returns true with no reply written, so that the
+/// request's code stays in place of the status.
+bool getCompoundConstant(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+
+/// A property of every pure compound at a temperature, K, or a pressure, Pa.
+/// Request: double temperature or pressure; text property, which may end with ".Dtemperature" or
+/// ".Dpressure". Reply: nComp doubles. A 1.0 material calculates, so that its state changes.
+bool getTDependentProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                           std::string& error);
+bool getPDependentProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                           std::string& error);
+
+} // namespace solvane
