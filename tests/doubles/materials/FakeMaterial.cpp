@@ -30,6 +30,12 @@ std::vector<double> realsOf(const VARIANT& value) {
     return readVariantArray(array, VT_R8, error) ? array.reals() : std::vector<double>();
 }
 
+std::wstring firstText(const VARIANT& list) {
+    if (list.vt != (VT_ARRAY | VT_BSTR))
+        return {};
+    return std::wstring(viewOf(*static_cast<BSTR*>(list.parray->pvData)));
+}
+
 std::wstring calculationOf(std::wstring_view property, std::wstring_view phase) {
     return std::wstring(property) + L" of " + toLower(phase);
 }
@@ -72,15 +78,13 @@ HRESULT FakeMaterial::answer(const std::string& call, std::initializer_list<VARI
     const std::optional<Fault> fault = record->note(prefix_ + call);
     if (!fault)
         return body();
-    if (FAILED(fault->result))
-        return fail(fault->result, fault->text);
-    const HRESULT result = body();
-    if (SUCCEEDED(result) && fault->output < results.size()) {
+    const HRESULT result = FAILED(fault->result) ? fail(fault->result, fault->text) : body();
+    if (fault->output < results.size()) {
         VARIANT* place = results.begin()[fault->output];
         VariantClear(place);
         VariantCopy(place, fault->value.in());
     }
-    return SUCCEEDED(result) ? fault->result : result;
+    return FAILED(result) ? result : fault->result;
 }
 
 HRESULT FakeMaterial::answerObject(const std::string& call, IDispatch** result,
@@ -103,6 +107,8 @@ HRESULT FakeMaterial::unknown(BSTR property) {
 
 HRESULT FakeMaterial::getOverall(BSTR property, VARIANT* values) {
     const std::wstring name(viewOf(property));
+    if (calculated_.contains(calculationOf(name, L"overall")))
+        return give(values, stream.results.at(name));
     if (name == L"flow") {
         std::vector<double> flows = stream.overall[L"fraction"];
         for (double& flow : flows)
@@ -119,10 +125,12 @@ HRESULT FakeMaterial::setOverall(BSTR property, const VARIANT& values) {
 }
 
 HRESULT FakeMaterial::getOfPhase(BSTR property, BSTR label, VARIANT* values) {
+    const std::wstring name(viewOf(property));
+    if (stream.results.contains(name) && calculated_.contains(calculationOf(name, viewOf(label))))
+        return give(values, stream.results.at(name));
     const FakePhase* phase = stream.findPhase(std::wstring(viewOf(label)));
     if (!phase)
         return fail(invalidArgument, L"no such phase");
-    const std::wstring name(viewOf(property));
     if (name == L"phaseFraction")
         return give(values, {&phase->fraction, 1});
     if (name == L"fraction")
@@ -145,13 +153,23 @@ HRESULT FakeMaterial::setOfPhase(BSTR property, BSTR label, const VARIANT& value
     return S_OK;
 }
 
+HRESULT FakeMaterial::getConstant(const VARIANT& properties, VARIANT* values) {
+    const auto found = stream.constants.find(firstText(properties));
+    return found == stream.constants.end() ? fail(notAvailable, L"no such constant")
+                                           : VariantCopy(values, found->second.in());
+}
+
+HRESULT FakeMaterial::getResult(const VARIANT& properties, VARIANT* values) {
+    const auto found = stream.results.find(firstText(properties));
+    return found == stream.results.end() ? fail(notAvailable, L"no such property")
+                                         : give(values, found->second);
+}
+
 HRESULT FakeMaterial::calculate(const VARIANT& properties, const std::wstring& label) {
+    const std::wstring name = firstText(properties);
     const FakePhase* phase = stream.findPhase(label);
-    if (!phase || properties.vt != (VT_ARRAY | VT_BSTR))
-        return fail(invalidArgument, L"no such phase or no list of properties");
-    const std::wstring_view name = viewOf(*static_cast<BSTR*>(properties.parray->pvData));
-    if (!phase->properties.contains(std::wstring(name)))
-        return fail(computationError, L"can't calculate " + std::wstring(name));
+    if (!stream.results.contains(name) && !(phase && phase->properties.contains(name)))
+        return fail(computationError, L"can't calculate " + name);
     calculated_.insert(calculationOf(name, label));
     return S_OK;
 }

@@ -66,6 +66,8 @@ protected:
     HRESULT setOverall(BSTR property, const VARIANT& values);
     HRESULT getOfPhase(BSTR property, BSTR phase, VARIANT* values);
     HRESULT setOfPhase(BSTR property, BSTR phase, const VARIANT& values);
+    HRESULT getConstant(const VARIANT& properties, VARIANT* values);
+    HRESULT getResult(const VARIANT& properties, VARIANT* values);
     HRESULT calculate(const VARIANT& properties, const std::wstring& phase);
     HRESULT flash();
 

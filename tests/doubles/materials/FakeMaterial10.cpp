@@ -57,6 +57,11 @@ STDMETHODIMP FakeMaterial10::get_PhaseIds(VARIANT* phases) {
     });
 }
 
+STDMETHODIMP FakeMaterial10::GetComponentConstant(VARIANT properties, VARIANT compounds, VARIANT* values) {
+    return answer(describeCall("GetComponentConstant", {describe(properties), describe(compounds)}), {values},
+                  [&] { return getConstant(properties, values); });
+}
+
 STDMETHODIMP FakeMaterial10::CalcProp(VARIANT properties, VARIANT phases, BSTR calculationType) {
     return answer(
         describeCall("CalcProp", {describe(properties), describe(phases), describe(calculationType)}), {},

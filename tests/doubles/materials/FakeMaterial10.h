@@ -19,7 +19,7 @@ public:
     STDMETHODIMP get_ComponentIds(VARIANT* compounds) override;
     STDMETHODIMP get_PhaseIds(VARIANT* phases) override;
     STDMETHODIMP GetUniversalConstant(VARIANT, VARIANT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetComponentConstant(VARIANT, VARIANT, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetComponentConstant(VARIANT properties, VARIANT compounds, VARIANT* values) override;
     STDMETHODIMP CalcProp(VARIANT properties, VARIANT phases, BSTR calculationType) override;
     STDMETHODIMP GetProp(BSTR property, BSTR phase, VARIANT compounds, BSTR calculationType, BSTR basis,
                          VARIANT* values) override;

@@ -4,6 +4,13 @@
 
 namespace solvane {
 
+namespace {
+
+/// Under which the values of two phases are kept, whichever phases they are.
+constexpr wchar_t pair[] = L"two phases";
+
+} // namespace
+
 STDMETHODIMP FakeMaterial11::QueryInterface(REFIID iid, void** result) {
     IUnknown* object = nullptr;
     if (isHidden(iid))
@@ -52,6 +59,8 @@ STDMETHODIMP FakeMaterial11::CreateMaterial(IDispatch** material) {
     return answerObject("CreateMaterial", material, [&] {
         FakeStream empty;
         empty.compounds = stream.compounds;
+        empty.constants = stream.constants;
+        empty.results = stream.results;
         for (const FakePhase& phase : stream.phases)
             empty.phases.push_back({phase.label, phase.aggregation, 0, {}, {}});
         ComRef<FakeMaterial11> copy = create(std::move(empty));
@@ -83,6 +92,11 @@ STDMETHODIMP FakeMaterial11::GetSinglePhaseProp(BSTR property, BSTR phase, BSTR 
                   {values}, [&] { return getOfPhase(property, phase, values); });
 }
 
+STDMETHODIMP FakeMaterial11::GetTwoPhaseProp(BSTR property, VARIANT phases, BSTR basis, VARIANT* values) {
+    return answer(describeCall("GetTwoPhaseProp", {describe(property), describe(phases), describe(basis)}),
+                  {values}, [&] { return getOfPhase(property, Bstr(pair).get(), values); });
+}
+
 STDMETHODIMP FakeMaterial11::SetOverallProp(BSTR property, BSTR basis, VARIANT values) {
     return answer(describeCall("SetOverallProp", {describe(property), describe(basis), describe(values)}), {},
                   [&] { return setOverall(property, values); });
@@ -107,6 +121,25 @@ STDMETHODIMP FakeMaterial11::GetCompoundList(VARIANT* ids, VARIANT*, VARIANT*, V
     });
 }
 
+STDMETHODIMP FakeMaterial11::GetCompoundConstant(VARIANT properties, VARIANT compounds, VARIANT* values) {
+    return answer(describeCall("GetCompoundConstant", {describe(properties), describe(compounds)}), {values},
+                  [&] { return getConstant(properties, values); });
+}
+
+STDMETHODIMP FakeMaterial11::GetTDependentProperty(VARIANT properties, double temperature, VARIANT compounds,
+                                                   VARIANT* values) {
+    return answer(describeCall("GetTDependentProperty",
+                               {describe(properties), describe(temperature), describe(compounds)}),
+                  {values}, [&] { return getResult(properties, values); });
+}
+
+STDMETHODIMP FakeMaterial11::GetPDependentProperty(VARIANT properties, double pressure, VARIANT compounds,
+                                                   VARIANT* values) {
+    return answer(describeCall("GetPDependentProperty",
+                               {describe(properties), describe(pressure), describe(compounds)}),
+                  {values}, [&] { return getResult(properties, values); });
+}
+
 STDMETHODIMP FakeMaterial11::GetPhaseList(VARIANT* labels, VARIANT* aggregationStates,
                                           VARIANT* keyCompounds) {
     return answer("GetPhaseList", {labels, aggregationStates, keyCompounds}, [&] {
@@ -125,6 +158,11 @@ STDMETHODIMP FakeMaterial11::GetPhaseList(VARIANT* labels, VARIANT* aggregationS
 STDMETHODIMP FakeMaterial11::CalcSinglePhaseProp(VARIANT properties, BSTR phase) {
     return answer(describeCall("CalcSinglePhaseProp", {describe(properties), describe(phase)}), {},
                   [&] { return calculate(properties, std::wstring(viewOf(phase))); });
+}
+
+STDMETHODIMP FakeMaterial11::CalcTwoPhaseProp(VARIANT properties, VARIANT phases) {
+    return answer(describeCall("CalcTwoPhaseProp", {describe(properties), describe(phases)}), {},
+                  [&] { return calculate(properties, pair); });
 }
 
 STDMETHODIMP FakeMaterial11::CalcEquilibrium(VARIANT specification1, VARIANT specification2,

@@ -30,21 +30,23 @@ public:
     STDMETHODIMP GetPresentPhases(VARIANT* labels, VARIANT* statuses) override;
     STDMETHODIMP GetSinglePhaseProp(BSTR property, BSTR phase, BSTR basis, VARIANT* values) override;
     STDMETHODIMP GetTPFraction(BSTR, double*, double*, VARIANT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTwoPhaseProp(BSTR, VARIANT, BSTR, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTwoPhaseProp(BSTR property, VARIANT phases, BSTR basis, VARIANT* values) override;
     STDMETHODIMP SetOverallProp(BSTR property, BSTR basis, VARIANT values) override;
     STDMETHODIMP SetPresentPhases(VARIANT labels, VARIANT statuses) override;
     STDMETHODIMP SetSinglePhaseProp(BSTR property, BSTR phase, BSTR basis, VARIANT values) override;
     STDMETHODIMP SetTwoPhaseProp(BSTR, VARIANT, BSTR, VARIANT) override { return E_NOTIMPL; }
     // ICapeThermoCompounds
-    STDMETHODIMP GetCompoundConstant(VARIANT, VARIANT, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetCompoundConstant(VARIANT properties, VARIANT compounds, VARIANT* values) override;
     STDMETHODIMP GetCompoundList(VARIANT* ids, VARIANT* formulae, VARIANT* names,
                                  VARIANT* boilingTemperatures, VARIANT* molecularWeights,
                                  VARIANT* casNumbers) override;
     STDMETHODIMP GetConstPropList(VARIANT*) override { return E_NOTIMPL; }
     STDMETHODIMP GetNumCompounds(LONG*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetPDependentProperty(VARIANT, double, VARIANT, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetPDependentProperty(VARIANT properties, double pressure, VARIANT compounds,
+                                       VARIANT* values) override;
     STDMETHODIMP GetPDependentPropList(VARIANT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTDependentProperty(VARIANT, double, VARIANT, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTDependentProperty(VARIANT properties, double temperature, VARIANT compounds,
+                                       VARIANT* values) override;
     STDMETHODIMP GetTDependentPropList(VARIANT*) override { return E_NOTIMPL; }
     // ICapeThermoPhases
     STDMETHODIMP GetNumPhases(LONG*) override { return E_NOTIMPL; }
@@ -56,7 +58,7 @@ public:
         return E_NOTIMPL;
     }
     STDMETHODIMP CalcSinglePhaseProp(VARIANT properties, BSTR phase) override;
-    STDMETHODIMP CalcTwoPhaseProp(VARIANT, VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP CalcTwoPhaseProp(VARIANT properties, VARIANT phases) override;
     STDMETHODIMP CheckSinglePhasePropSpec(BSTR, BSTR, VARIANT_BOOL*) override { return E_NOTIMPL; }
     STDMETHODIMP CheckTwoPhasePropSpec(BSTR, VARIANT, VARIANT_BOOL*) override { return E_NOTIMPL; }
     STDMETHODIMP GetSinglePhasePropList(VARIANT*) override { return E_NOTIMPL; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "com/Variant.h"
+
 #include <map>
 #include <string>
 #include <vector>
@@ -21,6 +23,8 @@ struct FakeStream {
     std::vector<std::wstring> compounds;
     std::vector<FakePhase> phases;
     std::map<std::wstring, std::vector<double>> overall; ///< by name; the flow of compounds is worked out
+    std::map<std::wstring, Variant> constants;           ///< of the compounds, by name
+    std::map<std::wstring, std::vector<double>> results; ///< by name; of any phases, readable once calculated
     bool listsOverall = true;                            ///< a 1.0 material names "Overall" among its phases
 
     FakePhase* findPhase(const std::wstring& label);

@@ -35,6 +35,14 @@ Variant listOfVariants() {
     return own(VT_VARIANT, SafeArrayCreateVector(VT_VARIANT, 0, 1));
 }
 
+Variant variants(std::initializer_list<Variant> values) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(values.size()));
+    auto* element = static_cast<VARIANT*>(array->pvData);
+    for (const Variant& value : values)
+        *element++ = Variant(value).release();
+    return own(VT_VARIANT, array);
+}
+
 Variant texts(std::initializer_list<const wchar_t*> values) {
     return VariantArray::ofTexts(values);
 }

@@ -12,6 +12,8 @@ Variant realsFrom(LONG lowerBound, double first, double second);
 Variant listOfVariants();
 /// Texts, where a null pointer stays a null string.
 Variant texts(std::initializer_list<const wchar_t*> values);
+/// Values of any kind in one list.
+Variant variants(std::initializer_list<Variant> values);
 Variant reals(std::initializer_list<double> values);
 
 } // namespace solvane

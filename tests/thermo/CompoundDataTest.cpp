@@ -1,0 +1,228 @@
+#include "OddVariants.h"
+#include "Rig.h"
+#include "Road.h"
+
+#include <gmock/gmock.h>
+
+#include <bit>
+
+namespace solvane {
+
+namespace {
+
+using testing::ElementsAre;
+
+const Request weights = Request(6).text("weight");
+const std::string noMaterial = "No calculation material available; at least one port must be connected";
+
+FakeStream streamWith(std::initializer_list<Variant> constants) {
+    FakeStream stream = makeFakeStream();
+    stream.constants[L"weight"] = variants(constants);
+    stream.results = {{L"vaporPressure", {1, 2, 3}},
+                      {L"vaporPressure.DTemperature", {1, 2, 3}},
+                      {L"meltingTemperature.Dpressure", {1, 2, 3}},
+                      {L"anything", {1, 2, 3}}};
+    return stream;
+}
+
+/// The same request succeeds on the same run after every failure.
+Scenario asking(Generation generation, const Request& request) {
+    return [=](const std::function<void(CallRecord&)>& sabotage) {
+        Rig rig;
+        FakeMaterial& material =
+            rig.addFeed(generation, streamWith({Variant(16.0), Variant(44.0), Variant(72.0)}));
+        rig.prepare(material);
+        sabotage(*material.record);
+        const Outcome outcome{rig.failureOf(request), material.record->calls};
+        EXPECT_EQ(rig.send(request).word(), 0u);
+        return outcome;
+    };
+}
+
+TEST(CompoundData, theCallsOnAMaterial) {
+    expectRoad(
+        {{"copy.GetCompoundConstant(BSTR[weight], empty)", "Failed to get compound constant \"weight\": "}},
+        asking(Generation::v11, weights));
+    expectRoad({{"copy.GetTDependentProperty(BSTR[anything], 350, empty)",
+                 "Failed to get T-dependent property \"anything\": "}},
+               asking(Generation::v11, Request(7).real(350).text("anything")));
+    expectRoad({{"copy.GetPDependentProperty(BSTR[anything], 200000, empty)",
+                 "Failed to get P-dependent property \"anything\": "}},
+               asking(Generation::v11, Request(8).real(2e5).text("anything")));
+
+    const std::string vaporPressure = "T-dependent property \"vaporPressure.DTemperature\": ";
+    expectRoad({{"copy.SetProp(temperature, overall, empty, null, null, R8[350])",
+                 "Failed to set temperature on material object: "},
+                {"copy.CalcProp(BSTR[vaporPressure.DTemperature], BSTR[overall], pure)",
+                 "Failed to calculate " + vaporPressure},
+                {"copy.GetProp(vaporPressure.DTemperature, overall, empty, pure, null)",
+                 "Failed to get " + vaporPressure}},
+               asking(Generation::v10, Request(7).real(350).text("vaporPressure.DTemperature")));
+    const std::string melting = "P-dependent property \"meltingTemperature.Dpressure\": ";
+    expectRoad({{"copy.SetProp(pressure, overall, empty, null, null, R8[200000])",
+                 "Failed to set pressure on material object: "},
+                {"copy.CalcProp(BSTR[meltingTemperature.Dpressure], BSTR[overall], pure)",
+                 "Failed to calculate " + melting},
+                {"copy.GetProp(meltingTemperature.Dpressure, overall, empty, pure, null)",
+                 "Failed to get " + melting}},
+               asking(Generation::v10, Request(8).real(2e5).text("meltingTemperature.Dpressure")));
+}
+
+TEST(CompoundConstant, a10MaterialThatFailsGetsNoReplyWritten) {
+    Rig rig;
+    FakeMaterial& material =
+        rig.addFeed(Generation::v10, streamWith({Variant(16.0), Variant(44.0), Variant(72.0)}));
+    rig.prepare(material);
+    EXPECT_EQ(rig.send(weights).word(), 0u);
+    EXPECT_THAT(material.record->calls, ElementsAre("copy.GetComponentConstant(BSTR[weight], empty)"));
+
+    material.record->calls.clear();
+    material.record->failAt(1, static_cast<HRESULT>(ECapeThrmPropertyNotAvailableHR), L"not for C2");
+    Reply reply = rig.send(weights);
+    EXPECT_EQ(reply.word(), 6u);
+    EXPECT_EQ(reply.text(), "weight");
+    EXPECT_THAT(material.record->calls, ElementsAre("copy.GetComponentConstant(BSTR[weight], empty)",
+                                                    "copy.GetComponentConstant(BSTR[weight], BSTR[C1])",
+                                                    "copy.GetComponentConstant(BSTR[weight], BSTR[C2])",
+                                                    "copy.GetComponentConstant(BSTR[weight], BSTR[C3])"));
+    EXPECT_EQ(rig.send(weights).word(), 0u);
+}
+
+TEST(CompoundConstant, theFirstValueDecidesWhetherTheyAreNumbersOrTexts) {
+    const std::string invalid = "Invalid return values from GetCompoundConstant: ";
+    const std::string wrongType = invalid + "unexpected data type for a value";
+    const Variant none, one(1.0), text(L"a"), whole(LONG{1});
+    Variant nullText;
+    nullText.put()->vt = VT_BSTR;
+    const struct {
+        Variant answer;
+        std::string failure;
+        std::vector<std::string> texts = {};
+    } rows[] = {
+        {variants({none, one, none}), ""},
+        {variants({none, text, none}), "", {"", "a", ""}},
+        {variants({nullText, text, Variant(std::wstring_view(L"b\0c", 3))}), "", {"", "a", "b"}},
+        {variants({one, text, one}), wrongType},
+        {variants({text, one, none}), wrongType},
+        {variants({nullText, whole, text}), wrongType},
+        {variants({none, whole, one}), wrongType},
+        {variants({none, none, none}), invalid + "values not available"},
+        {variants({one, one}), invalid + "unexpected number of values"},
+        {none, invalid + "unexpected number of values"},
+        {reals({1, 2, 3}), invalid + "Expected an array of type VARIANT"},
+        {twoDimensional(VT_VARIANT), invalid + "unexpected dimension; 1-dimensional array expected"},
+    };
+    // On 1.1 this failure does not count, and what came with it does.
+    for (const HRESULT result : {S_OK, S_FALSE, static_cast<HRESULT>(ECapeThrmPropertyNotAvailableHR)})
+        for (const auto& row : rows) {
+            const bool is10 = result == S_FALSE;
+            Rig rig;
+            FakeMaterial& material = rig.addFeed(is10 ? Generation::v10 : Generation::v11, streamWith({}));
+            rig.prepare(material);
+            material.record->add({.call = is10 ? "copy.GetComponentConstant" : "copy.GetCompoundConstant",
+                                  .result = result,
+                                  .text = {},
+                                  .value = row.answer});
+            Reply reply = rig.send(weights);
+            ASSERT_EQ(reply.word(), row.failure.empty() ? 0u : 1u) << row.failure;
+            if (!row.failure.empty()) {
+                EXPECT_EQ(reply.text(), row.failure);
+                continue;
+            }
+            EXPECT_EQ(reply.word(), row.texts.empty() ? 0u : 1u);
+            for (const std::string& expected : row.texts)
+                EXPECT_EQ(reply.text(), expected);
+            if (!row.texts.empty())
+                continue;
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(reply.real()), 0x7FF8000000000000u);
+            EXPECT_EQ(reply.real(), 1);
+        }
+}
+
+TEST(DependentProperty, a10MaterialIsAskedForKnownNamesAndTheirOwnDerivativeOnly) {
+    const struct {
+        std::uint32_t code;
+        std::string name;
+        std::string failure;
+    } rows[] = {
+        {7, "vaporPressure.Dpressure", "Invalid derivative"},
+        {7, "vaporPressure.", "Invalid derivative"},
+        {7, "nonsense.Dtemperature.x", "Invalid derivative"},
+        {7, "meltingTemperature",
+         "Property 'meltingTemperature' is not a known temperature dependent property"},
+        {7, "x.DTEMPERATURE", "Property 'x.DTEMPERATURE' is not a known temperature dependent property"},
+        {8, "meltingTemperature.Dtemperature", "Invalid derivative"},
+        {8, "vaporPressure", "Property 'vaporPressure' is not a known pressure dependent property"},
+    };
+    Rig rig;
+    FakeMaterial& material = rig.addFeed(Generation::v10);
+    rig.prepare(material);
+    for (const auto& row : rows)
+        EXPECT_EQ(rig.failureOf(Request(row.code).real(300).text(row.name)), row.failure);
+    EXPECT_EQ(material.record->calls.size(), 0u);
+}
+
+TEST(DependentProperty, oddAnswersAreNamed) {
+    const std::string count = "Invalid return values from GetTDependentProperty: unexpected number of values";
+    const struct {
+        Generation generation;
+        Request request;
+        std::string call;
+        std::string letter;
+    } roads[] = {
+        {Generation::v10, Request(7).real(300).text("vaporPressure"), "copy.GetProp", "T"},
+        {Generation::v10, Request(8).real(300).text("meltingTemperature.Dpressure"), "copy.GetProp", "P"},
+        {Generation::v11, Request(7).real(300).text("anything"), "copy.GetTDependentProperty", "T"},
+        {Generation::v11, Request(8).real(300).text("anything"), "copy.GetPDependentProperty", "P"},
+    };
+    for (const auto& road : roads) {
+        const std::string invalid = "Invalid return values from Get" + road.letter + "DependentProperty: ";
+        const std::string noReals = invalid + "Expected an array of type double precision";
+        expectOddAnswers({{road.call, Variant(), count},
+                          {road.call, reals({1, 2, 3, 4}), count},
+                          {road.call, Variant(1.0), noReals},
+                          {road.call, variants({Variant(1.0), Variant(), Variant(2.0)}), noReals},
+                          {road.call, texts({nullptr, L"1", L"2"}), noReals},
+                          {road.call, twoDimensional(VT_R8),
+                           invalid + "unexpected dimension; 1-dimensional array expected"}},
+                         asking(road.generation, road.request));
+    }
+}
+
+TEST(CompoundData, repliesThatJustFitTheBlockAndThatDoNot) {
+    const std::wstring word(40, L'x');
+    const Variant text{std::wstring_view(word)};
+    const struct {
+        Request request;
+        std::initializer_list<Variant> constants;
+        std::size_t bytes; ///< of the smallest block
+        std::string failure;
+    } rows[] = {
+        {Request(7).real(350).text("vaporPressure"), {}, 4 + 3 * 8, "memory overrun"},
+        {weights, {Variant(1.0), Variant(), Variant(2.0)}, 8 + 3 * 8, "memory overrun"},
+        {weights,
+         {text, text, text},
+         8 + 3 * 41 + 1,
+         "Values too large to transfer (insufficient memory on data transfer memory block)"},
+    };
+    for (const Generation generation : bothGenerations)
+        for (const auto& row : rows) {
+            Rig rig;
+            rig.prepare(rig.addFeed(generation, streamWith(row.constants)));
+            rig.blockBytes = row.bytes;
+            EXPECT_EQ(rig.failureOf(row.request), "");
+            --rig.blockBytes;
+            EXPECT_EQ(rig.failureOf(row.request), row.failure);
+        }
+}
+
+TEST(CompoundData, withoutAMaterialThereIsNone) {
+    Rig rig;
+    for (const Request& request :
+         {weights, Request(7).real(1).text("x.y"), Request(8).real(1).text("vaporPressure")})
+        EXPECT_EQ(rig.failureOf(request), noMaterial);
+}
+
+} // namespace
+
+} // namespace solvane

@@ -1,0 +1,219 @@
+#include "OddVariants.h"
+#include "Rig.h"
+#include "Road.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <numeric>
+
+namespace solvane {
+
+namespace {
+
+/// Of three compounds.
+Request onePhase(const std::string& name, const std::string& phase = "Vapor") {
+    return Request(9).real(350).real(2e5).reals({0.5, 0.3, 0.2}).text(name).text(phase);
+}
+
+Request twoPhases(const std::string& name, const std::string& first = "Vapor",
+                  const std::string& second = "Liquid") {
+    return Request(10)
+        .real(350)
+        .real(2e5)
+        .reals({0.5, 0.3, 0.2, 0.1, 0.3, 0.6})
+        .text(name)
+        .text(first)
+        .text(second);
+}
+
+FakeStream streamWith(const std::wstring& name, const std::vector<double>& values) {
+    FakeStream stream = makeFakeStream();
+    stream.results[name] = values;
+    return stream;
+}
+
+/// The same request succeeds on the same run after every failure.
+Scenario asking(Generation generation, const Request& request, const FakeStream& stream) {
+    return [=](const std::function<void(CallRecord&)>& sabotage) {
+        Rig rig;
+        FakeMaterial& material = rig.addFeed(generation, stream);
+        rig.prepare(material);
+        sabotage(*material.record);
+        const Outcome outcome{rig.failureOf(request), material.record->calls};
+        EXPECT_EQ(rig.failureOf(request), "");
+        return outcome;
+    };
+}
+
+const std::string temperature = "Failed to set temperature on material: ";
+const std::string pressure = "Failed to set pressure on material: ";
+const std::string composition = "Failed to set composition on material: ";
+
+TEST(PhaseProperty, ofOnePhase) {
+    expectRoad({{"copy.SetProp(temperature, overall, empty, null, null, R8[350])", temperature},
+                {"copy.SetProp(pressure, overall, empty, null, null, R8[200000])", pressure},
+                {"copy.SetProp(fraction, Vapor, empty, null, mole, R8[0.5, 0.3, 0.2])", composition},
+                {"copy.CalcProp(BSTR[viscosity], BSTR[Vapor], mixture)", "Failed to calculate viscosity: "},
+                {"copy.GetProp(viscosity, Vapor, empty, mixture, null)", "Failed to get viscosity: "}},
+               asking(Generation::v10, onePhase("viscosity"), streamWith(L"viscosity", {1e-5})));
+    const std::wstring name = L"Enthalpy.Dtemperature";
+    expectRoad({{"copy.SetSinglePhaseProp(temperature, Liquid, null, R8[350])", temperature},
+                {"copy.SetSinglePhaseProp(pressure, Liquid, null, R8[200000])", pressure},
+                {"copy.SetSinglePhaseProp(fraction, Liquid, mole, R8[0.5, 0.3, 0.2])", composition},
+                {"copy.CalcSinglePhaseProp(BSTR[Enthalpy.Dtemperature], Liquid)",
+                 "Failed to calculate Enthalpy.Dtemperature: "},
+                {"copy.GetSinglePhaseProp(Enthalpy.Dtemperature, Liquid, mole)",
+                 "Failed to get Enthalpy.Dtemperature: "}},
+               asking(Generation::v11, onePhase("Enthalpy.Dtemperature", "Liquid"), streamWith(name, {75})));
+}
+
+TEST(PhaseProperty, ofTwoPhases) {
+    expectRoad({{"copy.SetProp(temperature, overall, empty, null, null, R8[350])", temperature},
+                {"copy.SetProp(pressure, overall, empty, null, null, R8[200000])", pressure},
+                {"copy.SetProp(fraction, Vapor, empty, null, mole, R8[0.5, 0.3, 0.2])", composition},
+                {"copy.SetProp(fraction, Liquid, empty, null, mole, R8[0.1, 0.3, 0.6])", composition},
+                {"copy.CalcProp(BSTR[kvalue], BSTR[VaporLiquid], mixture)", "Failed to calculate kvalue: "},
+                {"copy.GetProp(kvalue, VaporLiquid, empty, mixture, null)", "Failed to get kvalue: "}},
+               asking(Generation::v10, twoPhases("kvalue"), streamWith(L"kvalue", {5, 1, 0.3})));
+    expectRoad({{"copy.SetSinglePhaseProp(temperature, Vapor, null, R8[350])", temperature},
+                {"copy.SetSinglePhaseProp(temperature, Liquid, null, R8[350])", temperature},
+                {"copy.SetSinglePhaseProp(pressure, Vapor, null, R8[200000])", pressure},
+                {"copy.SetSinglePhaseProp(pressure, Liquid, null, R8[200000])", pressure},
+                {"copy.SetSinglePhaseProp(fraction, Vapor, mole, R8[0.5, 0.3, 0.2])", composition},
+                {"copy.SetSinglePhaseProp(fraction, Liquid, mole, R8[0.1, 0.3, 0.6])", composition},
+                {"copy.CalcTwoPhaseProp(BSTR[kvalue], BSTR[Vapor, Liquid])", "Failed to calculate kvalue: "},
+                {"copy.GetTwoPhaseProp(kvalue, BSTR[Vapor, Liquid], null)", "Failed to get kvalue: "}},
+               asking(Generation::v11, twoPhases("kvalue"), streamWith(L"kvalue", {5, 1, 0.3})));
+}
+
+TEST(PhaseProperty, theNumberOfValuesDecidesTheShape) {
+    const struct {
+        std::string name;
+        std::map<std::size_t, std::uint32_t> shapes; ///< by the number of values, of three compounds
+    } rows[] = {
+        {"volume", {{1, 0}, {3, 1}, {9, 2}}},
+        {"mySurfaceTensionX", {{1, 0}, {6, 3}}},
+        {"LOGKVALUES", {{3, 1}, {18, 4}}},
+    };
+    for (const Generation generation : bothGenerations)
+        for (const auto& row : rows)
+            for (std::size_t count = 0; count < 20; ++count) {
+                SCOPED_TRACE(testing::Message() << row.name << " of " << count);
+                std::vector<double> values(count);
+                std::iota(values.begin(), values.end(), 1);
+                Rig rig;
+                rig.prepare(rig.addFeed(generation, streamWith({row.name.begin(), row.name.end()}, values)));
+                const Request request = row.name == "volume" ? onePhase(row.name) : twoPhases(row.name);
+                const auto shape = row.shapes.find(count);
+                if (shape == row.shapes.end()) {
+                    EXPECT_EQ(rig.failureOf(request), "Invalid return values: unexpected number of values");
+                    continue;
+                }
+                rig.blockBytes = std::max(8 + 8 * count, request.bytes().size() + 1);
+                Reply reply = rig.send(request);
+                EXPECT_EQ(reply.word(), 0u);
+                EXPECT_EQ(reply.word(), shape->second);
+                EXPECT_EQ(reply.reals(count), values);
+                const bool justFits = rig.blockBytes-- == reply.position();
+                EXPECT_EQ(rig.failureOf(request), justFits ? "memory overrun" : "");
+            }
+}
+
+TEST(PhaseProperty, ofOneCompoundEveryShapeIsTheFirst) {
+    for (const Generation generation : bothGenerations) {
+        FakeStream stream = makeFakeStream(1);
+        stream.results = {{L"volume", {7}}, {L"kvalue", {7}}};
+        Rig rig;
+        rig.prepare(rig.addFeed(generation, stream));
+        const auto shapeOf = [&](const Request& request) {
+            Reply reply = rig.send(request);
+            EXPECT_EQ(reply.word(), 0u);
+            return reply.word();
+        };
+        EXPECT_EQ(shapeOf(Request(9).reals({300, 1e5, 1}).text("volume").text("Liquid")), 0u);
+        EXPECT_EQ(shapeOf(Request(10).reals({300, 1e5, 1, 1}).text("kvalue").text("Vapor").text("Liquid")),
+                  1u);
+    }
+}
+
+TEST(PhaseProperty, namesAreCheckedBeforeTheMaterial) {
+    const std::string ofOne = "Invalid or unsupported single-phase property: ";
+    const std::string ofTwo = "Invalid or unsupported two-phase property: ";
+    const std::string noMaterial = "No calculation material available; at least one port must be connected";
+    const struct {
+        Request request;
+        std::string failure;
+    } rows[] = {
+        {onePhase("kvalue"), ofOne + "kvalue"},
+        {onePhase("Foo.Dtemperature"), ofOne + "Foo.Dtemperature"},
+        {onePhase(".Dtemperature"), ofOne + ".Dtemperature"},
+        {onePhase("enthalpy.foo"), noMaterial},
+        {onePhase("VOLUME.Dmoles.Dmoles"), noMaterial},
+        {onePhase("name"), noMaterial},
+        {twoPhases("volume"), ofTwo + "volume"},
+        {twoPhases("surface tension"), ofTwo + "surface tension"},
+        {twoPhases("kvalue.Dpressure", "Vapor", "Vapor"), "phase names should not be the same"},
+        {twoPhases("kvalue.Dpressure", "Vapor", "vapor"), noMaterial},
+    };
+    Rig rig;
+    rig.run.nComp = 3;
+    for (const auto& row : rows)
+        EXPECT_EQ(rig.failureOf(row.request), row.failure);
+}
+
+TEST(PhaseProperty, oddAnswersAreNamed) {
+    const std::string noReals = "Invalid return values: Expected an array of type double precision";
+    const std::string count = "Invalid return values: unexpected number of values";
+    const struct {
+        Generation generation;
+        Request request;
+        std::string call;
+    } roads[] = {{Generation::v10, onePhase("volume"), "copy.GetProp"},
+                 {Generation::v10, twoPhases("kvalue"), "copy.GetProp"},
+                 {Generation::v11, onePhase("volume"), "copy.GetSinglePhaseProp"},
+                 {Generation::v11, twoPhases("kvalue"), "copy.GetTwoPhaseProp"}};
+    FakeStream stream = makeFakeStream();
+    stream.results = {{L"volume", {1}}, {L"kvalue", {1, 1, 1}}};
+    for (const auto& road : roads) {
+        expectOddAnswers({{road.call, Variant(), count},
+                          {road.call, Variant(1.0), noReals},
+                          {road.call, texts({L"1", nullptr}), noReals},
+                          {road.call, listOfVariants(), noReals},
+                          {road.call, realsFrom(7, 1, 2), count},
+                          {road.call, twoDimensional(VT_R8),
+                           "Invalid return values: unexpected dimension; 1-dimensional array expected"}},
+                         asking(road.generation, road.request, stream));
+    }
+}
+
+TEST(PhaseProperty, anyCodeOfSuccessAndAnyLowerBoundWillDo) {
+    for (const Generation generation : bothGenerations) {
+        Rig rig;
+        FakeMaterial& material = rig.addFeed(generation, makeFakeStream(2));
+        material.stream.results[L"fugacity"] = {1, 2};
+        rig.prepare(material);
+        for (const char* call : {"copy.Set", "copy.Calc"})
+            material.record->add({.call = call, .result = S_FALSE, .text = {}, .value = {}});
+        material.record->add({.call = "copy.Get", .result = 5, .text = {}, .value = realsFrom(-3, 4, 5)});
+        Reply reply = rig.send(Request(9).reals({300, 1e5, 0.5, 0.5}).text("fugacity").text("Vapor"));
+        EXPECT_EQ(reply.word(), 0u);
+        EXPECT_EQ(reply.word(), 1u);
+        EXPECT_EQ(reply.reals(2), (std::vector<double>{4, 5}));
+    }
+}
+
+TEST(PhaseProperty, a11MaterialNeedsAPropertyRoutine) {
+    Rig rig;
+    FakeMaterial& material = rig.addFeed(Generation::v11);
+    material.hiddenOnCopies.push_back(__uuidof(ICapeThermoPropertyRoutine));
+    rig.prepare(material);
+    for (const Request& request : {onePhase("volume"), twoPhases("kvalue")})
+        EXPECT_EQ(rig.failureOf(request),
+                  "Failed to get ICapeThermoPropertyRoutine from calculation material");
+    EXPECT_EQ(material.record->calls.size(), 0u);
+}
+
+} // namespace
+
+} // namespace solvane
