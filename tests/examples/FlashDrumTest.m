@@ -1,29 +1,8 @@
 % The flash drum on materials of both generations: equal streams, and those of a flash that is not the host's.
 %   octave-cli FlashDrumTest.m WINE SOLVANEHOST CASE
-1;
-
-function expect_near (what, value, expected, tolerance)
-  if (! isequal (size (value), size (expected)) || any (abs (value - expected) > tolerance))
-    error ('%s: %s, expected %s', what, mat2str (value, 12), mat2str (expected, 12));
-  end
-end
-
-function result = run (program, case_file, generation)
-  file = [tempname() '.json'];
-  [code, text] = system (sprintf ('%s %s run %s --generation %s --json %s </dev/null 2>&1', program{:}, ...
-                                  case_file, generation, file));
-  if (code != 0)
-    error ('generation %s: exit code %d\n%s', generation, code, text);
-  end
-  result = jsondecode (fileread (file));
-  delete (file);
-  if (! strcmp (result.generation, generation))
-    error ('asked for generation %s, got %s', generation, result.generation);
-  end
-end
-
+addpath (fileparts (mfilename ('fullpath')));
 arguments = argv ();
-results = {run(arguments(1:2), arguments{3}, '1.1'), run(arguments(1:2), arguments{3}, '1.0')};
+results = {runCase(arguments(1:2), arguments{3}, '1.1', {}), runCase(arguments(1:2), arguments{3}, '1.0', {})};
 
 % By tests/host_thermo/reference/pr_reference.m, which shares no code with the host.
 feed_fraction = 0.858473018124072;
@@ -35,18 +14,18 @@ duty = -5747.774255; % J per mole of feed
 for i = 1:2
   feed = results{i}.streams(1);
   products = results{i}.streams(2:3);
-  expect_near ('vapour fraction of the feed', feed.vaporFraction, feed_fraction, 1e-9);
-  expect_near ('flows', [products.totalFlow].', 100 * [drum_fraction; 1 - drum_fraction], 1e-7);
-  expect_near ('vapour', cell2mat (struct2cell (products(1).fraction)), vapor, 1e-9);
-  expect_near ('liquid', cell2mat (struct2cell (products(2).fraction)), liquid, 1e-9);
-  expect_near ('temperatures', [products.temperature], [260 260], 1e-9);
-  expect_near ('pressures', [products.pressure], [2e6 2e6], 1e-3);
-  expect_near ('vapour fractions', [products.vaporFraction], [1 0], 1e-12);
+  expectNear ('vapour fraction of the feed', feed.vaporFraction, feed_fraction, 1e-9);
+  expectNear ('flows', [products.totalFlow].', 100 * [drum_fraction; 1 - drum_fraction], 1e-7);
+  expectNear ('vapour', cell2mat (struct2cell (products(1).fraction)), vapor, 1e-9);
+  expectNear ('liquid', cell2mat (struct2cell (products(2).fraction)), liquid, 1e-9);
+  expectNear ('temperatures', [products.temperature], [260 260], 1e-9);
+  expectNear ('pressures', [products.pressure], [2e6 2e6], 1e-3);
+  expectNear ('vapour fractions', [products.vaporFraction], [1 0], 1e-12);
   parameters = results{i}.parameters;
-  expect_near ('duty', parameters.duty, 100 * duty, 1e-2);
+  expectNear ('duty', parameters.duty, 100 * duty, 1e-2);
   % The enthalpies of the table close the balance of the drum.
   balance = [products.totalFlow] * [products.enthalpy].' - feed.totalFlow * feed.enthalpy;
-  expect_near ('enthalpy balance', balance, parameters.duty, 1e-3);
+  expectNear ('enthalpy balance', balance, parameters.duty, 1e-3);
 end
 results{2}.generation = results{1}.generation;
 if (! isequal (results{:}))
