@@ -38,6 +38,18 @@ private:
 [[maybe_unused]] const testing::Environment* const registeredServer =
     testing::AddGlobalTestEnvironment(new RegisteredServer);
 
+Handle startProgram(std::wstring command, HANDLE output) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = startup.hStdError = output;
+    PROCESS_INFORMATION started{};
+    EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                               &started));
+    const Handle thread(started.hThread);
+    return Handle(started.hProcess);
+}
+
 } // namespace
 
 std::wstring builtFile(std::wstring_view name) {
@@ -51,16 +63,7 @@ DWORD runProgram(std::wstring command, std::string* printed) {
     Handle writeEnd;
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     CreatePipe(readEnd.put(), writeEnd.put(), &inherited, 0);
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = startup.hStdError = writeEnd.get();
-    PROCESS_INFORMATION started{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                        &started))
-        return ~0u;
-    const Handle process(started.hProcess);
-    const Handle thread(started.hThread);
+    const Handle process = startProgram(std::move(command), writeEnd.get());
     writeEnd.reset();
     char buffer[512];
     DWORD count = 0;
@@ -68,7 +71,7 @@ DWORD runProgram(std::wstring command, std::string* printed) {
         if (printed)
             printed->append(buffer, count);
     WaitForSingleObject(process.get(), INFINITE);
-    DWORD code = 0;
+    DWORD code = ~0u;
     GetExitCodeProcess(process.get(), &code);
     return code;
 }
@@ -146,15 +149,14 @@ std::string ScriptFolder::read(std::wstring_view name) const {
 
 Handle startClient(const ScriptFolder& folder, std::string_view script) {
     folder.write(L"client.vbs", script);
-    std::wstring command =
-        L"cscript //nologo \"" + folder.path() + L"\\client.vbs\" \"" + folder.path() + L"\"";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION started{};
-    EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &started));
-    const Handle thread(started.hThread);
-    return Handle(started.hProcess);
+    return startProgram(L"cscript //nologo \"" + folder.path() + L"\\client.vbs\" \"" + folder.path() + L"\"",
+                        GetStdHandle(STD_OUTPUT_HANDLE));
+}
+
+bool waitUntil(const std::function<bool()>& condition) {
+    for (int i = 0; i < 400 && !condition(); ++i)
+        Sleep(50);
+    return condition();
 }
 
 bool isRunning(std::wstring_view program, DWORD parent) {
@@ -170,21 +172,13 @@ bool isRunning(std::wstring_view program, DWORD parent) {
 }
 
 bool hasEnded(std::wstring_view program, DWORD parent) {
-    for (int i = 0; i < 100 && isRunning(program, parent); ++i)
-        Sleep(50);
-    return !isRunning(program, parent);
+    return waitUntil([=] { return !isRunning(program, parent); });
 }
 
 bool isOctaveRunning(const std::string& processId) {
     std::ifstream file("Z:\\proc\\" + processId + "\\cmdline", std::ios::binary);
     const std::string command{std::istreambuf_iterator<char>(file), {}};
     return command.find("octave") != std::string::npos;
-}
-
-bool hasOctaveEnded(const std::string& processId) {
-    for (int i = 0; i < 100 && isOctaveRunning(processId); ++i)
-        Sleep(50);
-    return !isOctaveRunning(processId);
 }
 
 } // namespace solvane::engine

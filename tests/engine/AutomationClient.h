@@ -9,6 +9,7 @@
 #include <oaidl.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -78,6 +79,9 @@ private:
 /// Starts a process of its own that runs the script, VBScript, which gets the folder as its argument.
 Handle startClient(const ScriptFolder& folder, std::string_view script);
 
+/// Waits some seconds at most for what is to come true. Returns whether it did.
+bool waitUntil(const std::function<bool()>& condition);
+
 /// Whether a program of this name runs, started by the given process where one is given.
 bool isRunning(std::wstring_view program, DWORD parent = 0);
 /// Waits some seconds at most for all of them to end.
@@ -85,7 +89,5 @@ bool hasEnded(std::wstring_view program, DWORD parent = 0);
 
 /// Whether the Linux process lives and is an Octave.
 bool isOctaveRunning(const std::string& processId);
-/// Waits some seconds at most for the process to end.
-bool hasOctaveEnded(const std::string& processId);
 
 } // namespace solvane::engine

@@ -17,6 +17,10 @@ std::string processIdOf(AutomationClient& octave) {
     return printed;
 }
 
+bool hasOctaveEnded(const std::string& processId) {
+    return waitUntil([&] { return !isOctaveRunning(processId); });
+}
+
 bool haveServersEnded() {
     return hasEnded(L"OctaveAutomationServer.exe", GetCurrentProcessId());
 }
@@ -71,12 +75,8 @@ TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
                             "octave.Execute \"cd '\" & WScript.Arguments(0) & \"'\"\n"
                             "octave.Execute \"f = fopen('pid', 'w'); fprintf(f, '%d;', getpid()); fclose(f); "
                             "while true, end\"\n");
-    std::string process;
-    for (int i = 0; i < 400 && !process.ends_with(';'); ++i) {
-        Sleep(50);
-        process = folder.read(L"pid");
-    }
-    ASSERT_TRUE(process.ends_with(';'));
+    ASSERT_TRUE(waitUntil([&] { return folder.read(L"pid").ends_with(';'); }));
+    std::string process = folder.read(L"pid");
     process.pop_back();
     ASSERT_TRUE(isOctaveRunning(process));
     TerminateProcess(client.get(), 1);

@@ -79,33 +79,24 @@ TEST_F(Registration, standsInForMatlabInTheScopeAskedFor) {
     }
 }
 
-TEST_F(Registration, leavesAnotherMatlabAloneWhereverItIsRegistered) {
-    for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
-        const std::wstring name = std::wstring(classes) + L"Matlab.Application";
-        writeRegistryString(root, name, L"", L"Matlab Application");
-        writeRegistryString(root, name + L"\\CLSID", L"", matlabsClass);
-        writeRegistryString(root, name + L"\\CurVer", L"", L"Matlab.Application.9.13");
-
-        EXPECT_THAT(runServer(L"/RegServer"), Not(HasSubstr(" and Matlab.Application")));
-        EXPECT_THAT(runServer(L"/RegServer /PerUser"), Not(HasSubstr(" and Matlab.Application")));
-        EXPECT_EQ(valueOf(HKEY_LOCAL_MACHINE, L"SolvaneOctave.Application\\CLSID"), ourClass);
-        expectNothing(HKEY_LOCAL_MACHINE, L"Matlab.Application.Octave");
-        runServer(L"/UnregServer");
-        EXPECT_EQ(valueOf(root, L"Matlab.Application"), L"Matlab Application");
-        EXPECT_EQ(valueOf(root, L"Matlab.Application\\CLSID"), matlabsClass);
-        EXPECT_EQ(valueOf(root, L"Matlab.Application\\CurVer"), L"Matlab.Application.9.13");
-        removeAll();
-    }
-}
-
-TEST_F(Registration, removesOnlyItsOwnWhereAMatlabTookTheNameLater) {
-    runServer(L"/RegServer");
-    writeRegistryString(HKEY_LOCAL_MACHINE, std::wstring(classes) + L"Matlab.Application\\CLSID", L"",
-                        matlabsClass);
-    runServer(L"/UnregServer");
-    EXPECT_EQ(valueOf(HKEY_LOCAL_MACHINE, L"Matlab.Application\\CLSID"), matlabsClass);
-    expectNothing(HKEY_LOCAL_MACHINE, L"Matlab.Application.Octave");
-    expectNothing(HKEY_LOCAL_MACHINE, L"SolvaneOctave.Application");
+TEST_F(Registration, leavesAnotherMatlabAloneWhereverAndWheneverItWasRegistered) {
+    const std::wstring name = std::wstring(classes) + L"Matlab.Application";
+    for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER})
+        for (const bool isLater : {false, true}) {
+            if (isLater)
+                runServer(root == HKEY_LOCAL_MACHINE ? L"/RegServer" : L"/RegServer /PerUser");
+            writeRegistryString(root, name + L"\\CLSID", L"", matlabsClass);
+            writeRegistryString(root, name + L"\\CurVer", L"", L"Matlab.Application.9.13");
+            for (const wchar_t* options : {L"/RegServer", L"/RegServer /PerUser"})
+                EXPECT_THAT(runServer(options), Not(HasSubstr(" and Matlab.Application")));
+            EXPECT_EQ(valueOf(root, L"SolvaneOctave.Application\\CLSID"), ourClass);
+            runServer(L"/UnregServer");
+            EXPECT_EQ(valueOf(root, L"Matlab.Application\\CLSID"), matlabsClass);
+            EXPECT_EQ(valueOf(root, L"Matlab.Application\\CurVer"), L"Matlab.Application.9.13");
+            expectNothing(root, L"Matlab.Application.Octave");
+            expectNothing(root, L"SolvaneOctave.Application");
+            removeAll();
+        }
 }
 
 } // namespace

@@ -33,9 +33,7 @@ TEST(WindowsOctave, endsWithItsServerEvenWhereAScriptNeverDoes) {
     const ScriptFolder folder;
     const Handle client =
         startClient(folder, "CreateObject(\"SolvaneOctave.Application\").Execute \"hang\"\n");
-    for (int i = 0; i < 200 && !isRunning(L"windows_octave.exe"); ++i)
-        Sleep(50);
-    ASSERT_TRUE(isRunning(L"windows_octave.exe"));
+    ASSERT_TRUE(waitUntil([] { return isRunning(L"windows_octave.exe"); }));
     Sleep(1500); // until the command runs
     ASSERT_TRUE(isRunning(L"windows_octave.exe"));
     TerminateProcess(client.get(), 1);
