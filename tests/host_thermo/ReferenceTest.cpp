@@ -8,7 +8,7 @@ namespace {
 
 struct ReferenceState {
     bool byVaporFraction;
-    std::array<double, 10> feed; // of allCompounds()
+    std::array<double, 10> feed; // of the first of allCompounds()
     double temperature, pressure, vaporFraction;
     std::array<double, 10> vapor, liquid;
     double vaporEnthalpy, liquidEnthalpy, vaporEntropy, liquidEntropy, vaporVolume, liquidVolume;
@@ -18,9 +18,9 @@ constexpr ReferenceState referenceStates[] = {
 #include "reference/ReferenceStates.inc"
 };
 
-PropertyPackage everything() {
+PropertyPackage compoundsOfTheTable() {
     std::vector<const Compound*> compounds;
-    for (const Compound& compound : allCompounds()) {
+    for (const Compound& compound : allCompounds().first(std::tuple_size_v<decltype(ReferenceState::feed)>)) {
         compounds.push_back(&compound);
     }
     return PropertyPackage(compounds);
@@ -56,7 +56,7 @@ void expectState(const PropertyPackage& package, const Equilibrium& state, const
 
 // The states come from another program with other methods: reference/pr_reference.m.
 TEST(Reference, statesAgreeWithAnIndependentCalculation) {
-    const PropertyPackage package = everything();
+    const PropertyPackage package = compoundsOfTheTable();
     for (const ReferenceState& reference : referenceStates) {
         SCOPED_TRACE(testing::Message() << reference.temperature << " K, " << reference.pressure
                                         << " Pa, vapor fraction " << reference.vaporFraction);
