@@ -9,7 +9,7 @@ namespace solvane::host {
 
 /// Constants of one compound. The ideal-gas heat capacity is
 /// `idealGasHeatCapacity[0] + [1] T + [2] T^2 + [3] T^3` in J/mol/K, T in K. Formation properties and the
-/// absolute entropy are those of the ideal gas at 298.15 K and 101325 Pa.
+/// absolute entropy are those of the ideal gas at 298.15 K and 101325 Pa. What there is not is not a number.
 struct Compound {
     std::string_view name;
     std::string_view formula;
@@ -23,6 +23,15 @@ struct Compound {
     double formationEnthalpy;    ///< J/mol
     double formationGibbsEnergy; ///< J/mol
     double absoluteEntropy;      ///< J/mol/K
+    std::string_view iupacName;
+    std::string_view smiles;
+    double criticalVolume;       ///< m3/mol
+    double normalFreezingPoint;  ///< K
+    double dipoleMoment;         ///< debye
+    double associationParameter; ///< of the viscosity correlation
+    double rackettParameter;
+    double parachor;      ///< (mN/m)^(1/4) cm3/mol
+    double liquidDensity; ///< mol/m3, at 298.15 K and 101325 Pa
 };
 
 std::span<const Compound> allCompounds();

@@ -92,8 +92,8 @@ void narrow(Sample& low, Sample& high, double tolerance, const Evaluate& evaluat
 double overallProperty(const Mixture& mixture, const Equilibrium& state, double MolarProperties::*property) {
     double sum = 0;
     for (const PhaseState& phase : state.phases) {
-        sum += phase.fraction * (molarProperties(mixture.compounds, phase.phase, state.temperature,
-                                                 state.pressure, phase.composition).*
+        sum += phase.fraction * (molarProperties<double>(mixture.compounds, phase.phase, state.temperature,
+                                                         state.pressure, phase.composition).*
                                  property);
     }
     return sum;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MolarProperties.h"
+#include "PropertyPackage.h"
 
 #include <sstream>
 

@@ -1,6 +1,5 @@
 #include "IdealGas.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace solvane::host {
@@ -10,42 +9,59 @@ namespace {
 constexpr double lowestFitted = 150.0;
 constexpr double highestFitted = 1500.0;
 
-double fittedTemperature(double temperature) {
-    return std::clamp(temperature, lowestFitted, highestFitted);
+template <class Scalar>
+Scalar fittedTemperature(Scalar temperature) {
+    const double t = plain(temperature);
+    return t < lowestFitted ? lowestFitted : t > highestFitted ? highestFitted : temperature;
 }
 
-double polynomial(const Compound& compound, double temperature) {
+template <class Scalar>
+Scalar polynomial(const Compound& compound, Scalar temperature) {
     const auto& c = compound.idealGasHeatCapacity;
     return c[0] + temperature * (c[1] + temperature * (c[2] + temperature * c[3]));
 }
 
 /// Antiderivative of the polynomial, and below that of the polynomial over T.
-double heat(const Compound& compound, double t) {
+template <class Scalar>
+Scalar heat(const Compound& compound, Scalar t) {
     const auto& c = compound.idealGasHeatCapacity;
-    return t * (c[0] + t * (c[1] / 2 + t * (c[2] / 3 + t * c[3] / 4)));
+    return t * (c[0] + t * (c[1] / 2 + t * (c[2] / 3 + t * (c[3] / 4))));
 }
 
-double heatOverTemperature(const Compound& compound, double t) {
+template <class Scalar>
+Scalar heatOverTemperature(const Compound& compound, Scalar t) {
+    using std::log;
     const auto& c = compound.idealGasHeatCapacity;
-    return c[0] * std::log(t) + t * (c[1] + t * (c[2] / 2 + t * c[3] / 3));
+    return c[0] * log(t) + t * (c[1] + t * (c[2] / 2 + t * (c[3] / 3)));
 }
 
 } // namespace
 
-double idealGasHeatCapacity(const Compound& compound, double temperature) {
+template <class Scalar>
+Scalar idealGasHeatCapacity(const Compound& compound, Scalar temperature) {
     return polynomial(compound, fittedTemperature(temperature));
 }
 
-double idealGasEnthalpy(const Compound& compound, double temperature) {
-    const double fitted = fittedTemperature(temperature);
+template <class Scalar>
+Scalar idealGasEnthalpy(const Compound& compound, Scalar temperature) {
+    const Scalar fitted = fittedTemperature(temperature);
     return heat(compound, fitted) - heat(compound, referenceTemperature) +
            polynomial(compound, fitted) * (temperature - fitted);
 }
 
-double idealGasEntropy(const Compound& compound, double temperature) {
-    const double fitted = fittedTemperature(temperature);
+template <class Scalar>
+Scalar idealGasEntropy(const Compound& compound, Scalar temperature) {
+    using std::log;
+    const Scalar fitted = fittedTemperature(temperature);
     return heatOverTemperature(compound, fitted) - heatOverTemperature(compound, referenceTemperature) +
-           polynomial(compound, fitted) * std::log(temperature / fitted);
+           polynomial(compound, fitted) * log(temperature / fitted);
 }
+
+template double idealGasHeatCapacity(const Compound&, double);
+template Dual idealGasHeatCapacity(const Compound&, Dual);
+template double idealGasEnthalpy(const Compound&, double);
+template Dual idealGasEnthalpy(const Compound&, Dual);
+template double idealGasEntropy(const Compound&, double);
+template Dual idealGasEntropy(const Compound&, Dual);
 
 } // namespace solvane::host

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Compound.h"
+#include "Dual.h"
 
 namespace solvane::host {
 
@@ -15,13 +16,17 @@ inline constexpr double referencePressure = 101325.0;  ///< Pa
 
 /// Heat capacity at constant pressure, J/mol/K. The polynomials are fits from room temperature to about
 /// 1500 K: some turn negative below 80 K or above 2000 K. So the value at 150 K holds below it, and that at
-/// 1500 K above it, which keeps enthalpy and entropy rising with temperature everywhere.
-double idealGasHeatCapacity(const Compound& compound, double temperature);
+/// 1500 K above it, which keeps enthalpy and entropy rising with temperature everywhere. Like all that
+/// follows, for double and for Dual.
+template <class Scalar>
+Scalar idealGasHeatCapacity(const Compound& compound, Scalar temperature);
 
 /// Enthalpy above the reference state, J/mol.
-double idealGasEnthalpy(const Compound& compound, double temperature);
+template <class Scalar>
+Scalar idealGasEnthalpy(const Compound& compound, Scalar temperature);
 
 /// Entropy above the reference state at the reference pressure, J/mol/K.
-double idealGasEntropy(const Compound& compound, double temperature);
+template <class Scalar>
+Scalar idealGasEntropy(const Compound& compound, Scalar temperature);
 
 } // namespace solvane::host

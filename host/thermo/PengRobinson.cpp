@@ -1,32 +1,17 @@
 #include "PengRobinson.h"
 
 #include "Cubic.h"
-#include "IdealGas.h"
+#include "CubicParameters.h"
 
 #include <cmath>
-#include <numbers>
 
 namespace solvane::host {
 
 namespace {
 
-// The values of a and b at the critical point follow from the equation's form; the paper rounds them to
-// 0.45724 and 0.07780.
-constexpr double omegaA = 0.45723552892138219;
-constexpr double omegaB = 0.077796073903888455;
-
-constexpr double sqrt2 = std::numbers::sqrt2;
-constexpr double delta1 = 1 + sqrt2;
-constexpr double delta2 = 1 - sqrt2;
-
-/// ln((V + delta1 b)/(V + delta2 b)) without loss of digits in a thin gas.
-double attractionLogarithm(double volume, double b) {
-    return std::log1p((delta1 - delta2) * b / (volume + delta2 * b));
-}
-
 /// Gibbs energy over RT of a root, up to a term that all roots share.
 double reducedGibbs(double a, double b, double z) {
-    return z - std::log(z - b) - a / (2 * sqrt2 * b) * attractionLogarithm(z, b);
+    return z - std::log(z - b) - a / ((delta1 - delta2) * b) * attractionLogarithm(z, b);
 }
 
 } // namespace
@@ -34,17 +19,10 @@ double reducedGibbs(double a, double b, double z) {
 PengRobinson::PengRobinson(std::span<const Compound* const> compounds, double temperature)
     : temperature_(temperature) {
     for (const Compound* compound : compounds) {
-        const double criticalTemperature = compound->criticalTemperature;
-        const double w = compound->acentricFactor;
-        const double m = 0.37464 + (1.54226 - 0.26992 * w) * w;
-        const double reducedRoot = std::sqrt(temperature / criticalTemperature);
-        const double criticalRootA =
-            gasConstant * criticalTemperature * std::sqrt(omegaA / compound->criticalPressure);
-        // Beyond some ten times the critical temperature this root turns negative. It keeps its sign, so that
-        // a mixture's a stays a smooth function of temperature there, where it is next to nothing.
-        rootA_.push_back(criticalRootA * (1 + m * (1 - reducedRoot)));
-        rootASlope_.push_back(-criticalRootA * m * reducedRoot / (2 * temperature));
-        covolume_.push_back(omegaB * gasConstant * criticalTemperature / compound->criticalPressure);
+        const AttractionRoot<double> root = attractionRoot(*compound, temperature);
+        rootA_.push_back(root.value);
+        rootASlope_.push_back(root.slope);
+        covolume_.push_back(covolume(*compound));
     }
 }
 
@@ -151,19 +129,6 @@ Fugacity PengRobinson::fugacity(Root root, double pressure, std::span<const doub
         }
     }
     return result;
-}
-
-Residual PengRobinson::residual(Root root, double pressure, std::span<const double> composition) const {
-    const Mixture mixture = mix(composition);
-    const double b = mixture.b;
-    const double v = volume(mixture, root, pressure);
-    const double rt = gasConstant * temperature_;
-    const double z = pressure * v / rt;
-    const double a = mixture.rootA * mixture.rootA;
-    const double aSlope = 2 * mixture.rootA * mixture.rootASlope;
-    const double attraction = attractionLogarithm(v, b) / ((delta1 - delta2) * b);
-    return {v, rt * (z - 1) + (temperature_ * aSlope - a) * attraction,
-            gasConstant * (std::log(z) + std::log1p(-b / v)) + aSlope * attraction};
 }
 
 double wilsonLogVolatility(const Compound& compound, double temperature) {

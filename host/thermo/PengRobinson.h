@@ -39,13 +39,6 @@ struct FugacityDerivatives {
     std::vector<double> logPressure;
 };
 
-/// Residual properties against the ideal gas at the same temperature and pressure.
-struct Residual {
-    double volume;   ///< the phase's own volume, m3/mol
-    double enthalpy; ///< J/mol
-    double entropy;  ///< J/mol/K
-};
-
 /// The equation for a set of compounds at one temperature. Compositions are mole fractions that sum to 1;
 /// zeros are welcome.
 class PengRobinson {
@@ -58,8 +51,6 @@ public:
     /// `derivatives` may be null.
     Fugacity fugacity(Root root, double pressure, std::span<const double> composition,
                       FugacityDerivatives* derivatives = nullptr) const;
-
-    Residual residual(Root root, double pressure, std::span<const double> composition) const;
 
 private:
     struct Mixture {

@@ -1,45 +1,12 @@
 #include "PropertyPackage.h"
 
 #include "FlashVariables.h"
-#include "MolarProperties.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numeric>
 
 namespace solvane::host {
-
-namespace {
-
-struct MixturePropertyRow {
-    PhaseProperty property;
-    double MolarProperties::*value;
-};
-
-constexpr std::array mixturePropertyTable{
-    MixturePropertyRow{PhaseProperty::enthalpy, &MolarProperties::enthalpyNF},
-    MixturePropertyRow{PhaseProperty::enthalpyF, &MolarProperties::enthalpyF},
-    MixturePropertyRow{PhaseProperty::enthalpyNF, &MolarProperties::enthalpyNF},
-    MixturePropertyRow{PhaseProperty::entropy, &MolarProperties::entropyNF},
-    MixturePropertyRow{PhaseProperty::entropyF, &MolarProperties::entropyF},
-    MixturePropertyRow{PhaseProperty::entropyNF, &MolarProperties::entropyNF},
-    MixturePropertyRow{PhaseProperty::internalEnergy, &MolarProperties::internalEnergy},
-    MixturePropertyRow{PhaseProperty::volume, &MolarProperties::volume},
-};
-
-struct CompoundPropertyRow {
-    PhaseProperty property;
-    double (*value)(double logCoefficient, double partialPressure);
-};
-
-constexpr std::array compoundPropertyTable{
-    CompoundPropertyRow{PhaseProperty::fugacityCoefficient, [](double log, double) { return std::exp(log); }},
-    CompoundPropertyRow{PhaseProperty::logFugacityCoefficient, [](double log, double) { return log; }},
-    CompoundPropertyRow{PhaseProperty::fugacity, [](double log, double p) { return std::exp(log) * p; }},
-};
-
-} // namespace
 
 PropertyPackage::PropertyPackage(std::vector<const Compound*> compounds) : compounds_(std::move(compounds)) {}
 
@@ -64,29 +31,6 @@ bool PropertyPackage::normalize(std::span<const double> composition, std::vector
     }
     fractions.assign(composition.begin(), composition.end());
     std::ranges::for_each(fractions, [total](double& fraction) { fraction /= total; });
-    return true;
-}
-
-bool PropertyPackage::phaseProperty(PhaseProperty property, Phase phase, double temperature, double pressure,
-                                    std::span<const double> composition, std::vector<double>& values,
-                                    std::string& error) const {
-    std::vector<double> fractions;
-    if (!normalize(composition, fractions, error) ||
-        !checkCondition({FlashVariable::temperature, temperature}, error) ||
-        !checkCondition({FlashVariable::pressure, pressure}, error)) {
-        return false;
-    }
-    const auto mixtureRow = std::ranges::find(mixturePropertyTable, property, &MixturePropertyRow::property);
-    if (mixtureRow != mixturePropertyTable.end()) {
-        values = {molarProperties(compounds_, phase, temperature, pressure, fractions).*mixtureRow->value};
-        return true;
-    }
-    const auto row = std::ranges::find(compoundPropertyTable, property, &CompoundPropertyRow::property);
-    values =
-        PengRobinson(compounds_, temperature).fugacity(rootOf(phase), pressure, fractions).logCoefficient;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        values[i] = row->value(values[i], fractions[i] * pressure);
-    }
     return true;
 }
 

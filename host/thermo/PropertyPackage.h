@@ -6,31 +6,19 @@
 #pragma once
 
 #include "Compound.h"
+#include "PhaseProperty.h"
 
+#include <array>
 #include <span>
 #include <string>
 #include <vector>
 
 namespace solvane::host {
 
-enum class Phase { vapor, liquid };
-
-/// What a single phase can be asked for. Enthalpy and entropy are zero for each pure compound as ideal gas at
-/// 298.15 K and 101325 Pa in the "NF" forms; the "F" forms add the enthalpy and the entropy of formation of
-/// that ideal gas from the elements, so that enthalpyF - T entropyF there is the Gibbs energy of formation.
-/// Enthalpy, entropy and internal energy without either are those of the "NF" forms.
-enum class PhaseProperty {
-    enthalpy,
-    enthalpyF,
-    enthalpyNF,
-    entropy,
-    entropyF,
-    entropyNF,
-    internalEnergy,
-    volume,
-    fugacityCoefficient,
-    logFugacityCoefficient, ///< natural logarithm
-    fugacity,
+/// Two phases and what they consist of.
+struct TwoPhases {
+    std::array<Phase, 2> phases;
+    std::array<std::span<const double>, 2> compositions;
 };
 
 struct PhaseState {
@@ -76,12 +64,19 @@ public:
 
     std::span<const Compound* const> compounds() const { return compounds_; }
 
-    /// Values of `property` for the phase at T and P: one for a mixture property, one a compound for the
-    /// fugacity properties. Where the equation of state has one root only, both phases take it. False with a
-    /// text for values out of range.
+    /// Values of `property` for the phase at T and P: one for the mixture, or one a compound. A derivative
+    /// to temperature or pressure has as many; one to moles or fractions has them for the first compound's
+    /// amount, then for the second's, and so on. Where the equation of state has one root only, both phases
+    /// take it. False with a text for values out of range.
     bool phaseProperty(PhaseProperty property, Phase phase, double temperature, double pressure,
-                       std::span<const double> composition, std::vector<double>& values,
-                       std::string& error) const;
+                       std::span<const double> composition, std::vector<double>& values, std::string& error,
+                       Derivative derivative = Derivative::none) const;
+
+    /// Values of a property of two phases at the same T and P, with derivatives laid out as those of a single
+    /// phase: those to the first phase's amounts, then those to the second's.
+    bool twoPhaseProperty(TwoPhaseProperty property, const TwoPhases& phases, double temperature,
+                          double pressure, std::vector<double>& values, std::string& error,
+                          Derivative derivative = Derivative::none) const;
 
     /// Flashes the composition at temperature and pressure, at pressure and an enthalpy or entropy, or at a
     /// vapour fraction and temperature or pressure. The order of the conditions does not matter. False with a
