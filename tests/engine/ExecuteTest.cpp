@@ -8,8 +8,6 @@ namespace solvane::engine {
 
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 class Execute : public testing::Test {

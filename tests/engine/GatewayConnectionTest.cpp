@@ -7,9 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
 #include <numeric>
-#include <thread>
 
 namespace solvane::engine {
 

@@ -83,12 +83,18 @@ TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
     EXPECT_TRUE(hasOctaveEnded(process));
 }
 
-TEST(Lifetime, creationTellsThatOctaveIsMissingAndWhereItIsLookedFor) {
+TEST(Lifetime, creationTellsAtOnceThatOctaveIsMissingAndWhereItIsLookedFor) {
     constexpr wchar_t settings[] = L"Software\\SolvaneUO";
     ComRef<IDispatch> object;
-    {
-        const OctaveSetting missing(L"/nowhere/octave-cli");
-        EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    const std::pair<const wchar_t*, DWORD> programs[] = {
+        {L"/nowhere/octave-cli", ERROR_FILE_NOT_FOUND},
+        {L"C:\\windows\\system32\\hostname.exe", ERROR_PROCESS_ABORTED}, // ends at once
+    };
+    for (const auto& [program, error] : programs) {
+        const OctaveSetting setting(program);
+        const ULONGLONG start = GetTickCount64();
+        EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(error));
+        EXPECT_LT(GetTickCount64() - start, 15000u) << "nothing was to be waited for";
     }
     const auto former = readRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram");
     writeRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram", L"Z:\\nowhere\\octave-cli.exe");

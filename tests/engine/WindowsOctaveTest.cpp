@@ -20,14 +20,6 @@ TEST(WindowsOctave, takesCommandsDiesAndIsReplaced) {
     EXPECT_TRUE(hasEnded(L"windows_octave.exe"));
 }
 
-TEST(WindowsOctave, aProgramThatEndsAtOnceFailsTheCreationAtOnce) {
-    const OctaveSetting setting(L"C:\\windows\\system32\\hostname.exe");
-    const ULONGLONG start = GetTickCount64();
-    ComRef<IDispatch> object;
-    EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED));
-    EXPECT_LT(GetTickCount64() - start, 15000u) << "nothing was to be waited for";
-}
-
 TEST(WindowsOctave, endsWithItsServerEvenWhereAScriptNeverDoes) {
     const OctaveSetting setting(windowsOctave);
     const ScriptFolder folder;
