@@ -1,100 +1,20 @@
-// SolvaneHost: runs a unit operation in a small flowsheet, from the command line.
+// SolvaneHost: runs unit operations in a small flowsheet, from the command line.
 #include "cases/CaseReader.h"
-#include "cases/FilePath.h"
 #include "com/Module.h"
 #include "com/Text.h"
-#include "flowsheet/InterfaceRegistration.h"
-#include "flowsheet/ResultsJson.h"
-#include "flowsheet/ResultsText.h"
-#include "flowsheet/UnitRunner.h"
+#include "commands/Commands.h"
+#include "flowsheet/MessageBoxes.h"
 
 #include <CLI/CLI.hpp>
 
 #include <shellapi.h>
 
-#include <cstdio>
 #include <fcntl.h>
 #include <io.h>
 
 namespace solvane::host {
 
 namespace {
-
-enum ExitCode { ok = 0, calculationFailed = 1, badUsage = 2 };
-
-/// The report that every unit of ours has beside the script's own: what Matlab printed.
-constexpr char outputReport[] = "Matlab Output";
-
-struct RunOptions {
-    std::string casePath;
-    std::string generation;
-    std::string profile;
-    std::string jsonPath;
-    bool verbose = false;
-};
-
-void print(std::FILE* stream, std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
-    std::fflush(stream);
-}
-
-int complain(ExitCode code, const std::string& error) {
-    print(stderr, "error: " + error + "\n");
-    return code;
-}
-
-void printReport(std::FILE* stream, const ReportResult& report) {
-    print(stream, "\nReport: " + report.name + "\n" + report.text);
-    if (!report.text.ends_with('\n'))
-        print(stream, "\n");
-}
-
-void printResults(const RunResults& results, bool verbose) {
-    print(stdout, "Materials of generation " + std::string(generationName(results.generation)) + "\n\n");
-    print(stdout, streamTable(results));
-    const std::string outputs = outputParameterLines(results);
-    if (!outputs.empty())
-        print(stdout, "\nOutput parameters\n" + outputs);
-    for (const ReportResult& report : results.reports)
-        if (verbose || report.name != outputReport)
-            printReport(stdout, report);
-}
-
-int runCommand(const RunOptions& options) {
-    Case flowsheet;
-    std::string error;
-    if (!readCase(options.casePath, flowsheet, error))
-        return complain(badUsage, error);
-    if (!options.generation.empty())
-        flowsheet.generation =
-            options.generation == generationName(Generation::v10) ? Generation::v10 : Generation::v11;
-    if (!options.profile.empty())
-        flowsheet.profile = *findProfile(options.profile);
-
-    RunResults results;
-    const LogSink log = [&](std::string_view line) {
-        print(stderr, "[" + flowsheet.unitName + "] " + std::string(line) + "\n");
-    };
-    if (!runCase(flowsheet, log, results, error)) {
-        for (const ReportResult& report : results.reports)
-            if (report.name == outputReport)
-                printReport(stderr, report);
-        return complain(calculationFailed, error);
-    }
-    printResults(results, options.verbose);
-    if (!options.jsonPath.empty() && !writeFile(filePath(options.jsonPath), resultsJson(results), error))
-        return complain(badUsage, error);
-    return ok;
-}
-
-int registerCommand(bool unregister) {
-    std::string report, error;
-    const bool done = unregister ? unregisterInterfaces(report, error) : registerInterfaces(report, error);
-    if (!done)
-        return complain(calculationFailed, error);
-    print(stdout, report + "\n");
-    return ok;
-}
 
 std::string profileHelp() {
     std::string text = "In which order the unit is called, instead of the case's profile:";
@@ -114,45 +34,70 @@ std::vector<std::string> commandLineWords() {
     return result;
 }
 
-int runProgram() {
-    CLI::App app("Runs a CAPE-OPEN unit operation in a small flowsheet.", "SolvaneHost");
-    app.require_subcommand(1);
-    app.allow_windows_style_options(false); // a case may be an absolute Unix path
-    app.set_version_flag("--version", std::string("SolvaneHost " SOLVANE_VERSION));
-    app.footer("Exit codes: 0 success, 1 the calculation failed, 2 a bad command line or case.");
-
-    RunOptions run;
-    auto* runApp = app.add_subcommand("run", "Calculate a case and print its streams and reports");
-    runApp->add_option("case", run.casePath, "The case file (see \"SolvaneHost help-case\")")->required();
-    runApp->add_option("--generation", run.generation, "Of the materials, instead of the case's: 1.0 or 1.1")
+void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
+    auto* command = app.add_subcommand("run", "Calculate a case and print its streams and reports");
+    command->add_option("case", run.casePath, "The case file (see \"SolvaneHost help-case\")")->required();
+    command->add_option("--generation", run.generation, "Of the materials, instead of the case's: 1.0 or 1.1")
         ->check(CLI::IsMember({"1.0", "1.1"}));
     std::vector<std::string> profileNames;
     for (const Profile& profile : profiles)
         profileNames.emplace_back(profile.name);
-    runApp->add_option("--profile", run.profile, profileHelp())->check(CLI::IsMember(profileNames));
-    runApp->add_option("--json", run.jsonPath, "Write the results to this file as well");
-    runApp->add_flag("--verbose", run.verbose, "Print what Matlab printed too");
+    command->add_option("--profile", run.profile, profileHelp())->check(CLI::IsMember(profileNames));
+    command->add_option("--json", run.jsonPath, "Write the results to this file as well");
+    command->add_flag("--verbose", run.verbose, "Print what Matlab printed too");
+    command->final_callback([&] { result = runCommand(run); });
+}
 
-    bool unregister = false;
-    auto* registerApp = app.add_subcommand(
+void addSave(CLI::App& app, SaveOptions& save, ExitCode& result) {
+    auto* command = app.add_subcommand("save", "Write the model of a case of one unit to a model file");
+    command->add_option("case", save.casePath, "The case file")->required();
+    command->add_option("-o,--output", save.modelPath, "The model file (.svm)")->required();
+    command->final_callback([&] { result = saveCommand(save); });
+}
+
+void addShow(CLI::App& app, ShowOptions& show, ExitCode& result) {
+    auto* command = app.add_subcommand("show", "Print what the unit makes of a model file");
+    command->add_option("model", show.modelPath, "The model file (.svm)")->required();
+    command->add_flag("--json", show.json, "As a JSON document");
+    command->final_callback([&] { result = showCommand(show); });
+}
+
+void addRegister(CLI::App& app, bool& unregister, ExitCode& result) {
+    auto* command = app.add_subcommand(
         "register-interfaces",
         "Register the CAPE-OPEN type library for all users, which calls between threads and processes need");
-    registerApp->add_flag("--unregister", unregister, "Remove the registration instead");
+    command->add_flag("--unregister", unregister, "Remove the registration instead");
+    command->final_callback([&] { result = registerCommand(unregister); });
+}
 
-    auto* helpApp = app.add_subcommand("help-case", "Print the format of case files");
+ExitCode runProgram() {
+    CLI::App app("Runs CAPE-OPEN unit operations in a small flowsheet.", "SolvaneHost");
+    app.require_subcommand(1);
+    app.allow_windows_style_options(false); // a case may be an absolute Unix path
+    app.set_version_flag("--version", std::string("SolvaneHost " SOLVANE_VERSION));
+    app.footer("Exit codes: 0 success, 1 the calculation failed, 2 a bad command line, case or model file.");
 
+    ExitCode result = ok;
+    RunOptions run;
+    SaveOptions save;
+    ShowOptions show;
+    bool unregister = false;
+    addRun(app, run, result);
+    addSave(app, save, result);
+    addShow(app, show, result);
+    addRegister(app, unregister, result);
+    app.add_subcommand("help-case", "Print the format of case files")->final_callback([] {
+        print(stdout, caseFormatText());
+    });
+    const MessageBoxes boxes([](const std::string& title, const std::string& text) {
+        print(stderr, title + " " + text + (text.ends_with('\n') ? "" : "\n"));
+    });
     try {
         app.parse(commandLineWords());
     } catch (const CLI::ParseError& fault) {
         return app.exit(fault) == 0 ? ok : badUsage;
     }
-    if (runApp->parsed())
-        return runCommand(run);
-    if (registerApp->parsed())
-        return registerCommand(unregister);
-    if (helpApp->parsed())
-        print(stdout, caseFormatText());
-    return ok;
+    return result;
 }
 
 } // namespace

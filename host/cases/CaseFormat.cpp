@@ -35,7 +35,28 @@ std::string_view caseFormatText() {
     "script": "drum.m",              a file, or the list of the script's lines
     "files": ["data.txt"],           further files that the script finds in its folder
     "echo": false                    true: each command line of the script is echoed
-  }
+  },
+  "parameters": { "T": 250 }         values that input parameters get once the model is loaded
+}
+
+Instead of a model written out, "model" may name a model file: "model": "drum.svm". Its ports are the file's own.
+
+Several units: each stream goes from the product of a unit to the feed of one behind it. The units are calculated
+in the order of the list.
+
+{
+  "generation": "1.1", "profile": "standard", "compounds": ["methane", "ethane"],
+  "streams": [ { "name": "S1", "temperature": 300, ... } ],     as "feeds" above
+  "units": [
+    { "name": "Reactor",
+      "progId": "SolvaneUnitOperation.SolvaneUnitOp",           may be left out, as above
+      "model": "reactor.svm",                                   or written out
+      "parameters": { "temperature": 900 },
+      "feeds": { "Feed": "S1" },                                streams by port
+      "products": { "Product": "S2" } },
+    { "name": "Drum", "model": "drum.svm",
+      "feeds": { "Feed": "S2" }, "products": { "Vapor": "S3", "Liquid": "S4" } }
+  ]
 }
 
 A dimensionality is a unit of SI units ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.

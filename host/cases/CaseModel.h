@@ -12,9 +12,9 @@
 
 namespace solvane::host {
 
-/// A feed stream. Two of temperature, pressure and vapour fraction are given.
+/// A stream that the case gives. Two of temperature, pressure and vapour fraction are given.
 struct FeedStream {
-    std::string name{};                    ///< and of the unit's port
+    std::string name{};
     std::optional<double> temperature{};   ///< K
     std::optional<double> pressure{};      ///< Pa
     std::optional<double> vaporFraction{}; ///< mol/mol
@@ -46,7 +46,7 @@ struct ModelFile {
     std::string bytes{};
 };
 
-/// What the unit is configured with. Its ports are those of the streams.
+/// What a unit is configured with, its ports aside.
 struct UnitModel {
     std::vector<ModelParameter> parameters{};
     std::vector<std::string> reports{};
@@ -55,16 +55,37 @@ struct UnitModel {
     bool echo = false;
 };
 
+/// A value that an input parameter of the unit gets once its model is loaded.
+struct ParameterSetting {
+    std::string name;
+    ParameterValue value;
+};
+
+struct PortConnection {
+    std::string port;
+    std::string stream;
+};
+
+struct UnitCase {
+    std::string progId = "SolvaneUnitOperation.SolvaneUnitOp";
+    std::string name = "Unit";
+    /// None for a unit that needs none, one that the case tells, or the file of a saved one.
+    std::variant<std::monostate, UnitModel, ModelFile> model{};
+    std::vector<ParameterSetting> parameters{};
+    std::vector<PortConnection> feeds{};
+    std::vector<PortConnection> products{};
+};
+
 /// Names are UTF-8 throughout.
 struct Case {
-    std::string unitProgId = "SolvaneUnitOperation.SolvaneUnitOp";
-    std::string unitName = "Unit";
     Generation generation = Generation::v11;
     Profile profile = profiles.front();
-    std::vector<const Compound*> compounds;
-    std::vector<FeedStream> feeds;
-    std::vector<std::string> products;
-    std::optional<UnitModel> model; ///< none for a unit that needs none
+    std::vector<const Compound*> compounds{};
+    std::vector<FeedStream> feeds{}; ///< of the flowsheet
+    /// In the order of their calculation: each feed of a unit is one of the flowsheet or a product of a unit
+    /// before it, and feeds no other unit.
+    std::vector<UnitCase> units{};
+    bool isFlowsheet = false; ///< the case lists its units, be it a single one
 };
 
 } // namespace solvane::host

@@ -14,8 +14,20 @@ bool read(const CasePlace& place, Profile& result);
 bool read(const CasePlace& place, const Compound*& result);
 bool read(const CasePlace& place, ParameterKind& result);
 
-/// Reads a case's "model". The files that it names are found from `folder` and read too.
+/// Reads a "model". The files that it names are found from `folder` and read too.
 bool readModel(const CasePlace& place, const std::filesystem::path& folder, UnitModel& model);
+
+/// A file of `folder` by its path in the case.
+bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, ModelFile& file);
+
+/// Reads a feed, its composition in the order of `compounds`.
+bool readFeed(const CasePlace& place, const std::vector<const Compound*>& compounds, FeedStream& feed);
+
+/// Reads the only unit of a case, from the case's own keys, once the case's feeds are read.
+bool readOnlyUnit(const CasePlace& root, const std::filesystem::path& folder, Case& result);
+
+/// Reads the case's list of units, and checks that the streams go from unit to unit in the list's order.
+bool readUnits(const CasePlace& units, const std::filesystem::path& folder, Case& result);
 
 /// Adds the name to `names`; false with a text where it is there already. The unit tells no names apart by
 /// the case of their letters.

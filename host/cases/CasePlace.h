@@ -13,13 +13,16 @@
 
 namespace solvane::host {
 
+/// Keeps the order of an object's keys: that of the ports.
+using CaseJson = nlohmann::ordered_json;
+
 /// A value of a case file with its path, as "feeds[0].composition.methane".
 class CasePlace {
 public:
-    CasePlace(const nlohmann::json& value, std::string path, std::string& error)
+    CasePlace(const CaseJson& value, std::string path, std::string& error)
         : value_(value), path_(std::move(path)), error_(error) {}
 
-    const nlohmann::json& value() const { return value_; }
+    const CaseJson& value() const { return value_; }
 
     /// For `return place.fail(...)`: always false.
     bool fail(const std::string& text) const {
@@ -50,7 +53,7 @@ public:
     }
 
 private:
-    const nlohmann::json& value_;
+    const CaseJson& value_;
     std::string path_;
     std::string& error_;
 };

@@ -4,15 +4,10 @@
 #include "FilePath.h"
 
 #include <algorithm>
-#include <iomanip>
-#include <sstream>
 
 namespace solvane::host {
 
 namespace {
-
-/// How far a composition may be from a sum of 1.
-constexpr double compositionTolerance = 1e-6;
 
 /// nlohmann's text for what is wrong, without its own words for the place.
 std::string parseFault(const nlohmann::json::parse_error& fault) {
@@ -29,63 +24,11 @@ std::string lineAndColumn(std::string_view text, std::size_t byte) {
     return std::to_string(line) + ":" + std::to_string(before.size() - lineStart + 1);
 }
 
-std::string numberText(double number) {
-    std::ostringstream text;
-    text << std::setprecision(10) << number;
-    return text.str();
-}
-
-bool readComposition(const CasePlace& place, const std::vector<const Compound*>& compounds,
-                     std::vector<double>& fractions) {
-    if (!place.value().is_object())
-        return place.fail("an object of mole fractions by compound is expected");
-    fractions.assign(compounds.size(), 0.0);
-    double sum = 0;
-    for (const auto& [name, value] : place.value().items()) {
-        const CasePlace fraction = place.member(name);
-        const Compound* compound = findCompound(name);
-        const auto found = std::ranges::find(compounds, compound);
-        if (!compound || found == compounds.end())
-            return fraction.fail("the compound is not in the case's list of compounds");
-        double& number = fractions[static_cast<std::size_t>(found - compounds.begin())];
-        if (number != 0)
-            return fraction.fail("the compound is given twice");
-        if (!read(fraction, number))
-            return false;
-        if (number < 0)
-            return fraction.fail("a mole fraction cannot be negative");
-        sum += number;
-    }
-    return std::abs(sum - 1) <= compositionTolerance ||
-           place.fail("the mole fractions sum to " + numberText(sum) + ", not to 1");
-}
-
-bool isAbove(const CasePlace& place, const char* key, std::optional<double> number, double limit) {
-    return !number || *number > limit || place.member(key).fail("a positive number is expected");
-}
-
-bool readFeed(const CasePlace& place, const std::vector<const Compound*>& compounds, FeedStream& feed) {
-    if (!place.isObject({"name", "temperature", "pressure", "vaporFraction", "flow", "composition"}) ||
-        !place.required("name", feed.name) || !place.optional("temperature", feed.temperature) ||
-        !place.optional("pressure", feed.pressure) || !place.optional("vaporFraction", feed.vaporFraction) ||
-        !place.required("flow", feed.flow) || !isAbove(place, "temperature", feed.temperature, 0) ||
-        !isAbove(place, "pressure", feed.pressure, 0))
-        return false;
-    if (feed.temperature.has_value() + feed.pressure.has_value() + feed.vaporFraction.has_value() != 2)
-        return place.fail("two of \"temperature\", \"pressure\" and \"vaporFraction\" are expected");
-    if (feed.vaporFraction && !(*feed.vaporFraction >= 0 && *feed.vaporFraction <= 1))
-        return place.member("vaporFraction").fail("a number from 0 to 1 is expected");
-    if (feed.flow < 0)
-        return place.member("flow").fail("a flow cannot be negative");
-    if (!place.value().contains("composition"))
-        return place.fail("the key \"composition\" is missing");
-    return readComposition(place.member("composition"), compounds, feed.composition);
-}
-
-bool readStreams(const CasePlace& root, Case& result) {
-    if (!root.value().contains("feeds"))
-        return root.fail("the key \"feeds\" is missing");
-    const CasePlace feeds = root.member("feeds");
+/// Reads the streams that a case gives, which is a list under `key`.
+bool readFeeds(const CasePlace& root, const char* key, Case& result) {
+    if (!root.value().contains(key))
+        return root.fail(std::string("the key \"") + key + "\" is missing");
+    const CasePlace feeds = root.member(key);
     if (!feeds.value().is_array())
         return feeds.fail("a list is expected");
     std::vector<std::string> names;
@@ -95,17 +38,7 @@ bool readStreams(const CasePlace& root, Case& result) {
             !isNewName(feed, result.feeds.back().name, names))
             return false;
     }
-    if (!root.required("products", result.products))
-        return false;
-    for (std::size_t i = 0; i < result.products.size(); ++i)
-        if (!isNewName(root.member("products").element(i), result.products[i], names))
-            return false;
     return true;
-}
-
-bool readUnit(const CasePlace& place, Case& result) {
-    return place.isObject({"progId", "name"}) && place.optional("progId", result.unitProgId) &&
-           place.optional("name", result.unitName);
 }
 
 bool readCompounds(const CasePlace& root, Case& result) {
@@ -122,12 +55,17 @@ bool readCompounds(const CasePlace& root, Case& result) {
 }
 
 bool readRoot(const CasePlace& root, const std::filesystem::path& folder, Case& result) {
-    if (!root.isObject({"unit", "generation", "profile", "compounds", "feeds", "products", "model"}) ||
-        !root.optional("generation", result.generation) || !root.optional("profile", result.profile) ||
-        (root.value().contains("unit") && !readUnit(root.member("unit"), result)) ||
-        !readCompounds(root, result) || !readStreams(root, result))
+    result.isFlowsheet = root.value().is_object() && root.value().contains("units");
+    const bool hasKnownKeys = result.isFlowsheet
+                                  ? root.isObject({"generation", "profile", "compounds", "streams", "units"})
+                                  : root.isObject({"unit", "generation", "profile", "compounds", "feeds",
+                                                   "products", "model", "parameters"});
+    if (!hasKnownKeys || !root.optional("generation", result.generation) ||
+        !root.optional("profile", result.profile) || !readCompounds(root, result) ||
+        !readFeeds(root, result.isFlowsheet ? "streams" : "feeds", result))
         return false;
-    return !root.value().contains("model") || readModel(root.member("model"), folder, result.model.emplace());
+    return result.isFlowsheet ? readUnits(root.member("units"), folder, result)
+                              : readOnlyUnit(root, folder, result);
 }
 
 } // namespace
@@ -176,7 +114,7 @@ bool readCase(std::string_view path, Case& result, std::string& error) {
         return false;
     result = {};
     try {
-        const auto json = nlohmann::json::parse(text);
+        const auto json = CaseJson::parse(text);
         if (readRoot({json, {}, error}, file.parent_path(), result))
             return true;
         error = pathText(file) + ": " + error;

@@ -14,6 +14,9 @@ namespace {
 /// Wine shows the root of the Unix file system as this drive.
 constexpr wchar_t unixRoot[] = L"Z:";
 
+/// What a file's name ends in until all of it is written.
+constexpr wchar_t unfinished[] = L".part";
+
 bool isWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
@@ -44,12 +47,19 @@ bool readFile(const std::filesystem::path& path, std::string& bytes, std::string
 }
 
 bool writeFile(const std::filesystem::path& path, std::string_view bytes, std::string& error) {
-    std::ofstream file(path, std::ios::binary);
+    std::filesystem::path part = path;
+    part += unfinished;
+    std::ofstream file(part, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
-    if (!file)
-        error = "the file " + pathText(path) + " cannot be written";
-    return static_cast<bool>(file);
+    std::error_code fault;
+    if (file)
+        std::filesystem::rename(part, path, fault);
+    if (file && !fault)
+        return true;
+    std::filesystem::remove(part, fault);
+    error = "the file " + pathText(path) + " cannot be written";
+    return false;
 }
 
 } // namespace solvane::host

@@ -15,7 +15,7 @@ std::string pathText(const std::filesystem::path& path);
 /// The whole file; false with a text that names it.
 bool readFile(const std::filesystem::path& path, std::string& bytes, std::string& error);
 
-/// Replaces the file; false with a text that names it.
+/// Replaces the file, whole or not at all; false with a text that names it.
 bool writeFile(const std::filesystem::path& path, std::string_view bytes, std::string& error);
 
 } // namespace solvane::host

@@ -1,7 +1,7 @@
 #include "CaseParts.h"
 #include "Dimensionality.h"
 #include "FilePath.h"
-#include "com/Text.h"
+#include "ParameterRules.h"
 
 #include <algorithm>
 #include <array>
@@ -10,26 +10,10 @@ namespace solvane::host {
 
 namespace {
 
-struct KindName {
-    std::string_view name;
-    ParameterKind kind;
-};
-
-constexpr std::array kindNames{
-    KindName{"real", ParameterKind::real},
-    KindName{"integer", ParameterKind::integer},
-    KindName{"boolean", ParameterKind::boolean},
-    KindName{"string", ParameterKind::text},
-};
-
 /// Names that the unit keeps for itself.
 constexpr std::array<std::string_view, 7> reservedFileNames{
     "calc.m", "unitCalc.m", "runUnit.m", "initRun.m", "report.txt", "unit.xml", "_unitOperationModel_.svm"};
 constexpr std::string_view reservedReport = "Matlab Output";
-
-bool isSameName(std::string_view left, std::string_view right) {
-    return compareNoCase(widen(left, CP_UTF8), widen(right, CP_UTF8)) == 0;
-}
 
 template <class T>
 bool readAs(const CasePlace& place, ParameterValue& result) {
@@ -96,17 +80,8 @@ bool readDimensionality(const CasePlace& place, std::vector<double>& exponents) 
 
 bool isWithinLimits(const CasePlace& place, const ModelParameter& parameter, const char* key,
                     const std::optional<ParameterValue>& value) {
-    if (!value)
-        return true;
-    if (parameter.minimum && *value < *parameter.minimum)
-        return place.member(key).fail("the value lies below the minimum");
-    if (parameter.maximum && *value > *parameter.maximum)
-        return place.member(key).fail("the value lies above the maximum");
-    const auto* text = std::get_if<std::string>(&*value);
-    if (text && parameter.restricted &&
-        std::ranges::find(parameter.options, *text) == parameter.options.end())
-        return place.member(key).fail("the value is not one of the options");
-    return true;
+    const char* fault = value ? limitFault(parameter, *value) : nullptr;
+    return !fault || place.member(key).fail(fault);
 }
 
 bool readParameter(const CasePlace& place, ModelParameter& parameter) {
@@ -159,15 +134,6 @@ bool readReports(const CasePlace& model, std::vector<std::string>& reports) {
     return true;
 }
 
-bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, ModelFile& file) {
-    std::string path, error;
-    if (!read(place, path))
-        return false;
-    const std::filesystem::path found = folder / filePath(path);
-    file.name = pathText(found.filename());
-    return readFile(found, file.bytes, error) || place.fail(error);
-}
-
 /// The script's file, or its lines.
 bool readScript(const CasePlace& place, const std::filesystem::path& folder, ModelFile& script) {
     if (place.value().is_string())
@@ -199,23 +165,21 @@ bool readFiles(const CasePlace& model, const std::filesystem::path& folder, std:
 
 } // namespace
 
-bool read(const CasePlace& place, ParameterKind& result) {
-    std::string name;
-    if (!read(place, name))
-        return false;
-    const auto known = std::ranges::find(kindNames, name, &KindName::name);
-    if (known == kindNames.end())
-        return place.fail("\"real\", \"integer\", \"boolean\" or \"string\" is expected");
-    result = known->kind;
-    return true;
-}
-
 bool isNewName(const CasePlace& place, const std::string& name, std::vector<std::string>& names) {
     const auto isSame = [&](const std::string& other) { return isSameName(name, other); };
     if (std::ranges::any_of(names, isSame))
         return place.fail("the name \"" + name + "\" is taken already");
     names.push_back(name);
     return true;
+}
+
+bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, ModelFile& file) {
+    std::string path, error;
+    if (!read(place, path))
+        return false;
+    const std::filesystem::path found = folder / filePath(path);
+    file.name = pathText(found.filename());
+    return readFile(found, file.bytes, error) || place.fail(error);
 }
 
 bool readModel(const CasePlace& place, const std::filesystem::path& folder, UnitModel& model) {

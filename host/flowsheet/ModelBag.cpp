@@ -158,19 +158,26 @@ void putFiles(Values& values, const UnitModel& model) {
     values[L"files"] = listOf(names);
 }
 
+std::vector<std::string> portsOf(const std::vector<PortConnection>& connections) {
+    std::vector<std::string> ports;
+    for (const PortConnection& connection : connections)
+        ports.push_back(connection.port);
+    return ports;
+}
+
 } // namespace
 
-ComRef<IPropertyBag> createModelBag(const Case& flowsheet) {
+ComRef<IPropertyBag> createBag() {
+    return ComRef<IPropertyBag>(ComRef(new CComObject<ModelBag>()).get());
+}
+
+ComRef<IPropertyBag> createModelBag(const UnitModel& model, const UnitCase& unit) {
     const ComRef bag(new CComObject<ModelBag>());
     Values& values = bag->values;
-    const UnitModel& model = *flowsheet.model;
-    std::vector<std::string> feeds;
-    for (const FeedStream& feed : flowsheet.feeds)
-        feeds.push_back(feed.name);
     values[L"info level"] = Variant(static_cast<LONG>(model.echo ? 1 : 0));
     values[L"reports"] = listOf(model.reports);
-    values[L"feeds"] = listOf(feeds);
-    values[L"products"] = listOf(flowsheet.products);
+    values[L"feeds"] = listOf(portsOf(unit.feeds));
+    values[L"products"] = listOf(portsOf(unit.products));
     putParameters(values, model.parameters);
     putFiles(values, model);
     return ComRef<IPropertyBag>(bag.get());

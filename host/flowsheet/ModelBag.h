@@ -11,8 +11,12 @@
 
 namespace solvane::host {
 
-/// A bag with the case's model under the unit's keys. What the case leaves out has no key.
-ComRef<IPropertyBag> createModelBag(const Case& flowsheet);
+/// An empty bag, for a unit to save itself into.
+ComRef<IPropertyBag> createBag();
+
+/// A bag with a model under the unit's keys, and the ports that the case connects. What the model leaves out
+/// has no key.
+ComRef<IPropertyBag> createModelBag(const UnitModel& model, const UnitCase& unit);
 
 /// A log that adds what a load finds wrong, as "key: text", to `entries`, which must outlive it.
 ComRef<IErrorLog> createErrorLog(std::vector<std::string>& entries);

@@ -8,14 +8,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct ToJson {
-    Json operator()(std::monostate) const { return nullptr; }
-    template <class T>
-    Json operator()(const T& value) const {
-        return value;
-    }
-};
-
 Json streamJson(const StreamResult& stream, const std::vector<std::string>& compounds) {
     Json fraction = Json::object();
     for (std::size_t i = 0; i < compounds.size(); ++i)
@@ -26,19 +18,30 @@ Json streamJson(const StreamResult& stream, const std::vector<std::string>& comp
             {"enthalpy", stream.enthalpy}};
 }
 
+/// Adds what a unit told.
+void putUnit(Json& json, const UnitResult& unit) {
+    json["parameters"] = Json::object();
+    json["reports"] = Json::object();
+    for (const ModelParameter& parameter : unit.parameters) {
+        Json& value = json["parameters"][parameter.name];
+        if (parameter.value)
+            std::visit([&](const auto& held) { value = held; }, *parameter.value);
+    }
+    for (const ReportResult& report : unit.reports)
+        json["reports"][report.name] = report.text;
+}
+
 } // namespace
 
 std::string resultsJson(const RunResults& results) {
-    Json json{{"generation", generationName(results.generation)},
-              {"streams", Json::array()},
-              {"parameters", Json::object()},
-              {"reports", Json::object()}};
+    Json json{{"generation", generationName(results.generation)}, {"streams", Json::array()}};
     for (const StreamResult& stream : results.streams)
         json["streams"].push_back(streamJson(stream, results.compounds));
-    for (const ParameterResult& parameter : results.parameters)
-        json["parameters"][parameter.name] = std::visit(ToJson(), parameter.value);
-    for (const ReportResult& report : results.reports)
-        json["reports"][report.name] = report.text;
+    for (const UnitResult& unit : results.units) {
+        if (results.isFlowsheet)
+            json["units"].push_back({{"name", unit.name}});
+        putUnit(results.isFlowsheet ? json["units"].back() : json, unit);
+    }
     return json.dump(2) + "\n";
 }
 

@@ -12,6 +12,8 @@ namespace solvane::host {
 ///                      "vaporFraction", "enthalpy" } ],
 ///       "parameters": { name: value },
 ///       "reports": { name: text } }
+/// A case that lists its units has their parameters and reports by unit instead:
+///       "units": [ { "name", "parameters": { name: value }, "reports": { name: text } } ]
 /// A number that is not finite is null.
 std::string resultsJson(const RunResults& results);
 

@@ -9,7 +9,7 @@ namespace solvane::host {
 /// The streams as a table, a column each, UTF-8.
 std::string streamTable(const RunResults& results);
 
-/// The output parameters, a line each; empty where there are none.
-std::string outputParameterLines(const RunResults& results);
+/// The unit's output parameters, a line each; empty where there are none.
+std::string outputParameterLines(const UnitResult& unit);
 
 } // namespace solvane::host

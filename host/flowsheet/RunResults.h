@@ -1,11 +1,9 @@
 /// What a run of a case gave. Texts are UTF-8, quantities SI.
 #pragma once
 
-#include "materials/Material.h"
+#include "cases/CaseModel.h"
 
-#include <cstdint>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace solvane::host {
@@ -20,27 +18,24 @@ struct StreamResult {
     double enthalpy = 0;          ///< J/mol
 };
 
-/// A value that a parameter can have; std::monostate for any other type.
-using ResultValue = std::variant<std::monostate, double, std::int32_t, bool, std::string>;
-
-struct ParameterResult {
-    std::string name;
-    bool isInput = true;
-    std::string unit; ///< empty where the parameter tells no dimensionality
-    ResultValue value;
-};
-
 struct ReportResult {
     std::string name;
     std::string text;
 };
 
+/// What a unit told after its calculation, or after the failure of it.
+struct UnitResult {
+    std::string name;
+    std::vector<ModelParameter> parameters{};
+    std::vector<ReportResult> reports{};
+};
+
 struct RunResults {
     Generation generation = Generation::v11;
     std::vector<std::string> compounds;
-    std::vector<StreamResult> streams; ///< feeds, then products
-    std::vector<ParameterResult> parameters;
-    std::vector<ReportResult> reports;
+    std::vector<StreamResult> streams; ///< the case's feeds, then each unit's products
+    std::vector<UnitResult> units;     ///< as far as the calculation came
+    bool isFlowsheet = false;          ///< the case lists its units
 };
 
 } // namespace solvane::host

@@ -61,8 +61,9 @@ bool makeStreams(const Case& flowsheet, std::vector<Stream>& streams, std::strin
             return false;
         }
     }
-    for (const std::string& product : flowsheet.products)
-        add(product);
+    for (const UnitCase& unit : flowsheet.units)
+        for (const PortConnection& product : unit.products)
+            add(product.stream);
     return true;
 }
 

@@ -12,8 +12,8 @@ struct Stream {
     ComRef<IDispatch> material;
 };
 
-/// Makes the case's streams over one property package, feeds first, and flashes the feeds. False with a text
-/// that names the stream.
+/// Makes the streams of the case and of its units over one property package, and flashes the case's feeds.
+/// False with a text that names the stream.
 bool makeStreams(const Case& flowsheet, std::vector<Stream>& streams, std::string& error);
 
 /// The stream as it was flashed last; false with a text that names it where a value is missing.

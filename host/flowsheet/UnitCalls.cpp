@@ -1,7 +1,6 @@
 #include "UnitCalls.h"
 
 #include "capeopen/CapeError.h"
-#include "cases/Dimensionality.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
 
@@ -51,57 +50,6 @@ bool forEachPort(ICapeUnit* unit, const std::vector<Connection>& connections, co
     return true;
 }
 
-ResultValue resultValue(const Variant& value) {
-    switch (value.type()) {
-    case VT_R8:
-        return value.real();
-    case VT_I4:
-        return static_cast<std::int32_t>(value.integer());
-    case VT_BOOL:
-        return value.boolean() != VARIANT_FALSE;
-    case VT_BSTR:
-        return narrow(value.text(), CP_UTF8);
-    default:
-        return {};
-    }
-}
-
-std::string unitOf(IUnknown* parameter) {
-    const auto specification = queryInterface<ICapeParameterSpec>(parameter);
-    VariantArray exponents;
-    std::string error;
-    if (!specification || FAILED(specification->get_Dimensionality(exponents.put())) ||
-        !readVariantArray(exponents, VT_R8, error))
-        return {};
-    return unitText(exponents.reals());
-}
-
-bool readParameter(IUnknown* item, ParameterResult& result, std::string& error) {
-    const auto parameter = queryInterface<ICapeParameter>(item);
-    const auto identification = queryInterface<ICapeIdentification>(item);
-    if (!parameter || !identification) {
-        error = "A parameter of the unit has no ICapeParameter or ICapeIdentification";
-        return false;
-    }
-    Bstr name;
-    HRESULT hr = identification->get_ComponentName(name.put());
-    if (FAILED(hr))
-        return failed(error, "get_ComponentName of a parameter", item, hr);
-    result.name = narrow(name.view(), CP_UTF8);
-    CapeParamMode mode{};
-    hr = parameter->get_Mode(&mode);
-    if (FAILED(hr))
-        return failed(error, "get_Mode of parameter \"" + result.name + "\"", item, hr);
-    Variant value;
-    hr = parameter->get_value(value.put());
-    if (FAILED(hr))
-        return failed(error, "get_value of parameter \"" + result.name + "\"", item, hr);
-    result.isInput = mode != CAPE_OUTPUT;
-    result.value = resultValue(value);
-    result.unit = unitOf(item);
-    return true;
-}
-
 } // namespace
 
 std::string callFailure(const std::string& call, IUnknown* object, HRESULT result) {
@@ -139,51 +87,38 @@ bool calculate(ICapeUnit* unit, std::string& error) {
     return SUCCEEDED(result) || failed(error, "Calculate", unit, result);
 }
 
-bool readParameters(ICapeUnit* unit, std::vector<ParameterResult>& parameters, std::string& error) {
-    const auto utilities = queryInterface<ICapeUtilities>(unit);
-    if (!utilities)
+bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::string& error) {
+    const auto reporter = queryInterface<ICapeUnitReport>(unit);
+    if (!reporter)
         return true;
-    ComRef<IDispatch> list;
-    HRESULT result = utilities->get_parameters(list.put());
+    VariantArray list;
+    const HRESULT result = reporter->get_reports(list.put());
     if (FAILED(result))
-        return failed(error, "get_parameters", unit, result);
-    const auto collection = queryInterface<ICapeCollection>(list.get());
-    LONG count = 0;
-    if (!collection || FAILED(collection->Count(&count)))
-        return true;
-    for (LONG i = 1; i <= count; ++i) {
-        ComRef<IDispatch> item;
-        result = collection->Item(Variant(i).get(), item.put());
-        if (FAILED(result))
-            return failed(error, "Item of the parameters", collection.get(), result);
-        if (!readParameter(item.get(), parameters.emplace_back(), error))
-            return false;
+        return failed(error, "get_reports", unit, result);
+    std::string fault;
+    if (!readVariantArray(list, VT_BSTR, fault)) {
+        error = "The unit's list of reports is not one: " + fault;
+        return false;
     }
+    for (const std::wstring& name : list.texts())
+        names.push_back(narrow(name, CP_UTF8));
     return true;
 }
 
 bool readReports(ICapeUnit* unit, std::vector<ReportResult>& reports, std::string& error) {
-    const auto reporter = queryInterface<ICapeUnitReport>(unit);
-    if (!reporter)
-        return true;
-    VariantArray names;
-    HRESULT result = reporter->get_reports(names.put());
-    if (FAILED(result))
-        return failed(error, "get_reports", unit, result);
-    std::string fault;
-    if (!readVariantArray(names, VT_BSTR, fault)) {
-        error = "The unit's list of reports is not one: " + fault;
+    std::vector<std::string> names;
+    if (!readReportNames(unit, names, error))
         return false;
-    }
-    for (const std::wstring& name : names.texts()) {
-        result = reporter->put_selectedReport(Bstr(name).get());
+    const auto reporter = queryInterface<ICapeUnitReport>(unit);
+    for (const std::string& name : names) {
+        HRESULT result = reporter->put_selectedReport(Bstr(widen(name, CP_UTF8)).get());
         if (FAILED(result))
             return failed(error, "put_selectedReport", unit, result);
         Bstr text;
         result = reporter->ProduceReport(text.put());
         if (FAILED(result))
             return failed(error, "ProduceReport", unit, result);
-        reports.push_back({narrow(name, CP_UTF8), narrow(text.view(), CP_UTF8)});
+        reports.push_back({name, narrow(text.view(), CP_UTF8)});
     }
     return true;
 }

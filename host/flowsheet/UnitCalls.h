@@ -25,8 +25,12 @@ bool connectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, s
 bool disconnectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error);
 bool validate(ICapeUnit* unit, std::string& error);
 bool calculate(ICapeUnit* unit, std::string& error);
-bool readParameters(ICapeUnit* unit, std::vector<ParameterResult>& parameters, std::string& error);
+
+/// The report that our own unit has beside the script's: what Matlab printed.
+inline constexpr char outputReport[] = "Matlab Output";
+
 /// A unit without reports has none.
+bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::string& error);
 bool readReports(ICapeUnit* unit, std::vector<ReportResult>& reports, std::string& error);
 
 } // namespace solvane::host

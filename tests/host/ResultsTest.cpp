@@ -17,26 +17,41 @@ RunResults someResults() {
     results.compounds = {"methane", "propane"};
     results.streams = {{"Zufluß", 300, 2e6, 100, {0.25, 0.75}, 0.5, -1234.5},
                        {"A stream with a long name", 260.125, 1.5e5, 0, {1, 0}, 1, 10}};
-    results.parameters = {{"T", true, "K", 260.0},
-                          {"duty", false, "W", -1.5e6},
-                          {"none", false, "", std::numeric_limits<double>::quiet_NaN()},
-                          {"how", false, "", std::string("fast")}};
-    results.reports = {{"Matlab Output", "MATLAB output:\r\n"}};
+    results.units = {
+        {.name = "Drum",
+         .parameters = {{.name = "T", .value = 260.0},
+                        {.name = "duty",
+                         .isInput = false,
+                         .value = -1.5e6,
+                         .dimensionality = {2, 1, -3, 0, 0, 0, 0, 0}},
+                        {.name = "none", .isInput = false, .value = std::numeric_limits<double>::quiet_NaN()},
+                        {.name = "odd", .isInput = false},
+                        {.name = "how", .isInput = false, .value = std::string("fast")}},
+         .reports = {{"Matlab Output", "MATLAB output:\r\n"}}}};
     return results;
 }
 
 TEST(ResultsJson, holdsStreamsParametersAndReports) {
-    const auto json = nlohmann::json::parse(resultsJson(someResults()));
-    EXPECT_EQ(json, nlohmann::json::parse(R"({
+    RunResults results = someResults();
+    auto expected = nlohmann::json::parse(R"({
         "generation": "1.0",
         "streams": [
           { "name": "Zufluß", "temperature": 300.0, "pressure": 2000000.0, "totalFlow": 100.0,
             "fraction": { "methane": 0.25, "propane": 0.75 }, "vaporFraction": 0.5, "enthalpy": -1234.5 },
           { "name": "A stream with a long name", "temperature": 260.125, "pressure": 150000.0,
             "totalFlow": 0.0, "fraction": { "methane": 1.0, "propane": 0.0 }, "vaporFraction": 1.0,
-            "enthalpy": 10.0 } ],
-        "parameters": { "T": 260.0, "duty": -1500000.0, "none": null, "how": "fast" },
-        "reports": { "Matlab Output": "MATLAB output:\r\n" } })"));
+            "enthalpy": 10.0 } ] })");
+    const auto unit = nlohmann::json::parse(R"({
+        "parameters": { "T": 260.0, "duty": -1500000.0, "none": null, "odd": null, "how": "fast" },
+        "reports": { "Matlab Output": "MATLAB output:\r\n" } })");
+    auto ofOne = expected;
+    ofOne.update(unit);
+    EXPECT_EQ(nlohmann::json::parse(resultsJson(results)), ofOne);
+
+    results.isFlowsheet = true;
+    expected["units"] = {unit};
+    expected["units"][0]["name"] = "Drum";
+    EXPECT_EQ(nlohmann::json::parse(resultsJson(results)), expected);
 }
 
 TEST(StreamTable, alignsItsColumnsByCharacters) {
@@ -53,9 +68,10 @@ TEST(StreamTable, alignsItsColumnsByCharacters) {
 }
 
 TEST(OutputParameters, areShownWithTheirUnits) {
-    EXPECT_EQ(outputParameterLines(someResults()), "duty  W  -1.5e+06\n"
-                                                   "none          nan\n"
-                                                   "how          fast\n");
+    EXPECT_EQ(outputParameterLines(someResults().units[0]), "duty  W  -1.5e+06\n"
+                                                            "none          nan\n"
+                                                            "odd             ?\n"
+                                                            "how          fast\n");
 }
 
 } // namespace

@@ -8,8 +8,6 @@
 
 #include <objbase.h>
 
-#include <algorithm>
-
 namespace solvane::host {
 
 namespace {
@@ -20,12 +18,14 @@ protected:
     UnitRuns() {
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
         unitClass.emplace();
-        flowsheet.unitProgId = recordingUnit;
         flowsheet.compounds = {findCompound("methane"), findCompound("propane")};
         flowsheet.feeds = {
             {.name = "in", .temperature = 300, .pressure = 1e5, .flow = 3, .composition = {0.25, 0.75}}};
-        flowsheet.products = {"out"};
-        flowsheet.model.emplace();
+        flowsheet.units = {{.progId = recordingUnit,
+                            .name = "Mixer",
+                            .model = UnitModel(),
+                            .feeds = {{"in", "in"}},
+                            .products = {{"out", "out"}}}};
     }
     ~UnitRuns() override {
         EXPECT_EQ(unitLog().liveUnits, 0);
@@ -37,7 +37,11 @@ protected:
         flowsheet.profile = *findProfile(profile);
         results = {};
         return runCase(
-            flowsheet, [this](std::string_view line) { log += std::string(line) + "\n"; }, results, error);
+            flowsheet,
+            [this](std::string_view unit, std::string_view line) {
+                log.append(unit).append(": ").append(line).append("\n");
+            },
+            results, error);
     }
     static std::string calls() {
         std::string text;
@@ -55,7 +59,7 @@ protected:
 
 TEST_F(UnitRuns, giveTheStreamsAndPassTheUnitsLog) {
     ASSERT_TRUE(run()) << error;
-    EXPECT_EQ(log, "grüße\n");
+    EXPECT_EQ(log, "Mixer: grüße\n");
     ASSERT_EQ(results.streams.size(), 2u);
     EXPECT_EQ(results.streams[1].name, "out");
     EXPECT_EQ(results.streams[1].totalFlow, 3);
@@ -130,10 +134,14 @@ TEST_F(UnitRuns, tellWhatTheUnitTells) {
          "Calculate failed: it boils over"},
         {[](UnitLog& unit, Case&) { unit.producesNothing = true; },
          "Stream \"out\": temperature is neither set nor calculated"},
-        {[](UnitLog&, Case& bad) { bad.products = {"top"}; },
+        {[](UnitLog&, Case& bad) { bad.units[0].products[0].port = "top"; },
          "Looking for the port \"top\" failed: no such port"},
-        {[](UnitLog&, Case& bad) { bad.unitProgId = "No.Such.Unit"; },
+        {[](UnitLog&, Case& bad) { bad.units[0].progId = "No.Such.Unit"; },
          "No component is registered as \"No.Such.Unit\""},
+        {[](UnitLog&, Case& bad) {
+             bad.units[0].parameters = {{"T", 1.0}};
+         },
+         "The unit has no parameter \"T\""},
         {[](UnitLog&, Case& bad) { bad.feeds[0].temperature = 1e6; }, "Feed \"in\": The flash failed: "},
     };
     const Case goodCase = flowsheet;
@@ -152,10 +160,25 @@ TEST_F(UnitRuns, endTheUnitAfterAFailure) {
     EXPECT_EQ(unitLog().calls.back(), "Terminate");
 }
 
-TEST_F(UnitRuns, needNoModel) {
-    flowsheet.model.reset();
+TEST_F(UnitRuns, passStreamsFromUnitToUnit) {
+    flowsheet.isFlowsheet = true;
+    flowsheet.units.push_back(flowsheet.units[0]);
+    flowsheet.units[1].name = "Splitter";
+    flowsheet.units[1].model = {}; // it needs none
+    flowsheet.units[1].feeds[0].stream = "out";
+    flowsheet.units[1].products[0].stream = "end";
     ASSERT_TRUE(run()) << error;
-    EXPECT_EQ(std::ranges::count(unitLog().calls, "Load"), 0);
+    EXPECT_EQ(calls(), "context Load Initialize context Initialize "
+                       "Connect Connect Validate Calculate Disconnect Disconnect "
+                       "Connect Connect Validate Calculate Disconnect Disconnect Terminate Terminate");
+    ASSERT_EQ(results.streams.size(), 3u);
+    EXPECT_EQ(results.streams[2].name, "end");
+    EXPECT_EQ(results.streams[2].totalFlow, 3);
+    EXPECT_EQ(results.units.at(1).name, "Splitter");
+
+    flowsheet.units[1].products[0].port = "top";
+    EXPECT_FALSE(run());
+    EXPECT_EQ(error, "Unit \"Splitter\": Looking for the port \"top\" failed: no such port");
 }
 
 } // namespace

@@ -1,0 +1,20 @@
+/// What a parameter's own data say of a value.
+#pragma once
+
+#include "CaseModel.h"
+
+#include <string_view>
+
+namespace solvane::host {
+
+/// The word of case files for a kind, as "integer".
+std::string_view kindName(ParameterKind kind);
+
+/// The unit tells no names apart by the case of their letters.
+bool isSameName(std::string_view left, std::string_view right);
+
+/// What is wrong with a value of the parameter's kind: it lies beyond a bound or is not one of the options.
+/// Null where it is a good one.
+const char* limitFault(const ModelParameter& parameter, const ParameterValue& value);
+
+} // namespace solvane::host

@@ -1,0 +1,138 @@
+#include "CaseParts.h"
+
+#include <algorithm>
+
+namespace solvane::host {
+
+namespace {
+
+bool readUnitModel(const CasePlace& place, const std::filesystem::path& folder, UnitCase& unit) {
+    if (place.value().is_string())
+        return readModelFile(place, folder, unit.model.emplace<ModelFile>());
+    return readModel(place, folder, unit.model.emplace<UnitModel>());
+}
+
+bool readSetting(const CasePlace& place, ParameterValue& value) {
+    const CaseJson& json = place.value();
+    if (json.is_boolean())
+        return read(place, value.emplace<bool>());
+    if (json.is_number_integer())
+        return read(place, value.emplace<std::int32_t>());
+    if (json.is_number())
+        return read(place, value.emplace<double>());
+    if (!json.is_string())
+        return place.fail("a number, true, false or a text in quotes is expected");
+    value = json.get<std::string>(); // which may be empty
+    return true;
+}
+
+/// What the only unit of a case and one of several have alike: "model" and "parameters".
+bool readConfiguration(const CasePlace& place, const std::filesystem::path& folder, UnitCase& unit) {
+    if (place.value().contains("model") && !readUnitModel(place.member("model"), folder, unit))
+        return false;
+    if (!place.value().contains("parameters"))
+        return true;
+    const CasePlace settings = place.member("parameters");
+    if (!settings.value().is_object())
+        return settings.fail("an object of values by parameter is expected");
+    for (const auto& [name, value] : settings.value().items()) {
+        ParameterSetting& setting = unit.parameters.emplace_back();
+        setting.name = name;
+        if (!readSetting(settings.member(name), setting.value))
+            return false;
+    }
+    return true;
+}
+
+/// The streams that a unit can still be fed with, and all names that are taken.
+struct Streams {
+    std::vector<std::string> names;
+    std::vector<std::string> unused;
+};
+
+bool readPorts(const CasePlace& unit, const char* key, std::vector<PortConnection>& ports) {
+    if (!unit.value().contains(key))
+        return true;
+    const CasePlace place = unit.member(key);
+    if (!place.value().is_object())
+        return place.fail("an object of streams by port is expected");
+    for (const auto& [port, stream] : place.value().items())
+        if (!read(place.member(port), ports.emplace_back(PortConnection{port, {}}).stream))
+            return false;
+    return true;
+}
+
+bool takeFeed(const CasePlace& place, const std::string& unit, const std::string& stream, Streams& streams) {
+    const auto found = std::ranges::find(streams.unused, stream);
+    if (found != streams.unused.end()) {
+        streams.unused.erase(found);
+        return true;
+    }
+    const bool isKnown = std::ranges::find(streams.names, stream) != streams.names.end();
+    return place.fail(
+        "the stream \"" + stream + "\" " +
+        (isKnown ? "feeds another port already"
+                 : "is neither given in \"streams\" nor a product of a unit before \"" + unit + "\""));
+}
+
+/// A unit of several.
+bool readUnit(const CasePlace& place, const std::filesystem::path& folder, Streams& streams, UnitCase& unit) {
+    if (!place.isObject({"name", "progId", "model", "parameters", "feeds", "products"}) ||
+        !place.required("name", unit.name) || !place.optional("progId", unit.progId) ||
+        !readPorts(place, "feeds", unit.feeds) || !readPorts(place, "products", unit.products) ||
+        !readConfiguration(place, folder, unit))
+        return false;
+    for (const auto& [port, stream] : unit.feeds)
+        if (!takeFeed(place.member("feeds").member(port), unit.name, stream, streams))
+            return false;
+    for (const auto& [port, stream] : unit.products) {
+        if (!isNewName(place.member("products").member(port), stream, streams.names))
+            return false;
+        streams.unused.push_back(stream);
+    }
+    return true;
+}
+
+} // namespace
+
+bool readOnlyUnit(const CasePlace& root, const std::filesystem::path& folder, Case& result) {
+    UnitCase& unit = result.units.emplace_back();
+    if (root.value().contains("unit")) {
+        const CasePlace place = root.member("unit");
+        if (!place.isObject({"progId", "name"}) || !place.optional("progId", unit.progId) ||
+            !place.optional("name", unit.name))
+            return false;
+    }
+    std::vector<std::string> names, products;
+    for (const FeedStream& feed : result.feeds) {
+        names.push_back(feed.name);
+        unit.feeds.push_back({feed.name, feed.name});
+    }
+    if (!root.required("products", products))
+        return false;
+    for (std::size_t i = 0; i < products.size(); ++i) {
+        if (!isNewName(root.member("products").element(i), products[i], names))
+            return false;
+        unit.products.push_back({products[i], products[i]});
+    }
+    return readConfiguration(root, folder, unit);
+}
+
+bool readUnits(const CasePlace& units, const std::filesystem::path& folder, Case& result) {
+    if (!units.value().is_array() || units.value().empty())
+        return units.fail("a list of at least one unit is expected");
+    Streams streams;
+    for (const FeedStream& feed : result.feeds)
+        streams.names.push_back(feed.name);
+    streams.unused = streams.names;
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < units.value().size(); ++i) {
+        const CasePlace place = units.element(i);
+        if (!readUnit(place, folder, streams, result.units.emplace_back()) ||
+            !isNewName(place, result.units.back().name, names))
+            return false;
+    }
+    return true;
+}
+
+} // namespace solvane::host

@@ -1,0 +1,39 @@
+/// The commands of SolvaneHost, behind the command line. Paths are UTF-8.
+#pragma once
+
+#include "Console.h"
+
+#include <string>
+
+namespace solvane::host {
+
+struct RunOptions {
+    std::string casePath;
+    std::string generation;
+    std::string profile;
+    std::string jsonPath;
+    bool verbose = false;
+};
+
+/// Calculates a case and prints its streams and reports.
+ExitCode runCommand(const RunOptions& options);
+
+struct SaveOptions {
+    std::string casePath;
+    std::string modelPath;
+};
+
+/// Writes the model of a case's only unit to a model file, as the unit saves it.
+ExitCode saveCommand(const SaveOptions& options);
+
+struct ShowOptions {
+    std::string modelPath;
+    bool json = false;
+};
+
+/// Prints what the unit makes of a model file.
+ExitCode showCommand(const ShowOptions& options);
+
+ExitCode registerCommand(bool unregister);
+
+} // namespace solvane::host

@@ -1,0 +1,19 @@
+#include "Console.h"
+
+namespace solvane::host {
+
+void print(std::FILE* stream, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fflush(stream);
+}
+
+ExitCode complain(ExitCode code, const std::string& error) {
+    print(stderr, "error: " + error + "\n");
+    return code;
+}
+
+void printUnitLine(std::string_view unit, std::string_view line) {
+    print(stderr, "[" + std::string(unit) + "] " + std::string(line) + "\n");
+}
+
+} // namespace solvane::host

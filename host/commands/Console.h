@@ -1,0 +1,21 @@
+/// What all commands print alike.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace solvane::host {
+
+enum ExitCode { ok = 0, calculationFailed = 1, badUsage = 2 };
+
+/// Texts are UTF-8.
+void print(std::FILE* stream, std::string_view text);
+
+/// Prints an error; the result is `code`.
+ExitCode complain(ExitCode code, const std::string& error);
+
+/// Prints a line that a unit has to say.
+void printUnitLine(std::string_view unit, std::string_view line);
+
+} // namespace solvane::host

@@ -1,0 +1,56 @@
+#include "Commands.h"
+
+#include "cases/CaseReader.h"
+#include "cases/FilePath.h"
+#include "flowsheet/ModelDescription.h"
+#include "flowsheet/ModelStream.h"
+#include "flowsheet/UnitSession.h"
+
+namespace solvane::host {
+
+namespace {
+
+/// A unit that is made for its model alone, in the standard's own order.
+bool start(UnitSession& session, const UnitCase& unit, std::string& error) {
+    return session.start([&](std::string_view line) { printUnitLine(unit.name, line); }, error);
+}
+
+} // namespace
+
+ExitCode saveCommand(const SaveOptions& options) {
+    Case flowsheet;
+    std::string error, bytes;
+    if (!readCase(options.casePath, flowsheet, error))
+        return complain(badUsage, error);
+    const UnitCase& unit = flowsheet.units.front();
+    const auto refuse = [&](const std::string& why) {
+        return complain(badUsage, options.casePath + ": " + why);
+    };
+    if (flowsheet.isFlowsheet)
+        return refuse("the case lists units; a model file holds the model of a case of one unit");
+    if (std::holds_alternative<std::monostate>(unit.model))
+        return refuse("the case has no \"model\" to save");
+    UnitSession session(unit, profiles.front());
+    if (!start(session, unit, error) || !saveModelFile(session.unit(), bytes, error))
+        return refuse("the model cannot be saved: " + error);
+    if (!writeFile(filePath(options.modelPath), bytes, error))
+        return complain(badUsage, error);
+    return ok;
+}
+
+ExitCode showCommand(const ShowOptions& options) {
+    UnitCase unit;
+    auto& file = unit.model.emplace<ModelFile>();
+    file.name = options.modelPath;
+    std::string error;
+    if (!readFile(filePath(options.modelPath), file.bytes, error))
+        return complain(badUsage, error);
+    ModelDescription description;
+    UnitSession session(unit, profiles.front());
+    if (!start(session, unit, error) || !describeModel(session.unit(), description, error))
+        return complain(badUsage, error);
+    print(stdout, options.json ? modelJson(description) : modelText(description));
+    return ok;
+}
+
+} // namespace solvane::host

@@ -1,0 +1,66 @@
+#include "Commands.h"
+
+#include "cases/CaseReader.h"
+#include "cases/FilePath.h"
+#include "flowsheet/ResultsJson.h"
+#include "flowsheet/ResultsText.h"
+#include "flowsheet/UnitCalls.h"
+#include "flowsheet/UnitRunner.h"
+
+namespace solvane::host {
+
+namespace {
+
+void printReport(std::FILE* stream, const ReportResult& report) {
+    print(stream, "\nReport: " + report.name + "\n" + report.text);
+    if (!report.text.ends_with('\n'))
+        print(stream, "\n");
+}
+
+void printUnit(const UnitResult& unit, bool verbose) {
+    const std::string outputs = outputParameterLines(unit);
+    if (!outputs.empty())
+        print(stdout, "\nOutput parameters\n" + outputs);
+    for (const ReportResult& report : unit.reports)
+        if (verbose || report.name != outputReport)
+            printReport(stdout, report);
+}
+
+void printResults(const RunResults& results, bool verbose) {
+    print(stdout, "Materials of generation " + std::string(generationName(results.generation)) + "\n\n");
+    print(stdout, streamTable(results));
+    for (const UnitResult& unit : results.units) {
+        if (results.isFlowsheet)
+            print(stdout, "\nUnit: " + unit.name + "\n");
+        printUnit(unit, verbose);
+    }
+}
+
+} // namespace
+
+ExitCode runCommand(const RunOptions& options) {
+    Case flowsheet;
+    std::string error;
+    if (!readCase(options.casePath, flowsheet, error))
+        return complain(badUsage, error);
+    if (!options.generation.empty())
+        flowsheet.generation =
+            options.generation == generationName(Generation::v10) ? Generation::v10 : Generation::v11;
+    if (!options.profile.empty())
+        flowsheet.profile = *findProfile(options.profile);
+
+    RunResults results;
+    if (!runCase(flowsheet, printUnitLine, results, error)) {
+        if (!results.units.empty())
+            for (const ReportResult& report : results.units.back().reports)
+                if (report.name == outputReport)
+                    printReport(stderr, report);
+        return complain(calculationFailed, error);
+    }
+    printResults(results, options.verbose);
+    if (!options.jsonPath.empty() && !writeFile(filePath(options.jsonPath), resultsJson(results), error))
+        return complain(badUsage, error);
+    return ok;
+}
+
+} // namespace solvane::host

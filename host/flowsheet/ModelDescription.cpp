@@ -1,0 +1,109 @@
+#include "ModelDescription.h"
+
+#include "ModelBag.h"
+#include "ParameterCalls.h"
+#include "UnitCalls.h"
+#include "com/Text.h"
+#include "com/VariantArray.h"
+
+#include <ocidl.h>
+
+#include <algorithm>
+
+namespace solvane::host {
+
+namespace {
+
+constexpr wchar_t scriptName[] = L"calc.m";
+
+bool failed(std::string& error, const std::string& call, IUnknown* object, HRESULT result) {
+    error = callFailure(call, object, result);
+    return false;
+}
+
+bool readPorts(ICapeUnit* unit, ModelDescription& description, std::string& error) {
+    ComRef<IDispatch> ports;
+    HRESULT result = unit->get_ports(ports.put());
+    if (FAILED(result))
+        return failed(error, "get_ports", unit, result);
+    const auto collection = queryInterface<ICapeCollection>(ports.get());
+    LONG count = 0;
+    if (collection)
+        collection->Count(&count);
+    for (LONG i = 1; i <= count; ++i) {
+        ComRef<IDispatch> item;
+        result = collection->Item(Variant(i).get(), item.put());
+        if (FAILED(result))
+            return failed(error, "Item of the ports", collection.get(), result);
+        const auto port = queryInterface<ICapeUnitPort>(item.get());
+        const auto identification = queryInterface<ICapeIdentification>(item.get());
+        Bstr name;
+        CapePortDirection direction{};
+        if (!port || !identification || FAILED(identification->get_ComponentName(name.put())) ||
+            FAILED(port->get_direction(&direction))) {
+            error = "Port " + std::to_string(i) + " of the unit tells no name or direction";
+            return false;
+        }
+        (direction == CAPE_INLET ? description.feeds : description.products)
+            .push_back(narrow(name.view(), CP_UTF8));
+    }
+    return true;
+}
+
+/// The bytes of a file as a unit writes it into a bag: text, or bytes and one more behind them.
+std::string fileBytes(Variant value) {
+    if (value.type() == VT_BSTR)
+        return narrow(value.text(), CP_UTF8);
+    VariantArray array(std::move(value));
+    std::string error;
+    if (!readVariantArray(array, VT_UI1, error) || array.count() == 0)
+        return {};
+    const auto bytes = array.bytes();
+    return {bytes.begin(), bytes.end() - 1};
+}
+
+/// The files and the script, which no other interface shows.
+bool readFiles(ICapeUnit* unit, UnitModel& model, std::string& error) {
+    const auto persistence = queryInterface<IPersistPropertyBag>(unit);
+    if (!persistence) {
+        error = "The unit does not tell its files: it has no IPersistPropertyBag";
+        return false;
+    }
+    const auto bag = createBag();
+    const HRESULT result = persistence->Save(bag.get(), FALSE, TRUE);
+    if (FAILED(result))
+        return failed(error, "Save", unit, result);
+    const auto read = [&](const std::wstring& key) {
+        Variant value;
+        bag->Read(key.c_str(), value.put(), nullptr);
+        return value;
+    };
+    const Variant level = read(L"info level");
+    model.echo = level.type() == VT_I4 && level.integer() == 1;
+    VariantArray names(read(L"files"));
+    std::string fault;
+    if (!readVariantArray(names, VT_BSTR, fault)) {
+        error = "The unit's list of files is not one: " + fault;
+        return false;
+    }
+    for (const std::wstring& name : names.texts()) {
+        ModelFile file{narrow(name, CP_UTF8), fileBytes(read(L"file \\ " + name))};
+        if (name == scriptName)
+            model.script = std::move(file);
+        else
+            model.files.push_back(std::move(file));
+    }
+    return true;
+}
+
+} // namespace
+
+bool describeModel(ICapeUnit* unit, ModelDescription& description, std::string& error) {
+    if (!readPorts(unit, description, error) || !readParameters(unit, description.model.parameters, error) ||
+        !readReportNames(unit, description.model.reports, error))
+        return false;
+    std::erase(description.model.reports, outputReport);
+    return readFiles(unit, description.model, error);
+}
+
+} // namespace solvane::host

@@ -1,0 +1,118 @@
+#include "ModelStream.h"
+
+#include "UnitCalls.h"
+#include "com/Border.h"
+#include "com/Object.h"
+
+#include <objidl.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace solvane::host {
+
+namespace {
+
+/// Bytes in memory of which a unit may expect no more than of the streams of real hosts: a short read
+/// succeeds, and there is nothing but reading and writing in order.
+class MemoryStream : public IStream, public CComObjectRoot {
+public:
+    std::string bytes;
+
+    static std::span<const InterfaceEntry> interfaceTable() {
+        static constexpr std::array table{interfaceEntry<MemoryStream, IStream>(),
+                                          interfaceEntry<MemoryStream, ISequentialStream>()};
+        return table;
+    }
+
+    STDMETHODIMP Read(void* target, ULONG wanted, ULONG* done) override {
+        if (!target)
+            return STG_E_INVALIDPOINTER;
+        const auto count = static_cast<ULONG>(std::min<std::size_t>(wanted, bytes.size() - place_));
+        std::memcpy(target, bytes.data() + place_, count);
+        place_ += count;
+        if (done)
+            *done = count;
+        return S_OK;
+    }
+    STDMETHODIMP Write(const void* source, ULONG count, ULONG* done) override {
+        return border([&]() -> HRESULT {
+            if (!source)
+                return STG_E_INVALIDPOINTER;
+            bytes.append(static_cast<const char*>(source), count);
+            if (done)
+                *done = count;
+            return S_OK;
+        });
+    }
+    STDMETHODIMP Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
+    STDMETHODIMP SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
+    STDMETHODIMP CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Commit(DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP Revert() override { return E_NOTIMPL; }
+    STDMETHODIMP LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
+    STDMETHODIMP Clone(IStream**) override { return E_NOTIMPL; }
+
+private:
+    std::size_t place_ = 0;
+};
+
+/// In the stream the number of the bytes stands before them, little-endian as the machine.
+using Length = std::uint32_t;
+
+bool hasStreams(const ComRef<IPersistStream>& persistence, std::string& error) {
+    if (!persistence)
+        error = "The unit has no model files: it has no IPersistStream";
+    return static_cast<bool>(persistence);
+}
+
+} // namespace
+
+bool loadModelFile(ICapeUnit* unit, const ModelFile& file, std::string& error) {
+    const auto persistence = queryInterface<IPersistStream>(unit);
+    if (!hasStreams(persistence, error))
+        return false;
+    const auto length = static_cast<Length>(file.bytes.size());
+    const ComRef stream(new CComObject<MemoryStream>());
+    stream->bytes.assign(reinterpret_cast<const char*>(&length), sizeof length);
+    stream->bytes += file.bytes;
+    const HRESULT result = persistence->Load(stream.get());
+    if (FAILED(result))
+        error = "Model file \"" + file.name + "\": " + callFailure("Load", unit, result);
+    return SUCCEEDED(result);
+}
+
+bool saveModelFile(ICapeUnit* unit, std::string& bytes, std::string& error) {
+    const auto persistence = queryInterface<IPersistStream>(unit);
+    if (!hasStreams(persistence, error))
+        return false;
+    ULARGE_INTEGER announced{};
+    HRESULT result = persistence->GetSizeMax(&announced);
+    if (FAILED(result)) {
+        error = callFailure("GetSizeMax", unit, result);
+        return false;
+    }
+    const ComRef stream(new CComObject<MemoryStream>());
+    result = persistence->Save(stream.get(), TRUE);
+    if (FAILED(result)) {
+        error = callFailure("Save", unit, result);
+        return false;
+    }
+    const std::string& written = stream->bytes;
+    Length length = 0;
+    std::memcpy(&length, written.data(), std::min(written.size(), sizeof length));
+    if (written.size() != sizeof length + length || written.size() != announced.QuadPart) {
+        error = "The unit announced " + std::to_string(announced.QuadPart) + " bytes of a model and wrote " +
+                std::to_string(written.size()) + ", " + std::to_string(length) + " by its own count";
+        return false;
+    }
+    bytes = written.substr(sizeof length);
+    return true;
+}
+
+} // namespace solvane::host

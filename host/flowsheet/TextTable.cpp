@@ -1,0 +1,58 @@
+#include "TextTable.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace solvane::host {
+
+namespace {
+
+/// Characters of a UTF-8 text.
+std::size_t width(const std::string& text) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+/// Pads to a width: labels and units to the right, numbers to the left.
+std::string padded(const std::string& text, std::size_t wanted, bool isNumber) {
+    const std::string blanks(wanted - std::min(wanted, width(text)), ' ');
+    return isNumber ? blanks + text : text + blanks;
+}
+
+struct ToText {
+    std::string operator()(double value) const { return numberText("%.6g", value); }
+    std::string operator()(std::int32_t value) const { return std::to_string(value); }
+    std::string operator()(bool value) const { return value ? "true" : "false"; }
+    std::string operator()(const std::string& value) const { return value; }
+};
+
+} // namespace
+
+std::string columns(const std::vector<Line>& lines, std::size_t labels) {
+    std::vector<std::size_t> widths(lines.front().size());
+    for (const Line& line : lines)
+        for (std::size_t i = 0; i < line.size(); ++i)
+            widths[i] = std::max(widths[i], width(line[i]));
+    std::string text;
+    for (const Line& line : lines) {
+        std::string row;
+        for (std::size_t i = 0; i < line.size(); ++i)
+            row += (i == 0 ? "" : "  ") + padded(line[i], widths[i], i >= labels);
+        row.erase(row.find_last_not_of(' ') + 1);
+        text += row + "\n";
+    }
+    return text;
+}
+
+std::string numberText(const char* format, double value) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), format, value);
+    return text.data();
+}
+
+std::string valueText(const std::optional<ParameterValue>& value) {
+    return value ? std::visit(ToText(), *value) : "?";
+}
+
+} // namespace solvane::host

@@ -1,0 +1,23 @@
+/// Columns of text, UTF-8.
+#pragma once
+
+#include "cases/CaseModel.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace solvane::host {
+
+using Line = std::vector<std::string>;
+
+/// Lines of equal length as columns, the first `labels` of them aligned to the left.
+std::string columns(const std::vector<Line>& lines, std::size_t labels);
+
+/// A number by printf's format.
+std::string numberText(const char* format, double value);
+
+/// A parameter's value; "?" for none.
+std::string valueText(const std::optional<ParameterValue>& value);
+
+} // namespace solvane::host

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "CapeOpen.h"
+#include "SimulationContext.h"
+#include "cases/CaseModel.h"
+
+#include <string>
+
+namespace solvane::host {
+
+/// A unit operation from its creation to its release. What it is made from must outlive it.
+class UnitSession {
+public:
+    UnitSession(const UnitCase& unitCase, const Profile& profile) : case_(unitCase), profile_(profile) {}
+    ~UnitSession();
+    UnitSession(const UnitSession&) = delete;
+    UnitSession& operator=(const UnitSession&) = delete;
+
+    /// Creates the unit, hands it its model in the order of the profile, and sets its parameters. False with
+    /// the host's or the unit's text.
+    bool start(const LogSink& log, std::string& error);
+
+    ICapeUnit* unit() const { return unit_.get(); }
+
+private:
+    bool create(std::string& error);
+    bool doStep(StartupStep step, const LogSink& log, std::string& error);
+    bool giveContext(const LogSink& log, std::string& error);
+    bool loadModel(std::string& error);
+    bool checked(const char* call, HRESULT result, std::string& error) const;
+
+    const UnitCase& case_;
+    const Profile& profile_;
+    ComRef<ICapeUnit> unit_;
+    ComRef<ICapeUtilities> utilities_;
+};
+
+} // namespace solvane::host
