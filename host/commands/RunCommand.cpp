@@ -55,7 +55,7 @@ ExitCode runCommand(const RunOptions& options) {
             for (const ReportResult& report : results.units.back().reports)
                 if (report.name == outputReport)
                     printReport(stderr, report);
-        return complain(calculationFailed, error);
+        return complain(results.isModelRefused ? badUsage : calculationFailed, error);
     }
     printResults(results, options.verbose);
     if (!options.jsonPath.empty() && !writeFile(filePath(options.jsonPath), resultsJson(results), error))

@@ -12,27 +12,30 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string joined(const std::vector<std::string>& names) {
+std::string joined(const std::vector<std::string>& parts) {
     std::string text;
-    for (const std::string& name : names)
-        text.append(text.empty() ? "" : ", ").append(name);
-    return text.empty() ? "none" : text;
+    for (const std::string& part : parts)
+        text.append(text.empty() ? "" : ", ").append(part);
+    return text;
+}
+
+std::string nameList(const std::vector<std::string>& names) {
+    return names.empty() ? "none" : joined(names);
 }
 
 std::string limitsText(const ModelParameter& parameter) {
     std::vector<std::string> parts;
-    if (parameter.minimum)
-        parts.push_back("from " + valueText(parameter.minimum));
-    if (parameter.maximum)
-        parts.push_back("to " + valueText(parameter.maximum));
+    if (parameter.minimum && parameter.maximum)
+        parts.push_back("from " + valueText(parameter.minimum) + " to " + valueText(parameter.maximum));
+    else if (parameter.minimum)
+        parts.push_back("at least " + valueText(parameter.minimum));
+    else if (parameter.maximum)
+        parts.push_back("at most " + valueText(parameter.maximum));
     if (parameter.defaultValue)
         parts.push_back("default " + valueText(parameter.defaultValue));
     if (!parameter.options.empty())
         parts.push_back((parameter.restricted ? "one of " : "such as ") + joined(parameter.options));
-    std::string text;
-    for (const std::string& part : parts)
-        text.append(text.empty() ? "" : "  ").append(part);
-    return text;
+    return joined(parts);
 }
 
 std::string section(const char* title, const std::vector<Line>& lines) {
@@ -68,9 +71,9 @@ Json parameterJson(const ModelParameter& parameter) {
 
 std::string modelText(const ModelDescription& description) {
     const UnitModel& model = description.model;
-    std::string text = columns({{"Feeds", joined(description.feeds)},
-                                {"Products", joined(description.products)},
-                                {"Reports", joined(model.reports)},
+    std::string text = columns({{"Feeds", nameList(description.feeds)},
+                                {"Products", nameList(description.products)},
+                                {"Reports", nameList(model.reports)},
                                 {"Echo", model.echo ? "each command line of the script" : "none"}},
                                2);
     std::vector<Line> lines;

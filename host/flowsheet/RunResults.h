@@ -36,6 +36,7 @@ struct RunResults {
     std::vector<StreamResult> streams; ///< the case's feeds, then each unit's products
     std::vector<UnitResult> units;     ///< as far as the calculation came
     bool isFlowsheet = false;          ///< the case lists its units
+    bool isModelRefused = false; ///< the run failed since a unit refuses its model or a value of a parameter
 };
 
 } // namespace solvane::host

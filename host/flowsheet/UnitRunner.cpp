@@ -45,8 +45,10 @@ public:
         for (const UnitCase& unit : case_.units) {
             const LogSink sink = [&log, &unit](std::string_view line) { log(unit.name, line); };
             sessions_.push_back(std::make_unique<UnitSession>(unit, case_.profile));
-            if (!sessions_.back()->start(sink, error))
+            if (!sessions_.back()->start(sink, error)) {
+                results_.isModelRefused = sessions_.back()->refusesModel();
                 return failed(unit, error);
+            }
         }
         return true;
     }

@@ -45,7 +45,8 @@ bool UnitSession::start(const LogSink& log, std::string& error) {
     for (const StartupStep step : profile_.startup)
         if (!doStep(step, log, error))
             return false;
-    return setParameters(unit_.get(), case_.parameters, error);
+    refusesModel_ = !setParameters(unit_.get(), case_.parameters, error);
+    return !refusesModel_;
 }
 
 bool UnitSession::create(std::string& error) {
@@ -79,7 +80,8 @@ bool UnitSession::doStep(StartupStep step, const LogSink& log, std::string& erro
     case StartupStep::context:
         return giveContext(log, error);
     case StartupStep::load:
-        return loadModel(error);
+        refusesModel_ = !loadModel(error);
+        return !refusesModel_;
     case StartupStep::initialize:
         return checked("Initialize", utilities_->Initialize(), error);
     }

@@ -20,6 +20,9 @@ public:
     /// the host's or the unit's text.
     bool start(const LogSink& log, std::string& error);
 
+    /// Whether `start` failed since the unit refuses its model or a value of a parameter.
+    bool refusesModel() const { return refusesModel_; }
+
     ICapeUnit* unit() const { return unit_.get(); }
 
 private:
@@ -33,6 +36,7 @@ private:
     const Profile& profile_;
     ComRef<ICapeUnit> unit_;
     ComRef<ICapeUtilities> utilities_;
+    bool refusesModel_ = false;
 };
 
 } // namespace solvane::host
