@@ -78,6 +78,15 @@ void usesEveryWayOfCalling(const ServerModule& module) {
     EXPECT_EQ(id, 2);
     EXPECT_EQ(script.find(L"valu", id), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(script.find(L"ComponentName", id), DISP_E_UNKNOWNNAME);
+
+    const auto collection = module.create<ICapeCollection>(parameterCollectionClass);
+    const Script named = scriptOf(collection.as<ICapeIdentification>());
+    EXPECT_EQ(named.call(L"ComponentName", DISPATCH_PROPERTYPUT, {Variant(std::wstring_view(L"all")).get()}),
+              S_OK);
+    EXPECT_EQ(named.get(L"ComponentName").text(), L"all");
+    EXPECT_EQ(scriptOf(collection).call(L"Item", DISPATCH_METHOD, {Variant(LONG{1}).get()}, valid.put()),
+              DISP_E_EXCEPTION);
+    EXPECT_EQ(scriptOf(collection.as<ECapeUser>()).get(L"scope").text(), L"Item");
 }
 
 /// Finds no registered library but those that the test registers.
