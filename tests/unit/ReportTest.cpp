@@ -36,12 +36,6 @@ TEST_F(UnitTest, whatIsMissingInThisVersionSaysSo) {
     loadModel();
     EXPECT_EQ(unit.as<ICapeUtilities>()->Edit(), raised);
     EXPECT_EQ(unit.errorDescription(), L"The edit window is not available in this version");
-    EXPECT_EQ(unit.as<IPersistStream>()->Load(nullptr), raised);
-    EXPECT_EQ(unit.errorDescription(), L"Loading from a stream is not available in this version");
-    EXPECT_EQ(unit.as<IPersistStream>()->Save(nullptr, TRUE), raised);
-    ULARGE_INTEGER size;
-    EXPECT_EQ(unit.as<IPersistStream>()->GetSizeMax(&size), raised);
-    EXPECT_EQ(unit.errorDescription(), L"Saving to a stream is not available in this version");
 }
 
 } // namespace
