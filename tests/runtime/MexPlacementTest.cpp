@@ -62,13 +62,16 @@ TEST_F(MexPlacement, theVersionChoosesTheBuilds) {
     }
 }
 
-TEST_F(MexPlacement, laterMatlabLosesTheFileForAnOldOne) {
+TEST_F(MexPlacement, laterMatlabLosesTheFileForAnOldOneAndAMissingBuildIsNoFailure) {
     const std::wstring version = L"Matlab.Application.9.14";
     CreateDirectoryW(gatewayFolder(version).c_str(), nullptr);
     writeFile(gatewayFolder(version) + L"CapeOpenUnitMex.dll", "left over");
     writeFile(gatewayFolder(version) + L"CapeOpenUnitMex.mexw64", "outdated");
     placeFor(version);
     EXPECT_EQ(placed(version), laterBuilds);
+    DeleteFileW((moduleFolder + L"CapeOpenUnitMex.mexw64-77").c_str());
+    placeFor(L"Matlab.Application.9.15");
+    EXPECT_EQ(placed(L"Matlab.Application.9.15"), std::vector<std::string>{laterBuilds[0]});
 }
 
 TEST_F(MexPlacement, onceForAllUnitsOfAProcess) {
@@ -82,12 +85,6 @@ TEST_F(MexPlacement, onceForAllUnitsOfAProcess) {
     EXPECT_EQ(placed(L"Matlab.Application.6.5"), std::vector<std::string>());
     const std::wstring onPath = gatewayFolder(version).substr(0, gatewayFolder(version).size() - 1);
     EXPECT_EQ(std::ranges::count(matlab.calls(), L"addpath '" + onPath + L"'"), 2);
-}
-
-TEST_F(MexPlacement, aMissingBuildIsNoFailure) {
-    DeleteFileW((moduleFolder + L"CapeOpenUnitMex.mexw64-77").c_str());
-    placeFor(L"Matlab.Application.9.14");
-    EXPECT_EQ(placed(L"Matlab.Application.9.14"), std::vector<std::string>{laterBuilds[0]});
 }
 
 TEST_F(MexPlacement, withoutAVersionTheUnitStopsAndTheNextOneTriesAgain) {

@@ -29,14 +29,6 @@ protected:
     }
 };
 
-TEST_F(Run, changesTheDirectoryAndRunsTheScript) {
-    for (int i = 0; i < 2; ++i) {
-        matlab.forgetCalls();
-        EXPECT_EQ(unit.calculate(), S_OK);
-        EXPECT_EQ(matlab.calls(), (std::vector<std::wstring>{L"cd '" + workingFolder() + L"'", L"runUnit"}));
-    }
-}
-
 MatlabAnswer nullText() {
     MatlabAnswer answer;
     answer.value.put()->vt = VT_BSTR;
@@ -59,7 +51,9 @@ TEST_F(Run, outputIsWhatMatlabPrinted) {
     EXPECT_EQ(unit.output(), L"Unit operation has not yet been run...");
     for (const auto& row : cases) {
         runsInto(row.answer);
+        matlab.forgetCalls();
         EXPECT_EQ(unit.calculate(), S_OK);
+        EXPECT_EQ(matlab.calls(), (std::vector<std::wstring>{L"cd '" + workingFolder() + L"'", L"runUnit"}));
         EXPECT_EQ(unit.output(), row.output);
     }
 }
@@ -67,17 +61,10 @@ TEST_F(Run, outputIsWhatMatlabPrinted) {
 TEST_F(Run, aFailedCallFailsTheRunAndNotTheNext) {
     runsInto(failed(oddFailure));
     expectFailure(L"Failed to calculate: Call to Execute failed: error code 0x80041234", notAvailable);
+    const std::wstring directory = L"Failed to change MATLAB working directory: ";
     matlab.unknownMembers[L"Execute"] = oddFailure;
-    expectFailure(L"Failed to change MATLAB working directory: GetIDsOfNames failed for Execute: error code "
-                  L"0x80041234",
-                  notAvailable);
+    expectFailure(directory + L"GetIDsOfNames failed for Execute: error code 0x80041234", notAvailable);
     matlab.unknownMembers.clear();
-    runsInto(printed(L"fine"));
-    EXPECT_EQ(unit.calculate(), S_OK);
-    EXPECT_EQ(unit.output(), L"fine");
-}
-
-TEST_F(Run, whatTheChangeOfDirectoryPrintsFailsTheRun) {
     const struct {
         MatlabAnswer answer;
         std::wstring text;
@@ -89,11 +76,13 @@ TEST_F(Run, whatTheChangeOfDirectoryPrintsFailsTheRun) {
     for (const auto& row : cases) {
         matlab.onCommand = [&](const std::wstring&) { return row.answer; };
         matlab.forgetCalls();
-        expectFailure(L"Failed to change MATLAB working directory: " + row.text, notAvailable);
+        expectFailure(directory + row.text, notAvailable);
         EXPECT_EQ(matlab.calls().size(), 1u);
     }
     matlab.onCommand = nullptr;
+    runsInto(printed(L"fine"));
     EXPECT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(unit.output(), L"fine");
 }
 
 TEST_F(Run, anErrorInTheScriptFailsTheRunWithItsLinesJoined) {
@@ -193,12 +182,12 @@ protected:
         EXPECT_EQ(unit.connect(L"Top", top->dispatch()), S_OK);
         EXPECT_EQ(unit.connect(L"Bottom", bottom->dispatch()), S_OK);
     }
-    void scriptSets(const std::vector<Wire>& requests) {
-        matlab.onRun = [requests](const std::wstring& folder) {
+    void scriptSets(const std::vector<Wire>& requests, const std::wstring& output = L"done") {
+        matlab.onRun = [requests, output](const std::wstring& folder) {
             GatewayClient client(folder);
             for (const Wire& each : requests)
                 client.expect(each, succeeded());
-            return printed(L"done");
+            return printed(output);
         };
     }
     static std::size_t flashes(FakeMaterial11& material) {
@@ -220,37 +209,26 @@ TEST_F(RunWithProducts, eachProductIsFlashedWithWhatTheScriptSaidLast) {
         EXPECT_EQ(product->record->callsOf("SetOverallProp(temperature, null, R8[350])").size(), 1u);
         EXPECT_EQ(flashes(*product), 1u);
     }
-}
-
-TEST_F(RunWithProducts, noProductIsFlashedBeforeAllAreSet) {
-    scriptSets({productRequest(1, "temperature", "pressure"), productRequest(2, "temperature", "pressure")});
-    ASSERT_EQ(unit.calculate(), S_OK);
-    // What the run before said does not count.
+    // What the run before said does not count, and no product is flashed before all are set.
     scriptSets({productRequest(2, "temperature", "pressure")});
     expectFailure(L"setProduct was not called for product 1 (Top)", L"done");
-    EXPECT_EQ(flashes(*top), 1u);
-    EXPECT_EQ(flashes(*bottom), 1u);
+    EXPECT_EQ(flashes(*top) + flashes(*bottom), 2u);
 }
 
-TEST_F(RunWithProducts, aFailedFlashEndsTheRunAndKeepsTheProductsBefore) {
+TEST_F(RunWithProducts, aFailureLeavesTheProductsBehindItAlone) {
+    const std::vector<Wire> both{productRequest(1, "temperature", "pressure"),
+                                 productRequest(2, "temperature", "pressure")};
+    scriptSets(both, L"Evaluation error: too late");
+    expectFailure(L"too late", L"Evaluation error: too late");
+    EXPECT_EQ(flashes(*top) + flashes(*bottom), 0u);
+
     bottom->record->add({.call = "CalcEquilibrium",
                          .result = static_cast<HRESULT>(ECapeComputationHR),
                          .text = L"no solution below the triple point",
                          .value = {}});
-    scriptSets({productRequest(1, "temperature", "pressure"), productRequest(2, "temperature", "pressure")});
+    scriptSets(both);
     expectFailure(L"Failed to flash product 2 (Bottom): no solution below the triple point", L"done");
     EXPECT_EQ(flashes(*top), 1u);
-}
-
-TEST_F(RunWithProducts, aScriptErrorLeavesTheProductsAlone) {
-    matlab.onRun = [](const std::wstring& folder) {
-        GatewayClient client(folder);
-        client.expect(productRequest(1, "temperature", "pressure"), succeeded());
-        client.expect(productRequest(2, "temperature", "pressure"), succeeded());
-        return printed(L"Evaluation error: too late");
-    };
-    expectFailure(L"too late", L"Evaluation error: too late");
-    EXPECT_EQ(flashes(*top) + flashes(*bottom), 0u);
 }
 
 TEST_F(RunWithProducts, anInvalidUnitIsNotRun) {

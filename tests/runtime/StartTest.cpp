@@ -8,7 +8,7 @@ namespace {
 
 // A failure for which the system has no words.
 constexpr auto oddFailure = static_cast<HRESULT>(0x80041234);
-constexpr wchar_t oddFailureText[] = L"error code 0x80041234";
+const std::wstring oddFailureText = L"error code 0x80041234";
 
 class Start : public RuntimeTest {
 protected:
@@ -41,48 +41,46 @@ TEST_F(Start, addsThreeFoldersToMatlabsPathAndHidesIt) {
     EXPECT_TRUE(workingFolder().starts_with(temporary.path() + L"{"));
 }
 
-TEST_F(Start, aMatlabThatStaysVisibleIsNoFailure) {
+// Neither a Matlab that stays visible nor one that answers with an empty text fails the start.
+TEST_F(Start, whatIsNoFailure) {
     matlab.visibility = E_FAIL;
     matlab.unknownMembers[L"Visible"] = DISP_E_UNKNOWNNAME;
-    EXPECT_EQ(createUnit().as<ICapeUtilities>()->Initialize(), S_OK);
+    for (const bool isNull : {false, true}) {
+        matlab.onCommand = [&](const std::wstring&) {
+            MatlabAnswer answer = printed(L"");
+            if (isNull)
+                answer.value.put()->vt = VT_BSTR;
+            return answer;
+        };
+        EXPECT_EQ(createUnit().as<ICapeUtilities>()->Initialize(), S_OK);
+    }
 }
 
 // A failed start fails nothing but the later calls, which say why.
 TEST_F(Start, eachFailureHasItsText) {
+    const std::wstring path = L"Failed to add to MATLAB path: ";
     const std::wstring gatewayFolder = temporary.path() + L"SolvaneUnitMEXMatlab.Application.9.14";
-    struct Case {
-        const char* what;
+    const struct {
         std::function<void()> arrange;
-        std::function<std::wstring()> text;
+        std::wstring text;
+    } cases[] = {
+        {[&] { matlab.registration.removeClass(); },
+         L"Failed to get CLSDID for Matlab.Application; Matlab not installed?"},
+        {[&] { matlab.creation = oddFailure; }, L"Failed to create Matlab application: " + oddFailureText},
+        {[&] { matlab.unknownMembers[L"Execute"] = oddFailure; },
+         path + L"GetIDsOfNames failed for Execute: " + oddFailureText},
+        {[&] { answerPathCommand(1, failed(oddFailure)); },
+         path + L"Call to Execute failed: " + oddFailureText},
+        {[&] { answerPathCommand(1, printed(L"Warning: no such folder")); },
+         path + L"Warning: no such folder"},
+        {[&] { answerPathCommand(1, {.value = Variant(1.0)}); }, path + L"<unknown return value>"},
+        {[&] { answerPathCommand(2, printed(L"Warning")); }, path}, // and the unit's own folder
+        {[&] { answerPathCommand(3, failed(E_FAIL)); }, path + gatewayFolder},
     };
-    const Case cases[] = {
-        {"no class", [&] { matlab.registration.removeClass(); },
-         [] { return L"Failed to get CLSDID for Matlab.Application; Matlab not installed?"; }},
-        {"creation", [&] { matlab.creation = oddFailure; },
-         [&] { return std::wstring(L"Failed to create Matlab application: ") + oddFailureText; }},
-        {"no Execute", [&] { matlab.unknownMembers[L"Execute"] = oddFailure; },
-         [] {
-             return std::wstring(L"Failed to add to MATLAB path: GetIDsOfNames failed for Execute: ") +
-                    oddFailureText;
-         }},
-        {"first path command fails", [&] { answerPathCommand(1, failed(oddFailure)); },
-         [&] {
-             return std::wstring(L"Failed to add to MATLAB path: Call to Execute failed: ") + oddFailureText;
-         }},
-        {"first path command prints", [&] { answerPathCommand(1, printed(L"Warning: no such folder")); },
-         [] { return L"Failed to add to MATLAB path: Warning: no such folder"; }},
-        {"first path command gives no text", [&] { answerPathCommand(1, {.value = Variant(1.0)}); },
-         [] { return L"Failed to add to MATLAB path: <unknown return value>"; }},
-        {"second path command prints", [&] { answerPathCommand(2, printed(L"Warning")); },
-         [&] { return L"Failed to add to MATLAB path: " + workingFolder(); }},
-        {"third path command fails", [&] { answerPathCommand(3, failed(E_FAIL)); },
-         [&] { return L"Failed to add to MATLAB path: " + gatewayFolder; }},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.what);
+    for (const auto& row : cases) {
         row.arrange();
         const HostedUnit unit = createUnit();
-        const std::wstring text = row.text();
+        const std::wstring text = row.text == path ? path + workingFolder() : row.text;
         EXPECT_EQ(unit.as<ICapeUtilities>()->Initialize(), HRESULT(0x80040501));
         EXPECT_EQ(unit.error(), L"Initialization failed | " + text + L" | Initialize | ICapeUtilities");
         EXPECT_EQ(unit.validate(), text);
@@ -95,71 +93,39 @@ TEST_F(Start, eachFailureHasItsText) {
     }
 }
 
-TEST_F(Start, anEmptyTextIsAsGoodAsNone) {
-    matlab.onCommand = [](const std::wstring&) { return printed(L""); };
-    EXPECT_EQ(createUnit().as<ICapeUtilities>()->Initialize(), S_OK);
-    matlab.onCommand = [](const std::wstring&) {
-        MatlabAnswer nullText;
-        nullText.value.put()->vt = VT_BSTR;
-        return nullText;
-    };
-    EXPECT_EQ(createUnit().as<ICapeUtilities>()->Initialize(), S_OK);
-}
-
-/// Every call that a stopped unit refuses, with the names that its failure bears.
-struct RefusedCall {
-    const wchar_t* scope;
-    const wchar_t* interfaceName;
-    std::function<HRESULT(const HostedUnit&)> call;
-};
-
-const std::vector<RefusedCall>& refusedCalls() {
-    static const std::vector<RefusedCall> calls{
-        {L"get_ports", L"ICapeUnit",
-         [](const HostedUnit& unit) {
-             ComRef<IDispatch> ports;
-             return unit.as<ICapeUnit>()->get_ports(ports.put());
-         }},
-        {L"get_ValStatus", L"ICapeUnit",
-         [](const HostedUnit& unit) {
-             CapeValidationStatus status;
-             return unit.as<ICapeUnit>()->get_ValStatus(&status);
-         }},
-        {L"Calculate", L"ICapeUnit", [](const HostedUnit& unit) { return unit.calculate(); }},
-        {L"get_parameters", L"ICapeUtilities",
-         [](const HostedUnit& unit) { return unit.as<ICapeUtilities>()->get_parameters(nullptr); }},
-        {L"put_simulationContext", L"ICapeUtilities",
-         [](const HostedUnit& unit) { return unit.as<ICapeUtilities>()->put_simulationContext(nullptr); }},
-        {L"get_reports", L"ICapeUnitReport",
-         [](const HostedUnit& unit) {
-             Variant reports;
-             return unit.as<ICapeUnitReport>()->get_reports(reports.put());
-         }},
-        {L"ProduceReport", L"ICapeUnitReport",
-         [](const HostedUnit& unit) {
-             Bstr text;
-             return unit.as<ICapeUnitReport>()->ProduceReport(text.put());
-         }},
-    };
-    return calls;
-}
-
+/// A stopped unit refuses every call.
 void expectRefusals(const HostedUnit& unit, const std::wstring& text) {
-    for (const RefusedCall& refused : refusedCalls()) {
-        EXPECT_EQ(refused.call(unit), HRESULT(0x80040501));
-        EXPECT_EQ(unit.error(),
-                  text + L" | " + text + L" | " + refused.scope + L" | " + refused.interfaceName);
+    ComRef<IDispatch> ports;
+    CapeValidationStatus status = CAPE_NOT_VALIDATED;
+    Variant reports;
+    Bstr report;
+    const auto capeUnit = unit.as<ICapeUnit>();
+    const auto utilities = unit.as<ICapeUtilities>();
+    const auto unitReport = unit.as<ICapeUnitReport>();
+    const struct {
+        std::wstring names;
+        std::function<HRESULT()> call;
+    } rows[] = {
+        {L"get_ports | ICapeUnit", [&] { return capeUnit->get_ports(ports.put()); }},
+        {L"get_ValStatus | ICapeUnit", [&] { return capeUnit->get_ValStatus(&status); }},
+        {L"Calculate | ICapeUnit", [&] { return capeUnit->Calculate(); }},
+        {L"get_parameters | ICapeUtilities", [&] { return utilities->get_parameters(nullptr); }},
+        {L"put_simulationContext | ICapeUtilities",
+         [&] { return utilities->put_simulationContext(nullptr); }},
+        {L"get_reports | ICapeUnitReport", [&] { return unitReport->get_reports(reports.put()); }},
+        {L"ProduceReport | ICapeUnitReport", [&] { return unitReport->ProduceReport(report.put()); }},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.call(), HRESULT(0x80040501));
+        EXPECT_EQ(unit.error(), text + L" | " + text + L" | " + row.names);
     }
     EXPECT_EQ(unit.validate(), text);
 }
 
-TEST_F(Start, aUnitWhoseMatlabDidNotStartRefusesEveryCall) {
-    matlab.creation = oddFailure;
-    expectRefusals(createUnit(), std::wstring(L"Failed to create Matlab application: ") + oddFailureText);
-}
-
-TEST_F(Start, aTerminatedUnitRefusesEveryCall) {
+TEST_F(Start, aUnitThatDidNotStartOrHasEndedRefusesEveryCall) {
     const HostedUnit unit = createUnit();
+    matlab.creation = oddFailure;
+    expectRefusals(createUnit(), L"Failed to create Matlab application: " + oddFailureText);
     ASSERT_EQ(unit.terminate(), S_OK);
     expectRefusals(unit, L"Terminate has been called on unit operation");
     matlab.forgetCalls();

@@ -33,44 +33,31 @@ protected:
     ModelBag bag;
 };
 
-TEST_F(UnitCommands, aReportTakesTheTextOfTheFile) {
+TEST_F(UnitCommands, aReportTakesTheTextOfTheFileOrTellsWhyItCannot) {
     bag.reports({L"Duties", L"Other"});
     const HostedUnit unit = createUnit(bag);
-    std::string text = "Q = 12 kW\r\n\t5 \xe9\x80";
-    run(unit, [&](GatewayClient& script, const std::wstring& folder) {
-        writeFile(folder + L"report.txt", text + '\0' + "unseen");
-        script.expect(request(setReportCode) << "DUTIES", succeeded());
-    });
-    EXPECT_EQ(unit.report(L"Duties"), widen(text));
+    const std::string text = "Q = 12 kW\r\n\t5 \xe9\x80";
+    const auto runWith = [&](const std::function<void(const std::wstring& file)>& writeReport) {
+        run(unit, [&](GatewayClient& script, const std::wstring& folder) {
+            writeReport(folder + L"report.txt");
+            script.expect(request(setReportCode) << "DUTIES", succeeded());
+        });
+        return unit.report(L"Duties");
+    };
+    EXPECT_EQ(runWith([&](const auto& file) { writeFile(file, text + '\0' + "unseen"); }), widen(text));
     EXPECT_EQ(unit.report(L"Other"), L"Report not available...\r\n");
+    EXPECT_EQ(runWith([](const auto& file) { writeFile(file, ""); }), L"");
 
-    run(unit, [&](GatewayClient& script, const std::wstring& folder) {
-        writeFile(folder + L"report.txt", "");
-        script.expect(request(setReportCode) << "Duties", succeeded());
-        writeFile(folder + L"report.txt", "later");
-        script.expect(request(setReportCode) << "Other", succeeded());
-    });
-    EXPECT_EQ(unit.report(L"Duties"), L"");
-    EXPECT_EQ(unit.report(L"Other"), L"later");
-}
-
-TEST_F(UnitCommands, aMissingReportFileIsToldInTheReport) {
-    bag.reports({L"Duties"});
-    const HostedUnit unit = createUnit(bag);
-    run(unit, [](GatewayClient& script, const std::wstring&) {
-        script.expect(request(setReportCode) << "Duties", succeeded());
-    });
-    const std::wstring missing = unit.report(L"Duties");
+    const std::wstring missing = runWith([](const auto& file) { DeleteFileW(file.c_str()); });
     EXPECT_TRUE(missing.starts_with(L"Unable to open \"report.txt\": ")) << narrow(missing);
-
     // Nor may anyone still write to it.
-    run(unit, [](GatewayClient& script, const std::wstring& folder) {
-        const FileHandle writer(CreateFileW((folder + L"report.txt").c_str(), GENERIC_WRITE, FILE_SHARE_READ,
-                                            nullptr, CREATE_ALWAYS, 0, nullptr));
-        script.expect(request(setReportCode) << "Duties", succeeded());
+    FileHandle writer;
+    const std::wstring open = runWith([&](const auto& file) {
+        writer.reset(
+            CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr));
     });
-    EXPECT_TRUE(unit.report(L"Duties").starts_with(L"Unable to open \"report.txt\": "));
-    EXPECT_NE(unit.report(L"Duties"), missing);
+    EXPECT_TRUE(open.starts_with(L"Unable to open \"report.txt\": ")) << narrow(open);
+    EXPECT_NE(open, missing);
 }
 
 TEST_F(UnitCommands, reportsThatAScriptMayNotSet) {
@@ -98,48 +85,38 @@ TEST_F(UnitCommands, nameAndCountsOfTheUnit) {
         script.expect(request(getProductCountCode), succeeded() << 1u);
     });
     // The name fills the block, and then no longer fits.
-    identification->put_ComponentName(Bstr(std::wstring(2048 - 5, L'n')).get());
-    run(unit, [](GatewayClient& script, const std::wstring&) {
-        script.expect(request(getUnitNameCode), succeeded() << std::string(2048 - 5, 'n'));
-    });
-    identification->put_ComponentName(Bstr(std::wstring(2048 - 4, L'n')).get());
-    run(unit, [](GatewayClient& script, const std::wstring&) {
-        script.expect(request(getUnitNameCode), refused("memory overrun"));
-    });
+    for (const std::size_t length : {2048 - 5, 2048 - 4}) {
+        identification->put_ComponentName(Bstr(std::wstring(length, L'n')).get());
+        run(unit, [&](GatewayClient& script, const std::wstring&) {
+            script.expect(request(getUnitNameCode), length == 2048 - 5
+                                                        ? succeeded() << std::string(length, 'n')
+                                                        : refused("memory overrun"));
+        });
+    }
 }
 
-TEST_F(UnitCommands, logLinesGoToTheHost) {
+TEST_F(UnitCommands, logLinesGoToTheHostAndTheStatusStaysWhereThereIsNowhereToLog) {
     DiagnosticContext context;
     const HostedUnit unit = createUnit(bag);
-    ASSERT_EQ(unit.as<ICapeUtilities>()->put_simulationContext(&context), S_OK);
-    run(unit, [](GatewayClient& script, const std::wstring&) {
-        script.expect(request(logMessageCode) << "iteration 1", succeeded());
-        // Nothing to log: the code stays where a status would stand.
-        script.expect(request(logMessageCode) << "", request(logMessageCode));
-        script.expect(request(logMessageCode) << "\xe9t\xe9", succeeded());
-    });
-    EXPECT_EQ(context.lines, (std::vector<std::wstring>{L"iteration 1", L"\u00e9t\u00e9"}));
-    unit.as<ICapeUtilities>()->put_simulationContext(nullptr);
-}
-
-TEST_F(UnitCommands, withNowhereToLogTheStatusStaysUntouched) {
-    DiagnosticContext context;
-    context.hasLog = false;
-    const HostedUnit unit = createUnit(bag);
-    const auto logs = [](const Wire& reply) {
-        return [reply](GatewayClient& script, const std::wstring&) {
-            script.expect(request(logMessageCode) << "line", reply);
-        };
+    const auto utilities = unit.as<ICapeUtilities>();
+    const auto logs = [&](const std::string& line, const Wire& reply) {
+        run(unit, [&](GatewayClient& script, const std::wstring&) {
+            script.expect(request(logMessageCode) << line, reply);
+        });
     };
-    run(unit, logs(request(logMessageCode)));
-    unit.as<ICapeUtilities>()->put_simulationContext(&context);
-    run(unit, logs(request(logMessageCode)));
+    const Wire untouched = request(logMessageCode);
+    logs("line", untouched);
+    context.hasLog = false;
+    ASSERT_EQ(utilities->put_simulationContext(&context), S_OK);
+    logs("line", untouched);
     // The context is asked again at each command.
     context.hasLog = true;
-    run(unit, logs(succeeded()));
-    unit.as<ICapeUtilities>()->put_simulationContext(nullptr);
-    run(unit, logs(request(logMessageCode)));
-    EXPECT_EQ(context.lines.size(), 1u);
+    logs("iteration 1", succeeded());
+    logs("", untouched);
+    logs("\xe9t\xe9", succeeded());
+    utilities->put_simulationContext(nullptr);
+    logs("line", untouched);
+    EXPECT_EQ(context.lines, (std::vector<std::wstring>{L"iteration 1", L"\u00e9t\u00e9"}));
 }
 
 } // namespace

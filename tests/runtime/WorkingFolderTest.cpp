@@ -4,6 +4,8 @@
 #include "FakeMaterial11.h"
 #include "RuntimeTest.h"
 
+#include <algorithm>
+
 namespace solvane {
 
 namespace {
@@ -30,36 +32,10 @@ TEST_F(WorkingFolder, aNewUnitHasTheRunScriptAndTheDefaultScript) {
     const HostedUnit unit = createUnit();
     EXPECT_EQ(namesIn(workingFolder()), (std::vector<std::wstring>{L"calc.m", L"runUnit.m"}));
     EXPECT_EQ(readFile(workingFolder() + L"calc.m"), "%Enter your Matlab calculations here\r\n\r\n\r\n");
-    const std::vector<std::string> lines{
-        "%Solvane Unit Operation Script",
-        "clear functions",
-        "clear globals",
-        "clear variables",
-        "lasterr('')",
-        "%note: when changing globals, change unitCalc.m header",
-        "global nComp nPhase compNames phaseNames phaseAggregationStates AGGSTATE_UNKNOWN AGGSTATE_VAPOR "
-        "AGGSTATE_LIQUID AGGSTATE_SOLID unit_ID setEchoOnValue",
-        "%phase type definitions",
-        "AGGSTATE_UNKNOWN=0;",
-        "AGGSTATE_VAPOR=1;",
-        "AGGSTATE_LIQUID=2;",
-        "AGGSTATE_SOLID=3;",
-        "%init",
-        "echo initRun off",
-        "initRun",
-        "CapeOpenUnitMex(1,unit_ID);%init run",
-        "%run user script",
-        "disp('MATLAB output:')",
-        "%all on single line: affects echo",
-        "try; if (setEchoOnValue); echo unitCalc on; echo on; else echo unitCalc off; echo off; end; "
-        "unitCalc; echo off; catch; echo off; disp(['Evaluation error: ' lasterr]); end;",
-        "CapeOpenUnitMex(2);%term run",
-        "disp('MATLAB done')",
-    };
-    std::string script;
-    for (const std::string& line : lines)
-        script += line + "\r\n";
-    EXPECT_EQ(readFile(workingFolder() + L"runUnit.m"), script);
+    const std::string script = readFile(workingFolder() + L"runUnit.m");
+    EXPECT_TRUE(script.starts_with("%Solvane Unit Operation Script\r\nclear functions\r\n"));
+    EXPECT_TRUE(script.ends_with("CapeOpenUnitMex(2);%term run\r\ndisp('MATLAB done')\r\n"));
+    EXPECT_EQ(std::ranges::count(script, '\r'), std::ranges::count(script, '\n'));
 }
 
 // The copy goes in blocks of 1024 bytes.
@@ -79,13 +55,12 @@ TEST_F(WorkingFolder, unitCalcIsTheHeaderAndTheWholeScript) {
 
 TEST_F(WorkingFolder, unitCalcIsBuiltAgainOnlyForANewScript) {
     ModelBag bag;
-    bag.script("first");
-    const HostedUnit unit = createUnit(bag);
-    EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("first"));
-    writeFile(workingFolder() + L"calc.m", "behind the unit's back");
-    EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("first"));
-    bag.script("second");
-    ASSERT_EQ(unit.load(bag), S_OK);
+    const HostedUnit unit = createUnit(bag.script("first"));
+    for (const char* bytes : {"first", "behind the unit's back"}) {
+        EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("first"));
+        writeFile(workingFolder() + L"calc.m", bytes);
+    }
+    ASSERT_EQ(unit.load(bag.script("second")), S_OK);
     EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("second"));
 }
 

@@ -112,4 +112,18 @@ std::string Rig::failureOf(const Request& request) {
     return reply.word() == statusFailure ? reply.text() : std::string();
 }
 
+Scenario asking(Generation generation, const Request& request, const FakeStream& stream,
+                const std::function<void(FakeStream&)>& onFlash) {
+    return [=](const std::function<void(CallRecord&)>& sabotage) {
+        Rig rig;
+        FakeMaterial& material = rig.addFeed(generation, stream);
+        material.onFlash = onFlash;
+        rig.prepare(material);
+        sabotage(*material.record);
+        const std::string error = rig.failureOf(request);
+        const std::vector<std::string> calls = material.record->calls;
+        return Outcome{error, calls, rig.failureOf(request)};
+    };
+}
+
 } // namespace solvane

@@ -4,6 +4,7 @@
 
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
+#include "Road.h"
 #include "thermo/CalculationRun.h"
 #include "unit/CSolvaneUnitOp.h"
 
@@ -87,5 +88,9 @@ private:
     static ComRef<CSolvaneUnitOp> makeUnit();
     CPort& addPort(std::vector<ComRef<CPort>>& ports, bool isFeed);
 };
+
+/// A request in a run whose one feed has this stream.
+Scenario asking(Generation generation, const Request& request, const FakeStream& stream = makeFakeStream(),
+                const std::function<void(FakeStream&)>& onFlash = nullptr);
 
 } // namespace solvane

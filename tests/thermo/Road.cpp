@@ -1,6 +1,7 @@
 #include "Road.h"
 
 #include "CapeOpen.h"
+#include "OddVariants.h"
 
 #include <gmock/gmock.h>
 
@@ -21,6 +22,7 @@ void expectRoad(const std::vector<Step>& steps, const Scenario& scenario) {
         });
         EXPECT_EQ(outcome.error, steps[i].failure + "the reason");
         EXPECT_EQ(outcome.calls.size(), i + 1);
+        EXPECT_EQ(outcome.errorOfNext, "");
     }
 }
 
@@ -35,7 +37,21 @@ void expectOddAnswers(const std::vector<OddAnswer>& answers, const Scenario& sce
                              .output = answer.output});
         });
         EXPECT_EQ(outcome.error, answer.failure);
+        EXPECT_EQ(outcome.errorOfNext, "");
     }
+}
+
+void expectOddLists(const std::string& call, VARTYPE elementType, const std::string& failure,
+                    const Scenario& scenario, std::size_t output) {
+    const std::string word = elementType == VT_R8     ? "double precision"
+                             : elementType == VT_BSTR ? "string"
+                                                      : "VARIANT";
+    std::vector<OddAnswer> answers{{call, twoDimensional(elementType),
+                                    failure + "unexpected dimension; 1-dimensional array expected", output}};
+    for (const Variant& value : {Variant(1.0), Variant(L"1"), reals({1}), texts({L"1"}), listOfVariants()})
+        if (value.type() != (VT_ARRAY | elementType))
+            answers.push_back({call, value, failure + "Expected an array of type " + word, output});
+    expectOddAnswers(answers, scenario);
 }
 
 } // namespace solvane

@@ -13,6 +13,7 @@ namespace solvane {
 struct Outcome {
     std::string error;
     std::vector<std::string> calls;
+    std::string errorOfNext = {}; ///< the same operation once more, undisturbed, in the same run
 };
 
 /// Carries the operation out on a fresh material, once `sabotage` has seen to that material's record.
@@ -24,7 +25,7 @@ struct Step {
 };
 
 /// The operation succeeds with just these calls, in this order; where one of them fails, it ends there with
-/// that call's words and the material's reason.
+/// that call's words and the material's reason, and the next one succeeds.
 void expectRoad(const std::vector<Step>& steps, const Scenario& scenario);
 
 struct OddAnswer {
@@ -35,5 +36,10 @@ struct OddAnswer {
 };
 
 void expectOddAnswers(const std::vector<OddAnswer>& answers, const Scenario& scenario);
+
+/// Gives all that is no list of that type in answer to the call; each must fail with `failure` and what the
+/// list should have been.
+void expectOddLists(const std::string& call, VARTYPE elementType, const std::string& failure,
+                    const Scenario& scenario, std::size_t output = 0);
 
 } // namespace solvane

@@ -155,7 +155,7 @@ HRESULT FakeMaterial::setOfPhase(BSTR property, BSTR label, const VARIANT& value
 
 HRESULT FakeMaterial::getConstant(const VARIANT& properties, VARIANT* values) {
     const auto found = stream.constants.find(firstText(properties));
-    return found == stream.constants.end() ? fail(notAvailable, L"no such constant")
+    return found == stream.constants.end() ? fail(invalidArgument, L"no such constant")
                                            : VariantCopy(values, found->second.in());
 }
 
