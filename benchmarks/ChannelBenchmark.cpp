@@ -9,35 +9,39 @@
 #include "HostedUnit.h"
 #include "MatlabStandIn.h"
 #include "OutOfProcessObject.h"
+#include "PhaseCalls.h"
 #include "RoundTrip.h"
 #include "Verdict.h"
 #include "com/Text.h"
 
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 namespace solvane {
 
 namespace {
 
-/// A unit with one feed of that many compounds, in front of a scripted Matlab whose script is the client.
-Timings measureInRun(std::size_t compounds, const std::vector<std::string>& ways) {
+/// A unit with one feed, in front of a scripted Matlab whose script is the client. The client finds `object`
+/// where there is one.
+Timings measureInRun(IDispatch* feed, const std::vector<std::string>& ways, IDispatch* object = nullptr) {
     const TemporaryFolder temporary;
     MatlabStandIn matlab;
     const UnitModule module;
     const HostedUnit unit(module);
     ModelBag bag;
     bag.script("").feeds({L"Feed"});
-    const FakeStream stream = makeFakeStream(compounds);
     unit.load(bag);
-    unit.connect(L"Feed", FakeMaterial10::create(stream)->dispatch());
+    unit.connect(L"Feed", feed);
 
     const BareResponder responder;
-    const OfferedObject offered(ComRef<IDispatch>(FakeMaterial10::create(stream)->dispatch()),
-                                temporary.path() + L"object");
+    const std::wstring objectFile = temporary.path() + L"object";
+    std::optional<OfferedObject> offered;
+    if (object)
+        offered.emplace(ComRef<IDispatch>(object), objectFile);
     Timings timings;
     matlab.onRun = [&](const std::wstring& folder) {
-        timings = measureInClient({ways, unitIdOf(folder), responder.id(), offered.file()},
+        timings = measureInClient({ways, unitIdOf(folder), responder.id(), objectFile},
                                   temporary.path() + L"results");
         return MatlabAnswer();
     };
@@ -46,10 +50,15 @@ Timings measureInRun(std::size_t compounds, const std::vector<std::string>& ways
     return timings;
 }
 
+ComRef<IDispatch> streamOf(std::size_t compounds) {
+    return ComRef<IDispatch>(FakeMaterial10::create(makeFakeStream(compounds))->dispatch());
+}
+
 bool compareRoundTrips() {
     const std::string temperature = "getFeedProp temperature";
     const std::string invoke = "Invoke temperature";
-    Timings timings = measureInRun(10, {"ping", "getUnitName", temperature, invoke});
+    Timings timings =
+        measureInRun(streamOf(10).get(), {"ping", "getUnitName", temperature, invoke}, streamOf(10).get());
     std::printf(
         "  microseconds: two-event ping-pong %.1f, getUnitName %.1f, getFeedProp %.1f, COM Invoke %.1f\n",
         median(timings["ping"]), median(timings["getUnitName"]), median(timings[temperature]),
@@ -68,12 +77,29 @@ bool compareVectors() {
     const std::string fraction = "getFeedProp fraction";
     std::vector<double> times;
     for (const std::size_t compounds : {2, 20, 200})
-        times.push_back(median(measureInRun(compounds, {fraction})[fraction]));
+        times.push_back(median(measureInRun(streamOf(compounds).get(), {fraction})[fraction]));
     std::printf("  microseconds: %.1f for 2, %.1f for 20, %.1f for 200 compounds\n", times[0], times[1],
                 times[2]);
     bool isMet = printAtMost("(d) vector of 20 / of 2 compounds", times[1] / times[0], 10);
     isMet &= printAtMost("(d) vector of 200 / of 20 compounds", times[2] / times[1], 10);
     return isMet;
+}
+
+/// What a property costs beyond the calls on the material, in round trips.
+bool comparePhaseProperty(host::Generation generation, const std::string& direct) {
+    const std::string property = " fugacityCoefficient";
+    const std::string command = "getSinglePhaseProperty" + property;
+    Timings timings =
+        measureInRun(createHostMaterial(generation).get(), {"ping", command, direct + property});
+    const std::vector<double>& commands = timings[command];
+    const std::vector<double>& calls = timings[direct + property];
+    std::vector<double> added;
+    for (std::size_t i = 0; i < commands.size(); ++i)
+        added.push_back(commands[i] - calls[i]);
+    std::printf("  microseconds: ping-pong %.1f, through the channel %.1f, direct %.1f\n",
+                median(timings["ping"]), median(commands), median(calls));
+    return printAtMost("(e) (getSinglePhaseProperty - direct calls) / ping-pong",
+                       median(ratios(added, timings["ping"])), 1.15);
 }
 
 int runAll() {
@@ -84,6 +110,10 @@ int runAll() {
     isMet &= compareEmptyScript();
     std::printf("Feed vectors\n");
     isMet &= compareVectors();
+    std::printf("A property of a phase, materials of version 1.1\n");
+    isMet &= comparePhaseProperty(host::Generation::v11, "direct11");
+    std::printf("A property of a phase, materials of version 1.0\n");
+    isMet &= comparePhaseProperty(host::Generation::v10, "direct10");
     CoUninitialize();
     return isMet ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #include "ClientProcess.h"
 
 #include "OutOfProcessObject.h"
+#include "PhaseCalls.h"
 #include "RoundTrip.h"
 #include "com/Text.h"
 
@@ -39,6 +40,12 @@ Way makeWay(const std::string& name, RoundTrip& unit, RoundTrip& responder, IDis
         };
     if (word == "Invoke" && object)
         return [object, wide = widen(property)] { return invokeGetProp(object, wide.c_str()); };
+    if (word == "getSinglePhaseProperty")
+        return [&unit, request = phaseRequest(property)] { return unit.ask(request); };
+    if (word == "direct10")
+        return askMaterial10(property);
+    if (word == "direct11")
+        return askMaterial11(property);
     return nullptr;
 }
 

@@ -7,13 +7,14 @@
 
 namespace solvane {
 
-/// What a client is to measure. The names of the ways to ask are "ping", "getUnitName", "getFeedProp NAME"
-/// and "Invoke NAME".
+/// What a client is to measure. The names of the ways to ask are "ping", "getUnitName", "getFeedProp NAME",
+/// "Invoke NAME", "getSinglePhaseProperty NAME" and, on a material of the client's own, "direct10 NAME" and
+/// "direct11 NAME".
 struct ClientTask {
     std::vector<std::string> ways;
     std::string unitId;
     std::string responderId;
-    std::wstring objectFile;
+    std::wstring objectFile; ///< may be missing
 };
 
 /// Microseconds of one call, a value for each turn, by the name of the way.
