@@ -14,9 +14,7 @@ constexpr std::uint32_t getParameterCode = 4;
 using Channel = RuntimeTest;
 
 TEST_F(Channel, unknownCodesAreRefused) {
-    ModelBag bag;
-    bag.script("");
-    calculate(bag, [](GatewayClient& script) {
+    calculate([](GatewayClient& script) {
         for (const std::uint32_t code : {0u, 19u, 0x80000001u, 0xffffffffu})
             script.expect(request(code), refused("Internal error: unknonw/undefined function call"));
     });
@@ -36,9 +34,7 @@ TEST_F(Channel, commandsThatAreNotThereYetSaySo) {
 }
 
 TEST_F(Channel, aMessageLongerThanTheBlockIsCut) {
-    ModelBag bag;
-    bag.script("");
-    calculate(bag, [](GatewayClient& script) {
+    calculate([](GatewayClient& script) {
         const std::string refusal = "Invalid report name: ";
         // The last name that fits, and the first that does not.
         const std::string name(2048 - 5 - refusal.size(), 'n');
@@ -81,9 +77,7 @@ TEST_F(Channel, theBlockGrowsWithCompoundsAndPhases) {
 
 // The gateway is not trusted so far that a request without an end is read past the block's.
 TEST_F(Channel, aNameWithoutAnEndEndsWithTheBlock) {
-    ModelBag bag;
-    bag.script("");
-    calculate(bag, [](GatewayClient& script) {
+    calculate([](GatewayClient& script) {
         const std::string block = script.call(request(getParameterCode) << std::string(4000, 'p'));
         const std::string message = "Invalid parameter name: ";
         EXPECT_EQ(block.substr(4, 2044),

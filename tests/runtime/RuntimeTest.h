@@ -42,6 +42,9 @@ protected:
 
     /// Calculates a unit of this model, whose script is the function.
     void calculate(ModelBag& bag, const std::function<void(GatewayClient& script)>& script);
+    void calculate(const std::function<void(GatewayClient& script)>& script) {
+        calculate(ModelBag().script(""), script);
+    }
 };
 
 } // namespace solvane

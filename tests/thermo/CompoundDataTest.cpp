@@ -31,29 +31,25 @@ TEST(CompoundData, theCallsOnAMaterial) {
     expectRoad(
         {{"copy.GetCompoundConstant(BSTR[weight], empty)", "Failed to get compound constant \"weight\": "}},
         askingThree(Generation::v11, weights));
-    expectRoad({{"copy.GetTDependentProperty(BSTR[anything], 350, empty)",
-                 "Failed to get T-dependent property \"anything\": "}},
-               askingThree(Generation::v11, Request(7).real(350).text("anything")));
-    expectRoad({{"copy.GetPDependentProperty(BSTR[anything], 200000, empty)",
-                 "Failed to get P-dependent property \"anything\": "}},
-               askingThree(Generation::v11, Request(8).real(2e5).text("anything")));
-
-    const std::string vaporPressure = "T-dependent property \"vaporPressure.DTemperature\": ";
-    expectRoad({{"copy.SetProp(temperature, overall, empty, null, null, R8[350])",
-                 "Failed to set temperature on material object: "},
-                {"copy.CalcProp(BSTR[vaporPressure.DTemperature], BSTR[overall], pure)",
-                 "Failed to calculate " + vaporPressure},
-                {"copy.GetProp(vaporPressure.DTemperature, overall, empty, pure, null)",
-                 "Failed to get " + vaporPressure}},
-               askingThree(Generation::v10, Request(7).real(350).text("vaporPressure.DTemperature")));
-    const std::string melting = "P-dependent property \"meltingTemperature.Dpressure\": ";
-    expectRoad({{"copy.SetProp(pressure, overall, empty, null, null, R8[200000])",
-                 "Failed to set pressure on material object: "},
-                {"copy.CalcProp(BSTR[meltingTemperature.Dpressure], BSTR[overall], pure)",
-                 "Failed to calculate " + melting},
-                {"copy.GetProp(meltingTemperature.Dpressure, overall, empty, pure, null)",
-                 "Failed to get " + melting}},
-               askingThree(Generation::v10, Request(8).real(2e5).text("meltingTemperature.Dpressure")));
+    const struct {
+        std::uint32_t code;
+        std::string letter, condition, name;
+    } rows[] = {{7, "T", "temperature", "vaporPressure.DTemperature"},
+                {8, "P", "pressure", "meltingTemperature.Dpressure"}};
+    for (const auto& row : rows) {
+        const std::string property = row.letter + "-dependent property \"" + row.name + "\": ";
+        const Request request = Request(row.code).real(350).text(row.name);
+        expectRoad({{"copy.Get" + row.letter + "DependentProperty(BSTR[" + row.name + "], 350, empty)",
+                     "Failed to get " + property}},
+                   askingThree(Generation::v11, request));
+        expectRoad(
+            {{"copy.SetProp(" + row.condition + ", overall, empty, null, null, R8[350])",
+              "Failed to set " + row.condition + " on material object: "},
+             {"copy.CalcProp(BSTR[" + row.name + "], BSTR[overall], pure)",
+              "Failed to calculate " + property},
+             {"copy.GetProp(" + row.name + ", overall, empty, pure, null)", "Failed to get " + property}},
+            askingThree(Generation::v10, request));
+    }
 }
 
 TEST(CompoundConstant, a10MaterialThatFailsGetsNoReplyWritten) {

@@ -99,15 +99,6 @@ TEST(FeedEquilibrium, aFeedWithoutPresentPhasesHasBothFormsInOne) {
     }
 }
 
-TEST(FeedEquilibrium, theBlockOfARunHoldsIt) {
-    for (const std::size_t compounds : {1u, 20u, 200u})
-        for (const Generation generation : bothGenerations) {
-            Rig rig;
-            rig.prepare(rig.addFeed(generation, makeFakeStream(compounds)));
-            EXPECT_EQ(rig.failureOf(firstFeed), "") << compounds;
-        }
-}
-
 } // namespace
 
 } // namespace solvane

@@ -35,12 +35,6 @@ TEST(FlashType, everyPairHasItsNameInEitherOrder) {
     }
 }
 
-TEST(FlashType, otherPairsHaveNone) {
-    EXPECT_EQ(flashType(enthalpy, entropy), nullptr);
-    EXPECT_EQ(flashType(temperature, temperature), nullptr);
-    EXPECT_EQ(flashType(temperature, unknown), nullptr);
-}
-
 TEST(FlashPropertyCodes, namesAreKnownInAnyCase) {
     EXPECT_EQ(flashPropertyCode(L"VAPORfraction"), vaporFraction);
     EXPECT_EQ(flashPropertyCode(L"energy"), flashPropertyCode(L"InternalEnergy"));

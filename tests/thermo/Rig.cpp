@@ -7,9 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstring>
-#include <stdexcept>
+#include <span>
 
 namespace solvane {
 
@@ -18,56 +16,6 @@ namespace {
 ComModule module;
 
 } // namespace
-
-template <class T>
-Request& Request::add(const T& value) {
-    const auto* bytes = reinterpret_cast<const std::byte*>(&value);
-    bytes_.insert(bytes_.end(), bytes, bytes + sizeof value);
-    return *this;
-}
-
-template Request& Request::add(const std::uint32_t&);
-template Request& Request::add(const std::int32_t&);
-template Request& Request::add(const double&);
-
-Request& Request::reals(const std::vector<double>& values) {
-    for (const double value : values)
-        add(value);
-    return *this;
-}
-
-Request& Request::text(const std::string& value) {
-    const auto* bytes = reinterpret_cast<const std::byte*>(value.c_str());
-    bytes_.insert(bytes_.end(), bytes, bytes + value.size() + 1);
-    return *this;
-}
-
-template <class T>
-T Reply::take() {
-    if (position_ + sizeof(T) > block_.size())
-        throw std::out_of_range("the reply is shorter");
-    T value;
-    std::memcpy(&value, block_.data() + position_, sizeof value);
-    position_ += sizeof value;
-    return value;
-}
-
-template std::uint32_t Reply::take();
-template std::int32_t Reply::take();
-template double Reply::take();
-
-std::vector<double> Reply::reals(std::size_t count) {
-    std::vector<double> values;
-    while (values.size() < count)
-        values.push_back(real());
-    return values;
-}
-
-std::string Reply::text() {
-    const std::string value(reinterpret_cast<const char*>(block_.data()) + position_);
-    position_ += value.size() + 1;
-    return value;
-}
 
 ComRef<CSolvaneUnitOp> Rig::makeUnit() {
     return ComRef<CSolvaneUnitOp>(new CComObject<CSolvaneUnitOp>());
@@ -101,9 +49,9 @@ void Rig::prepare(FakeMaterial& material) {
 }
 
 Reply Rig::send(const Request& request) {
-    std::vector<std::byte> block(blockBytes);
-    std::ranges::copy(request.bytes(), block.begin());
-    carryOutCommand(run, block);
+    std::string block = request.bytes();
+    block.resize(blockBytes);
+    carryOutCommand(run, std::as_writable_bytes(std::span(block)));
     return Reply(std::move(block));
 }
 

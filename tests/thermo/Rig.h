@@ -8,6 +8,7 @@
 #include "thermo/CalculationRun.h"
 #include "unit/CSolvaneUnitOp.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -21,38 +22,53 @@ inline constexpr Generation bothGenerations[] = {Generation::v10, Generation::v1
 /// The bytes of a request, field by field.
 class Request {
 public:
-    explicit Request(std::uint32_t code) { add(code); }
-    Request& integer(std::int32_t value) { return add(value); }
-    Request& real(double value) { return add(value); }
-    Request& reals(const std::vector<double>& values);
-    Request& text(const std::string& value);
+    explicit Request(std::uint32_t code) { append(&code, sizeof code); }
+    Request& integer(std::int32_t value) { return append(&value, sizeof value); }
+    Request& real(double value) { return append(&value, sizeof value); }
+    Request& reals(const std::vector<double>& values) {
+        return append(values.data(), values.size() * sizeof(double));
+    }
+    Request& text(const std::string& value) { return append(value.c_str(), value.size() + 1); }
 
-    const std::vector<std::byte>& bytes() const { return bytes_; }
+    const std::string& bytes() const { return bytes_; }
 
 private:
-    template <class T>
-    Request& add(const T& value);
+    Request& append(const void* data, std::size_t size) {
+        bytes_.append(static_cast<const char*>(data), size);
+        return *this;
+    }
 
-    std::vector<std::byte> bytes_;
+    std::string bytes_;
 };
 
 /// The block after a command, read field by field.
 class Reply {
 public:
-    explicit Reply(std::vector<std::byte> block) : block_(std::move(block)) {}
+    explicit Reply(std::string block) : block_(std::move(block)) {}
     std::uint32_t word() { return take<std::uint32_t>(); }
     std::int32_t integer() { return take<std::int32_t>(); }
     double real() { return take<double>(); }
-    std::vector<double> reals(std::size_t count);
-    std::string text();
-    /// Bytes read so far.
-    std::size_t position() const { return position_; }
+    std::vector<double> reals(std::size_t count) {
+        std::vector<double> values(count);
+        std::ranges::generate(values, [&] { return real(); });
+        return values;
+    }
+    std::string text() {
+        const std::string value(block_.c_str() + position_);
+        position_ += value.size() + 1;
+        return value;
+    }
 
 private:
     template <class T>
-    T take();
+    T take() {
+        T value{};
+        block_.substr(position_).copy(reinterpret_cast<char*>(&value), sizeof value);
+        position_ += sizeof value;
+        return value;
+    }
 
-    std::vector<std::byte> block_;
+    std::string block_;
     std::size_t position_ = 0;
 };
 
