@@ -92,7 +92,7 @@ TEST(CompoundConstant, theFirstValueDecidesWhetherTheyAreNumbersOrTexts) {
     } rows[] = {
         {variants({none, one, none}), ""},
         {variants({none, text, none}), "", {"", "a", ""}},
-        {variants({nullText, text, Variant(std::wstring_view(L"b\0c", 3))}), "", {"", "a", "b"}},
+        {variants({nullText, Variant(std::wstring_view(L"b\0c", 3)), text}), "", {"", "b", "a"}},
         {variants({one, text, one}), wrongType},
         {variants({text, one, none}), wrongType},
         {variants({nullText, whole, text}), wrongType},
