@@ -65,10 +65,33 @@ bool checkBasis(BSTR basis, Failure& failure) {
 
 bool readPhase(std::wstring_view label, Place& phase, Failure& failure) {
     const auto place = findPlace(label);
-    if (!place || *place == Place::overall)
+    if (!place || !isPhase(*place))
         return fail(failure, ECapeInvalidArgumentHR,
                     L"There is no phase \"" + std::wstring(label) + L"\"; the phases are Vapor and Liquid");
     phase = *place;
+    return true;
+}
+
+bool readPhasePair(const VARIANT& labels, Place& both, Failure& failure) {
+    std::vector<std::wstring> names;
+    Place first{}, second{};
+    if (!readNames(labels, L"list of phases", names, failure))
+        return false;
+    if (names.size() != 2)
+        return fail(failure, ECapeInvalidArgumentHR, L"Two phases are needed");
+    if (!readPhase(names[0], first, failure) || !readPhase(names[1], second, failure))
+        return false;
+    const auto place = placeOfBoth(first, second);
+    if (place)
+        both = *place;
+    return place || fail(failure, ECapeInvalidArgumentHR, L"The two phases are the same");
+}
+
+bool clearResults(std::initializer_list<VARIANT*> places) {
+    if (std::ranges::find(places, nullptr) != places.end())
+        return false;
+    for (VARIANT* place : places)
+        VariantClear(place);
     return true;
 }
 

@@ -28,6 +28,12 @@ bool checkBasis(BSTR basis, Failure& failure);
 /// The label of a phase, in any case of letters.
 bool readPhase(std::wstring_view label, Place& phase, Failure& failure);
 
+/// An array of the labels of two different phases.
+bool readPhasePair(const VARIANT& labels, Place& both, Failure& failure);
+
+/// Empties the caller's in-out variants. False where one of them is missing.
+bool clearResults(std::initializer_list<VARIANT*> places);
+
 /// Replaces what the caller's in-out variant holds. An empty array gives VT_EMPTY.
 void replace(VARIANT* place, Variant value);
 

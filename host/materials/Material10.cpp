@@ -1,6 +1,7 @@
 #include "Material10.h"
 
 #include "Arguments.h"
+#include "PureCompounds.h"
 #include "com/Text.h"
 
 #include <algorithm>
@@ -53,12 +54,14 @@ FlashSpecification specificationOf(FlashVariable variable) {
     return {&flashProperty(variable), variable == vaporFraction ? Place::vapor : Place::overall};
 }
 
-/// Values are those of the mixture; those of the pure compounds are not kept.
-bool checkCalcType(BSTR calcType, Failure& failure) {
+/// Values are those of the mixture, but for the properties that only pure compounds have.
+bool checkCalcType(BSTR calcType, const StreamProperty& property, Failure& failure) {
     const std::wstring_view type = viewOf(calcType);
-    return type.empty() || compareNoCase(type, L"mixture") == 0 ||
+    const std::wstring_view expected = property.isPure() ? L"pure" : L"mixture";
+    return (type.empty() && !property.isPure()) || compareNoCase(type, expected) == 0 ||
            fail(failure, ECapeNoImplHR,
-                L"The calculation type \"" + std::wstring(type) + L"\" is not supported; use \"mixture\"");
+                L"The calculation type \"" + std::wstring(type) + L"\" is not supported for " +
+                    property.name + L"; use \"" + std::wstring(expected) + L"\"");
 }
 
 bool readPlace(std::wstring_view label, Place& place, Failure& failure) {
@@ -123,7 +126,7 @@ STDMETHODIMP Material10::GetProp(BSTR property, BSTR phase, VARIANT compIds, BST
         std::vector<double> values;
         if (!readProperty(viewOf(property), asked, failure) || !readPlace(viewOf(phase), place, failure) ||
             !readCompounds(compIds, *state_->package(), compounds, failure) ||
-            !checkCalcType(calcType, failure) || !checkBasis(basis, failure) ||
+            !checkCalcType(calcType, *asked, failure) || !checkBasis(basis, failure) ||
             !state_->get(place, *asked, values, failure))
             return false;
         if (asked->shape == ValueShape::perCompound) {
@@ -146,7 +149,7 @@ STDMETHODIMP Material10::SetProp(BSTR property, BSTR phase, VARIANT compIds, BST
         std::vector<double> numbers;
         if (!readProperty(viewOf(property), given, failure) || !readPlace(viewOf(phase), place, failure) ||
             !readCompounds(compIds, *state_->package(), compounds, failure) ||
-            !checkCalcType(calcType, failure) || !checkBasis(basis, failure) ||
+            !checkCalcType(calcType, *given, failure) || !checkBasis(basis, failure) ||
             !readValues(values, given->name, numbers, failure))
             return false;
         if (given->shape == ValueShape::perCompound) {
@@ -163,10 +166,10 @@ STDMETHODIMP Material10::SetProp(BSTR property, BSTR phase, VARIANT compIds, BST
 }
 
 bool Material10::calculate(const std::vector<std::wstring>& properties, std::span<const Place> places,
-                           Failure& failure) {
+                           BSTR calcType, Failure& failure) {
     for (const std::wstring& name : properties) {
         const StreamProperty* property = nullptr;
-        if (!readProperty(name, property, failure))
+        if (!readProperty(name, property, failure) || !checkCalcType(calcType, *property, failure))
             return false;
         for (const Place place : places)
             if (!state_->calculate(place, *property, failure))
@@ -179,13 +182,13 @@ STDMETHODIMP Material10::CalcProp(VARIANT props, VARIANT phases, BSTR calcType) 
     return call(materialInterface, L"CalcProp", [&](Failure& failure) {
         std::vector<std::wstring> properties, labels;
         if (!readNames(props, L"list of properties", properties, failure) ||
-            !readNames(phases, L"list of phases", labels, failure) || !checkCalcType(calcType, failure))
+            !readNames(phases, L"list of phases", labels, failure))
             return false;
         std::vector<Place> places;
         for (const std::wstring& label : labels)
             if (!readPlace(label, places.emplace_back(), failure))
                 return false;
-        return calculate(properties, places, failure);
+        return calculate(properties, places, calcType, failure);
     });
 }
 
@@ -205,7 +208,7 @@ STDMETHODIMP Material10::CalcEquilibrium(BSTR flashType, VARIANT props) {
         std::vector<Place> present;
         std::ranges::copy_if(phasePlaces, std::back_inserter(present),
                              [&](Place phase) { return state_->isPresent(phase); });
-        return calculate(properties, present, failure);
+        return calculate(properties, present, nullptr, failure);
     });
 }
 
@@ -245,7 +248,7 @@ STDMETHODIMP Material10::GetPropList(VARIANT* props) {
             return E_POINTER;
         std::vector<std::wstring> names;
         for (const StreamProperty& property : streamProperties())
-            names.emplace_back(property.name);
+            names.push_back(property.name);
         *props = VariantArray::of(std::span<const std::wstring>(names)).release();
         return S_OK;
     });
@@ -262,8 +265,22 @@ STDMETHODIMP Material10::GetUniversalConstant(VARIANT, VARIANT* propVals) {
     return prepareResult(propVals) ? notImplemented(materialInterface, L"GetUniversalConstant") : E_POINTER;
 }
 
-STDMETHODIMP Material10::GetComponentConstant(VARIANT, VARIANT, VARIANT* propVals) {
-    return prepareResult(propVals) ? notImplemented(materialInterface, L"GetComponentConstant") : E_POINTER;
+STDMETHODIMP Material10::GetComponentConstant(VARIANT props, VARIANT compIds, VARIANT* propVals) {
+    if (!prepareResult(propVals))
+        return E_POINTER;
+    return call(materialInterface, L"GetComponentConstant", [&](Failure& failure) {
+        std::vector<std::wstring> names;
+        std::vector<std::size_t> compounds;
+        if (!readNames(props, L"list of constants", names, failure) ||
+            !readCompounds(compIds, *state_->package(), compounds, failure))
+            return false;
+        ConstantValues constants = readConstants(*state_->package(), names, compounds);
+        if (!constants.unknown.empty())
+            return fail(failure, ECapeThrmPropertyNotAvailableHR,
+                        L"The constant \"" + constants.unknown.front() + L"\" is not available");
+        *propVals = constants.values.release();
+        return true;
+    });
 }
 
 STDMETHODIMP Material10::SetIndependentVar(VARIANT, VARIANT) {

@@ -34,7 +34,7 @@ public:
     STDMETHODIMP GetNumComponents(LONG* numComp) override;
 
 private:
-    bool calculate(const std::vector<std::wstring>& properties, std::span<const Place> places,
+    bool calculate(const std::vector<std::wstring>& properties, std::span<const Place> places, BSTR calcType,
                    Failure& failure);
 
     std::shared_ptr<StreamState> state_;

@@ -10,26 +10,9 @@ namespace solvane::host {
 namespace {
 
 constexpr wchar_t materialInterface[] = L"ICapeThermoMaterial";
-constexpr wchar_t compoundsInterface[] = L"ICapeThermoCompounds";
 constexpr wchar_t phasesInterface[] = L"ICapeThermoPhases";
 
 constexpr wchar_t stateOfAggregationAttribute[] = L"StateOfAggregation";
-
-bool empty(std::initializer_list<VARIANT*> places) {
-    if (std::ranges::find(places, nullptr) != places.end())
-        return false;
-    for (VARIANT* place : places)
-        VariantClear(place);
-    return true;
-}
-
-template <class T>
-VariantArray ofCompounds(const PropertyPackage& package, T (*value)(const Compound&)) {
-    std::vector<T> values;
-    for (const Compound* compound : package.compounds())
-        values.push_back(value(*compound));
-    return VariantArray::of(std::span<const T>(values));
-}
 
 } // namespace
 
@@ -103,7 +86,7 @@ STDMETHODIMP Material11::CreateMaterial(IDispatch** materialObject) {
 }
 
 STDMETHODIMP Material11::GetOverallProp(BSTR property, BSTR basis, VARIANT* results) {
-    if (!empty({results}))
+    if (!clearResults({results}))
         return E_POINTER;
     return call(materialInterface, L"GetOverallProp", [&](Failure& failure) {
         return getValues(Place::overall, property, basis, results, failure);
@@ -111,7 +94,7 @@ STDMETHODIMP Material11::GetOverallProp(BSTR property, BSTR basis, VARIANT* resu
 }
 
 STDMETHODIMP Material11::GetSinglePhaseProp(BSTR property, BSTR phaseLabel, BSTR basis, VARIANT* results) {
-    if (!empty({results}))
+    if (!clearResults({results}))
         return E_POINTER;
     return call(materialInterface, L"GetSinglePhaseProp", [&](Failure& failure) {
         Place phase{};
@@ -148,7 +131,7 @@ bool Material11::getTPFraction(Place place, double* temperature, double* pressur
 }
 
 STDMETHODIMP Material11::GetOverallTPFraction(double* temperature, double* pressure, VARIANT* composition) {
-    if (!prepareResult(temperature) || !prepareResult(pressure) || !empty({composition}))
+    if (!prepareResult(temperature) || !prepareResult(pressure) || !clearResults({composition}))
         return E_POINTER;
     return call(materialInterface, L"GetOverallTPFraction", [&](Failure& failure) {
         return getTPFraction(Place::overall, temperature, pressure, composition, failure);
@@ -157,7 +140,7 @@ STDMETHODIMP Material11::GetOverallTPFraction(double* temperature, double* press
 
 STDMETHODIMP Material11::GetTPFraction(BSTR phaseLabel, double* temperature, double* pressure,
                                        VARIANT* composition) {
-    if (!prepareResult(temperature) || !prepareResult(pressure) || !empty({composition}))
+    if (!prepareResult(temperature) || !prepareResult(pressure) || !clearResults({composition}))
         return E_POINTER;
     return call(materialInterface, L"GetTPFraction", [&](Failure& failure) {
         Place phase{};
@@ -167,7 +150,7 @@ STDMETHODIMP Material11::GetTPFraction(BSTR phaseLabel, double* temperature, dou
 }
 
 STDMETHODIMP Material11::GetPresentPhases(VARIANT* phaseLabels, VARIANT* phaseStatus) {
-    if (!empty({phaseLabels, phaseStatus}))
+    if (!clearResults({phaseLabels, phaseStatus}))
         return E_POINTER;
     return border([&]() -> HRESULT {
         std::vector<std::wstring> labels;
@@ -211,74 +194,18 @@ STDMETHODIMP Material11::SetPresentPhases(VARIANT phaseLabels, VARIANT phaseStat
     });
 }
 
-STDMETHODIMP Material11::GetTwoPhaseProp(BSTR, VARIANT, BSTR, VARIANT* results) {
-    if (!empty({results}))
+STDMETHODIMP Material11::GetTwoPhaseProp(BSTR property, VARIANT phaseLabels, BSTR basis, VARIANT* results) {
+    if (!clearResults({results}))
         return E_POINTER;
-    return notImplemented(materialInterface, L"GetTwoPhaseProp");
+    return call(materialInterface, L"GetTwoPhaseProp", [&](Failure& failure) {
+        Place both{};
+        return readPhasePair(phaseLabels, both, failure) &&
+               getValues(both, property, basis, results, failure);
+    });
 }
 
 STDMETHODIMP Material11::SetTwoPhaseProp(BSTR, VARIANT, BSTR, VARIANT) {
     return notImplemented(materialInterface, L"SetTwoPhaseProp");
-}
-
-STDMETHODIMP Material11::GetCompoundList(VARIANT* compIds, VARIANT* formulae, VARIANT* names,
-                                         VARIANT* boilTemps, VARIANT* molwts, VARIANT* casnos) {
-    if (!empty({compIds, formulae, names, boilTemps, molwts, casnos}))
-        return E_POINTER;
-    return border([&]() -> HRESULT {
-        using Text = std::wstring;
-        const PropertyPackage& package = *state_->package();
-        replace(compIds, VariantArray::of(std::span<const Text>(compoundIds(package))));
-        replace(formulae,
-                ofCompounds<Text>(package, [](const Compound& c) { return widen(c.formula, CP_UTF8); }));
-        replace(names, ofCompounds<Text>(package, [](const Compound& c) { return widen(c.name, CP_UTF8); }));
-        replace(boilTemps,
-                ofCompounds<double>(package, [](const Compound& c) { return c.normalBoilingPoint; }));
-        replace(molwts, ofCompounds<double>(package, [](const Compound& c) { return c.molecularWeight; }));
-        replace(casnos,
-                ofCompounds<Text>(package, [](const Compound& c) { return widen(c.casNumber, CP_UTF8); }));
-        return S_OK;
-    });
-}
-
-STDMETHODIMP Material11::GetNumCompounds(LONG* num) {
-    if (!prepareResult(num))
-        return E_POINTER;
-    *num = static_cast<LONG>(state_->compoundCount());
-    return S_OK;
-}
-
-// The package offers no constants or functions of temperature or pressure yet: the lists of their names are
-// empty.
-
-STDMETHODIMP Material11::GetConstPropList(VARIANT* props) {
-    return prepareResult(props) ? S_OK : E_POINTER;
-}
-
-STDMETHODIMP Material11::GetTDependentPropList(VARIANT* props) {
-    return prepareResult(props) ? S_OK : E_POINTER;
-}
-
-STDMETHODIMP Material11::GetPDependentPropList(VARIANT* props) {
-    return prepareResult(props) ? S_OK : E_POINTER;
-}
-
-STDMETHODIMP Material11::GetCompoundConstant(VARIANT, VARIANT, VARIANT* propVals) {
-    if (!prepareResult(propVals))
-        return E_POINTER;
-    return notImplemented(compoundsInterface, L"GetCompoundConstant");
-}
-
-STDMETHODIMP Material11::GetTDependentProperty(VARIANT, double, VARIANT, VARIANT* propVals) {
-    if (!empty({propVals}))
-        return E_POINTER;
-    return notImplemented(compoundsInterface, L"GetTDependentProperty");
-}
-
-STDMETHODIMP Material11::GetPDependentProperty(VARIANT, double, VARIANT, VARIANT* propVals) {
-    if (!empty({propVals}))
-        return E_POINTER;
-    return notImplemented(compoundsInterface, L"GetPDependentProperty");
 }
 
 STDMETHODIMP Material11::GetNumPhases(LONG* num) {
@@ -306,7 +233,7 @@ STDMETHODIMP Material11::GetPhaseInfo(BSTR phaseLabel, BSTR phaseAttribute, VARI
 
 STDMETHODIMP Material11::GetPhaseList(VARIANT* phaseLabels, VARIANT* stateOfAggregation,
                                       VARIANT* keyCompoundId) {
-    if (!empty({phaseLabels, stateOfAggregation, keyCompoundId}))
+    if (!clearResults({phaseLabels, stateOfAggregation, keyCompoundId}))
         return E_POINTER;
     return border([&]() -> HRESULT {
         std::vector<std::wstring> labels;

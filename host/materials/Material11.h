@@ -82,6 +82,9 @@ public:
 private:
     bool getValues(Place place, BSTR property, BSTR basis, VARIANT* results, Failure& failure) const;
     bool setValues(Place place, BSTR property, BSTR basis, const VARIANT& values, Failure& failure);
+    bool calculate(const VARIANT& props, Place place, Failure& failure);
+    HRESULT getPureProperties(const wchar_t* operation, PureArgument argument, double at,
+                              const VARIANT& props, const VARIANT& compIds, VARIANT* propVals);
     bool getTPFraction(Place place, double* temperature, double* pressure, VARIANT* composition,
                        Failure& failure) const;
 

@@ -29,8 +29,9 @@ bool readSpecification(const VARIANT& argument, FlashSpecification& specificatio
     if (!readProperty(words[0], property, failure))
         return false;
     const auto place = findPlace(words[2]);
-    const bool isOfPhase = property == &phaseFractionProperty;
-    if (!property->flashVariable || !place || (*place == Place::overall) == isOfPhase)
+    const bool fits =
+        place && (property == &phaseFractionProperty ? isPhase(*place) : *place == Place::overall);
+    if (!property->flashVariable || !fits)
         return fail(failure, ECapeInvalidArgumentHR,
                     L"\"" + words[0] + L"\" of \"" + words[2] + L"\" is not a flash specification");
     specification = {property, *place};
@@ -47,6 +48,27 @@ bool readRequest(const VARIANT& specification1, const VARIANT& specification2, B
                     L"The solution type \"" + std::wstring(viewOf(solutionType)) + L"\" is not supported");
     return readSpecification(specification1, first, failure) &&
            readSpecification(specification2, second, failure);
+}
+
+template <class Request>
+bool isOffered(BSTR name) {
+    const StreamProperty* property = findStreamProperty(viewOf(name));
+    return property && std::holds_alternative<Request>(property->request);
+}
+
+/// The names of all properties of that kind.
+template <class Request>
+HRESULT giveOffered(VARIANT* result) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(result))
+            return E_POINTER;
+        std::vector<std::wstring> names;
+        for (const StreamProperty& property : streamProperties())
+            if (std::holds_alternative<Request>(property.request))
+                names.push_back(property.name);
+        *result = VariantArray::of(std::span<const std::wstring>(names)).release();
+        return S_OK;
+    });
 }
 
 } // namespace
@@ -74,17 +96,26 @@ STDMETHODIMP Material11::CheckEquilibriumSpec(VARIANT specification1, VARIANT sp
     });
 }
 
+bool Material11::calculate(const VARIANT& props, Place place, Failure& failure) {
+    std::vector<std::wstring> names;
+    return readNames(props, L"list of properties", names, failure) &&
+           std::ranges::all_of(names, [&](const std::wstring& name) {
+               const StreamProperty* property = nullptr;
+               return readProperty(name, property, failure) && state_->calculate(place, *property, failure);
+           });
+}
+
 STDMETHODIMP Material11::CalcSinglePhaseProp(VARIANT props, BSTR phaseLabel) {
     return call(propertyInterface, L"CalcSinglePhaseProp", [&](Failure& failure) {
-        std::vector<std::wstring> names;
         Place phase{};
-        if (!readNames(props, L"list of properties", names, failure) ||
-            !readPhase(viewOf(phaseLabel), phase, failure))
-            return false;
-        return std::ranges::all_of(names, [&](const std::wstring& name) {
-            const StreamProperty* property = nullptr;
-            return readProperty(name, property, failure) && state_->calculate(phase, *property, failure);
-        });
+        return readPhase(viewOf(phaseLabel), phase, failure) && calculate(props, phase, failure);
+    });
+}
+
+STDMETHODIMP Material11::CalcTwoPhaseProp(VARIANT props, VARIANT phaseLabels) {
+    return call(propertyInterface, L"CalcTwoPhaseProp", [&](Failure& failure) {
+        Place both{};
+        return readPhasePair(phaseLabels, both, failure) && calculate(props, both, failure);
     });
 }
 
@@ -92,25 +123,34 @@ STDMETHODIMP Material11::CheckSinglePhasePropSpec(BSTR property, BSTR phaseLabel
     if (!prepareResult(valid))
         return E_POINTER;
     return border([&]() -> HRESULT {
-        const StreamProperty* asked = findStreamProperty(viewOf(property));
-        const auto place = findPlace(viewOf(phaseLabel));
-        const bool isOffered = asked && asked->calculate && place && *place != Place::overall;
-        *valid = isOffered ? VARIANT_TRUE : VARIANT_FALSE;
+        Place phase{};
+        Failure failure;
+        *valid = isOffered<PhaseRequest>(property) && readPhase(viewOf(phaseLabel), phase, failure)
+                     ? VARIANT_TRUE
+                     : VARIANT_FALSE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::CheckTwoPhasePropSpec(BSTR property, VARIANT phaseLabels, VARIANT_BOOL* valid) {
+    if (!prepareResult(valid))
+        return E_POINTER;
+    return border([&]() -> HRESULT {
+        Place both{};
+        Failure failure;
+        *valid = isOffered<TwoPhaseRequest>(property) && readPhasePair(phaseLabels, both, failure)
+                     ? VARIANT_TRUE
+                     : VARIANT_FALSE;
         return S_OK;
     });
 }
 
 STDMETHODIMP Material11::GetSinglePhasePropList(VARIANT* props) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(props))
-            return E_POINTER;
-        std::vector<std::wstring> names;
-        for (const StreamProperty& property : streamProperties())
-            if (property.calculate)
-                names.emplace_back(property.name);
-        *props = VariantArray::of(std::span<const std::wstring>(names)).release();
-        return S_OK;
-    });
+    return giveOffered<PhaseRequest>(props);
+}
+
+STDMETHODIMP Material11::GetTwoPhasePropList(VARIANT* props) {
+    return giveOffered<TwoPhaseRequest>(props);
 }
 
 STDMETHODIMP Material11::CalcAndGetLnPhi(BSTR phaseLabel, double temperature, double pressure,
@@ -143,20 +183,6 @@ STDMETHODIMP Material11::CalcAndGetLnPhi(BSTR phaseLabel, double temperature, do
         replace(lnPhi, VariantArray::of(values));
         return true;
     });
-}
-
-// The package offers no properties of two phases yet.
-
-STDMETHODIMP Material11::CalcTwoPhaseProp(VARIANT, VARIANT) {
-    return notImplemented(propertyInterface, L"CalcTwoPhaseProp");
-}
-
-STDMETHODIMP Material11::CheckTwoPhasePropSpec(BSTR, VARIANT, VARIANT_BOOL* valid) {
-    return prepareResult(valid) ? S_OK : E_POINTER;
-}
-
-STDMETHODIMP Material11::GetTwoPhasePropList(VARIANT* props) {
-    return prepareResult(props) ? S_OK : E_POINTER;
 }
 
 } // namespace solvane::host

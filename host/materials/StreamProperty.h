@@ -7,29 +7,43 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace solvane::host {
 
-enum class ValueShape { scalar, perCompound };
+enum class ValueShape { scalar, perCompound, other };
 
-/// The value of a property for one phase at T and P, on a mole basis in SI units.
-using PhaseCalculation = bool (*)(const PropertyPackage& package, Phase phase, double temperature,
-                                  double pressure, std::span<const double> composition,
-                                  std::vector<double>& values, std::string& error);
+/// What the property package is asked for: a property of a phase, one of two phases, or one of the pure
+/// compounds, or a derivative.
+struct PhaseRequest {
+    const PhasePropertyRow* property;
+    Derivative derivative;
+};
+struct TwoPhaseRequest {
+    TwoPhaseProperty property;
+    Derivative derivative;
+};
+struct PureRequest {
+    const PurePropertyRow* property;
+    bool derivative;
+};
 
 struct StreamProperty {
-    std::wstring_view name;
+    std::wstring name; ///< with the derivative's suffix, as "volume.Dtemperature"
     ValueShape shape;
-    /// Null for what is set or comes from a flash and is never calculated for a phase.
-    PhaseCalculation calculate;
+    /// Nothing for what is set or comes from a flash and is never calculated.
+    std::variant<std::monostate, PhaseRequest, TwoPhaseRequest, PureRequest> request;
     /// The condition of a flash that the property can be.
     std::optional<FlashVariable> flashVariable;
+
+    bool isPure() const { return std::holds_alternative<PureRequest>(request); }
 };
 
 std::span<const StreamProperty> streamProperties();
 
-/// The property of that name, in any case of letters; null where there is none.
+/// The property of that name, in any case of letters; null where there is none. Some properties have a second
+/// name of the first generation.
 const StreamProperty* findStreamProperty(std::wstring_view name);
 
 /// The property that sets a flash condition.

@@ -10,53 +10,45 @@ namespace solvane::host {
 
 namespace {
 
-constexpr std::array<std::wstring_view, 3> placeLabels{L"Overall", L"Vapor", L"Liquid"};
-
-Phase packagePhase(Place place) {
-    return place == Place::vapor ? Phase::vapor : Phase::liquid;
-}
+constexpr std::array<std::wstring_view, 5> placeLabels{L"Overall", L"Vapor", L"Liquid", L"VaporLiquid",
+                                                       L"LiquidVapor"};
 
 Place placeOf(Phase phase) {
     return phase == Phase::vapor ? Place::vapor : Place::liquid;
 }
 
-/// "enthalpy of phase Vapor", "temperature", for messages.
-std::wstring describe(Place place, const StreamProperty& property) {
-    std::wstring text(property.name);
-    if (place != Place::overall)
-        text.append(L" of phase ").append(placeLabel(place));
-    return text;
-}
-
-bool notAvailable(Failure& failure, Place place, const StreamProperty& property) {
-    return fail(failure, ECapeThrmPropertyNotAvailableHR,
-                describe(place, property) + L" is neither set nor calculated");
-}
-
-/// The pairs of conditions that the property package solves, in either order.
-constexpr std::array flashPairs{
-    std::pair{FlashVariable::temperature, FlashVariable::pressure},
-    std::pair{FlashVariable::temperature, FlashVariable::vaporFraction},
-    std::pair{FlashVariable::pressure, FlashVariable::vaporFraction},
-    std::pair{FlashVariable::pressure, FlashVariable::enthalpy},
-    std::pair{FlashVariable::pressure, FlashVariable::enthalpyF},
-    std::pair{FlashVariable::pressure, FlashVariable::enthalpyNF},
-    std::pair{FlashVariable::pressure, FlashVariable::entropy},
-    std::pair{FlashVariable::pressure, FlashVariable::entropyF},
-    std::pair{FlashVariable::pressure, FlashVariable::entropyNF},
-};
-
 } // namespace
+
+bool isPhase(Place place) {
+    return place == Place::vapor || place == Place::liquid;
+}
+
+std::optional<Place> placeOfBoth(Place first, Place second) {
+    if (first == second)
+        return std::nullopt;
+    return first == Place::vapor ? Place::vaporLiquid : Place::liquidVapor;
+}
 
 std::wstring_view placeLabel(Place place) {
     return placeLabels[static_cast<std::size_t>(place)];
 }
 
 std::optional<Place> findPlace(std::wstring_view label) {
-    for (const Place place : {Place::overall, Place::vapor, Place::liquid})
-        if (compareNoCase(label, placeLabel(place)) == 0)
-            return place;
-    return std::nullopt;
+    const auto found = std::ranges::find_if(
+        placeLabels, [&](std::wstring_view known) { return compareNoCase(label, known) == 0; });
+    return found == placeLabels.end() ? std::nullopt
+                                      : std::optional(static_cast<Place>(found - placeLabels.begin()));
+}
+
+std::wstring describe(Place place, const StreamProperty& property) {
+    return place == Place::overall
+               ? property.name
+               : std::wstring(property.name).append(L" of phase ").append(placeLabel(place));
+}
+
+bool notAvailable(Failure& failure, Place place, const StreamProperty& property) {
+    return fail(failure, ECapeThrmPropertyNotAvailableHR,
+                describe(place, property) + L" is neither set nor calculated");
 }
 
 StreamState::StreamState(std::shared_ptr<const PropertyPackage> package) : package_(std::move(package)) {}
@@ -109,10 +101,12 @@ bool StreamState::get(Place place, const StreamProperty& property, std::vector<d
 bool StreamState::set(Place place, const StreamProperty& property, std::span<const double> values,
                       Failure& failure) {
     const std::size_t expected = property.shape == ValueShape::scalar ? 1 : compoundCount();
-    if (values.size() != expected)
+    if (property.shape != ValueShape::other && values.size() != expected)
         return fail(failure, ECapeInvalidArgumentHR,
                     describe(place, property) + L" takes " + std::to_wstring(expected) + L" values, not " +
                         std::to_wstring(values.size()));
+    if (place != Place::overall && !isPhase(place))
+        return fail(failure, ECapeNoImplHR, describe(place, property) + L" cannot be set, only calculated");
     const bool isFlow = &property == &flowProperty || &property == &totalFlowProperty;
     if (isFlow && place != Place::overall)
         return fail(failure, ECapeNoImplHR,
@@ -124,10 +118,11 @@ bool StreamState::set(Place place, const StreamProperty& property, std::span<con
     // What was calculated for another state is not true of the new one.
     if (&property == &temperatureProperty || &property == &pressureProperty ||
         &property == &fractionProperty) {
+        const std::array affected{place, Place::vaporLiquid, Place::liquidVapor};
         if (place == Place::overall)
             clearCalculated();
         else
-            at(place).calculated.clear();
+            std::ranges::for_each(affected, [this](Place one) { at(one).calculated.clear(); });
     }
     at(place).calculated.erase(&property);
     at(place).values[&property].assign(values.begin(), values.end());
@@ -144,54 +139,6 @@ bool StreamState::setFlows(std::span<const double> flows, Failure& failure) {
         fraction /= total;
     return set(Place::overall, totalFlowProperty, std::span(&total, 1), failure) &&
            set(Place::overall, fractionProperty, fractions, failure);
-}
-
-bool StreamState::calculate(Place place, const StreamProperty& property, Failure& failure) {
-    if (!property.calculate)
-        return fail(failure, ECapeThrmPropertyNotAvailableHR,
-                    std::wstring(property.name) + L" is not a property that is calculated");
-    std::vector<double> values;
-    const bool calculated = place == Place::overall ? calculateOverall(property, values, failure)
-                                                    : calculatePhase(place, property, values, failure);
-    if (calculated)
-        at(place).calculated[&property] = std::move(values);
-    return calculated;
-}
-
-bool StreamState::calculatePhase(Place phase, const StreamProperty& property, std::vector<double>& values,
-                                 Failure& failure) const {
-    std::vector<double> temperature, pressure, composition;
-    if (!get(phase, temperatureProperty, temperature, failure) ||
-        !get(phase, pressureProperty, pressure, failure) ||
-        !get(phase, fractionProperty, composition, failure))
-        return false;
-    std::string error;
-    return property.calculate(*package_, packagePhase(phase), temperature.front(), pressure.front(),
-                              composition, values, error) ||
-           fail(failure, ECapeComputationHR,
-                describe(phase, property) + L" cannot be calculated: " + widen(error, CP_UTF8));
-}
-
-bool StreamState::calculateOverall(const StreamProperty& property, std::vector<double>& values,
-                                   Failure& failure) const {
-    if (property.shape != ValueShape::scalar)
-        return fail(failure, ECapeNoImplHR,
-                    std::wstring(property.name) + L" is calculated for a phase, not for the stream");
-    values = {0.0};
-    for (const Place phase : phasePlaces) {
-        if (!isPresent(phase))
-            continue;
-        const auto* fraction = find(phase, phaseFractionProperty);
-        if (!fraction)
-            return notAvailable(failure, phase, phaseFractionProperty);
-        std::vector<double> value;
-        if (fraction->front() == 0)
-            continue;
-        if (!calculatePhase(phase, property, value, failure))
-            return false;
-        values.front() += fraction->front() * value.front();
-    }
-    return true;
 }
 
 void StreamState::setPresentPhases(std::span<const std::pair<Place, PhaseStatus>> phases) {
@@ -211,9 +158,7 @@ void StreamState::setPresentPhases(std::span<const std::pair<Place, PhaseStatus>
 bool StreamState::canFlash(const FlashSpecification& first, const FlashSpecification& second) {
     const auto one = first.property->flashVariable;
     const auto other = second.property->flashVariable;
-    return std::ranges::any_of(flashPairs, [&](const auto& pair) {
-        return (one == pair.first && other == pair.second) || (one == pair.second && other == pair.first);
-    });
+    return one && other && PropertyPackage::canFlash(*one, *other);
 }
 
 bool StreamState::readCondition(const FlashSpecification& specification, FlashCondition& condition,

@@ -13,17 +13,28 @@
 
 namespace solvane::host {
 
-/// What a value of a stream belongs to.
-enum class Place { overall, vapor, liquid };
+/// What a value of a stream belongs to: the stream, one of its phases, or two of them in this order.
+enum class Place { overall, vapor, liquid, vaporLiquid, liquidVapor };
 
 /// The phases that the property package can form, in the order in which materials list them.
 inline constexpr std::array phasePlaces{Place::vapor, Place::liquid};
 
-/// "Overall", "Vapor", "Liquid".
+bool isPhase(Place place);
+
+/// The place of two phases; nothing where they are one phase.
+std::optional<Place> placeOfBoth(Place first, Place second);
+
+/// "Overall", "Vapor", "Liquid", "VaporLiquid", "LiquidVapor".
 std::wstring_view placeLabel(Place place);
 
 /// The place with that label, in any case of letters.
 std::optional<Place> findPlace(std::wstring_view label);
+
+/// "enthalpy of phase Vapor", "temperature", for messages.
+std::wstring describe(Place place, const StreamProperty& property);
+
+/// Fails for a value that was neither set nor calculated.
+bool notAvailable(Failure& failure, Place place, const StreamProperty& property);
 
 /// Whether the stream has the phase, as far as is known.
 enum class PhaseStatus { unknown, atEquilibrium, estimated };
@@ -56,8 +67,8 @@ public:
     /// Fails for a wrong count of values. Setting the compounds' flows sets total flow and composition.
     bool set(Place place, const StreamProperty& property, std::span<const double> values, Failure& failure);
 
-    /// Calculates a property for a phase at its composition, or overall for the present phases together, to
-    /// be read with `get`.
+    /// Calculates a property, to be read with `get`: for a phase at its composition, for two phases, overall
+    /// for the present phases together (amounts for one mole only), or overall for each pure compound.
     bool calculate(Place place, const StreamProperty& property, Failure& failure);
 
     bool isPresent(Place phase) const { return at(phase).present; }
@@ -85,16 +96,28 @@ private:
     const Record& at(Place place) const { return records_[static_cast<std::size_t>(place)]; }
     const std::vector<double>* find(Place place, const StreamProperty& property) const;
     bool setFlows(std::span<const double> flows, Failure& failure);
-    bool calculatePhase(Place phase, const StreamProperty& property, std::vector<double>& values,
-                        Failure& failure) const;
-    bool calculateOverall(const StreamProperty& property, std::vector<double>& values,
-                          Failure& failure) const;
+    struct PhaseConditions {
+        double temperature;
+        double pressure;
+        std::vector<double> composition;
+    };
+    bool readConditions(Place phase, PhaseConditions& conditions, Failure& failure) const;
+    bool calculateAt(Place phase, const StreamProperty& property, std::monostate, std::vector<double>& values,
+                     Failure& failure) const;
+    bool calculateAt(Place phase, const StreamProperty& property, const PhaseRequest& request,
+                     std::vector<double>& values, Failure& failure) const;
+    bool calculateAt(Place both, const StreamProperty& property, const TwoPhaseRequest& request,
+                     std::vector<double>& values, Failure& failure) const;
+    bool calculateAt(Place overall, const StreamProperty& property, const PureRequest& request,
+                     std::vector<double>& values, Failure& failure) const;
+    bool calculateOverall(const StreamProperty& property, const PhaseRequest& request,
+                          std::vector<double>& values, Failure& failure) const;
     bool readCondition(const FlashSpecification& specification, FlashCondition& condition,
                        Failure& failure) const;
     void store(const Equilibrium& equilibrium, std::span<const FlashSpecification> specifications);
 
     std::shared_ptr<const PropertyPackage> package_;
-    std::array<Record, 3> records_; ///< by Place
+    std::array<Record, 5> records_; ///< by Place
 };
 
 } // namespace solvane::host

@@ -90,7 +90,19 @@ constexpr std::array flashTable{
     FlashRow{pressure, entropyNF, atPressureAndProperty},
 };
 
+/// Null where there is none.
+const FlashRow* findFlash(FlashVariable first, FlashVariable second) {
+    const auto row = std::ranges::find_if(flashTable, [&](const FlashRow& r) {
+        return (r.first == first && r.second == second) || (r.first == second && r.second == first);
+    });
+    return row == flashTable.end() ? nullptr : &*row;
+}
+
 } // namespace
+
+bool PropertyPackage::canFlash(FlashVariable first, FlashVariable second) {
+    return findFlash(first, second);
+}
 
 bool PropertyPackage::flash(std::span<const double> composition, const FlashCondition& first,
                             const FlashCondition& second, Equilibrium& result, std::string& error) const {
@@ -99,11 +111,8 @@ bool PropertyPackage::flash(std::span<const double> composition, const FlashCond
         !checkCondition(second, error)) {
         return false;
     }
-    const auto row = std::ranges::find_if(flashTable, [&](const FlashRow& r) {
-        return (r.first == first.variable && r.second == second.variable) ||
-               (r.first == second.variable && r.second == first.variable);
-    });
-    if (row == flashTable.end()) {
+    const FlashRow* row = findFlash(first.variable, second.variable);
+    if (!row) {
         error = text("a flash at given ", rowOf(first.variable).name, " and ", rowOf(second.variable).name,
                      " is not supported");
         return false;

@@ -34,4 +34,19 @@ bool PropertyPackage::normalize(std::span<const double> composition, std::vector
     return true;
 }
 
+bool PropertyPackage::pureProperty(const PurePropertyRow& property, double argument,
+                                   std::vector<double>& values, std::string& error, bool derivative) const {
+    const bool byTemperature = property.argument == PureArgument::temperature;
+    if (!checkCondition({byTemperature ? FlashVariable::temperature : FlashVariable::pressure, argument},
+                        error)) {
+        return false;
+    }
+    values.clear();
+    for (const Compound* compound : compounds_) {
+        const Dual value = property.value(*compound, argument);
+        values.push_back(derivative ? value.slope : value.value);
+    }
+    return true;
+}
+
 } // namespace solvane::host

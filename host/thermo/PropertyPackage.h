@@ -7,6 +7,7 @@
 
 #include "Compound.h"
 #include "PhaseProperty.h"
+#include "PureProperties.h"
 
 #include <array>
 #include <span>
@@ -77,6 +78,14 @@ public:
     bool twoPhaseProperty(TwoPhaseProperty property, const TwoPhases& phases, double temperature,
                           double pressure, std::vector<double>& values, std::string& error,
                           Derivative derivative = Derivative::none) const;
+
+    /// A property of each pure compound at the temperature or pressure that it depends on, or its derivative
+    /// to that. Not a number for a compound that has none there. False with a text for values out of range.
+    bool pureProperty(const PurePropertyRow& property, double argument, std::vector<double>& values,
+                      std::string& error, bool derivative = false) const;
+
+    /// Whether there is a flash at these two conditions, in either order.
+    static bool canFlash(FlashVariable first, FlashVariable second);
 
     /// Flashes the composition at temperature and pressure, at pressure and an enthalpy or entropy, or at a
     /// vapour fraction and temperature or pressure. The order of the conditions does not matter. False with a

@@ -1,8 +1,8 @@
-#include "CubicParameters.h"
 #include "Derivatives.h"
 #include "FlashVariables.h"
 #include "HomogeneousPhase.h"
 #include "PropertyPackage.h"
+#include "SurfaceTension.h"
 
 namespace solvane::host {
 
@@ -14,30 +14,13 @@ struct Side {
     std::span<const Scalar> composition;
 };
 
-/// By the parachors (C. F. Weinaug, D. L. Katz, Ind. Eng. Chem. 35 (1943) 239), N/m. The even power makes it
-/// the same from either side.
-template <class Scalar>
-Scalar surfaceTension(std::span<const Compound* const> compounds, const Side<Scalar>& first,
-                      const Side<Scalar>& second) {
-    const auto density = [&](const Side<Scalar>& side) { // mol/cm3
-        return 1e-6 / translatedVolume(compounds, side.phase.volume, side.composition);
-    };
-    const Scalar firstDensity = density(first);
-    const Scalar secondDensity = density(second);
-    Scalar root = 0;
-    for (std::size_t i = 0; i < compounds.size(); ++i) {
-        root += compounds[i]->parachor *
-                (firstDensity * first.composition[i] - secondDensity * second.composition[i]);
-    }
-    return 1e-3 * root * root * root * root;
-}
-
 template <class Scalar>
 std::vector<Scalar> valuesOf(TwoPhaseProperty property, std::span<const Compound* const> compounds,
                              const Side<Scalar>& first, const Side<Scalar>& second) {
     using std::exp;
     if (property == TwoPhaseProperty::surfaceTension) {
-        return {surfaceTension(compounds, first, second)};
+        return {surfaceTension(compounds, first.phase.volume, first.composition, second.phase.volume,
+                               second.composition)};
     }
     std::vector<Scalar> values = second.phase.logFugacityCoefficients();
     const std::vector<Scalar> ofFirst = first.phase.logFugacityCoefficients();

@@ -126,10 +126,12 @@ TEST_P(BothGenerations, failuresTellCodeNameAndPlace) {
     };
     std::vector<double> values;
     const Row rows[] = {
-        {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"\"viscosity\"",
-         [](MaterialCalls& m) { return m.calculate(L"viscosity", L"Vapor"); }},
-        {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"enthalpy.Dtemperature",
-         [](MaterialCalls& m) { return m.calculate(L"enthalpy.Dtemperature", L"Vapor"); }},
+        {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"\"pH\"",
+         [](MaterialCalls& m) { return m.calculate(L"pH", L"Vapor"); }},
+        {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"\"enthalpy.Dfoo\"",
+         [](MaterialCalls& m) { return m.calculate(L"enthalpy.Dfoo", L"Vapor"); }},
+        {HRESULT(ECapeNoImplHR), L"ECapeNoImpl", L"kvalue is not calculated for Vapor",
+         [](MaterialCalls& m) { return m.calculate(L"kvalue", L"Vapor"); }},
         {HRESULT(ECapeThrmPropertyNotAvailableHR), L"ECapeThrmPropertyNotAvailable", L"pressure",
          [](MaterialCalls& m) { return m.calculate(L"pressure", L"Vapor"); }},
         {HRESULT(ECapeInvalidArgumentHR), L"ECapeInvalidArgument", L"\"Solid\"",
@@ -161,6 +163,80 @@ TEST_P(BothGenerations, failuresTellCodeNameAndPlace) {
         EXPECT_FALSE(texts.operation.empty());
         EXPECT_EQ(texts.interfaceName.substr(0, 10), L"ICapeTherm");
     }
+}
+
+TEST_P(BothGenerations, constantsComeForEachCompoundAsFarAsTheyAreKnown) {
+    MaterialCalls mixed(GetParam(), newState({"n-pentane", "carbon dioxide", "water"}));
+    const HRESULT partly = GetParam() == Generation::v11 ? HRESULT(ECapeThrmPropertyNotAvailableHR) : S_OK;
+    std::vector<Variant> values;
+    ASSERT_EQ(mixed.constants(L"liquidDensityAt25C", values), partly);
+    ASSERT_EQ(values.size(), 3u);
+    EXPECT_NEAR(values[0].get().dblVal, 8612, 1);
+    EXPECT_TRUE(values[1].isEmpty());
+    EXPECT_NEAR(values[2].get().dblVal, 55345, 1);
+    ASSERT_EQ(mixed.constants(L"smilesFormula", values), S_OK);
+    EXPECT_EQ(viewOf(values.at(1).get().bstrVal), L"O=C=O");
+    ASSERT_EQ(mixed.constants(L"heatOfVaporizationAtNormalBoilingPoint", values), partly);
+    EXPECT_NEAR(values.at(0).get().dblVal, 25.8e3, 500); // measured
+    EXPECT_EQ(mixed.constants(L"flashPoint", values), HRESULT(ECapeThrmPropertyNotAvailableHR));
+}
+
+TEST_P(BothGenerations, pureCompoundsHaveVaporPressuresAndBoilingPointsBelowTheirCriticalPoints) {
+    std::vector<double> pressures, temperatures, values;
+    ASSERT_EQ(material.pureValues(L"vaporPressure", PureArgument::temperature, 300, pressures), S_OK);
+    ASSERT_EQ(pressures.size(), gasNames.size());
+    EXPECT_TRUE(std::isnan(pressures[0]));       // methane
+    EXPECT_NEAR(pressures[3] / 2.58e5, 1, 0.01); // measured
+    ASSERT_EQ(
+        material.pureValues(L"boilingPointTemperature", PureArgument::pressure, pressures[3], temperatures),
+        S_OK);
+    EXPECT_NEAR(temperatures[3], 300, 1e-6);
+    ASSERT_EQ(material.pureValues(L"vaporPressure.Dtemperature", PureArgument::temperature, 300, values),
+              S_OK);
+    ASSERT_EQ(material.pureValues(L"boilingPointTemperature.Dpressure", PureArgument::pressure, pressures[3],
+                                  temperatures),
+              S_OK);
+    EXPECT_NEAR(values[3] * temperatures[3], 1, 1e-6);
+    EXPECT_EQ(material.pureValues(L"vaporPressure", PureArgument::temperature, -1, values),
+              HRESULT(ECapeComputationHR));
+    EXPECT_NE(material.pureValues(L"enthalpy", PureArgument::temperature, 300, values), S_OK);
+}
+
+TEST_P(BothGenerations, twoPhasesHaveKValuesAndASurfaceTension) {
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    const auto y = material.vector(L"fraction", L"Vapor"), x = material.vector(L"fraction", L"Liquid");
+    std::vector<double> k, back, values;
+    ASSERT_EQ(material.twoPhaseValues(L"kvalue", L"Vapor", L"Liquid", k), S_OK);
+    ASSERT_EQ(material.twoPhaseValues(L"kvalues", L"Liquid", L"Vapor", back), S_OK);
+    for (std::size_t i = 0; i < gasNames.size(); ++i) {
+        EXPECT_NEAR(k[i], y[i] / x[i], 1e-9 * k[i]);
+        EXPECT_NEAR(k[i] * back[i], 1, 1e-12);
+    }
+    const std::pair<const wchar_t*, std::size_t> counts[] = {
+        {L"surfaceTension", 1},      {L"surfaceTension.Dtemperature", 1}, {L"surfaceTension.Dmoles", 10},
+        {L"logKvalue.Dpressure", 5}, {L"logKvalue.DmolFraction", 50},
+    };
+    for (const auto& [property, count] : counts) {
+        ASSERT_EQ(material.twoPhaseValues(property, L"Vapor", L"Liquid", values), S_OK) << narrow(property);
+        EXPECT_EQ(values.size(), count) << narrow(property);
+    }
+    EXPECT_NE(material.twoPhaseValues(L"kvalue", L"Vapor", L"Vapor", values), S_OK);
+    EXPECT_NE(material.twoPhaseValues(L"enthalpy", L"Vapor", L"Liquid", values), S_OK);
+    // The values belong to the phases as they were.
+    ASSERT_EQ(material.set(L"fraction", gasFractions, L"Liquid"), S_OK);
+    EXPECT_NE(material.getTwoPhase(L"kvalue", L"Vapor", L"Liquid", values), S_OK);
+}
+
+TEST_P(BothGenerations, derivativesAreServedByTheirSuffix) {
+    ASSERT_EQ(material.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    const std::pair<const wchar_t*, std::size_t> counts[] = {
+        {L"heatCapacity", 1}, {L"enthalpy.Dtemperature", 1}, {L"volume.DMOLES", 5}, {L"fugacity.Dmoles", 25}};
+    for (const auto& [property, count] : counts) {
+        ASSERT_EQ(material.calculate(property, L"Liquid"), S_OK) << narrow(property);
+        EXPECT_EQ(material.vector(property, L"Liquid").size(), count) << narrow(property);
+    }
+    EXPECT_NEAR(material.scalar(L"enthalpy.Dtemperature", L"Liquid"),
+                material.scalar(L"heatCapacityCp", L"Liquid"), 1e-9);
 }
 
 TEST_P(BothGenerations, aFailedFlashLeavesTheStreamAsItWas) {
@@ -242,8 +318,10 @@ TEST(Streams, flashAllPairsThatTheyAnnounce) {
                 const std::wstring name(property->name);
                 const double value = property == &phaseFractionProperty
                                          ? material.scalar(L"phaseFraction", L"Vapor")
-                                     : property->calculate ? material.mixtureValue(name.c_str())
-                                                           : material.scalar(name.c_str());
+
+                                     : std::holds_alternative<PhaseRequest>(property->request)
+                                         ? material.mixtureValue(name.c_str())
+                                         : material.scalar(name.c_str());
                 ASSERT_TRUE(state.set(place(*property), *property, std::span(&value, 1), failure));
             }
             EXPECT_TRUE(state.flash({&first, place(first)}, {&second, place(second)}, failure))

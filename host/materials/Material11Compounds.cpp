@@ -1,0 +1,117 @@
+// What a 1.1 material knows of its compounds.
+#include "Arguments.h"
+#include "Material11.h"
+#include "PureCompounds.h"
+#include "com/Text.h"
+
+namespace solvane::host {
+
+namespace {
+
+constexpr wchar_t compoundsInterface[] = L"ICapeThermoCompounds";
+
+template <class T>
+VariantArray ofCompounds(const PropertyPackage& package, T (*value)(const Compound&)) {
+    std::vector<T> values;
+    for (const Compound* compound : package.compounds())
+        values.push_back(value(*compound));
+    return VariantArray::of(std::span<const T>(values));
+}
+
+HRESULT giveNames(const std::vector<std::wstring>& names, VARIANT* result) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(result))
+            return E_POINTER;
+        *result = VariantArray::of(std::span<const std::wstring>(names)).release();
+        return S_OK;
+    });
+}
+
+} // namespace
+
+STDMETHODIMP Material11::GetCompoundList(VARIANT* compIds, VARIANT* formulae, VARIANT* names,
+                                         VARIANT* boilTemps, VARIANT* molwts, VARIANT* casnos) {
+    if (!clearResults({compIds, formulae, names, boilTemps, molwts, casnos}))
+        return E_POINTER;
+    return border([&]() -> HRESULT {
+        using Text = std::wstring;
+        const PropertyPackage& package = *state_->package();
+        replace(compIds, VariantArray::of(std::span<const Text>(compoundIds(package))));
+        replace(formulae,
+                ofCompounds<Text>(package, [](const Compound& c) { return widen(c.formula, CP_UTF8); }));
+        replace(names, ofCompounds<Text>(package, [](const Compound& c) { return widen(c.name, CP_UTF8); }));
+        replace(boilTemps,
+                ofCompounds<double>(package, [](const Compound& c) { return c.normalBoilingPoint; }));
+        replace(molwts, ofCompounds<double>(package, [](const Compound& c) { return c.molecularWeight; }));
+        replace(casnos,
+                ofCompounds<Text>(package, [](const Compound& c) { return widen(c.casNumber, CP_UTF8); }));
+        return S_OK;
+    });
+}
+
+STDMETHODIMP Material11::GetNumCompounds(LONG* num) {
+    if (!prepareResult(num))
+        return E_POINTER;
+    *num = static_cast<LONG>(state_->compoundCount());
+    return S_OK;
+}
+
+STDMETHODIMP Material11::GetConstPropList(VARIANT* props) {
+    return giveNames(constantNames(), props);
+}
+
+STDMETHODIMP Material11::GetTDependentPropList(VARIANT* props) {
+    return giveNames(purePropertyNames(PureArgument::temperature), props);
+}
+
+STDMETHODIMP Material11::GetPDependentPropList(VARIANT* props) {
+    return giveNames(purePropertyNames(PureArgument::pressure), props);
+}
+
+/// Where a value is missing the others are given with the code that says so.
+STDMETHODIMP Material11::GetCompoundConstant(VARIANT props, VARIANT compIds, VARIANT* propVals) {
+    if (!prepareResult(propVals))
+        return E_POINTER;
+    return call(compoundsInterface, L"GetCompoundConstant", [&](Failure& failure) {
+        std::vector<std::wstring> names;
+        std::vector<std::size_t> compounds;
+        if (!readNames(props, L"list of constants", names, failure) ||
+            !readCompounds(compIds, *state_->package(), compounds, failure))
+            return false;
+        ConstantValues constants = readConstants(*state_->package(), names, compounds);
+        *propVals = constants.values.release();
+        return constants.isComplete || fail(failure, ECapeThrmPropertyNotAvailableHR,
+                                            L"Not every compound has each of the constants");
+    });
+}
+
+STDMETHODIMP Material11::GetTDependentProperty(VARIANT props, double temperature, VARIANT compIds,
+                                               VARIANT* propVals) {
+    return getPureProperties(L"GetTDependentProperty", PureArgument::temperature, temperature, props, compIds,
+                             propVals);
+}
+
+STDMETHODIMP Material11::GetPDependentProperty(VARIANT props, double pressure, VARIANT compIds,
+                                               VARIANT* propVals) {
+    return getPureProperties(L"GetPDependentProperty", PureArgument::pressure, pressure, props, compIds,
+                             propVals);
+}
+
+HRESULT Material11::getPureProperties(const wchar_t* operation, PureArgument argument, double at,
+                                      const VARIANT& props, const VARIANT& compIds, VARIANT* propVals) {
+    if (!clearResults({propVals}))
+        return E_POINTER;
+    return call(compoundsInterface, operation, [&](Failure& failure) {
+        std::vector<std::wstring> names;
+        std::vector<std::size_t> compounds;
+        std::vector<double> values;
+        if (!readNames(props, L"list of properties", names, failure) ||
+            !readCompounds(compIds, *state_->package(), compounds, failure) ||
+            !readPureProperties(*state_->package(), argument, at, names, compounds, values, failure))
+            return false;
+        replace(propVals, VariantArray::of(values));
+        return true;
+    });
+}
+
+} // namespace solvane::host

@@ -1,0 +1,34 @@
+/// The constants of the compounds as materials of both generations give them.
+#pragma once
+
+#include "Failure.h"
+#include "StreamProperty.h"
+#include "com/VariantArray.h"
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace solvane::host {
+
+/// Constants as they are asked for: an array of VARIANTs, the values of all `compounds` for the first name,
+/// then those for the next. A value that there is not is VT_EMPTY.
+struct ConstantValues {
+    VariantArray values;
+    std::vector<std::wstring> unknown; ///< names that no constant has
+    bool isComplete = true;            ///< whether no value is empty
+};
+ConstantValues readConstants(const PropertyPackage& package, const std::vector<std::wstring>& names,
+                             std::span<const std::size_t> compounds);
+
+std::vector<std::wstring> constantNames();
+
+/// Names of the properties that depend on temperature or pressure alone, with their derivatives'.
+std::vector<std::wstring> purePropertyNames(PureArgument argument);
+
+/// Values of such properties at the temperature or pressure, first all compounds' for the first name.
+bool readPureProperties(const PropertyPackage& package, PureArgument argument, double at,
+                        const std::vector<std::wstring>& names, std::span<const std::size_t> compounds,
+                        std::vector<double>& values, Failure& failure);
+
+} // namespace solvane::host
