@@ -1,13 +1,13 @@
-#include "EnergyFlash.h"
 #include "FlashVariables.h"
 #include "PhaseSplit.h"
+#include "PropertyFlash.h"
 #include "PropertyPackage.h"
 #include "SaturatedState.h"
-#include "Saturation.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 namespace solvane::host {
 
@@ -22,59 +22,34 @@ bool atTemperatureAndPressure(const Mixture& mixture, double temperature, const 
     return true;
 }
 
-bool atPressureAndProperty(const Mixture& mixture, double pressure, const FlashCondition& property,
-                           Equilibrium& result, std::string& error) {
+using PropertyFlash = bool (*)(const Mixture&, double, const GivenProperty&, Equilibrium&, std::string&);
+
+template <PropertyFlash flash>
+bool atProperty(const Mixture& mixture, double first, const FlashCondition& property, Equilibrium& result,
+                std::string& error) {
     const FlashVariableRow& row = rowOf(property.variable);
-    if (flashAtProperty(mixture, pressure, row.property, property.value, result, error)) {
+    if (flash(mixture, first, {row.property, property.value}, result, error)) {
         return true;
     }
-    error = text("the ", row.name, " ", error, " (", row.unit + 1, ")");
+    error = text("the ", row.name, " ", property.value, " ", error, " (", row.unit + 1, ")");
     return false;
-}
-
-bool pureAtVaporFraction(const Compound& compound, FlashVariable fixed, double value, SaturatedState& state,
-                         std::string& error) {
-    const bool byTemperature = fixed == FlashVariable::temperature;
-    const std::optional<double> found =
-        byTemperature ? vaporPressure(compound, value) : boilingTemperature(compound, value);
-    if (!found) {
-        error = byTemperature ? text(compound.name, " does not boil at ", value,
-                                     " K: its critical temperature is ", compound.criticalTemperature, " K")
-                              : text(compound.name, " does not boil at ", value,
-                                     " Pa: its critical pressure is ", compound.criticalPressure, " Pa");
-        return false;
-    }
-    state = {byTemperature ? value : *found, byTemperature ? *found : value, {1.0}, {1.0}};
-    return true;
 }
 
 template <FlashVariable fixed>
 bool atVaporFraction(const Mixture& mixture, double value, const FlashCondition& vaporFraction,
                      Equilibrium& result, std::string& error) {
-    SaturatedState state;
-    const bool found = mixture.compounds.size() == 1
-                           ? pureAtVaporFraction(*mixture.compounds[0], fixed, value, state, error)
-                           : findSaturatedState(mixture, vaporFraction.value, fixed, value, state, error);
-    if (!found) {
-        return false;
-    }
-    if (!checkCondition({FlashVariable::temperature, state.temperature}, error) ||
-        !checkCondition({FlashVariable::pressure, state.pressure}, error)) {
-        error = text("for vapor fraction ", vaporFraction.value, ", ", error);
-        return false;
-    }
-    result = {state.temperature,
-              state.pressure,
-              {{Phase::vapor, vaporFraction.value, std::move(state.vapor)},
-               {Phase::liquid, 1 - vaporFraction.value, std::move(state.liquid)}}};
-    return true;
+    return saturatedEquilibrium(mixture, vaporFraction.value, fixed, value, result, error);
 }
 
 struct FlashRow {
     FlashVariable first;
-    FlashVariable second;
+    std::optional<FlashVariable> second; ///< nothing for any property of the whole mixture
     bool (*flash)(const Mixture& mixture, double first, const FlashCondition& second, Equilibrium& result,
                   std::string& error);
+
+    bool isFor(FlashVariable one, FlashVariable other) const {
+        return one == first && (second ? other == *second : rowOf(other).property != nullptr);
+    }
 };
 
 using enum FlashVariable;
@@ -82,19 +57,15 @@ constexpr std::array flashTable{
     FlashRow{temperature, pressure, atTemperatureAndPressure},
     FlashRow{temperature, vaporFraction, atVaporFraction<temperature>},
     FlashRow{pressure, vaporFraction, atVaporFraction<pressure>},
-    FlashRow{pressure, enthalpy, atPressureAndProperty},
-    FlashRow{pressure, enthalpyF, atPressureAndProperty},
-    FlashRow{pressure, enthalpyNF, atPressureAndProperty},
-    FlashRow{pressure, entropy, atPressureAndProperty},
-    FlashRow{pressure, entropyF, atPressureAndProperty},
-    FlashRow{pressure, entropyNF, atPressureAndProperty},
+    FlashRow{pressure, {}, atProperty<flashAtPressure>},
+    FlashRow{temperature, {}, atProperty<flashAtTemperature>},
+    FlashRow{vaporFraction, {}, atProperty<flashAtVaporFraction>},
 };
 
 /// Null where there is none.
 const FlashRow* findFlash(FlashVariable first, FlashVariable second) {
-    const auto row = std::ranges::find_if(flashTable, [&](const FlashRow& r) {
-        return (r.first == first && r.second == second) || (r.first == second && r.second == first);
-    });
+    const auto row = std::ranges::find_if(
+        flashTable, [&](const FlashRow& r) { return r.isFor(first, second) || r.isFor(second, first); });
     return row == flashTable.end() ? nullptr : &*row;
 }
 
@@ -127,7 +98,7 @@ bool PropertyPackage::flash(std::span<const double> composition, const FlashCond
             places.push_back(i);
         }
     }
-    const bool inOrder = row->first == first.variable;
+    const bool inOrder = row->isFor(first.variable, second.variable);
     Equilibrium found;
     if (!row->flash(present, (inOrder ? first : second).value, inOrder ? second : first, found, error)) {
         return false;

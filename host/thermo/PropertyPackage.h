@@ -87,9 +87,11 @@ public:
     /// Whether there is a flash at these two conditions, in either order.
     static bool canFlash(FlashVariable first, FlashVariable second);
 
-    /// Flashes the composition at temperature and pressure, at pressure and an enthalpy or entropy, or at a
-    /// vapour fraction and temperature or pressure. The order of the conditions does not matter. False with a
-    /// text for a pair that is not supported, for values out of range, and where there is no solution.
+    /// Flashes the composition at two of temperature, pressure and vapour fraction, or at one of them and a
+    /// property of the whole mixture, in either order. Of several states that have the values, it is the one
+    /// of the lowest pressure where the temperature is given, that of the lowest temperature where the vapour
+    /// fraction and a property are. False with a text for a pair that is not supported, for values out of
+    /// range, and where there is no solution.
     bool flash(std::span<const double> composition, const FlashCondition& first, const FlashCondition& second,
                Equilibrium& result, std::string& error) const;
 

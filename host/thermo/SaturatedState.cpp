@@ -1,12 +1,14 @@
 #include "SaturatedState.h"
 
 #include "FlashVariables.h"
+#include "Saturation.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <optional>
 
 namespace solvane::host {
 
@@ -136,6 +138,22 @@ bool search(const Mixture& mixture, const SaturationLine& line, const Target& ta
     return false;
 }
 
+bool pureAtVaporFraction(const Compound& compound, FlashVariable fixed, double value, SaturatedState& state,
+                         std::string& error) {
+    const bool byTemperature = fixed == FlashVariable::temperature;
+    const std::optional<double> found =
+        byTemperature ? vaporPressure(compound, value) : boilingTemperature(compound, value);
+    if (!found) {
+        error = byTemperature ? text(compound.name, " does not boil at ", value,
+                                     " K: its critical temperature is ", compound.criticalTemperature, " K")
+                              : text(compound.name, " does not boil at ", value,
+                                     " Pa: its critical pressure is ", compound.criticalPressure, " Pa");
+        return false;
+    }
+    state = {byTemperature ? value : *found, byTemperature ? *found : value, {1.0}, {1.0}};
+    return true;
+}
+
 } // namespace
 
 bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
@@ -180,6 +198,27 @@ bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVaria
         error += text("; followed from low pressure, such states reach ", std::exp(extreme), unit);
     }
     return false;
+}
+
+bool saturatedEquilibrium(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
+                          Equilibrium& result, std::string& error) {
+    SaturatedState state;
+    const bool found = mixture.compounds.size() == 1
+                           ? pureAtVaporFraction(*mixture.compounds[0], fixed, value, state, error)
+                           : findSaturatedState(mixture, vaporFraction, fixed, value, state, error);
+    if (!found) {
+        return false;
+    }
+    if (!checkCondition({FlashVariable::temperature, state.temperature}, error) ||
+        !checkCondition({FlashVariable::pressure, state.pressure}, error)) {
+        error = text("for vapor fraction ", vaporFraction, ", ", error);
+        return false;
+    }
+    result = {state.temperature,
+              state.pressure,
+              {{Phase::vapor, vaporFraction, std::move(state.vapor)},
+               {Phase::liquid, 1 - vaporFraction, std::move(state.liquid)}}};
+    return true;
 }
 
 } // namespace solvane::host

@@ -13,4 +13,8 @@ namespace solvane::host {
 bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
                         SaturatedState& state, std::string& error);
 
+/// The same as phases, for any number of compounds, and within the bounds of temperature and pressure.
+bool saturatedEquilibrium(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
+                          Equilibrium& result, std::string& error);
+
 } // namespace solvane::host

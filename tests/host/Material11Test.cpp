@@ -70,6 +70,9 @@ TEST_F(Material11, refusesWhatIsNoFlashSpecification) {
     const auto pressure = VariantArray::ofTexts({L"pressure", nullptr, L"overall"});
     EXPECT_EQ(equilibria->CalcEquilibrium(temperature.get(), pressure.get(), Bstr(L"retrograde").get()),
               HRESULT(ECapeNoImplHR));
+    const auto enthalpy = VariantArray::ofTexts({L"enthalpy", nullptr, L"overall"});
+    const auto entropy = VariantArray::ofTexts({L"entropy", nullptr, L"overall"});
+    EXPECT_EQ(equilibria->CalcEquilibrium(enthalpy.get(), entropy.get(), nullptr), HRESULT(ECapeNoImplHR));
 }
 
 TEST_F(Material11, phasesThatAreNotListedLoseTheirValues) {

@@ -37,9 +37,11 @@ TEST(Failures, sayWhatIsWrong) {
         {feed, {temperature, 20}, mild, "the temperature 20 K lies outside 50 to 3000 K"},
         {feed, mild, {vaporFraction, 1.5}, "the vapor fraction 1.5 lies outside 0 to 1"},
         {feed, {vaporFraction, -0.1}, warm, "the vapor fraction -0.1 lies outside 0 to 1"},
-        {feed, {volume, 1}, {pressure, 1e5}, "a flash at given volume and pressure is not supported"},
+        {feed, {volume, 1}, {enthalpy, 1e5}, "a flash at given volume and enthalpy is not supported"},
         {feed, warm, warm, "a flash at given temperature and temperature is not supported"},
         {feed, mild, {enthalpy, 1e9}, "the enthalpy 1e+09 at 2e+06 Pa lies outside"},
+        {feed, warm, {enthalpy, 1e9}, "the enthalpy 1e+09 at 300 K lies outside"},
+        {feed, {vaporFraction, 0.5}, {volume, -1}, "the volume -1 at vapor fraction 0.5 lies outside"},
         {feed, {entropyF, -1e4}, mild, "the entropyF -10000 at 2e+06 Pa lies outside"},
         {feed,
          {temperature, 500},
@@ -70,12 +72,11 @@ TEST(Failures, ofPhasePropertiesToo) {
     const PropertyPackage package = lightGases();
     std::vector<double> values;
     std::string error;
-    EXPECT_FALSE(package.phaseProperty(PhaseProperty::volume, Phase::vapor, 300, 0, feed, values, error));
-    EXPECT_EQ(error, "the pressure 0 Pa is not positive");
     EXPECT_FALSE(package.phaseProperty(PhaseProperty::volume, Phase::vapor, nan, 1e5, feed, values, error));
     EXPECT_EQ(error, "the temperature nan K is not a number");
-    EXPECT_FALSE(package.phaseProperty(PhaseProperty::fugacity, Phase::liquid, 300, 1e5, std::vector{1.0},
-                                       values, error));
+    EXPECT_FALSE(package.twoPhaseProperty(TwoPhaseProperty::kvalue,
+                                          {{Phase::vapor, Phase::liquid}, {feed, std::span(feed).first(1)}},
+                                          300, 1e5, values, error));
     EXPECT_EQ(error, "the composition has 1 values for 5 compounds");
 }
 

@@ -102,23 +102,70 @@ TEST(Flash, phasesAreInStableEquilibriumOverAGridOfStates) {
     EXPECT_GT(twoPhases, 70);
 }
 
-TEST(Flash, enthalpyAndEntropyLeadBackToTheTemperature) {
+// Every pair of conditions that leaves no choice of states. Where there are others of the same enthalpy or
+// internal energy at that temperature, the one that is found has the lower pressure.
+TEST(Flash, everyPropertyLeadsBackToTheState) {
+    struct Row {
+        FlashVariable variable;
+        PhaseProperty property;
+        bool isUnique; // at a temperature
+    };
+    constexpr Row rows[] = {
+        {enthalpy, PhaseProperty::enthalpy, false},  {enthalpyF, PhaseProperty::enthalpyF, false},
+        {entropyNF, PhaseProperty::entropyNF, true}, {entropyF, PhaseProperty::entropyF, true},
+        {volume, PhaseProperty::volume, true},       {internalEnergy, PhaseProperty::internalEnergy, false},
+    };
     for (const Feed& feed : feeds()) {
         for (double t : {200.0, 265.0, 330.0, 500.0}) {
             for (double p : {1e5, 20e5, 80e5}) {
-                SCOPED_TRACE(testing::Message()
-                             << feed.package.compounds()[0]->name << " " << t << " K, " << p << " Pa");
                 const Equilibrium state =
                     flashed(feed.package, feed.composition, {temperature, t}, {pressure, p});
-                for (const auto& [variable, property] : {std::pair(enthalpy, PhaseProperty::enthalpy),
-                                                         std::pair(enthalpyF, PhaseProperty::enthalpyF),
-                                                         std::pair(entropyNF, PhaseProperty::entropyNF),
-                                                         std::pair(entropyF, PhaseProperty::entropyF)}) {
-                    const Equilibrium back =
-                        flashed(feed.package, feed.composition,
-                                {variable, overall(feed.package, property, state)}, {pressure, p});
+                for (const Row& row : rows) {
+                    SCOPED_TRACE(testing::Message() << feed.package.compounds()[0]->name << " " << t << " K, "
+                                                    << p << " Pa, " << static_cast<int>(row.variable));
+                    if (formsTwoLiquids(feed) && (row.variable == volume || row.variable == internalEnergy)) {
+                        continue; // they jump up and down where the second liquid is missing
+                    }
+                    const double value = overall(feed.package, row.property, state);
+                    const FlashCondition given{row.variable, value};
+                    const Equilibrium back = flashed(feed.package, feed.composition, given, {pressure, p});
                     EXPECT_NEAR(back.temperature, t, 1e-7);
                     EXPECT_NEAR(vaporFractionOf(back), vaporFractionOf(state), 1e-7);
+
+                    const Equilibrium same = flashed(feed.package, feed.composition, given, {temperature, t});
+                    EXPECT_NEAR(overall(feed.package, row.property, same), value,
+                                1e-9 * (std::abs(value) + (row.variable == volume ? 0 : 1e4)));
+                    EXPECT_LT(same.pressure, p * (1 + 1e-6));
+                    if (row.isUnique) {
+                        EXPECT_NEAR(same.pressure, p, 1e-6 * p);
+                        EXPECT_NEAR(vaporFractionOf(same), vaporFractionOf(state), 1e-6);
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(Flash, propertiesFindStatesOfAVaporFraction) {
+    for (const Feed& feed :
+         {Feed{lightGases(), {0.50, 0.20, 0.15, 0.10, 0.05}}, Feed{packageOf({"propane"}), {1}}}) {
+        for (const double fraction : {0.0, 0.4, 1.0}) {
+            for (const double t : {200.0, 280.0}) {
+                const Equilibrium state =
+                    flashed(feed.package, feed.composition, {temperature, t}, {vaporFraction, fraction});
+                for (const auto& [variable, property] :
+                     {std::pair(volume, PhaseProperty::volume), std::pair(entropy, PhaseProperty::entropy),
+                      std::pair(enthalpyF, PhaseProperty::enthalpyF)}) {
+                    SCOPED_TRACE(testing::Message()
+                                 << feed.composition.size() << " compounds, " << t << " K, " << fraction
+                                 << ", " << static_cast<int>(variable));
+                    const double value = overall(feed.package, property, state);
+                    const Equilibrium back =
+                        flashed(feed.package, feed.composition, {variable, value}, {vaporFraction, fraction});
+                    EXPECT_NEAR(overall(feed.package, property, back), value, 1e-9 * std::abs(value));
+                    EXPECT_EQ(back.phases.at(0).fraction, fraction);
+                    EXPECT_LT(back.temperature, t * (1 + 1e-7));
+                    expectEquilibrium(feed, back);
                 }
             }
         }
@@ -178,6 +225,10 @@ TEST(Flash, pureCompoundBoilsByTheLeverRule) {
             ASSERT_EQ(state.phases.size(), 2u);
             EXPECT_NEAR(state.phases[0].fraction, fraction, 1e-9);
             EXPECT_EQ(state.phases[0].composition, benzene);
+            const Equilibrium same =
+                flashed(package, benzene, {temperature, boiling.temperature}, {variable, value});
+            EXPECT_NEAR(same.pressure, 101325, 1e-6);
+            EXPECT_NEAR(vaporFractionOf(same), fraction, 1e-9);
         }
     }
     const double below = boiling.temperature - 1e-6;

@@ -73,18 +73,4 @@ TEST(Reference, statesAgreeWithAnIndependentCalculation) {
     }
 }
 
-TEST(Reference, dutyOfTheFlashDrum) {
-    const auto enthalpy = [](const ReferenceState& state) {
-        return state.vaporFraction * state.vaporEnthalpy + (1 - state.vaporFraction) * state.liquidEnthalpy;
-    };
-    const PropertyPackage package = lightGases();
-    const std::vector<double> feed{0.50, 0.20, 0.15, 0.10, 0.05};
-    const auto at = [&](double temperature) {
-        return overall(package, PhaseProperty::enthalpy,
-                       flashed(package, feed, {FlashVariable::temperature, temperature},
-                               {FlashVariable::pressure, 20e5}));
-    };
-    EXPECT_NEAR(at(260) - at(300), enthalpy(referenceStates[1]) - enthalpy(referenceStates[0]), 1e-5);
-}
-
 } // namespace solvane::host

@@ -1,0 +1,252 @@
+#include "PropertyFlash.h"
+
+#include "FlashVariables.h"
+#include "SaturatedState.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace solvane::host {
+
+namespace {
+
+/// A state on the path that a search goes along.
+struct Sample {
+    Equilibrium state;
+    double place;
+    double difference; ///< property less the value that is sought
+};
+
+/// Nothing where the path has no state.
+using Path = std::function<std::optional<Sample>(double place)>;
+
+/// Parts of two states of (but for rounding) equal temperature and pressure, put together.
+Equilibrium blend(const Equilibrium& low, const Equilibrium& high, double highShare) {
+    Equilibrium result{low.temperature, low.pressure, {}};
+    for (Phase phase : {Phase::vapor, Phase::liquid}) {
+        PhaseState sum{phase, 0, {}};
+        for (const auto& [state, share] : {std::pair(&low, 1 - highShare), std::pair(&high, highShare)}) {
+            for (const PhaseState& part : state->phases) {
+                if (part.phase != phase) {
+                    continue;
+                }
+                const double amount = share * part.fraction;
+                sum.composition.resize(part.composition.size());
+                for (std::size_t i = 0; i < part.composition.size(); ++i) {
+                    sum.composition[i] += amount * part.composition[i];
+                }
+                sum.fraction += amount;
+            }
+        }
+        if (sum.fraction > 0) {
+            std::ranges::for_each(sum.composition, [&](double& fraction) { fraction /= sum.fraction; });
+            result.phases.push_back(std::move(sum));
+        }
+    }
+    return result;
+}
+
+/// Narrows [low, high], whose differences differ in sign, to neighbouring places or to a state that has the
+/// value: inverse quadratic interpolation where it may be trusted, else bisection (T. R. Chandrupatla,
+/// Advances in Engineering Software 28 (1997) 145). A jump, as where a pure compound boils, costs bisections.
+bool narrow(Sample& low, Sample& high, double tolerance, const Path& path) {
+    Sample newest = low;
+    Sample opposite = high;
+    Sample third = high;
+    double part = 0.5;
+    for (int i = 0; i < 200 && std::abs(newest.difference) > tolerance; ++i) {
+        const double from = newest.place;
+        const double to = opposite.place;
+        const double spacing = 2e-16 * std::max(1.0, std::abs(from));
+        if (std::abs(to - from) <= 2 * spacing) {
+            break;
+        }
+        std::optional<Sample> found = path(from + part * (to - from));
+        if (!found) {
+            return false;
+        }
+        Sample sample = std::move(*found);
+        if ((sample.difference > 0) == (newest.difference > 0)) {
+            third = std::move(newest);
+        } else {
+            third = std::move(opposite);
+            opposite = std::move(newest);
+        }
+        newest = std::move(sample);
+
+        const double a = newest.place;
+        const double b = opposite.place;
+        const double c = third.place;
+        const double fa = newest.difference;
+        const double fb = opposite.difference;
+        const double fc = third.difference;
+        const double xi = (a - b) / (c - b);
+        const double phi = (fa - fb) / (fc - fb);
+        if (phi * phi < xi && (1 - phi) * (1 - phi) < 1 - xi) {
+            part = fa / (fb - fa) * fc / (fb - fc) + (c - a) / (b - a) * fa / (fc - fa) * fb / (fc - fb);
+        } else {
+            part = 0.5;
+        }
+        const double least = std::min(0.5, spacing / std::abs(b - a));
+        part = std::clamp(part, least, 1 - least);
+    }
+    const bool newestIsLow = newest.place < opposite.place;
+    low = newestIsLow ? newest : opposite;
+    high = newestIsLow ? std::move(opposite) : std::move(newest);
+    return true;
+}
+
+/// Where the path ends between a place that has a state and one that has none, as at a critical point.
+Sample lastBefore(Sample last, double beyond, const Path& path) {
+    for (int i = 0; i < 40; ++i) {
+        const double middle = (last.place + beyond) / 2;
+        std::optional<Sample> sample = path(middle);
+        if (sample) {
+            last = std::move(*sample);
+        } else {
+            beyond = middle;
+        }
+    }
+    return last;
+}
+
+} // namespace
+
+double overallProperty(const Mixture& mixture, const Equilibrium& state, double MolarProperties::*property) {
+    double sum = 0;
+    for (const PhaseState& phase : state.phases) {
+        sum += phase.fraction * (molarProperties<double>(mixture.compounds, phase.phase, state.temperature,
+                                                         state.pressure, phase.composition).*
+                                 property);
+    }
+    return sum;
+}
+
+namespace {
+
+/// The state of two neighbours that has the value, or parts of both, as where a pure compound boils. False
+/// where parts of both do not have it: then the states jump there, as where a second liquid is missing.
+bool take(const Mixture& mixture, const Sample& low, const Sample& high, const GivenProperty& given,
+          double tolerance, Equilibrium& result) {
+    const Sample& nearer = std::abs(low.difference) < std::abs(high.difference) ? low : high;
+    if (std::abs(nearer.difference) <= tolerance) {
+        result = nearer.state;
+        return true;
+    }
+    const double jump = high.difference - low.difference;
+    Equilibrium parts = blend(low.state, high.state, -low.difference / jump);
+    if (std::abs(overallProperty(mixture, parts, given.property) - given.value) > 1e-6 * std::abs(jump)) {
+        return false;
+    }
+    result = std::move(parts);
+    return true;
+}
+
+/// Follows the path from `first` to `last` in `steps` steps until the difference changes its sign.
+bool search(const Mixture& mixture, const Path& path, double first, double last, int steps,
+            const GivenProperty& given, Equilibrium& result, std::string& error) {
+    std::optional<Sample> low;
+    double least = INFINITY;
+    double greatest = -INFINITY;
+    bool jumps = false;
+    for (int i = 0; i <= steps; ++i) {
+        const double place = first + (last - first) * i / steps;
+        std::optional<Sample> high = path(place);
+        const bool isEnd = low && !high;
+        if (isEnd) {
+            high = lastBefore(*low, place, path);
+        }
+        if (!high) {
+            continue;
+        }
+        least = std::min(least, high->difference + given.value);
+        greatest = std::max(greatest, high->difference + given.value);
+        if (low && (low->difference > 0) != (high->difference > 0)) {
+            // Volumes go over many decades.
+            const double tolerance = 1e-12 * (given.property == &MolarProperties::volume
+                                                  ? given.value
+                                                  : std::abs(high->difference - low->difference));
+            Sample upper = *high;
+            if (narrow(*low, upper, tolerance, path) &&
+                take(mixture, *low, upper, given, tolerance, result)) {
+                return true;
+            }
+            jumps = true;
+        }
+        if (isEnd) {
+            break;
+        }
+        low = std::move(high);
+    }
+    error = least > greatest ? "there are no such states"
+            : jumps          ? text("falls where the states jump, within ", least, " to ", greatest)
+                             : text("lies outside ", least, " to ", greatest);
+    return false;
+}
+
+/// The path of the stable states at a temperature and a pressure that follow from the place.
+template <typename Conditions>
+Path stableStates(const Mixture& mixture, const GivenProperty& given, const Conditions& conditions) {
+    return [&mixture, given, conditions](double place) {
+        const auto [temperature, pressure] = conditions(place);
+        Equilibrium state{temperature, pressure, splitPhases(mixture, temperature, pressure)};
+        const double difference = overallProperty(mixture, state, given.property) - given.value;
+        return Sample{std::move(state), place, difference};
+    };
+}
+
+} // namespace
+
+bool flashAtPressure(const Mixture& mixture, double pressure, const GivenProperty& given, Equilibrium& result,
+                     std::string& error) {
+    const Path path = stableStates(mixture, given, [=](double t) { return std::pair(t, pressure); });
+    if (search(mixture, path, lowestTemperature, highestTemperature, 1, given, result, error)) {
+        return true;
+    }
+    error = text("at ", pressure, " Pa ", error, ", the values from ", lowestTemperature, " K to ",
+                 highestTemperature, " K");
+    return false;
+}
+
+bool flashAtTemperature(const Mixture& mixture, double temperature, const GivenProperty& given,
+                        Equilibrium& result, std::string& error) {
+    constexpr double lowestPressure = 1e-3;
+    // Enthalpy falls and rises again with pressure: a few steps a decade show both ways.
+    constexpr int steps = 60;
+    const Path path = stableStates(
+        mixture, given, [=](double logarithm) { return std::pair(temperature, std::exp(logarithm)); });
+    if (search(mixture, path, std::log(lowestPressure), std::log(highestPressure), steps, given, result,
+               error)) {
+        return true;
+    }
+    error = text("at ", temperature, " K ", error, ", the values from ", lowestPressure, " Pa to ",
+                 highestPressure, " Pa");
+    return false;
+}
+
+bool flashAtVaporFraction(const Mixture& mixture, double vaporFraction, const GivenProperty& given,
+                          Equilibrium& result, std::string& error) {
+    const Path path = [&](double logarithm) -> std::optional<Sample> {
+        Equilibrium state;
+        std::string ignored;
+        if (!saturatedEquilibrium(mixture, vaporFraction, FlashVariable::temperature, std::exp(logarithm),
+                                  state, ignored)) {
+            return std::nullopt;
+        }
+        const double difference = overallProperty(mixture, state, given.property) - given.value;
+        return Sample{std::move(state), logarithm, difference};
+    };
+    const auto hottest = std::ranges::max(mixture.compounds, {}, &Compound::criticalTemperature);
+    constexpr int steps = 60;
+    if (search(mixture, path, std::log(lowestTemperature), std::log(1.1 * hottest->criticalTemperature),
+               steps, given, result, error)) {
+        return true;
+    }
+    error = text("at vapor fraction ", vaporFraction, " ", error, ", the values up to the critical point");
+    return false;
+}
+
+} // namespace solvane::host
