@@ -121,36 +121,38 @@ std::vector<Scalar> pureLogCoefficients(const State<Scalar>& s) {
     return result;
 }
 
-/// A property of each compound from its fraction and its ln phi in the mixture.
+/// A property of a compound from its fraction, the pressure, and its ln phi in the mixture and alone.
+template <class Scalar>
+struct CompoundRow {
+    PhaseProperty property;
+    bool againstPure; ///< else there is no ln phi alone
+    Scalar (*value)(Scalar fraction, Scalar pressure, Scalar inMixture, Scalar alone);
+};
+
+// The functions exp and log are those of the Scalar.
+using std::exp;
+using std::log;
+
+template <class Scalar, class S = Scalar>
+constexpr std::array compoundTable{
+    CompoundRow<S>{fugacityCoefficient, false, [](S, S, S inMixture, S) { return exp(inMixture); }},
+    CompoundRow<S>{logFugacityCoefficient, false, [](S, S, S inMixture, S) { return inMixture; }},
+    CompoundRow<S>{fugacity, false, [](S x, S p, S inMixture, S) { return x * p * exp(inMixture); }},
+    CompoundRow<S>{logFugacity, false, [](S x, S p, S inMixture, S) { return log(x) + log(p) + inMixture; }},
+    CompoundRow<S>{activity, true, [](S x, S, S inMixture, S alone) { return x * exp(inMixture - alone); }},
+    CompoundRow<S>{activityCoefficient, true,
+                   [](S, S, S inMixture, S alone) { return exp(inMixture - alone); }},
+};
+
 template <class Scalar>
 std::vector<Scalar> compoundValues(PhaseProperty property, const State<Scalar>& s) {
-    using std::exp;
-    using std::log;
+    const auto& table = compoundTable<Scalar>;
+    const auto row = std::ranges::find(table, property, &CompoundRow<Scalar>::property);
     std::vector<Scalar> values = logCoefficients(s);
-    const bool againstPure = property == activity || property == activityCoefficient;
-    const std::vector<Scalar> pure = againstPure ? pureLogCoefficients(s) : std::vector<Scalar>{};
+    const std::vector<Scalar> alone =
+        row->againstPure ? pureLogCoefficients(s) : std::vector<Scalar>(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
-        const Scalar x = s.composition[i];
-        Scalar& value = values[i];
-        switch (property) {
-        case fugacityCoefficient:
-            value = exp(value);
-            break;
-        case fugacity:
-            value = x * s.pressure * exp(value);
-            break;
-        case logFugacity:
-            value = log(x) + log(s.pressure) + value;
-            break;
-        case activity:
-            value = x * exp(value - pure[i]);
-            break;
-        case activityCoefficient:
-            value = exp(value - pure[i]);
-            break;
-        default:
-            break; // logFugacityCoefficient
-        }
+        values[i] = row->value(s.composition[i], s.pressure, values[i], alone[i]);
     }
     return values;
 }

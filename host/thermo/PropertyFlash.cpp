@@ -99,18 +99,20 @@ bool narrow(Sample& low, Sample& high, double tolerance, const Path& path) {
     return true;
 }
 
-/// Where the path ends between a place that has a state and one that has none, as at a critical point.
-Sample lastBefore(Sample last, double beyond, const Path& path) {
+/// Places up to where the path ends, as at a critical point, between one that has a state and one that has
+/// none. They crowd at the end, where properties turn quickly.
+std::vector<double> placesToTheEnd(double last, double beyond, const Path& path) {
+    double end = last;
     for (int i = 0; i < 40; ++i) {
-        const double middle = (last.place + beyond) / 2;
-        std::optional<Sample> sample = path(middle);
-        if (sample) {
-            last = std::move(*sample);
-        } else {
-            beyond = middle;
-        }
+        const double middle = (end + beyond) / 2;
+        (path(middle) ? end : beyond) = middle;
     }
-    return last;
+    std::vector<double> places;
+    for (double rest = (end - last) / 2; rest > 1e-4 * (end - last); rest /= 2) {
+        places.push_back(end - rest);
+    }
+    places.push_back(end);
+    return places;
 }
 
 } // namespace
@@ -132,43 +134,47 @@ namespace {
 bool take(const Mixture& mixture, const Sample& low, const Sample& high, const GivenProperty& given,
           double tolerance, Equilibrium& result) {
     const Sample& nearer = std::abs(low.difference) < std::abs(high.difference) ? low : high;
-    if (std::abs(nearer.difference) <= tolerance) {
-        result = nearer.state;
-        return true;
-    }
     const double jump = high.difference - low.difference;
     Equilibrium parts = blend(low.state, high.state, -low.difference / jump);
-    if (std::abs(overallProperty(mixture, parts, given.property) - given.value) > 1e-6 * std::abs(jump)) {
+    const double miss = std::abs(overallProperty(mixture, parts, given.property) - given.value);
+    if (std::abs(nearer.difference) > tolerance && miss <= 1e-6 * std::abs(jump)) {
+        result = std::move(parts);
+        return true;
+    }
+    // Close to a critical point neighbouring states are apart by more than the tolerance.
+    if (std::abs(nearer.difference) > 1e3 * tolerance) {
         return false;
     }
-    result = std::move(parts);
+    result = nearer.state;
     return true;
 }
 
-/// Follows the path from `first` to `last` in `steps` steps until the difference changes its sign.
-bool search(const Mixture& mixture, const Path& path, double first, double last, int steps,
-            const GivenProperty& given, Equilibrium& result, std::string& error) {
+/// Follows the path from place to place until the difference changes its sign.
+bool search(const Mixture& mixture, const Path& path, std::vector<double> places, const GivenProperty& given,
+            Equilibrium& result, std::string& error) {
     std::optional<Sample> low;
     double least = INFINITY;
     double greatest = -INFINITY;
     bool jumps = false;
-    for (int i = 0; i <= steps; ++i) {
-        const double place = first + (last - first) * i / steps;
-        std::optional<Sample> high = path(place);
-        const bool isEnd = low && !high;
-        if (isEnd) {
-            high = lastBefore(*low, place, path);
-        }
+    bool isCrowded = false; // the places before one without a state
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        std::optional<Sample> high = path(places[i]);
         if (!high) {
+            if (low && !isCrowded) {
+                const std::vector<double> more = placesToTheEnd(low->place, places[i], path);
+                places.insert(places.begin() + static_cast<std::ptrdiff_t>(i--), more.begin(), more.end());
+            } else {
+                low.reset();
+            }
+            isCrowded = !isCrowded && low;
             continue;
         }
         least = std::min(least, high->difference + given.value);
         greatest = std::max(greatest, high->difference + given.value);
         if (low && (low->difference > 0) != (high->difference > 0)) {
             // Volumes go over many decades.
-            const double tolerance = 1e-12 * (given.property == &MolarProperties::volume
-                                                  ? given.value
-                                                  : std::abs(high->difference - low->difference));
+            const double tolerance =
+                1e-12 * (given.property == &MolarProperties::volume ? given.value : greatest - least);
             Sample upper = *high;
             if (narrow(*low, upper, tolerance, path) &&
                 take(mixture, *low, upper, given, tolerance, result)) {
@@ -176,15 +182,20 @@ bool search(const Mixture& mixture, const Path& path, double first, double last,
             }
             jumps = true;
         }
-        if (isEnd) {
-            break;
-        }
         low = std::move(high);
     }
     error = least > greatest ? "there are no such states"
             : jumps          ? text("falls where the states jump, within ", least, " to ", greatest)
                              : text("lies outside ", least, " to ", greatest);
     return false;
+}
+
+std::vector<double> evenPlaces(double first, double last, int steps) {
+    std::vector<double> places;
+    for (int i = 0; i <= steps; ++i) {
+        places.push_back(first + (last - first) * i / steps);
+    }
+    return places;
 }
 
 /// The path of the stable states at a temperature and a pressure that follow from the place.
@@ -203,7 +214,7 @@ Path stableStates(const Mixture& mixture, const GivenProperty& given, const Cond
 bool flashAtPressure(const Mixture& mixture, double pressure, const GivenProperty& given, Equilibrium& result,
                      std::string& error) {
     const Path path = stableStates(mixture, given, [=](double t) { return std::pair(t, pressure); });
-    if (search(mixture, path, lowestTemperature, highestTemperature, 1, given, result, error)) {
+    if (search(mixture, path, {lowestTemperature, highestTemperature}, given, result, error)) {
         return true;
     }
     error = text("at ", pressure, " Pa ", error, ", the values from ", lowestTemperature, " K to ",
@@ -218,8 +229,8 @@ bool flashAtTemperature(const Mixture& mixture, double temperature, const GivenP
     constexpr int steps = 60;
     const Path path = stableStates(
         mixture, given, [=](double logarithm) { return std::pair(temperature, std::exp(logarithm)); });
-    if (search(mixture, path, std::log(lowestPressure), std::log(highestPressure), steps, given, result,
-               error)) {
+    if (search(mixture, path, evenPlaces(std::log(lowestPressure), std::log(highestPressure), steps), given,
+               result, error)) {
         return true;
     }
     error = text("at ", temperature, " K ", error, ", the values from ", lowestPressure, " Pa to ",
@@ -241,8 +252,9 @@ bool flashAtVaporFraction(const Mixture& mixture, double vaporFraction, const Gi
     };
     const auto hottest = std::ranges::max(mixture.compounds, {}, &Compound::criticalTemperature);
     constexpr int steps = 60;
-    if (search(mixture, path, std::log(lowestTemperature), std::log(1.1 * hottest->criticalTemperature),
-               steps, given, result, error)) {
+    if (search(mixture, path,
+               evenPlaces(std::log(lowestTemperature), std::log(1.1 * hottest->criticalTemperature), steps),
+               given, result, error)) {
         return true;
     }
     error = text("at vapor fraction ", vaporFraction, " ", error, ", the values up to the critical point");

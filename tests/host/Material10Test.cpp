@@ -12,13 +12,6 @@ protected:
     const Bstr fraction{L"fraction"}, overall{L"Overall"}, mole{L"mole"}, mixture{L"Mixture"};
 };
 
-TEST_F(Material10, listsOverallBesideThePresentPhases) {
-    ASSERT_EQ(calls.flash(L"temperature", 500, L"pressure", 1e5), S_OK);
-    Variant phases;
-    ASSERT_EQ(material->get_PhaseIds(phases.put()), S_OK);
-    EXPECT_EQ(textsOf(phases), (std::vector<std::wstring>{L"Overall", L"Vapor"}));
-}
-
 TEST_F(Material10, servesTheCompoundsThatAreAskedForInTheirOrder) {
     ASSERT_EQ(calls.set(L"fraction", gasFractions), S_OK);
     Variant answer;

@@ -50,6 +50,7 @@ TEST(PureProperties, areNearThoseOfNature) {
         {"surfaceTensionSatLiquid", "water", 373.2, 58.9e-3, 0.12},
         {"virialCoefficient", "carbon dioxide", 300, -122e-6, 0.1},
         {"viscosityOfVapor", "oxygen", 300, 20.7e-6, 0.03},
+        {"viscosityOfVapor", "hydrogen", 300, 8.95e-6, 0.2},
         {"thermalConductivityOfVapor", "carbon monoxide", 300, 26.6e-3, 0.06},
         {"viscosityOfLiquid", "water", 300, 854e-6, 0.1},
         {"thermalConductivityOfLiquid", "toluene", 300, 130.5e-3, 0.1},
