@@ -1,12 +1,24 @@
-% The flash drum as a model file: what the host writes, shows and loads of it, and the flowsheet of such files.
-%   octave-cli ModelFileTest.m WINE SOLVANEHOST EXAMPLES
+% The host's commands as a user gives them: what goes to which stream with which exit code, model files and what is
+% loaded of them, flowsheets.
+%   octave-cli HostProgramTest.m WINE SOLVANEHOST EXAMPLES
 1;
 
-function text = host (code, varargin)
-  program = argv ();
-  [got, text] = system ([strjoin([program(1:2); varargin']', ' ') ' </dev/null 2>&1']);
+function [output, errors] = host (code, varargin)
+  % Runs the host with these words and expects the exit code.
+  log = tempname ();
+  [got, output] = system ([strjoin([argv()(1:2)' varargin]) ' </dev/null 2>' log]);
+  errors = fileread (log);
+  delete (log);
   if (got != code)
-    error ('%s: exit code %d\n%s', strjoin (varargin, ' '), got, text);
+    error ('%s: exit code %d\n%s', strjoin (varargin), got, errors);
+  end
+end
+
+function refuse (code, message, varargin)
+  [output, errors] = host (code, varargin{:});
+  expect_text (errors, message);
+  if (! isempty (output))
+    error ('a refusal prints %s', output);
   end
 end
 
@@ -35,6 +47,24 @@ mkdir (folder);
 file = @(name) fullfile (folder, name);
 written = fullfile (examples, 'flash-drum', 'case.json');
 written_text = fileread (written);
+
+usage = {1, 'error: No component is registered as "No.Such.Unit"', ['run ' file('unit.json')]
+         2, 'bad.json: the key "compounds" is missing', ['run ' file('bad.json')]
+         2, '/no/such/case.json cannot be opened', 'run /no/such/case.json'
+         2, 'case is required', 'run'
+         2, '--profile', ['run ' file('unit.json') ' --profile late']
+         2, 'subcommand', 'calculate'
+         2, 'cannot be opened', 'show /no/such/model.svm'
+         2, 'the case lists units', ['save ' fullfile(examples, 'flowsheet', 'case.json') ' -o ' file('new.svm')]
+         2, 'new.svm cannot be written', ['save ' written ' -o ' file('none/new.svm')]};
+copyfile (fullfile (fileparts (written), 'drum.m'), folder);
+write (file ('unit.json'), strrep (written_text, '"name": "Drum"', '"progId": "No.Such.Unit"'));
+write (file ('bad.json'), '{}');
+for i = 1:rows (usage)
+  refuse (usage{i, :});
+end
+expect_text (host (0, 'run', '--help'), 'ui-thread-and-worker: made on');
+expect_text (host (0, 'help-case'), '"composition"');
 
 % All that a model can hold comes back, and nothing else.
 parameters = ['[{"name": "T", "kind": "real", "mode": "input", "value": 260.5, "minimum": 0, "default": 1e-7,' ...
@@ -86,20 +116,20 @@ refusals = {'"temperature": 601', 'Parameter "temperature" cannot be set: the va
             '"level": 1', 'The unit has no parameter "level"'};
 for i = 1:rows (refusals)
   from_file ([', "parameters": {' refusals{i, 1} '}']);
-  expect_text (host (2, 'run', file ('case.json')), refusals{i, 2});
+  refuse (2, refusals{i, 2}, 'run', file ('case.json'));
 end
 
 % Ports that the file has not, damaged files, and what cannot be saved.
 from_file ('');
 write (file ('port.json'), strrep (fileread (file ('case.json')), '"Vapor"', '"Top"'));
-expect_text (host (1, 'run', file ('port.json')), 'port "Top"');
+refuse (1, 'port "Top"', 'run', file ('port.json'));
 bytes = fileread (file ('drum.svm'));
 write (file ('drum.svm'), bytes(1:end/2));
-expect_text (host (2, 'run', file ('case.json')), 'Model file "drum.svm": Load failed: ');
-expect_text (host (2, 'show', file ('drum.svm')), 'drum.svm": Load failed: ');
+refuse (2, 'Model file "drum.svm": Load failed: ', 'run', file ('case.json'));
+refuse (2, 'drum.svm": Load failed: ', 'show', file ('drum.svm'));
 write (file ('empty.txt'), '');
 write (file ('empty.json'), strrep (written_text, '"script": "drum.m"', '"script": ["x"], "files": ["empty.txt"]'));
-expect_text (host (2, 'save', file ('empty.json'), '-o', file ('new.svm')), 'empty.txt');
+refuse (2, 'empty.txt', 'save', file ('empty.json'), '-o', file ('new.svm'));
 if (! isempty (glob (file ('new.svm*'))))
   error ('a half file remains');
 end
@@ -110,10 +140,9 @@ flow = struct ();
 for stream = result.streams'
   flow.(strrep (stream.name, ' ', '_')) = stream.totalFlow * cell2mat (struct2cell (stream.fraction));
 end
-if (max (abs (flow.Gas - flow.Heavy - flow.Middle - flow.Leaner)) > 1e-9 ...
-    || ! isequal ({result.units.name}, {'Warm drum', 'Cold drum'}))
+if (norm (flow.Gas - flow.Heavy - flow.Middle - flow.Leaner) > 1e-9 || ! isequal ({result.units.name}, {'Warm drum', 'Cold drum'}))
   error ('the flowsheet does not balance: %s', jsonencode (flow));
 end
 confirm_recursive_rmdir (false);
 rmdir (folder, 's');
-disp ('model files keep the model, and are told apart from damaged ones')
+disp ('the commands do what they say, and model files keep the model')
