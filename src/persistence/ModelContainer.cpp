@@ -111,6 +111,15 @@ struct UnpackingBudget {
     std::uint64_t left;
 };
 
+/// Of any other entry, and of an encrypted one, the library would give the packed bytes.
+bool isReadable(unzFile zip) {
+    constexpr uLong encrypted = 1;
+    unz_file_info entry{};
+    return unzGetCurrentFileInfo(zip, &entry, nullptr, 0, nullptr, 0, nullptr, 0) == UNZ_OK &&
+           (entry.flag & encrypted) == 0 &&
+           (entry.compression_method == 0 || entry.compression_method == Z_DEFLATED);
+}
+
 bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const std::string& name,
                           UnpackingBudget& budget, std::string& error) {
     const auto failed = [&](const std::string& reason) {
@@ -121,6 +130,8 @@ bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const std::st
     constexpr int anyCase = 2;
     if (unzLocateFile(zip, name.c_str(), anyCase) != UNZ_OK)
         return fail(error, "File \"" + name + "\" not present in zipped document");
+    if (!isReadable(zip))
+        return failed(": it is encrypted, or packed in an unknown way");
     if (unzOpenCurrentFile(zip) != UNZ_OK)
         return failed("");
     StdioFile file = openFile(unit.workingFolder + name, "wb");

@@ -236,8 +236,10 @@ STDMETHODIMP CSolvaneUnitOp::Edit() {
         modelEdited = false;
         if (!startupOk)
             return raiseStopped(L"Edit", utilities);
-        return raise(L"Not available", L"The edit window is not available in this version", L"Edit",
-                     utilities);
+        const HRESULT edited =
+            raise(L"Not available", L"The edit window is not available in this version", L"Edit", utilities);
+        StorePrivateModel(*this);
+        return edited;
     });
 }
 

@@ -1,0 +1,130 @@
+// Under Aspen Plus, which this program is named after, a unit keeps its model in a file beside the flowsheet.
+
+#include "ModelFileTest.h"
+#include "com/Module.h"
+#include "com/Text.h"
+#include "persistence/PrivateModel.h"
+#include "unit/CSolvaneUnitOp.h"
+#include "unit/HostWindow.h"
+
+#include <filesystem>
+
+namespace solvane {
+namespace {
+
+class AspenPlus : public ModelFileTest {
+protected:
+    AspenPlus() {
+        std::filesystem::current_path(temporary.path());
+        writeFile(L"B1.svm",
+                  zipOf({{"unit.xml", "<UnitOperation><feed name=\"F\"/></UnitOperation>"}, {"calc.m", "1;"}},
+                        temporary.path()));
+    }
+    ~AspenPlus() override { std::filesystem::current_path(former_); }
+
+    static void name(const HostedUnit& unit, const wchar_t* text) {
+        unit.as<ICapeIdentification>()->put_ComponentName(Bstr(text).get());
+    }
+    static LONG portCount(const HostedUnit& unit) {
+        LONG count = -1;
+        unit.as<ICapeCollection>()->Count(&count);
+        return count;
+    }
+    static HRESULT getPorts(const HostedUnit& unit) {
+        ComRef<IDispatch> ports;
+        return unit.as<ICapeUnit>()->get_ports(ports.put());
+    }
+    static HRESULT getParameters(const HostedUnit& unit) {
+        ComRef<IDispatch> parameters;
+        return unit.as<ICapeUtilities>()->get_parameters(parameters.put());
+    }
+
+private:
+    std::filesystem::path former_ = std::filesystem::current_path();
+};
+
+TEST_F(AspenPlus, theFileOfTheUnitsNameIsLoadedAtTheFirstNeed) {
+    const struct {
+        const char* call;
+        std::function<void(const HostedUnit&)> need;
+    } cases[] = {
+        {"get_ports", [](const HostedUnit& u) { EXPECT_EQ(getPorts(u), S_OK); }},
+        {"get_parameters", [](const HostedUnit& u) { EXPECT_EQ(getParameters(u), S_OK); }},
+        {"Calculate", [](const HostedUnit& u) { u.calculate(); }},
+        {"Edit", [](const HostedUnit& u) { u.as<ICapeUtilities>()->Edit(); }},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.call);
+        const HostedUnit fresh(module);
+        name(fresh, L"B1");
+        EXPECT_EQ(portCount(fresh), 0);
+        row.need(fresh);
+        EXPECT_EQ(portCount(fresh), 1);
+    }
+}
+
+TEST_F(AspenPlus, theFileIsLookedForOnceAndNotAfterAStream) {
+    name(unit, L"B2");
+    EXPECT_EQ(getPorts(unit), S_OK);
+    name(unit, L"B1");
+    EXPECT_EQ(getPorts(unit), S_OK);
+    EXPECT_EQ(portCount(unit), 0);
+
+    const HostedUnit streamed(module);
+    HostStream stream;
+    streamed.as<IPersistStream>()->Load(&stream);
+    name(streamed, L"B1");
+    EXPECT_EQ(getParameters(streamed), S_OK);
+    EXPECT_EQ(portCount(streamed), 0);
+    EXPECT_TRUE(boxes.empty());
+}
+
+TEST_F(AspenPlus, aFileThatCannotBeLoadedIsToldAndTheCallGoesOn) {
+    writeFile(L"B1.svm", "no zip");
+    name(unit, L"B1");
+    EXPECT_EQ(getPorts(unit), S_OK);
+    EXPECT_EQ(boxes, std::vector<std::string>{
+                         "AspenPlus persistence work-around: Loading private data failed; "
+                         "failed to load \"" +
+                         narrow(temporary.path()) + "B1.svm\": Failed to open SVM file as ZIP file"});
+}
+
+TEST_F(AspenPlus, anEditedModelIsStored) {
+    ComModule ownModule;
+    const ComRef<CSolvaneUnitOp> edited(new CComObject<CSolvaneUnitOp>());
+    edited->workingFolder = narrow(temporary.path());
+    edited->componentName = L"B3";
+    edited->feedPorts.push_back(edited->CreatePort(true, L"F"));
+    writeFile(temporary.path() + L"calc.m", "1;");
+    StorePrivateModel(*edited);
+    EXPECT_EQ(readFile(L"B3.svm"), "?");
+    edited->markChanged();
+    StorePrivateModel(*edited);
+    EXPECT_EQ(load(readFile(L"B3.svm")), S_OK);
+    EXPECT_EQ(portCount(unit), 1);
+
+    writeFile(temporary.path() + L"calc.m", "");
+    StorePrivateModel(*edited);
+    EXPECT_EQ(boxes,
+              std::vector<std::string>{"AspenPlus persistence work-around: Storing private data failed; "
+                                       "failed to save \"" +
+                                       narrow(temporary.path()) +
+                                       "B3.svm\": Failed to add \"calc.m\" to zip: file has zero size"});
+}
+
+TEST_F(AspenPlus, theFlowsheetsWindowOwnsTheUnits) {
+    const HWND other = CreateWindowW(L"STATIC", L"Aspen", WS_VISIBLE | WS_POPUP, 0, 0, 9, 9, nullptr, nullptr,
+                                     nullptr, nullptr);
+    const HWND flowsheet = CreateWindowW(L"STATIC", L"case.bkp - Aspen Plus V12", WS_POPUP, 0, 0, 9, 9,
+                                         nullptr, nullptr, nullptr, nullptr);
+    SetActiveWindow(nullptr);
+    EXPECT_EQ(FindHostWindow(), nullptr);
+    ShowWindow(flowsheet, SW_SHOWNOACTIVATE);
+    ShowWindow(other, SW_HIDE);
+    EXPECT_EQ(FindHostWindow(), flowsheet);
+    DestroyWindow(flowsheet);
+    DestroyWindow(other);
+}
+
+} // namespace
+} // namespace solvane
