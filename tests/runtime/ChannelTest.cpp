@@ -20,19 +20,6 @@ TEST_F(Channel, unknownCodesAreRefused) {
     });
 }
 
-// Never an answer that looks like one.
-TEST_F(Channel, commandsThatAreNotThereYetSaySo) {
-    ModelBag bag;
-    bag.script("");
-    calculate(bag, [](GatewayClient& script) {
-        for (std::uint32_t code = 6; code <= 10; ++code) {
-            const std::string block = script.call(request(code) << 300.0 << "molecularWeight");
-            EXPECT_EQ(block.substr(0, 4), refused("").bytes().substr(0, 4)) << "command " << code;
-            EXPECT_NE(block.find("not available"), std::string::npos) << "command " << code;
-        }
-    });
-}
-
 TEST_F(Channel, aMessageLongerThanTheBlockIsCut) {
     calculate([](GatewayClient& script) {
         const std::string refusal = "Invalid report name: ";

@@ -155,12 +155,12 @@ TEST_F(Start, terminateLeavesTheFolderBeforeItDeletesIt) {
 
 TEST_F(Start, aSubFolderKeepsTheWorkingFolder) {
     const HostedUnit unit = createUnit();
-    const std::wstring folder = workingFolder();
-    CreateDirectoryW((folder + L"kept").c_str(), nullptr);
-    writeFile(folder + L"kept\\deep.txt", "deep");
+    const std::wstring kept = workingFolder() + L"kept";
+    CreateDirectoryW(kept.c_str(), nullptr);
+    writeFile(kept + L"\\deep.txt", "deep");
     EXPECT_EQ(unit.terminate(), S_OK);
-    EXPECT_EQ(namesIn(folder), std::vector<std::wstring>{L"kept"});
-    EXPECT_EQ(readFile(folder + L"kept\\deep.txt"), "deep");
+    EXPECT_EQ(namesIn(workingFolder()), std::vector<std::wstring>{L"kept"});
+    EXPECT_EQ(readFile(kept + L"\\deep.txt"), "deep");
 }
 
 TEST_F(Start, aHostThatOnlyReleasesLeavesNothingBehind) {
