@@ -1,5 +1,6 @@
 #include "ModelBag.h"
 
+#include "ParameterCalls.h"
 #include "com/Border.h"
 #include "com/Object.h"
 #include "com/Text.h"
@@ -87,13 +88,6 @@ Variant listOf(const std::vector<std::string>& texts) {
     return VariantArray::of(std::span<const std::wstring>(list));
 }
 
-struct ToVariant {
-    Variant operator()(double value) const { return Variant(value); }
-    Variant operator()(std::int32_t value) const { return Variant(static_cast<LONG>(value)); }
-    Variant operator()(bool value) const { return Variant(value); }
-    Variant operator()(const std::string& value) const { return Variant(std::wstring_view(wide(value))); }
-};
-
 struct TypeWord {
     ParameterKind kind;
     const char* word;
@@ -110,7 +104,7 @@ void putParameter(Values& values, const ModelParameter& parameter) {
     const auto key = [&](const wchar_t* word) { return wide(parameter.name) + keySeparator + word; };
     const auto put = [&](const wchar_t* word, const std::optional<ParameterValue>& value) {
         if (value)
-            values[key(word)] = std::visit(ToVariant(), *value);
+            values[key(word)] = variantOf(*value);
     };
     put(L"value", parameter.value);
     put(L"minimum", parameter.minimum);

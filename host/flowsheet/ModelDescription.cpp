@@ -16,16 +16,11 @@ namespace {
 
 constexpr wchar_t scriptName[] = L"calc.m";
 
-bool failed(std::string& error, const std::string& call, IUnknown* object, HRESULT result) {
-    error = callFailure(call, object, result);
-    return false;
-}
-
 bool readPorts(ICapeUnit* unit, ModelDescription& description, std::string& error) {
     ComRef<IDispatch> ports;
     HRESULT result = unit->get_ports(ports.put());
     if (FAILED(result))
-        return failed(error, "get_ports", unit, result);
+        return callFailed(error, "get_ports", unit, result);
     const auto collection = queryInterface<ICapeCollection>(ports.get());
     LONG count = 0;
     if (collection)
@@ -34,7 +29,7 @@ bool readPorts(ICapeUnit* unit, ModelDescription& description, std::string& erro
         ComRef<IDispatch> item;
         result = collection->Item(Variant(i).get(), item.put());
         if (FAILED(result))
-            return failed(error, "Item of the ports", collection.get(), result);
+            return callFailed(error, "Item of the ports", collection.get(), result);
         const auto port = queryInterface<ICapeUnitPort>(item.get());
         const auto identification = queryInterface<ICapeIdentification>(item.get());
         Bstr name;
@@ -72,7 +67,7 @@ bool readFiles(ICapeUnit* unit, UnitModel& model, std::string& error) {
     const auto bag = createBag();
     const HRESULT result = persistence->Save(bag.get(), FALSE, TRUE);
     if (FAILED(result))
-        return failed(error, "Save", unit, result);
+        return callFailed(error, "Save", unit, result);
     const auto read = [&](const std::wstring& key) {
         Variant value;
         bag->Read(key.c_str(), value.put(), nullptr);

@@ -93,16 +93,12 @@ bool saveModelFile(ICapeUnit* unit, std::string& bytes, std::string& error) {
         return false;
     ULARGE_INTEGER announced{};
     HRESULT result = persistence->GetSizeMax(&announced);
-    if (FAILED(result)) {
-        error = callFailure("GetSizeMax", unit, result);
-        return false;
-    }
+    if (FAILED(result))
+        return callFailed(error, "GetSizeMax", unit, result);
     const ComRef stream(new CComObject<MemoryStream>());
     result = persistence->Save(stream.get(), TRUE);
-    if (FAILED(result)) {
-        error = callFailure("Save", unit, result);
-        return false;
-    }
+    if (FAILED(result))
+        return callFailed(error, "Save", unit, result);
     const std::string& written = stream->bytes;
     Length length = 0;
     std::memcpy(&length, written.data(), std::min(written.size(), sizeof length));

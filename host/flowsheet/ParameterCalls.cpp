@@ -12,11 +12,6 @@ namespace solvane::host {
 
 namespace {
 
-bool failed(std::string& error, const std::string& call, IUnknown* object, HRESULT result) {
-    error = callFailure(call, object, result);
-    return false;
-}
-
 /// A unit without a collection of parameters has none.
 bool listParameters(ICapeUnit* unit, std::vector<ComRef<IDispatch>>& items, std::string& error) {
     const auto utilities = queryInterface<ICapeUtilities>(unit);
@@ -25,7 +20,7 @@ bool listParameters(ICapeUnit* unit, std::vector<ComRef<IDispatch>>& items, std:
     ComRef<IDispatch> list;
     HRESULT result = utilities->get_parameters(list.put());
     if (FAILED(result))
-        return failed(error, "get_parameters", unit, result);
+        return callFailed(error, "get_parameters", unit, result);
     const auto collection = queryInterface<ICapeCollection>(list.get());
     LONG count = 0;
     if (!collection || FAILED(collection->Count(&count)))
@@ -33,7 +28,7 @@ bool listParameters(ICapeUnit* unit, std::vector<ComRef<IDispatch>>& items, std:
     for (LONG i = 1; i <= count; ++i) {
         result = collection->Item(Variant(i).get(), items.emplace_back().put());
         if (FAILED(result))
-            return failed(error, "Item of the parameters", collection.get(), result);
+            return callFailed(error, "Item of the parameters", collection.get(), result);
     }
     return true;
 }
@@ -159,16 +154,16 @@ bool readParameter(IUnknown* item, ModelParameter& result, std::string& error) {
     Bstr name;
     HRESULT hr = identification->get_ComponentName(name.put());
     if (FAILED(hr))
-        return failed(error, "get_ComponentName of a parameter", item, hr);
+        return callFailed(error, "get_ComponentName of a parameter", item, hr);
     result.name = narrow(name.view(), CP_UTF8);
     CapeParamMode mode{};
     hr = parameter->get_Mode(&mode);
     if (FAILED(hr))
-        return failed(error, "get_Mode of parameter \"" + result.name + "\"", item, hr);
+        return callFailed(error, "get_Mode of parameter \"" + result.name + "\"", item, hr);
     Variant value;
     hr = parameter->get_value(value.put());
     if (FAILED(hr))
-        return failed(error, "get_value of parameter \"" + result.name + "\"", item, hr);
+        return callFailed(error, "get_value of parameter \"" + result.name + "\"", item, hr);
     result.isInput = mode != CAPE_OUTPUT;
     result.value = valueOf(value);
     ComRef<IDispatch> specification;
@@ -200,13 +195,16 @@ bool setParameter(IUnknown* item, const ModelParameter& parameter, ParameterValu
         return refuse("it is of kind \"" + std::string(kindName(parameter.kind)) + "\"");
     if (const char* fault = limitFault(parameter, value))
         return refuse(fault);
-    const HRESULT result =
-        queryInterface<ICapeParameter>(item)->put_value(std::visit(ToVariant(), value).get());
+    const HRESULT result = queryInterface<ICapeParameter>(item)->put_value(variantOf(value).get());
     return SUCCEEDED(result) ||
-           failed(error, "put_value of parameter \"" + parameter.name + "\"", item, result);
+           callFailed(error, "put_value of parameter \"" + parameter.name + "\"", item, result);
 }
 
 } // namespace
+
+Variant variantOf(const ParameterValue& value) {
+    return std::visit(ToVariant(), value);
+}
 
 bool readParameters(ICapeUnit* unit, std::vector<ModelParameter>& parameters, std::string& error) {
     std::vector<ComRef<IDispatch>> items;

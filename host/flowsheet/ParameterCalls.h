@@ -3,11 +3,14 @@
 
 #include "CapeOpen.h"
 #include "cases/CaseModel.h"
+#include "com/Variant.h"
 
 #include <string>
 #include <vector>
 
 namespace solvane::host {
+
+Variant variantOf(const ParameterValue& value);
 
 /// The unit's parameters with what they tell of themselves: a bound or a default that it has not is left
 /// out, and so is a value of no known type. False with the text of the call that failed.

@@ -8,17 +8,12 @@ namespace solvane::host {
 
 namespace {
 
-bool failed(std::string& error, const std::string& call, IUnknown* object, HRESULT result) {
-    error = callFailure(call, object, result);
-    return false;
-}
-
 /// The port of that name. A unit gives its ports as a collection.
 bool findPort(ICapeUnit* unit, const std::string& name, ComRef<ICapeUnitPort>& port, std::string& error) {
     ComRef<IDispatch> ports, item;
     HRESULT result = unit->get_ports(ports.put());
     if (FAILED(result))
-        return failed(error, "get_ports", unit, result);
+        return callFailed(error, "get_ports", unit, result);
     const auto collection = queryInterface<ICapeCollection>(ports.get());
     if (!collection) {
         error = "The unit's ports are not a collection";
@@ -27,7 +22,7 @@ bool findPort(ICapeUnit* unit, const std::string& name, ComRef<ICapeUnitPort>& p
     Variant id(std::wstring_view(widen(name, CP_UTF8)));
     result = collection->Item(id.get(), item.put());
     if (FAILED(result))
-        return failed(error, "Looking for the port \"" + name + "\"", collection.get(), result);
+        return callFailed(error, "Looking for the port \"" + name + "\"", collection.get(), result);
     port = queryInterface<ICapeUnitPort>(item.get());
     if (!port)
         error = "The unit's port \"" + name + "\" has no ICapeUnitPort";
@@ -44,8 +39,8 @@ bool forEachPort(ICapeUnit* unit, const std::vector<Connection>& connections, co
             return false;
         const HRESULT result = act(*port, connection);
         if (FAILED(result))
-            return failed(error, std::string(call) + " of port \"" + connection.port + "\"", port.get(),
-                          result);
+            return callFailed(error, std::string(call) + " of port \"" + connection.port + "\"", port.get(),
+                              result);
     }
     return true;
 }
@@ -54,6 +49,11 @@ bool forEachPort(ICapeUnit* unit, const std::vector<Connection>& connections, co
 
 std::string callFailure(const std::string& call, IUnknown* object, HRESULT result) {
     return call + " failed: " + narrow(DescribeCapeError(object, result), CP_UTF8);
+}
+
+bool callFailed(std::string& error, const std::string& call, IUnknown* object, HRESULT result) {
+    error = callFailure(call, object, result);
+    return false;
 }
 
 bool connectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error) {
@@ -76,7 +76,7 @@ bool validate(ICapeUnit* unit, std::string& error) {
     VARIANT_BOOL isValid = VARIANT_FALSE;
     const HRESULT result = unit->Validate(message.put(), &isValid);
     if (FAILED(result))
-        return failed(error, "Validate", unit, result);
+        return callFailed(error, "Validate", unit, result);
     if (isValid == VARIANT_FALSE)
         error = "The unit is not valid: " + narrow(message.view(), CP_UTF8);
     return isValid != VARIANT_FALSE;
@@ -84,7 +84,7 @@ bool validate(ICapeUnit* unit, std::string& error) {
 
 bool calculate(ICapeUnit* unit, std::string& error) {
     const HRESULT result = unit->Calculate();
-    return SUCCEEDED(result) || failed(error, "Calculate", unit, result);
+    return SUCCEEDED(result) || callFailed(error, "Calculate", unit, result);
 }
 
 bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::string& error) {
@@ -94,7 +94,7 @@ bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::stri
     VariantArray list;
     const HRESULT result = reporter->get_reports(list.put());
     if (FAILED(result))
-        return failed(error, "get_reports", unit, result);
+        return callFailed(error, "get_reports", unit, result);
     std::string fault;
     if (!readVariantArray(list, VT_BSTR, fault)) {
         error = "The unit's list of reports is not one: " + fault;
@@ -113,11 +113,11 @@ bool readReports(ICapeUnit* unit, std::vector<ReportResult>& reports, std::strin
     for (const std::string& name : names) {
         HRESULT result = reporter->put_selectedReport(Bstr(widen(name, CP_UTF8)).get());
         if (FAILED(result))
-            return failed(error, "put_selectedReport", unit, result);
+            return callFailed(error, "put_selectedReport", unit, result);
         Bstr text;
         result = reporter->ProduceReport(text.put());
         if (FAILED(result))
-            return failed(error, "ProduceReport", unit, result);
+            return callFailed(error, "ProduceReport", unit, result);
         reports.push_back({name, narrow(text.view(), CP_UTF8)});
     }
     return true;

@@ -20,6 +20,8 @@ struct Connection {
 
 /// "Connect failed: " and the text of the object that the call was made on.
 std::string callFailure(const std::string& call, IUnknown* object, HRESULT result);
+/// For `return callFailed(...)`: puts that text into `error` and is always false.
+bool callFailed(std::string& error, const std::string& call, IUnknown* object, HRESULT result);
 
 bool connectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error);
 bool disconnectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error);
