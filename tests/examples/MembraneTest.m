@@ -73,6 +73,7 @@ end
 refuse (program, case_file, {'"value": 1.5e5', '"value": 2e6'}, 'the permeate pressure must lie between 0 and that');
 refuse (program, case_file, {'"value": 300', '"value": 0'}, 'the area must be above 0');
 refuse (program, case_file, {'"value": 300', '"value": 1e4'}, 'the whole feed permeates through less than 10000 m2');
-refuse (program, case_file, {'"value": 1.675e-8', '"value": 0'; '"value": 1.5e5', '"value": 9e5'}, 'nothing permeates');
+refuse (program, case_file, {'"value": 1.675e-8', '"value": 0'; '"value": 1.5e5', '"value": 9e5'}, ...
+        'nothing permeates');
 refuse (program, case_file, {'"temperature": 310', '"temperature": 200'}, 'the feed must be a gas');
 disp ('equal to the closed solutions, on both generations')

@@ -1,0 +1,94 @@
+% A reactor in which one gas reaction comes to equilibrium, adiabatic or at a
+% given temperature. Compounds that take no part pass through.
+%
+% Parameters
+%   reaction       the reaction in names of compounds, with blanks around the
+%                  signs, as 'carbon monoxide + 3 hydrogen = methane + water'
+%   adiabatic      true: no heat passes the wall; false: the outlet has the
+%                  parameter 'temperature', and 'duty' is the heat for it
+%   pressure drop  from the feed to the outlet, Pa
+%   real gas       true: the equilibrium holds for fugacities; false: for
+%                  partial pressures
+% Results
+%   conversion            of the first compound of the reaction: below 0 where
+%                         the reaction runs backwards, 0 where none is fed
+%   outlet temperature    K
+%   duty                  W, above 0 where the reactor takes heat
+%   equilibrium constant  at the outlet temperature, for pressures in 101325 Pa
+%
+% All data come from the simulator's property package: formation energies and
+% ideal-gas properties for the constant, enthalpies with heats of formation
+% for the heat, fugacity coefficients for the real gas.
+
+[nu, key] = stoichiometry(getParameter('reaction'), compNames);
+feed = getFeedProp(1, 'flow');                                      % mol/s
+feedT = getFeedProp(1, 'temperature');                              % K
+P = getFeedProp(1, 'pressure') - getParameter('pressure drop');     % Pa
+isAdiabatic = getParameter('adiabatic');
+vapor = '';
+if getParameter('real gas')
+    % As the simulator writes it; materials of CAPE-OPEN 1.0 have no phaseNames.
+    names = [phaseNames(strcmpi(phaseNames, 'vapor')) {'vapor'}];
+    vapor = names{1};
+end
+if ~(sum(feed) > 0)
+    error('Reactor: the feed has no flow.');
+elseif ~(P > 0)
+    error('Reactor: the pressure drop leaves no pressure: the outlet would be at %g Pa.', P);
+end
+
+heatOf = @(flow, T) sum(flow) * ...
+         flashProperty(flow / sum(flow), 'temperature', T, 'pressure', P, 'enthalpyF');    % W
+feedHeat = sum(feed) * getFeedProp(1, 'enthalpyF');                 % W
+if isAdiabatic
+    % The enthalpy of a gas at equilibrium rises with the temperature, so that
+    % stepping away from the feed's must pass the outlet's.
+    excess = @(T) heatOf(equilibriumProduct(T, P, feed, nu, vapor), T) - feedHeat;
+    near = feedT;
+    step = 100;                                                     % K
+    if excess(near) > 0
+        step = -0.1 * feedT;
+    end
+    far = near + step;
+    while excess(far) * step < 0
+        near = far;
+        far = near + step;
+    end
+    T = fzero(excess, sort([near far]), optimset('TolX', 1e-10));
+else
+    T = getParameter('temperature');
+end
+
+[product, lnK] = equilibriumProduct(T, P, feed, nu, vapor);
+X = product / sum(product);
+if isAdiabatic
+    conditions = {'pressure', P, 'enthalpyF', feedHeat / sum(product)};
+else
+    conditions = {'temperature', T, 'pressure', P};
+end
+[phases, fractions, compositions, T] = flashEquilibrium(X, conditions{:});
+if sum(fractions(~strcmpi(phases, 'vapor'))) > 1e-6
+    error('Reactor: a liquid forms at the outlet, at %.2f K and %.3f bar. The equilibrium is one of gases.', ...
+          T, P / 1e5);
+end
+duty = heatOf(product, T) - feedHeat;
+conversion = 0;
+if feed(key) > 0
+    conversion = 1 - product(key) / feed(key);
+end
+
+setProduct(1, sum(product), X, conditions{:});
+setParameter('conversion', conversion);
+setParameter('outlet temperature', T);
+setParameter('duty', duty);
+setParameter('equilibrium constant', exp(lnK));
+
+report = sprintf('%s\n', getParameter('reaction'));
+report = [report sprintf('Outlet at %.2f K and %.3f bar, duty %.3f kW\n', T, P / 1e5, duty / 1e3)];
+report = [report sprintf('Equilibrium constant %.6g, conversion of %s %.4f\n', ...
+                         exp(lnK), compNames{key}, conversion)];
+report = [report sprintf('  %-20s %12s %12s %9s\n', 'mol/s', 'feed', 'product', 'fraction')];
+for i = 1:nComp
+    report = [report sprintf('  %-20s %12.5f %12.5f %9.6f\n', compNames{i}, feed(i), product(i), X(i))];
+end
+setReport('Reactor', report);
