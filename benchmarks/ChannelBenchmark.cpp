@@ -1,5 +1,5 @@
-// How fast a script reaches its unit. All figures are ratios of things measured turn by turn in one run, so
-// that the machine's speed cancels out.
+// How fast a script reaches its unit, and a model its file. All figures are ratios of things measured turn by
+// turn in one run, so that the machine's speed cancels out.
 
 #include "ClientProcess.h"
 #include "EmptyScript.h"
@@ -8,6 +8,7 @@
 #include "GatewayClient.h"
 #include "HostedUnit.h"
 #include "MatlabStandIn.h"
+#include "ModelFiles.h"
 #include "OutOfProcessObject.h"
 #include "PhaseCalls.h"
 #include "RoundTrip.h"
@@ -114,6 +115,8 @@ int runAll() {
     isMet &= comparePhaseProperty(host::Generation::v11, "direct11");
     std::printf("A property of a phase, materials of version 1.0\n");
     isMet &= comparePhaseProperty(host::Generation::v10, "direct10");
+    std::printf("Model files\n");
+    isMet &= compareModelFiles();
     CoUninitialize();
     return isMet ? 0 : 1;
 }

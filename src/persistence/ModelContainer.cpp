@@ -137,7 +137,7 @@ bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const std::st
     StdioFile file = openFile(unit.workingFolder + name, "wb");
     if (!file)
         return failed(": failed to open file in temporary working folder");
-    std::array<char, 0x400> piece;
+    std::array<char, 0x10000> piece; // by kilobytes it takes a sixth longer
     while (const int count = unzReadCurrentFile(zip, piece.data(), piece.size())) {
         if (count < 0)
             return failed(": read error in zip file");

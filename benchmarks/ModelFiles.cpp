@@ -1,0 +1,121 @@
+#include "ModelFiles.h"
+
+#include "Folders.h"
+#include "HostStream.h"
+#include "HostedUnit.h"
+#include "MatlabStandIn.h"
+#include "Verdict.h"
+
+#include <zlib.h>
+
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <random>
+
+namespace solvane {
+
+namespace {
+
+constexpr int turns = 8;
+constexpr std::size_t fileCount = 10;
+constexpr std::size_t fileSize = 1U << 20;
+
+/// A table of measured values, as users keep beside their scripts.
+std::string tableOfNumbers(unsigned seed) {
+    std::mt19937 random(seed);
+    std::string text;
+    while (text.size() < fileSize) {
+        char line[64];
+        std::snprintf(line, sizeof line, "%.2f,%.4f,%u\n", 280 + static_cast<double>(random() % 10000) / 100,
+                      static_cast<double>(random() % 100000) / 1e4, static_cast<unsigned>(random() % 100));
+        text += line;
+    }
+    text.resize(fileSize);
+    return text;
+}
+
+std::string deflated(const std::string& bytes) {
+    uLongf size = compressBound(static_cast<uLong>(bytes.size()));
+    std::string packed(size, '\0');
+    compress2(reinterpret_cast<Bytef*>(packed.data()), &size, reinterpret_cast<const Bytef*>(bytes.data()),
+              static_cast<uLong>(bytes.size()), Z_DEFAULT_COMPRESSION);
+    packed.resize(size);
+    return packed;
+}
+
+bool inflates(const std::string& packed, std::string& bytes) {
+    uLongf size = static_cast<uLongf>(bytes.size());
+    return uncompress(reinterpret_cast<Bytef*>(bytes.data()), &size,
+                      reinterpret_cast<const Bytef*>(packed.data()),
+                      static_cast<uLong>(packed.size())) == Z_OK;
+}
+
+double milliseconds(const std::function<void()>& work) {
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+}
+
+} // namespace
+
+bool compareModelFiles() {
+    const TemporaryFolder temporary;
+    MatlabStandIn matlab;
+    const UnitModule module;
+    const HostedUnit unit(module);
+    ModelBag bag;
+    bag.script("1;");
+    std::vector<std::string> files;
+    for (unsigned i = 0; i < fileCount; ++i) {
+        files.push_back(tableOfNumbers(i));
+        bag.file("table" + std::to_string(i) + ".csv", files.back());
+    }
+    if (FAILED(unit.load(bag))) {
+        std::printf("  the model can't be made\n");
+        return false;
+    }
+    const auto persistence = unit.as<IPersistStream>();
+    std::vector<double> saving, deflating, loading, inflating, writing;
+    std::string unpacked(fileSize, '\0');
+    bool isDone = true;
+    for (int turn = 0; turn <= turns; ++turn) {
+        HostStream stream;
+        std::vector<std::string> packed;
+        const double save = milliseconds([&] { isDone &= persistence->Save(&stream, TRUE) == S_OK; });
+        const double deflate = milliseconds([&] {
+            for (const std::string& file : files)
+                packed.push_back(deflated(file));
+        });
+        const double load = milliseconds([&] { isDone &= persistence->Load(&stream) == S_OK; });
+        const double inflate = milliseconds([&] {
+            for (const std::string& file : packed)
+                isDone &= inflates(file, unpacked);
+        });
+        const double write = milliseconds([&] {
+            for (std::size_t i = 0; i < files.size(); ++i)
+                writeFile(temporary.path() + L"table" + std::to_wstring(i), files[i]);
+        });
+        if (turn == 0) // warms up
+            continue;
+        saving.push_back(save);
+        deflating.push_back(deflate);
+        loading.push_back(load);
+        inflating.push_back(inflate);
+        writing.push_back(write);
+    }
+    if (!isDone) {
+        std::printf("  saving or loading failed\n");
+        return false;
+    }
+    std::printf(
+        "  milliseconds: save %.1f, deflate %.1f, load %.1f, inflate %.1f, write the files alone %.1f\n",
+        median(saving), median(deflating), median(loading), median(inflating), median(writing));
+    bool isMet = printAtMost("(f) saving 10 MB of files / deflating them in memory",
+                             median(ratios(saving, deflating)), 1.3);
+    isMet &= printAtMost("(f) loading 10 MB of files / inflating them in memory",
+                         median(ratios(loading, inflating)), 1.3);
+    return isMet;
+}
+
+} // namespace solvane
