@@ -24,7 +24,8 @@ struct Question {
     double pressure = 0;
     std::vector<PhaseState> phases; ///< one or two
     std::string name;               ///< with its suffix, which only the host understands
-    BSTR basis = notGiven;          ///< that of the result
+    Bstr hostName;
+    BSTR basis = notGiven; ///< that of the result
 };
 
 Question readQuestion(const CalculationRun& run, RequestReader& request, std::size_t phaseCount) {
@@ -35,6 +36,7 @@ Question readQuestion(const CalculationRun& run, RequestReader& request, std::si
     for (PhaseState& phase : question.phases)
         phase.composition = VariantArray::of(request.reals(run.nComp));
     question.name = request.text();
+    question.hostName = hostText(question.name);
     for (PhaseState& phase : question.phases)
         phase.label = hostText(request.text());
     return question;
@@ -104,14 +106,14 @@ bool calculate10(CalculationRun& run, const Question& question, VariantArray& va
     if (!setConditions10(run, question, error))
         return false;
     ICapeThermoMaterialObject& material = *run.material10;
-    const Bstr name = hostText(question.name);
     const Bstr phase = joinedLabel(question.phases);
     OneText phaseArray;
-    HRESULT hr = material.CalcProp(run.oneText.of(name), phaseArray.of(phase), hostTexts.mixture.get());
+    HRESULT hr =
+        material.CalcProp(run.oneText.of(question.hostName), phaseArray.of(phase), hostTexts.mixture.get());
     if (FAILED(hr))
         return fail(error, calculationFailed(question) + describeFailure(material, hr));
-    hr = material.GetProp(name.get(), phase.get(), allCompounds, hostTexts.mixture.get(), question.basis,
-                          values.put());
+    hr = material.GetProp(question.hostName.get(), phase.get(), allCompounds, hostTexts.mixture.get(),
+                          question.basis, values.put());
     return SUCCEEDED(hr) || fail(error, resultFailed(question) + describeFailure(material, hr));
 }
 
@@ -122,17 +124,16 @@ bool calculate11(CalculationRun& run, const Question& question, VariantArray& va
     if (!setConditions11(run, question, error))
         return false;
     ICapeThermoMaterial& material = *run.material11;
-    const Bstr name = hostText(question.name);
     const bool isPair = question.phases.size() == 2;
     const BSTR phase = question.phases.front().label.get();
     const VariantArray pair =
         isPair ? VariantArray::ofTexts({phase, question.phases.back().label.get()}) : VariantArray();
-    HRESULT hr = isPair ? routine->CalcTwoPhaseProp(run.oneText.of(name), pair.get())
-                        : routine->CalcSinglePhaseProp(run.oneText.of(name), phase);
+    HRESULT hr = isPair ? routine->CalcTwoPhaseProp(run.oneText.of(question.hostName), pair.get())
+                        : routine->CalcSinglePhaseProp(run.oneText.of(question.hostName), phase);
     if (FAILED(hr))
         return fail(error, calculationFailed(question) + describeFailure(*routine, hr));
-    hr = isPair ? material.GetTwoPhaseProp(name.get(), pair.get(), question.basis, values.put())
-                : material.GetSinglePhaseProp(name.get(), phase, question.basis, values.put());
+    hr = isPair ? material.GetTwoPhaseProp(question.hostName.get(), pair.get(), question.basis, values.put())
+                : material.GetSinglePhaseProp(question.hostName.get(), phase, question.basis, values.put());
     return SUCCEEDED(hr) || fail(error, resultFailed(question) + describeFailure(material, hr));
 }
 
@@ -166,8 +167,8 @@ bool answer(CalculationRun& run, const Question& question, std::span<const Shape
 bool getSinglePhaseProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
                             std::string& error) {
     Question question = readQuestion(run, request, 1);
-    const Bstr baseName = hostText(std::string_view(question.name).substr(0, question.name.find('.')));
-    const SinglePhaseProperty* property = singlePhaseProperties().find(baseName.view());
+    const std::wstring_view name = question.hostName.view();
+    const SinglePhaseProperty* property = singlePhaseProperties().find(name.substr(0, name.find(L'.')));
     if (!property)
         return fail(error, "Invalid or unsupported single-phase property: " + question.name);
     if (property->molar)
@@ -180,7 +181,7 @@ bool getSinglePhaseProperty(CalculationRun& run, RequestReader& request, ReplyWr
 bool getTwoPhaseProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
                          std::string& error) {
     const Question question = readQuestion(run, request, 2);
-    const std::wstring lowerName = toLower(hostText(question.name).view());
+    const std::wstring lowerName = toLower(question.hostName.view());
     const bool isSurfaceTension = lowerName.find(L"surfacetension") != std::wstring::npos;
     if (!isSurfaceTension && lowerName.find(L"kvalue") == std::wstring::npos)
         return fail(error, "Invalid or unsupported two-phase property: " + question.name);
