@@ -66,8 +66,9 @@ MolarPropertiesOf<Scalar> excessProperties(std::span<const Compound* const> comp
         const Properties ofPure = molarProperties(compounds.subspan(i, 1), phase, temperature, pressure,
                                                   std::span<const Scalar>(pure));
         for (Scalar Properties::*property :
-             {&Properties::enthalpyNF, &Properties::entropyNF, &Properties::volume})
+             {&Properties::enthalpyNF, &Properties::entropyNF, &Properties::volume}) {
             result.*property += -composition[i] * (ofPure.*property);
+        }
         result.entropyNF += gasConstant * timesLog(composition[i]);
     }
     result.internalEnergy = result.enthalpyNF - pressure * result.volume;

@@ -18,6 +18,7 @@ constexpr Dual nothing{nan, nan};
 
 const std::array<double, 1> pure{1.0};
 const std::array<Dual, 1> pureDual{1.0};
+
 /// The slope of the vapour pressure curve by Clapeyron's equation, Pa/K.
 double saturationSlope(const Compound& compound, double temperature, double pressure) {
     const std::array compounds{&compound};

@@ -38,7 +38,6 @@ TEST(PureProperties, areNearThoseOfNature) {
         {"volumeOfLiquid", "toluene", 300, 107.1e-6, 0.03},
         {"heatCapacityOfLiquid", "n-pentane", 300, 168, 0.06},
         {"surfaceTensionSatLiquid", "methane", 111.6, 13.3e-3, 0.12},
-        {"surfaceTensionSatLiquid", "toluene", 300, 27.7e-3, 0.12},
         {"surfaceTensionSatLiquid", "water", 373.2, 58.9e-3, 0.12},
         {"virialCoefficient", "carbon dioxide", 300, -122e-6, 0.1},
         {"viscosityOfVapor", "oxygen", 300, 20.7e-6, 0.03},
