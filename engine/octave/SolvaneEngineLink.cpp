@@ -21,6 +21,7 @@
 #ifdef _WIN32
 #define SOLVANE_EXPORT extern "C" __declspec(dllexport)
 #else
+#include <dlfcn.h>
 #define SOLVANE_EXPORT extern "C" __attribute__((visibility("default")))
 #endif
 
@@ -32,6 +33,20 @@ using namespace solvane::engine;
 constexpr std::chrono::seconds grace(1);
 
 LoopbackSocket server;
+
+/// Octave unloads what it loaded while it ends, locked or not. The thread that waits for the server may wake
+/// up after that, and needs its code.
+void stayLoaded() {
+#ifdef _WIN32
+    HMODULE self;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                       reinterpret_cast<LPCWSTR>(&stayLoaded), &self);
+#else
+    Dl_info self;
+    if (dladdr(reinterpret_cast<void*>(&stayLoaded), &self))
+        dlopen(self.dli_fname, RTLD_NOW | RTLD_NODELETE);
+#endif
+}
 
 /// An endless script never comes back to read from the connection: when the server hangs up, the process
 /// ends.
@@ -57,6 +72,7 @@ bool connectToServer(std::string& error) {
         return false;
     }
     mexLock();
+    stayLoaded();
     endWithServer();
     return true;
 }
