@@ -44,10 +44,24 @@ void describe(EXCEPINFO* exception, HRESULT code, const std::wstring& text) {
     exception->scode = code;
 }
 
+// The time for a reply to leave, in milliseconds.
+constexpr UINT replyTime = 200;
+
+void CALLBACK endNow(HWND, UINT, UINT_PTR, DWORD) {
+    PostQuitMessage(0);
+}
+
+/// Ends the process when the reply to the call in progress has left, which is another thread's work: a
+/// process that ends before it fails the client's call with RPC_S_CALL_FAILED, or hangs in CoUninitialize.
+void endAfterReply() {
+    if (!SetTimer(nullptr, 0, replyTime, endNow))
+        PostQuitMessage(0);
+}
+
 } // namespace
 
 CAutomationObject::~CAutomationObject() {
-    PostQuitMessage(0);
+    endAfterReply();
 }
 
 std::span<const InterfaceEntry> CAutomationObject::interfaceTable() {
@@ -144,7 +158,7 @@ HRESULT CAutomationObject::quit(DISPPARAMS& parameters) {
     if (parameters.cArgs != 0)
         return DISP_E_BADPARAMCOUNT;
     OctaveSession::current().end();
-    PostQuitMessage(0);
+    endAfterReply();
     return S_OK;
 }
 
