@@ -70,7 +70,8 @@ public:
     }
     bool isHungUp() {
         char byte;
-        return recv(socket_.get(), &byte, 1, 0) == 0;
+        const int received = recv(socket_.get(), &byte, 1, 0);
+        return received == 0 || (received < 0 && WSAGetLastError() == WSAECONNRESET);
     }
     void hangUp() { socket_.reset(); }
 
