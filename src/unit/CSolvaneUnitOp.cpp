@@ -11,6 +11,7 @@
 #include "runtime/MatlabThread.h"
 #include "runtime/MexPlacement.h"
 #include "runtime/WorkingFolder.h"
+#include "ui/Edit.h"
 
 #include <array>
 
@@ -236,8 +237,7 @@ STDMETHODIMP CSolvaneUnitOp::Edit() {
         modelEdited = false;
         if (!startupOk)
             return raiseStopped(L"Edit", utilities);
-        const HRESULT edited =
-            raise(L"Not available", L"The edit window is not available in this version", L"Edit", utilities);
+        const HRESULT edited = editUnit(*this);
         StorePrivateModel(*this);
         return edited;
     });

@@ -51,7 +51,6 @@ TEST_F(AspenPlus, theFileOfTheUnitsNameIsLoadedAtTheFirstNeed) {
         {"get_ports", [](const HostedUnit& u) { EXPECT_EQ(getPorts(u), S_OK); }},
         {"get_parameters", [](const HostedUnit& u) { EXPECT_EQ(getParameters(u), S_OK); }},
         {"Calculate", [](const HostedUnit& u) { u.calculate(); }},
-        {"Edit", [](const HostedUnit& u) { u.as<ICapeUtilities>()->Edit(); }},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.call);

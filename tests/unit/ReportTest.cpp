@@ -32,11 +32,5 @@ TEST_F(UnitTest, reportsAreListedWithMatlabsOutputFirstAndFoundWithoutCase) {
     }
 }
 
-TEST_F(UnitTest, whatIsMissingInThisVersionSaysSo) {
-    loadModel();
-    EXPECT_EQ(unit.as<ICapeUtilities>()->Edit(), raised);
-    EXPECT_EQ(unit.errorDescription(), L"The edit window is not available in this version");
-}
-
 } // namespace
 } // namespace solvane

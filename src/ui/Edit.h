@@ -1,0 +1,12 @@
+#pragma once
+
+#include <windows.h>
+
+namespace solvane {
+
+class CSolvaneUnitOp;
+
+/// Lets the user configure the unit in its window. S_OK where something was changed, S_FALSE where not.
+HRESULT editUnit(CSolvaneUnitOp& unit);
+
+} // namespace solvane

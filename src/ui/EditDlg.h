@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Tab.h"
+
+#include <memory>
+#include <vector>
+
+namespace solvane {
+
+/// The main window: six tabs, and the buttons to save and load a model file, for help and to close. There is
+/// no working copy: what is done in it is done.
+class CEditDlg : public Dialog {
+public:
+    explicit CEditDlg(CSolvaneUnitOp& unit);
+
+    /// All tabs show the model anew.
+    void RefreshTabs() const;
+    /// Ends the window, as Escape in any place of it does.
+    void close() const { end(0); }
+
+private:
+    void onInit() override;
+    void onCommand(int id, int notification) override;
+    LRESULT onNotify(const NMHDR& header) override;
+    void onSize(int width, int height) override;
+    void onDestroy() override;
+    std::optional<INT_PTR> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    void showSelectedTab() const;
+    void saveModel();
+    void loadModel();
+    void help() const;
+
+    CSolvaneUnitOp& unit_;
+    std::vector<std::unique_ptr<Tab>> tabs_;
+    SIZE smallest_{}; ///< of the window
+};
+
+} // namespace solvane

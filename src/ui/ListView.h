@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace solvane {
+
+/// A list of rows with columns, of which one row or none is selected. Works on a control that it does not
+/// own.
+class ListView {
+public:
+    ListView() = default;
+    /// Of a list view control in report view; selects whole rows.
+    ListView(HWND list, std::span<const wchar_t* const> columns);
+
+    /// Replaces all rows and fits each column to its content and its header. Nothing is selected afterwards.
+    void fill(const std::vector<std::vector<std::wstring>>& rows) const;
+
+    /// -1 where no row or more than one is selected.
+    int selected() const;
+    /// Selects the row, shows it and gives it the list's focus.
+    void select(int row) const;
+    /// Begins the editing of the row's first column in place.
+    void editLabel(int row) const;
+    int count() const;
+    HWND window() const { return list_; }
+
+private:
+    HWND list_ = nullptr;
+    int columnCount_ = 0;
+};
+
+} // namespace solvane
