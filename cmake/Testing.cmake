@@ -17,3 +17,8 @@ function(solvane_test name)
   add_test(NAME ${name} COMMAND ${name}_test WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   set_tests_properties(${name} PROPERTIES TIMEOUT 600)
 endfunction()
+
+# A test of windows: it has a screen of its own.
+function(solvane_test_on_screen name)
+  set_target_properties(${name}_test PROPERTIES CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/screen)
+endfunction()

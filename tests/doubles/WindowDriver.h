@@ -1,0 +1,82 @@
+#pragma once
+
+#include "HostedUnit.h"
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace solvane {
+
+/// A user before the unit's window. The window runs on the test's thread, as in a host; what the user does
+/// runs on a second one. "Here" is the foremost dialog: the main window, or what has come up before it. A
+/// wait that takes too long is a failure of the test, after which all windows are closed.
+class WindowDriver {
+public:
+    using Actions = std::function<void(WindowDriver& user)>;
+
+    /// Opens the unit's window and lets the user act in it. A window that is still open then is closed. The
+    /// result is Edit's.
+    static HRESULT edit(const HostedUnit& unit, const Actions& actions);
+
+    // ---- what is seen
+
+    /// The foremost dialog.
+    HWND here() const;
+    std::wstring title() const { return textOf(here()); }
+    /// The shown control of that number, here or on the page that is shown. Fails the test where there is
+    /// none.
+    HWND control(int id) const;
+    /// The shown button of that label, with its "&". Fails the test where there is none.
+    HWND button(const std::wstring& label) const;
+    bool isEnabled(const std::wstring& label) const { return IsWindowEnabled(button(label)) != FALSE; }
+    std::wstring text(int id) const { return textOf(control(id)); }
+    /// All cells of a list, row by row.
+    std::vector<std::vector<std::wstring>> rows(int list) const;
+    int selectedRow(int list) const;
+    /// The entries of a drop-down list or list box.
+    std::vector<std::wstring> entries(int list) const;
+    /// The keyboard's focus.
+    HWND focus() const;
+
+    // ---- what is done
+
+    void pickTab(const std::wstring& label);
+    /// Presses a button. It may bring up a dialog or a message box.
+    void press(const std::wstring& label);
+    void click(HWND control);
+    void type(int id, const std::wstring& text);
+    /// Selects an entry of a drop-down list.
+    void choose(int list, const std::wstring& entry);
+    void selectRow(int list, int row);
+    void doubleClick(int list, int row);
+    /// A key to what has the focus.
+    void key(WORD virtualKey);
+    /// Types into the label that is being edited in the list and ends with Enter, or with Escape.
+    void endLabel(int list, const std::wstring& text, bool isAccepted = true);
+    void resize(int width, int height);
+
+    /// Waits for a dialog with this title to come up before the one that is here, or to be the only one.
+    void await(const std::wstring& title);
+    /// Waits for a message box with this title, answers it, and gives its text.
+    std::wstring answer(const std::wstring& title, int button = IDOK);
+    /// Waits for a file dialog with this title, and enters a path, or gives up with an empty one.
+    void enterFile(const std::wstring& title, const std::wstring& path);
+    /// Until the window has done all it was told.
+    void settle() const;
+
+    /// A picture of the dialog that is here, in the folder "screenshots" of the build tree.
+    void screenshot(const std::wstring& name) const;
+
+private:
+    explicit WindowDriver(DWORD thread) : thread_(thread) {}
+    static std::wstring textOf(HWND window);
+    void waitFor(const std::string& what, const std::function<bool()>& condition) const;
+    void closeAll() const;
+
+    DWORD thread_; ///< of the windows
+};
+
+} // namespace solvane

@@ -1,0 +1,113 @@
+// The main window: its tabs and buttons, what it remembers, and its model files.
+
+#include "UiTest.h"
+#include "com/Text.h"
+
+#include <commctrl.h>
+
+namespace solvane {
+namespace {
+
+using MainWindow = UiTest;
+
+TEST_F(MainWindow, closingAtOnceChangesNothing) {
+    EXPECT_EQ(edit([](WindowDriver& user) { user.press(L"&Close"); }), S_FALSE);
+    EXPECT_EQ(edit([](WindowDriver& user) { user.key(VK_ESCAPE); }), S_FALSE);
+    EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
+}
+
+TEST_F(MainWindow, itOpensOnTheLastTabAndAtTheLastPlace) {
+    RECT place{};
+    edit([&](WindowDriver& user) {
+        for (const wchar_t* tab :
+             {L"Ports", L"Parameters", L"Reports", L"Additional files", L"About", L"Matlab"})
+            user.pickTab(tab);
+        SetWindowPos(user.here(), nullptr, 120, 90, 800, 600, SWP_NOZORDER);
+        user.settle();
+        GetWindowRect(user.here(), &place);
+    });
+    const HostedUnit other(module);
+    WindowDriver::edit(other, [&](WindowDriver& user) {
+        RECT now{};
+        GetWindowRect(user.here(), &now);
+        EXPECT_TRUE(EqualRect(&now, &place));
+        EXPECT_EQ(SendMessageW(user.control(IDC_EDIT_TABS), TCM_GETCURSEL, 0, 0), 3);
+        user.pickTab(L"Ports");
+    });
+}
+
+TEST_F(MainWindow, aModelGoesToAFileAndComesBack) {
+    ModelBag model;
+    model.script("1;").feeds({L"Feed A"}).products({L"Product B"});
+    ASSERT_EQ(load(model), S_OK);
+    const std::wstring file = temporary.path() + L"saved.svm";
+    writeFile(file, "overwritten without a question");
+    EXPECT_EQ(edit([&](WindowDriver& user) {
+                  user.press(L"&Save model");
+                  user.enterFile(L"Save model file:", file);
+              }),
+              S_FALSE);
+    EXPECT_TRUE(readFile(file).starts_with("PK"));
+
+    HostedUnit second(module);
+    WindowDriver::edit(second, [&](WindowDriver& user) {
+        user.press(L"&Load model");
+        EXPECT_EQ(user.answer(L"Load model:", IDCANCEL),
+                  L"Loading a model will discard all information in the current unit operation. Proceed?");
+        user.press(L"&Load model");
+        user.answer(L"Load model:");
+        user.enterFile(L"Open model file:", file);
+        user.press(L"&Load model");
+        user.answer(L"Load model:");
+        user.enterFile(L"Open model file:", L"");
+    });
+    LONG count = 0;
+    second.as<ICapeCollection>()->Count(&count);
+    EXPECT_EQ(count, 2);
+    second.release();
+}
+
+TEST_F(MainWindow, whatCannotBeSavedOrLoadedIsTold) {
+    const std::wstring file = temporary.path() + L"bad.svm";
+    writeFile(file, "no zip");
+    edit([&](WindowDriver& user) {
+        user.press(L"&Load model");
+        user.answer(L"Load model:");
+        user.enterFile(L"Open model file:", file);
+        EXPECT_EQ(user.answer(L"Failed to load:"), L"Failed to open SVM file as ZIP file");
+        writeFile(workingFolder() + L"calc.m", "");
+        user.press(L"&Save model");
+        user.enterFile(L"Save model file:", file);
+        EXPECT_EQ(user.answer(L"Failed to save:"), L"Failed to add \"calc.m\" to zip: file has zero size");
+    });
+}
+
+TEST_F(MainWindow, aStoppedUnitShowsNoWindow) {
+    unit.terminate();
+    EXPECT_EQ(unit.as<ICapeUtilities>()->Edit(), static_cast<HRESULT>(0x80040501));
+    EXPECT_EQ(unit.error(),
+              L"Terminate has been called on unit operation | Terminate has been called on unit operation "
+              L"| Edit | ICapeUtilities");
+}
+
+TEST_F(MainWindow, nothingOverlapsAtItsSmallestAndItGrows) {
+    edit([](WindowDriver& user) {
+        user.resize(10, 10);
+        RECT smallest{}, close{}, help{};
+        GetWindowRect(user.here(), &smallest);
+        GetWindowRect(user.button(L"&Close"), &close);
+        GetWindowRect(user.button(L"&Help"), &help);
+        EXPECT_GT(close.left, help.right);
+        user.screenshot(L"main-smallest");
+        user.resize(1000, 800);
+        RECT large{};
+        GetWindowRect(user.here(), &large);
+        EXPECT_EQ(large.right - large.left, 1000);
+        GetWindowRect(user.button(L"&Close"), &close);
+        EXPECT_GT(close.top, smallest.bottom);
+        user.screenshot(L"main-large");
+    });
+}
+
+} // namespace
+} // namespace solvane

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Folders.h"
+#include "HostedUnit.h"
+#include "MatlabStandIn.h"
+#include "WindowDriver.h"
+#include "resources/ResourceIds.h"
+
+#include <gtest/gtest.h>
+
+namespace solvane {
+
+/// A host with one unit, whose window a user works in, and a scripted Matlab behind it.
+class UiTest : public testing::Test {
+protected:
+    UiTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~UiTest() override {
+        unit.release();
+        CoUninitialize();
+    }
+
+    HRESULT edit(const WindowDriver::Actions& actions) { return WindowDriver::edit(unit, actions); }
+    HRESULT load(ModelBag& model) { return unit.load(model); }
+    std::wstring workingFolder() { return matlab.workingFolder(); }
+
+    TemporaryFolder temporary;
+    MatlabStandIn matlab;
+    UnitModule module;
+    HostedUnit unit{module};
+};
+
+} // namespace solvane
