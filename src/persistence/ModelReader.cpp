@@ -1,10 +1,10 @@
 #include "ModelReader.h"
 
+#include "DocumentGuard.h"
 #include "DocumentNumbers.h"
 #include "ModelWords.h"
 #include "ModelWriter.h"
 #include "com/Handle.h"
-#include "com/StdioFile.h"
 #include "com/Text.h"
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/ReportNames.h"
@@ -295,25 +295,8 @@ void DocumentReader::readDimensionality(CParameter& parameter, const std::string
         parameter.dimensionality.push_back(exponent);
 }
 
-/// Whether the file declares entities, in any encoding that the library knows. An entity may stand for any
-/// number of others: to read a few lines of them can take for ever, so they must not even be read.
-bool declaresEntities(const std::string& path) {
-    constexpr std::string_view declaration = "<!ENTITY";
-    const StdioFile file = openFile(path, "rb");
-    std::array<char, 0x4000> piece;
-    std::size_t matched = 0;
-    while (const std::size_t count = file ? std::fread(piece.data(), 1, piece.size(), file.get()) : 0)
-        for (const char c : std::string_view(piece.data(), count)) {
-            if (c == '\0') // the other half of a wide character
-                continue;
-            matched = c == declaration[matched] ? matched + 1 : c == declaration[0] ? 1 : 0;
-            if (matched == declaration.size())
-                return true;
-        }
-    return false;
-}
-
-/// The last fault is the one that is told.
+/// The last fault is the one that is told. A reference to what is no character of XML is none: the writer
+/// makes one of a control character in Matlab's output, and the reader passes over it.
 void ParseErrorHandler(void* error, const char* message, xmlParserSeverities,
                        xmlTextReaderLocatorPtr locator) {
     const int line = locator ? xmlTextReaderLocatorLineNumber(locator) : -1;
@@ -325,10 +308,8 @@ void ParseErrorHandler(void* error, const char* message, xmlParserSeverities,
 
 bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
     const std::string path = unit.workingFolder + modelDocument;
-    if (declaresEntities(path)) {
-        error = "Entities are declared in xml data file; a model has none";
+    if (!prepareDocument(path, error))
         return false;
-    }
     const Unique<TextReaderPolicy> reader(xmlReaderForFile(path.c_str(), nullptr, readerOptions));
     if (!reader) {
         error = "Failed to open XML data file in zipped file for reading";

@@ -12,6 +12,10 @@ namespace solvane {
 
 namespace {
 
+/// Characters of a text in one piece: the reader takes no more than ten million bytes between two tags.
+/// Longer texts are divided by empty comments, which it passes over.
+constexpr std::size_t longestRun = 2'000'000;
+
 std::string word(bool value) {
     return value ? "TRUE" : "FALSE";
 }
@@ -28,6 +32,11 @@ public:
 
     void report(std::wstring_view name, std::wstring_view text) {
         std::fprintf(file_, "<report name=\"%s\">", escape_.EscapeWide(name));
+        while (text.size() > longestRun) {
+            write(escape_.EscapeWide(text.substr(0, longestRun)));
+            write("<!---->");
+            text.remove_prefix(longestRun);
+        }
         write(escape_.EscapeWide(text));
         write("</report>\n");
     }

@@ -134,8 +134,28 @@ TEST_F(ModelDocument, textBeyondAsciiIsWrittenAsNumbersAndComesBackAsSeveralChar
     const std::string written = savedEntries().at(0).second;
     EXPECT_NE(written.find("<feed name=\"&#xE9;&#xD83D;&#xDE00;\" />"), std::string::npos) << written;
 
+    // What is no character of a document is lost, and nothing else.
+    ASSERT_EQ(load(saved()), S_OK) << narrow(failure());
+    EXPECT_NE(savedEntries().at(0).second.find("<feed name=\"&#xC3;&#xA9;\" />"), std::string::npos);
+    ASSERT_EQ(
+        loadElements("<report name=\"R\">a&#x1B;&#0;b&#xD83D;&#xDE00;c</report>\n<feed name=\"F\" />\n"),
+        S_OK);
+    EXPECT_EQ(unit.report(L"R"), L"abc");
+
     ASSERT_EQ(loadElements("<report name=\"matlab output\">&#xE9;</report>\n"), S_OK);
     EXPECT_EQ(unit.output(), widen("\xC3\xA9", CP_THREAD_ACP));
+}
+
+// The XML library alone would refuse it.
+TEST_F(ModelDocument, aReportOfManyMegabytesComesBack) {
+    std::wstring output(11'000'000, L'x');
+    output[2'000'000] = L'<';
+    ModelBag model;
+    model.script("1;");
+    model.reports({L"Long"}).values[L"report \\ Long"] = Variant(std::wstring_view(output));
+    ASSERT_EQ(unit.load(model), S_OK);
+    ASSERT_EQ(load(saved()), S_OK) << narrow(failure());
+    EXPECT_TRUE(unit.report(L"Long") == output);
 }
 
 TEST_F(ModelDocument, theLastParseErrorEndsTheLoadWithItsLine) {

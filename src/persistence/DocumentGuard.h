@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace solvane {
+
+/// Makes a document that came with a model fit for the XML library, in its place. False with a text for one
+/// that declares entities, in any encoding that the library knows: an entity may stand for any number of
+/// others, and to read a few lines of them can take for ever.
+///
+/// References to what is no character of XML are taken out: the writer makes them of control characters and
+/// of characters beyond 16 bits in Matlab's output, and the library would read no further. A file that can't
+/// be read is left for the library to refuse.
+bool prepareDocument(const std::string& path, std::string& error);
+
+} // namespace solvane
