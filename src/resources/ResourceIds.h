@@ -23,3 +23,5 @@
 #define IDD_ABOUT 480
 
 #define IDD_INPUT 500
+#define IDC_INPUT_PROMPT 501
+#define IDC_INPUT_TEXT 502
