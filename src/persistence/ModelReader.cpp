@@ -310,6 +310,7 @@ bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
     const std::string path = unit.workingFolder + modelDocument;
     if (!prepareDocument(path, error))
         return false;
+    xmlSetGenericErrorFunc(nullptr, [](void*, const char*, ...) {}); // nothing on the host's console
     const Unique<TextReaderPolicy> reader(xmlReaderForFile(path.c_str(), nullptr, readerOptions));
     if (!reader) {
         error = "Failed to open XML data file in zipped file for reading";
@@ -318,8 +319,12 @@ bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
     xmlTextReaderSetErrorHandler(reader.get(), ParseErrorHandler, &error);
     error.clear();
     DocumentReader document(unit, reader.get());
-    while (xmlTextReaderRead(reader.get()) == 1)
+    int state = 0;
+    while ((state = xmlTextReaderRead(reader.get())) == 1)
         document.HandleModelNode();
+    // What is wrong with the first bytes was found before there was a handler.
+    if (state < 0 && error.empty())
+        error = "Parse error in xml data file, line 1: the document can't be read";
     return error.empty();
 }
 

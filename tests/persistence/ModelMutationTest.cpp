@@ -2,9 +2,7 @@
 // mutation is made from its number alone, so that a failure can be repeated.
 
 #include "ModelFileTest.h"
-
-#include <psapi.h>
-#include <winternl.h>
+#include "ProcessUsage.h"
 
 #include <chrono>
 #include <cstdio>
@@ -129,31 +127,6 @@ protected:
         damage.to(stream.bytes);
         return stream;
     }
-
-    struct Usage {
-        DWORD handles = 0;
-        std::size_t memory = 0; ///< bytes of the process's own
-    };
-    static Usage usage() {
-        Usage result;
-        // GetProcessHandleCount is no help: Wine's always says 0.
-        std::vector<std::byte> list(1U << 20);
-        NtQuerySystemInformation(SystemProcessInformation, list.data(), static_cast<ULONG>(list.size()),
-                                 nullptr);
-        const auto self = static_cast<ULONG_PTR>(GetCurrentProcessId());
-        for (std::size_t place = 0;;) {
-            const auto* process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(&list[place]);
-            if (reinterpret_cast<ULONG_PTR>(process->UniqueProcessId) == self)
-                result.handles = process->HandleCount;
-            if (process->NextEntryOffset == 0)
-                break;
-            place += process->NextEntryOffset;
-        }
-        PROCESS_MEMORY_COUNTERS counters{};
-        GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
-        result.memory = counters.PagefileUsage;
-        return result;
-    }
 };
 
 TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
@@ -161,13 +134,13 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
     const int warmUp = count / 10;
     const std::vector<std::wstring> outside = namesIn(temporary.path());
     const std::vector<std::wstring> current = namesIn(L".\\");
-    Usage before;
+    ProcessUsage before;
     int loaded = 0;
     auto longest = Clock::duration::zero();
     const auto start = Clock::now();
     for (int number = 0; number < count; ++number) {
         if (number == warmUp)
-            before = usage();
+            before = ProcessUsage::now();
         HostStream stream = mutated(number);
         boxes.clear();
         const auto began = Clock::now();
@@ -179,7 +152,7 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
             ASSERT_FALSE(unit.errorDescription().empty()) << "mutation " << number;
         }
     }
-    const Usage after = usage();
+    const ProcessUsage after = ProcessUsage::now();
     const auto inSeconds = [](Clock::duration time) { return std::chrono::duration<double>(time).count(); };
     std::printf("%d mutated models in %.1f s, the longest in %.3f s; %d of them loaded; %zu kB more\n", count,
                 inSeconds(Clock::now() - start), inSeconds(longest), loaded,
