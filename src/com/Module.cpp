@@ -14,4 +14,27 @@ std::wstring ComModule::path() const {
     }
 }
 
+std::wstring ComModule::pathBeside(const wchar_t* fileName) const {
+    const std::wstring module = path();
+    return module.substr(0, module.rfind(L'\\') + 1) + fileName;
+}
+
+/// Of the resource itself, so that no file is opened at load.
+std::wstring ComModule::version() const {
+    const HRSRC resource = FindResourceW(instance, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION);
+    const HGLOBAL loaded = resource ? LoadResource(instance, resource) : nullptr;
+    const auto* bytes = loaded ? static_cast<const BYTE*>(LockResource(loaded)) : nullptr;
+    // The fixed record follows a header and the key's text "VS_VERSION_INFO", at a multiple of four.
+    constexpr std::size_t fixedRecord = 40;
+    if (!bytes || SizeofResource(instance, resource) < fixedRecord + sizeof(VS_FIXEDFILEINFO))
+        return L"<unknown>";
+    const auto* info = reinterpret_cast<const VS_FIXEDFILEINFO*>(bytes + fixedRecord);
+    if (info->dwSignature != VS_FFI_SIGNATURE)
+        return L"<unknown>";
+    return std::to_wstring(HIWORD(info->dwFileVersionMS)) + L'.' +
+           std::to_wstring(LOWORD(info->dwFileVersionMS)) + L'.' +
+           std::to_wstring(HIWORD(info->dwFileVersionLS)) + L'.' +
+           std::to_wstring(LOWORD(info->dwFileVersionLS));
+}
+
 } // namespace solvane

@@ -25,6 +25,10 @@ public:
     HINSTANCE instance = nullptr;
     /// The module's file with its path.
     std::wstring path() const;
+    /// The path of a file in the module's folder.
+    std::wstring pathBeside(const wchar_t* fileName) const;
+    /// The module's own file version as "major.minor.build.revision", or "<unknown>".
+    std::wstring version() const;
 
 private:
     inline static ComModule* current_ = nullptr;

@@ -5,13 +5,10 @@
 #include "com/Text.h"
 
 #include <array>
-#include <optional>
 
 namespace solvane {
 
 namespace {
-
-constexpr wchar_t currentVersionKey[] = L"Matlab.Application\\CurVer";
 
 struct MexPlace {
     std::string folder;
@@ -27,6 +24,10 @@ void copyTo(const std::string& source, const std::string& target) {
 
 const std::string& mexFolder() {
     return place.folder;
+}
+
+std::optional<std::wstring> installedMatlab() {
+    return readRegistryString(HKEY_CLASSES_ROOT, L"Matlab.Application\\CurVer", L"");
 }
 
 bool isOldMatlab(const std::wstring& currentVersion) {
@@ -50,7 +51,7 @@ bool placeMexFile(std::string& error) {
     place.folder.assign(buffer.data(), length);
     if (!place.folder.ends_with('\\'))
         place.folder += '\\';
-    const std::optional<std::wstring> version = readRegistryString(HKEY_CLASSES_ROOT, currentVersionKey, L"");
+    const std::optional<std::wstring> version = installedMatlab();
     place.folder += "SolvaneUnitMEX" + (version ? narrow(*version) : "SolvaneUnitMEX");
     CreateDirectoryA(place.folder.c_str(), nullptr);
     if (!version) {

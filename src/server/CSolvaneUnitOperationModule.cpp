@@ -20,24 +20,6 @@ std::array<ObjectMapEntry, 4> entries{{
     {&solvaneUnitOpClass, updateUnitRegistry, createInstance<CSolvaneUnitOp>, nullptr},
 }};
 
-/// Of the resource itself, so that no file is opened at load.
-std::wstring readFileVersion(HINSTANCE instance) {
-    const HRSRC resource = FindResourceW(instance, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION);
-    const HGLOBAL loaded = resource ? LoadResource(instance, resource) : nullptr;
-    const auto* bytes = loaded ? static_cast<const BYTE*>(LockResource(loaded)) : nullptr;
-    // The fixed record follows a header and the key's text "VS_VERSION_INFO", at a multiple of four.
-    constexpr std::size_t fixedRecord = 40;
-    if (!bytes || SizeofResource(instance, resource) < fixedRecord + sizeof(VS_FIXEDFILEINFO))
-        return L"<unknown>";
-    const auto* info = reinterpret_cast<const VS_FIXEDFILEINFO*>(bytes + fixedRecord);
-    if (info->dwSignature != VS_FFI_SIGNATURE)
-        return L"<unknown>";
-    return std::to_wstring(HIWORD(info->dwFileVersionMS)) + L'.' +
-           std::to_wstring(LOWORD(info->dwFileVersionMS)) + L'.' +
-           std::to_wstring(HIWORD(info->dwFileVersionLS)) + L'.' +
-           std::to_wstring(LOWORD(info->dwFileVersionLS));
-}
-
 } // namespace
 
 CSolvaneUnitOperationModule& theModule() {
@@ -47,7 +29,6 @@ CSolvaneUnitOperationModule& theModule() {
 
 void CSolvaneUnitOperationModule::attach(HINSTANCE moduleInstance) {
     instance = moduleInstance;
-    version_ = readFileVersion(instance);
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&controls);
     LoadLibraryW(L"riched32.dll");

@@ -4,7 +4,6 @@
 #include "com/Module.h"
 
 #include <span>
-#include <string>
 
 namespace solvane {
 
@@ -29,15 +28,12 @@ public:
 
     /// False until attach has succeeded.
     bool isInitialized() const { return isInitialized_; }
-    /// The module's own file version as "major.minor.build.revision", or "<unknown>".
-    const std::wstring& version() const { return version_; }
     std::span<ObjectMapEntry> objectMap();
 
     HRESULT getClassObject(REFCLSID classId, REFIID iid, void** result);
 
 private:
     bool isInitialized_ = false;
-    std::wstring version_;
 };
 
 CSolvaneUnitOperationModule& theModule();

@@ -4,11 +4,18 @@
 
 namespace solvane {
 
+/// What this module is, and under which licence.
 class CAboutDlg : public Tab {
 public:
     CAboutDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
 
-    void RefreshFromModel() override;
+    /// None of it is of the model.
+    void RefreshFromModel() override {}
+
+private:
+    void onInit() override;
+    void onCommand(int id, int notification) override;
+    void onSize(int width, int height) override;
 };
 
 } // namespace solvane

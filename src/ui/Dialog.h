@@ -48,6 +48,9 @@ protected:
     HWND control(int id) const { return GetDlgItem(window_, id); }
     std::wstring text(int id) const;
     void setText(int id, const std::wstring& text) const { SetDlgItemTextW(window_, id, text.c_str()); }
+    void focus(int id) const {
+        SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control(id)), TRUE);
+    }
     void enable(int id, bool isEnabled) const { EnableWindow(control(id), isEnabled); }
     bool isChecked(int id) const { return IsDlgButtonChecked(window_, id) == BST_CHECKED; }
     void check(int id, bool isChecked) const {

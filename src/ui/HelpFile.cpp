@@ -33,8 +33,7 @@ HtmlHelpFunction htmlHelp() {
 } // namespace
 
 bool openHelp() {
-    const std::wstring module = ComModule::current().path();
-    const std::wstring file = module.substr(0, module.rfind(L'\\') + 1) + L"SolvaneUnitOperation.chm";
+    const std::wstring file = ComModule::current().pathBeside(L"SolvaneUnitOperation.chm");
     const HtmlHelpFunction show = htmlHelp();
     return show && show(nullptr, file.c_str(), displayTopic, 0) != nullptr;
 }

@@ -1,11 +1,118 @@
 #include "ReportDlg.h"
 
+#include "EditDlg.h"
+#include "InputDlg.h"
+#include "Layout.h"
+#include "Messages.h"
 #include "resources/ResourceIds.h"
+#include "unit/CSolvaneUnitOp.h"
+#include "unit/ReportNames.h"
+
+#include <richedit.h>
+
+#include <algorithm>
 
 namespace solvane {
 
 CReportDlg::CReportDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow) : Tab(IDD_REPORT, unit, mainWindow) {}
 
-void CReportDlg::RefreshFromModel() {}
+void CReportDlg::onInit() {
+    const HWND view = control(IDC_REPORT_TEXT);
+    // A report may begin with what would mark a formatted text.
+    SendMessageW(view, EM_SETTEXTMODE, TM_PLAINTEXT, 0);
+    SendMessageW(view, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), FALSE);
+    fill(0);
+}
+
+void CReportDlg::RefreshFromModel() {
+    fill(std::clamp(selected(), 0, static_cast<int>(unit_.reportNames.size())));
+}
+
+int CReportDlg::selected() const {
+    return static_cast<int>(SendMessageW(control(IDC_REPORT_LIST), CB_GETCURSEL, 0, 0));
+}
+
+void CReportDlg::fill(int position) const {
+    const HWND list = control(IDC_REPORT_LIST);
+    SendMessageW(list, CB_RESETCONTENT, 0, 0);
+    for (const std::wstring& name : allReportNames(unit_))
+        SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+    SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+    showSelected();
+}
+
+void CReportDlg::showSelected() const {
+    const int position = selected();
+    setText(IDC_REPORT_TEXT,
+            position > 0 ? unit_.reportTexts[static_cast<std::size_t>(position) - 1] : unit_.outputText);
+    enable(IDC_REPORT_REMOVE, position > 0);
+}
+
+void CReportDlg::onCommand(int id, int notification) {
+    switch (id) {
+    case IDC_REPORT_LIST:
+        if (notification == CBN_SELCHANGE)
+            showSelected();
+        return;
+    case IDC_REPORT_ADD:
+        return add();
+    case IDC_REPORT_REMOVE:
+        return remove();
+    case IDCANCEL:
+        return mainWindow_.close();
+    default:
+        return;
+    }
+}
+
+void CReportDlg::add() {
+    const std::optional<std::wstring> name = askText(L"Add report:", L"Report title:");
+    if (!name)
+        return;
+    if (isOutputReport(*name) || findReport(unit_, *name))
+        return showError(mainWindow_.window(), L"The specified report name already exists", L"Error:");
+    unit_.reportNames.push_back(*name);
+    unit_.reportTexts.push_back(L"Report not available...\r\n");
+    fill(static_cast<int>(unit_.reportNames.size()));
+    showInformation(
+        mainWindow_.window(),
+        L"To specify the report, add the following to the calculation script:\r\n\r\nsetReport('" + *name +
+            L"',reportContent);",
+        L"Report added:");
+    unit_.markChanged();
+}
+
+void CReportDlg::remove() {
+    const int position = selected();
+    if (position <= 0)
+        return;
+    const std::ptrdiff_t index = position - 1;
+    const std::wstring question =
+        L"Remove report \"" + unit_.reportNames[static_cast<std::size_t>(index)] + L"\"?";
+    if (!isRemovalConfirmed(mainWindow_.window(), question, L"Remove report:"))
+        return;
+    unit_.reportNames.erase(unit_.reportNames.begin() + index);
+    unit_.reportTexts.erase(unit_.reportTexts.begin() + index);
+    focus(IDC_REPORT_LIST); // before the button is disabled
+    fill(0);
+    unit_.markChanged();
+}
+
+void CReportDlg::onSize(int width, int height) {
+    const Box label = boxOf(control(IDC_REPORT_LABEL));
+    const Box list = boxOf(control(IDC_REPORT_LIST));
+    const Box button = boxOf(control(IDC_REPORT_ADD));
+    const int innerWidth = width - 2 * layoutMargin;
+    const int listLeft = label.right() + layoutMargin;
+    const int textTop = list.bottom() + layoutMargin;
+    const int buttonTop = height - layoutMargin - button.height;
+    Layout layout;
+    layout.move(control(IDC_REPORT_LIST), {listLeft, list.top, width - layoutMargin - listLeft, list.height});
+    layout.move(control(IDC_REPORT_TEXT),
+                {layoutMargin, textTop, innerWidth, buttonTop - layoutMargin - textTop});
+    layout.move(control(IDC_REPORT_ADD), {layoutMargin, buttonTop, button.width, button.height});
+    layout.move(control(IDC_REPORT_REMOVE),
+                {2 * layoutMargin + button.width, buttonTop, button.width, button.height});
+}
 
 } // namespace solvane

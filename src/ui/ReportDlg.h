@@ -4,11 +4,25 @@
 
 namespace solvane {
 
+/// The unit's reports: Matlab's output, at position 0, and those that the script fills.
 class CReportDlg : public Tab {
 public:
     CReportDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
+
+private:
+    void onInit() override;
+    void onCommand(int id, int notification) override;
+    void onSize(int width, int height) override;
+
+    /// -1 where none is.
+    int selected() const;
+    /// Shows the names with one of them selected, and that report.
+    void fill(int position) const;
+    void showSelected() const;
+    void add();
+    void remove();
 };
 
 } // namespace solvane

@@ -10,4 +10,10 @@ inline bool isLicensed([[maybe_unused]] std::string& refusal) {
     return true;
 }
 
+/// What the window tells of the licence.
+inline constexpr wchar_t licenceCode[] = L"None needed";
+inline constexpr wchar_t licenceType[] = L"MIT, free for everybody";
+/// The licence's text, in a file beside the module.
+inline constexpr wchar_t licenceFile[] = L"LICENSE.txt";
+
 } // namespace solvane
