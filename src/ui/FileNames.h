@@ -1,0 +1,21 @@
+/// What the name of a file tells that is to travel with the model. Names stand without their folder.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace solvane {
+
+/// A program or a library: nothing that an editor could show.
+bool isExecutableLike(std::wstring_view name);
+
+/// A text that the system would run instead of showing it.
+bool isScriptLike(std::wstring_view name);
+
+/// Whether the unit itself has a file of this name in its working folder or in a model file.
+bool isReservedFileName(std::wstring_view name);
+
+/// Why a model with a file of this name could not be loaded again, as half a sentence; null where it could.
+const char* fileNameFault(const std::wstring& name);
+
+} // namespace solvane

@@ -1,0 +1,50 @@
+#include "ShellVerbs.h"
+
+#include "FileNames.h"
+#include "Messages.h"
+#include "com/Handle.h"
+
+#include <shellapi.h>
+
+namespace solvane {
+
+namespace {
+
+/// Codes below are errors; what is above is a success. The code itself is neither.
+constexpr INT_PTR shellErrorEnd = 32;
+
+INT_PTR carryOut(HWND owner, const wchar_t* verb, const std::wstring& path) {
+    return reinterpret_cast<INT_PTR>(
+        ShellExecuteW(owner, verb, path.c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+}
+
+void startNotepad(HWND owner, const std::wstring& workingFolder, const std::wstring& name) {
+    std::wstring command = L"notepad.exe \"" + workingFolder + name + L"\"";
+    std::wstring writable = command; // the system writes into it
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, workingFolder.c_str(),
+                        &start, &started))
+        return showError(owner, command, L"Failed to run command:");
+    const Handle process(started.hProcess), thread(started.hThread);
+    constexpr DWORD patience = 100; // ms
+    WaitForInputIdle(process.get(), patience);
+}
+
+} // namespace
+
+void openForEditing(HWND owner, const std::wstring& workingFolder, const std::wstring& name) {
+    if (isScriptLike(name))
+        return startNotepad(owner, workingFolder, name);
+    const std::wstring path = workingFolder + name;
+    INT_PTR code = carryOut(owner, L"edit", path);
+    if (code < shellErrorEnd)
+        code = carryOut(owner, L"open", path);
+    if (code < shellErrorEnd)
+        return startNotepad(owner, workingFolder, name);
+    if (code == shellErrorEnd)
+        showError(owner, path, L"Failed to edit file:");
+}
+
+} // namespace solvane
