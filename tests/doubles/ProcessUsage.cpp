@@ -22,7 +22,9 @@ DWORD countGdiObjects() {
         std::uint64_t user;
     };
     constexpr std::size_t tablePlace = 0xF8; // in the 64-bit process environment block
-    const auto* block = reinterpret_cast<const std::byte*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+    PROCESS_BASIC_INFORMATION process{};
+    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process, nullptr);
+    const auto* block = reinterpret_cast<const std::byte*>(process.PebBaseAddress);
     const Entry* table = *reinterpret_cast<const Entry* const*>(block + tablePlace);
     return static_cast<DWORD>(
         std::count_if(table, table + 0x4000, [](const Entry& entry) { return entry.type != 0; }));
