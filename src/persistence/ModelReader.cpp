@@ -295,8 +295,10 @@ void DocumentReader::readDimensionality(CParameter& parameter, const std::string
         parameter.dimensionality.push_back(exponent);
 }
 
-/// The last fault is the one that is told. A reference to what is no character of XML is none: the writer
-/// makes one of a control character in Matlab's output, and the reader passes over it.
+/// For what the library would print on the host's console.
+void ignoreMessage(void*, const char*, ...) {}
+
+/// The last fault is the one that is told.
 void ParseErrorHandler(void* error, const char* message, xmlParserSeverities,
                        xmlTextReaderLocatorPtr locator) {
     const int line = locator ? xmlTextReaderLocatorLineNumber(locator) : -1;
@@ -310,7 +312,7 @@ bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
     const std::string path = unit.workingFolder + modelDocument;
     if (!prepareDocument(path, error))
         return false;
-    xmlSetGenericErrorFunc(nullptr, [](void*, const char*, ...) {}); // nothing on the host's console
+    xmlSetGenericErrorFunc(nullptr, ignoreMessage);
     const Unique<TextReaderPolicy> reader(xmlReaderForFile(path.c_str(), nullptr, readerOptions));
     if (!reader) {
         error = "Failed to open XML data file in zipped file for reading";

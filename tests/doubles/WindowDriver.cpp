@@ -314,7 +314,7 @@ void WindowDriver::screenshot(const std::wstring& name) const {
     const LONG width = area.right - area.left;
     const LONG height = area.bottom - area.top;
     BITMAPINFO format{};
-    format.bmiHeader = {sizeof format.bmiHeader, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    format.bmiHeader = {sizeof format.bmiHeader, width, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
     void* pixels = nullptr;
     const HDC screen = GetDC(nullptr);
     const HDC memory = CreateCompatibleDC(screen);
@@ -325,7 +325,8 @@ void WindowDriver::screenshot(const std::wstring& name) const {
     BITMAPFILEHEADER header{};
     header.bfType = 0x4D42;
     header.bfOffBits = sizeof header + sizeof format.bmiHeader;
-    const auto size = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4;
+    const auto rowSize = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
+    const auto size = rowSize * static_cast<std::size_t>(height);
     header.bfSize = header.bfOffBits + static_cast<DWORD>(size);
     std::ofstream file(folder / (name + L".bmp"), std::ios::binary);
     file.write(reinterpret_cast<const char*>(&header), sizeof header);
