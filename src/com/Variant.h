@@ -55,6 +55,12 @@ public:
     /// A template, so that no pointer is taken for a bool.
     explicit Variant(std::same_as<bool> auto value) { set(value); }
     explicit Variant(std::wstring_view value) { set(newBstr(value)); }
+    /// A text, of which an empty one is stored as null.
+    static Variant textOrNull(std::wstring_view value) {
+        Variant text;
+        text.set(value.empty() ? nullptr : newBstr(value));
+        return text;
+    }
     Variant(const Variant& other) { VariantCopy(&value_, other.in()); }
     Variant(Variant&& other) noexcept : value_(other.release()) {}
     Variant& operator=(Variant other) noexcept {

@@ -1,10 +1,10 @@
 #include "ModelReader.h"
 
 #include "DocumentGuard.h"
-#include "DocumentNumbers.h"
 #include "ModelWords.h"
 #include "ModelWriter.h"
 #include "com/Handle.h"
+#include "com/Numbers.h"
 #include "com/Text.h"
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/ReportNames.h"
@@ -29,15 +29,6 @@ struct TextReaderPolicy {
 
 std::wstring wide(const std::string& text) {
     return widen(text, CP_THREAD_ACP);
-}
-
-/// A text value, null if empty.
-Variant textOrNull(const std::string& text) {
-    if (!text.empty())
-        return Variant(std::wstring_view(wide(text)));
-    Variant nullText;
-    nullText.put()->vt = VT_BSTR;
-    return nullText;
 }
 
 /// One reading of a document into a unit.
@@ -240,7 +231,7 @@ std::optional<Variant> DocumentReader::valueFrom(const CParameter& parameter, co
     case ParameterKind::boolean:
         return Variant(text == "TRUE");
     case ParameterKind::string:
-        return textOrNull(text);
+        return Variant::textOrNull(wide(text));
     }
     warn(invalid);
     return std::nullopt;

@@ -1,8 +1,8 @@
 #include "ModelWriter.h"
 
 #include "DocumentEscape.h"
-#include "DocumentNumbers.h"
 #include "ModelWords.h"
+#include "com/Numbers.h"
 #include "com/StdioFile.h"
 #include "com/Text.h"
 #include "unit/CSolvaneUnitOp.h"

@@ -107,9 +107,7 @@ Variant initialValue(ParameterKind kind) {
     case ParameterKind::string:
         break;
     }
-    Variant nullText;
-    nullText.put()->vt = VT_BSTR;
-    return nullText;
+    return Variant::textOrNull({});
 }
 
 void loadParameterFields(const BagReader& bag, CParameter& parameter) {

@@ -1,14 +1,37 @@
 #pragma once
 
+#include "ListView.h"
 #include "Tab.h"
+#include "unit/CParameter.h"
 
 namespace solvane {
 
+/// The unit's parameters, which the script reads and writes by name.
 class CParameterDlg : public Tab {
 public:
     CParameterDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
+
+private:
+    void onInit() override;
+    void onCommand(int id, int notification) override;
+    LRESULT onNotify(const NMHDR& header) override;
+    void onSize(int width, int height) override;
+
+    void add();
+    void remove();
+    void edit();
+    void rename();
+
+    void fillList() const;
+    void updateButtons() const;
+    /// The list anew, with a row selected.
+    void showSelected(int row) const;
+    /// Whether another parameter than `besides` has that name.
+    bool isNameUsed(const std::wstring& name, const CParameter* besides = nullptr) const;
+
+    ListView list_;
 };
 
 } // namespace solvane

@@ -1,4 +1,4 @@
-#include "DocumentNumbers.h"
+#include "Numbers.h"
 
 #include <algorithm>
 #include <array>

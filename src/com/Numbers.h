@@ -1,5 +1,5 @@
-/// Numbers of the model document, by the rules of the C library's "%lg", "%d" and "%u" with a decimal point,
-/// whatever the machine's settings. Scanning skips leading blanks and takes as much as is a number.
+/// Numbers as text, by the rules of the C library's "%lg", "%d" and "%u" with a decimal point, whatever the
+/// machine's settings. Scanning skips leading blanks and takes as much as is a number.
 #pragma once
 
 #include <clocale>
