@@ -51,12 +51,12 @@ void CFilesDlg::RefreshFromModel() {
 }
 
 void CFilesDlg::updateButtons() const {
+    const HWND focus = GetFocus();
     const int row = list_.selected();
     for (const int id : {IDC_FILES_RENAME, IDC_FILES_REMOVE, IDC_FILES_SAVE_AS})
         enable(id, row >= 0);
     enable(IDC_FILES_OPEN, row >= 0 && !isExecutableLike(widen(nameOf(row))));
-    // The keyboard does not stay with a button that just went grey.
-    const HWND focus = GetFocus();
+    // A button that goes grey takes the keyboard with it.
     if (IsChild(window(), focus) && !IsWindowEnabled(focus))
         SendMessageW(window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(list_.window()), TRUE);
 }

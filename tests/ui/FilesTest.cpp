@@ -1,0 +1,258 @@
+// The page of additional files: what each button does to the model and to the working folder.
+#include "UiTest.h"
+#include "com/Handle.h"
+#include "com/Text.h"
+#include "ui/FileNames.h"
+
+#include <gmock/gmock.h>
+
+namespace solvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(FileNames, tellWhatAFileIs) {
+    struct Name {
+        const wchar_t* name;
+        bool isExecutable = false, isScript = false, isReserved = false, isFaulty = false;
+    };
+    for (const auto& [name, isExecutable, isScript, isReserved, isFaulty] :
+         {Name{L"x.m"},
+          Name{L"dll"},
+          Name{L"x.exe.m"},
+          Name{L"x.batch"},
+          Name{L"reg"},
+          Name{L"calc2.m"},
+          Name{L"x.DLL", true},
+          Name{L"a.b.Exe", true},
+          Name{L"com.com", true},
+          Name{L"x.msi", true},
+          Name{L"x.Bat", false, true},
+          Name{L".wsf", false, true},
+          Name{L"x.reg", false, true},
+          Name{L"CALC.M", false, false, true},
+          Name{L"rununit.m", false, false, true},
+          Name{L"initRun.m", false, false, true},
+          Name{L"Report.txt", false, false, true},
+          Name{L"_unitoperationmodel_.svm", false, false, true},
+          Name{L"unit.XML", false, false, true},
+          Name{L"..\\x.m", false, false, false, true},
+          Name{L"calc.m.", false, false, false, true},
+          Name{L"con.m", false, false, false, true},
+          Name{L"\u65e5.m", false, false, false, true},
+          Name{L"\u0101.m", false, false, false, true}}) {
+        EXPECT_EQ(isExecutableLike(name), isExecutable) << name;
+        EXPECT_EQ(isScriptLike(name), isScript) << name;
+        EXPECT_EQ(isReservedFileName(name), isReserved) << name;
+        EXPECT_EQ(fileNameFault(name) != nullptr, isFaulty) << name;
+    }
+}
+
+class FilesPage : public UiTest {
+protected:
+    FilesPage() {
+        ModelBag model;
+        model.script("1;").file("a.m", "text of a").file("b.dat", "text of b").file("tool.DLL", "MZ");
+        EXPECT_EQ(load(model), S_OK);
+    }
+
+    HRESULT editFiles(const WindowDriver::Actions& actions) {
+        return edit([&](WindowDriver& user) {
+            user.pickTab(L"Additional files");
+            actions(user);
+        });
+    }
+    /// The model's names, as a new window shows them.
+    std::vector<std::wstring> listed() {
+        std::vector<std::wstring> result;
+        editFiles([&](WindowDriver& user) {
+            for (const auto& row : user.rows(IDC_FILES_LIST))
+                result.push_back(row.front());
+        });
+        return result;
+    }
+    std::string contents(const std::wstring& name) { return readFile(workingFolder() + name); }
+
+    static void enterName(WindowDriver& user, const wchar_t* button, const wchar_t* title,
+                          const std::wstring& name) {
+        user.press(button);
+        user.await(title);
+        user.type(IDC_INPUT_TEXT, name);
+        user.press(L"OK");
+    }
+};
+
+TEST_F(FilesPage, theButtonsFollowTheSelection) {
+    const auto enabled = [](const WindowDriver& user) {
+        std::wstring result;
+        for (const wchar_t* label :
+             {L"&Browse", L"&New script", L"&Open", L"&Rename", L"&Remove", L"Save &As..."})
+            result += user.isEnabled(label) ? L'x' : L'-';
+        return result;
+    };
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  EXPECT_EQ(enabled(user), L"xx----");
+                  user.selectRow(IDC_FILES_LIST, 0);
+                  EXPECT_EQ(enabled(user), L"xxxxxx");
+                  user.selectRow(IDC_FILES_LIST, 2);
+                  EXPECT_EQ(enabled(user), L"xx-xxx");
+                  user.press(L"&Remove");
+                  user.answer(L"Remove file:", IDCANCEL);
+                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), 2);
+              }),
+              S_FALSE);
+}
+
+TEST_F(FilesPage, filesOfTheUsersAreCopiedIn) {
+    const auto own = [&](const std::wstring& name) {
+        writeFile(temporary.path() + name, "own");
+        return temporary.path() + name;
+    };
+    const std::wstring locked = own(L"locked.m");
+    const auto browse = [](WindowDriver& user, const std::wstring& path) {
+        user.press(L"&Browse");
+        user.enterFile(L"Open model file:", path);
+    };
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  browse(user, L"");
+                  browse(user, own(L"CALC.M"));
+                  EXPECT_EQ(user.answer(L"Add file:"),
+                            L"This file name is reserved, you cannot add a file with this name");
+                  browse(user, own(L"A.m"));
+                  EXPECT_EQ(user.answer(L"Add file:"),
+                            L"A file with this name is already present. Please remove this file first");
+                  const FileHandle lock(CreateFileW(locked.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+                  browse(user, locked);
+                  EXPECT_EQ(user.answer(L"Add file:"), L"Unable to copy file: Sharing violation.");
+              }),
+              S_FALSE);
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  browse(user, own(L"own.dat"));
+                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), 3);
+              }),
+              S_OK);
+    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"b.dat", L"tool.DLL", L"own.dat"));
+    EXPECT_EQ(contents(L"own.dat"), "own");
+    EXPECT_EQ(contents(L"a.m"), "text of a");
+}
+
+TEST_F(FilesPage, newScriptsAreEmptyFiles) {
+    const auto add = [](WindowDriver& user, const std::wstring& name) {
+        enterName(user, L"&New script", L"Add script file:", name);
+    };
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  add(user, L"A");
+                  EXPECT_EQ(user.answer(L"New file:"), L"A file with name \"A.m\" is already present. "
+                                                       L"Please remove this file first");
+                  add(user, L"RUNUNIT");
+                  EXPECT_EQ(user.answer(L"New file:"),
+                            L"File name \"RUNUNIT.m\" is reserved. Please choose a different name.");
+                  add(user, L"..\\out");
+                  EXPECT_THAT(user.answer(L"New file:"), HasSubstr(L"leads out of the working folder"));
+                  add(user, L"none\\x");
+                  EXPECT_EQ(user.answer(L"New file:"), L"Failed to create file \"none\\x.m\".");
+              }),
+              S_FALSE);
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  add(user, L"tools");
+                  add(user, L"a.b");
+                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), 4);
+              }),
+              S_OK);
+    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"b.dat", L"tool.DLL", L"tools.m", L"a.b"));
+    EXPECT_EQ(contents(L"tools.m"), "");
+}
+
+TEST_F(FilesPage, aFileIsRenamedOverWhatIsThere) {
+    writeFile(workingFolder() + L"new.m", "in the way");
+    const auto rename = [](WindowDriver& user, const std::wstring& name) {
+        enterName(user, L"&Rename", L"Rename file:", name);
+    };
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  user.selectRow(IDC_FILES_LIST, 1);
+                  user.press(L"&Rename");
+                  user.await(L"Rename file:");
+                  EXPECT_EQ(user.text(IDC_INPUT_TEXT), L"b.dat");
+                  user.press(L"Cancel");
+                  rename(user, L"calc.M");
+                  EXPECT_EQ(user.answer(L"Rename:"),
+                            L"The specified file name is reserved. Please choose a different name.");
+                  rename(user, L"A.M");
+                  EXPECT_EQ(user.answer(L"Rename:"),
+                            L"A file with that name already exists. Please remove that file first");
+                  rename(user, L"nul");
+                  EXPECT_THAT(user.answer(L"Rename:"), HasSubstr(L"device"));
+              }),
+              S_FALSE);
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  user.selectRow(IDC_FILES_LIST, 1);
+                  rename(user, L"new.m");
+                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), 1);
+              }),
+              S_OK);
+    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"new.m", L"tool.DLL"));
+    EXPECT_EQ(contents(L"new.m"), "text of b");
+    EXPECT_EQ(contents(L"b.dat"), "?");
+
+    // Onto itself: what is in the way goes first.
+    editFiles([&](WindowDriver& user) {
+        user.selectRow(IDC_FILES_LIST, 0);
+        rename(user, L"A.m");
+        EXPECT_EQ(user.answer(L"Rename:"), L"Failed to rename file");
+    });
+    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"new.m", L"tool.DLL"));
+    EXPECT_EQ(contents(L"a.m"), "?");
+}
+
+TEST_F(FilesPage, filesAreTakenOutOfTheModelAndExported) {
+    const std::wstring target = temporary.path() + L"exported.dat";
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  user.selectRow(IDC_FILES_LIST, 1);
+                  user.press(L"Save &As...");
+                  user.enterFile(L"Export external file:", target);
+                  EXPECT_EQ(readFile(target), "text of b");
+                  user.press(L"Save &As...");
+                  user.enterFile(L"Export external file:", temporary.path() + L"none\\exported.dat");
+                  EXPECT_EQ(user.answer(L"Export file:"), L"Failed to copy file.");
+              }),
+              S_FALSE);
+    EXPECT_EQ(editFiles([&](WindowDriver& user) {
+                  user.selectRow(IDC_FILES_LIST, 1);
+                  user.press(L"&Remove");
+                  EXPECT_EQ(user.answer(L"Remove file:"),
+                            L"Remove file \"b.dat\"? File will be deleted and there is no undo.");
+                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), -1);
+                  EXPECT_EQ(user.focus(), user.control(IDC_FILES_LIST));
+              }),
+              S_OK);
+    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"tool.DLL"));
+    EXPECT_EQ(contents(L"b.dat"), "text of b");
+}
+
+TEST_F(FilesPage, aChangeInAnEditorIsFoundAtTheEnd) {
+    EXPECT_EQ(editFiles([](WindowDriver&) {}), S_FALSE);
+    EXPECT_EQ(editFiles([&](WindowDriver&) { writeFile(workingFolder() + L"b.dat", "Text of b"); }), S_OK);
+    EXPECT_EQ(editFiles([](WindowDriver&) {}), S_FALSE);
+}
+
+TEST_F(FilesPage, aScriptOfTheSystemIsShownAndNotRun) {
+    const std::wstring trace = temporary.path() + L"run";
+    ModelBag model;
+    model.script("1;").file("x.bat", "echo >\"" + narrow(trace) + '"');
+    ASSERT_EQ(load(model), S_OK);
+    editFiles([&](WindowDriver& user) {
+        user.selectRow(IDC_FILES_LIST, 0);
+        user.press(L"&Open");
+        HWND notepad = nullptr;
+        for (int turn = 0; turn < 100 && !notepad; ++turn, Sleep(100))
+            notepad = FindWindowW(L"Notepad", L"x.bat - Notepad");
+        ASSERT_TRUE(notepad);
+        PostMessageW(notepad, WM_CLOSE, 0, 0);
+    });
+    EXPECT_EQ(readFile(trace), "?");
+}
+
+} // namespace
+} // namespace solvane
