@@ -65,7 +65,8 @@ def faults_of(source, book, compiled, chmls):
     yield from (f"no page for the tab {label}" for label in labels or ["?"] if f"The tab {label}" not in titles)
 
     texts = product_texts(source)
-    for message in pages["messages.html"].messages or ["?" * 9]:
+    messages = [message for page in pages.values() for message in page.messages]
+    for message in messages or ["?" * 9]:
         if not all(piece in texts for piece in message.split("...") if len(piece) > 3):
             yield f"the product has no message {message}"
 
