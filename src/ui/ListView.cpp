@@ -37,7 +37,9 @@ void ListView::fill(const std::vector<std::vector<std::wstring>>& rows) const {
         ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE);
         const int content = ListView_GetColumnWidth(list_, i);
         ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE_USEHEADER);
-        ListView_SetColumnWidth(list_, i, std::max(content, ListView_GetColumnWidth(list_, i)));
+        // A header of one character is measured too narrow.
+        constexpr int slack = 8;
+        ListView_SetColumnWidth(list_, i, std::max(content, ListView_GetColumnWidth(list_, i) + slack));
     }
     SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(list_, nullptr, TRUE);
