@@ -1,6 +1,7 @@
 #include "ParameterDlg.h"
 
 #include "AddParameterDlg.h"
+#include "EditDlg.h"
 #include "InputDlg.h"
 #include "Layout.h"
 #include "Messages.h"
@@ -92,7 +93,7 @@ void CParameterDlg::add() {
         return;
     std::wstring name = dialog.name();
     if (isNameUsed(name)) {
-        showError(window(), nameUsed, L"Add parameter:");
+        showError(mainWindow_.window(), nameUsed, L"Add parameter:");
         name.clear();
     }
     const ComRef<CParameter> parameter = unit_.CreateParameter(dialog.kind(), true, name);
@@ -111,11 +112,12 @@ void CParameterDlg::remove() {
         return;
     const auto parameter = unit_.parameters.begin() + row;
     const std::wstring question = L"Remove parameter \"" + (*parameter)->componentName + L"\"?";
-    if (!isRemovalConfirmed(window(), question, L"Remove parameter:"))
+    if (!isRemovalConfirmed(mainWindow_.window(), question, L"Remove parameter:"))
         return;
     (*parameter)->ownerUnit = nullptr; // the host may still hold it
     unit_.parameters.erase(parameter);
     unit_.markChanged();
+    focus(IDC_PARAMETER_LIST); // before the button is disabled
     RefreshFromModel();
 }
 
@@ -137,7 +139,7 @@ void CParameterDlg::rename() {
     if (!name)
         return;
     if (compareNoCase(*name, parameter.componentName) != 0 && isNameUsed(*name, &parameter))
-        return showError(window(), nameUsed, L"Rename parameter:");
+        return showError(mainWindow_.window(), nameUsed, L"Rename parameter:");
     parameter.componentName = *name;
     unit_.markChanged();
     showSelected(row);

@@ -74,6 +74,7 @@ void CStringParameterDlg::removeOption() {
     options_.erase(options_.begin() + row);
     SendMessageW(control(IDC_PARAMETER_OPTIONS), LB_DELETESTRING, static_cast<WPARAM>(row), 0);
     fillChoices();
+    focus(IDC_PARAMETER_OPTIONS); // before the button is disabled
     updateButtons();
 }
 
