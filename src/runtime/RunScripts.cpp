@@ -4,6 +4,7 @@
 #include "thermo/CalculationRun.h"
 #include "unit/CSolvaneUnitOp.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -15,6 +16,7 @@ namespace {
 constexpr char unitScriptHeader[] = "function unitCalc\n"
                                     "global nComp nPhase compNames phaseNames phaseAggregationStates "
                                     "AGGSTATE_UNKNOWN AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID\n";
+static_assert(std::ranges::count(unitScriptHeader, '\n') == unitScriptHeaderLines);
 
 /// Null on failure, with `failure` and the system's text in `error`.
 StdioFile openScript(const CSolvaneUnitOp& unit, const char* fileName, const char* mode, const char* failure,

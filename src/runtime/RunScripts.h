@@ -10,7 +10,8 @@ namespace solvane {
 class CSolvaneUnitOp;
 struct CalculationRun;
 
-/// Builds unitCalc.m, a function whose body is the user's calc.m.
+/// Builds unitCalc.m, a function whose body is the user's calc.m, behind a few lines of its own.
+inline constexpr int unitScriptHeaderLines = 2;
 bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error);
 
 /// Opens initRun.m and writes what does not depend on a material. Null on failure.

@@ -1,14 +1,50 @@
 #pragma once
 
 #include "Tab.h"
+#include "TextView.h"
+
+#include <optional>
 
 namespace solvane {
 
+/// The page where the user writes the script and tries it. The script is the working folder's file; its view
+/// is read from it, and written back for a test, for the editor outside and at the page's end.
 class CMatlabDlg : public Tab {
 public:
     CMatlabDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
+
+private:
+    void onInit() override;
+    void onCommand(int id, int notification) override;
+    LRESULT onNotify(const NMHDR& header) override;
+    void onSize(int width, int height) override;
+    void onDestroy() override;
+
+    void fillInfoLevels() const;
+    void storeInfoLevel() const;
+
+    void loadScript();
+    /// False where nothing, or not all, was written.
+    bool writeScript();
+    void forbidScript() const;
+    std::string scriptPath() const;
+    /// Shows why the script's file can't be opened, in a box and in the view.
+    void refuseFile();
+
+    void test();
+    void edit();
+
+    void showView(int tab) const;
+    void showPlace() const;
+
+    TextView editIn_;
+    TextView editOut_;
+    std::string loadedBytes_;             ///< of the file, at the last load
+    std::wstring loadedText_;             ///< what the view made of them
+    std::optional<TextPlace> errorPlace_; ///< in the script, of the last test
+    bool allowRefresh_ = true;
 };
 
 } // namespace solvane

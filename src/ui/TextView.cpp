@@ -1,0 +1,214 @@
+#include "TextView.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace solvane {
+
+namespace {
+
+constexpr LONG endOfText = 0x7FFFFFFE;
+
+/// Wine's control takes a text out line by line, each in the time of all: from some length on a new control
+/// is the quicker way.
+constexpr int longText = 10'000;
+
+// Characters go as they are in memory: the code page of a file is not the control's business.
+constexpr WPARAM streamFormat = SF_TEXT | SF_UNICODE;
+
+DWORD CALLBACK feed(DWORD_PTR source, BYTE* block, LONG size, LONG* count) {
+    auto& rest = *reinterpret_cast<std::wstring_view*>(source);
+    std::size_t length = std::min(rest.size(), static_cast<std::size_t>(size) / sizeof(wchar_t));
+    // A line's end that comes in two blocks would be two.
+    if (length > 1 && length < rest.size() && rest[length - 1] == L'\r')
+        --length;
+    std::memcpy(block, rest.data(), length * sizeof(wchar_t));
+    rest.remove_prefix(length);
+    *count = static_cast<LONG>(length * sizeof(wchar_t));
+    return 0;
+}
+
+DWORD CALLBACK collect(DWORD_PTR target, BYTE* block, LONG size, LONG* count) {
+    auto& text = *reinterpret_cast<std::wstring*>(target);
+    const std::size_t length = static_cast<std::size_t>(size) / sizeof(wchar_t);
+    text.resize(text.size() + length);
+    std::memcpy(text.data() + text.size() - length, block, length * sizeof(wchar_t));
+    *count = size;
+    return 0;
+}
+
+CHARFORMATW coloured(COLORREF colour, DWORD effects) {
+    CHARFORMATW format{};
+    format.cbSize = sizeof format;
+    format.dwMask = CFM_COLOR;
+    format.crTextColor = colour;
+    format.dwEffects = effects;
+    return format;
+}
+
+} // namespace
+
+void TextView::create(HWND parent) {
+    parent_ = parent;
+    constexpr DWORD style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOVSCROLL |
+                            ES_AUTOHSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
+    window_ = CreateWindowExW(WS_EX_CLIENTEDGE, RICHEDIT_CLASSW, L"",
+                              style | (kind_ == Kind::readOnly ? DWORD{ES_READONLY} : 0), 0, 0, 0, 0, parent,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)), nullptr, nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    formerProcedure_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+    if (kind_ == Kind::editable) // an output's verdict has a colour
+        ask(EM_SETTEXTMODE, TM_PLAINTEXT | TM_MULTILEVELUNDO | TM_MULTICODEPAGE, 0);
+    ask(EM_SETUNDOLIMIT, 1'000'000, 0); // as deep as the control can
+    ask(EM_EXLIMITTEXT, 0, endOfText);
+    ask(WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), FALSE);
+}
+
+void TextView::destroy() {
+    if (window_)
+        discard(std::exchange(window_, nullptr));
+}
+
+void TextView::discard(HWND control) const {
+    SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(formerProcedure_));
+    DestroyWindow(control);
+}
+
+void TextView::replaceControl() {
+    const HWND former = window_;
+    RECT place{};
+    GetWindowRect(former, &place);
+    MapWindowPoints(HWND_DESKTOP, parent_, reinterpret_cast<POINT*>(&place), 2);
+    const bool hasFocus = GetFocus() == former;
+    create(parent_);
+    SetWindowPos(window_, former, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOACTIVATE);
+    EnableWindow(window_, IsWindowEnabled(former));
+    show((GetWindowLongW(former, GWL_STYLE) & WS_VISIBLE) != 0);
+    if (hasFocus)
+        SetFocus(window_);
+    discard(former);
+}
+
+// ---- the text
+
+bool TextView::setText(std::wstring_view text) {
+    if (GetWindowTextLengthW(window_) > longText)
+        replaceControl();
+    EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&text), 0, feed};
+    ask(EM_STREAMIN, streamFormat, reinterpret_cast<LPARAM>(&stream));
+    const CHARFORMATW plain = coloured(0, CFE_AUTOCOLOR);
+    ask(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&plain));
+    ask(EM_EMPTYUNDOBUFFER, 0, 0);
+    setCaret({});
+    return stream.dwError == 0;
+}
+
+bool TextView::getText(std::wstring& text) const {
+    text.clear();
+    EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&text), 0, collect};
+    ask(EM_STREAMOUT, streamFormat, reinterpret_cast<LPARAM>(&stream));
+    return stream.dwError == 0;
+}
+
+void TextView::append(const std::wstring& text, COLORREF colour) {
+    select(endOfText, endOfText);
+    const LONG begin = selection().cpMin;
+    ask(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+    select(begin, endOfText);
+    const CHARFORMATW format = coloured(colour, 0);
+    ask(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+    select(endOfText, endOfText);
+    ask(EM_SCROLLCARET, 0, 0);
+}
+
+// ---- the caret
+
+TextPlace TextView::caret() const {
+    const auto line = static_cast<long>(ask(EM_EXLINEFROMCHAR, 0, caret_));
+    const auto lineBegin = static_cast<long>(ask(EM_LINEINDEX, static_cast<WPARAM>(line), 0));
+    return {line + 1, caret_ - lineBegin + 1};
+}
+
+void TextView::setCaret(const TextPlace& place) {
+    const auto lineCount = static_cast<long>(ask(EM_GETLINECOUNT, 0, 0));
+    const long line = std::clamp(place.line - 1, 0L, std::max(lineCount - 1, 0L));
+    const auto begin = static_cast<long>(ask(EM_LINEINDEX, static_cast<WPARAM>(line), 0));
+    const auto length = static_cast<long>(ask(EM_LINELENGTH, static_cast<WPARAM>(begin), 0));
+    const long position = begin + std::clamp(place.column - 1, 0L, length);
+    select(position, position);
+    ask(EM_SCROLLCARET, 0, 0);
+    noteSelection();
+}
+
+void TextView::select(LONG begin, LONG end) const {
+    const CHARRANGE range{begin, end};
+    ask(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+}
+
+CHARRANGE TextView::selection() const {
+    CHARRANGE range{};
+    ask(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
+    return range;
+}
+
+void TextView::noteSelection() {
+    const CHARRANGE now = selection();
+    if (now.cpMin == selection_.cpMin && now.cpMax == selection_.cpMax)
+        return;
+    caret_ = now.cpMax != selection_.cpMax ? now.cpMax : now.cpMin;
+    selection_ = now;
+    if (onCaretMoved)
+        onCaretMoved();
+}
+
+// ---- messages
+
+LRESULT CALLBACK TextView::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return reinterpret_cast<TextView*>(GetWindowLongPtrW(window, GWLP_USERDATA))
+        ->handle(message, wParam, lParam);
+}
+
+LRESULT TextView::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_KEYDOWN && takeKey(wParam))
+        return 0;
+    if (message == WM_GETDLGCODE)
+        return dialogCode(reinterpret_cast<const MSG*>(lParam));
+    if (message == WM_PASTE && kind_ == Kind::editable) {
+        message = EM_PASTESPECIAL;
+        wParam = CF_TEXT;
+    }
+    ++depth_;
+    const LRESULT result = ask(message, wParam, lParam);
+    // Within a message the control's own state may be half done.
+    if (--depth_ == 0)
+        noteSelection();
+    return result;
+}
+
+bool TextView::takeKey(WPARAM key) {
+    if (key == VK_ESCAPE) {
+        onEscape();
+        return true;
+    }
+    if (key != 'V' || kind_ == Kind::readOnly || GetKeyState(VK_CONTROL) >= 0)
+        return false;
+    PostMessageW(window_, EM_PASTESPECIAL, CF_TEXT, 0);
+    return true;
+}
+
+/// The control is not asked: of one that finds itself in a dialog the tab key would be the dialog's. Nor does
+/// the dialog select all the text when the focus arrives. Text that can't be edited has no use for a tab.
+LRESULT TextView::dialogCode(const MSG* message) const {
+    constexpr LRESULT code = DLGC_WANTARROWS | DLGC_WANTCHARS;
+    const bool isTab = message && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    return isTab && kind_ == Kind::readOnly ? code : code | DLGC_WANTALLKEYS;
+}
+
+LRESULT TextView::ask(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return CallWindowProcW(formerProcedure_, window_, message, wParam, lParam);
+}
+
+} // namespace solvane

@@ -1,0 +1,78 @@
+/// The text views of the Matlab page: rich edit controls in which one writes plain text.
+#pragma once
+
+#include <windows.h>
+
+#include <richedit.h>
+
+#include <functional>
+#include <string>
+
+namespace solvane {
+
+/// A place in a text, line and column from 1. A column is a character, a tab is one.
+struct TextPlace {
+    long line = 1;
+    long column = 1;
+};
+
+/// A control of unlimited length in a fixed-pitch font, which scrolls both ways and does not wrap. Of the
+/// keys it takes Escape and, where the text may be edited, Ctrl+V, which pastes without a format; all others
+/// are the control's.
+class TextView {
+public:
+    enum class Kind { editable, readOnly };
+
+    TextView(Kind kind, int id) : kind_(kind), id_(id) {}
+    TextView(const TextView&) = delete;
+    TextView& operator=(const TextView&) = delete;
+    ~TextView() { destroy(); }
+
+    std::function<void()> onEscape;
+    std::function<void()> onCaretMoved;
+
+    void create(HWND parent);
+    void destroy();
+    /// Another one where setText has replaced a long text.
+    HWND window() const { return window_; }
+    void show(bool isShown) const { ShowWindow(window_, isShown ? SW_SHOW : SW_HIDE); }
+
+    /// False where the control could not take or give the whole text. What was done before can't be undone
+    /// any more.
+    bool setText(std::wstring_view text);
+    /// Lines end in "\r\n".
+    bool getText(std::wstring& text) const;
+    /// Leaves the caret behind it.
+    void append(const std::wstring& text, COLORREF colour);
+
+    TextPlace caret() const;
+    /// Beyond the text's end, its last line; beyond the line's end, its last column.
+    void setCaret(const TextPlace& place);
+
+private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Whether the key ends here.
+    bool takeKey(WPARAM key);
+    LRESULT dialogCode(const MSG* message) const;
+    void noteSelection();
+    /// The control's own answer.
+    LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;
+    void select(LONG begin, LONG end) const;
+    CHARRANGE selection() const;
+
+    /// A new one in the place of the old one.
+    void replaceControl();
+    void discard(HWND control) const;
+
+    Kind kind_;
+    int id_; ///< among its parent's controls
+    HWND parent_ = nullptr;
+    HWND window_ = nullptr;
+    WNDPROC formerProcedure_ = nullptr;
+    int depth_ = 0; ///< of messages within messages
+    CHARRANGE selection_{};
+    LONG caret_ = 0; ///< the end of the selection that moved last
+};
+
+} // namespace solvane
