@@ -87,8 +87,11 @@ std::optional<TextPlace> matchParseError(std::wstring_view error) {
         return std::nullopt;
     std::wstring_view rest = error.substr(at + nearLine.size());
     const auto line = takeNumber(rest);
-    if (!line || !takeWords(rest, L" of file ") ||
-        !rest.substr(0, rest.find_first_of(L"\r\n,")).ends_with(L"unitCalc.m"))
+    if (!line || !takeWords(rest, L" of file "))
+        return std::nullopt;
+    constexpr std::wstring_view file = L"unitCalc.m";
+    const std::size_t name = rest.find(file);
+    if (name == rest.npos || rest.find(L".m") + 2 != name + file.size()) // another file's comes first
         return std::nullopt;
     return TextPlace{*line, 1};
 }

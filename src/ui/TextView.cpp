@@ -1,5 +1,7 @@
 #include "TextView.h"
 
+#include "com/Text.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -124,6 +126,20 @@ void TextView::append(const std::wstring& text, COLORREF colour) {
     ask(EM_SCROLLCARET, 0, 0);
 }
 
+/// Not by the control: Wine's brings a format along, and into plain text it pastes over all there is.
+void TextView::paste() const {
+    if (!OpenClipboard(window_))
+        return;
+    if (const HANDLE memory = GetClipboardData(CF_TEXT))
+        if (const auto* bytes = static_cast<const char*>(GlobalLock(memory))) {
+            const std::wstring text = widen(std::string_view(bytes, strnlen(bytes, GlobalSize(memory))));
+            GlobalUnlock(memory);
+            ask(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+        }
+    CloseClipboard();
+    ask(EM_SCROLLCARET, 0, 0);
+}
+
 // ---- the caret
 
 TextPlace TextView::caret() const {
@@ -176,9 +192,10 @@ LRESULT TextView::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     if (message == WM_GETDLGCODE)
         return dialogCode(reinterpret_cast<const MSG*>(lParam));
-    if (message == WM_PASTE && kind_ == Kind::editable) {
-        message = EM_PASTESPECIAL;
-        wParam = CF_TEXT;
+    if ((message == EM_PASTESPECIAL || message == WM_PASTE) && kind_ == Kind::editable) {
+        paste();
+        noteSelection();
+        return 0;
     }
     ++depth_;
     const LRESULT result = ask(message, wParam, lParam);

@@ -55,6 +55,7 @@ private:
     /// Whether the key ends here.
     bool takeKey(WPARAM key);
     LRESULT dialogCode(const MSG* message) const;
+    void paste() const;
     void noteSelection();
     /// The control's own answer.
     LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;

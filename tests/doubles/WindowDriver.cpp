@@ -55,10 +55,12 @@ std::vector<HWND> dialogsOf(DWORD thread) {
 
 } // namespace
 
-HRESULT WindowDriver::edit(const HostedUnit& unit, const Actions& actions) {
+HRESULT WindowDriver::edit(const HostedUnit& unit, const Actions& actions, const Actions& opening) {
     WindowDriver user(GetCurrentThreadId());
     std::thread second([&] {
         try {
+            if (opening)
+                opening(user);
             user.await(mainTitle);
             actions(user);
         } catch (const std::exception& fault) {
@@ -247,6 +249,17 @@ void WindowDriver::key(WORD virtualKey) {
     PostMessageW(focus(), WM_KEYDOWN, virtualKey, 1);
     PostMessageW(focus(), WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001));
     settle();
+}
+
+void WindowDriver::withControl(const std::function<void()>& act) const {
+    AttachThreadInput(GetCurrentThreadId(), thread_, TRUE);
+    BYTE keys[256]{};
+    keys[VK_CONTROL] = 0x80;
+    SetKeyboardState(keys);
+    act();
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
+    AttachThreadInput(GetCurrentThreadId(), thread_, FALSE);
 }
 
 void WindowDriver::endLabel(int list, const std::wstring& text, bool isAccepted) {

@@ -18,8 +18,8 @@ public:
     using Actions = std::function<void(WindowDriver& user)>;
 
     /// Opens the unit's window and lets the user act in it. A window that is still open then is closed. The
-    /// result is Edit's.
-    static HRESULT edit(const HostedUnit& unit, const Actions& actions);
+    /// result is Edit's. `opening` is for boxes that come up before the window.
+    static HRESULT edit(const HostedUnit& unit, const Actions& actions, const Actions& opening = {});
 
     // ---- what is seen
 
@@ -54,6 +54,8 @@ public:
     void doubleClick(int list, int row);
     /// A key to what has the focus.
     void key(WORD virtualKey);
+    /// Acts while the Control key is held.
+    void withControl(const std::function<void()>& act) const;
     /// Types into the label that is being edited in the list and ends with Enter, or with Escape.
     void endLabel(int list, const std::wstring& text, bool isAccepted = true);
     void resize(int width, int height);

@@ -1,0 +1,344 @@
+// The Matlab tab: the script's file and its view, test runs, the editor outside.
+
+#include "ScriptedMatlab.h"
+#include "UiTest.h"
+#include "com/Registry.h"
+#include "com/Text.h"
+#include "ui/ErrorPlace.h"
+#include "ui/ScriptEditor.h"
+
+#include <gmock/gmock.h>
+#include <richedit.h>
+
+namespace solvane {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(ErrorPlace, isCountedInTheUsersScript) {
+    const std::wstring script = L"a = 1;\r\n\tb = a + foo;\r\nc = 2;\r\n";
+    struct Row {
+        const wchar_t* error;
+        long line = 0; // none
+        long column = 1;
+    };
+    for (const Row& row : {
+             Row{L"'foo' undefined near line 4, column 10", 2, 10},
+             Row{L"'foo' undefined near line 4 column 10", 2, 10},
+             Row{L"`foo' undefined near line 4 column 10", 2, 10},
+             Row{L"something near line 5, column 3", 3, 3},
+             // in a function of another file
+             Row{L"'foo' undefined near line 5, column 10"},
+             Row{L"'x' undefined near line 40, column 1"},
+             Row{L"'x' undefined near line 3, column 1, error: called from, helper at line 3 column 1, "
+                 L"unitCalc at line 5 column 2",
+                 3, 2},
+             Row{L"error: called from\n    unitCalc at line 5 column -1", 3},
+             Row{L"parse error near line 4 of file /tmp/{A, B}/unitCalc.m, syntax error, >>> b = = 3;", 2},
+             Row{L"parse error near line 4 of file C:\\work\\unitCalc.m\n\n  syntax error", 2},
+             Row{L"parse error near line 4 of file C:\\work\\helper.m\n\n  syntax error"},
+             Row{L"Error in ==> unitCalc at 5\r\nx", 3},
+             Row{L"Error in ==> helper at 9, Error in ==> unitCalc at 5", 3},
+             Row{L"Error using helper (line 3), Undefined 'x'., Error in unitCalc (line 4)", 2},
+             Row{L"Error: File: C:\\work\\unitCalc.m Line: 5 Column: 3, Unexpected operator.", 3, 3},
+             Row{L"Error: File: helper.m Line: 5 Column: 3"},
+             Row{L"Error in unitCalc (line 2)"},
+             Row{L"unitCalc at line 99999999999 column 1"},
+             Row{L"operator *: nonconformant arguments"},
+         }) {
+        const auto place = findErrorPlace(row.error, script);
+        EXPECT_EQ(place ? place->line : 0, row.line) << row.error;
+        EXPECT_EQ(place ? place->column : 1, row.column) << row.error;
+    }
+}
+
+class MatlabTab : public UiTest {
+protected:
+    std::wstring scriptPath() { return workingFolder() + L"calc.m"; }
+    std::string script() { return readFile(scriptPath()); }
+    void setScript(const std::string& text) { writeFile(scriptPath(), text); }
+
+    HRESULT work(const WindowDriver::Actions& actions, const WindowDriver::Actions& opening = {}) {
+        return WindowDriver::edit(
+            unit,
+            [&](WindowDriver& user) {
+                user.pickTab(L"Matlab");
+                actions(user);
+                if (user.here())
+                    user.pickTab(L"Ports"); // where the next window opens
+            },
+            opening);
+    }
+
+    /// Puts text behind the script's, as one who types.
+    static void typeAtEnd(WindowDriver& user, const std::wstring& text) {
+        const HWND view = user.control(IDC_MATLAB_SCRIPT);
+        SendMessageW(view, EM_SETSEL, 0x7FFFFFF0, 0x7FFFFFF0);
+        for (const wchar_t c : text)
+            SendMessageW(view, c == L'\r' ? WM_KEYDOWN : WM_CHAR, c, 1);
+        user.settle();
+    }
+
+    static COLORREF colourOf(HWND view, LONG begin, LONG end) {
+        const CHARRANGE range{begin, end};
+        SendMessageW(view, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+        CHARFORMATW format{};
+        format.cbSize = sizeof format;
+        SendMessageW(view, EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+        const bool isUniform = (format.dwMask & CFM_COLOR) != 0;
+        return !isUniform ? CLR_INVALID : format.dwEffects & CFE_AUTOCOLOR ? 0 : format.crTextColor;
+    }
+    static LONG caretOf(HWND view) {
+        CHARRANGE range{};
+        SendMessageW(view, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
+        return range.cpMin == range.cpMax ? range.cpMin : -1;
+    }
+
+    /// Of the user's settings; without one again at the end.
+    struct ChosenEditor {
+        explicit ChosenEditor(const std::wstring& path) {
+            writeRegistryString(HKEY_CURRENT_USER, L"Software\\SolvaneUnitOperation", L"Editor", path);
+        }
+        ~ChosenEditor() {
+            RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Software\\SolvaneUnitOperation", L"Editor");
+        }
+    };
+    /// Until the editor has ended and the page is there again.
+    void editOutside(WindowDriver& user) {
+        const HWND page = GetParent(user.button(L"&Edit"));
+        bool wasDisabled = false;
+        DeleteFileW((workingFolder() + L"editor.txt").c_str());
+        user.press(L"&Edit");
+        for (int turn = 0; turn < 500; ++turn) {
+            wasDisabled |= !IsWindowEnabled(page);
+            if (IsWindowEnabled(page) && readFile(workingFolder() + L"editor.txt") != "?")
+                break;
+            Sleep(10);
+        }
+        EXPECT_TRUE(wasDisabled);
+        user.settle();
+    }
+    static std::wstring editorStandIn() {
+        std::wstring path(1024, L'\0');
+        path.resize(GetModuleFileNameW(nullptr, path.data(), 1024));
+        return path.substr(0, path.rfind(L'\\') + 1) + L"EditorStandIn.exe";
+    }
+};
+
+TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
+    setScript("a = 1;\r\nb = foo;\r\n");
+    matlab.onRun = [](const std::wstring& folder) {
+        return printed(
+            readFile(folder + L"unitCalc.m").ends_with("b = foo;\r\nc\r\n")
+                ? L"MATLAB output:\nEvaluation error: 'foo' undefined near line 4, column 5\nMATLAB done\n"
+                : L"MATLAB output:\nMATLAB done\n");
+    };
+    EXPECT_EQ(
+        work([&](WindowDriver& user) {
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 1, column 1");
+            typeAtEnd(user, L"c\r");
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 4, column 1");
+            user.press(L"&Test");
+            EXPECT_EQ(script(), "a = 1;\r\nb = foo;\r\nc\r\n");
+            const HWND output = user.control(IDC_MATLAB_OUTPUT);
+            const std::wstring printedLines = L"MATLAB output:\r\nEvaluation error: 'foo' undefined near "
+                                              L"line 4, column 5\r\nMATLAB done\r\n";
+            EXPECT_EQ(user.text(IDC_MATLAB_OUTPUT),
+                      printedLines + L"\r\n\r\nError: 'foo' undefined near line 4, column 5");
+            // A line's end is one character of the control's.
+            const auto begin = static_cast<LONG>(printedLines.size()) - 3;
+            const LONG end = caretOf(output);
+            EXPECT_EQ(end,
+                      begin + 2 + static_cast<LONG>(wcslen(L"Error: 'foo' undefined near line 4, column 5")));
+            EXPECT_EQ(colourOf(output, 0, begin), RGB(0, 0, 0));
+            EXPECT_EQ(colourOf(output, begin, end), RGB(255, 0, 0));
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"The error is in line 2, column 5");
+            user.screenshot(L"matlab failed");
+            user.pickTab(L"Script");
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 2, column 5");
+            EXPECT_EQ(user.focus(), user.control(IDC_MATLAB_SCRIPT));
+            EXPECT_EQ(caretOf(user.focus()), 11);
+            typeAtEnd(user, L"d");
+            user.press(L"&Test");
+            EXPECT_EQ(user.text(IDC_MATLAB_OUTPUT), L"MATLAB output:\r\nMATLAB done\r\n\r\n\r\nOK");
+            const LONG last = caretOf(user.control(IDC_MATLAB_OUTPUT));
+            EXPECT_EQ(colourOf(user.control(IDC_MATLAB_OUTPUT), last - 4, last), RGB(0, 255, 0));
+            EXPECT_EQ(colourOf(user.control(IDC_MATLAB_OUTPUT), 0, last - 4), RGB(0, 0, 0));
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"");
+            user.resize(900, 700);
+            user.screenshot(L"matlab done");
+        }),
+        S_OK);
+    EXPECT_EQ(script(), "a = 1;\r\nb = foo;\r\nc\r\nd");
+}
+
+TEST_F(MatlabTab, onlyTheTextThatTheUserChangedIsAChange) {
+    // Line ends of all kinds, bytes that are no characters, and a line's end wherever a block may end.
+    std::string text = "unix\nboth\r\nold\rnone \x81\x8d\n";
+    for (int i = 0; i < 3000; ++i)
+        text += std::string(static_cast<std::size_t>(i) % 7, 'x') + "\r\n";
+    setScript(text);
+    EXPECT_EQ(work([](WindowDriver& user) {
+                  EXPECT_EQ(user.entries(IDC_MATLAB_LEVEL),
+                            (std::vector<std::wstring>{L"default echo", L"echo each command line"}));
+                  EXPECT_EQ(user.text(IDC_MATLAB_LEVEL), L"default echo");
+                  user.choose(IDC_MATLAB_LEVEL, L"echo each command line");
+                  user.press(L"&Test");
+              }),
+              S_FALSE);
+    EXPECT_EQ(script(), text);
+    EXPECT_THAT(readFile(workingFolder() + L"initRun.m"), HasSubstr("setEchoOnValue=1;"));
+
+    text.erase(0, text.find('\x8d') + 2);
+    setScript(text);
+    EXPECT_EQ(work([](WindowDriver& user) {
+                  EXPECT_EQ(user.text(IDC_MATLAB_LEVEL), L"echo each command line");
+                  typeAtEnd(user, L"end");
+              }),
+              S_OK);
+    EXPECT_EQ(script(), text + "end");
+}
+
+TEST_F(MatlabTab, keysOfTheViews) {
+    setScript("ab");
+    const auto copy = [] {
+        const UINT formats[] = {RegisterClipboardFormatW(L"Rich Text Format"), CF_TEXT};
+        const char* texts[] = {"{\\rtf1{\\b formatted}}", "plain"};
+        ASSERT_TRUE(OpenClipboard(nullptr));
+        EmptyClipboard();
+        for (int i = 0; i < 2; ++i) {
+            const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, 32);
+            strcpy(static_cast<char*>(GlobalLock(memory)), texts[i]);
+            GlobalUnlock(memory);
+            SetClipboardData(formats[i], memory);
+        }
+        CloseClipboard();
+    };
+    EXPECT_EQ(work([&](WindowDriver& user) {
+                  copy();
+                  user.pickTab(L"Script");
+                  const HWND view = user.control(IDC_MATLAB_SCRIPT);
+                  ASSERT_EQ(user.focus(), view);
+                  user.key(VK_TAB);
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"\tab");
+                  EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 1, column 2");
+                  user.withControl([&] { user.key('V'); });
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"\tplainab");
+                  SendMessageW(view, WM_PASTE, 0, 0); // the mouse's way
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"\tplainplainab");
+                  for (const wchar_t* text : {L"\tplainab", L"\tab", L"ab"}) {
+                      user.withControl([&] { user.key('Z'); });
+                      EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), text);
+                  }
+                  user.withControl([&] { user.key('Z'); }); // what was loaded stays
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"ab");
+                  user.withControl([&] { user.key('Y'); });
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"\tab");
+                  user.withControl([&] { user.key('A'); });
+                  user.key(VK_DELETE);
+                  typeAtEnd(user, L"c");
+                  user.key(VK_ESCAPE);
+                  EXPECT_EQ(user.here(), nullptr);
+              }),
+              S_OK);
+    EXPECT_EQ(script(), "c");
+    work([&](WindowDriver& user) {
+        user.pickTab(L"Output");
+        user.key(VK_ESCAPE);
+        EXPECT_EQ(user.here(), nullptr);
+    });
+}
+
+TEST_F(MatlabTab, aScriptThatCannotBeReadIsNeitherTestedNorWritten) {
+    DeleteFileW(scriptPath().c_str());
+    const std::wstring failure = L"Failed to open Matlab script: No such file or directory";
+    work(
+        [&](WindowDriver& user) {
+            EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), failure);
+            EXPECT_FALSE(IsWindowEnabled(user.control(IDC_MATLAB_SCRIPT)));
+            EXPECT_FALSE(user.isEnabled(L"&Test"));
+            user.screenshot(L"matlab missing");
+        },
+        [&](WindowDriver& user) { EXPECT_EQ(user.answer(L"Error:"), failure); });
+    EXPECT_EQ(script(), "?");
+
+    // One that can't be written: the text goes, the folder's file stays.
+    setScript("kept");
+    EXPECT_EQ(work([&](WindowDriver& user) {
+                  typeAtEnd(user, L"x");
+                  FileHandle hold(CreateFileW(scriptPath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                              FILE_ATTRIBUTE_NORMAL, nullptr));
+                  user.press(L"&Test");
+                  const std::wstring denied = L"Failed to open Matlab script: Permission denied";
+                  EXPECT_EQ(user.answer(L"Error:"), denied);
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), denied);
+                  hold.reset();
+                  EXPECT_EQ(script(), "kept");
+                  user.type(IDC_MATLAB_SCRIPT, L"kept"); // an unchanged text, then
+              }),
+              S_FALSE);
+}
+
+TEST_F(MatlabTab, theEditorOutsideHasTheScriptForAsLongAsItRuns) {
+    const std::string lines(12'000, '\n');
+    setScript("a");
+    const ChosenEditor chosen(editorStandIn());
+    EXPECT_EQ(work([&](WindowDriver& user) {
+                  typeAtEnd(user, L"bc\r");
+                  editOutside(user);
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"abc\r\n% edited\r\n");
+                  EXPECT_EQ(user.focus(), user.button(L"&Edit"));
+              }),
+              S_OK);
+    EXPECT_EQ(script(), "abc\r\n% edited\r\n");
+    const std::string folder = narrow(workingFolder());
+    EXPECT_EQ(readFile(workingFolder() + L"editor.txt"), '"' + narrow(editorStandIn()) + "\" \"" + folder +
+                                                             "calc.m\"\n" +
+                                                             folder.substr(0, folder.size() - 1));
+
+    // A view with a long text is another one afterwards.
+    setScript(lines);
+    work([&](WindowDriver& user) {
+        RECT before{};
+        RECT after{};
+        GetWindowRect(user.control(IDC_MATLAB_SCRIPT), &before);
+        editOutside(user);
+        GetWindowRect(user.control(IDC_MATLAB_SCRIPT), &after);
+        EXPECT_TRUE(EqualRect(&before, &after));
+        EXPECT_TRUE(user.text(IDC_MATLAB_SCRIPT).ends_with(L"\n% edited\r\n"));
+        typeAtEnd(user, L"[");
+    });
+    EXPECT_TRUE(script().ends_with("\r\n% edited\r\n["));
+}
+
+TEST_F(MatlabTab, theEditorIsChosenWithTheControlKey) {
+    const std::wstring medit = temporary.path() + L"medit.exe";
+    EXPECT_EQ(findScriptEditor(), L"notepad.exe");
+    writeRegistryString(HKEY_LOCAL_MACHINE,
+                        std::wstring(L"Software\\Classes\\CLSID\\") + scriptedMatlabClassText +
+                            L"\\LocalServer32",
+                        L"", L"\"" + temporary.path() + L"matlab.exe\" /Automation");
+    EXPECT_EQ(findScriptEditor(), L"notepad.exe");
+    writeFile(medit, "MZ");
+    EXPECT_EQ(findScriptEditor(), medit);
+
+    const ChosenEditor chosen(L"C:\\none.exe");
+    EXPECT_EQ(work([&](WindowDriver& user) {
+                  user.press(L"&Edit");
+                  EXPECT_EQ(user.answer(L"Failed to Edit:"),
+                            L"Failed to run command:\r\n\"C:\\none.exe\" \"" + scriptPath() +
+                                L"\"\r\nHold Control while clicking Edit to select a different editor.");
+                  user.withControl([&] { user.press(L"&Edit"); });
+                  user.enterFile(L"Select script editor:", L"");
+                  EXPECT_EQ(findScriptEditor(), L"C:\\none.exe");
+                  user.withControl([&] { user.press(L"&Edit"); });
+                  user.enterFile(L"Select script editor:", medit);
+                  EXPECT_EQ(user.answer(L"Editor selected"), L"Selected editor has been saved");
+              }),
+              S_FALSE);
+    EXPECT_EQ(findScriptEditor(), medit);
+    DeleteFileW(medit.c_str());
+}
+
+} // namespace
+} // namespace solvane
