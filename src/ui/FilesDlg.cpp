@@ -231,20 +231,22 @@ std::wstring CFilesDlg::workingFolder() const {
 }
 
 void CFilesDlg::onSize(int width, int height) {
-    Layout layout;
     const Box label = boxOf(control(IDC_FILES_LABEL));
     const int listTop = layoutMargin + label.height;
-    layout.move(control(IDC_FILES_LABEL),
-                {layoutMargin, layoutMargin, width - 2 * layoutMargin, label.height});
     const auto [left, top, buttonWidth, buttonHeight] = boxOf(control(IDC_FILES_BROWSE));
     const int buttonTop = height - layoutMargin - buttonHeight;
-    layout.move(list_.window(),
-                {layoutMargin, listTop, width - 2 * layoutMargin, buttonTop - layoutMargin - listTop});
-    int place = layoutMargin;
-    for (const int id : buttons) {
-        layout.move(control(id), {place, buttonTop, buttonWidth, buttonHeight});
-        place += buttonWidth + layoutMargin;
+    const int fullWidth = width - 2 * layoutMargin;
+    {
+        Layout layout;
+        layout.move(control(IDC_FILES_LABEL), {layoutMargin, layoutMargin, fullWidth, label.height});
+        layout.move(list_.window(), {layoutMargin, listTop, fullWidth, buttonTop - layoutMargin - listTop});
+        int place = layoutMargin;
+        for (const int id : buttons) {
+            layout.move(control(id), {place, buttonTop, buttonWidth, buttonHeight});
+            place += buttonWidth + layoutMargin;
+        }
     }
+    list_.fitColumns();
 }
 
 /// An editor may have changed a file without a word.

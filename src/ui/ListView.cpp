@@ -15,6 +15,8 @@ ListView::ListView(HWND list, std::span<const wchar_t* const> columns)
         column.pszText = const_cast<LPWSTR>(columns[static_cast<std::size_t>(i)]);
         ListView_InsertColumn(list_, i, &column);
     }
+    constexpr int headerPadding = 20;
+    lastHeader_ = ListView_GetStringWidth(list_, columns.back()) + headerPadding;
 }
 
 void ListView::fill(const std::vector<std::vector<std::wstring>>& rows) const {
@@ -33,16 +35,29 @@ void ListView::fill(const std::vector<std::vector<std::wstring>>& rows) const {
             ++item.iSubItem;
         }
     }
-    for (int i = 0; i < columnCount_; ++i) {
-        ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE);
-        const int content = ListView_GetColumnWidth(list_, i);
-        ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE_USEHEADER);
-        // A header of one character is measured too narrow.
-        constexpr int slack = 8;
-        ListView_SetColumnWidth(list_, i, std::max(content, ListView_GetColumnWidth(list_, i) + slack));
-    }
     SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
+    fitColumns();
     InvalidateRect(list_, nullptr, TRUE);
+}
+
+/// The header's own rule for the last column does not see the scroll bar.
+void ListView::fitColumns() const {
+    const int last = columnCount_ - 1;
+    int left = 0;
+    for (int i = 0; i <= last; ++i) {
+        ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE);
+        int width = ListView_GetColumnWidth(list_, i);
+        RECT area{};
+        GetClientRect(list_, &area);
+        if (i == last) {
+            width = std::max({width, lastHeader_, static_cast<int>(area.right) - left});
+        } else {
+            ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE_USEHEADER);
+            width = std::max(width, ListView_GetColumnWidth(list_, i));
+        }
+        ListView_SetColumnWidth(list_, i, width);
+        left += width;
+    }
 }
 
 int ListView::selected() const {

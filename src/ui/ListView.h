@@ -16,8 +16,11 @@ public:
     /// Of a list view control in report view; selects whole rows.
     ListView(HWND list, std::span<const wchar_t* const> columns);
 
-    /// Replaces all rows and fits each column to its content and its header. Nothing is selected afterwards.
+    /// Replaces all rows and fits the columns. Nothing is selected afterwards.
     void fill(const std::vector<std::vector<std::wstring>>& rows) const;
+    /// Fits each column to its content and its header; the last one takes the room that is left. For when the
+    /// list's width has changed.
+    void fitColumns() const;
 
     /// -1 where no row or more than one is selected.
     int selected() const;
@@ -31,6 +34,7 @@ public:
 private:
     HWND list_ = nullptr;
     int columnCount_ = 0;
+    int lastHeader_ = 0; ///< width of the last column's header
 };
 
 } // namespace solvane
