@@ -12,6 +12,8 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <optional>
+
 namespace solvane::host {
 
 namespace {
@@ -62,6 +64,20 @@ void addShow(CLI::App& app, ShowOptions& show, ExitCode& result) {
     command->final_callback([&] { result = showCommand(show); });
 }
 
+/// A user sits before the screen: message boxes are theirs to answer.
+void addEdit(CLI::App& app, EditOptions& edit, std::optional<MessageBoxes>& boxes, ExitCode& result) {
+    auto* command = app.add_subcommand("edit", "Open the unit's window and save the changed model");
+    command
+        ->add_option("model", edit.path,
+                     "The model file (.svm), or the case file of one unit: the model then goes to the model "
+                     "file that the case names, or else to a new one beside the case")
+        ->required();
+    command->final_callback([&] {
+        boxes.reset();
+        result = editCommand(edit);
+    });
+}
+
 void addRegister(CLI::App& app, bool& unregister, ExitCode& result) {
     auto* command = app.add_subcommand(
         "register-interfaces",
@@ -75,22 +91,25 @@ ExitCode runProgram() {
     app.require_subcommand(1);
     app.allow_windows_style_options(false); // a case may be an absolute Unix path
     app.set_version_flag("--version", std::string("SolvaneHost " SOLVANE_VERSION));
-    app.footer("Exit codes: 0 success, 1 the calculation failed, 2 a bad command line, case or model file.");
+    app.footer("Exit codes: 0 success, 1 the calculation or the unit's window failed, 2 a bad command line, "
+               "case or model file.");
 
     ExitCode result = ok;
     RunOptions run;
     SaveOptions save;
     ShowOptions show;
+    EditOptions edit;
     bool unregister = false;
+    std::optional<MessageBoxes> boxes(std::in_place, [](const std::string& title, const std::string& text) {
+        print(stderr, title + " " + text + (text.ends_with('\n') ? "" : "\n"));
+    });
     addRun(app, run, result);
     addSave(app, save, result);
     addShow(app, show, result);
+    addEdit(app, edit, boxes, result);
     addRegister(app, unregister, result);
     app.add_subcommand("help-case", "Print the format of case files")->final_callback([] {
         print(stdout, caseFormatText());
-    });
-    const MessageBoxes boxes([](const std::string& title, const std::string& text) {
-        print(stderr, title + " " + text + (text.ends_with('\n') ? "" : "\n"));
     });
     try {
         app.parse(commandLineWords());

@@ -5,6 +5,7 @@
 #include "materials/Material.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <variant>
@@ -44,6 +45,7 @@ struct ModelParameter {
 struct ModelFile {
     std::string name{}; ///< without folders
     std::string bytes{};
+    std::filesystem::path path{}; ///< where it was found; empty for what the case itself tells
 };
 
 /// What a unit is configured with, its ports aside.

@@ -177,9 +177,9 @@ bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, 
     std::string path, error;
     if (!read(place, path))
         return false;
-    const std::filesystem::path found = folder / filePath(path);
-    file.name = pathText(found.filename());
-    return readFile(found, file.bytes, error) || place.fail(error);
+    file.path = folder / filePath(path);
+    file.name = pathText(file.path.filename());
+    return readFile(file.path, file.bytes, error) || place.fail(error);
 }
 
 bool readModel(const CasePlace& place, const std::filesystem::path& folder, UnitModel& model) {

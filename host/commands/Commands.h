@@ -34,6 +34,13 @@ struct ShowOptions {
 /// Prints what the unit makes of a model file.
 ExitCode showCommand(const ShowOptions& options);
 
+struct EditOptions {
+    std::string path; ///< of a case of one unit, or of a model file
+};
+
+/// Opens the unit's window and writes the changed model to its file.
+ExitCode editCommand(const EditOptions& options);
+
 ExitCode registerCommand(bool unregister);
 
 } // namespace solvane::host
