@@ -53,7 +53,8 @@ void ListView::fitColumns() const {
             width = std::max({width, lastHeader_, static_cast<int>(area.right) - left});
         } else {
             ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE_USEHEADER);
-            width = std::max(width, ListView_GetColumnWidth(list_, i));
+            constexpr int slack = 8; // a header of one character is measured too narrow
+            width = std::max(width, ListView_GetColumnWidth(list_, i) + slack);
         }
         ListView_SetColumnWidth(list_, i, width);
         left += width;
