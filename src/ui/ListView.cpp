@@ -53,8 +53,8 @@ void ListView::fitColumns() const {
             width = std::max({width, lastHeader_, static_cast<int>(area.right) - left});
         } else {
             ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE_USEHEADER);
-            constexpr int slack = 8; // a header of one character is measured too narrow
-            width = std::max(width, ListView_GetColumnWidth(list_, i) + slack);
+            // With room for the header's margins, which not every system counts.
+            width = std::max(width, ListView_GetColumnWidth(list_, i) + 2 * layoutMargin);
         }
         ListView_SetColumnWidth(list_, i, width);
         left += width;
@@ -72,7 +72,6 @@ void ListView::select(int row) const {
 }
 
 void ListView::editLabel(int row) const {
-    SetFocus(list_);
     ListView_EditLabel(list_, row);
 }
 

@@ -26,7 +26,7 @@ public:
     int selected() const;
     /// Selects the row, shows it and gives it the list's focus.
     void select(int row) const;
-    /// Begins the editing of the row's first column in place.
+    /// Begins the editing of the row's first column in place. The list has the focus.
     void editLabel(int row) const;
     int count() const;
     HWND window() const { return list_; }

@@ -88,6 +88,7 @@ void CPortDlg::add(const Side& side) {
     updateButtons();
     unit_.valStatus = CAPE_NOT_VALIDATED;
     unit_.markChanged();
+    focus(side.list);
     listOf(side).editLabel(row); // so that a name can be typed at once
 }
 

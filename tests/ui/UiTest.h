@@ -20,6 +20,16 @@ protected:
     }
 
     HRESULT edit(const WindowDriver::Actions& actions) { return WindowDriver::edit(unit, actions); }
+    /// On the page of that label.
+    HRESULT edit(const std::wstring& tab, const WindowDriver::Actions& actions) {
+        return edit([&](WindowDriver& user) {
+            user.pickTab(tab);
+            actions(user);
+        });
+    }
+    static void focusOn(HWND control) {
+        SendMessageW(GetParent(control), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+    }
     HRESULT load(ModelBag& model) { return unit.load(model); }
     std::wstring workingFolder() { return matlab.workingFolder(); }
 

@@ -65,6 +65,10 @@ STDMETHODIMP FakeMaterial::get_moreInfo(BSTR* moreInfo) {
     return give(moreInfo, L"a double");
 }
 
+STDMETHODIMP FakeMaterial::get_ComponentName(BSTR* name) {
+    return answer("ComponentName", {}, [&] { return give(name, *componentName); });
+}
+
 void FakeMaterial::adopt(FakeMaterial& copy) const {
     copy.record = record;
     copy.onFlash = onFlash;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,7 +19,9 @@ namespace solvane {
 
 /// A material that holds a FakeStream, records its calls and fails where a test says so. Its copies share its
 /// record, where their calls begin with "copy.".
-class FakeMaterial : public DispatchImpl<ECapeUser>, public DispatchImpl<ECapeRoot> {
+class FakeMaterial : public DispatchImpl<ECapeUser>,
+                     public DispatchImpl<ECapeRoot>,
+                     public DispatchImpl<ICapeIdentification> {
 public:
     explicit FakeMaterial(FakeStream initial) : stream(std::move(initial)) {}
     FakeMaterial(const FakeMaterial&) = delete;
@@ -33,6 +36,9 @@ public:
     std::vector<IID> hidden;
     std::vector<IID> hiddenOnCopies;
 
+    /// What ICapeIdentification gives. Without a name it does not have that interface.
+    std::optional<std::wstring> componentName;
+
     /// The last failure, as ECapeUser and ECapeRoot tell it.
     std::wstring errorDescription;
     std::wstring errorName;
@@ -45,6 +51,11 @@ public:
     STDMETHODIMP get_interfaceName(BSTR* interfaceName) override;
     STDMETHODIMP get_operation(BSTR* operation) override;
     STDMETHODIMP get_moreInfo(BSTR* moreInfo) override;
+    // ICapeIdentification
+    STDMETHODIMP get_ComponentName(BSTR* name) override;
+    STDMETHODIMP put_ComponentName(BSTR) override { return E_NOTIMPL; }
+    STDMETHODIMP get_ComponentDescription(BSTR*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_ComponentDescription(BSTR) override { return E_NOTIMPL; }
 
 protected:
     virtual ~FakeMaterial() = default;

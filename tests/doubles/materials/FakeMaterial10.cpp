@@ -19,6 +19,8 @@ STDMETHODIMP FakeMaterial10::QueryInterface(REFIID iid, void** result) {
         object = nullptr;
     else if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(ICapeThermoMaterialObject))
         object = static_cast<ICapeThermoMaterialObject*>(this);
+    else if (iid == __uuidof(ICapeIdentification) && componentName)
+        object = static_cast<ICapeIdentification*>(this);
     else if (iid == __uuidof(ECapeUser))
         object = static_cast<ECapeUser*>(this);
     else if (iid == __uuidof(ECapeRoot))

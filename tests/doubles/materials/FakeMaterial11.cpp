@@ -25,6 +25,8 @@ STDMETHODIMP FakeMaterial11::QueryInterface(REFIID iid, void** result) {
         object = static_cast<ICapeThermoPropertyRoutine*>(this);
     else if (iid == __uuidof(ICapeThermoEquilibriumRoutine))
         object = static_cast<ICapeThermoEquilibriumRoutine*>(this);
+    else if (iid == __uuidof(ICapeIdentification) && componentName)
+        object = static_cast<ICapeIdentification*>(this);
     else if (iid == __uuidof(ECapeUser))
         object = static_cast<ECapeUser*>(this);
     else if (iid == __uuidof(ECapeRoot))
