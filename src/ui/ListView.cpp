@@ -1,5 +1,7 @@
 #include "ListView.h"
 
+#include "Layout.h"
+
 #include <commctrl.h>
 
 #include <algorithm>

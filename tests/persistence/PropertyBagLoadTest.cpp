@@ -1,4 +1,4 @@
-#include "RecordingBag.h"
+#include "PropertyBagTest.h"
 
 #include <cmath>
 

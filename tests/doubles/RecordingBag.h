@@ -1,11 +1,6 @@
 #pragma once
 
-#include "HostedUnit.h"
-#include "MatlabStandIn.h"
-#include "ModelBag.h"
 #include "com/VariantArray.h"
-
-#include <gtest/gtest.h>
 
 #include <ocidl.h>
 
@@ -50,26 +45,6 @@ public:
     STDMETHODIMP_(ULONG) AddRef() override { return 1; }
     STDMETHODIMP_(ULONG) Release() override { return 1; }
     STDMETHODIMP AddError(LPCOLESTR key, EXCEPINFO* exception) override;
-};
-
-/// Units that are loaded and saved; no script is run.
-class PropertyBagTest : public testing::Test {
-protected:
-    PropertyBagTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~PropertyBagTest() override { CoUninitialize(); }
-
-    HRESULT load(const HostedUnit& unit, IPropertyBag& bag) {
-        return unit.as<IPersistPropertyBag>()->Load(&bag, &log);
-    }
-    HRESULT save(const HostedUnit& unit, IPropertyBag& bag) {
-        return unit.as<IPersistPropertyBag>()->Save(&bag, TRUE, TRUE);
-    }
-    /// The parameters' names in the unit's order.
-    std::vector<std::wstring> parameterNames(const HostedUnit& unit);
-
-    MatlabStandIn matlab;
-    UnitModule module;
-    RecordingLog log;
 };
 
 } // namespace solvane

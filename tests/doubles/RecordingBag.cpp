@@ -1,5 +1,7 @@
 #include "RecordingBag.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 namespace solvane {
@@ -40,12 +42,6 @@ STDMETHODIMP RecordingLog::AddError(LPCOLESTR key, EXCEPINFO* exception) {
     lines.push_back(std::wstring(key) + L": " + std::wstring(viewOf(exception->bstrDescription)));
     source = viewOf(exception->bstrSource);
     return S_OK;
-}
-
-std::vector<std::wstring> PropertyBagTest::parameterNames(const HostedUnit& unit) {
-    RecordingBag bag;
-    EXPECT_EQ(save(unit, bag), S_OK);
-    return bag.texts(L"parameters");
 }
 
 } // namespace solvane
