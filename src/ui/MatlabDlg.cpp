@@ -209,9 +209,9 @@ void CMatlabDlg::test() {
         const WaitCursor cursor;
         isDone = runCalculation(unit_, error);
     }
-    std::wstring script;
-    editIn_.getText(script);
-    errorPlace_ = isDone ? std::nullopt : findErrorPlace(error, script);
+    errorPlace_.reset();
+    if (std::wstring script; !isDone && editIn_.getText(script))
+        errorPlace_ = findErrorPlace(error, script);
     if (errorPlace_)
         editIn_.setCaret(*errorPlace_);
     editOut_.setText(unit_.outputText);

@@ -153,7 +153,6 @@ TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
             EXPECT_EQ(colourOf(output, 0, begin), RGB(0, 0, 0));
             EXPECT_EQ(colourOf(output, begin, end), RGB(255, 0, 0));
             EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"The error is in line 2, column 5");
-            user.screenshot(L"matlab failed");
             user.pickTab(L"Script");
             EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 2, column 5");
             EXPECT_EQ(user.focus(), user.control(IDC_MATLAB_SCRIPT));
@@ -165,8 +164,6 @@ TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
             EXPECT_EQ(colourOf(user.control(IDC_MATLAB_OUTPUT), last - 4, last), RGB(0, 255, 0));
             EXPECT_EQ(colourOf(user.control(IDC_MATLAB_OUTPUT), 0, last - 4), RGB(0, 0, 0));
             EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"");
-            user.resize(900, 700);
-            user.screenshot(L"matlab done");
         }),
         S_OK);
     EXPECT_EQ(script(), "a = 1;\r\nb = foo;\r\nc\r\nd");
@@ -257,7 +254,6 @@ TEST_F(MatlabTab, aScriptThatCannotBeReadIsNeitherTestedNorWritten) {
             EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), failure);
             EXPECT_FALSE(IsWindowEnabled(user.control(IDC_MATLAB_SCRIPT)));
             EXPECT_FALSE(user.isEnabled(L"&Test"));
-            user.screenshot(L"matlab missing");
         },
         [&](WindowDriver& user) { EXPECT_EQ(user.answer(L"Error:"), failure); });
     EXPECT_EQ(script(), "?");
