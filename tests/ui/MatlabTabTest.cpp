@@ -241,6 +241,10 @@ TEST_F(MatlabTab, keysOfTheViews) {
     EXPECT_EQ(script(), "c");
     work([&](WindowDriver& user) {
         user.pickTab(L"Output");
+        user.key(VK_RETURN);
+        user.key(VK_TAB);
+        EXPECT_EQ(user.focus(), user.button(L"&Test"));
+        user.pickTab(L"Output");
         user.key(VK_ESCAPE);
         EXPECT_EQ(user.here(), nullptr);
     });
