@@ -10,7 +10,6 @@ namespace solvane {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 TEST(FileNames, tellWhatAFileIs) {
     struct Name {
@@ -50,7 +49,7 @@ TEST(FileNames, tellWhatAFileIs) {
 }
 
 class FilesPage : public UiTest {
-protected:
+public:
     FilesPage() {
         ModelBag model;
         model.script("1;").file("a.m", "text of a").file("b.dat", "text of b").file("tool.DLL", "MZ");
@@ -74,6 +73,20 @@ protected:
     }
     std::string contents(const std::wstring& name) { return readFile(workingFolder() + name); }
 
+    /// A file of the user's own is chosen.
+    void browse(WindowDriver& user, const std::wstring& name) {
+        writeFile(temporary.path() + name, "own");
+        user.press(L"&Browse");
+        user.enterFile(L"Open model file:", temporary.path() + name);
+    }
+    void add(WindowDriver& user, const std::wstring& name) {
+        enterName(user, L"&New script", L"Add script file:", name);
+    }
+    void rename(WindowDriver& user, const std::wstring& name) {
+        enterName(user, L"&Rename", L"Rename file:", name);
+    }
+
+private:
     static void enterName(WindowDriver& user, const wchar_t* button, const wchar_t* title,
                           const std::wstring& name) {
         user.press(button);
@@ -104,96 +117,64 @@ TEST_F(FilesPage, theButtonsFollowTheSelection) {
               S_FALSE);
 }
 
-TEST_F(FilesPage, filesOfTheUsersAreCopiedIn) {
-    const auto own = [&](const std::wstring& name) {
-        writeFile(temporary.path() + name, "own");
-        return temporary.path() + name;
+TEST_F(FilesPage, namesThatCannotBeAreRefused) {
+    struct Refusal {
+        void (FilesPage::*enter)(WindowDriver& user, const std::wstring& name);
+        const wchar_t* name;
+        const wchar_t* title;
+        const char* text;
     };
-    const std::wstring locked = own(L"locked.m");
-    const auto browse = [](WindowDriver& user, const std::wstring& path) {
-        user.press(L"&Browse");
-        user.enterFile(L"Open model file:", path);
+    const Refusal refusals[] = {
+        {&FilesPage::browse, L"CALC.M", L"Add file:",
+         "This file name is reserved, you cannot add a file with this name"},
+        {&FilesPage::browse, L"A.m", L"Add file:",
+         "A file with this name is already present. Please remove this file first"},
+        {&FilesPage::add, L"A", L"New file:",
+         "A file with name \"A.m\" is already present. Please remove this file first"},
+        {&FilesPage::add, L"RUNUNIT", L"New file:",
+         "File name \"RUNUNIT.m\" is reserved. Please choose a different name."},
+        {&FilesPage::add, L"..\\out", L"New file:",
+         "A model cannot hold a file named \"..\\out\": the name leads out of the working folder."},
+        {&FilesPage::add, L"none\\x", L"New file:", "Failed to create file \"none\\x.m\"."},
+        {&FilesPage::rename, L"calc.M", L"Rename:",
+         "The specified file name is reserved. Please choose a different name."},
+        {&FilesPage::rename, L"A.M", L"Rename:",
+         "A file with that name already exists. Please remove that file first"},
+        {&FilesPage::rename, L"nul", L"Rename:",
+         "A model cannot hold a file named \"nul\": the name is that of a device."},
     };
-    EXPECT_EQ(editFiles([&](WindowDriver& user) {
-                  browse(user, L"");
-                  browse(user, own(L"CALC.M"));
-                  EXPECT_EQ(user.answer(L"Add file:"),
-                            L"This file name is reserved, you cannot add a file with this name");
-                  browse(user, own(L"A.m"));
-                  EXPECT_EQ(user.answer(L"Add file:"),
-                            L"A file with this name is already present. Please remove this file first");
-                  const FileHandle lock(CreateFileW(locked.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-                  browse(user, locked);
-                  EXPECT_EQ(user.answer(L"Add file:"), L"Unable to copy file: Sharing violation.");
-              }),
-              S_FALSE);
-    EXPECT_EQ(editFiles([&](WindowDriver& user) {
-                  browse(user, own(L"own.dat"));
-                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), 3);
-              }),
-              S_OK);
-    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"b.dat", L"tool.DLL", L"own.dat"));
-    EXPECT_EQ(contents(L"own.dat"), "own");
-    EXPECT_EQ(contents(L"a.m"), "text of a");
+    const HRESULT changed = editFiles([&](WindowDriver& user) {
+        for (const Refusal& refusal : refusals) {
+            user.selectRow(IDC_FILES_LIST, 1);
+            (this->*refusal.enter)(user, refusal.name);
+            EXPECT_EQ(narrow(user.answer(refusal.title)), refusal.text);
+        }
+        const FileHandle lock(CreateFileW((workingFolder() + L"locked.m").c_str(), GENERIC_WRITE, 0, nullptr,
+                                          CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        browse(user, L"locked.m");
+        EXPECT_EQ(user.answer(L"Add file:"), L"Unable to copy file: Sharing violation.");
+    });
+    EXPECT_EQ(changed, S_FALSE);
+    EXPECT_EQ(contents(L"a.m") + contents(L"b.dat"), "text of atext of b");
 }
 
-TEST_F(FilesPage, newScriptsAreEmptyFiles) {
-    const auto add = [](WindowDriver& user, const std::wstring& name) {
-        enterName(user, L"&New script", L"Add script file:", name);
-    };
-    EXPECT_EQ(editFiles([&](WindowDriver& user) {
-                  add(user, L"A");
-                  EXPECT_EQ(user.answer(L"New file:"), L"A file with name \"A.m\" is already present. "
-                                                       L"Please remove this file first");
-                  add(user, L"RUNUNIT");
-                  EXPECT_EQ(user.answer(L"New file:"),
-                            L"File name \"RUNUNIT.m\" is reserved. Please choose a different name.");
-                  add(user, L"..\\out");
-                  EXPECT_THAT(user.answer(L"New file:"), HasSubstr(L"leads out of the working folder"));
-                  add(user, L"none\\x");
-                  EXPECT_EQ(user.answer(L"New file:"), L"Failed to create file \"none\\x.m\".");
-              }),
-              S_FALSE);
-    EXPECT_EQ(editFiles([&](WindowDriver& user) {
-                  add(user, L"tools");
-                  add(user, L"a.b");
-                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), 4);
-              }),
-              S_OK);
-    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"b.dat", L"tool.DLL", L"tools.m", L"a.b"));
-    EXPECT_EQ(contents(L"tools.m"), "");
-}
-
-TEST_F(FilesPage, aFileIsRenamedOverWhatIsThere) {
+TEST_F(FilesPage, filesAreAddedAndRenamed) {
     writeFile(workingFolder() + L"new.m", "in the way");
-    const auto rename = [](WindowDriver& user, const std::wstring& name) {
-        enterName(user, L"&Rename", L"Rename file:", name);
+    const auto changes = [&](void (FilesPage::*enter)(WindowDriver&, const std::wstring&),
+                             const wchar_t* name, int selected) {
+        const HRESULT changed = editFiles([&](WindowDriver& user) {
+            user.selectRow(IDC_FILES_LIST, 1);
+            (this->*enter)(user, name);
+            EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), selected);
+        });
+        EXPECT_EQ(changed, S_OK) << name;
     };
-    EXPECT_EQ(editFiles([&](WindowDriver& user) {
-                  user.selectRow(IDC_FILES_LIST, 1);
-                  user.press(L"&Rename");
-                  user.await(L"Rename file:");
-                  EXPECT_EQ(user.text(IDC_INPUT_TEXT), L"b.dat");
-                  user.press(L"Cancel");
-                  rename(user, L"calc.M");
-                  EXPECT_EQ(user.answer(L"Rename:"),
-                            L"The specified file name is reserved. Please choose a different name.");
-                  rename(user, L"A.M");
-                  EXPECT_EQ(user.answer(L"Rename:"),
-                            L"A file with that name already exists. Please remove that file first");
-                  rename(user, L"nul");
-                  EXPECT_THAT(user.answer(L"Rename:"), HasSubstr(L"device"));
-              }),
-              S_FALSE);
-    EXPECT_EQ(editFiles([&](WindowDriver& user) {
-                  user.selectRow(IDC_FILES_LIST, 1);
-                  rename(user, L"new.m");
-                  EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), 1);
-              }),
-              S_OK);
-    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"new.m", L"tool.DLL"));
-    EXPECT_EQ(contents(L"new.m"), "text of b");
+    changes(&FilesPage::browse, L"own.dat", 3);
+    changes(&FilesPage::add, L"tools", 4);
+    changes(&FilesPage::add, L"a.b", 5);
+    changes(&FilesPage::rename, L"new.m", 1);
+    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"new.m", L"tool.DLL", L"own.dat", L"tools.m", L"a.b"));
+    EXPECT_EQ(contents(L"own.dat") + contents(L"tools.m") + contents(L"new.m"), "owntext of b");
     EXPECT_EQ(contents(L"b.dat"), "?");
 
     // Onto itself: what is in the way goes first.
@@ -201,8 +182,8 @@ TEST_F(FilesPage, aFileIsRenamedOverWhatIsThere) {
         user.selectRow(IDC_FILES_LIST, 0);
         rename(user, L"A.m");
         EXPECT_EQ(user.answer(L"Rename:"), L"Failed to rename file");
+        EXPECT_EQ(user.rows(IDC_FILES_LIST)[0][0], L"a.m");
     });
-    EXPECT_THAT(listed(), ElementsAre(L"a.m", L"new.m", L"tool.DLL"));
     EXPECT_EQ(contents(L"a.m"), "?");
 }
 
