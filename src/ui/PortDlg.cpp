@@ -131,18 +131,22 @@ bool CPortDlg::rename(const Side& side, const LVITEMW& edited) {
 void CPortDlg::onSize(int width, int height) {
     const int listWidth = (width - 3 * layoutMargin) / 2;
     int left = layoutMargin;
-    Layout layout;
-    for (const Side& side : sides) {
-        const Box label = boxOf(control(side.label));
-        const Box button = boxOf(control(side.add));
-        const int listTop = label.bottom();
-        const int buttonTop = height - layoutMargin - button.height;
-        layout.move(control(side.label), {left, label.top, listWidth, label.height});
-        layout.move(control(side.list), {left, listTop, listWidth, buttonTop - layoutMargin - listTop});
-        layout.move(control(side.add), {left, buttonTop, button.width, button.height});
-        layout.move(control(side.remove), {left + button.width, buttonTop, button.width, button.height});
-        left += listWidth + layoutMargin;
+    {
+        Layout layout;
+        for (const Side& side : sides) {
+            const Box label = boxOf(control(side.label));
+            const Box button = boxOf(control(side.add));
+            const int listTop = label.bottom();
+            const int buttonTop = height - layoutMargin - button.height;
+            layout.move(control(side.label), {left, label.top, listWidth, label.height});
+            layout.move(control(side.list), {left, listTop, listWidth, buttonTop - layoutMargin - listTop});
+            layout.move(control(side.add), {left, buttonTop, button.width, button.height});
+            layout.move(control(side.remove), {left + button.width, buttonTop, button.width, button.height});
+            left += listWidth + layoutMargin;
+        }
     }
+    for (const ListView& list : lists_)
+        list.fitColumns();
 }
 
 } // namespace solvane
