@@ -24,9 +24,14 @@ protected:
         user.choose(IDC_PARAMETER_TYPE, type);
         user.press(L"OK");
     }
-    static void open(WindowDriver& user, int row) {
+    static void open(WindowDriver& user, int row, const wchar_t* title) {
         user.selectRow(IDC_PARAMETER_LIST, row);
         user.press(L"&Edit");
+        user.await(title);
+    }
+    static void accept(WindowDriver& user, const wchar_t* button = L"OK") {
+        user.press(button);
+        user.await(L"Solvane CAPE-OPEN Unit Operation:");
     }
     /// Types into fields, presses OK and gives the complaint.
     static std::wstring refused(WindowDriver& user,
@@ -48,6 +53,12 @@ protected:
         unit.as<ICapeUnit>()->get_ValStatus(&result);
         return result;
     }
+    /// The static text before a field.
+    static std::wstring labelOf(HWND field) {
+        wchar_t text[32] = L"";
+        GetWindowTextW(GetWindow(field, GW_HWNDPREV), text, 32);
+        return text;
+    }
     ModelBag model;
 };
 
@@ -59,6 +70,7 @@ TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
             EXPECT_FALSE(user.isEnabled(button));
         user.press(L"&Add");
         EXPECT_EQ(user.entries(IDC_PARAMETER_TYPE), (Row{L"Real", L"Integer", L"Boolean", L"String"}));
+        user.screenshot(L"parameter-add");
         user.press(L"OK");
         EXPECT_EQ(user.answer(L"Add parameter:"), L"Please specify a name");
         user.press(L"Cancel");
@@ -77,10 +89,12 @@ TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
                   L"The specified name is already used for another parameter");
         user.await(L"Integer parameter \"\":");
         user.type(IDC_PARAMETER_VALUE, L"12abc");
+        user.screenshot(L"parameter-integer");
         user.press(L"OK");
         add(user, L"switch", L"Boolean");
         user.await(L"Boolean parameter \"switch\":");
         user.choose(IDC_PARAMETER_MODE, L"Output");
+        user.screenshot(L"parameter-boolean");
         user.press(L"OK");
         add(user, L"text", L"String");
         user.await(L"String parameter \"text\":");
@@ -155,7 +169,11 @@ TEST_F(ParameterTab, aRealParameterIsEdited) {
                   EXPECT_EQ(user.text(IDC_PARAMETER_VALUE), L"0.25");
                   EXPECT_EQ(user.text(IDC_PARAMETER_MINIMUM), L"0.1");
                   EXPECT_EQ(user.text(IDC_PARAMETER_UNIT), L"Unit of measure: m / s2");
-                  user.screenshot(L"real-parameter");
+                  user.screenshot(L"parameter-real");
+                  int field = IDC_PARAMETER_EXPONENT;
+                  for (const wchar_t* label : {L"Meter:", L"Kilogram:", L"Second:", L"Ampere:", L"Kelvin:",
+                                               L"Moles:", L"Candela:", L"Radians:"})
+                      EXPECT_EQ(labelOf(user.control(field++)), label);
                   EXPECT_EQ(refused(user, {{IDC_PARAMETER_VALUE, L"0.05"}}), L"Value below minimum value");
                   user.type(IDC_PARAMETER_VALUE, L"7");
                   user.choose(IDC_PARAMETER_MODE, L"Output");
@@ -165,7 +183,7 @@ TEST_F(ParameterTab, aRealParameterIsEdited) {
               S_FALSE);
     EXPECT_EQ(row(L"x", 0)[2], L"Input");
     editParameters([&](WindowDriver& user) {
-        open(user, 0);
+        open(user, 0, L"Real parameter \"x\":");
         EXPECT_EQ(refused(user, {{IDC_PARAMETER_VALUE, L"abc"}}),
                   L"You must supply a valid current value for the parameter");
         user.type(IDC_PARAMETER_VALUE, L"3");
@@ -181,7 +199,7 @@ TEST_F(ParameterTab, aRealParameterIsEdited) {
         EXPECT_EQ(user.rows(IDC_PARAMETER_LIST),
                   (Rows{{L"x", L"Real", L"Input", L"3", L"2", L"", L"4", L"K"}}));
         EXPECT_EQ(user.selectedRow(IDC_PARAMETER_LIST), 0);
-        open(user, 0);
+        open(user, 0, L"Real parameter \"x\":");
         EXPECT_EQ(IsDlgButtonChecked(user.here(), IDC_PARAMETER_DIFFERENCE), UINT{BST_CHECKED});
     });
 }
@@ -191,13 +209,13 @@ TEST_F(ParameterTab, aBooleanDefaultOpensAsTheCurrentValue) {
     ASSERT_EQ(load(model), S_OK);
     EXPECT_EQ(row(L"b", 0)[4], L"False");
     editParameters([&](WindowDriver& user) {
-        open(user, 0);
+        open(user, 0, L"Boolean parameter \"b\":");
         EXPECT_EQ(user.text(IDC_PARAMETER_DEFAULT), L"True");
         user.choose(IDC_PARAMETER_VALUE, L"False");
         user.press(L"OK");
         EXPECT_EQ(user.rows(IDC_PARAMETER_LIST)[0][3], L"False");
         EXPECT_EQ(user.rows(IDC_PARAMETER_LIST)[0][4], L"True");
-        open(user, 0);
+        open(user, 0, L"Boolean parameter \"b\":");
         user.choose(IDC_PARAMETER_DEFAULT, L"<none>");
         user.press(L"OK");
         EXPECT_EQ(user.rows(IDC_PARAMETER_LIST)[0][4], L"");
@@ -216,7 +234,7 @@ TEST_F(ParameterTab, anOptionParameterIsEdited) {
         user.press(L"OK");
     };
     editParameters([&](WindowDriver& user) {
-        open(user, 0);
+        open(user, 0, L"String parameter \"s\":");
         EXPECT_EQ(user.entries(IDC_PARAMETER_OPTIONS), options);
         EXPECT_EQ(user.entries(IDC_PARAMETER_VALUE), (Row{L"a", L"b"}));
         EXPECT_FALSE(user.isEnabled(L"&Remove"));
@@ -226,7 +244,7 @@ TEST_F(ParameterTab, anOptionParameterIsEdited) {
         EXPECT_EQ(user.entries(IDC_PARAMETER_OPTIONS), (Row{L"b", L"a", L"A"}));
         EXPECT_EQ(user.entries(IDC_PARAMETER_DEFAULT).size(), 3U);
         EXPECT_EQ(user.text(IDC_PARAMETER_VALUE), L"a");
-        user.screenshot(L"string-parameter");
+        user.screenshot(L"parameter-string");
         user.press(L"List of options is exclusive (value must be in list)");
         EXPECT_EQ(refused(user, {{IDC_PARAMETER_VALUE, L"B"}}),
                   L"Current value is not in the option list, and the list is exclusive");
@@ -236,7 +254,7 @@ TEST_F(ParameterTab, anOptionParameterIsEdited) {
         user.press(L"&Remove"); // the last, which was selected
         user.press(L"OK");
         EXPECT_EQ(user.rows(IDC_PARAMETER_LIST)[0][3], L"b");
-        open(user, 0);
+        open(user, 0, L"String parameter \"s\":");
         EXPECT_EQ(user.entries(IDC_PARAMETER_OPTIONS), options);
         for (const int row : {0, 0}) {
             SendMessageW(user.control(IDC_PARAMETER_OPTIONS), LB_SETCURSEL, static_cast<WPARAM>(row), 0);
