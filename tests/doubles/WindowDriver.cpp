@@ -29,6 +29,8 @@ std::wstring classOf(HWND window) {
 /// The window's descendants that are shown.
 std::vector<HWND> shownIn(HWND window) {
     std::vector<HWND> found;
+    if (!window)
+        return found;
     EnumChildWindows(
         window,
         [](HWND child, LPARAM list) -> BOOL {
@@ -98,19 +100,25 @@ HWND WindowDriver::here() const {
     return nullptr;
 }
 
+HWND WindowDriver::awaitChild(const std::string& what, const std::function<bool(HWND)>& isWanted) const {
+    HWND found = nullptr;
+    waitFor(what, [&] {
+        const std::vector<HWND> children = shownIn(here());
+        const auto child = std::ranges::find_if(children, isWanted);
+        found = child == children.end() ? nullptr : *child;
+        return found != nullptr;
+    });
+    return found;
+}
+
 HWND WindowDriver::control(int id) const {
-    for (const HWND child : shownIn(here()))
-        if (GetDlgCtrlID(child) == id)
-            return child;
-    throw std::runtime_error("no control " + std::to_string(id) + " in \"" + narrow(title(), CP_UTF8) + '"');
+    return awaitChild("control " + std::to_string(id),
+                      [id](HWND child) { return GetDlgCtrlID(child) == id; });
 }
 
 HWND WindowDriver::button(const std::wstring& label) const {
-    for (const HWND child : shownIn(here()))
-        if (classOf(child) == L"Button" && textOf(child) == label)
-            return child;
-    throw std::runtime_error("no button \"" + narrow(label, CP_UTF8) + "\" in \"" + narrow(title(), CP_UTF8) +
-                             '"');
+    return awaitChild("button \"" + narrow(label, CP_UTF8) + '"',
+                      [&](HWND child) { return classOf(child) == L"Button" && textOf(child) == label; });
 }
 
 std::vector<std::vector<std::wstring>> WindowDriver::rows(int list) const {
@@ -309,10 +317,10 @@ void WindowDriver::enterFile(const std::wstring& wanted, const std::wstring& pat
 void WindowDriver::closeAll() const {
     const auto end = std::chrono::steady_clock::now() + patience;
     while (std::chrono::steady_clock::now() < end) {
-        const HWND dialog = here();
-        if (!dialog)
+        if (dialogsOf(thread_).empty())
             return;
-        PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        if (const HWND dialog = here()) // none for a moment, while one gives way to the next
+            PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
 }

@@ -77,6 +77,7 @@ private:
     static std::wstring textOf(HWND window);
     void waitFor(const std::string& what, const std::function<bool()>& condition) const;
     void closeAll() const;
+    HWND awaitChild(const std::string& what, const std::function<bool(HWND)>& isWanted) const;
 
     DWORD thread_; ///< of the windows
 };
