@@ -59,20 +59,26 @@ std::vector<HWND> dialogsOf(DWORD thread) {
 
 HRESULT WindowDriver::edit(const HostedUnit& unit, const Actions& actions, const Actions& opening) {
     WindowDriver user(GetCurrentThreadId());
-    std::thread second([&] {
-        try {
-            if (opening)
-                opening(user);
-            user.await(mainTitle);
-            actions(user);
-        } catch (const std::exception& fault) {
-            ADD_FAILURE() << fault.what();
-        }
-        user.closeAll();
-    });
+    std::thread second([&] { user.act(actions, opening); });
     const HRESULT result = unit.as<ICapeUtilities>()->Edit();
     second.join();
     return result;
+}
+
+void WindowDriver::follow(DWORD thread, const Actions& actions) {
+    WindowDriver(thread).act(actions);
+}
+
+void WindowDriver::act(const Actions& actions, const Actions& opening) {
+    try {
+        if (opening)
+            opening(*this);
+        await(mainTitle);
+        actions(*this);
+    } catch (const std::exception& fault) {
+        ADD_FAILURE() << fault.what();
+    }
+    closeAll();
 }
 
 std::wstring WindowDriver::textOf(HWND window) {

@@ -20,6 +20,9 @@ public:
     /// Opens the unit's window and lets the user act in it. A window that is still open then is closed. The
     /// result is Edit's. `opening` is for boxes that come up before the window.
     static HRESULT edit(const HostedUnit& unit, const Actions& actions, const Actions& opening = {});
+    /// The same before the window that another process opens on this thread of it. Lists cannot be read
+    /// there.
+    static void follow(DWORD thread, const Actions& actions);
 
     // ---- what is seen
 
@@ -74,6 +77,7 @@ public:
 
 private:
     explicit WindowDriver(DWORD thread) : thread_(thread) {}
+    void act(const Actions& actions, const Actions& opening = {});
     static std::wstring textOf(HWND window);
     void waitFor(const std::string& what, const std::function<bool()>& condition) const;
     void closeAll() const;

@@ -159,7 +159,8 @@ TEST_F(FilesPage, namesThatCannotBeAreRefused) {
 }
 
 TEST_F(FilesPage, filesAreAddedAndRenamed) {
-    writeFile(workingFolder() + L"new.m", "in the way");
+    for (const wchar_t* name : {L"new.m", L"own.dat", L"tools.m"})
+        writeFile(workingFolder() + name, "in the way");
     const auto changes = [&](void (FilesPage::*enter)(WindowDriver&, const std::wstring&),
                              const wchar_t* name, int selected) {
         const HRESULT changed = editFiles([&](WindowDriver& user) {
