@@ -17,11 +17,11 @@ constexpr wchar_t unixRoot[] = L"Z:";
 /// What a file's name ends in until all of it is written.
 constexpr wchar_t unfinished[] = L".part";
 
+} // namespace
+
 bool isWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
-
-} // namespace
 
 std::filesystem::path filePath(std::string_view path) {
     std::wstring wide = widen(path, CP_UTF8);

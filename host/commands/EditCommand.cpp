@@ -56,11 +56,13 @@ bool isModelFile(const std::filesystem::path& path) {
     return compareNoCase(path.extension().wstring(), L".svm") == 0;
 }
 
-/// Nobody sees the windows of a service; under Wine there are none without an X display.
+/// Nobody sees the windows of a service; under Wine they need an X display, or there are none, or they are
+/// shown nowhere.
 bool hasScreen() {
     USEROBJECTFLAGS flags{};
     if (!GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) ||
-        (flags.dwFlags & WSF_VISIBLE) == 0)
+        (flags.dwFlags & WSF_VISIBLE) == 0 ||
+        (isWine() && GetEnvironmentVariableW(L"DISPLAY", nullptr, 0) == 0))
         return false;
     const HWND trial =
         CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);

@@ -56,6 +56,7 @@ usage = {1, 'error: No component is registered as "No.Such.Unit"', ['run ' file(
          2, 'subcommand', 'calculate'
          2, 'cannot be opened', 'show /no/such/model.svm'
          2, 'the case lists units', ['save ' fullfile(examples, 'flowsheet', 'case.json') ' -o ' file('new.svm')]
+         1, 'there is no screen', ['edit ' written]
          2, 'the case lists units', ['edit ' fullfile(examples, 'flowsheet', 'case.json')]
          2, 'unit.svm, which exists', ['edit ' file('unit.json')]
          2, 'cannot be opened', 'edit /no/such/model.SVM'
@@ -64,6 +65,7 @@ copyfile (fullfile (fileparts (written), 'drum.m'), folder);
 write (file ('unit.json'), strrep (written_text, '"name": "Drum"', '"progId": "No.Such.Unit"'));
 write (file ('bad.json'), '{}');
 write (file ('unit.svm'), '');
+unsetenv ('DISPLAY');
 for i = 1:rows (usage)
   refuse (usage{i, :});
 end
