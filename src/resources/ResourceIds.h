@@ -1,5 +1,5 @@
-/* Numbers of the module's windows and icons, for the code and for the resource compiler. Each window has a range
-   of its own, so that its controls' numbers are its own. */
+/* Numbers of the module's windows and icons, for the code and for the resource compiler. Each window has a
+   range of its own, so that its controls' numbers are its own. */
 #pragma once
 
 #define IDI_UNIT 300

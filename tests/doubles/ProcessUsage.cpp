@@ -23,7 +23,8 @@ DWORD countGdiObjects() {
     };
     constexpr std::size_t tablePlace = 0xF8; // in the 64-bit process environment block
     PROCESS_BASIC_INFORMATION process{};
-    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process, nullptr);
+    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process,
+                              nullptr);
     const auto* block = reinterpret_cast<const std::byte*>(process.PebBaseAddress);
     const Entry* table = *reinterpret_cast<const Entry* const*>(block + tablePlace);
     return static_cast<DWORD>(
