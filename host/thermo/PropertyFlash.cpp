@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -153,8 +154,9 @@ bool take(const Mixture& mixture, const Sample& low, const Sample& high, const G
 bool search(const Mixture& mixture, const Path& path, std::vector<double> places, const GivenProperty& given,
             Equilibrium& result, std::string& error) {
     std::optional<Sample> low;
-    double least = INFINITY;
-    double greatest = -INFINITY;
+    constexpr double beyond = std::numeric_limits<double>::infinity();
+    double least = beyond;
+    double greatest = -beyond;
     bool jumps = false;
     bool isCrowded = false; // the places before one without a state
     for (std::size_t i = 0; i < places.size(); ++i) {
