@@ -1,10 +1,12 @@
 #include "ClientProcess.h"
 
+#include "Commands.h"
 #include "OutOfProcessObject.h"
 #include "PhaseCalls.h"
 #include "RoundTrip.h"
 #include "com/Text.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
@@ -32,12 +34,14 @@ Way makeWay(const std::string& name, RoundTrip& unit, RoundTrip& responder, IDis
     const std::string property = name.substr(std::min(name.size(), word.size() + 1));
     if (word == "ping")
         return [&responder, request = command(getUnitName)] { return responder.ask(request); };
-    if (word == "getUnitName")
-        return [&unit, request = command(getUnitName)] { return unit.ask(request); };
     if (word == "getFeedProp")
         return [&unit, request = command(getFeedProp) + command(1) + property + '\0'] {
             return unit.ask(request);
         };
+    if (word == "command") {
+        const auto command = std::ranges::find(commandRequests(), property, &CommandRequest::name);
+        return [&unit, request = command->bytes] { return unit.ask(request); };
+    }
     if (word == "Invoke" && object)
         return [object, wide = widen(property)] { return invokeGetProp(object, wide.c_str()); };
     if (word == "getSinglePhaseProperty")

@@ -7,9 +7,9 @@
 
 namespace solvane {
 
-/// What a client is to measure. The names of the ways to ask are "ping", "getUnitName", "getFeedProp NAME",
-/// "Invoke NAME", "getSinglePhaseProperty NAME" and, on a material of the client's own, "direct10 NAME" and
-/// "direct11 NAME".
+/// What a client is to measure. The names of the ways to ask are "ping", "command NAME" (see Commands.h),
+/// "getFeedProp NAME", "Invoke NAME", "getSinglePhaseProperty NAME" and, on a material of the client's own,
+/// "direct10 NAME" and "direct11 NAME".
 struct ClientTask {
     std::vector<std::string> ways;
     std::string unitId;

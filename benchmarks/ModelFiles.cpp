@@ -8,9 +8,7 @@
 
 #include <zlib.h>
 
-#include <chrono>
 #include <cstdio>
-#include <functional>
 #include <random>
 
 namespace solvane {
@@ -49,12 +47,6 @@ bool inflates(const std::string& packed, std::string& bytes) {
     return uncompress(reinterpret_cast<Bytef*>(bytes.data()), &size,
                       reinterpret_cast<const Bytef*>(packed.data()),
                       static_cast<uLong>(packed.size())) == Z_OK;
-}
-
-double milliseconds(const std::function<void()>& work) {
-    const auto begin = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
 
 } // namespace

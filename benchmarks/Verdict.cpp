@@ -1,16 +1,27 @@
 #include "Verdict.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 
 namespace solvane {
 
 namespace {
 
+struct Row {
+    std::string what;
+    double measured;
+    std::string goal;
+    bool isMet;
+};
+std::vector<Row> rows;
+
 bool print(const std::string& what, double measured, const char* word, double goal, bool isMet) {
-    std::printf("  %-58s %8.3f   goal %s %.2f   %s\n", what.c_str(), measured, word, goal,
-                isMet ? "PASS" : "MISS");
+    char goalText[32];
+    std::snprintf(goalText, sizeof goalText, "%s %.4g", word, goal);
+    std::printf("  %-62s %8.3f   goal %-8s %s\n", what.c_str(), measured, goalText, isMet ? "PASS" : "MISS");
     std::fflush(stdout);
+    rows.push_back({what, measured, goalText, isMet});
     return isMet;
 }
 
@@ -31,12 +42,25 @@ std::vector<double> ratios(const std::vector<double>& of, const std::vector<doub
     return result;
 }
 
+double milliseconds(const std::function<void()>& work) {
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+}
+
 bool printAtMost(const std::string& what, double measured, double goal) {
     return print(what, measured, "<=", goal, measured > 0 && measured <= goal);
 }
 
 bool printAtLeast(const std::string& what, double measured, double goal) {
     return print(what, measured, ">=", goal, measured >= goal);
+}
+
+void printTable() {
+    std::printf("\n| Ratio | Measured | Goal | |\n|---|---|---|---|\n");
+    for (const Row& row : rows)
+        std::printf("| %s | %.3g | %s | %s |\n", row.what.c_str(), row.measured, row.goal.c_str(),
+                    row.isMet ? "" : "missed");
 }
 
 } // namespace solvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,8 +11,13 @@ double median(std::vector<double> values);
 /// The ratios of two series that were measured turn by turn.
 std::vector<double> ratios(const std::vector<double>& of, const std::vector<double>& to);
 
+double milliseconds(const std::function<void()>& work);
+
 /// One line: the measured figure, the goal, PASS or MISS. True for a pass.
 bool printAtMost(const std::string& what, double measured, double goal);
 bool printAtLeast(const std::string& what, double measured, double goal);
+
+/// All that was printed by the two above, as a table in Markdown.
+void printTable();
 
 } // namespace solvane

@@ -1,0 +1,91 @@
+#include "Commands.h"
+
+#include "ClientRun.h"
+#include "FakeMaterial11.h"
+#include "GatewayClient.h"
+#include "OddVariants.h"
+#include "Verdict.h"
+
+namespace solvane {
+
+namespace {
+
+constexpr double temperature = 350; // K
+constexpr double pressure = 1e5;    // Pa
+
+Wire withComposition(Wire wire) {
+    for (std::size_t i = 0; i < commandCompounds; ++i)
+        wire << 1.0 / static_cast<double>(commandCompounds);
+    return wire;
+}
+
+Wire withState(Wire wire) {
+    return wire << temperature << pressure << "temperature"
+                << "pressure";
+}
+
+FakeStream answeringStream() {
+    FakeStream stream = makeFakeStream(commandCompounds);
+    const std::vector<double> values(commandCompounds, 1);
+    stream.results = {{L"vaporPressure", values},
+                      {L"boilingPointTemperature", values},
+                      {L"volume", {1}},
+                      {L"fugacityCoefficient", values},
+                      {L"kvalue", values}};
+    const Variant one(1.0);
+    stream.constants = {{L"weight", variants({one, one, one, one, one, one, one, one, one, one})}};
+    return stream;
+}
+
+} // namespace
+
+const std::vector<CommandRequest>& commandRequests() {
+    static const std::vector<CommandRequest> requests{
+        {"getFeedProp", (request(1) << 1 << "enthalpy").bytes()},
+        {"setProduct", withState(withComposition(request(2) << 1 << 10.0)).bytes()},
+        {"setReport", (request(3) << "Duties").bytes()},
+        {"getParameter", (request(4) << "Duty").bytes()},
+        {"setParameter", (request(5) << "Duty" << 0U << 1.0).bytes()},
+        {"getCompoundConstant", (request(6) << "weight").bytes()},
+        {"getTDependentProperty", (request(7) << temperature << "vaporPressure").bytes()},
+        {"getPDependentProperty", (request(8) << pressure << "boilingPointTemperature").bytes()},
+        {"getSinglePhaseProperty",
+         (withComposition(request(9) << temperature << pressure) << "fugacityCoefficient"
+                                                                 << "Vapor")
+             .bytes()},
+        {"getTwoPhaseProperty",
+         (withComposition(withComposition(request(10) << temperature << pressure)) << "kvalue"
+                                                                                   << "Vapor"
+                                                                                   << "Liquid")
+             .bytes()},
+        {"getPropertyUnit", (request(11) << "enthalpy").bytes()},
+        {"getUnitName", request(12).bytes()},
+        {"getFeedCount", request(13).bytes()},
+        {"getProductCount", request(14).bytes()},
+        {"getFeedEquilibrium", (request(15) << 1).bytes()},
+        {"flashEquilibrium", withState(withComposition(request(16))).bytes()},
+        {"flashProperty", (withState(withComposition(request(17))) << "enthalpy").bytes()},
+    };
+    return requests;
+}
+
+bool compareCommands() {
+    constexpr double goal = 1.5;
+    ModelBag bag;
+    bag.script("").feeds({L"Feed"}).products({L"Product"}).reports({L"Duties"}).file("report.txt", "1");
+    bag.parameter(L"Duty", L"real", Variant(1.0));
+    std::vector<std::string> ways{"ping"};
+    for (const CommandRequest& command : commandRequests())
+        ways.push_back("command " + command.name);
+    const ComRef<FakeMaterial11> feed = FakeMaterial11::create(answeringStream());
+    const ComRef<FakeMaterial11> product = FakeMaterial11::create(answeringStream());
+    Timings timings =
+        measureInRun(bag, {{L"Feed", feed->dispatch()}, {L"Product", product->dispatch()}}, ways);
+    bool isMet = true;
+    for (const CommandRequest& command : commandRequests())
+        isMet &= printAtMost("(g) " + command.name + " / ping-pong",
+                             median(ratios(timings["command " + command.name], timings["ping"])), goal);
+    return isMet;
+}
+
+} // namespace solvane

@@ -1,0 +1,56 @@
+#include "FirstRun.h"
+
+#include "Engine.h"
+#include "Folders.h"
+#include "HostedUnit.h"
+#include "Verdict.h"
+
+#include <cstdio>
+#include <optional>
+
+namespace solvane {
+
+bool compareFirstRun() {
+    constexpr int turns = 8;
+    const UnitModule module;
+    ModelBag bag;
+    bag.script("");
+    const TemporaryFolder temporary;
+    const HostedUnit other(module); // the owner of the folder for the bare commands
+    bool isDone = SUCCEEDED(other.load(bag)) && SUCCEEDED(other.calculate());
+    const std::wstring folder = workingFolderIn(temporary.path());
+
+    std::vector<double> creations, firstRuns, starts, bareRuns;
+    for (int turn = 0; turn <= turns && isDone; ++turn) {
+        std::optional<HostedUnit> unit;
+        const double creation = milliseconds([&] { unit.emplace(module); });
+        const double run =
+            milliseconds([&] { isDone &= SUCCEEDED(unit->load(bag)) && SUCCEEDED(unit->calculate()); });
+        unit.reset();
+        std::optional<Engine> engine;
+        const double start = milliseconds([&] { engine.emplace(); });
+        const double bareRun = milliseconds([&] {
+            addPaths(*engine, folder);
+            isDone &= runBare(*engine, folder);
+        });
+        if (turn == 0) // warms up
+            continue;
+        creations.push_back(creation);
+        firstRuns.push_back(creation + run);
+        starts.push_back(start);
+        bareRuns.push_back(start + bareRun);
+    }
+    if (!isDone) {
+        std::printf("  no run on the real engine\n");
+        return false;
+    }
+    std::printf(
+        "  milliseconds: unit created %.0f, first run done %.0f; engine created %.0f, run done %.0f\n",
+        median(creations), median(firstRuns), median(starts), median(bareRuns));
+    bool isMet = printAtMost("(h) unit created / engine created", median(ratios(creations, starts)), 1.2);
+    isMet &=
+        printAtMost("(h) created and first run / the same bare", median(ratios(firstRuns, bareRuns)), 1.2);
+    return isMet;
+}
+
+} // namespace solvane
