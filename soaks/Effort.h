@@ -1,0 +1,19 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+namespace solvane::soak {
+
+/// How much is to be done: an ordinary soak takes some minutes, a full one as long as it takes.
+struct Effort {
+    bool isFull = false;
+    double scale = 1; ///< a factor on every count
+    std::uint32_t seed = 1;
+
+    int of(int ordinary, int full) const {
+        return std::max(1, static_cast<int>((isFull ? full : ordinary) * scale));
+    }
+};
+
+} // namespace solvane::soak

@@ -1,0 +1,128 @@
+// soak: proof that it holds. Runs each segment in a process of its own and prints one table of all figures.
+#include "Limits.h"
+#include "Segments.h"
+#include "com/Handle.h"
+#include "com/Text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <objbase.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+
+namespace solvane::soak {
+
+namespace {
+
+enum ExitCode { exitHolds = 0, exitBroken = 1, exitUsage = 2 };
+
+struct Options {
+    Effort effort;
+    std::vector<std::string> segments;
+    std::string figureFile; ///< in the process of one segment
+};
+
+std::wstring programPath() {
+    std::wstring path(1024, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return path;
+}
+
+int runSegment(const Segment& segment, const Options& options) {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    segment.run(options.effort, Figures(widen(options.figureFile), segment.name));
+    CoUninitialize();
+    return exitHolds;
+}
+
+/// The exit code of the segment's process.
+DWORD startSegment(const Segment& segment, const Options& options, const std::wstring& figureFile) {
+    std::wstring line = L"\"" + programPath() + L"\" " + widen(segment.name) + L" --figures \"" + figureFile +
+                        L"\" --scale " + std::to_wstring(options.effort.scale) + L" --seed " +
+                        std::to_wstring(options.effort.seed);
+    if (options.effort.isFull)
+        line += L" --full";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                        &process))
+        return GetLastError();
+    const Handle running(process.hProcess), thread(process.hThread);
+    WaitForSingleObject(running.get(), INFINITE);
+    DWORD code = 1;
+    GetExitCodeProcess(running.get(), &code);
+    return code;
+}
+
+bool isChosen(const Segment& segment, const Options& options) {
+    return options.segments.empty() ||
+           std::ranges::find(options.segments, segment.name) != options.segments.end();
+}
+
+int runAll(const Options& options) {
+    const std::wstring figureFile =
+        (std::filesystem::temp_directory_path() / (L"soak-" + std::to_wstring(GetCurrentProcessId())))
+            .wstring();
+    bool holds = true;
+    for (const Segment& segment : segments) {
+        if (!isChosen(segment, options))
+            continue;
+        std::printf("%s: %s\n", segment.name, segment.summary);
+        std::fflush(stdout);
+        if (const DWORD code = startSegment(segment, options, figureFile); code != 0) {
+            std::printf("  %s ended with code 0x%lX\n", segment.name, code);
+            holds = false;
+        }
+    }
+    const FigureValues values = readFigures(figureFile);
+    std::error_code ignored;
+    std::filesystem::remove(figureFile, ignored);
+    std::printf("\n");
+    printTableHead();
+    for (const Segment& segment : segments)
+        if (isChosen(segment, options))
+            holds &= printTable(values, segment.name);
+    return holds ? exitHolds : exitBroken;
+}
+
+int runProgram(int count, char** arguments) {
+    Options options;
+    bool onlyLists = false;
+    std::vector<std::string> names;
+    for (const Segment& segment : segments)
+        names.emplace_back(segment.name);
+    CLI::App app("Tries for some minutes whether the unit holds, and prints one table of figures and limits.",
+                 "soak");
+    app.allow_windows_style_options(false);
+    app.add_option("segment", options.segments, "Only these segments")->check(CLI::IsMember(names));
+    app.add_flag("--full", options.effort.isFull, "As many of everything as proof takes: hours");
+    app.add_option("--scale", options.effort.scale, "A factor on every count")->check(CLI::PositiveNumber);
+    app.add_option("--seed", options.effort.seed, "Of what is random");
+    app.add_flag("--list", onlyLists, "Only name the segments");
+    app.add_option("--figures", options.figureFile)->group(""); // how a segment's process is told its file
+    app.footer("Exit codes: 0 all holds, 1 a limit is broken, 2 a bad command line.");
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::ParseError& fault) {
+        return app.exit(fault) == 0 ? exitHolds : exitUsage;
+    }
+    if (onlyLists) {
+        for (const Segment& segment : segments)
+            std::printf("%-10s %s\n", segment.name, segment.summary);
+        return exitHolds;
+    }
+    if (options.figureFile.empty())
+        return runAll(options);
+    return runSegment(*std::ranges::find(segments, options.segments.at(0), &Segment::name), options);
+}
+
+} // namespace
+
+} // namespace solvane::soak
+
+int main(int count, char** arguments) {
+    return solvane::soak::runProgram(count, arguments);
+}
