@@ -8,7 +8,9 @@
 
 namespace solvane::soak {
 
+void soakCommands(const Effort& effort, const Figures& figures);
 void soakRuns(const Effort& effort, const Figures& figures);
+void soakTogether(const Effort& effort, const Figures& figures);
 
 struct Segment {
     const char* name;
@@ -18,7 +20,10 @@ struct Segment {
 
 /// In the order in which they run.
 inline constexpr std::array segments = {
+    Segment{"commands", "One unit, very many commands: every reply is right, and nothing grows",
+            soakCommands},
     Segment{"runs", "One unit, many runs on the real engine: right answers, and nothing grows", soakRuns},
+    Segment{"together", "Four processes with two units each at once: every stream as if alone", soakTogether},
 };
 
 } // namespace solvane::soak

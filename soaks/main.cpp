@@ -1,7 +1,8 @@
 // soak: proof that it holds. Runs each segment in a process of its own and prints one table of all figures.
 #include "Limits.h"
+#include "Processes.h"
+#include "Roles.h"
 #include "Segments.h"
-#include "com/Handle.h"
 #include "com/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -24,12 +25,6 @@ struct Options {
     std::string figureFile; ///< in the process of one segment
 };
 
-std::wstring programPath() {
-    std::wstring path(1024, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return path;
-}
-
 int runSegment(const Segment& segment, const Options& options) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     segment.run(options.effort, Figures(widen(options.figureFile), segment.name));
@@ -39,18 +34,16 @@ int runSegment(const Segment& segment, const Options& options) {
 
 /// The exit code of the segment's process.
 DWORD startSegment(const Segment& segment, const Options& options, const std::wstring& figureFile) {
-    std::wstring line = L"\"" + programPath() + L"\" " + widen(segment.name) + L" --figures \"" + figureFile +
-                        L"\" --scale " + std::to_wstring(options.effort.scale) + L" --seed " +
-                        std::to_wstring(options.effort.seed);
+    std::vector<std::wstring> words{widen(segment.name),
+                                    L"--figures",
+                                    figureFile,
+                                    L"--scale",
+                                    std::to_wstring(options.effort.scale),
+                                    L"--seed",
+                                    std::to_wstring(options.effort.seed)};
     if (options.effort.isFull)
-        line += L" --full";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                        &process))
-        return GetLastError();
-    const Handle running(process.hProcess), thread(process.hThread);
+        words.push_back(L"--full");
+    const Handle running = startSelf(words);
     WaitForSingleObject(running.get(), INFINITE);
     DWORD code = 1;
     GetExitCodeProcess(running.get(), &code);
@@ -88,7 +81,18 @@ int runAll(const Options& options) {
     return holds ? exitHolds : exitBroken;
 }
 
+/// Without COM: each thread of a role has an apartment of its own.
+int runRole(const std::vector<std::wstring>& words) {
+    const auto role = std::ranges::find(roles, words.at(0), &Role::name);
+    return role == roles.end() ? exitUsage : role->run({words.begin() + 1, words.end()});
+}
+
 int runProgram(int count, char** arguments) {
+    std::vector<std::wstring> words;
+    for (int i = 1; i < count; ++i)
+        words.push_back(widen(arguments[i]));
+    if (words.size() > 1 && words[0] == roleOption)
+        return runRole({words.begin() + 1, words.end()});
     Options options;
     bool onlyLists = false;
     std::vector<std::string> names;

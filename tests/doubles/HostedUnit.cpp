@@ -52,13 +52,22 @@ std::wstring HostedUnit::report(const std::wstring& name) const {
     return std::wstring(text.view());
 }
 
-Variant HostedUnit::parameter(const std::wstring& name) const {
+ComRef<ICapeParameter> HostedUnit::findParameter(const std::wstring& name) const {
     ComRef<IDispatch> parameters;
-    Variant value;
     as<ICapeUtilities>()->get_parameters(parameters.put());
-    if (const auto parameter = item(parameters.as<ICapeCollection>(), name).as<ICapeParameter>())
+    return item(parameters.as<ICapeCollection>(), name).as<ICapeParameter>();
+}
+
+Variant HostedUnit::parameter(const std::wstring& name) const {
+    Variant value;
+    if (const auto parameter = findParameter(name))
         parameter->get_value(value.put());
     return value;
+}
+
+HRESULT HostedUnit::setParameter(const std::wstring& name, const Variant& value) const {
+    const auto parameter = findParameter(name);
+    return parameter ? parameter->put_value(value.get()) : E_INVALIDARG;
 }
 
 ComRef<ICapeUnitPort> HostedUnit::port(const std::wstring& name) const {

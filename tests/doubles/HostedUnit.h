@@ -36,12 +36,14 @@ public:
     std::wstring output() const { return report(L"Matlab Output"); }
 
     Variant parameter(const std::wstring& name) const;
+    HRESULT setParameter(const std::wstring& name, const Variant& value) const;
     HRESULT connect(const std::wstring& port, IDispatch* material) const;
     HRESULT disconnect(const std::wstring& port) const;
 
     void release() { unit_.reset(); }
 
 private:
+    ComRef<ICapeParameter> findParameter(const std::wstring& name) const;
     ComRef<ICapeUnitPort> port(const std::wstring& name) const;
 
     ComRef<IUnknown> unit_;

@@ -1,5 +1,7 @@
 #include "ProcessUsage.h"
 
+#include "com/Handle.h"
+
 #include <psapi.h>
 #include <winternl.h>
 
@@ -34,22 +36,29 @@ DWORD countGdiObjects() {
 } // namespace
 
 ProcessUsage ProcessUsage::now() {
+    ProcessUsage usage = of(GetCurrentProcessId());
+    usage.gdiObjects = countGdiObjects();
+    return usage;
+}
+
+ProcessUsage ProcessUsage::of(DWORD processId) {
     ProcessUsage usage;
     // GetProcessHandleCount is no help: Wine's always says 0.
     std::vector<std::byte> list(1U << 20);
     NtQuerySystemInformation(SystemProcessInformation, list.data(), static_cast<ULONG>(list.size()), nullptr);
-    const auto self = static_cast<ULONG_PTR>(GetCurrentProcessId());
     for (std::size_t place = 0;;) {
         const auto* process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(&list[place]);
-        if (reinterpret_cast<ULONG_PTR>(process->UniqueProcessId) == self)
+        if (reinterpret_cast<ULONG_PTR>(process->UniqueProcessId) == processId) {
             usage.handles = process->HandleCount;
+            usage.threads = process->NumberOfThreads;
+        }
         if (process->NextEntryOffset == 0)
             break;
         place += process->NextEntryOffset;
     }
-    usage.gdiObjects = countGdiObjects();
+    const Handle process(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId));
     PROCESS_MEMORY_COUNTERS counters{};
-    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    GetProcessMemoryInfo(process.get(), &counters, sizeof counters);
     usage.memory = counters.PagefileUsage;
     return usage;
 }

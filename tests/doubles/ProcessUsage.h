@@ -6,13 +6,16 @@
 
 namespace solvane {
 
-/// What this process holds of the system, to find what a test leaves behind.
+/// What a process holds of the system, to find what a test leaves behind.
 struct ProcessUsage {
     DWORD handles = 0;
-    DWORD gdiObjects = 0;   ///< fonts, brushes, bitmaps
+    DWORD threads = 0;
+    DWORD gdiObjects = 0;   ///< fonts, brushes, bitmaps; of this process only
     std::size_t memory = 0; ///< bytes of its own
 
     static ProcessUsage now();
+    /// All 0 where there is no such process.
+    static ProcessUsage of(DWORD processId);
 };
 
 } // namespace solvane

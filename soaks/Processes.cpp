@@ -1,0 +1,109 @@
+#include "Processes.h"
+
+#include "com/Text.h"
+
+#include <tlhelp32.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace solvane::soak {
+
+namespace {
+
+constexpr wchar_t markVariable[] = L"SOLVANE_SOAK";
+constexpr wchar_t serverProgram[] = L"OctaveAutomationServer.exe";
+constexpr DWORD endPatience = 10000;
+
+std::string linuxFile(const std::string& path) {
+    std::ifstream file("Z:" + path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string placeOf(unsigned process) {
+    return "/proc/" + std::to_string(process);
+}
+
+Handle start(std::wstring program, std::wstring line) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                        &process))
+        return {};
+    const Handle thread(process.hThread);
+    return Handle(process.hProcess);
+}
+
+} // namespace
+
+void markDescendants(const std::wstring& mark) {
+    SetEnvironmentVariableW(markVariable, mark.c_str());
+}
+
+std::vector<DWORD> engineServersOf(DWORD client) {
+    std::vector<DWORD> servers;
+    const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
+         more = Process32NextW(snapshot.get(), &entry))
+        if (entry.th32ParentProcessID == client && compareNoCase(entry.szExeFile, serverProgram) == 0)
+            servers.push_back(entry.th32ProcessID);
+    return servers;
+}
+
+std::vector<unsigned> octavesWith(const std::wstring& mark) {
+    const std::string variable = narrow(markVariable) + "=" + narrow(mark);
+    std::vector<unsigned> octaves;
+    std::error_code gone;
+    for (const auto& entry : std::filesystem::directory_iterator("Z:/proc", gone)) {
+        const std::string name = entry.path().filename().string();
+        if (name.find_first_not_of("0123456789") != std::string::npos)
+            continue;
+        const auto process = static_cast<unsigned>(std::stoul(name));
+        if (linuxFile(placeOf(process) + "/cmdline").find("octave") == std::string::npos)
+            continue;
+        // Variables end in NUL, so that a mark is not taken for the beginning of a longer one.
+        const std::string environment = '\0' + linuxFile(placeOf(process) + "/environ");
+        if (environment.find('\0' + variable + '\0') != std::string::npos)
+            octaves.push_back(process);
+    }
+    return octaves;
+}
+
+void killProcess(DWORD process) {
+    const Handle victim(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, process));
+    TerminateProcess(victim.get(), 1);
+    WaitForSingleObject(victim.get(), endPatience);
+}
+
+void killOctave(unsigned process) {
+    // Wine can't end a Linux program, but start one that does.
+    start(L"Z:\\bin\\sh", L"sh -c \"kill -9 " + std::to_wstring(process) + L"\"");
+    for (DWORD waited = 0; waited < endPatience && !linuxFile(placeOf(process) + "/cmdline").empty();
+         ++waited)
+        Sleep(1);
+}
+
+double memoryOf(unsigned octave) {
+    // Of the numbers of pages, the sixth tells data and stack.
+    constexpr double page = 4096;
+    double pages = 0;
+    std::ifstream numbers("Z:" + placeOf(octave) + "/statm");
+    for (int i = 0; i < 6; ++i)
+        numbers >> pages;
+    return pages * page;
+}
+
+Handle startSelf(const std::vector<std::wstring>& arguments) {
+    std::wstring program(1024, L'\0');
+    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    std::wstring line = L"\"" + program + L"\"";
+    for (const std::wstring& argument : arguments) // none ends in a backslash
+        line += L" \"" + argument + L"\"";
+    return start(program, line);
+}
+
+} // namespace solvane::soak

@@ -1,0 +1,29 @@
+/// The processes that a soak starts itself. Nothing else is looked for, or ended.
+#pragma once
+
+#include "com/Handle.h"
+
+#include <string>
+#include <vector>
+
+namespace solvane::soak {
+
+/// Marks this process's descendants from now on: a variable of their environment, which Octave gets too.
+void markDescendants(const std::wstring& mark);
+
+/// The automation servers that this process started. On Wine COM starts them as the client's children.
+std::vector<DWORD> engineServersOf(DWORD client);
+/// The Octave processes with that mark, by their Linux ids.
+std::vector<unsigned> octavesWith(const std::wstring& mark);
+
+/// Ends a process at once, as a crash would, and waits for its end.
+void killProcess(DWORD process);
+void killOctave(unsigned process);
+
+/// How much memory a Linux process has of its own, in bytes.
+double memoryOf(unsigned octave);
+
+/// Starts this program with these arguments. Null where that fails.
+Handle startSelf(const std::vector<std::wstring>& arguments);
+
+} // namespace solvane::soak
