@@ -22,6 +22,28 @@ bool isOneOf(std::wstring_view word, const auto& words) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
+bool isFolder(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+/// Clients write "cd 'folder'" around a folder's name as it is, and O'Brien has a temporary folder too: the
+/// apostrophes of a single folder that exists are doubled, as Octave wants them.
+std::wstring withApostrophesDoubled(const std::wstring& command) {
+    const std::wstring_view word = firstWord(command);
+    const std::size_t begin = command.find(L'\'');
+    const std::size_t end = command.rfind(L'\'');
+    if (!(isOneOf(word, pathWords) || isOneOf(word, folderWords)) || begin == end)
+        return command;
+    const std::wstring folder = command.substr(begin + 1, end - begin - 1);
+    if (folder.find(L'\'') == std::wstring::npos || !isFolder(folder))
+        return command;
+    std::wstring doubled = command.substr(0, begin + 1);
+    for (const wchar_t c : folder)
+        doubled.append(c == L'\'' ? 2 : 1, c);
+    return doubled + command.substr(end);
+}
+
 } // namespace
 
 void OctaveSession::launch() {
@@ -38,7 +60,8 @@ HRESULT OctaveSession::start(std::wstring& error) {
     return SUCCEEDED(result) ? result : fail(result);
 }
 
-HRESULT OctaveSession::execute(const std::wstring& command, std::wstring& output, std::wstring& error) {
+HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, std::wstring& error) {
+    const std::wstring command = withApostrophesDoubled(given);
     const bool isFresh = !process_;
     const HRESULT started = start(error);
     if (FAILED(started))

@@ -14,10 +14,10 @@ inline StdioFile openFile(const std::string& path, const char* mode) {
     return {std::fopen(path.c_str(), mode), std::fclose};
 }
 
-/// Whether all that was written has reached the file; it is closed either way.
+/// Whether all that was written has reached the file, with the reason in errno; it is closed either way. Not
+/// every C library tells of a full disk when it closes a file.
 inline bool closeWritten(StdioFile file) {
-    const bool isWritten = std::ferror(file.get()) == 0;
-    return std::fclose(file.release()) == 0 && isWritten;
+    return std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0 && std::fclose(file.release()) == 0;
 }
 
 } // namespace solvane

@@ -28,10 +28,8 @@ bool calculate(CSolvaneUnitOp& unit, std::wstring& error) {
     if (!initScript)
         return false;
     const CalculationLock calculationLock;
-    if (!readCompoundsAndPhases(run, error))
+    if (!readCompoundsAndPhases(run, error) || !finishInitScript(std::move(initScript), run, error))
         return false;
-    writeCompoundsAndPhases(initScript.get(), run);
-    initScript.reset();
     return runScript(run, error) && judge(unit, error);
 }
 

@@ -18,12 +18,22 @@ constexpr char unitScriptHeader[] = "function unitCalc\n"
                                     "AGGSTATE_UNKNOWN AGGSTATE_VAPOR AGGSTATE_LIQUID AGGSTATE_SOLID\n";
 static_assert(std::ranges::count(unitScriptHeader, '\n') == unitScriptHeaderLines);
 
-/// Null on failure, with `failure` and the system's text in `error`.
+constexpr char runScriptWriting[] = "Failed to open run script for writing: ";
+constexpr char runScriptReading[] = "Failed to open run script for reading: ";
+constexpr char initScriptWriting[] = "Failed to open initialization file for writing: ";
+
+/// `failure` and the system's text for errno.
+bool fail(std::wstring& error, const char* failure) {
+    error = widen(std::string(failure) + std::strerror(errno));
+    return false;
+}
+
+/// Null on failure.
 StdioFile openScript(const CSolvaneUnitOp& unit, const char* fileName, const char* mode, const char* failure,
                      std::wstring& error) {
     StdioFile file = openFile(unit.workingFolder + fileName, mode);
     if (!file)
-        error = widen(std::string(failure) + std::strerror(errno));
+        fail(error, failure);
     return file;
 }
 
@@ -38,31 +48,32 @@ void writeNames(std::FILE* file, const std::vector<std::string>& names) {
 } // namespace
 
 bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
-    const StdioFile target =
-        openScript(unit, "unitCalc.m", "w", "Failed to open run script for writing: ", error);
+    StdioFile target = openScript(unit, "unitCalc.m", "w", runScriptWriting, error);
     if (!target)
         return false;
-    const StdioFile source =
-        openScript(unit, "calc.m", "r", "Failed to open run script for reading: ", error);
+    const StdioFile source = openScript(unit, "calc.m", "r", runScriptReading, error);
     if (!source)
         return false;
     std::fputs(unitScriptHeader, target.get());
     std::array<char, 1024> block;
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), source.get()))
         std::fwrite(block.data(), 1, count, target.get());
-    return true;
+    if (std::ferror(source.get()))
+        return fail(error, runScriptReading);
+    // Half a script may well run, and give other numbers.
+    return closeWritten(std::move(target)) || fail(error, runScriptWriting);
 }
 
 StdioFile openInitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
-    StdioFile file =
-        openScript(unit, "initRun.m", "w", "Failed to open initialization file for writing: ", error);
+    StdioFile file = openScript(unit, "initRun.m", "w", initScriptWriting, error);
     if (file)
         std::fprintf(file.get(), "setEchoOnValue=%i;\nunit_ID='%s';\n", static_cast<int>(unit.echoLevel),
                      unit.unitId.c_str());
     return file;
 }
 
-void writeCompoundsAndPhases(std::FILE* initScript, const CalculationRun& run) {
+bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& error) {
+    std::FILE* initScript = file.get();
     std::vector<std::string> compounds;
     for (const std::wstring& compound : run.compoundIds.texts())
         compounds.push_back(narrow(compound));
@@ -77,6 +88,7 @@ void writeCompoundsAndPhases(std::FILE* initScript, const CalculationRun& run) {
         separator = ",";
     }
     std::fputs("];\n", initScript);
+    return closeWritten(std::move(file)) || fail(error, initScriptWriting);
 }
 
 } // namespace solvane

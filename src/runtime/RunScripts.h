@@ -17,7 +17,7 @@ bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error);
 /// Opens initRun.m and writes what does not depend on a material. Null on failure.
 StdioFile openInitScript(const CSolvaneUnitOp& unit, std::wstring& error);
 
-/// Writes the run's compounds and phases. No quote in a name is escaped.
-void writeCompoundsAndPhases(std::FILE* initScript, const CalculationRun& run);
+/// Writes the run's compounds and phases and closes the file. No quote in a name is escaped.
+bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& error);
 
 } // namespace solvane
