@@ -86,13 +86,22 @@ void addRegister(CLI::App& app, bool& unregister, ExitCode& result) {
     command->final_callback([&] { result = registerCommand(unregister); });
 }
 
+void addDoctor(CLI::App& app, ExitCode& result) {
+    auto* command = app.add_subcommand("doctor", "Look step by step at what the unit needs on this machine");
+    command->footer(
+        "Looks at the unit's registration and files, the type libraries, the temporary folder, and at "
+        "Matlab or what stands for it; starts it, starts the unit and runs a script of one line. What "
+        "is wrong comes with what to do about it. Takes as long as Matlab takes to start, twice.");
+    command->final_callback([&] { result = doctorCommand(); });
+}
+
 ExitCode runProgram() {
     CLI::App app("Runs CAPE-OPEN unit operations in a small flowsheet.", "SolvaneHost");
     app.require_subcommand(1);
     app.allow_windows_style_options(false); // a case may be an absolute Unix path
     app.set_version_flag("--version", std::string("SolvaneHost " SOLVANE_VERSION));
-    app.footer("Exit codes: 0 success, 1 the calculation or the unit's window failed, 2 a bad command line, "
-               "case or model file.");
+    app.footer("Exit codes: 0 success, 1 the calculation or the unit's window failed or the doctor found "
+               "something wrong, 2 a bad command line, case or model file.");
 
     ExitCode result = ok;
     RunOptions run;
@@ -108,6 +117,7 @@ ExitCode runProgram() {
     addShow(app, show, result);
     addEdit(app, edit, boxes, result);
     addRegister(app, unregister, result);
+    addDoctor(app, result);
     app.add_subcommand("help-case", "Print the format of case files")->final_callback([] {
         print(stdout, caseFormatText());
     });

@@ -20,9 +20,11 @@ bytes = CapeOpenUnitMex('reportBytes', content);
 if file < 0
     error(['setReport: report.txt cannot be written: ' reason]);
 end
-written = fwrite(file, bytes, 'uint8');
+fwrite(file, bytes, 'uint8');
 fclose(file);
-if written ~= length(bytes)
+% A full disk shows in the size alone.
+written = dir('report.txt');
+if written.bytes ~= length(bytes)
     error('setReport: report.txt cannot be written');
 end
 CapeOpenUnitMex('setReport', name);

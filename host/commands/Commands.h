@@ -43,4 +43,7 @@ ExitCode editCommand(const EditOptions& options);
 
 ExitCode registerCommand(bool unregister);
 
+/// Prints step by step what is right and wrong with this machine, and what to do.
+ExitCode doctorCommand();
+
 } // namespace solvane::host

@@ -81,6 +81,15 @@ TEST_F(Execute, takesWindowsPathsInCommandsAndScripts) {
     EXPECT_EQ(octave.execute(L"answer"), L"ans = 42\n") << "found on the path";
     EXPECT_EQ(octave.execute(L"rmpath(other); disp(exist('answer'))"), L"0\n");
 
+    // A folder's name in apostrophes as it is, and what only looks like that.
+    const std::wstring names = here.path() + L"\\O'Brien''s'";
+    std::filesystem::create_directory(names);
+    for (const std::wstring& command : {L"addpath '" + names + L"'", L"cd '" + names + L"\\'"})
+        EXPECT_EQ(octave.execute(command), L"");
+    EXPECT_EQ(octave.execute(L"disp(pwd()(end-10:end)), disp(any(strfind(path(), pwd())))"),
+              L"O'Brien''s'\n1\n");
+    EXPECT_EQ(octave.execute(L"cd '..'; disp('left')"), L"left\n");
+
     for (const wchar_t* missing : {L"cd 'C:\\no such folder'", L"addpath 'C:\\no such folder'", L"cd 'J:\\'"})
         EXPECT_NE(octave.execute(missing), L"") << missing;
 }

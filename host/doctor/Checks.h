@@ -1,0 +1,45 @@
+/// What a machine needs to run the unit, looked at step by step.
+#pragma once
+
+#include "com/ComRef.h"
+#include "flowsheet/UnitSession.h"
+
+#include <filesystem>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace solvane::host {
+
+/// What the steps find, for those behind them. A step may read what the steps that it needs have set.
+struct Machine {
+    CLSID unitClass{};
+    std::filesystem::path unitFolder{};
+    std::wstring temporaryFolder{}; ///< as the unit reads it, with a trailing backslash
+    CLSID engineClass{};
+    std::filesystem::path engineProgram{};
+    ComRef<IDispatch> engine{};
+    bool isOctave = false;
+    UnitCase unitCase{};
+    std::unique_ptr<UnitSession> session{};
+};
+
+/// What a step saw. Texts are UTF-8.
+struct Finding {
+    std::string text;
+    std::string remedy; ///< what to do; empty where all is right
+
+    bool isRight() const { return remedy.empty(); }
+};
+
+struct Check {
+    const char* name;
+    Finding (*look)(Machine& machine);
+    std::vector<const char*> needs; ///< names of steps before this one, without which it cannot be looked at
+};
+
+/// In the order in which they are looked at.
+std::span<const Check> checks();
+
+} // namespace solvane::host

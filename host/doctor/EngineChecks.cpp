@@ -1,0 +1,117 @@
+#include "Steps.h"
+
+#include "../../engine/OctaveProgram.h"
+#include "capeopen/CapeError.h"
+#include "cases/FilePath.h"
+#include "com/Registry.h"
+#include "com/Text.h"
+#include "runtime/AutomationCall.h"
+
+#include <objbase.h>
+
+namespace solvane::host {
+
+namespace {
+
+constexpr wchar_t octaveServer[] = L"OctaveAutomationServer.exe";
+
+constexpr char registerEngine[] =
+    "With Matlab: start it as administrator by \"matlab /regserver\". Without: install GNU Octave, and run "
+    "\"OctaveAutomationServer /RegServer\" in the unit's folder, from a prompt that runs as administrator.";
+
+/// The program's path without quotes and options.
+std::filesystem::path programOf(const std::wstring& command) {
+    if (command.starts_with(L'"'))
+        return command.substr(1, command.find(L'"', 1) - 1);
+    constexpr std::wstring_view ending = L".exe";
+    const std::size_t end = toLower(command).find(ending);
+    return end == std::wstring::npos ? command : command.substr(0, end + ending.size());
+}
+
+std::filesystem::path registeredProgram(const std::wstring& classId) {
+    for (const wchar_t* server : {L"\\LocalServer32", L"\\InprocServer32"})
+        if (const auto command = readRegistryString(HKEY_CLASSES_ROOT, L"CLSID\\" + classId + server, L""))
+            return programOf(*command);
+    return {};
+}
+
+bool isOctaveServer(const std::filesystem::path& program) {
+    return compareNoCase(program.filename().wstring(), octaveServer) == 0;
+}
+
+Finding engineFault(const Machine& machine, HRESULT created) {
+    const std::string text = "It does not start: ";
+    const std::string system = narrow(FormatHresultText(created), CP_UTF8);
+    if (!isOctaveServer(machine.engineProgram))
+        return {text + system,
+                std::string("Start Matlab by hand and look at its licence. ") + registerEngine};
+    engine::OctaveProgram program;
+    std::wstring error;
+    if (!engine::OctaveProgram::find(program, error))
+        return {text + narrow(error, CP_UTF8),
+                "Install GNU Octave, or set the path of octave-cli: the help book's "
+                "page \"Matlab and Octave\" tells where."};
+    return {text + system, std::string("Start octave-cli by hand. ") + filesAgain};
+}
+
+/// What a command prints, without the end of its line.
+bool ask(const Machine& machine, const wchar_t* command, std::string& answer) {
+    std::wstring output;
+    const bool isExecuted = executeCommand(machine.engine.get(), command, output);
+    answer = narrow(output.substr(0, output.find_last_not_of(L"\r\n") + 1), CP_UTF8);
+    return isExecuted;
+}
+
+} // namespace
+
+Finding lookAtEngineClass(Machine& machine) {
+    const auto classId = readRegistryString(HKEY_CLASSES_ROOT, L"Matlab.Application\\CLSID", L"");
+    const auto version = readRegistryString(HKEY_CLASSES_ROOT, L"Matlab.Application\\CurVer", L"");
+    if (!classId && !version)
+        return {"No Matlab.Application is registered", registerEngine};
+    if (!classId || !version || FAILED(CLSIDFromString(classId->c_str(), &machine.engineClass)))
+        return {std::string("Matlab.Application is registered by halves: its key ") +
+                    (version ? "CLSID" : "CurVer") + " is missing or damaged",
+                registerEngine};
+    machine.engineProgram = registeredProgram(*classId);
+    if (machine.engineProgram.empty())
+        return {"Matlab.Application leads to the class " + narrow(*classId) + ", which is not registered",
+                registerEngine};
+    std::error_code fault;
+    if (!std::filesystem::exists(machine.engineProgram, fault))
+        return {"Matlab.Application leads to " + pathText(machine.engineProgram) + ", which is not there",
+                registerEngine};
+    return {narrow(*version, CP_UTF8) + ", " + pathText(machine.engineProgram), {}};
+}
+
+Finding startEngine(Machine& machine) {
+    const HRESULT created =
+        CoCreateInstance(machine.engineClass, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
+                         IID_IDispatch, machine.engine.putVoid());
+    if (FAILED(created))
+        return engineFault(machine, created);
+    std::string octave, version;
+    if (!ask(machine, L"disp(exist('OCTAVE_VERSION'))", octave) || !ask(machine, L"disp(version)", version))
+        return {"It starts, but takes no commands: " + version, "Start it by hand and look at what it says."};
+    machine.isOctave = octave != "0";
+    return {(machine.isOctave ? "GNU Octave " : "Matlab ") + version + " answers", {}};
+}
+
+Finding lookAtEnginePath(Machine& machine) {
+    // As the unit does: what is printed is a complaint.
+    for (const std::wstring& folder : {machine.unitFolder.wstring(), machine.temporaryFolder}) {
+        std::string answer;
+        if (!ask(machine, (L"addpath '" + folder + L"'").c_str(), answer) || !answer.empty())
+            return {"It cannot reach " + pathText(folder) + ": " + answer,
+                    folder.find(L'\'') == std::wstring::npos
+                        ? "Look at the access rights of that folder and of those above it."
+                        : "Matlab takes no folder with an apostrophe in its name. Let the environment "
+                          "variables TMP "
+                          "and TEMP name another folder, or put the unit's files into another one and "
+                          "register it "
+                          "there."};
+    }
+    return {"It reaches the unit's folder and the temporary folder", {}};
+}
+
+} // namespace solvane::host
