@@ -12,6 +12,14 @@ ExitCode complain(ExitCode code, const std::string& error) {
     return code;
 }
 
+ExitCode complain(Fault fault, const std::string& error) {
+    if (fault != Fault::machine)
+        return complain(fault == Fault::model ? badUsage : calculationFailed, error);
+    return complain(calculationFailed,
+                    error + "\n\"SolvaneHost doctor\" tells what is wrong with this machine, and "
+                            "what to do.");
+}
+
 void printUnitLine(std::string_view unit, std::string_view line) {
     print(stderr, "[" + std::string(unit) + "] " + std::string(line) + "\n");
 }

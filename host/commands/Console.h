@@ -1,6 +1,8 @@
 /// What all commands print alike.
 #pragma once
 
+#include "flowsheet/Fault.h"
+
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -14,6 +16,9 @@ void print(std::FILE* stream, std::string_view text);
 
 /// Prints an error; the result is `code`.
 ExitCode complain(ExitCode code, const std::string& error);
+
+/// With the exit code for that fault, and for the machine's with where to look further.
+ExitCode complain(Fault fault, const std::string& error);
 
 /// Prints a line that a unit has to say.
 void printUnitLine(std::string_view unit, std::string_view line);

@@ -112,7 +112,7 @@ ExitCode editCommand(const EditOptions& options) {
         return complain(calculationFailed, "there is no screen to show the unit's window on");
     UnitSession session(model.unit, model.profile);
     if (!session.start([&](std::string_view line) { printUnitLine(model.unit.name, line); }, error))
-        return complain(session.refusesModel() ? badUsage : calculationFailed, error);
+        return complain(session.fault(), error);
     return edit(session.unit(), model);
 }
 

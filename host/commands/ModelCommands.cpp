@@ -31,7 +31,9 @@ ExitCode saveCommand(const SaveOptions& options) {
     if (std::holds_alternative<std::monostate>(unit.model))
         return refuse("the case has no \"model\" to save");
     UnitSession session(unit, profiles.front());
-    if (!start(session, unit, error) || !saveModelFile(session.unit(), bytes, error))
+    if (!start(session, unit, error))
+        return complain(session.fault(), options.casePath + ": the model cannot be saved: " + error);
+    if (!saveModelFile(session.unit(), bytes, error))
         return refuse("the model cannot be saved: " + error);
     if (!writeFile(filePath(options.modelPath), bytes, error))
         return complain(badUsage, error);
@@ -47,7 +49,9 @@ ExitCode showCommand(const ShowOptions& options) {
         return complain(badUsage, error);
     ModelDescription description;
     UnitSession session(unit, profiles.front());
-    if (!start(session, unit, error) || !describeModel(session.unit(), description, error))
+    if (!start(session, unit, error))
+        return complain(session.fault(), error);
+    if (!describeModel(session.unit(), description, error))
         return complain(badUsage, error);
     print(stdout, options.json ? modelJson(description) : modelText(description));
     return ok;

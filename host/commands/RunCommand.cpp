@@ -53,9 +53,12 @@ ExitCode runCommand(const RunOptions& options) {
     if (!runCase(flowsheet, printUnitLine, results, error)) {
         if (!results.units.empty())
             for (const ReportResult& report : results.units.back().reports)
-                if (report.name == outputReport)
+                if (report.name == outputReport) {
                     printReport(stderr, report);
-        return complain(results.isModelRefused ? badUsage : calculationFailed, error);
+                    if (report.text.find(outputEnd) == std::string::npos)
+                        results.fault = Fault::machine;
+                }
+        return complain(results.fault, error);
     }
     printResults(results, options.verbose);
     if (!options.jsonPath.empty() && !writeFile(filePath(options.jsonPath), resultsJson(results), error))

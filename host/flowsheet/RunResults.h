@@ -1,6 +1,7 @@
 /// What a run of a case gave. Texts are UTF-8, quantities SI.
 #pragma once
 
+#include "Fault.h"
 #include "cases/CaseModel.h"
 
 #include <string>
@@ -36,7 +37,7 @@ struct RunResults {
     std::vector<StreamResult> streams; ///< the case's feeds, then each unit's products
     std::vector<UnitResult> units;     ///< as far as the calculation came
     bool isFlowsheet = false;          ///< the case lists its units
-    bool isModelRefused = false; ///< the run failed since a unit refuses its model or a value of a parameter
+    Fault fault = Fault::calculation;  ///< of a failed run
 };
 
 } // namespace solvane::host

@@ -30,6 +30,8 @@ bool calculate(ICapeUnit* unit, std::string& error);
 
 /// The report that our own unit has beside the script's: what Matlab printed.
 inline constexpr char outputReport[] = "Matlab Output";
+/// It stands there once the script has ended, be it by an error of its own.
+inline constexpr char outputEnd[] = "MATLAB done";
 
 /// A unit without reports has none.
 bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::string& error);

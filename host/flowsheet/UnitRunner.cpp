@@ -46,7 +46,7 @@ public:
             const LogSink sink = [&log, &unit](std::string_view line) { log(unit.name, line); };
             sessions_.push_back(std::make_unique<UnitSession>(unit, case_.profile));
             if (!sessions_.back()->start(sink, error)) {
-                results_.isModelRefused = sessions_.back()->refusesModel();
+                results_.fault = sessions_.back()->fault();
                 return failed(unit, error);
             }
         }

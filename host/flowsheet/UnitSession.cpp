@@ -40,13 +40,15 @@ UnitSession::~UnitSession() {
 }
 
 bool UnitSession::start(const LogSink& log, std::string& error) {
+    // Of other units nothing is known.
+    fault_ = case_.progId == UnitCase().progId ? Fault::machine : Fault::calculation;
     if (!create(error))
         return false;
     for (const StartupStep step : profile_.startup)
         if (!doStep(step, log, error))
             return false;
-    refusesModel_ = !setParameters(unit_.get(), case_.parameters, error);
-    return !refusesModel_;
+    fault_ = Fault::model;
+    return setParameters(unit_.get(), case_.parameters, error);
 }
 
 bool UnitSession::create(std::string& error) {
@@ -80,8 +82,10 @@ bool UnitSession::doStep(StartupStep step, const LogSink& log, std::string& erro
     case StartupStep::context:
         return giveContext(log, error);
     case StartupStep::load:
-        refusesModel_ = !loadModel(error);
-        return !refusesModel_;
+        if (loadModel(error))
+            return true;
+        fault_ = Fault::model;
+        return false;
     case StartupStep::initialize:
         return checked("Initialize", utilities_->Initialize(), error);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CapeOpen.h"
+#include "Fault.h"
 #include "SimulationContext.h"
 #include "cases/CaseModel.h"
 
@@ -20,8 +21,8 @@ public:
     /// the host's or the unit's text.
     bool start(const LogSink& log, std::string& error);
 
-    /// Whether `start` failed since the unit refuses its model or a value of a parameter.
-    bool refusesModel() const { return refusesModel_; }
+    /// Of a failed `start`.
+    Fault fault() const { return fault_; }
 
     ICapeUnit* unit() const { return unit_.get(); }
 
@@ -36,7 +37,7 @@ private:
     const Profile& profile_;
     ComRef<ICapeUnit> unit_;
     ComRef<ICapeUtilities> utilities_;
-    bool refusesModel_ = false;
+    Fault fault_ = Fault::calculation;
 };
 
 } // namespace solvane::host
