@@ -1,6 +1,7 @@
 #include "Edit.h"
 
 #include "EditDlg.h"
+#include "TabKeys.h"
 #include "WindowContext.h"
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/HostWindow.h"
@@ -9,6 +10,7 @@ namespace solvane {
 
 HRESULT editUnit(CSolvaneUnitOp& unit) {
     const WindowContext context;
+    const TabKeys keys;
     CEditDlg(unit).runModal(FindHostWindow());
     return unit.modelEdited ? S_OK : S_FALSE;
 }

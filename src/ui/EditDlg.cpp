@@ -1,6 +1,7 @@
 #include "EditDlg.h"
 
 #include "AboutDlg.h"
+#include "Dpi.h"
 #include "FileDialog.h"
 #include "FilesDlg.h"
 #include "HelpFile.h"
@@ -63,6 +64,7 @@ void CEditDlg::onInit() {
     RECT start{};
     GetWindowRect(window(), &start);
     smallest_ = {start.right - start.left, start.bottom - start.top};
+    dpi_ = dpiOf(window());
 
     const HWND tabControl = control(IDC_EDIT_TABS);
     for (const TabRow& row : tabRows) {
@@ -74,13 +76,13 @@ void CEditDlg::onInit() {
         TabCtrl_InsertItem(tabControl, static_cast<int>(tabs_.size()) - 1, &item);
     }
     TabCtrl_SetCurSel(tabControl, lastTab);
+    showSelectedTab();
     if (lastPlace.right != 0)
         MoveWindow(window(), lastPlace.left, lastPlace.top, lastPlace.right - lastPlace.left,
                    lastPlace.bottom - lastPlace.top, FALSE);
     RECT area{};
     GetClientRect(window(), &area);
     onSize(area.right, area.bottom);
-    showSelectedTab();
 }
 
 void CEditDlg::showSelectedTab() const {
@@ -172,11 +174,15 @@ void CEditDlg::onSize(int width, int height) {
         pages.move(tab->window(), {area.left, area.top, area.right - area.left, area.bottom - area.top});
 }
 
-std::optional<INT_PTR> CEditDlg::onMessage(UINT message, WPARAM, LPARAM lParam) {
-    if (message != WM_GETMINMAXINFO)
-        return std::nullopt;
-    reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest_.cx, smallest_.cy};
-    return 0;
+std::optional<INT_PTR> CEditDlg::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_GETMINMAXINFO)
+        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest_.cx, smallest_.cy};
+    if (message == WM_DPICHANGED) { // the window has come to another screen
+        const int dpi = LOWORD(wParam);
+        smallest_ = {MulDiv(smallest_.cx, dpi, dpi_), MulDiv(smallest_.cy, dpi, dpi_)};
+        dpi_ = dpi;
+    }
+    return std::nullopt;
 }
 
 /// The last chance of a page to find what was changed.

@@ -34,6 +34,7 @@ private:
     CSolvaneUnitOp& unit_;
     std::vector<std::unique_ptr<Tab>> tabs_;
     SIZE smallest_{}; ///< of the window
+    int dpi_ = 0;     ///< by which it is measured
 };
 
 } // namespace solvane

@@ -95,6 +95,7 @@ void CMatlabDlg::RefreshFromModel() {
         return;
     loadScript();
     editOut_.setText(unit_.outputText);
+    showPlace();
 }
 
 void CMatlabDlg::onCommand(int id, int notification) {

@@ -149,14 +149,18 @@ void CParameterDlg::rename() {
 void CParameterDlg::onSize(int width, int height) {
     const auto [left, top, buttonWidth, buttonHeight] = boxOf(control(IDC_PARAMETER_ADD));
     const int buttonTop = height - layoutMargin - buttonHeight;
-    Layout layout;
-    layout.move(list_.window(),
-                {layoutMargin, layoutMargin, width - 2 * layoutMargin, buttonTop - 2 * layoutMargin});
-    int place = layoutMargin;
-    for (const int id : {IDC_PARAMETER_ADD, IDC_PARAMETER_REMOVE, IDC_PARAMETER_EDIT, IDC_PARAMETER_RENAME}) {
-        layout.move(control(id), {place, buttonTop, buttonWidth, buttonHeight});
-        place += buttonWidth;
+    {
+        Layout layout;
+        layout.move(list_.window(),
+                    {layoutMargin, layoutMargin, width - 2 * layoutMargin, buttonTop - 2 * layoutMargin});
+        int place = layoutMargin;
+        for (const int id :
+             {IDC_PARAMETER_ADD, IDC_PARAMETER_REMOVE, IDC_PARAMETER_EDIT, IDC_PARAMETER_RENAME}) {
+            layout.move(control(id), {place, buttonTop, buttonWidth, buttonHeight});
+            place += buttonWidth;
+        }
     }
+    list_.fitColumns();
 }
 
 } // namespace solvane

@@ -20,7 +20,7 @@ void CReportDlg::onInit() {
     const HWND view = control(IDC_REPORT_TEXT);
     // A report may begin with what would mark a formatted text.
     SendMessageW(view, EM_SETTEXTMODE, TM_PLAINTEXT, 0);
-    SendMessageW(view, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), FALSE);
+    font_.giveTo(view);
     fill(0);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FixedFont.h"
 #include "Tab.h"
 
 namespace solvane {
@@ -23,6 +24,8 @@ private:
     void showSelected() const;
     void add();
     void remove();
+
+    FixedFont font_;
 };
 
 } // namespace solvane

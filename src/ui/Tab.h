@@ -14,6 +14,15 @@ protected:
     Tab(int templateId, CSolvaneUnitOp& unit, CEditDlg& mainWindow)
         : Dialog(templateId), unit_(unit), mainWindow_(mainWindow) {}
 
+    /// A view of a text asks its page for the control after it. Behind the page's last one come the main
+    /// window's.
+    std::optional<INT_PTR> onMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message != WM_NEXTDLGCTL || LOWORD(lParam) != 0)
+            return std::nullopt;
+        SendMessageW(GetAncestor(window(), GA_ROOT), message, wParam, lParam);
+        return TRUE;
+    }
+
     CSolvaneUnitOp& unit_;
     CEditDlg& mainWindow_;
 };

@@ -65,7 +65,7 @@ void TextView::create(HWND parent) {
         ask(EM_SETTEXTMODE, TM_PLAINTEXT | TM_MULTILEVELUNDO | TM_MULTICODEPAGE, 0);
     ask(EM_SETUNDOLIMIT, 1'000'000, 0); // as deep as the control can
     ask(EM_EXLIMITTEXT, 0, endOfText);
-    ask(WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), FALSE);
+    font_.giveTo(window_);
 }
 
 void TextView::destroy() {
@@ -217,11 +217,13 @@ bool TextView::takeKey(WPARAM key) {
 }
 
 /// The control is not asked: of one that finds itself in a dialog the tab key would be the dialog's. Nor does
-/// the dialog select all the text when the focus arrives. Text that can't be edited has no use for a tab.
+/// the dialog select all the text when the focus arrives. Text that can't be edited has no use for a tab;
+/// from the other one Shift+Tab leads away.
 LRESULT TextView::dialogCode(const MSG* message) const {
     constexpr LRESULT code = DLGC_WANTARROWS | DLGC_WANTCHARS;
     const bool isTab = message && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
-    return isTab && kind_ == Kind::readOnly ? code : code | DLGC_WANTALLKEYS;
+    const bool leadsOn = kind_ == Kind::readOnly || GetKeyState(VK_SHIFT) < 0;
+    return isTab && leadsOn ? code : code | DLGC_WANTALLKEYS;
 }
 
 LRESULT TextView::ask(UINT message, WPARAM wParam, LPARAM lParam) const {

@@ -1,6 +1,8 @@
 /// The text views of the Matlab page: rich edit controls in which one writes plain text.
 #pragma once
 
+#include "FixedFont.h"
+
 #include <windows.h>
 
 #include <richedit.h>
@@ -71,6 +73,7 @@ private:
     HWND parent_ = nullptr;
     HWND window_ = nullptr;
     WNDPROC formerProcedure_ = nullptr;
+    FixedFont font_;
     int depth_ = 0; ///< of messages within messages
     CHARRANGE selection_{};
     LONG caret_ = 0; ///< the end of the selection that moved last

@@ -265,13 +265,15 @@ void WindowDriver::key(WORD virtualKey) {
     settle();
 }
 
-void WindowDriver::withControl(const std::function<void()>& act) const {
+void WindowDriver::holding(const std::vector<int>& virtualKeys, const std::function<void()>& act) const {
     AttachThreadInput(GetCurrentThreadId(), thread_, TRUE);
     BYTE keys[256]{};
-    keys[VK_CONTROL] = 0x80;
+    for (const int key : virtualKeys)
+        keys[key] = 0x80;
     SetKeyboardState(keys);
     act();
-    keys[VK_CONTROL] = 0;
+    for (const int key : virtualKeys)
+        keys[key] = 0;
     SetKeyboardState(keys);
     AttachThreadInput(GetCurrentThreadId(), thread_, FALSE);
 }

@@ -57,8 +57,9 @@ public:
     void doubleClick(int list, int row);
     /// A key to what has the focus.
     void key(WORD virtualKey);
-    /// Acts while the Control key is held.
-    void withControl(const std::function<void()>& act) const;
+    /// Acts while keys are held, as VK_SHIFT.
+    void holding(const std::vector<int>& virtualKeys, const std::function<void()>& act) const;
+    void withControl(const std::function<void()>& act) const { holding({VK_CONTROL}, act); }
     /// Types into the label that is being edited in the list and ends with Enter, or with Escape.
     void endLabel(int list, const std::wstring& text, bool isAccepted = true);
     void resize(int width, int height);

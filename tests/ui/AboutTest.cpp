@@ -15,7 +15,6 @@ TEST_F(About, itTellsTheVersionsAndTheLicence) {
         for (const int field :
              {IDC_ABOUT_CODE, IDC_ABOUT_TYPE, IDC_ABOUT_VERSION, IDC_ABOUT_MATLAB, IDC_ABOUT_LICENCE})
             EXPECT_TRUE(GetWindowLongW(user.control(field), GWL_STYLE) & ES_READONLY) << field;
-        user.screenshot(L"about");
     });
     matlab.registration.removeCurrentVersion();
     edit(L"About", [](WindowDriver& user) { EXPECT_EQ(user.text(IDC_ABOUT_MATLAB), L"<not found>"); });

@@ -90,24 +90,5 @@ TEST_F(MainWindow, aStoppedUnitShowsNoWindow) {
               L"| Edit | ICapeUtilities");
 }
 
-TEST_F(MainWindow, nothingOverlapsAtItsSmallestAndItGrows) {
-    edit([](WindowDriver& user) {
-        user.resize(10, 10);
-        RECT smallest{}, close{}, help{};
-        GetWindowRect(user.here(), &smallest);
-        GetWindowRect(user.button(L"&Close"), &close);
-        GetWindowRect(user.button(L"&Help"), &help);
-        EXPECT_GT(close.left, help.right);
-        user.screenshot(L"main-smallest");
-        user.resize(1000, 800);
-        RECT large{};
-        GetWindowRect(user.here(), &large);
-        EXPECT_EQ(large.right - large.left, 1000);
-        GetWindowRect(user.button(L"&Close"), &close);
-        EXPECT_GT(close.top, smallest.bottom);
-        user.screenshot(L"main-large");
-    });
-}
-
 } // namespace
 } // namespace solvane

@@ -70,7 +70,6 @@ TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
             EXPECT_FALSE(user.isEnabled(button));
         user.press(L"&Add");
         EXPECT_EQ(user.entries(IDC_PARAMETER_TYPE), (Row{L"Real", L"Integer", L"Boolean", L"String"}));
-        user.screenshot(L"parameter-add");
         user.press(L"OK");
         EXPECT_EQ(user.answer(L"Add parameter:"), L"Please specify a name");
         user.press(L"Cancel");
@@ -89,12 +88,10 @@ TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
                   L"The specified name is already used for another parameter");
         user.await(L"Integer parameter \"\":");
         user.type(IDC_PARAMETER_VALUE, L"12abc");
-        user.screenshot(L"parameter-integer");
         user.press(L"OK");
         add(user, L"switch", L"Boolean");
         user.await(L"Boolean parameter \"switch\":");
         user.choose(IDC_PARAMETER_MODE, L"Output");
-        user.screenshot(L"parameter-boolean");
         user.press(L"OK");
         add(user, L"text", L"String");
         user.await(L"String parameter \"text\":");
@@ -105,9 +102,6 @@ TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
                         {L"switch", L"Boolean", L"Output", L"False", L"", L"", L"", L""},
                         {L"text", L"String", L"Input", L"", L"", L"", L"", L""}}));
         EXPECT_EQ(user.selectedRow(IDC_PARAMETER_LIST), 3);
-        user.screenshot(L"parameters");
-        user.resize(1000, 800);
-        user.screenshot(L"parameters-large");
     });
     EXPECT_EQ(edited, S_OK);
 }
@@ -169,7 +163,6 @@ TEST_F(ParameterTab, aRealParameterIsEdited) {
                   EXPECT_EQ(user.text(IDC_PARAMETER_VALUE), L"0.25");
                   EXPECT_EQ(user.text(IDC_PARAMETER_MINIMUM), L"0.1");
                   EXPECT_EQ(user.text(IDC_PARAMETER_UNIT), L"Unit of measure: m / s2");
-                  user.screenshot(L"parameter-real");
                   int field = IDC_PARAMETER_EXPONENT;
                   for (const wchar_t* label : {L"Meter:", L"Kilogram:", L"Second:", L"Ampere:", L"Kelvin:",
                                                L"Moles:", L"Candela:", L"Radians:"})
@@ -244,7 +237,6 @@ TEST_F(ParameterTab, anOptionParameterIsEdited) {
         EXPECT_EQ(user.entries(IDC_PARAMETER_OPTIONS), (Row{L"b", L"a", L"A"}));
         EXPECT_EQ(user.entries(IDC_PARAMETER_DEFAULT).size(), 3U);
         EXPECT_EQ(user.text(IDC_PARAMETER_VALUE), L"a");
-        user.screenshot(L"parameter-string");
         user.press(L"List of options is exclusive (value must be in list)");
         EXPECT_EQ(refused(user, {{IDC_PARAMETER_VALUE, L"B"}}),
                   L"Current value is not in the option list, and the list is exclusive");

@@ -63,8 +63,6 @@ TEST_F(Ports, aNewPortGetsTheFirstFreeNameAndIsNamedAtOnce) {
                        user.endLabel(IDC_PORT_PRODUCTS, L"", false);
                        EXPECT_EQ(user.rows(IDC_PORT_PRODUCTS),
                                  (Rows{{L"feed 2", L"1", L""}, {L"Product 1", L"2", L""}}));
-                       user.resize(900, 700);
-                       user.screenshot(L"ports-large");
                    }),
               S_OK);
     EXPECT_EQ(directions({L"Feed 3", L"Recycle", L"Product 1", L"given up"}), "iio-");

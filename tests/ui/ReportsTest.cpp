@@ -36,8 +36,6 @@ TEST_F(Reports, aNewOneWaitsForTheScriptAndARemovedOneIsGone) {
                                  L"script:\r\n\r\nsetReport('Fin's',reportContent);");
                        EXPECT_EQ(user.text(IDC_REPORT_LIST), L"Fin's");
                        EXPECT_EQ(user.text(IDC_REPORT_TEXT), L"Report not available...\r\n");
-                       user.resize(900, 700);
-                       user.screenshot(L"reports-large");
                        user.choose(IDC_REPORT_LIST, L"Balance");
                        user.press(L"&Remove");
                        EXPECT_EQ(user.answer(L"Remove report:", IDCANCEL), L"Remove report \"Balance\"?");
@@ -63,7 +61,6 @@ TEST_F(Reports, anEmptyOrAKnownNameMakesNone) {
                        }
                        add(user, L"");
                        EXPECT_EQ(user.title(), L"Add report:");
-                       user.screenshot(L"input");
                        user.key(VK_ESCAPE);
                        EXPECT_EQ(user.entries(IDC_REPORT_LIST), (Names{L"Matlab Output", L"Balance"}));
                        // Escape in the view too ends the whole window.

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <windows.h>
+
+namespace solvane {
+
+/// The font of scripts and reports: the system's fixed-pitch font, and where the screen asks for larger text,
+/// which that font does not follow, the same one in its size. Outlives the control that has it.
+class FixedFont {
+public:
+    FixedFont() = default;
+    FixedFont(const FixedFont&) = delete;
+    FixedFont& operator=(const FixedFont&) = delete;
+    ~FixedFont();
+
+    /// The size is that of the screen that the control is on.
+    void giveTo(HWND control);
+
+private:
+    HFONT scaled_ = nullptr;
+};
+
+} // namespace solvane

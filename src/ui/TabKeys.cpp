@@ -1,0 +1,62 @@
+#include "TabKeys.h"
+
+#include <commctrl.h>
+
+namespace solvane {
+
+namespace {
+
+bool isTabControl(HWND window) {
+    wchar_t name[32] = L"";
+    GetClassNameW(window, name, 32);
+    return lstrcmpW(name, WC_TABCONTROLW) == 0;
+}
+
+/// Null where there is none.
+HWND tabControlOf(HWND focus) {
+    const HWND dialog = GetAncestor(focus, GA_ROOT);
+    for (HWND around = focus; around != dialog; around = GetParent(around))
+        if (isTabControl(around))
+            return around;
+    return FindWindowExW(dialog, nullptr, WC_TABCONTROLW, nullptr);
+}
+
+void enterPage(HWND tabs) {
+    if (const HWND first = GetNextDlgTabItem(tabs, nullptr, FALSE))
+        SendMessageW(GetAncestor(tabs, GA_ROOT), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+}
+
+bool takeTabKey(HWND focus) {
+    const bool isBackwards = GetKeyState(VK_SHIFT) < 0;
+    if (GetKeyState(VK_CONTROL) >= 0) {
+        if (isBackwards || !isTabControl(focus))
+            return false;
+        enterPage(focus);
+        return true;
+    }
+    const HWND tabs = tabControlOf(focus);
+    const int count = tabs ? TabCtrl_GetItemCount(tabs) : 0;
+    if (count == 0)
+        return false;
+    TabCtrl_SetCurFocus(tabs, (TabCtrl_GetCurSel(tabs) + (isBackwards ? count - 1 : 1)) % count);
+    enterPage(tabs);
+    return true;
+}
+
+LRESULT CALLBACK filterMessage(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& message = *reinterpret_cast<const MSG*>(lParam);
+    if (code == MSGF_DIALOGBOX && message.message == WM_KEYDOWN && message.wParam == VK_TAB &&
+        takeTabKey(message.hwnd))
+        return TRUE;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+} // namespace
+
+TabKeys::TabKeys() : hook_(SetWindowsHookExW(WH_MSGFILTER, filterMessage, nullptr, GetCurrentThreadId())) {}
+
+TabKeys::~TabKeys() {
+    UnhookWindowsHookEx(hook_);
+}
+
+} // namespace solvane

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <windows.h>
+
+namespace solvane {
+
+/// For its lifetime, Ctrl+Tab and Ctrl+Shift+Tab lead to the next and the previous tab in the thread's
+/// dialogs: of the innermost tab control around the keyboard's focus, or of the dialog's own. From a tab
+/// itself the Tab key leads into its page. The dialogs' own keys know nothing of tabs.
+class TabKeys {
+public:
+    TabKeys();
+    ~TabKeys();
+    TabKeys(const TabKeys&) = delete;
+    TabKeys& operator=(const TabKeys&) = delete;
+
+private:
+    HHOOK hook_;
+};
+
+} // namespace solvane

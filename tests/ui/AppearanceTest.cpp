@@ -1,0 +1,253 @@
+// What the eye and the keyboard find: nothing is cut, nothing overlaps, and the Tab key leads through all.
+
+#include "UiTest.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+namespace solvane {
+namespace {
+
+using Ids = std::vector<int>;
+
+class Appearance : public UiTest {
+protected:
+    Appearance() {
+        ModelBag model;
+        model.script("F = getFeedProp(1, 'totalFlow');\n").reports({L"Balance"}).file("half.m", "1");
+        model.feeds({L"Feed", L"Recycle of solvent"}).products({L"Product"});
+        model.parameter(L"temperature", L"real", Variant(350.5))
+            .with(L"temperature", L"minimum", Variant(250.0));
+        model.with(L"temperature", L"dimensionality", VariantArray::of(std::vector<double>{0, 0, 0, 0, 1}));
+        model.parameter(L"stages", L"int", Variant(LONG{12})).parameter(L"adiabatic", L"bool", Variant(true));
+        model.parameter(L"solvent", L"string", Variant(std::wstring_view(L"water")));
+        model.with(L"solvent", L"options", VariantArray::of(std::vector<std::wstring>{L"water", L"toluene"}));
+        EXPECT_EQ(load(model), S_OK);
+    }
+
+    static std::wstring textOf(HWND control) {
+        wchar_t text[256] = L"";
+        GetWindowTextW(control, text, 256);
+        return text;
+    }
+    static std::wstring classOf(HWND control) {
+        wchar_t name[64] = L"";
+        GetClassNameW(control, name, 64);
+        return name;
+    }
+    static RECT placeOf(HWND control) {
+        RECT place{};
+        GetWindowRect(control, &place);
+        return place;
+    }
+    static LONG styleOf(HWND control) { return GetWindowLongW(control, GWL_STYLE); }
+    static bool isFrame(HWND control) {
+        return classOf(control) == L"Button" && (styleOf(control) & BS_TYPEMASK) == BS_GROUPBOX;
+    }
+
+    /// The room that the control's own text takes; none for a control whose text is the user's.
+    static SIZE textSize(HWND control) {
+        const std::wstring name = classOf(control);
+        if (name != L"Button" && name != L"Static")
+            return {};
+        const HDC device = GetDC(control);
+        const HGDIOBJ former =
+            SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+        RECT text{};
+        DrawTextW(device, textOf(control).c_str(), -1, &text, DT_CALCRECT | DT_SINGLELINE);
+        SelectObject(device, former);
+        ReleaseDC(control, device);
+        const bool hasMark = name == L"Button" && (styleOf(control) & BS_TYPEMASK) == BS_AUTOCHECKBOX;
+        return {text.right + (hasMark ? 2 * GetSystemMetrics(SM_CXEDGE) + text.bottom : 0), text.bottom};
+    }
+
+    /// What stands within a list, or in a drop-down list, is the system's.
+    static std::vector<HWND> shownIn(const WindowDriver& user) {
+        std::vector<HWND> shown;
+        EnumChildWindows(
+            user.here(),
+            [](HWND child, LPARAM list) -> BOOL {
+                const std::wstring parent = classOf(GetParent(child));
+                if (IsWindowVisible(child) && (parent == L"#32770" || parent == WC_TABCONTROLW) &&
+                    classOf(child) != UPDOWN_CLASSW)
+                    reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&shown));
+        return shown;
+    }
+
+    static void expectInPlace(const WindowDriver& user) {
+        const std::vector<HWND> shown = shownIn(user);
+        for (const HWND child : shown) {
+            SCOPED_TRACE(testing::Message() << GetDlgCtrlID(child));
+            const RECT place = placeOf(child);
+            const SIZE size{place.right - place.left, place.bottom - place.top};
+            const SIZE text = textSize(child);
+            EXPECT_LE(text.cx, size.cx) << "cut at its right";
+            EXPECT_LE(text.cy, size.cy) << "cut at its bottom";
+            const RECT window = placeOf(GetParent(child));
+            EXPECT_TRUE(place.left >= window.left && place.right <= window.right && place.top >= window.top &&
+                        place.bottom <= window.bottom)
+                << "leaves its window";
+            for (const HWND other : shown) {
+                if (other == child || GetParent(other) != GetParent(child) || isFrame(child) ||
+                    isFrame(other))
+                    continue;
+                RECT common{};
+                const RECT otherPlace = placeOf(other);
+                EXPECT_FALSE(IntersectRect(&common, &place, &otherPlace)) << GetDlgCtrlID(other);
+            }
+        }
+    }
+
+    /// Letters that two of the shown buttons share.
+    static std::wstring sharedLetters(const WindowDriver& user) {
+        std::wstring all, shared;
+        for (const HWND button : shownIn(user)) {
+            const std::wstring text = classOf(button) == L"Button" ? textOf(button) : L"";
+            const std::size_t mark = text.find(L'&');
+            if (mark == text.npos)
+                continue;
+            const wchar_t letter = static_cast<wchar_t>(towlower(text[mark + 1]));
+            (all.find(letter) == all.npos ? all : shared) += letter;
+        }
+        return shared;
+    }
+
+    /// What has the focus, one Tab after the other, until the first is there again.
+    static Ids walk(WindowDriver& user) {
+        Ids result;
+        const HWND first = user.focus();
+        do {
+            HWND control = user.focus();
+            if (classOf(GetParent(control)) == L"ComboBox") // the field within
+                control = GetParent(control);
+            result.push_back(GetDlgCtrlID(control));
+            user.key(VK_TAB);
+        } while (user.focus() != first && result.size() < 20);
+        return result;
+    }
+};
+
+TEST_F(Appearance, everyTabAtItsSmallestAndLarge) {
+    const struct {
+        const wchar_t* label;
+        const wchar_t* picture;
+        Ids order;
+        const wchar_t* sharedLetters = L"";
+    } tabs[] = {
+        {L"Ports",
+         L"ports",
+         {IDC_PORT_FEEDS, IDC_PORT_ADD_FEED, IDC_PORT_PRODUCTS, IDC_PORT_ADD_PRODUCT,
+          IDC_PORT_REMOVE_PRODUCT}},
+        {L"Parameters", L"parameters", {IDC_PARAMETER_LIST, IDC_PARAMETER_ADD}},
+        {L"Reports", L"reports", {IDC_REPORT_LIST, IDC_REPORT_TEXT, IDC_REPORT_ADD}},
+        {L"Additional files", L"files", {IDC_FILES_LIST, IDC_FILES_BROWSE, IDC_FILES_NEW}, L"r"},
+        {L"About",
+         L"about",
+         {IDC_ABOUT_CODE, IDC_ABOUT_TYPE, IDC_ABOUT_VERSION, IDC_ABOUT_MATLAB, IDC_ABOUT_LICENCE}},
+        {L"Matlab", L"matlab", {}},
+    };
+    edit([&](WindowDriver& user) {
+        RECT smallest{};
+        for (const auto& tab : tabs) {
+            SCOPED_TRACE(testing::Message() << "the tab " << tab.picture);
+            user.pickTab(tab.label);
+            user.resize(10, 10);
+            smallest = placeOf(user.here());
+            expectInPlace(user);
+            user.screenshot(tab.picture);
+            user.resize(smallest.right - smallest.left + 300, smallest.bottom - smallest.top + 200);
+            expectInPlace(user);
+            EXPECT_GT(placeOf(user.button(L"&Close")).top, smallest.bottom);
+            user.screenshot(std::wstring(tab.picture) + L"-large");
+            EXPECT_EQ(sharedLetters(user), tab.sharedLetters);
+            if (tab.order.empty())
+                continue;
+            if (tab.order.front() == IDC_PORT_FEEDS)
+                user.selectRow(IDC_PORT_PRODUCTS, 0);
+            Ids all = tab.order;
+            all.insert(all.end(), {IDC_EDIT_SAVE, IDC_EDIT_LOAD, IDC_EDIT_HELP, IDCANCEL});
+            focusOn(user.control(all.front()));
+            EXPECT_EQ(walk(user), all);
+        }
+        user.pickTab(L"Ports");
+    });
+}
+
+TEST_F(Appearance, everyDialog) {
+    const Ids numbers{IDC_PARAMETER_MODE, IDC_PARAMETER_VALUE, IDC_PARAMETER_DEFAULT, IDC_PARAMETER_MINIMUM,
+                      IDC_PARAMETER_MAXIMUM};
+    Ids real = numbers;
+    for (const int exponent : {0, 1, 2, 4, 5, 3, 6, 7}) // down the one column, then down the other
+        real.push_back(IDC_PARAMETER_EXPONENT + exponent);
+    real.push_back(IDC_PARAMETER_DIFFERENCE);
+    const struct {
+        int row;
+        const wchar_t* button;
+        const wchar_t* title;
+        const wchar_t* picture;
+        Ids order;
+    } dialogs[] = {
+        {-1, L"&Add", L"Add parameter:", L"parameter-add", {IDC_PARAMETER_NAME, IDC_PARAMETER_TYPE}},
+        {0, L"&Edit", L"Real parameter \"temperature\":", L"parameter-real", real},
+        {1, L"&Edit", L"Integer parameter \"stages\":", L"parameter-integer", numbers},
+        {2,
+         L"&Edit",
+         L"Boolean parameter \"adiabatic\":",
+         L"parameter-boolean",
+         {IDC_PARAMETER_MODE, IDC_PARAMETER_VALUE, IDC_PARAMETER_DEFAULT}},
+        {3,
+         L"&Edit",
+         L"String parameter \"solvent\":",
+         L"parameter-string",
+         {IDC_PARAMETER_MODE, IDC_PARAMETER_VALUE, IDC_PARAMETER_DEFAULT, IDC_PARAMETER_OPTIONS,
+          IDC_PARAMETER_OPTION_ADD, IDC_PARAMETER_EXCLUSIVE}},
+        {3, L"Re&name", L"Rename parameter:", L"input", {IDC_INPUT_TEXT}},
+    };
+    edit(L"Parameters", [&](WindowDriver& user) {
+        for (const auto& dialog : dialogs) {
+            SCOPED_TRACE(testing::Message() << "the dialog " << dialog.picture);
+            if (dialog.row >= 0)
+                user.selectRow(IDC_PARAMETER_LIST, dialog.row);
+            user.press(dialog.button);
+            user.await(dialog.title);
+            expectInPlace(user);
+            EXPECT_EQ(sharedLetters(user), L"");
+            user.screenshot(dialog.picture);
+            Ids all = dialog.order;
+            all.insert(all.end(), {IDOK, IDCANCEL});
+            EXPECT_EQ(walk(user), all);
+            user.key(VK_ESCAPE);
+        }
+    });
+}
+
+TEST_F(Appearance, tabsAreReachedWithTheKeyboard) {
+    edit([](WindowDriver& user) {
+        const auto tabKey = [&](const std::vector<int>& held) {
+            user.holding(held, [&] { user.key(VK_TAB); });
+            return GetDlgCtrlID(user.focus());
+        };
+        focusOn(user.control(IDC_PORT_PRODUCTS));
+        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_PARAMETER_LIST);
+        focusOn(user.button(L"&Close")); // beneath the pages
+        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_REPORT_LIST);
+        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_LEVEL);
+        EXPECT_EQ(tabKey({}), IDC_MATLAB_SCRIPT);
+        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_OUTPUT);
+        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_SCRIPT);
+        EXPECT_EQ(tabKey({VK_SHIFT}), IDC_MATLAB_LEVEL);
+        for (const int first : {IDC_FILES_LIST, IDC_ABOUT_CODE, IDC_PORT_FEEDS})
+            EXPECT_EQ(tabKey({VK_CONTROL}), first);
+        EXPECT_EQ(tabKey({VK_CONTROL, VK_SHIFT}), IDC_ABOUT_CODE);
+        user.pickTab(L"Reports"); // the mouse leaves the focus on the tab
+        EXPECT_EQ(tabKey({}), IDC_REPORT_LIST);
+        user.pickTab(L"Ports");
+    });
+}
+
+} // namespace
+} // namespace solvane
