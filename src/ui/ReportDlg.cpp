@@ -8,20 +8,25 @@
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/ReportNames.h"
 
-#include <richedit.h>
-
 #include <algorithm>
 
 namespace solvane {
 
-CReportDlg::CReportDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow) : Tab(IDD_REPORT, unit, mainWindow) {}
+CReportDlg::CReportDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow)
+    : Tab(IDD_REPORT, unit, mainWindow), text_(TextView::Kind::readOnly, IDC_REPORT_TEXT) {}
 
 void CReportDlg::onInit() {
-    const HWND view = control(IDC_REPORT_TEXT);
-    // A report may begin with what would mark a formatted text.
-    SendMessageW(view, EM_SETTEXTMODE, TM_PLAINTEXT, 0);
-    font_.giveTo(view);
+    text_.onEscape = [this] { mainWindow_.close(); };
+    text_.create(window());
+    text_.show(true);
+    // The Tab key finds it behind the list.
+    SetWindowPos(text_.window(), control(IDC_REPORT_LIST), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     fill(0);
+}
+
+void CReportDlg::onDestroy() {
+    text_.destroy();
 }
 
 void CReportDlg::RefreshFromModel() {
@@ -32,7 +37,7 @@ int CReportDlg::selected() const {
     return static_cast<int>(SendMessageW(control(IDC_REPORT_LIST), CB_GETCURSEL, 0, 0));
 }
 
-void CReportDlg::fill(int position) const {
+void CReportDlg::fill(int position) {
     const HWND list = control(IDC_REPORT_LIST);
     SendMessageW(list, CB_RESETCONTENT, 0, 0);
     for (const std::wstring& name : allReportNames(unit_))
@@ -41,10 +46,10 @@ void CReportDlg::fill(int position) const {
     showSelected();
 }
 
-void CReportDlg::showSelected() const {
+void CReportDlg::showSelected() {
     const int position = selected();
-    setText(IDC_REPORT_TEXT,
-            position > 0 ? unit_.reportTexts[static_cast<std::size_t>(position) - 1] : unit_.outputText);
+    text_.setText(position > 0 ? unit_.reportTexts[static_cast<std::size_t>(position) - 1]
+                               : unit_.outputText);
     enable(IDC_REPORT_REMOVE, position > 0);
 }
 
@@ -58,8 +63,6 @@ void CReportDlg::onCommand(int id, int notification) {
         return add();
     case IDC_REPORT_REMOVE:
         return remove();
-    case IDCANCEL:
-        return mainWindow_.close();
     default:
         return;
     }
@@ -99,6 +102,8 @@ void CReportDlg::remove() {
 }
 
 void CReportDlg::onSize(int width, int height) {
+    if (!text_.window())
+        return;
     const Box label = boxOf(control(IDC_REPORT_LABEL));
     const Box list = boxOf(control(IDC_REPORT_LIST));
     const Box button = boxOf(control(IDC_REPORT_ADD));
@@ -108,8 +113,7 @@ void CReportDlg::onSize(int width, int height) {
     const int buttonTop = height - layoutMargin - button.height;
     Layout layout;
     layout.move(control(IDC_REPORT_LIST), {listLeft, list.top, width - layoutMargin - listLeft, list.height});
-    layout.move(control(IDC_REPORT_TEXT),
-                {layoutMargin, textTop, innerWidth, buttonTop - layoutMargin - textTop});
+    layout.move(text_.window(), {layoutMargin, textTop, innerWidth, buttonTop - layoutMargin - textTop});
     layout.move(control(IDC_REPORT_ADD), {layoutMargin, buttonTop, button.width, button.height});
     layout.move(control(IDC_REPORT_REMOVE),
                 {2 * layoutMargin + button.width, buttonTop, button.width, button.height});

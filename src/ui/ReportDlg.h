@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FixedFont.h"
 #include "Tab.h"
+#include "TextView.h"
 
 namespace solvane {
 
@@ -16,16 +16,17 @@ private:
     void onInit() override;
     void onCommand(int id, int notification) override;
     void onSize(int width, int height) override;
+    void onDestroy() override;
 
     /// -1 where none is.
     int selected() const;
     /// Shows the names with one of them selected, and that report.
-    void fill(int position) const;
-    void showSelected() const;
+    void fill(int position);
+    void showSelected();
     void add();
     void remove();
 
-    FixedFont font_;
+    TextView text_;
 };
 
 } // namespace solvane

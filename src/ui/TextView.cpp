@@ -53,8 +53,9 @@ CHARFORMATW coloured(COLORREF colour, DWORD effects) {
 
 void TextView::create(HWND parent) {
     parent_ = parent;
-    constexpr DWORD style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOVSCROLL |
-                            ES_AUTOHSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
+    // The scroll bars stay: whenever one came or went, Wine's control would lay out all of a long text anew.
+    constexpr DWORD style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_DISABLENOSCROLL |
+                            ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
     window_ = CreateWindowExW(WS_EX_CLIENTEDGE, RICHEDIT_CLASSW, L"",
                               style | (kind_ == Kind::readOnly ? DWORD{ES_READONLY} : 0), 0, 0, 0, 0, parent,
                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(id_)), nullptr, nullptr);
@@ -101,8 +102,10 @@ bool TextView::setText(std::wstring_view text) {
         replaceControl();
     EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&text), 0, feed};
     ask(EM_STREAMIN, streamFormat, reinterpret_cast<LPARAM>(&stream));
-    const CHARFORMATW plain = coloured(0, CFE_AUTOCOLOR);
-    ask(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&plain));
+    if (kind_ == Kind::readOnly) { // the other has no formats
+        const CHARFORMATW plain = coloured(0, CFE_AUTOCOLOR);
+        ask(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&plain));
+    }
     ask(EM_EMPTYUNDOBUFFER, 0, 0);
     setCaret({});
     return stream.dwError == 0;

@@ -1,4 +1,4 @@
-/// The text views of the Matlab page: rich edit controls in which one writes plain text.
+/// The text views of scripts and reports: rich edit controls of plain text.
 #pragma once
 
 #include "FixedFont.h"
