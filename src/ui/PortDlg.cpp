@@ -57,8 +57,6 @@ void CPortDlg::updateButtons() const {
 }
 
 void CPortDlg::onCommand(int id, int) {
-    if (id == IDCANCEL)
-        return mainWindow_.close();
     for (const Side& side : sides) {
         if (id == side.add)
             return add(side);
