@@ -18,7 +18,8 @@ function(solvane_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT 600)
 endfunction()
 
-# A test of windows: it has a screen of its own.
+# A test of windows: it has a screen of its own, in a prefix that the next one uses after it.
 function(solvane_test_on_screen name)
+  set_property(TEST ${name} APPEND PROPERTY RESOURCE_LOCK screen)
   set_target_properties(${name}_test PROPERTIES CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/screen)
 endfunction()

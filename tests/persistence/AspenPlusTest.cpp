@@ -1,9 +1,11 @@
 // Under Aspen Plus, which this program is named after, a unit keeps its model in a file beside the flowsheet.
 
 #include "ModelFileTest.h"
+#include "WindowDriver.h"
 #include "com/Module.h"
 #include "com/Text.h"
 #include "persistence/PrivateModel.h"
+#include "resources/ResourceIds.h"
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/HostWindow.h"
 
@@ -109,6 +111,21 @@ TEST_F(AspenPlus, anEditedModelIsStored) {
                                        "failed to save \"" +
                                        narrow(temporary.path()) +
                                        "B3.svm\": Failed to add \"calc.m\" to zip: file has zero size"});
+}
+
+TEST_F(AspenPlus, theWindowShowsTheFilesModelAndAChangeGoesBackIntoIt) {
+    const auto feeds = [](WindowDriver& user) { return user.rows(IDC_PORT_FEEDS).size(); };
+    name(unit, L"B1");
+    EXPECT_EQ(WindowDriver::edit(unit,
+                                 [&](WindowDriver& user) {
+                                     EXPECT_EQ(feeds(user), 1U);
+                                     user.press(L"&Add");
+                                     user.endLabel(IDC_PORT_FEEDS, L"G");
+                                 }),
+              S_OK);
+    const HostedUnit next(module);
+    name(next, L"B1");
+    EXPECT_EQ(WindowDriver::edit(next, [&](WindowDriver& user) { EXPECT_EQ(feeds(user), 2U); }), S_FALSE);
 }
 
 TEST_F(AspenPlus, theFlowsheetsWindowOwnsTheUnits) {

@@ -129,6 +129,8 @@ TEST_F(ParameterTab, theyAreRenamedAndRemoved) {
                   EXPECT_EQ(user.answer(L"Rename parameter:"),
                             L"The specified name is already used for another parameter");
                   user.press(L"&Remove");
+                  user.await(L"Remove parameter:");
+                  EXPECT_EQ(GetDlgCtrlID(user.focus()), IDCANCEL); // what Enter does
                   EXPECT_EQ(user.answer(L"Remove parameter:", IDCANCEL), L"Remove parameter \"b\"?");
                   EXPECT_EQ(names(user), (Row{L"a", L"b"}));
               }),
