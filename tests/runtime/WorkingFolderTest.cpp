@@ -3,8 +3,10 @@
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
 #include "RuntimeTest.h"
+#include "com/Handle.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace solvane {
 
@@ -64,12 +66,70 @@ TEST_F(WorkingFolder, unitCalcIsBuiltAgainOnlyForANewScript) {
     EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("second"));
 }
 
-TEST_F(WorkingFolder, aScriptThatCannotBeReadFailsTheRun) {
-    const HostedUnit unit = createUnit();
-    DeleteFileW((workingFolder() + L"calc.m").c_str());
-    EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
-    EXPECT_TRUE(unit.errorDescription().starts_with(L"Failed to open run script for reading: "));
-    EXPECT_EQ(unit.output(), L"Matlab output not available\r\n" + unit.errorDescription());
+/// While it lives, a file of the folder lies on a full disk: it leads to the device that the Linux system
+/// below Wine has for that.
+class FileOnFullDisk {
+public:
+    FileOnFullDisk(const std::wstring& folder, const std::wstring& name) : folder_(folder), name_(name) {
+        runOnLinux(L"ln -sf /dev/full " + name_, true);
+    }
+    ~FileOnFullDisk() { runOnLinux(L"rm " + name_, false); } // which Windows' functions do not delete
+    FileOnFullDisk(const FileOnFullDisk&) = delete;
+    FileOnFullDisk& operator=(const FileOnFullDisk&) = delete;
+
+private:
+    /// A program's end cannot be waited for.
+    void runOnLinux(std::wstring command, bool isThereThen) const {
+        const std::wstring program = L"\\\\?\\unix\\bin\\" + command.substr(0, 2);
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION started{};
+        EXPECT_TRUE(CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                   folder_.c_str(), &start, &started));
+        const Handle process(started.hProcess), thread(started.hThread);
+        for (int turn = 0; turn < 500; ++turn) {
+            if ((std::ranges::count(namesIn(folder_), name_) == 1) == isThereThen)
+                return;
+            Sleep(10);
+        }
+        ADD_FAILURE() << narrow(command);
+    }
+
+    std::wstring folder_;
+    std::wstring name_;
+};
+
+TEST_F(WorkingFolder, aRunWithoutItsWholeScriptsFailsBeforeMatlabSeesThem) {
+    const struct {
+        std::function<std::shared_ptr<void>(const std::wstring& folder)> arrange;
+        std::wstring text;
+    } cases[] = {
+        {[](const std::wstring& folder) {
+             DeleteFileW((folder + L"calc.m").c_str());
+             return nullptr;
+         },
+         L"Failed to open run script for reading: No such file or directory"},
+        {[](const std::wstring& folder) {
+             std::filesystem::remove_all(folder);
+             return nullptr;
+         },
+         L"Failed to open run script for writing: No such file or directory"},
+        {[](const std::wstring& folder) { return std::make_shared<FileOnFullDisk>(folder, L"unitCalc.m"); },
+         L"Failed to open run script for writing: No space left on device"},
+        {[](const std::wstring& folder) { return std::make_shared<FileOnFullDisk>(folder, L"initRun.m"); },
+         L"Failed to open initialization file for writing: No space left on device"},
+    };
+    for (const auto& row : cases) {
+        const HostedUnit unit = createUnit();
+        const std::shared_ptr<void> arranged = row.arrange(workingFolder());
+        matlab.forgetCalls();
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
+            EXPECT_EQ(unit.errorDescription(), row.text);
+            EXPECT_EQ(unit.output(), L"Matlab output not available\r\n" + row.text);
+        }
+        EXPECT_EQ(matlab.calls(), std::vector<std::wstring>());
+    }
 }
 
 TEST_F(WorkingFolder, initRunTellsTheRunsCompoundsAndPhases) {
