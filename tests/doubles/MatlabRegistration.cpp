@@ -68,7 +68,7 @@ MatlabRegistration::MatlabRegistration() {
     removeKey(matlabKey);
     setClass();
     setCurrentVersion(L"Matlab.Application.9.14");
-    write(standInKey() + L"\\InprocServer32", L"", standInPath());
+    setServer(standInPath());
     write(standInKey() + L"\\InprocServer32", L"ThreadingModel", L"Both");
 }
 
@@ -86,6 +86,10 @@ void MatlabRegistration::removeCurrentVersion() {
 
 void MatlabRegistration::setClass() {
     write(std::wstring(matlabKey) + L"\\CLSID", L"", scriptedMatlabClassText);
+}
+
+void MatlabRegistration::setServer(const std::wstring& path) {
+    write(standInKey() + L"\\InprocServer32", L"", path);
 }
 
 void MatlabRegistration::removeClass() {

@@ -18,6 +18,8 @@ public:
     void setCurrentVersion(const std::wstring& version);
     void removeCurrentVersion();
     void setClass();
+    /// Leads the class elsewhere than to the stand-in: to the file of a server in the client's process.
+    void setServer(const std::wstring& path);
     /// The version stays: Matlab was there once.
     void removeClass();
 

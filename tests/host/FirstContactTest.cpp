@@ -1,0 +1,196 @@
+// What a user is told on a machine that lacks something: by a run, by the doctor, and that nothing stays
+// behind.
+#include "Folders.h"
+#include "HostProgram.h"
+#include "MatlabRegistration.h"
+#include "cases/FilePath.h"
+#include "com/Text.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <memory>
+
+namespace solvane::host {
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+/// For its lifetime this process and those that it starts have another value of an environment variable.
+class Setting {
+public:
+    Setting(const wchar_t* name, const std::wstring& value) : name_(name), former_(32767, L'\0') {
+        former_.resize(GetEnvironmentVariableW(name, former_.data(), static_cast<DWORD>(former_.size())));
+        SetEnvironmentVariableW(name, value.c_str());
+    }
+    ~Setting() { SetEnvironmentVariableW(name_, former_.empty() ? nullptr : former_.c_str()); }
+    Setting(const Setting&) = delete;
+    Setting& operator=(const Setting&) = delete;
+
+private:
+    const wchar_t* name_;
+    std::wstring former_;
+};
+
+/// For its lifetime a file of the product is not there. The build makes it anew where a test ended without
+/// that.
+class MissingFile {
+public:
+    explicit MissingFile(const std::string& name)
+        : path_(filePath(SOLVANE_BIN "/" + name)), away_(path_.wstring() + L".away") {
+        rename(path_, away_);
+    }
+    ~MissingFile() { rename(away_, path_); }
+    MissingFile(const MissingFile&) = delete;
+    MissingFile& operator=(const MissingFile&) = delete;
+
+private:
+    std::filesystem::path path_;
+    std::filesystem::path away_;
+};
+
+using Breakage = std::shared_ptr<void>; ///< mended by its end
+
+Breakage breakMatlab(const std::function<void(MatlabRegistration&)>& act) {
+    auto registration = std::make_shared<MatlabRegistration>();
+    act(*registration);
+    return registration;
+}
+
+class FirstContact : public testing::Test {
+protected:
+    /// A case whose script reads a file of the model.
+    FirstContact() {
+        solvane::writeFile(folder.path() + L"gain.txt", "0.5");
+        writeCase(L"case.json", R"({"reports": ["R"], "files": ["gain.txt"], "script": [
+            "F = getFeedProp(1, 'totalFlow');", "setReport('R', pwd);",
+            "setProduct(1, F*load('gain.txt'), 1, 'temperature', 300, 'pressure', 1e5);"]})");
+        writeCase(L"saved.json", R"("model.svm")");
+    }
+
+    void writeCase(const wchar_t* name, const std::string& model) {
+        solvane::writeFile(folder.path() + name,
+                           R"({"compounds": ["methane"], "feeds": [{"name": "F", "temperature": 300,
+            "pressure": 1e5, "flow": 2, "composition": {"methane": 1}}], "products": ["P"], "model": )" +
+                               model + "}");
+    }
+
+    Outcome host(const std::wstring& command, const wchar_t* file = L"", const std::wstring& options = L"") {
+        HostProgram program(command + L" \"" + folder.path() + file + L"\" " + options);
+        return program.wait();
+    }
+    static Outcome doctor() { return HostProgram(L"doctor").wait(); }
+
+    /// What units have put into a temporary folder and left there, the gateway's folder aside.
+    static std::vector<std::wstring> leftIn(const std::wstring& place) {
+        std::vector<std::wstring> names = namesIn(place);
+        std::erase_if(names, [](const std::wstring& name) { return name.starts_with(L"SolvaneUnitMEX"); });
+        return names;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(FirstContact, aHealthyMachine) {
+    const Outcome outcome = doctor();
+    EXPECT_EQ(outcome.exitCode, 0u) << outcome.printed;
+    EXPECT_THAT(outcome.printed,
+                AllOf(HasSubstr("engine start          right    GNU Octave "), HasSubstr("\nrun "),
+                      HasSubstr("\nAll is right.\n"), Not(HasSubstr("skipped"))));
+}
+
+// Of users who are called O'Brien or Müller.
+TEST_F(FirstContact, temporaryFoldersOfAnyName) {
+    for (const wchar_t* name : {L"with blanks", L"O'Brien", L"two ''", L"Müller"}) {
+        const std::wstring place = folder.path() + name + L"\\";
+        CreateDirectoryW(place.c_str(), nullptr);
+        const Setting temporary(L"TMP", place);
+        const Outcome saved = host(L"save", L"case.json", L"-o \"" + folder.path() + L"model.svm\"");
+        EXPECT_EQ(saved.exitCode, 0u) << saved.printed;
+        const Outcome run = host(L"run", L"saved.json");
+        EXPECT_EQ(run.exitCode, 0u);
+        EXPECT_THAT(run.printed, HasSubstr("mol/s     2.0000   1.0000"));
+        EXPECT_EQ(leftIn(place), std::vector<std::wstring>()) << narrow(name);
+    }
+}
+
+TEST_F(FirstContact, aBrokenMachineIsExplained) {
+    const std::string notInstalled = "; Matlab not installed?";
+    const struct {
+        std::function<Breakage()> arrange;
+        std::string run;    // what a run says
+        std::string step;   // the doctor's first step that is wrong,
+        std::string fault;  // what is wrong with it,
+        std::string remedy; // and what to do
+    } cases[] = {
+        {[] {
+             return breakMatlab([](MatlabRegistration& matlab) {
+                 matlab.removeClass();
+                 matlab.removeCurrentVersion();
+             });
+         },
+         "Unable to determine current version of Matlab.Application" + notInstalled, "engine class",
+         "No Matlab.Application is registered", "OctaveAutomationServer /RegServer"},
+        {[] { return breakMatlab([](MatlabRegistration& matlab) { matlab.removeClass(); }); },
+         "Failed to get CLSDID for Matlab.Application" + notInstalled, "engine class",
+         "its key CLSID is missing", "matlab /regserver"},
+        {[] {
+             return breakMatlab(
+                 [](MatlabRegistration& matlab) { matlab.setServer(L"C:\\gone\\matlab.exe"); });
+         },
+         "Failed to create Matlab application: ", "engine class", "C:\\gone\\matlab.exe, which is not there",
+         "matlab /regserver"},
+        {[] { return std::make_shared<Setting>(L"SOLVANE_OCTAVE", L"/no/such/octave"); },
+         "Failed to create Matlab application: ", "engine start", "There is no file /no/such/octave",
+         "Install GNU Octave"},
+        {[] { return std::make_shared<MissingFile>("octave/linux/CapeOpenUnitMex.mex"); },
+         "'CapeOpenUnitMex' undefined", "engine files", "CapeOpenUnitMex.mex is missing",
+         "files into their folder"},
+        {[] { return std::make_shared<MissingFile>("setProduct.m"); }, "'setProduct' undefined",
+         "engine files", "setProduct.m is missing", "files into their folder"},
+        {[] { return std::make_shared<MissingFile>("SolvaneUnitOperation.dll"); }, "cannot be created",
+         "unit class", "SolvaneUnitOperation.dll cannot be opened", "regsvr32"},
+        {[this] { return std::make_shared<Setting>(L"TMP", folder.path() + L"gone\\"); },
+         "Failed to create a temporary working directory", "temporary folder", "gone\\ does not exist",
+         "TMP"},
+        {[this] {
+             CreateDirectoryW((folder.path() + L"Ελένη").c_str(), nullptr);
+             return std::make_shared<Setting>(L"TMP", folder.path() + L"Ελένη\\");
+         },
+         "Failed to create a temporary working directory", "temporary folder",
+         "letters that Windows' code page", "TMP"},
+    };
+    const std::vector<std::wstring> before = leftIn(folder.path());
+    for (const auto& row : cases) {
+        const Breakage broken = row.arrange();
+        const Outcome run = host(L"run", L"case.json");
+        EXPECT_EQ(run.exitCode, 1u) << run.printed;
+        EXPECT_THAT(run.printed, HasSubstr(row.run));
+        // A script that ran to its end had what it needs of the machine, as far as can be told.
+        const bool hasRun = run.printed.find("MATLAB done") != std::string::npos;
+        EXPECT_NE(run.printed.find("\"SolvaneHost doctor\" tells") != std::string::npos, hasRun)
+            << run.printed;
+
+        const Outcome found = doctor();
+        EXPECT_EQ(found.exitCode, 1u);
+        std::string step = row.step;
+        step.resize(22, ' ');
+        const std::size_t wrong = found.printed.find("WRONG");
+        ASSERT_NE(wrong, std::string::npos) << found.printed;
+        EXPECT_EQ(found.printed.substr(wrong - step.size(), step.size()), step) << found.printed;
+        EXPECT_THAT(found.printed.substr(wrong),
+                    AllOf(HasSubstr(row.fault), HasSubstr("to do    "), HasSubstr(row.remedy),
+                          HasSubstr("skipped  needs the step")));
+        EXPECT_EQ(found.printed.find("WRONG", wrong + 1), std::string::npos) << "one cause, one complaint";
+    }
+    std::vector<std::wstring> after = leftIn(folder.path());
+    std::erase(after, L"Ελένη");
+    EXPECT_EQ(after, before);
+}
+
+} // namespace
+
+} // namespace solvane::host
