@@ -105,10 +105,15 @@ std::wstring OctaveProgram::filePath() const {
 }
 
 std::wstring OctaveProgram::commandLine(const std::wstring& engineFolder) const {
-    const std::wstring folder = isLinux() ? unixPath(engineFolder) : engineFolder;
-    return L"\"" + path_ +
-           L"\" --no-init-file --no-site-file --no-history --no-line-editing --no-gui --quiet --path \"" +
-           folder + L"\" --eval solvaneEngine";
+    const std::wstring options =
+        L"\"" + path_ + L"\" --no-init-file --no-site-file --no-history --no-line-editing --no-gui --quiet";
+    if (!isLinux())
+        return options + L" --path \"" + engineFolder + L"\" --eval solvaneEngine";
+    // Wine's name of a drive has a colon, which parts the folders of a path: the link's target has none.
+    std::wstring folder = unixPath(engineFolder);
+    for (std::size_t quote = 0; (quote = folder.find(L'\'', quote)) != folder.npos; quote += 2)
+        folder.insert(quote, 1, L'\'');
+    return options + L" --eval \"addpath (canonicalize_file_name ('" + folder + L"')); solvaneEngine\"";
 }
 
 HRESULT OctaveProgram::start(const std::wstring& engineFolder, Handle& process, std::wstring& error) const {

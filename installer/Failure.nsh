@@ -1,0 +1,47 @@
+; How setup and uninstaller end when they cannot do their work.
+
+; 1 is NSIS's own: the user has cancelled.
+!define EXIT_FAILED 2
+!define EXIT_IN_USE 3
+!define EXIT_NOT_ALLOWED 4
+!define EXIT_NOT_REGISTERED 5
+!define EXIT_USAGE 6
+
+; What a silent run says goes to its caller's console, or to where its output was sent.
+!macro defineSay UN
+Function ${UN}say
+  Exch $0
+  Push $1
+  System::Call 'kernel32::AttachConsole(i -1)'
+  System::Call 'kernel32::GetStdHandle(i -11) p.r1'
+  FileWrite $1 "$0$\r$\n"
+  Pop $1
+  Pop $0
+FunctionEnd
+!macroend
+!insertmacro defineSay ""
+!insertmacro defineSay "un."
+
+!macro fail CODE TEXT
+  SetErrorLevel ${CODE}
+  ${If} ${Silent}
+    Push "${TEXT}"
+    !ifdef __UNINSTALL__
+      Call un.say
+    !else
+      Call say
+    !endif
+    Quit
+  ${EndIf}
+  MessageBox MB_OK|MB_ICONSTOP "${TEXT}"
+  Abort "${TEXT}"
+!macroend
+
+; Leaves nothing of an installation that has failed midway.
+!macro failAndRemove CODE TEXT
+  ExecWait '"$INSTDIR\uninstall.exe" /S _?=$INSTDIR'
+  Delete "$INSTDIR\uninstall.exe"
+  SetOutPath "$TEMP"
+  RMDir "$INSTDIR"
+  !insertmacro fail ${CODE} "${TEXT}"
+!macroend

@@ -1,0 +1,138 @@
+; What setup writes into the registry through the installed programs, and what the uninstaller takes out of it.
+
+!define UNIT_CLASS "{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}"
+!define TYPE_LIBRARY "{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}"
+!define APPLICATION "{5C7A1E25-93B4-4D0E-8A61-2F0D7B9C41E3}"
+!define ENGINE_CLASS "{99A86BC0-7BAD-4400-A453-9014CFBBF8C5}"
+!define MODEL_TYPE "SolvaneUnitOperationModel"
+!define SETTINGS "Software\SolvaneUO"
+!define CLASSES "Software\Classes"
+
+; A Windows without 32-bit programs has no regsvr32 for them.
+!define REGSVR "$SYSDIR\regsvr32.exe"
+!define REGSVR32 "$WINDIR\SysWOW64\regsvr32.exe"
+
+!macro refreshFileTypes
+  System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
+!macroend
+
+!macro registerModule REGSVR MODULE
+  DetailPrint "Registering ${MODULE}"
+  ExecWait '"${REGSVR}" /s "$INSTDIR\${MODULE}"' $1
+  ${If} $1 <> 0
+    StrCpy $2 "${MODULE} (regsvr32 ended with $1)"
+  ${EndIf}
+!macroend
+
+; The module asks a setting of the user for the scope; the setting is put back.
+Function registerUnit
+  ClearErrors
+  ReadRegStr $0 HKCU "${SETTINGS}" "CurrentUser"
+  ${If} ${Errors}
+    StrCpy $0 none
+  ${EndIf}
+  ${If} $MultiUser.InstallMode == CurrentUser
+    WriteRegStr HKCU "${SETTINGS}" "CurrentUser" 1
+  ${ElseIf} $0 != none
+    WriteRegStr HKCU "${SETTINGS}" "CurrentUser" 0
+  ${EndIf}
+  StrCpy $2 ""
+  !insertmacro registerModule "${REGSVR}" SolvaneUnitOperation.dll
+!if ${SYSTEM} == win64
+  ${If} ${FileExists} "${REGSVR32}"
+    !insertmacro registerModule "${REGSVR32}" SolvaneUnitOperation32.dll
+  ${EndIf}
+!endif
+  ${If} $0 == none
+    DeleteRegValue HKCU "${SETTINGS}" "CurrentUser"
+    DeleteRegKey /ifempty HKCU "${SETTINGS}"
+  ${Else}
+    WriteRegStr HKCU "${SETTINGS}" "CurrentUser" $0
+  ${EndIf}
+  ${If} $2 != ""
+    !insertmacro failAndRemove ${EXIT_NOT_REGISTERED} "$2 could not be registered."
+  ${EndIf}
+  ; The CAPE-OPEN type library is the machine's; one that a simulator has brought stays.
+  ${If} $MultiUser.InstallMode == AllUsers
+    nsExec::Exec '"$INSTDIR\SolvaneHost.exe" register-interfaces'
+    Pop $0
+  ${EndIf}
+  !insertmacro refreshFileTypes
+FunctionEnd
+
+; The module's own way of unregistering is for what was registered for all users, and leaves the command of the model
+; type. Another copy that was registered since stays registered.
+Function un.unregisterUnit
+  ReadRegStr $0 SHCTX "${CLASSES}\CLSID\${UNIT_CLASS}\InprocServer32" ""
+  ${If} $0 != "$INSTDIR\SolvaneUnitOperation.dll"
+  ${AndIf} $0 != ""
+    Return
+  ${EndIf}
+  ${If} $MultiUser.InstallMode == AllUsers
+    nsExec::Exec '"$INSTDIR\SolvaneHost.exe" register-interfaces --unregister'
+    Pop $0
+    ExecWait '"${REGSVR}" /u /s "$INSTDIR\SolvaneUnitOperation.dll"'
+    !if ${SYSTEM} == win64
+      ${If} ${FileExists} "${REGSVR32}"
+        ExecWait '"${REGSVR32}" /u /s "$INSTDIR\SolvaneUnitOperation32.dll"'
+      ${EndIf}
+    !endif
+  ${Else}
+    ; Of both word sizes.
+    System::Call 'oleaut32::UnRegisterTypeLibForUser(g "${TYPE_LIBRARY}", i 1, i 0, i 0, i 3)'
+    System::Call 'oleaut32::UnRegisterTypeLibForUser(g "${TYPE_LIBRARY}", i 1, i 0, i 0, i 1)'
+  ${EndIf}
+  !if ${SYSTEM} == win64
+    SetRegView 32
+    DeleteRegKey SHCTX "${CLASSES}\CLSID\${UNIT_CLASS}"
+    SetRegView 64
+  !endif
+  DeleteRegKey SHCTX "${CLASSES}\CLSID\${UNIT_CLASS}"
+  DeleteRegKey SHCTX "${CLASSES}\SolvaneUnitOperation.SolvaneUnitOp.1"
+  DeleteRegKey SHCTX "${CLASSES}\SolvaneUnitOperation.SolvaneUnitOp"
+  DeleteRegKey SHCTX "${CLASSES}\AppID\${APPLICATION}"
+  DeleteRegKey SHCTX "${CLASSES}\AppID\SolvaneUnitOperation.DLL"
+  DeleteRegKey SHCTX "${CLASSES}\TypeLib\${TYPE_LIBRARY}"
+  DeleteRegKey SHCTX "${CLASSES}\${MODEL_TYPE}"
+  ReadRegStr $0 SHCTX "${CLASSES}\.SVM" ""
+  ${If} $0 == "${MODEL_TYPE}"
+    DeleteRegValue SHCTX "${CLASSES}\.SVM" ""
+    DeleteRegKey /ifempty SHCTX "${CLASSES}\.SVM"
+  ${EndIf}
+  !insertmacro refreshFileTypes
+FunctionEnd
+
+!if ${SYSTEM} == win64
+Function registerOctave
+  DetailPrint "Registering the Octave engine"
+  StrCpy $0 ""
+  ${If} $MultiUser.InstallMode == CurrentUser
+    StrCpy $0 /PerUser
+  ${EndIf}
+  ExecWait '"$INSTDIR\OctaveAutomationServer.exe" /RegServer $0' $1
+  ${If} $1 <> 0
+    !insertmacro failAndRemove ${EXIT_NOT_REGISTERED} "The Octave engine could not be registered (it ended with $1)."
+  ${EndIf}
+FunctionEnd
+
+Function un.unregisterOctave
+  StrCpy $0 ""
+  ${If} $MultiUser.InstallMode == CurrentUser
+    StrCpy $0 /PerUser
+  ${EndIf}
+  ExecWait '"$INSTDIR\OctaveAutomationServer.exe" /UnregServer $0'
+FunctionEnd
+!endif
+
+; The unit copies the gateway to where Matlab loads it from: $TEMP\SolvaneUnitMEX and Matlab's ProgID.
+Function un.removeGatewayCopies
+  FindFirst $0 $1 "$TEMP\SolvaneUnitMEX*"
+  ${DoWhile} $1 != ""
+    Delete "$TEMP\$1\CapeOpenUnitMex.dll"
+    Delete "$TEMP\$1\CapeOpenUnitMex.mexw32"
+    Delete "$TEMP\$1\CapeOpenUnitMex.mexw64"
+    RMDir "$TEMP\$1"
+    FindNext $0 $1
+  ${Loop}
+  FindClose $0
+FunctionEnd

@@ -1,0 +1,30 @@
+@echo off
+rem Takes away what register.cmd has registered.
+setlocal
+if "%~1"=="" goto machine
+if /i "%~1"=="/user" goto user
+echo unregister         takes the registration for all users away, as administrator
+echo unregister /user   takes that for this user away
+exit /b 2
+
+:machine
+"%~dp0SolvaneHost.exe" register-interfaces --unregister
+"%SystemRoot%\System32\regsvr32.exe" /u /s "%~dp0SolvaneUnitOperation.dll"
+if errorlevel 1 (
+    echo regsvr32 /u SolvaneUnitOperation.dll failed with code %errorlevel%; it takes a prompt that runs as administrator.
+    exit /b 5
+)
+if exist "%SystemRoot%\SysWOW64\regsvr32.exe" "%SystemRoot%\SysWOW64\regsvr32.exe" /u /s "%~dp0SolvaneUnitOperation32.dll"
+reg delete HKLM\Software\Classes\SolvaneUnitOperationModel /f >nul 2>nul
+"%~dp0OctaveAutomationServer.exe" /UnregServer
+exit /b %errorlevel%
+
+:user
+set classes=HKCU\Software\Classes
+set unit={5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}
+for %%k in (CLSID\%unit% SolvaneUnitOperation.SolvaneUnitOp SolvaneUnitOperation.SolvaneUnitOp.1
+            SolvaneUnitOperationModel .SVM AppID\SolvaneUnitOperation.DLL
+            AppID\{5C7A1E25-93B4-4D0E-8A61-2F0D7B9C41E3} TypeLib\{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}
+            Wow6432Node\CLSID\%unit%) do reg delete "%classes%\%%k" /f >nul 2>nul
+"%~dp0OctaveAutomationServer.exe" /UnregServer /PerUser
+exit /b %errorlevel%
