@@ -108,19 +108,17 @@ bool registerServer(RegistrationScope scope, const std::wstring& program, bool& 
            writeName(root, ownName, error) && (!standsForMatlab || writeName(root, matlabName, error));
 }
 
-bool unregisterServer(std::wstring& error) {
-    for (const Root& root : roots) {
-        for (const ProgramName& program : {ownName, matlabName})
-            if (!removeName(root, program.name, error) || !removeName(root, program.versioned, error))
-                return false;
-        const std::wstring key = classes + classKey();
-        const LSTATUS removed = RegDeleteTreeW(root.key, key.c_str());
-        if (removed != ERROR_SUCCESS && removed != ERROR_FILE_NOT_FOUND) {
-            error = failure(root, key, L"removed", removed);
+bool unregisterServer(RegistrationScope scope, std::wstring& error) {
+    const Root& root = roots[static_cast<std::size_t>(scope)];
+    for (const ProgramName& program : {ownName, matlabName})
+        if (!removeName(root, program.name, error) || !removeName(root, program.versioned, error))
             return false;
-        }
-    }
-    return true;
+    const std::wstring key = classes + classKey();
+    const LSTATUS removed = RegDeleteTreeW(root.key, key.c_str());
+    if (removed == ERROR_SUCCESS || removed == ERROR_FILE_NOT_FOUND)
+        return true;
+    error = failure(root, key, L"removed", removed);
+    return false;
 }
 
 } // namespace solvane::engine

@@ -17,7 +17,7 @@ enum class RegistrationScope { machine, user };
 bool registerServer(RegistrationScope scope, const std::wstring& program, bool& standsForMatlab,
                     std::wstring& error);
 
-/// Removes from both scopes what registerServer writes, as far as it is there and leads to this server.
-bool unregisterServer(std::wstring& error);
+/// Removes from the scope what registerServer writes, as far as it is there and leads to this server.
+bool unregisterServer(RegistrationScope scope, std::wstring& error);
 
 } // namespace solvane::engine

@@ -24,6 +24,7 @@ constexpr wchar_t usage[] =
     L"  OctaveAutomationServer /RegServer             register for all users\n"
     L"  OctaveAutomationServer /RegServer /PerUser    register for this user\n"
     L"  OctaveAutomationServer /UnregServer           remove both registrations\n"
+    L"  OctaveAutomationServer /UnregServer /PerUser  remove this user's\n"
     L"  OctaveAutomationServer --help                 this text\n"
     L"\n"
     L"Registers SolvaneOctave.Application, and Matlab.Application unless a Matlab holds it.\n"
@@ -56,9 +57,10 @@ int runRegistration(RegistrationScope scope) {
     return exitDone;
 }
 
-int runRemoval() {
+int runRemoval(RegistrationScope scope) {
     std::wstring error;
-    if (!unregisterServer(error))
+    if (!unregisterServer(RegistrationScope::user, error) ||
+        (scope == RegistrationScope::machine && !unregisterServer(scope, error)))
         return fail(error);
     std::printf("Removed the registration\n");
     return exitDone;
@@ -110,10 +112,11 @@ int run(const std::vector<std::wstring>& options) {
     if (has(L"Embedding"))
         return runServer();
     attachToConsole();
+    const RegistrationScope scope = has(L"PerUser") ? RegistrationScope::user : RegistrationScope::machine;
     if (has(L"RegServer"))
-        return runRegistration(has(L"PerUser") ? RegistrationScope::user : RegistrationScope::machine);
+        return runRegistration(scope);
     if (has(L"UnregServer"))
-        return runRemoval();
+        return runRemoval(scope);
     std::printf("%ls", usage);
     return has(L"-help") || has(L"?") ? exitDone : exitUsage;
 }

@@ -102,6 +102,21 @@ Function un.unregisterUnit
   !insertmacro refreshFileTypes
 FunctionEnd
 
+; Keys that a user often has for nothing but this.
+Function un.removeEmptyKeys
+  ${If} $MultiUser.InstallMode == CurrentUser
+    !if ${SYSTEM} == win64
+      SetRegView 32
+      DeleteRegKey /ifempty HKCU "${CLASSES}\CLSID"
+      SetRegView 64
+    !endif
+    DeleteRegKey /ifempty HKCU "${CLASSES}\CLSID"
+    DeleteRegKey /ifempty HKCU "${CLASSES}\AppID"
+    DeleteRegKey /ifempty HKCU "${CLASSES}\TypeLib"
+    DeleteRegKey /ifempty HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+  ${EndIf}
+FunctionEnd
+
 !if ${SYSTEM} == win64
 Function registerOctave
   DetailPrint "Registering the Octave engine"
@@ -116,6 +131,10 @@ Function registerOctave
 FunctionEnd
 
 Function un.unregisterOctave
+  ReadRegStr $0 SHCTX "${CLASSES}\CLSID\${ENGINE_CLASS}\LocalServer32" ""
+  ${If} $0 != '"$INSTDIR\OctaveAutomationServer.exe"'
+    Return
+  ${EndIf}
   StrCpy $0 ""
   ${If} $MultiUser.InstallMode == CurrentUser
     StrCpy $0 /PerUser

@@ -20,7 +20,7 @@ Name "${NAME}"
 OutFile "${OUTPUT}"
 BrandingText "${NAME} ${VERSION}"
 !ifdef QUICK ; for tests
-  SetCompressor zlib
+  SetCompress off
 !else
   SetCompressor /SOLID lzma
 !endif
@@ -217,4 +217,5 @@ Section "Uninstall"
   SetOutPath "$TEMP" ; a working folder cannot be removed
   RMDir "$INSTDIR"
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
+  Call un.removeEmptyKeys
 SectionEnd

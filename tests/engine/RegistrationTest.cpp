@@ -71,7 +71,10 @@ TEST_F(Registration, standsInForMatlabInTheScopeAskedFor) {
         expectNothing(scope.other, key);
         expectNothing(scope.other, L"Matlab.Application");
 
-        runServer(L"/UnregServer");
+        runServer(L"/UnregServer /PerUser");
+        if (scope.root == HKEY_LOCAL_MACHINE)
+            expectName(scope.root, L"Matlab.Application", L"Matlab.Application.Octave");
+        runServer(scope.root == HKEY_LOCAL_MACHINE ? L"/UnregServer" : L"/UnregServer /PerUser");
         for (const wchar_t* name : {L"SolvaneOctave.Application", L"SolvaneOctave.Application.1",
                                     L"Matlab.Application", L"Matlab.Application.Octave"})
             expectNothing(scope.root, name);

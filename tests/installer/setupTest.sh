@@ -1,0 +1,159 @@
+#!/bin/sh
+# Installs, upgrades and uninstalls what build/win64 and build/win32 hold, and looks at what changes:
+#   setupTest.sh ROOT
+set -eu
+root=$1
+work=$root/build/installer-test
+tests=$root/tests/installer
+export WINEPREFIX="$work/prefix"
+export SOURCE_DATE_EPOCH=1700000000
+. "$root/scripts/environment"
+WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winemenubuilder.exe=" # no entries in the menus of this desktop
+unset DISPLAY
+drive=$WINEPREFIX/drive_c
+installed="$drive/Program Files/Solvane Unit Operation"
+uninstallKey='Software\Microsoft\Windows\CurrentVersion\Uninstall\SolvaneUnitOperation'
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+# expectExit CODE COMMAND...: what it prints goes to $work/output.
+expectExit() {
+    expected=$1
+    shift
+    code=0
+    "$@" >"$work/output" 2>&1 || code=$?
+    [ "$code" = "$expected" ] || { cat "$work/output"; fail "$* ended with $code, not with $expected"; }
+}
+
+# value KEY NAME: a registry value, "" where there is none. The default value has the name "".
+value() {
+    wine reg query "$1" ${2:+/v "$2"} $([ -n "$2" ] || echo /ve) 2>/dev/null | tr -d '\r' |
+        sed -n 's/^ .*    REG_[A-Z_]*    *//p'
+}
+
+expectValue() {
+    found=$(value "$1" "$2")
+    [ "$found" = "$3" ] || fail "$1 $2 is \"$found\", not \"$3\""
+}
+
+# snapshot NAME: the registry and the names of the files, without what Wine and a running uninstaller write.
+snapshot() {
+    for hive in 'HKEY_LOCAL_MACHINE\Software' 'HKEY_CURRENT_USER\Software'; do
+        wine regedit /E 'C:\export.reg' "$hive"
+        iconv -f UTF-16 -t UTF-8 "$drive/export.reg" | tr -d '\r'
+        rm "$drive/export.reg"
+    done | awk '/^\[/ { noise = /NetworkCards|Software.Wine/ } !noise' >"$work/$1.registry"
+    find "$drive" -not -path '*/Temp/*' | LC_ALL=C sort >"$work/$1.files"
+}
+
+# unchangedSince NAME: neither the registry nor the files.
+unchangedSince() {
+    snapshot now
+    for part in registry files; do
+        diff "$work/$1.$part" "$work/now.$part" || fail "the $part differ from those $1"
+    done
+}
+
+# The uninstaller works from a copy of itself, which its caller does not wait for.
+uninstall() {
+    wine "$installed/uninstall.exe" /S >/dev/null
+    for _ in $(seq 100); do
+        [ -n "$(value "$1\\$uninstallKey" DisplayName)" ] || return 0
+        sleep 0.1
+    done
+    fail "the uninstaller has not ended"
+}
+
+# By its path, or else Wine puts another program before it.
+holdUnit() {
+    exec wine "$drive/windows/system32/cscript.exe" "$(wine winepath -w "$tests/holdUnit.vbs")" \
+        "$(wine winepath -w "$work/loaded")"
+}
+
+mkdir -p "$work"
+[ -f "$WINEPREFIX/clean" ] || rm -rf "$WINEPREFIX"
+"$root/scripts/models"
+"$root/scripts/prefix" bare
+trap 'wineserver -k || true' EXIT
+rm -f "$WINEPREFIX/clean" # until all has passed
+version=$(head -n 1 "$root/VERSION")
+"$root/installer/stage" win64 "$work/stage"
+"$root/installer/makeSetup" win64 "$work/stage" "$version" "$work/Solvane-now.exe" -DQUICK
+echo '% gone in later versions' >"$work/stage/retired.m"
+"$root/installer/makeSetup" win64 "$work/stage" 0.9.0.0 "$work/Solvane-former.exe" -DQUICK
+
+echo "== for all users, over a former version"
+# The user's own settings: one that setup has to change for a while, and one that is none of its business.
+wine reg add 'HKCU\Software\SolvaneUO' /v CurrentUser /d 1 /f >/dev/null
+wine reg add 'HKCU\Software\SolvaneUO' /v OctaveProgram /d /usr/bin/octave-cli /f >/dev/null
+(holdUnit) >/dev/null 2>&1 || true # in vain; cscript registers itself when it runs first
+snapshot before
+expectExit 0 wine "$work/Solvane-former.exe" /S
+expectValue "HKLM\\$uninstallKey" DisplayVersion 0.9.0.0
+[ -f "$installed/retired.m" ] || fail "the former version is not there"
+echo '% mine' >"$installed/mine.m"
+echo '% changed' >>"$installed/examples/flash-drum/drum.m"
+expectExit 0 wine "$work/Solvane-now.exe" /S
+expectValue "HKLM\\$uninstallKey" DisplayVersion "$version"
+expectValue 'HKCU\Software\SolvaneUO' CurrentUser 1
+expectValue 'HKLM\Software\Classes\SolvaneUnitOperation.SolvaneUnitOp\CurVer' '' SolvaneUnitOperation.SolvaneUnitOp.1
+[ ! -f "$installed/retired.m" ] || fail "a file of the former version is left"
+grep -q changed "$installed/examples/flash-drum/drum.m" || fail "the user's change of an example is lost"
+
+echo "== the installed unit calculates"
+expectExit 0 wine "$installed/SolvaneHost.exe" run "$installed/examples/flowsheet/case.json"
+grep -q 'Fuel gas' "$work/output" || { cat "$work/output"; fail "the flowsheet's products are missing"; }
+
+echo "== nothing changes while the unit is loaded"
+rm -f "$work/loaded"
+holdUnit >/dev/null 2>&1 &
+holder=$!
+for _ in $(seq 100); do
+    [ ! -f "$work/loaded" ] || break
+    sleep 0.1
+done
+snapshot 'while the unit is loaded'
+expectExit 3 wine "$work/Solvane-now.exe" /S
+grep -q 'SolvaneUnitOperation.dll is in use' "$work/output" || fail "setup does not say what is in use"
+grep -q 'cscript.exe' "$work/output" || fail "setup does not say what to close"
+# Waited for, which takes a switch that Wine would put between quotes.
+printf '@"%s\\uninstall.exe" /S _?=%s\r\n@exit %%errorlevel%%\r\n' 'C:\Program Files\Solvane Unit Operation' \
+    'C:\Program Files\Solvane Unit Operation' >"$work/uninstall.cmd"
+expectExit 3 wine cmd /c "$(wine winepath -w "$work/uninstall.cmd")"
+expectExit 6 wine "$work/Solvane-now.exe" /S /AllUser
+unchangedSince 'while the unit is loaded'
+kill $holder
+wait $holder || true
+
+echo "== uninstalling leaves the user's work alone"
+uninstall HKLM
+grep -q changed "$installed/examples/flash-drum/drum.m" || fail "the user's change of an example is lost"
+rm "$installed/mine.m" "$installed/examples/flash-drum/drum.m"
+rmdir "$installed/examples/flash-drum" "$installed/examples" "$installed" || fail "files are left: $(find "$installed")"
+unchangedSince before
+
+echo "== for one user, beside a Matlab, with a program for zip files"
+wine reg add 'HKLM\Software\Classes\Matlab.Application\CLSID' /ve /d '{554F6053-79D4-11D4-B067-009027BA5F81}' /f >/dev/null
+wine reg add 'HKLM\Software\Classes\.zip' /ve /d TestZip /f >/dev/null
+wine reg add 'HKLM\Software\Classes\TestZip\shell\open\command' /ve /d 'C:\zip.exe "%1"' /f >/dev/null
+wine reg delete 'HKCU\Software\SolvaneUO' /f >/dev/null
+wine reg add 'HKCU\Software\Classes' /f >/dev/null # every user of Windows has it
+snapshot 'before the installation for one user'
+installed="$drive/OfOneUser"
+expectExit 0 wine "$work/Solvane-now.exe" /S /CurrentUser '/D=C:\OfOneUser'
+class='Software\Classes\CLSID\{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}\InprocServer32'
+expectValue "HKCU\\$class" '' 'C:\OfOneUser\SolvaneUnitOperation.dll'
+expectValue "HKLM\\$class" '' ''
+expectValue 'HKCU\Software\Classes\SolvaneUnitOperationModel\shell\open\command' '' 'C:\zip.exe "%1"'
+expectValue 'HKCU\Software\Classes\SolvaneOctave.Application\CLSID' '' '' # not preselected
+uninstall HKCU
+unchangedSince 'before the installation for one user'
+
+for key in Matlab.Application .zip TestZip; do
+    wine reg delete "HKLM\\Software\\Classes\\$key" /f >/dev/null
+done
+touch "$WINEPREFIX/clean"
+echo passed
