@@ -10,7 +10,8 @@ if(CCACHE)
 endif()
 
 add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601)
-add_link_options(-static)
+# What is built twice is the same twice: no times in it.
+add_link_options(-static -Wl,--no-insert-timestamp)
 
 # Linked to everything of our own; the compiler's headers and GoogleTest keep their own warnings.
 add_library(solvane_warnings INTERFACE)

@@ -120,9 +120,10 @@ Function ${UN}refuseWhileInUse
       ${If} ${Silent}
         !insertmacro fail ${EXIT_IN_USE} $4
       ${EndIf}
-      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$4" IDRETRY +3
-      SetErrorLevel ${EXIT_IN_USE}
-      Abort "$4"
+      ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$4" IDCANCEL`
+        SetErrorLevel ${EXIT_IN_USE}
+        Abort "$4"
+      ${EndIf}
     ${Loop}
   ${Next}
   System::Store L

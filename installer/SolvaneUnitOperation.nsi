@@ -64,8 +64,12 @@ VIAddVersionKey ProductVersion "${VERSION}"
 !define MUI_ICON ../src/resources/unit.ico
 !define MUI_UNICON ../src/resources/unit.ico
 !define MUI_ABORTWARNING
-!define MUI_FINISHPAGE_NOAUTOCLOSE
+!define MUI_WELCOMEFINISHPAGE_BITMAP side.bmp
+!define MUI_WELCOMEPAGE_TEXT "A unit operation for flowsheet simulators whose model is a Matlab script.$\r$\n$\r$\n\
+Close the simulators that have the unit open: its files cannot be replaced until then.$\r$\n$\r$\n$_CLICK"
 !define MUI_COMPONENTSPAGE_SMALLDESC
+!define MUI_FINISHPAGE_TEXT "In your simulator, add a CAPE-OPEN unit operation and choose \
+$\"Solvane Unit Operation$\".$\r$\n$\r$\nThe examples lie in $INSTDIR\examples."
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Open the help book"
 !define MUI_FINISHPAGE_RUN_FUNCTION openHelp
