@@ -26,32 +26,24 @@ std::wstring classOf(HWND window) {
     return name;
 }
 
+BOOL CALLBACK addIfShown(HWND window, LPARAM list) {
+    if (IsWindowVisible(window))
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
 /// The window's descendants that are shown.
 std::vector<HWND> shownIn(HWND window) {
     std::vector<HWND> found;
-    if (!window)
-        return found;
-    EnumChildWindows(
-        window,
-        [](HWND child, LPARAM list) -> BOOL {
-            if (IsWindowVisible(child))
-                reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    if (window)
+        EnumChildWindows(window, addIfShown, reinterpret_cast<LPARAM>(&found));
     return found;
 }
 
 std::vector<HWND> dialogsOf(DWORD thread) {
     std::vector<HWND> found;
-    EnumThreadWindows(
-        thread,
-        [](HWND window, LPARAM list) -> BOOL {
-            if (IsWindowVisible(window) && classOf(window) == L"#32770")
-                reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    EnumThreadWindows(thread, addIfShown, reinterpret_cast<LPARAM>(&found));
+    std::erase_if(found, [](HWND window) { return classOf(window) != L"#32770"; });
     return found;
 }
 

@@ -10,6 +10,11 @@ namespace {
 
 using Openings = UiTest;
 
+BOOL CALLBACK countIfShown(HWND window, LPARAM count) {
+    *reinterpret_cast<int*>(count) += IsWindowVisible(window) ? 1 : 0;
+    return TRUE;
+}
+
 TEST_F(Openings, aHundredLeaveNothingBehind) {
     ModelBag model;
     model.script("1;").feeds({L"F"}).products({L"P"}).reports({L"R"}).file("data.txt", "1");
@@ -37,13 +42,7 @@ TEST_F(Openings, aHundredLeaveNothingBehind) {
     EXPECT_LE(after.gdiObjects, before.gdiObjects + 2);
     EXPECT_LE(after.memory, before.memory + (4U << 20));
     int windows = 0;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM count) -> BOOL {
-            *reinterpret_cast<int*>(count) += IsWindowVisible(window) ? 1 : 0;
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
+    EnumThreadWindows(GetCurrentThreadId(), countIfShown, reinterpret_cast<LPARAM>(&windows));
     EXPECT_EQ(windows, 0);
 }
 
