@@ -5,9 +5,12 @@ function solvaneEngine ()
   warning ("off", "Octave:shadowed-function");
   page_screen_output (false);
 
-  systems = {"linux", "windows"};
+  system = {"linux", "windows"}{ispc () + 1};
+  if (ispc () && isempty (strfind (computer ("arch"), "64")))
+    system = "windows32";
+  end
   engine = fileparts (mfilename ("fullpath"));
-  folders = [fullfile(engine, systems{ispc () + 1}) pathsep() fullfile(engine, "functions") pathsep() engine];
+  folders = [fullfile(engine, system) pathsep() fullfile(engine, "functions") pathsep() engine];
   addpath (folders);
 
   % A handle is found whatever a script makes of the path.

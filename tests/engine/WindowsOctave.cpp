@@ -56,7 +56,8 @@ int wmain(int count, wchar_t** options) {
             folder = options[i + 1];
     if (std::wstring_view(options[count - 1]) != L"solvaneEngine")
         return 1;
-    const HMODULE library = LoadLibraryW((folder + L"\\windows\\SolvaneEngineLink.mex").c_str());
+    const std::wstring system = sizeof(void*) == 8 ? L"windows" : L"windows32";
+    const HMODULE library = LoadLibraryW((folder + L"\\" + system + L"\\SolvaneEngineLink.mex").c_str());
     auto* link = reinterpret_cast<Link*>(reinterpret_cast<void*>(GetProcAddress(library, "mexFunction")));
     if (!link)
         return 2;
