@@ -23,7 +23,7 @@ DWORD countGdiObjects() {
         std::uint8_t flags;
         std::uint64_t user;
     };
-    constexpr std::size_t tablePlace = 0xF8; // in the 64-bit process environment block
+    constexpr std::size_t tablePlace = sizeof(void*) == 8 ? 0xF8 : 0x94; // in the process environment block
     PROCESS_BASIC_INFORMATION process{};
     NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process,
                               nullptr);

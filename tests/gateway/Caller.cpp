@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <array>
+#include <csetjmp>
 #include <cstdint>
 #include <sstream>
 #include <stdexcept>
@@ -17,16 +18,17 @@ constexpr char gatewayFile[] = SOLVANE_BIN "/CapeOpenUnitMex.mexw32-77";
 
 using MexFunction = void(int, mxArray**, int, const mxArray**);
 
-struct RaisedError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
 MexFunction* mexFunction = nullptr;
 mxArray* nComp = nullptr;
 mxArray* phases = nullptr;
 
+std::string raised;
+std::jmp_buf whereCalled;
+
+/// Jumps over the gateway: 32-bit exceptions do not pass a module that has a runtime of its own.
 void raise(const char* message) {
-    throw RaisedError(message);
+    raised = message;
+    std::longjmp(whereCalled, 1);
 }
 
 mxArray* globalVariable(const char* name) {
@@ -95,11 +97,9 @@ std::string call(int outputCount, const Arguments& arguments) {
     std::vector<const mxArray*> arrays;
     for (const Argument& argument : arguments)
         arrays.push_back(argument.array);
-    try {
-        mexFunction(outputCount, outputs.data(), static_cast<int>(arrays.size()), arrays.data());
-    } catch (const RaisedError& error) {
-        return std::string("error: ") + error.what();
-    }
+    if (setjmp(whereCalled))
+        return "error: " + raised;
+    mexFunction(outputCount, outputs.data(), static_cast<int>(arrays.size()), arrays.data());
     std::string shown = outputCount > 0 || outputs[0] ? show(outputs[0]) : "";
     for (int i = 1; i < outputCount; ++i)
         shown += " " + show(outputs[static_cast<std::size_t>(i)]);

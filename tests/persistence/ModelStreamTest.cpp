@@ -84,12 +84,15 @@ TEST_F(ModelStream, aStreamThatFailsIsTold) {
             EXPECT_EQ(unit.as<IPersistStream>()->Save(&target, TRUE), capeFailure);
             EXPECT_EQ(unit.error(), L"write error | write error | Save | IPersistStream");
         }
-    for (const char* cut : {"", "\1\0", "\xFF\xFF\xFF\x7F only this"}) {
+    for (const char* cut : {"", "\1\0", "\xFF\xFF\xFF\x07 only this"}) {
         HostStream stream;
         stream.bytes = cut;
         EXPECT_EQ(unit.as<IPersistStream>()->Load(&stream), capeFailure);
         EXPECT_EQ(unit.error(), readError);
     }
+    HostStream huge;
+    huge.bytes = "\xFF\xFF\xFF\x7F only this";
+    EXPECT_EQ(unit.as<IPersistStream>()->Load(&huge), sizeof(void*) == 8 ? capeFailure : E_OUTOFMEMORY);
 }
 
 // A load empties the unit before it looks at the file; then it says why it failed and leaves nothing behind.
