@@ -26,7 +26,10 @@ void enterPage(HWND tabs) {
         SendMessageW(GetAncestor(tabs, GA_ROOT), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
 }
 
-bool takeTabKey(HWND focus) {
+bool takeTabKey(const MSG& message) {
+    const HWND focus = message.hwnd;
+    if (SendMessageW(focus, WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&message)) & DLGC_WANTALLKEYS)
+        return false; // the script's view
     const bool isBackwards = GetKeyState(VK_SHIFT) < 0;
     if (GetKeyState(VK_CONTROL) >= 0) {
         if (isBackwards || !isTabControl(focus))
@@ -46,7 +49,7 @@ bool takeTabKey(HWND focus) {
 LRESULT CALLBACK filterMessage(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const MSG*>(lParam);
     if (code == MSGF_DIALOGBOX && message.message == WM_KEYDOWN && message.wParam == VK_TAB &&
-        takeTabKey(message.hwnd))
+        takeTabKey(message))
         return TRUE;
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }

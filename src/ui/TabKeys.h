@@ -6,7 +6,8 @@ namespace solvane {
 
 /// For its lifetime, Ctrl+Tab and Ctrl+Shift+Tab lead to the next and the previous tab in the thread's
 /// dialogs: of the innermost tab control around the keyboard's focus, or of the dialog's own. From a tab
-/// itself the Tab key leads into its page. The dialogs' own keys know nothing of tabs.
+/// itself the Tab key leads into its page. The dialogs' own keys know nothing of tabs. A control that wants
+/// all keys keeps these too.
 class TabKeys {
 public:
     TabKeys();

@@ -220,13 +220,11 @@ bool TextView::takeKey(WPARAM key) {
 }
 
 /// The control is not asked: of one that finds itself in a dialog the tab key would be the dialog's. Nor does
-/// the dialog select all the text when the focus arrives. Text that can't be edited has no use for a tab;
-/// from the other one Shift+Tab leads away.
+/// the dialog select all the text when the focus arrives. Text that can't be edited has no use for a tab.
 LRESULT TextView::dialogCode(const MSG* message) const {
     constexpr LRESULT code = DLGC_WANTARROWS | DLGC_WANTCHARS;
     const bool isTab = message && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
-    const bool leadsOn = kind_ == Kind::readOnly || GetKeyState(VK_SHIFT) < 0;
-    return isTab && leadsOn ? code : code | DLGC_WANTALLKEYS;
+    return isTab && kind_ == Kind::readOnly ? code : code | DLGC_WANTALLKEYS;
 }
 
 LRESULT TextView::ask(UINT message, WPARAM wParam, LPARAM lParam) const {

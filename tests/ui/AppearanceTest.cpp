@@ -237,9 +237,11 @@ TEST_F(Appearance, tabsAreReachedWithTheKeyboard) {
         EXPECT_EQ(tabKey({VK_CONTROL}), IDC_REPORT_LIST);
         EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_LEVEL);
         EXPECT_EQ(tabKey({}), IDC_MATLAB_SCRIPT);
+        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_SCRIPT); // which keeps its keys
+        focusOn(user.control(IDC_MATLAB_TABS));
         EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_OUTPUT);
         EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_SCRIPT);
-        EXPECT_EQ(tabKey({VK_SHIFT}), IDC_MATLAB_LEVEL);
+        focusOn(user.control(IDC_MATLAB_LEVEL));
         for (const int first : {IDC_FILES_LIST, IDC_ABOUT_CODE, IDC_PORT_FEEDS})
             EXPECT_EQ(tabKey({VK_CONTROL}), first);
         EXPECT_EQ(tabKey({VK_CONTROL, VK_SHIFT}), IDC_ABOUT_CODE);
