@@ -12,8 +12,11 @@
 Function ${UN}say
   Exch $0
   Push $1
-  System::Call 'kernel32::AttachConsole(i -1)'
   System::Call 'kernel32::GetStdHandle(i -11) p.r1'
+  ${If} $1 P= 0
+    System::Call 'kernel32::AttachConsole(i -1)'
+    System::Call 'kernel32::GetStdHandle(i -11) p.r1'
+  ${EndIf}
   FileWrite $1 "$0$\r$\n"
   Pop $1
   Pop $0

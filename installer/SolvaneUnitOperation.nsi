@@ -4,7 +4,7 @@
 ;   FILES    a list of its files, as macros
 ;   VERSION  four numbers
 ;   OUTPUT   the setup program to write
-; INSTALL.md beside this file tells its switches and exit codes.
+; Options.nsh tells its switches and exit codes.
 
 !if ${SYSTEM} == win64
   Target amd64-unicode
@@ -114,16 +114,6 @@ Section "${NAME}" unitSection
   ClearErrors
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\uninstall.exe"
-  !insertmacro INSTALL_UNIT
-  ; A user's changed example stays; the unchanged ones went with the former version.
-  SetOverwrite off
-  !insertmacro INSTALL_EXAMPLES
-  SetOverwrite on
-  SetOutPath "$INSTDIR"
-  ${If} ${Errors}
-    !insertmacro failAndRemove ${EXIT_FAILED} "The files could not be written to $INSTDIR."
-  ${EndIf}
-
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "${NAME}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayIcon" "$INSTDIR\SolvaneUnitOperation.dll,0"
@@ -136,6 +126,16 @@ Section "${NAME}" unitSection
   SectionGetSize ${unitSection} $0
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "EstimatedSize" $0
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "Octave" 0
+
+  !insertmacro INSTALL_UNIT
+  ; A user's changed example stays; the unchanged ones went with the former version.
+  SetOverwrite off
+  !insertmacro INSTALL_EXAMPLES
+  SetOverwrite on
+  SetOutPath "$INSTDIR"
+  ${If} ${Errors}
+    !insertmacro failAndRemove ${EXIT_FAILED} "The files could not be written to $INSTDIR."
+  ${EndIf}
 
   CreateDirectory "$SMPROGRAMS\${NAME}"
   CreateShortCut "$SMPROGRAMS\${NAME}\Help.lnk" "$INSTDIR\SolvaneUnitOperation.chm"

@@ -14,14 +14,23 @@ if /i "%~1"=="/user" (
     echo The folder is to stay where it is for as long as the unit is registered.
     exit /b 2
 )
+if defined PROCESSOR_ARCHITEW6432 (
+    set native=Sysnative
+) else if /i "%PROCESSOR_ARCHITECTURE%"=="x86" (
+    echo This is for 64-bit Windows. For 32-bit Windows there is SolvaneUnitOperation-Setup-32bit.exe.
+    exit /b 2
+) else (
+    set native=System32
+)
 echo Registering %scope% what lies in %~dp0
 rem The unit asks this setting for the scope.
 reg add HKCU\Software\SolvaneUO /v CurrentUser /d %switch% /f >nul
 
 set failed=
-call :module System32 SolvaneUnitOperation.dll "the unit for 64-bit simulators"
+call :module %native% SolvaneUnitOperation.dll "the unit for 64-bit simulators"
 call :module SysWOW64 SolvaneUnitOperation32.dll "the unit for 32-bit simulators"
 reg delete HKCU\Software\SolvaneUO /v CurrentUser /f >nul
+reg query HKCU\Software\SolvaneUO 2>nul | find "REG_" >nul || reg delete HKCU\Software\SolvaneUO /f >nul
 if defined failed (
     echo Registering for all users takes a prompt that runs as administrator; register /user takes none.
     exit /b 5

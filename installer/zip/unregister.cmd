@@ -1,6 +1,8 @@
 @echo off
 rem Takes away what register.cmd has registered.
 setlocal
+set native=System32
+if defined PROCESSOR_ARCHITEW6432 set native=Sysnative
 if "%~1"=="" goto machine
 if /i "%~1"=="/user" goto user
 echo unregister         takes the registration for all users away, as administrator
@@ -9,7 +11,7 @@ exit /b 2
 
 :machine
 "%~dp0SolvaneHost.exe" register-interfaces --unregister
-"%SystemRoot%\System32\regsvr32.exe" /u /s "%~dp0SolvaneUnitOperation.dll"
+"%SystemRoot%\%native%\regsvr32.exe" /u /s "%~dp0SolvaneUnitOperation.dll"
 if errorlevel 1 (
     echo regsvr32 /u SolvaneUnitOperation.dll failed with code %errorlevel%; it takes a prompt that runs as administrator.
     exit /b 5

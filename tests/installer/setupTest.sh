@@ -5,6 +5,7 @@ set -eu
 root=$1
 work=$root/build/installer-test
 tests=$root/tests/installer
+"$root/scripts/models" # by the build tree's own prefix
 export WINEPREFIX="$work/prefix"
 export SOURCE_DATE_EPOCH=1700000000
 . "$root/scripts/environment"
@@ -60,7 +61,7 @@ unchangedSince() {
 # The uninstaller works from a copy of itself, which its caller does not wait for.
 uninstall() {
     wine "$installed/uninstall.exe" /S >/dev/null
-    for _ in $(seq 100); do
+    for _ in $(seq 600); do
         [ -n "$(value "$1\\$uninstallKey" DisplayName)" ] || return 0
         sleep 0.1
     done
@@ -75,7 +76,6 @@ holdUnit() {
 
 mkdir -p "$work"
 [ -f "$WINEPREFIX/clean" ] || rm -rf "$WINEPREFIX"
-"$root/scripts/models"
 "$root/scripts/prefix" bare
 trap 'wineserver -k || true' EXIT
 rm -f "$WINEPREFIX/clean" # until all has passed
@@ -111,7 +111,7 @@ echo "== nothing changes while the unit is loaded"
 rm -f "$work/loaded"
 holdUnit >/dev/null 2>&1 &
 holder=$!
-for _ in $(seq 100); do
+for _ in $(seq 600); do
     [ ! -f "$work/loaded" ] || break
     sleep 0.1
 done
@@ -126,7 +126,7 @@ expectExit 3 wine cmd /c "$(wine winepath -w "$work/uninstall.cmd")"
 expectExit 6 wine "$work/Solvane-now.exe" /S /AllUser
 unchangedSince 'while the unit is loaded'
 kill $holder
-wait $holder || true
+wait $holder 2>/dev/null || true
 
 echo "== uninstalling leaves the user's work alone"
 uninstall HKLM
@@ -152,6 +152,28 @@ expectValue 'HKCU\Software\Classes\SolvaneOctave.Application\CLSID' '' '' # not 
 uninstall HKCU
 unchangedSince 'before the installation for one user'
 
+echo "== the zip, registered where it lies"
+for key in AppID CLSID Typelib; do # empty ones may stay
+    wine reg add "HKCU\\Software\\Classes\\$key" /f >/dev/null
+done
+snapshot 'before the zip was registered'
+zip=$work/zip
+rm -rf "$zip"
+cp -r "$work/stage" "$zip"
+cp "$root"/installer/zip/* "$zip"
+unit="$(wine winepath -w "$zip" | tr -d '\r')\\SolvaneUnitOperation.dll"
+for case in 'HKLM ' 'HKCU /user'; do
+    hive=${case% *}
+    option=${case#* }
+    expectExit 0 wine cmd /c "$(wine winepath -w "$zip/register.cmd")" $option
+    grep -q '64-bit simulators: registered' "$work/output" || { cat "$work/output"; fail "register.cmd does not tell"; }
+    expectValue "$hive\\$class" '' "$unit"
+    expectExit 0 wine cmd /c "$(wine winepath -w "$zip/unregister.cmd")" $option
+    expectValue "$hive\\$class" '' ''
+    unchangedSince 'before the zip was registered'
+done
+
+wine reg delete 'HKCU\Software\Classes' /f >/dev/null
 for key in Matlab.Application .zip TestZip; do
     wine reg delete "HKLM\\Software\\Classes\\$key" /f >/dev/null
 done
