@@ -78,7 +78,7 @@ Finding lookAtEngineClass(Machine& machine) {
         return {"Matlab.Application leads to the class " + narrow(*classId) + ", which is not registered",
                 registerEngine};
     std::error_code fault;
-    if (!std::filesystem::exists(machine.engineProgram, fault))
+    if (machine.engineProgram.has_parent_path() && !std::filesystem::exists(machine.engineProgram, fault))
         return {"Matlab.Application leads to " + pathText(machine.engineProgram) + ", which is not there",
                 registerEngine};
     return {narrow(*version, CP_UTF8) + ", " + pathText(machine.engineProgram), {}};
@@ -90,11 +90,13 @@ Finding startEngine(Machine& machine) {
                          IID_IDispatch, machine.engine.putVoid());
     if (FAILED(created))
         return engineFault(machine, created);
-    std::string octave, version;
-    if (!ask(machine, L"disp(exist('OCTAVE_VERSION'))", octave) || !ask(machine, L"disp(version)", version))
-        return {"It starts, but takes no commands: " + version, "Start it by hand and look at what it says."};
-    machine.isOctave = octave != "0";
-    return {(machine.isOctave ? "GNU Octave " : "Matlab ") + version + " answers", {}};
+    // One digit, then the version.
+    std::string answer;
+    if (!ask(machine, L"disp([int2str(exist('OCTAVE_VERSION')) version])", answer) || answer.empty() ||
+        answer[0] < '0' || answer[0] > '9')
+        return {"It starts, but does not answer: " + answer, "Start it by hand and look at what it says."};
+    machine.isOctave = answer[0] != '0';
+    return {(machine.isOctave ? "GNU Octave " : "Matlab ") + answer.substr(1) + " answers", {}};
 }
 
 Finding lookAtEnginePath(Machine& machine) {
@@ -106,11 +108,12 @@ Finding lookAtEnginePath(Machine& machine) {
                     folder.find(L'\'') == std::wstring::npos
                         ? "Look at the access rights of that folder and of those above it."
                         : "Matlab takes no folder with an apostrophe in its name. Let the environment "
-                          "variables TMP "
-                          "and TEMP name another folder, or put the unit's files into another one and "
-                          "register it "
-                          "there."};
+                          "variables TMP and TEMP name another folder, or put the unit's files into another "
+                          "one and register it there."};
     }
+    // A Matlab that has other clients too keeps its path.
+    std::string ignored;
+    ask(machine, (L"rmpath '" + machine.temporaryFolder + L"'").c_str(), ignored);
     return {"It reaches the unit's folder and the temporary folder", {}};
 }
 

@@ -22,7 +22,7 @@ constexpr std::array matlabBuilds{
     GatewayBuild{L"mexw32", L"CapeOpenUnitMex.mexw32-77"},
     GatewayBuild{L"dll", L"CapeOpenUnitMex.dll5"},
 };
-constexpr std::array octaveFolders{L"octave/windows", L"octave/linux"};
+constexpr std::array octaveFolders{L"octave\\windows", L"octave\\linux"};
 
 std::wstring answerOf(const Machine& machine, const wchar_t* command) {
     std::wstring output;

@@ -36,6 +36,7 @@ std::string printed(ICapeUnit* unit) {
 } // namespace
 
 Finding startUnit(Machine& machine) {
+    machine.engine.reset(); // the unit has one of its own
     machine.unitCase.model = trialModel();
     machine.session = std::make_unique<UnitSession>(machine.unitCase, profiles.front());
     std::string error;

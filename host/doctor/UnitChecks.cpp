@@ -18,11 +18,11 @@ namespace solvane::host {
 namespace {
 
 constexpr char registerAgain[] =
-    "Register the unit: \"regsvr32 SolvaneUnitOperation.dll\" in its folder, from a "
-    "prompt that runs as administrator.";
-constexpr char registerWordSize[] = "Register the module of the simulator's word size: \"regsvr32 "
-                                    "SolvaneUnitOperation.dll\" in its folder, from a "
-                                    "prompt that runs as administrator.";
+    "Register the unit: \"regsvr32 SolvaneUnitOperation.dll\" in its folder, from a prompt that runs as "
+    "administrator.";
+constexpr char registerWordSize[] =
+    "Register the module of the simulator's word size: \"regsvr32 SolvaneUnitOperation.dll\" in its folder, "
+    "from a prompt that runs as administrator.";
 constexpr int ownBits = sizeof(void*) * 8;
 constexpr REGSAM otherView = ownBits == 64 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
 
