@@ -1,6 +1,7 @@
 #include "MatlabThread.h"
 
 #include "AutomationCall.h"
+#include "MatlabCreation.h"
 #include "MexPlacement.h"
 #include "com/Border.h"
 #include "com/ComRef.h"
@@ -69,10 +70,7 @@ bool MatlabSession::create(std::wstring& error) {
         error = L"Failed to get CLSDID for Matlab.Application; Matlab not installed?";
         return false;
     }
-    constexpr DWORD anywhere =
-        CLSCTX_INPROC_SERVER | CLSCTX_INPROC_HANDLER | CLSCTX_LOCAL_SERVER | CLSCTX_REMOTE_SERVER;
-    const HRESULT created =
-        CoCreateInstance(classId, nullptr, anywhere, IID_IDispatch, matlabApplication_.putVoid());
+    const HRESULT created = createMatlabApplication(classId, matlabApplication_);
     if (FAILED(created)) {
         error = L"Failed to create Matlab application: " + FormatHresultText(created);
         return false;

@@ -34,6 +34,8 @@ void MatlabStandIn::note(const std::wstring& call) {
 
 HRESULT MatlabStandIn::create() {
     note(L"create");
+    if (onCreate)
+        onCreate();
     return creation;
 }
 

@@ -37,6 +37,8 @@ public:
 
     MatlabRegistration registration;
 
+    /// Called at each creation, before `creation` answers it.
+    std::function<void()> onCreate;
     HRESULT creation = S_OK;
     HRESULT visibility = S_OK;
     /// Failures of GetIDsOfNames by name.

@@ -3,8 +3,6 @@
 #include "FakeMaterial11.h"
 #include "RuntimeTest.h"
 
-#include <thread>
-
 namespace solvane {
 
 namespace {
@@ -108,26 +106,16 @@ TEST_F(Run, anErrorInTheScriptFailsTheRunWithItsLinesJoined) {
     }
 }
 
-// Whether another thread could have the mutex now.
-bool isCalculationMutexFree() {
-    bool isFree = false;
-    std::thread([&] {
-        const Handle mutex(CreateMutexW(nullptr, FALSE, L"SolvaneUnitOperationCalculationMutex"));
-        isFree = WaitForSingleObject(mutex.get(), 0) == WAIT_OBJECT_0;
-        if (isFree)
-            ReleaseMutex(mutex.get());
-    }).join();
-    return isFree;
-}
+constexpr wchar_t calculationMutex[] = L"SolvaneUnitOperationCalculationMutex";
 
 TEST_F(Run, theMutexGuardsPathAndDirectoryButNotTheScript) {
     std::vector<std::pair<std::wstring, bool>> seen;
     matlab.onCommand = [&](const std::wstring& command) {
-        seen.emplace_back(command.substr(0, command.find(L' ')), isCalculationMutexFree());
+        seen.emplace_back(command.substr(0, command.find(L' ')), isMutexFree(calculationMutex));
         return MatlabAnswer();
     };
     matlab.onRun = [&](const std::wstring&) {
-        seen.emplace_back(L"runUnit", isCalculationMutexFree());
+        seen.emplace_back(L"runUnit", isMutexFree(calculationMutex));
         return MatlabAnswer();
     };
     const HostedUnit another = createUnit();
@@ -136,7 +124,7 @@ TEST_F(Run, theMutexGuardsPathAndDirectoryButNotTheScript) {
     const std::vector<std::pair<std::wstring, bool>> expected{
         {L"addpath", false}, {L"addpath", false}, {L"addpath", false}, {L"cd", false}, {L"runUnit", true}};
     EXPECT_EQ(seen, expected);
-    EXPECT_TRUE(isCalculationMutexFree());
+    EXPECT_TRUE(isMutexFree(calculationMutex));
 }
 
 TEST_F(Run, reportsOfAFailedRunNeverShowTheRunBefore) {

@@ -1,6 +1,19 @@
 #include "RuntimeTest.h"
 
+#include <thread>
+
 namespace solvane {
+
+bool isMutexFree(const wchar_t* name) {
+    bool isFree = false;
+    std::thread([&] {
+        const Handle mutex(CreateMutexW(nullptr, FALSE, name));
+        isFree = WaitForSingleObject(mutex.get(), 0) == WAIT_OBJECT_0;
+        if (isFree)
+            ReleaseMutex(mutex.get());
+    }).join();
+    return isFree;
+}
 
 void RuntimeTest::calculate(ModelBag& bag, const std::function<void(GatewayClient& script)>& script) {
     const HostedUnit unit = createUnit(bag);

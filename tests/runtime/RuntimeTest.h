@@ -23,6 +23,9 @@ public:
     Apartment& operator=(const Apartment&) = delete;
 };
 
+/// Whether another thread could have the mutex of this name now.
+bool isMutexFree(const wchar_t* name);
+
 /// A single-threaded host with a temporary folder of its own, in front of a scripted Matlab.
 class RuntimeTest : public testing::Test {
 protected:

@@ -93,6 +93,20 @@ TEST_F(Start, eachFailureHasItsText) {
     }
 }
 
+// As Wine needs it: there COM gives a server to whichever client asks first, and once the one that is dead.
+TEST_F(Start, creationsTakeTurnsAndAClassWithoutAServerIsAskedTwice) {
+    matlab.creation = REGDB_E_CLASSNOTREG;
+    int creations = 0;
+    matlab.onCreate = [&] {
+        EXPECT_FALSE(isMutexFree(L"SolvaneUnitOperationStartMutex"));
+        if (++creations == 2)
+            matlab.creation = S_OK;
+    };
+    EXPECT_EQ(createUnit().as<ICapeUtilities>()->Initialize(), S_OK);
+    EXPECT_EQ(creations, 2);
+    EXPECT_TRUE(isMutexFree(L"SolvaneUnitOperationStartMutex"));
+}
+
 /// A stopped unit refuses every call.
 void expectRefusals(const HostedUnit& unit, const std::wstring& text) {
     ComRef<IDispatch> ports;

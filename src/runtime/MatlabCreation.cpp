@@ -1,0 +1,45 @@
+#include "MatlabCreation.h"
+
+#include "com/Handle.h"
+
+namespace solvane {
+
+namespace {
+
+bool isWine() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+/// A turn of this unit among all of the machine.
+class Turn {
+public:
+    Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"SolvaneUnitOperationStartMutex")) {
+        WaitForSingleObject(mutex_.get(), INFINITE);
+    }
+    ~Turn() { ReleaseMutex(mutex_.get()); }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+private:
+    Handle mutex_;
+};
+
+HRESULT create(REFCLSID classId, ComRef<IDispatch>& application) {
+    constexpr DWORD anywhere =
+        CLSCTX_INPROC_SERVER | CLSCTX_INPROC_HANDLER | CLSCTX_LOCAL_SERVER | CLSCTX_REMOTE_SERVER;
+    return CoCreateInstance(classId, nullptr, anywhere, IID_IDispatch, application.putVoid());
+}
+
+} // namespace
+
+HRESULT createMatlabApplication(REFCLSID classId, ComRef<IDispatch>& application) {
+    if (!isWine())
+        return create(classId, application);
+    // Wine's COM gives a server that one process has started to whichever asks first, and leaves the other
+    // without; and it gives away, once, a server that was killed before it could serve.
+    const Turn turn;
+    const HRESULT created = create(classId, application);
+    return created == REGDB_E_CLASSNOTREG ? create(classId, application) : created;
+}
+
+} // namespace solvane
