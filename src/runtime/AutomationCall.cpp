@@ -2,15 +2,33 @@
 
 #include "capeopen/CapeError.h"
 
+#include <algorithm>
+#include <array>
+
 namespace solvane {
 
 namespace {
 
+// What a call to an object fails with when its process has ended.
+constexpr std::array codesOfLostServers = {
+    RPC_E_DISCONNECTED,
+    RPC_E_SERVER_DIED,
+    RPC_E_SERVER_DIED_DNE,
+    HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE),
+    HRESULT_FROM_WIN32(RPC_S_CALL_FAILED),
+    HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE),
+    CO_E_OBJNOTCONNECTED,
+};
+
+HRESULT findMember(IDispatch* object, const wchar_t* name, DISPID& id) {
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    return object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+}
+
 bool call(std::wstring& output, WORD flags, VARIANT* result, IDispatch* object, const wchar_t* name,
           DISPPARAMS& parameters) {
     DISPID id = 0;
-    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
-    HRESULT hr = object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+    HRESULT hr = findMember(object, name, id);
     if (FAILED(hr)) {
         output = std::wstring(L"GetIDsOfNames failed for ") + name + L": " + FormatHresultText(hr);
         return false;
@@ -49,6 +67,12 @@ bool executeCommand(IDispatch* application, const std::wstring& command, std::ws
     else if (printed.type() != VT_EMPTY)
         output = L"<unknown return value>";
     return true;
+}
+
+bool isServerGone(IDispatch* application) {
+    DISPID id = 0;
+    return std::ranges::find(codesOfLostServers, findMember(application, L"Execute", id)) !=
+           codesOfLostServers.end();
 }
 
 } // namespace solvane

@@ -21,4 +21,7 @@ bool putProperty(std::wstring& output, IDispatch* object, const wchar_t* name, c
 /// in the command itself stands in the output. False with the call's failure in `output`.
 bool executeCommand(IDispatch* application, const std::wstring& command, std::wstring& output);
 
+/// Whether the process behind the application has ended, so that no call will reach it again.
+bool isServerGone(IDispatch* application);
+
 } // namespace solvane

@@ -42,6 +42,8 @@ public:
 private:
     bool create(std::wstring& error);
     bool preparePath(std::wstring& error);
+    bool isReady(std::wstring& error);
+    bool runScript(std::wstring& error);
     bool changeDirectory(std::wstring& error);
     /// A command that prints nothing when it works.
     bool executeSilent(const std::wstring& command, std::wstring& output);
@@ -49,6 +51,7 @@ private:
     CSolvaneUnitOp& unit_;
     Handle mutex_;
     bool hasApartment_ = false;
+    bool isMatlabLost_ = false; ///< its process ended under a run: the next run starts another
     ComRef<IDispatch> matlabApplication_;
 };
 
@@ -108,10 +111,27 @@ bool MatlabSession::executeSilent(const std::wstring& command, std::wstring& out
 // ---- run
 
 bool MatlabSession::run(std::wstring& error) {
-    if (!matlabApplication_) { // Matlab did not start
-        error = widen(unit_.startupError);
+    if (!isReady(error))
         return false;
+    if (runScript(error))
+        return true;
+    isMatlabLost_ = isServerGone(matlabApplication_.get());
+    return false;
+}
+
+bool MatlabSession::isReady(std::wstring& error) {
+    if (isMatlabLost_) {
+        matlabApplication_.reset();
+        if (!create(error) || !preparePath(error))
+            return false;
+        isMatlabLost_ = false;
     }
+    if (!matlabApplication_) // Matlab did not start
+        error = widen(unit_.startupError);
+    return static_cast<bool>(matlabApplication_);
+}
+
+bool MatlabSession::runScript(std::wstring& error) {
     if (!changeDirectory(error))
         return false;
     std::wstring output;

@@ -3,9 +3,16 @@
 #include "FakeMaterial11.h"
 #include "RuntimeTest.h"
 
+#include <gmock/gmock.h>
+
 namespace solvane {
 
 namespace {
+
+using testing::_;
+using testing::ElementsAre;
+using testing::SizeIs;
+using testing::StartsWith;
 
 constexpr auto capeFailure = static_cast<HRESULT>(0x80040501);
 // A failure for which the system has no words.
@@ -125,6 +132,33 @@ TEST_F(Run, theMutexGuardsPathAndDirectoryButNotTheScript) {
         {L"addpath", false}, {L"addpath", false}, {L"addpath", false}, {L"cd", false}, {L"runUnit", true}};
     EXPECT_EQ(seen, expected);
     EXPECT_TRUE(isMutexFree(calculationMutex));
+}
+
+// What a call says to which nobody is left to answer.
+TEST_F(Run, aMatlabThatHasEndedFailsTheRunAndTheNextOneGetsAnother) {
+    matlab.onRun = [&](const std::wstring&) {
+        matlab.unknownMembers[L"Execute"] = HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE);
+        return failed(HRESULT_FROM_WIN32(RPC_S_CALL_FAILED));
+    };
+    matlab.forgetCalls();
+    EXPECT_EQ(unit.calculate(), capeFailure);
+    EXPECT_THAT(narrow(unit.errorDescription()), StartsWith("Failed to calculate: Call to Execute failed: "));
+    EXPECT_THAT(matlab.calls(), SizeIs(2));
+
+    matlab.unknownMembers.clear();
+    matlab.onRun = nullptr;
+    matlab.creation = oddFailure;
+    EXPECT_EQ(unit.calculate(), capeFailure);
+    EXPECT_THAT(narrow(unit.errorDescription()), StartsWith("Failed to create Matlab application: "));
+
+    matlab.creation = S_OK;
+    matlab.forgetCalls();
+    EXPECT_EQ(unit.calculate(), S_OK);
+    EXPECT_THAT(matlab.calls(), ElementsAre(L"create", _, L"addpath '" + workingFolder() + L"'", _,
+                                            L"Visible=0", L"cd '" + workingFolder() + L"'", L"runUnit"));
+    matlab.forgetCalls();
+    EXPECT_EQ(unit.calculate(), S_OK);
+    EXPECT_THAT(matlab.calls(), SizeIs(2));
 }
 
 TEST_F(Run, reportsOfAFailedRunNeverShowTheRunBefore) {
