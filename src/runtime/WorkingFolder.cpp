@@ -1,6 +1,6 @@
 #include "WorkingFolder.h"
 
-#include "com/Handle.h"
+#include "AbandonedFolders.h"
 #include "com/Module.h"
 #include "com/StdioFile.h"
 #include "unit/CSolvaneUnitOp.h"
@@ -17,29 +17,24 @@ bool createWorkingFolder(CSolvaneUnitOp& unit, std::string& error) {
         return false;
     }
     unit.terminated = false;
-    std::string folder(buffer.data(), length);
-    if (!folder.ends_with('\\'))
-        folder += '\\';
-    folder += unit.unitId;
+    std::string temporaryFolder(buffer.data(), length);
+    if (!temporaryFolder.ends_with('\\'))
+        temporaryFolder += '\\';
+    deleteAbandonedFolders(temporaryFolder);
+    const std::string folder = temporaryFolder + unit.unitId;
     if (!CreateDirectoryA(folder.c_str(), nullptr)) {
         error = "Failed to create a temporary working directory";
         return false;
     }
     unit.workingFolder = folder + '\\';
+    unit.workingFolderHold = holdWorkingFolder(unit.workingFolder);
     return true;
 }
 
-void deleteWorkingFolder(const CSolvaneUnitOp& unit) {
-    if (unit.workingFolder.empty())
-        return;
-    WIN32_FIND_DATAA entry;
-    FindHandle search(FindFirstFileA((unit.workingFolder + "*.*").c_str(), &entry));
-    if (search)
-        do
-            DeleteFileA((unit.workingFolder + entry.cFileName).c_str());
-        while (FindNextFileA(search.get(), &entry));
-    search.reset(); // an open search keeps the folder
-    RemoveDirectoryA(unit.workingFolder.c_str());
+void deleteWorkingFolder(CSolvaneUnitOp& unit) {
+    unit.workingFolderHold.reset();
+    if (!unit.workingFolder.empty())
+        deleteFilesAndFolder(unit.workingFolder);
 }
 
 bool placeResourceFile(const CSolvaneUnitOp& unit, int resourceId, const std::string& fileName,

@@ -50,15 +50,16 @@ public:
     bool modelEdited = false; ///< cleared when Edit starts, set by every change of the model
     /// The "C" locale, in which the model's numbers are printed and read.
     Unique<NumericLocalePolicy> numericLocale;
-    std::string unitId;         ///< GUID with braces; names the shared block and the events
-    std::string workingFolder;  ///< ANSI, ends in a backslash
-    std::string startupError;   ///< why `startupOk` is false (worker thread: start)
-    bool startupOk = true;      ///< the unit may be used (worker thread: start)
-    Handle requestEvent;        ///< named `unitId` + "_in", set by the gateway
-    Handle replyEvent;          ///< named `unitId` + "_out", set by the driver
-    bool terminated = true;     ///< Terminate has nothing (more) to do
-    std::int32_t echoLevel = 0; ///< 1: each command line of the script is echoed
-    bool modified = false;      ///< the model was changed since the unit was made
+    std::string unitId;           ///< GUID with braces; names the shared block and the events
+    std::string workingFolder;    ///< ANSI, ends in a backslash
+    FileHandle workingFolderHold; ///< tells other processes that the folder is in use
+    std::string startupError;     ///< why `startupOk` is false (worker thread: start)
+    bool startupOk = true;        ///< the unit may be used (worker thread: start)
+    Handle requestEvent;          ///< named `unitId` + "_in", set by the gateway
+    Handle replyEvent;            ///< named `unitId` + "_out", set by the driver
+    bool terminated = true;       ///< Terminate has nothing (more) to do
+    std::int32_t echoLevel = 0;   ///< 1: each command line of the script is echoed
+    bool modified = false;        ///< the model was changed since the unit was made
     ComRef<IDispatch> simulationContext;
     ComRef<ICapeDiagnostic> diagnostic; ///< of the context, asked for on first use
     bool workaroundDone = false;        ///< the private model file was looked for, or need not be

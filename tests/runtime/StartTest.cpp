@@ -177,6 +177,37 @@ TEST_F(Start, aSubFolderKeepsTheWorkingFolder) {
     EXPECT_EQ(readFile(kept + L"\\deep.txt"), "deep");
 }
 
+TEST_F(Start, foldersOfUnitsWhoseProcessDiedGoAtTheNextStart) {
+    const struct {
+        const wchar_t* folder;
+        std::vector<std::pair<const wchar_t*, const char*>> files;
+        bool goes;
+    } rows[] = {
+        {L"{00000000-0000-0000-0000-000000000001}",
+         {{L"runUnit.m", "%Solvane Unit Operation Script\r\nrest"}, {L"unitCalc.m", "x"}, {L"note.txt", "y"}},
+         true},
+        {L"{00000000-0000-0000-0000-000000000002}", {{L"runUnit.m", ""}}, true}, // died while it was built
+        {L"{00000000-0000-0000-0000-000000000003}", {{L"runUnit.m", "%Another's"}}, false},
+        {L"{00000000-0000-0000-0000-000000000004}", {{L"note.txt", "%Another's"}}, false},
+        {L"Drums", {{L"runUnit.m", "%Solvane Unit Operation Script\r\n"}}, false},
+    };
+    for (const auto& row : rows) {
+        const std::wstring folder = temporary.path() + row.folder;
+        CreateDirectoryW(folder.c_str(), nullptr);
+        for (const auto& [name, bytes] : row.files)
+            writeFile(folder + L'\\' + name, bytes);
+    }
+    const HostedUnit alive = createUnit();
+    const std::wstring folderOfTheLiving = workingFolder();
+    const HostedUnit next = createUnit();
+    for (const auto& row : rows) {
+        const std::wstring folder = temporary.path() + row.folder;
+        EXPECT_EQ(GetFileAttributesW(folder.c_str()) == INVALID_FILE_ATTRIBUTES, row.goes) << narrow(folder);
+        EXPECT_EQ(namesIn(folder + L'\\').size(), row.goes ? 0 : row.files.size()) << narrow(folder);
+    }
+    EXPECT_EQ(namesIn(folderOfTheLiving), (std::vector<std::wstring>{L"calc.m", L"runUnit.m"}));
+}
+
 TEST_F(Start, aHostThatOnlyReleasesLeavesNothingBehind) {
     createUnit();
     EXPECT_EQ(matlab.calls().back(), L"release");
