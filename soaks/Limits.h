@@ -33,7 +33,21 @@ inline constexpr std::array limits = {
     Limit{"together", "failed runs and other streams than alone", "", Bound::atMost, 0},
     Limit{"together", "units whose streams differ", "", Bound::atLeast, 8},
     Limit{"together", "folders left behind", "", Bound::atMost, 0},
-    Limit{"together", "engines left behind", "", Bound::atMost, 0},
+    Limit{"together", "engines left after ten seconds", "", Bound::atMost, 0},
+
+    Limit{"engine", "kills of the engine", "", Bound::none, 0},
+    Limit{"engine", "runs or starts that failed by it", "", Bound::none, 0},
+    Limit{"engine", "failures without a clear error", "", Bound::atMost, 0},
+    Limit{"engine", "next runs that failed or gave other streams", "", Bound::atMost, 0},
+    Limit{"engine", "processes left after ten seconds", "", Bound::atMost, 0},
+    Limit{"engine", "temporary folders left", "", Bound::atMost, 0},
+
+    Limit{"host", "kills of the host", "", Bound::none, 0},
+    Limit{"host", "processes left after ten seconds", "", Bound::atMost, 0},
+    Limit{"host", "servers that the dying host created and never let run", "", Bound::none, 0},
+    Limit{"host", "next hosts that failed", "", Bound::atMost, 0},
+    Limit{"host", "temporary folders of the dead", "", Bound::none, 0},
+    Limit{"host", "temporary folders left after the next start", "", Bound::atMost, 0},
 };
 
 } // namespace solvane::soak

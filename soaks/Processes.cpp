@@ -73,6 +73,26 @@ std::vector<unsigned> octavesWith(const std::wstring& mark) {
     return octaves;
 }
 
+bool hasNeverRun(DWORD process) {
+    const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    int threads = 0, suspended = 0;
+    for (BOOL more = Thread32First(snapshot.get(), &entry); more;
+         more = Thread32Next(snapshot.get(), &entry)) {
+        if (entry.th32OwnerProcessID != process)
+            continue;
+        ++threads;
+        const Handle thread(OpenThread(THREAD_SUSPEND_RESUME, FALSE, entry.th32ThreadID));
+        const DWORD count = SuspendThread(thread.get());
+        if (count == static_cast<DWORD>(-1))
+            continue;
+        suspended += count > 0 ? 1 : 0;
+        ResumeThread(thread.get());
+    }
+    return threads == 1 && suspended == 1;
+}
+
 void killProcess(DWORD process) {
     const Handle victim(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, process));
     TerminateProcess(victim.get(), 1);

@@ -16,6 +16,10 @@ std::vector<DWORD> engineServersOf(DWORD client);
 /// The Octave processes with that mark, by their Linux ids.
 std::vector<unsigned> octavesWith(const std::wstring& mark);
 
+/// Whether a process has not run a single step: whoever created it died before it let go its first thread.
+/// The system keeps such a process for ever; nothing in it could end it.
+bool hasNeverRun(DWORD process);
+
 /// Ends a process at once, as a crash would, and waits for its end.
 void killProcess(DWORD process);
 void killOctave(unsigned process);

@@ -10,6 +10,8 @@ namespace solvane::soak {
 /// Arguments: the first unit's number, the count of runs, the folder of the results. Two units on two
 /// threads.
 int calculateInProcess(const std::vector<std::wstring>& arguments);
+/// Argument: the count of runs. One unit; code 1, and a line, where a run fails.
+int playHost(const std::vector<std::wstring>& arguments);
 
 struct Role {
     const wchar_t* name;
@@ -18,6 +20,7 @@ struct Role {
 
 inline constexpr std::array roles = {
     Role{L"calculate", calculateInProcess},
+    Role{L"host", playHost},
 };
 
 inline constexpr wchar_t roleOption[] = L"--role";

@@ -11,6 +11,8 @@ namespace solvane::soak {
 void soakCommands(const Effort& effort, const Figures& figures);
 void soakRuns(const Effort& effort, const Figures& figures);
 void soakTogether(const Effort& effort, const Figures& figures);
+void soakEngineKills(const Effort& effort, const Figures& figures);
+void soakHostKills(const Effort& effort, const Figures& figures);
 
 struct Segment {
     const char* name;
@@ -24,6 +26,9 @@ inline constexpr std::array segments = {
             soakCommands},
     Segment{"runs", "One unit, many runs on the real engine: right answers, and nothing grows", soakRuns},
     Segment{"together", "Four processes with two units each at once: every stream as if alone", soakTogether},
+    Segment{"engine", "The engine killed at any moment: a clear error, and the next run works",
+            soakEngineKills},
+    Segment{"host", "The host killed at any moment: nothing is left behind", soakHostKills},
 };
 
 } // namespace solvane::soak

@@ -2,6 +2,7 @@
 
 #include "Drum.h"
 #include "Folders.h"
+#include "Leftovers.h"
 #include "Processes.h"
 #include "Progress.h"
 #include "Roles.h"
@@ -105,14 +106,12 @@ void soakTogether(const Effort& effort, const Figures& figures) {
             std::printf("  unit %d: %s\n", unit, line.c_str());
         return isRight ? 0 : 1;
     });
-    std::size_t folders = 0;
-    for (const std::wstring& name : namesIn(temporary.path()))
-        folders += name.starts_with(L"{") ? 1 : 0;
     figures.put("runs of eight units at once", done);
     figures.put("failed runs and other streams than alone", wrong + units * runs - done);
     figures.put("units whose streams differ", double(std::set(expected.begin(), expected.end()).size()));
-    figures.put("folders left behind", double(folders));
-    figures.put("engines left behind", double(octavesWith(mark).size()));
+    figures.put("folders left behind", double(workingFoldersIn(temporary.path())));
+    const bool haveEnded = comesTrue([&] { return octavesWith(mark).empty(); });
+    figures.put("engines left after ten seconds", haveEnded ? 0 : double(octavesWith(mark).size()));
 }
 
 } // namespace solvane::soak

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+namespace solvane::soak {
+
+/// The working folders of units in that folder, which ends in a backslash.
+std::size_t workingFoldersIn(const std::wstring& folder);
+
+/// Waits for what is to come true within ten seconds, the time that ended processes have. Whether it did.
+bool comesTrue(const std::function<bool()>& condition);
+
+} // namespace solvane::soak
