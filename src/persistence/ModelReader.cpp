@@ -289,12 +289,28 @@ void DocumentReader::readDimensionality(CParameter& parameter, const std::string
 /// For what the library would print on the host's console.
 void ignoreMessage(void*, const char*, ...) {}
 
+std::string parseError(int line, const char* message) {
+    return "Parse error in xml data file, line " + std::to_string(line) + ": " + message;
+}
+
 /// The last fault is the one that is told.
 void ParseErrorHandler(void* error, const char* message, xmlParserSeverities,
                        xmlTextReaderLocatorPtr locator) {
-    const int line = locator ? xmlTextReaderLocatorLineNumber(locator) : -1;
     *static_cast<std::string*>(error) =
-        "Parse error in xml data file, line " + std::to_string(line) + ": " + message;
+        parseError(locator ? xmlTextReaderLocatorLineNumber(locator) : -1, message);
+}
+
+void keepFault(void* text, xmlError* fault) {
+    *static_cast<std::string*>(text) = parseError(fault->line, fault->message);
+}
+
+/// What is wrong with the first bytes is found before the reader can have a handler: it goes to `fault`.
+Unique<TextReaderPolicy> openReader(const std::string& path, std::string& fault) {
+    xmlSetGenericErrorFunc(nullptr, ignoreMessage);
+    xmlSetStructuredErrorFunc(&fault, keepFault);
+    Unique<TextReaderPolicy> reader(xmlReaderForFile(path.c_str(), nullptr, readerOptions));
+    xmlSetStructuredErrorFunc(nullptr, nullptr);
+    return reader;
 }
 
 } // namespace
@@ -303,8 +319,8 @@ bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
     const std::string path = unit.workingFolder + modelDocument;
     if (!prepareDocument(path, error))
         return false;
-    xmlSetGenericErrorFunc(nullptr, ignoreMessage);
-    const Unique<TextReaderPolicy> reader(xmlReaderForFile(path.c_str(), nullptr, readerOptions));
+    std::string firstFault;
+    const Unique<TextReaderPolicy> reader = openReader(path, firstFault);
     if (!reader) {
         error = "Failed to open XML data file in zipped file for reading";
         return false;
@@ -315,9 +331,8 @@ bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
     int state = 0;
     while ((state = xmlTextReaderRead(reader.get())) == 1)
         document.HandleModelNode();
-    // What is wrong with the first bytes was found before there was a handler.
     if (state < 0 && error.empty())
-        error = "Parse error in xml data file, line 1: the document can't be read";
+        error = firstFault.empty() ? parseError(1, "the document can't be read") : firstFault;
     return error.empty();
 }
 

@@ -108,7 +108,7 @@ TEST_F(ModelStream, aFailedLoadLeavesAnEmptyUsableUnit) {
         {zipOf({model[0]}, temporary.path()), L"File \"calc.m\" not present in zipped document"},
         {zipOf({model[1]}, temporary.path()), L"File \"unit.xml\" not present in zipped document"},
         {zipOf({model[1], {"unit.xml", std::string("<\0\0\0?\0\0\0", 8)}}, temporary.path()),
-         L"Parse error in xml data file, line 1: the document can't be read"},
+         L"Parse error in xml data file, line 1: encoding not supported USC4 little endian"},
         {zipOf({model[1], {"unit.xml", ""}}, temporary.path()), L"Parse error in xml data file, line 1: "},
         {zipOf({model[0], model[1]}, temporary.path()), L"File \"data.bin\" not present in zipped document"},
     };
