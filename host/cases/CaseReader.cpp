@@ -9,11 +9,11 @@ namespace solvane::host {
 
 namespace {
 
-/// nlohmann's text for what is wrong, without its own words for the place.
-std::string parseFault(const nlohmann::json::parse_error& fault) {
+/// nlohmann's text for what is wrong, behind `end` of its own words for the kind or the place.
+std::string faultText(const nlohmann::json::exception& fault, std::string_view end) {
     std::string text = fault.what();
-    const auto placeEnd = text.find(": ");
-    return placeEnd == std::string::npos ? text : text.substr(placeEnd + 2);
+    const auto ownWords = text.find(end);
+    return ownWords == std::string::npos ? text : text.substr(ownWords + end.size());
 }
 
 /// "line:column" of a byte, counted from 1.
@@ -119,7 +119,9 @@ bool readCase(std::string_view path, Case& result, std::string& error) {
             return true;
         error = pathText(file) + ": " + error;
     } catch (const nlohmann::json::parse_error& fault) {
-        error = pathText(file) + ":" + lineAndColumn(text, fault.byte) + ": " + parseFault(fault);
+        error = pathText(file) + ":" + lineAndColumn(text, fault.byte) + ": " + faultText(fault, ": ");
+    } catch (const nlohmann::json::out_of_range& fault) { // a number beyond all that a double can be
+        error = pathText(file) + ": " + faultText(fault, "] ");
     }
     return false;
 }

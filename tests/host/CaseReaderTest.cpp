@@ -198,6 +198,9 @@ TEST_F(CaseFiles, thatAreNoJsonTellLineAndColumn) {
 
     EXPECT_FALSE(readCase(folder.write("case.json", "{\"unit\": {\"name\": \"\xE4\"}}"), result, error));
     EXPECT_NE(error.find(":1:"), std::string::npos) << error;
+
+    EXPECT_FALSE(readCase(folder.write("case.json", "{\"flow\": 1e999}"), result, error));
+    EXPECT_EQ(error, path + ": number overflow parsing '1e999'");
 }
 
 TEST(Units, areReadAndWritten) {
