@@ -5,6 +5,7 @@
 #include <array>
 #include <mutex>
 #include <random>
+#include <system_error>
 
 namespace solvane::engine {
 
@@ -47,6 +48,12 @@ std::uint16_t listenOnLoopback(SOCKET socket) {
     return ntohs(address.sin_port);
 }
 
+/// Whether the listener may still accept the next connection: the caller was gone already, or too many are
+/// served at once.
+bool isPassing(int acceptFault) {
+    return acceptFault == WSAECONNRESET || acceptFault == WSAEMFILE || acceptFault == WSAENOBUFS;
+}
+
 /// Reads the greeting. Returns the role, or 0 for a stranger.
 char readRole(Connection& connection, std::string_view token) {
     std::array<char, tokenLength> offered;
@@ -80,14 +87,18 @@ EngineListener::~EngineListener() {
 void EngineListener::accept() {
     for (;;) {
         Socket accepted(::accept(socket_.get(), nullptr, nullptr));
-        if (!accepted)
-            return;
+        if (!accepted) {
+            if (!isPassing(WSAGetLastError()))
+                return;
+            Sleep(10);
+            continue;
+        }
         const BOOL noDelay = TRUE;
         setsockopt(accepted.get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&noDelay),
                    sizeof noDelay);
         // The thread ends with its connection, and the connection with Octave.
-        std::thread([connection = Connection(std::move(accepted)), token = token_,
-                     command = command_]() mutable {
+        auto serve = [connection = Connection(std::move(accepted)), token = token_,
+                      command = command_]() mutable {
             const char role = readRole(connection, token);
             if (role == gatewayRole) {
                 serveGateway(connection);
@@ -96,7 +107,12 @@ void EngineListener::accept() {
                 command->connection = std::move(connection);
                 SetEvent(command->arrived.get());
             }
-        }).detach();
+        };
+        try {
+            std::thread(std::move(serve)).detach();
+        } catch (const std::system_error&) {
+            // Without a thread the connection is hung up on.
+        }
     }
 }
 
