@@ -21,7 +21,8 @@ DWORD exitCodeAfter(const Fault& fault, const std::filesystem::path& findings) {
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};
-    EXPECT_TRUE(CreateProcessW(program, nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process));
+    EXPECT_TRUE(
+        CreateProcessW(program, nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process));
     WaitForSingleObject(process.hProcess, 30000);
     DWORD code = 0;
     GetExitCodeProcess(process.hProcess, &code);

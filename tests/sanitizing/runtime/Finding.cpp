@@ -32,7 +32,8 @@ private:
 void writeCall(Report& report, DWORD64 address) {
     HMODULE module = nullptr;
     char path[MAX_PATH] = "?";
-    if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+    if (GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                            reinterpret_cast<LPCSTR>(address), &module))
         GetModuleFileNameA(module, path, sizeof path);
     report.line("    %s+0x%llx\n", path, address - reinterpret_cast<DWORD64>(module));
@@ -46,7 +47,8 @@ void writeCalls(Report& report, CONTEXT context) {
         if (PRUNTIME_FUNCTION function = RtlLookupFunctionEntry(context.Rip, &base, nullptr)) {
             void* handlerData = nullptr;
             DWORD64 frame = 0;
-            RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, function, &context, &handlerData, &frame, nullptr);
+            RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, context.Rip, function, &context, &handlerData, &frame,
+                             nullptr);
         } else {
             MEMORY_BASIC_INFORMATION memory{};
             const auto* stack = reinterpret_cast<const DWORD64*>(context.Rsp);

@@ -1,9 +1,10 @@
-// A heap whose every block ends at a page that cannot be touched, and whose freed blocks stay untouchable until
-// long after: reading or writing beyond a block or after its release faults at the instruction that does it. Writes
-// before a block, and into the few bytes between its end and the next multiple of 16, show when it is freed.
+// A heap whose every block ends at a page that cannot be touched, and whose freed blocks stay untouchable
+// until long after: reading or writing beyond a block or after its release faults at the instruction that
+// does it. Writes before a block, and into the few bytes between its end and the next multiple of 16, show
+// when it is freed.
 //
-// The linker sends a module's malloc, calloc, realloc, free and _msize here (--wrap). Memory that system modules
-// allocated, and what exceeds the limits below, is the C library's and goes back to it.
+// The linker sends a module's malloc, calloc, realloc, free and _msize here (--wrap). Memory that system
+// modules allocated, and what exceeds the limits below, is the C library's and goes back to it.
 #include "Finding.h"
 
 #include <cstdint>
@@ -85,7 +86,8 @@ unsigned char* start(const Block* block) {
 
 [[noreturn]] void report(const char* what, const Block* block, const CONTEXT* where = nullptr) {
     char text[200];
-    std::snprintf(text, sizeof text, "%s a block of %llu bytes", what, static_cast<unsigned long long>(block->size));
+    std::snprintf(text, sizeof text, "%s a block of %llu bytes", what,
+                  static_cast<unsigned long long>(block->size));
     reportFinding(text, where);
 }
 
@@ -110,8 +112,8 @@ bool addArena() {
     if (arenaCount == std::size(arenas))
         return false;
     Arena arena{};
-    arena.memory = static_cast<unsigned char*>(
-        VirtualAlloc(nullptr, arenaPages * pageSize, MEM_RESERVE, PAGE_NOACCESS));
+    arena.memory =
+        static_cast<unsigned char*>(VirtualAlloc(nullptr, arenaPages * pageSize, MEM_RESERVE, PAGE_NOACCESS));
     arena.blocks = static_cast<Block*>(
         VirtualAlloc(nullptr, arenaPages * sizeof(Block), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
     if (!arena.memory || !arena.blocks)

@@ -21,15 +21,16 @@ struct TypeMismatch {
 
 [[noreturn]] void report(const char* what, const Place& place) {
     char text[400];
-    std::snprintf(text, sizeof text, "%s:%u:%u: %s", place.file ? place.file : "?", place.line, place.column, what);
+    std::snprintf(text, sizeof text, "%s:%u:%u: %s", place.file ? place.file : "?", place.line, place.column,
+                  what);
     reportFinding(text);
 }
 
 } // namespace
 
-#define CHECK(name, what, ...)                                                                                 \
-    extern "C" void __ubsan_handle_##name(const Place* place, ##__VA_ARGS__) {                                 \
-        report(what, *place);                                                                                  \
+#define CHECK(name, what, ...)                                                                               \
+    extern "C" void __ubsan_handle_##name(const Place* place, ##__VA_ARGS__) {                               \
+        report(what, *place);                                                                                \
     }
 
 using Value = void*;
