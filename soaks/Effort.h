@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 
 namespace solvane::soak {
 
@@ -10,6 +11,7 @@ struct Effort {
     bool isFull = false;
     double scale = 1; ///< a factor on every count
     std::uint32_t seed = 1;
+    std::optional<int> input; ///< only this one of the damaged inputs
 
     int of(int ordinary, int full) const {
         return std::max(1, static_cast<int>((isFull ? full : ordinary) * scale));

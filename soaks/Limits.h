@@ -7,7 +7,34 @@
 
 namespace solvane::soak {
 
-inline constexpr std::array limits = {
+/// Of a segment that tries damaged inputs at a door.
+constexpr auto doorLimits(const char* segment) {
+    return std::array{
+        Limit{segment, "damaged inputs", "", Bound::none, 0},
+        Limit{segment, "taken all the same", "", Bound::atLeast,
+              1}, // else the damage is too coarse to reach far
+        Limit{segment, "crashes, silent refusals, wrong answers", "", Bound::atMost, 0},
+        Limit{segment, "longest", "s", Bound::atMost, 30},
+        Limit{segment, "files outside the unit's folder", "", Bound::atMost, 0},
+        Limit{segment, "host: handles gained", "", Bound::atMost, 0},
+        Limit{segment, "host: threads gained", "", Bound::atMost, 0},
+        Limit{segment, "host: memory gained", "KiB", Bound::atMost, 4096},
+    };
+}
+
+template <std::size_t... Counts>
+constexpr auto joined(const std::array<Limit, Counts>&... parts) {
+    std::array<Limit, (Counts + ...)> all{};
+    std::size_t next = 0;
+    const auto append = [&](const auto& part) {
+        for (const Limit& limit : part)
+            all[next++] = limit;
+    };
+    (append(parts), ...);
+    return all;
+}
+
+inline constexpr std::array limitsOfWork = {
     Limit{"commands", "commands of a played gateway", "", Bound::none, 0},
     Limit{"commands", "wrong answers", "", Bound::atMost, 0},
     Limit{"commands", "failed runs", "", Bound::atMost, 0},
@@ -49,5 +76,15 @@ inline constexpr std::array limits = {
     Limit{"host", "temporary folders of the dead", "", Bound::none, 0},
     Limit{"host", "temporary folders left after the next start", "", Bound::atMost, 0},
 };
+
+inline constexpr std::array limitsOfEngine = {
+    Limit{"socket", "engine: handles gained", "", Bound::atMost, 0},
+    Limit{"socket", "engine: threads gained", "", Bound::atMost, 0},
+    Limit{"socket", "engine: memory gained", "KiB", Bound::atMost, 4096},
+};
+
+inline constexpr auto limits =
+    joined(limitsOfWork, doorLimits("models"), doorLimits("bags"), doorLimits("requests10"),
+           doorLimits("requests11"), doorLimits("cases"), doorLimits("socket"), limitsOfEngine);
 
 } // namespace solvane::soak

@@ -13,6 +13,12 @@ void soakRuns(const Effort& effort, const Figures& figures);
 void soakTogether(const Effort& effort, const Figures& figures);
 void soakEngineKills(const Effort& effort, const Figures& figures);
 void soakHostKills(const Effort& effort, const Figures& figures);
+void soakModels(const Effort& effort, const Figures& figures);
+void soakBags(const Effort& effort, const Figures& figures);
+void soakRequests10(const Effort& effort, const Figures& figures);
+void soakRequests11(const Effort& effort, const Figures& figures);
+void soakCases(const Effort& effort, const Figures& figures);
+void soakSocket(const Effort& effort, const Figures& figures);
 
 struct Segment {
     const char* name;
@@ -29,6 +35,13 @@ inline constexpr std::array segments = {
     Segment{"engine", "The engine killed at any moment: a clear error, and the next run works",
             soakEngineKills},
     Segment{"host", "The host killed at any moment: nothing is left behind", soakHostKills},
+    Segment{"models", "Damaged model files and streams", soakModels},
+    Segment{"bags", "Damaged models in a host's property bag", soakBags},
+    Segment{"requests10", "Requests of any content from the gateway, on materials of version 1.0",
+            soakRequests10},
+    Segment{"requests11", "The same on materials of version 1.1", soakRequests11},
+    Segment{"cases", "Damaged case files of the sample host", soakCases},
+    Segment{"socket", "Strangers, floods and half messages on the engine's socket", soakSocket},
 };
 
 } // namespace solvane::soak

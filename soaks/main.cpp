@@ -43,6 +43,8 @@ DWORD startSegment(const Segment& segment, const Options& options, const std::ws
                                     std::to_wstring(options.effort.seed)};
     if (options.effort.isFull)
         words.push_back(L"--full");
+    if (options.effort.input)
+        words.insert(words.end(), {L"--input", std::to_wstring(*options.effort.input)});
     const Handle running = startSelf(words);
     WaitForSingleObject(running.get(), INFINITE);
     DWORD code = 1;
@@ -105,6 +107,8 @@ int runProgram(int count, char** arguments) {
     app.add_flag("--full", options.effort.isFull, "As many of everything as proof takes: hours");
     app.add_option("--scale", options.effort.scale, "A factor on every count")->check(CLI::PositiveNumber);
     app.add_option("--seed", options.effort.seed, "Of what is random");
+    app.add_option("--input", options.effort.input,
+                   "Of the damaged inputs of a segment, only the one of that number");
     app.add_flag("--list", onlyLists, "Only name the segments");
     app.add_option("--figures", options.figureFile)->group(""); // how a segment's process is told its file
     app.footer("Exit codes: 0 all holds, 1 a limit is broken, 2 a bad command line.");

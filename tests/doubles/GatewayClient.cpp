@@ -47,21 +47,28 @@ GatewayClient::GatewayClient(const std::wstring& workingFolder) {
         ADD_FAILURE() << "the unit's channel can't be opened by the id \"" << id << '"';
 }
 
-void GatewayClient::send(const Wire& command) {
+void GatewayClient::send(std::string_view command) {
     if (!isOpen())
         return;
     std::fill_n(static_cast<char*>(view_.get()), size_, untouched);
-    std::memcpy(view_.get(), command.bytes().data(), command.bytes().size());
+    std::memcpy(view_.get(), command.data(), command.size());
     SetEvent(requestEvent_.get());
 }
 
-std::string GatewayClient::call(const Wire& command) {
-    send(command);
+bool GatewayClient::receive(std::string& block) {
     if (!isOpen())
-        return {};
-    if (WaitForSingleObject(replyEvent_.get(), patience) != WAIT_OBJECT_0)
+        return false;
+    const bool isAnswered = WaitForSingleObject(replyEvent_.get(), patience) == WAIT_OBJECT_0;
+    block.assign(static_cast<const char*>(view_.get()), size_);
+    return isAnswered;
+}
+
+std::string GatewayClient::call(const Wire& command) {
+    std::string block;
+    send(command);
+    if (!receive(block) && isOpen())
         ADD_FAILURE() << "the unit did not answer";
-    return {static_cast<const char*>(view_.get()), size_};
+    return block;
 }
 
 void GatewayClient::expect(const Wire& command, const Wire& reply, std::source_location where) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <source_location>
 #include <string>
+#include <string_view>
 
 namespace solvane {
 
@@ -45,7 +46,11 @@ public:
     bool isOpen() const { return static_cast<bool>(view_); }
 
     /// Puts a command into the block and signals; the answer stays unread.
-    void send(const Wire& command);
+    void send(const Wire& command) { send(command.bytes()); }
+    void send(std::string_view command);
+    /// Waits for the answer to what was sent. False where none comes; else the whole block as the unit left
+    /// it.
+    bool receive(std::string& block);
 
     /// Sends a command and gives the whole block as the unit left it.
     std::string call(const Wire& command);

@@ -98,7 +98,7 @@ TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
             expected.replace(end, 1, "\r\n");
         EXPECT_EQ(warnings, expected.empty() ? "" : "Solvane Unit Operation: " + expected);
         const std::string written = *row.written ? row.written : row.read;
-        EXPECT_EQ(savedEntries().at(0).second, document(information + (emptyOutput + written)));
+        EXPECT_EQ(savedEntries().at(0).second, unitDocument(information + (emptyOutput + written)));
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Container.h"
 #include "Folders.h"
 #include "HostStream.h"
 #include "HostedUnit.h"
@@ -8,17 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
 #include <vector>
 
 namespace solvane {
-
-/// A file of a container: its name and its bytes.
-using Entry = std::pair<std::string, std::string>;
-
-/// A zip made from these files, in their order, and the files of one. `folder` is for a file on the way.
-std::string zipOf(const std::vector<Entry>& entries, const std::wstring& folder);
-std::vector<Entry> entriesOf(const std::string& container, const std::wstring& folder);
 
 /// A unit that is loaded from containers and saved to them through a host's stream.
 class ModelFileTest : public testing::Test {
@@ -36,11 +29,7 @@ protected:
     HRESULT load(const std::vector<Entry>& entries) { return load(zipOf(entries, temporary.path())); }
     /// A document around these elements, with a script.
     HRESULT loadElements(const std::string& elements) {
-        return load({{"calc.m", "1;"}, {"unit.xml", document(elements)}});
-    }
-    static std::string document(const std::string& elements) {
-        return "<?xml version=\"1.0\" standalone=\"yes\"?>\n<UnitOperation>\n" + elements +
-               "</UnitOperation>\n";
+        return load({{"calc.m", "1;"}, {"unit.xml", unitDocument(elements)}});
     }
 
     /// The saved unit; empty where it can't be saved.

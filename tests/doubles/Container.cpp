@@ -1,5 +1,6 @@
-#include "ModelFileTest.h"
+#include "Container.h"
 
+#include "Folders.h"
 #include "com/Text.h"
 
 #include <minizip/unzip.h>
@@ -42,6 +43,10 @@ std::vector<Entry> entriesOf(const std::string& container, const std::wstring& f
     unzClose(zip);
     DeleteFileW(path.c_str());
     return entries;
+}
+
+std::string unitDocument(const std::string& elements) {
+    return "<?xml version=\"1.0\" standalone=\"yes\"?>\n<UnitOperation>\n" + elements + "</UnitOperation>\n";
 }
 
 } // namespace solvane

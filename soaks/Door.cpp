@@ -1,0 +1,120 @@
+#include "Door.h"
+
+#include "Folders.h"
+#include "Growth.h"
+#include "Progress.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <optional>
+#include <stop_token>
+#include <thread>
+
+namespace solvane::soak {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds patience(60); // for one input
+constexpr int mostToldFaults = 10;
+
+std::atomic<std::uint32_t> seedInWork;
+std::atomic<int> numberInWork;
+
+void tell(const char* what) {
+    std::printf("  seed %u, input %d: %s\n", seedInWork.load(), numberInWork.load(), what);
+    std::fflush(stdout);
+}
+
+LONG CALLBACK tellCrash(EXCEPTION_POINTERS* crash) {
+    char text[60];
+    std::snprintf(text, sizeof text, "crash, code 0x%lX", crash->ExceptionRecord->ExceptionCode);
+    tell(text);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+/// Ends the process where one input takes too long.
+class HangWatch {
+public:
+    HangWatch() : thread_([this](std::stop_token stop) { watch(stop); }) {}
+
+    void begin() { began_ = Clock::now().time_since_epoch().count(); }
+
+private:
+    void watch(const std::stop_token& stop) const {
+        while (!stop.stop_requested()) {
+            Sleep(100);
+            const Clock::time_point began{Clock::duration(began_.load())};
+            if (Clock::now() - began < patience)
+                continue;
+            tell("still not done after a minute");
+            TerminateProcess(GetCurrentProcess(), 1);
+        }
+    }
+
+    std::atomic<Clock::rep> began_ = Clock::now().time_since_epoch().count();
+    std::jthread thread_;
+};
+
+std::vector<std::wstring> namesOutside() {
+    wchar_t temporary[MAX_PATH + 1];
+    GetTempPathW(MAX_PATH + 1, temporary);
+    std::vector<std::wstring> names = namesIn(temporary);
+    const std::vector<std::wstring> current = namesIn(L".\\");
+    names.insert(names.end(), current.begin(), current.end());
+    // A unit's folder has a name of its own in every run of it.
+    for (std::wstring& name : names)
+        if (name.starts_with(L'{'))
+            name = L"{unit}";
+    return names;
+}
+
+} // namespace
+
+void soakDoor(Door& door, const Effort& effort, int count, const Figures& figures) {
+    SetUnhandledExceptionFilter(tellCrash);
+    std::signal(SIGABRT, [](int) { tell("aborted"); });
+    seedInWork = effort.seed;
+    HangWatch watch;
+    const int first = effort.input.value_or(0);
+    const int end = effort.input ? first + 1 : count;
+    Progress progress("damaged inputs", end - first);
+    std::vector<std::wstring> outside;
+    std::optional<Growth> growth;
+    int accepted = 0;
+    int faults = 0;
+    auto longest = Clock::duration::zero();
+    // What is only made once is made by the first tenth.
+    const int warmUp = first + (end - first) / 10;
+    for (int number = first; number < end; ++number) {
+        numberInWork = number;
+        watch.begin();
+        const auto began = Clock::now();
+        const Verdict verdict = door.attempt(effort.seed, number);
+        longest = std::max(longest, Clock::now() - began);
+        accepted += verdict.isAccepted;
+        if (!verdict.fault.empty() && ++faults <= mostToldFaults)
+            tell(verdict.fault.c_str());
+        if (number == warmUp) {
+            growth.emplace("host", GetCurrentProcessId());
+            outside = namesOutside();
+            door.isWarm();
+        }
+        progress.at(number + 1 - first);
+    }
+    growth->put(figures);
+    std::signal(SIGABRT, SIG_DFL);
+    figures.put("damaged inputs", end - first);
+    figures.put("taken all the same", accepted);
+    figures.put("crashes, silent refusals, wrong answers", faults);
+    figures.put("longest", std::chrono::duration<double>(longest).count());
+    figures.put("files outside the unit's folder", namesOutside() == outside ? 0 : 1);
+}
+
+} // namespace solvane::soak
