@@ -11,8 +11,7 @@ namespace solvane::host {
 
 namespace {
 
-/// The gateway's build for each ending that an engine gives its binary functions. Octave finds its own beside
-/// the server.
+/// The gateway's build for each ending that Matlab gives its binary functions.
 struct GatewayBuild {
     std::wstring_view ending;
     const wchar_t* file;
@@ -22,7 +21,6 @@ constexpr std::array matlabBuilds{
     GatewayBuild{L"mexw32", L"CapeOpenUnitMex.mexw32-77"},
     GatewayBuild{L"dll", L"CapeOpenUnitMex.dll5"},
 };
-constexpr std::array octaveFolders{L"octave\\windows", L"octave\\linux"};
 
 std::wstring answerOf(const Machine& machine, const wchar_t* command) {
     std::wstring output;
@@ -30,15 +28,27 @@ std::wstring answerOf(const Machine& machine, const wchar_t* command) {
     return output.substr(0, output.find_last_not_of(L"\r\n") + 1);
 }
 
-std::filesystem::path gatewayFor(const Machine& machine) {
-    if (machine.isOctave)
-        return machine.engineProgram.parent_path() /
-               octaveFolders[answerOf(machine, L"disp(ispc())") == L"1" ? 0 : 1] / L"CapeOpenUnitMex.mex";
+Finding lookAtGatewayForMatlab(const Machine& machine) {
     const std::wstring ending = answerOf(machine, L"disp(mexext)");
     for (const GatewayBuild& build : matlabBuilds)
-        if (ending == build.ending)
-            return machine.unitFolder / build.file;
-    return {};
+        if (ending == build.ending) {
+            const std::filesystem::path file = machine.unitFolder / build.file;
+            std::error_code fault;
+            if (std::filesystem::exists(file, fault))
+                return {pathText(file.filename()), {}};
+            return {pathText(file) + " is missing", filesAgain};
+        }
+    return {"There is no gateway for this Matlab", "Use Matlab for Windows, of 32 or 64 bits."};
+}
+
+/// The server has put the build for its Octave on the path.
+Finding lookAtGatewayForOctave(const Machine& machine) {
+    constexpr wchar_t binaryFile[] = L"3";
+    if (answerOf(machine, L"disp(exist('CapeOpenUnitMex'))") == binaryFile)
+        return {"CapeOpenUnitMex.mex", {}};
+    return {"CapeOpenUnitMex.mex is missing below " +
+                pathText(machine.engineProgram.parent_path() / "octave"),
+            filesAgain};
 }
 
 /// The contents of the toolbox, and the files that they name.
@@ -58,16 +68,15 @@ std::vector<std::filesystem::path> toolboxFiles(const std::filesystem::path& fol
 } // namespace
 
 Finding lookAtEngineFiles(Machine& machine) {
-    std::vector<std::filesystem::path> files = toolboxFiles(machine.unitFolder);
-    const std::filesystem::path gateway = gatewayFor(machine);
-    if (gateway.empty())
-        return {"There is no gateway for this Matlab", "Use Matlab for Windows, of 32 or 64 bits."};
-    files.push_back(gateway);
+    const Finding gateway =
+        machine.isOctave ? lookAtGatewayForOctave(machine) : lookAtGatewayForMatlab(machine);
+    if (!gateway.isRight())
+        return gateway;
+    const std::vector<std::filesystem::path> files = toolboxFiles(machine.unitFolder);
     for (const std::filesystem::path& file : files)
         if (std::error_code fault; !std::filesystem::exists(file, fault))
             return {pathText(file) + " is missing", filesAgain};
-    return {pathText(gateway.filename()) + " and the " + std::to_string(files.size() - 2) +
-                " functions of scripts are there",
+    return {gateway.text + " and the " + std::to_string(files.size() - 1) + " functions of scripts are there",
             {}};
 }
 
