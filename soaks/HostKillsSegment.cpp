@@ -77,7 +77,8 @@ void soakHostKills(const Effort& effort, const Figures& figures) {
 
         markDescendants(mark + L"-next");
         const Handle next = startSelf({roleOption, L"host", L"1"});
-        WaitForSingleObject(next.get(), startPatience);
+        if (WaitForSingleObject(next.get(), startPatience) == WAIT_TIMEOUT)
+            killProcess(GetProcessId(next.get()));
         DWORD code = 1;
         GetExitCodeProcess(next.get(), &code);
         if (code != 0) {
