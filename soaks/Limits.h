@@ -51,8 +51,9 @@ inline constexpr std::array limitsOfWork = {
     Limit{"runs", "host: threads gained", "", Bound::atMost, 0},
     Limit{"runs", "host: memory gained", "KiB", Bound::atMost, 256},
     Limit{"runs", "engine: handles gained", "", Bound::atMost, 0},
-    Limit{"runs", "engine: threads gained", "", Bound::atMost, 0},
-    Limit{"runs", "engine: memory gained", "KiB", Bound::atMost, 256},
+    // COM's pool there grows and shrinks by a thread, whose stack counts a MiB.
+    Limit{"runs", "engine: threads gained", "", Bound::atMost, 2},
+    Limit{"runs", "engine: memory gained", "KiB", Bound::atMost, 2048 + 256},
     Limit{"runs", "Octave: memory gained a run", "KiB", Bound::atMost, 4},
     Limit{"runs", "temporary files gained", "", Bound::atMost, 0},
 

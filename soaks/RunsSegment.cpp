@@ -80,8 +80,9 @@ void soakRuns(const Effort& effort, const Figures& figures) {
     figures.put("different products of 20 temperatures", double(differing.size()));
     ownGrowth.put(figures);
     serverGrowth.put(figures);
-    figures.put("Octave: memory gained a run",
-                (memoryOf(octaves.front()) - octaveMemory) / 1024 / std::max(1, runs - warm));
+    if (octaveMemory > 0) // could be read
+        figures.put("Octave: memory gained a run",
+                    (memoryOf(octaves.front()) - octaveMemory) / 1024 / std::max(1, runs - warm));
     figures.put("temporary files gained", double(namesIn(temporary.path()).size()) - double(files));
 }
 
