@@ -6,7 +6,6 @@
 #include "com/Handle.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace solvane {
 
@@ -110,10 +109,10 @@ TEST_F(WorkingFolder, aRunWithoutItsWholeScriptsFailsBeforeMatlabSeesThem) {
          },
          L"Failed to open run script for reading: No such file or directory"},
         {[](const std::wstring& folder) {
-             std::filesystem::remove_all(folder);
+             CreateDirectoryW((folder + L"unitCalc.m").c_str(), nullptr);
              return nullptr;
          },
-         L"Failed to open run script for writing: No such file or directory"},
+         L"Failed to open run script for writing: Permission denied"},
         {[](const std::wstring& folder) { return std::make_shared<FileOnFullDisk>(folder, L"unitCalc.m"); },
          L"Failed to open run script for writing: No space left on device"},
         {[](const std::wstring& folder) { return std::make_shared<FileOnFullDisk>(folder, L"initRun.m"); },
