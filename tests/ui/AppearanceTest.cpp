@@ -63,18 +63,16 @@ protected:
     }
 
     /// What stands within a list, or in a drop-down list, is the system's.
+    static BOOL CALLBACK addIfShown(HWND child, LPARAM list) {
+        const std::wstring parent = classOf(GetParent(child));
+        if (IsWindowVisible(child) && (parent == L"#32770" || parent == WC_TABCONTROLW) &&
+            classOf(child) != UPDOWN_CLASSW)
+            reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+        return TRUE;
+    }
     static std::vector<HWND> shownIn(const WindowDriver& user) {
         std::vector<HWND> shown;
-        EnumChildWindows(
-            user.here(),
-            [](HWND child, LPARAM list) -> BOOL {
-                const std::wstring parent = classOf(GetParent(child));
-                if (IsWindowVisible(child) && (parent == L"#32770" || parent == WC_TABCONTROLW) &&
-                    classOf(child) != UPDOWN_CLASSW)
-                    reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&shown));
+        EnumChildWindows(user.here(), addIfShown, reinterpret_cast<LPARAM>(&shown));
         return shown;
     }
 
