@@ -14,7 +14,8 @@ constexpr int maxIterations = 100;
 constexpr double smallEnough = 1e-13;
 constexpr double nearlySmallEnough = 1e-10; ///< from here on a step that does not halve the residuals ends it
 constexpr double longestStep = 4.0;         ///< a factor of 55 in an amount
-constexpr double rounding = 1e-13;          ///< of the objective, relative to it or to 1
+/// Of the objective, relative to it or to 1, as the fugacities of cold dense liquids are rounded.
+constexpr double rounding = 1e-11;
 
 double largest(const std::vector<double>& values) {
     double result = 0;

@@ -100,22 +100,6 @@ bool narrow(Sample& low, Sample& high, double tolerance, const Path& path) {
     return true;
 }
 
-/// Places up to where the path ends, as at a critical point, between one that has a state and one that has
-/// none. They crowd at the end, where properties turn quickly.
-std::vector<double> placesToTheEnd(double last, double beyond, const Path& path) {
-    double end = last;
-    for (int i = 0; i < 40; ++i) {
-        const double middle = (end + beyond) / 2;
-        (path(middle) ? end : beyond) = middle;
-    }
-    std::vector<double> places;
-    for (double rest = (end - last) / 2; rest > 1e-4 * (end - last); rest /= 2) {
-        places.push_back(end - rest);
-    }
-    places.push_back(end);
-    return places;
-}
-
 } // namespace
 
 double overallProperty(const Mixture& mixture, const Equilibrium& state, double MolarProperties::*property) {
@@ -150,47 +134,95 @@ bool take(const Mixture& mixture, const Sample& low, const Sample& high, const G
     return true;
 }
 
-/// Follows the path from place to place until the difference changes its sign.
-bool search(const Mixture& mixture, const Path& path, std::vector<double> places, const GivenProperty& given,
-            Equilibrium& result, std::string& error) {
-    std::optional<Sample> low;
-    constexpr double beyond = std::numeric_limits<double>::infinity();
-    double least = beyond;
-    double greatest = -beyond;
-    bool jumps = false;
-    bool isCrowded = false; // the places before one without a state
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        std::optional<Sample> high = path(places[i]);
-        if (!high) {
-            if (low && !isCrowded) {
-                const std::vector<double> more = placesToTheEnd(low->place, places[i], path);
-                places.insert(places.begin() + static_cast<std::ptrdiff_t>(i--), more.begin(), more.end());
-            } else {
-                low.reset();
-            }
-            isCrowded = !isCrowded && low;
-            continue;
-        }
-        least = std::min(least, high->difference + given.value);
-        greatest = std::max(greatest, high->difference + given.value);
-        if (low && (low->difference > 0) != (high->difference > 0)) {
-            // Volumes go over many decades.
-            const double tolerance =
-                1e-12 * (given.property == &MolarProperties::volume ? given.value : greatest - least);
-            Sample upper = *high;
-            if (narrow(*low, upper, tolerance, path) &&
-                take(mixture, *low, upper, given, tolerance, result)) {
+/// Follows a path upwards from place to place until the difference changes its sign.
+class Search {
+public:
+    Search(const Mixture& mixture, const Path& path, const GivenProperty& given)
+        : mixture_(mixture), path_(path), given_(given) {}
+
+    bool find(const std::vector<double>& places, Equilibrium& result, std::string& error) {
+        for (double place : places) {
+            if (std::optional<Sample> sample = path_(place)) {
+                if (reaches(*std::move(sample), result)) {
+                    return true;
+                }
+            } else if (last_ && goToTheEnd(place, result)) {
                 return true;
             }
-            jumps = true;
         }
-        low = std::move(high);
+        error = least_ > greatest_ ? "there are no such states"
+                : jumps_           ? text("falls where the states jump, within ", least_, " to ", greatest_)
+                                   : text("lies outside ", least_, " to ", greatest_);
+        return false;
     }
-    error = least > greatest ? "there are no such states"
-            : jumps          ? text("falls where the states jump, within ", least, " to ", greatest)
-                             : text("lies outside ", least, " to ", greatest);
-    return false;
-}
+
+private:
+    /// Goes on to the next state. True where one that has the value lies between the last and this.
+    bool reaches(Sample next, Equilibrium& result) {
+        least_ = std::min(least_, next.difference + given_.value);
+        greatest_ = std::max(greatest_, next.difference + given_.value);
+        if (last_ && (last_->difference > 0) != (next.difference > 0)) {
+            // Volumes go over many decades.
+            const double tolerance =
+                1e-12 * (given_.property == &MolarProperties::volume ? given_.value : greatest_ - least_);
+            Sample low = *last_;
+            Sample high = next;
+            if (narrow(low, high, tolerance, path_) && take(mixture_, low, high, given_, tolerance, result)) {
+                return true;
+            }
+            jumps_ = true;
+        }
+        step_.reset();
+        if (last_) {
+            step_ = {next.place - last_->place, next.difference - last_->difference};
+        }
+        last_ = std::move(next);
+        return false;
+    }
+
+    /// Goes on to where the path ends before `beyond`, as at a critical point. Each halving that finds a
+    /// state is the next of them, so they crowd at the end, where properties turn quickly.
+    bool goToTheEnd(double beyond, Equilibrium& result) {
+        for (int i = 0; i < 40 && isWorthGoing(beyond - last_->place); ++i) {
+            const double middle = (last_->place + beyond) / 2;
+            std::optional<Sample> sample = path_(middle);
+            if (!sample) {
+                beyond = middle;
+            } else if (reaches(*std::move(sample), result)) {
+                return true;
+            }
+        }
+        last_.reset();
+        step_.reset();
+        return false;
+    }
+
+    /// Whether states this near may have the value, or the bounds that an error tells are still rough. Close
+    /// to a critical point properties change with the square root of the distance from it, elsewhere less.
+    bool isWorthGoing(double distance) const {
+        if (!step_) {
+            return true;
+        }
+        constexpr double safety = 10;
+        constexpr double rough = 1e-2;
+        const double change = std::abs(step_->change) * std::sqrt(distance / step_->length);
+        return std::abs(last_->difference) < safety * change || change > rough * (greatest_ - least_);
+    }
+
+    struct Step {
+        double length;
+        double change;
+    };
+
+    const Mixture& mixture_;
+    const Path& path_;
+    GivenProperty given_;
+    std::optional<Sample> last_;
+    std::optional<Step> step_; ///< to the last sample
+    double least_ = std::numeric_limits<double>::infinity();
+    double greatest_ = -std::numeric_limits<double>::infinity();
+    bool jumps_ = false;
+};
 
 std::vector<double> evenPlaces(double first, double last, int steps) {
     std::vector<double> places;
@@ -216,7 +248,7 @@ Path stableStates(const Mixture& mixture, const GivenProperty& given, const Cond
 bool flashAtPressure(const Mixture& mixture, double pressure, const GivenProperty& given, Equilibrium& result,
                      std::string& error) {
     const Path path = stableStates(mixture, given, [=](double t) { return std::pair(t, pressure); });
-    if (search(mixture, path, {lowestTemperature, highestTemperature}, given, result, error)) {
+    if (Search(mixture, path, given).find({lowestTemperature, highestTemperature}, result, error)) {
         return true;
     }
     error = text("at ", pressure, " Pa ", error, ", the values from ", lowestTemperature, " K to ",
@@ -231,8 +263,8 @@ bool flashAtTemperature(const Mixture& mixture, double temperature, const GivenP
     constexpr int steps = 60;
     const Path path = stableStates(
         mixture, given, [=](double logarithm) { return std::pair(temperature, std::exp(logarithm)); });
-    if (search(mixture, path, evenPlaces(std::log(lowestPressure), std::log(highestPressure), steps), given,
-               result, error)) {
+    if (Search(mixture, path, given)
+            .find(evenPlaces(std::log(lowestPressure), std::log(highestPressure), steps), result, error)) {
         return true;
     }
     error = text("at ", temperature, " K ", error, ", the values from ", lowestPressure, " Pa to ",
@@ -254,9 +286,10 @@ bool flashAtVaporFraction(const Mixture& mixture, double vaporFraction, const Gi
     };
     const auto hottest = std::ranges::max(mixture.compounds, {}, &Compound::criticalTemperature);
     constexpr int steps = 60;
-    if (search(mixture, path,
-               evenPlaces(std::log(lowestTemperature), std::log(1.1 * hottest->criticalTemperature), steps),
-               given, result, error)) {
+    if (Search(mixture, path, given)
+            .find(
+                evenPlaces(std::log(lowestTemperature), std::log(1.1 * hottest->criticalTemperature), steps),
+                result, error)) {
         return true;
     }
     error = text("at vapor fraction ", vaporFraction, " ", error, ", the values up to the critical point");

@@ -307,6 +307,17 @@ TEST(Flash, waterAndOilStayOneLiquidInAPackageOfOneLiquid) {
     EXPECT_EQ(state.phases[0].phase, Phase::liquid);
 }
 
+// The amounts of water in the vapour are far below what rounding leaves of the Gibbs energy.
+TEST(Flash, vaporStaysBesideFrozenWater) {
+    const Feed feed{packageOf({"methane", "water"}), {0.02, 0.98}};
+    for (double t = 60; t < 80; ++t) {
+        SCOPED_TRACE(testing::Message() << t << " K");
+        const Equilibrium state = flashed(feed.package, feed.composition, {temperature, t}, {pressure, 500});
+        ASSERT_EQ(state.phases.size(), 2u);
+        expectEquilibrium(feed, state);
+    }
+}
+
 // Beside the vapour there is one liquid, water or oil, though the equation would rather have both and no
 // vapour.
 TEST(Flash, vaporCondensesWhereItWouldBecomeTwoLiquids) {
