@@ -62,7 +62,7 @@ bool comparePhaseProperty(host::Generation generation, const std::string& direct
         added.push_back(commands[i] - calls[i]);
     std::printf("  microseconds: ping-pong %.1f, through the channel %.1f, direct %.1f\n",
                 median(timings["ping"]), median(commands), median(calls));
-    return printAtMost("(e) (getSinglePhaseProperty - direct calls) / ping-pong",
+    return printAtMost("(e) (getSinglePhaseProperty - " + direct + ") / ping-pong",
                        median(ratios(added, timings["ping"])), 1.15);
 }
 

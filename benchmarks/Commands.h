@@ -12,6 +12,7 @@ inline constexpr std::size_t commandCompounds = 10;
 struct CommandRequest {
     std::string name;
     std::string bytes;
+    double goal = 1.5; ///< in bare round trips
 };
 
 /// In the order of their codes; without the host's log, which an answer need not wait for.

@@ -62,7 +62,7 @@ bool comparePhases() {
 
 ModelBag modelOf(std::size_t parameters, std::size_t files) {
     ModelBag bag;
-    bag.script("").reports({L"Duties"});
+    bag.script("1;").reports({L"Duties"});
     for (std::size_t i = 1; i < parameters; ++i)
         bag.parameter(L"p" + std::to_wstring(i), L"real", Variant(1.0));
     bag.parameter(L"Duty", L"real", Variant(1.0));
