@@ -68,8 +68,7 @@ std::vector<std::filesystem::path> toolboxFiles(const std::filesystem::path& fol
 } // namespace
 
 Finding lookAtEngineFiles(Machine& machine) {
-    const Finding gateway =
-        machine.isOctave ? lookAtGatewayForOctave(machine) : lookAtGatewayForMatlab(machine);
+    Finding gateway = machine.isOctave ? lookAtGatewayForOctave(machine) : lookAtGatewayForMatlab(machine);
     if (!gateway.isRight())
         return gateway;
     const std::vector<std::filesystem::path> files = toolboxFiles(machine.unitFolder);

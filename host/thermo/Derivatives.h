@@ -35,10 +35,9 @@ template <class Function>
 std::vector<double> derived(const Function& function, Derivative derivative, double temperature,
                             double pressure, const std::vector<double>& fractions, std::size_t count,
                             bool molar) {
-    const std::vector<double> values = function(temperature, pressure, std::span<const double>(fractions));
-    if (derivative == Derivative::none) {
+    std::vector<double> values = function(temperature, pressure, std::span<const double>(fractions));
+    if (derivative == Derivative::none)
         return values;
-    }
     Dual t = temperature;
     Dual p = pressure;
     std::vector<Dual> x(fractions.begin(), fractions.end());
