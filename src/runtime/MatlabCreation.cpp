@@ -10,11 +10,13 @@ bool isWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-/// A turn of this unit among all of the machine.
+/// A turn of this unit among all of the machine. One whose holder hangs is not waited for: COM itself gives a
+/// server up after half a minute.
 class Turn {
 public:
     Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"SolvaneUnitOperationStartMutex")) {
-        WaitForSingleObject(mutex_.get(), INFINITE);
+        constexpr DWORD patience = 45'000; // milliseconds
+        WaitForSingleObject(mutex_.get(), patience);
     }
     ~Turn() { ReleaseMutex(mutex_.get()); }
     Turn(const Turn&) = delete;
