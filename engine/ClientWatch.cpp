@@ -1,7 +1,7 @@
 #include "ClientWatch.h"
 
-#include "WinePaths.h"
 #include "com/Handle.h"
+#include "com/Wine.h"
 
 #include <tlhelp32.h>
 

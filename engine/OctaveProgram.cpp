@@ -1,7 +1,9 @@
 #include "OctaveProgram.h"
 
+#include "OctaveText.h"
 #include "WinePaths.h"
 #include "com/Registry.h"
+#include "com/Wine.h"
 
 #include <algorithm>
 #include <array>
@@ -110,10 +112,8 @@ std::wstring OctaveProgram::commandLine(const std::wstring& engineFolder) const 
     if (!isLinux())
         return options + L" --path \"" + engineFolder + L"\" --eval solvaneEngine";
     // Wine's name of a drive has a colon, which parts the folders of a path: the link's target has none.
-    std::wstring folder = unixPath(engineFolder);
-    for (std::size_t quote = 0; (quote = folder.find(L'\'', quote)) != folder.npos; quote += 2)
-        folder.insert(quote, 1, L'\'');
-    return options + L" --eval \"addpath (canonicalize_file_name ('" + folder + L"')); solvaneEngine\"";
+    return options + L" --eval \"addpath (canonicalize_file_name ('" + octaveText(unixPath(engineFolder)) +
+           L"')); solvaneEngine\"";
 }
 
 HRESULT OctaveProgram::start(const std::wstring& engineFolder, Handle& process, std::wstring& error) const {

@@ -1,5 +1,6 @@
 #include "OctaveSession.h"
 
+#include "OctaveText.h"
 #include "com/Text.h"
 
 #include <algorithm>
@@ -38,10 +39,7 @@ std::wstring withApostrophesDoubled(const std::wstring& command) {
     const std::wstring folder = command.substr(begin + 1, end - begin - 1);
     if (folder.find(L'\'') == std::wstring::npos || !isFolder(folder))
         return command;
-    std::wstring doubled = command.substr(0, begin + 1);
-    for (const wchar_t c : folder)
-        doubled.append(c == L'\'' ? 2 : 1, c);
-    return doubled + command.substr(end);
+    return command.substr(0, begin + 1) + octaveText(folder) + command.substr(end);
 }
 
 } // namespace

@@ -8,10 +8,6 @@
 
 namespace solvane::engine {
 
-bool isWine() {
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
-
 std::wstring unixPath(const std::wstring& windowsPath) {
     using Translate = char*(__cdecl*)(const wchar_t* path);
     const auto translate = reinterpret_cast<Translate>(reinterpret_cast<void*>(

@@ -5,8 +5,6 @@
 
 namespace solvane::engine {
 
-bool isWine();
-
 /// The Linux path of a Windows path under Wine, whether or not it exists; empty where there is none.
 std::wstring unixPath(const std::wstring& windowsPath);
 

@@ -1,6 +1,7 @@
 #include "FilePath.h"
 
 #include "com/Text.h"
+#include "com/Wine.h"
 
 #include <windows.h>
 
@@ -18,10 +19,6 @@ constexpr wchar_t unixRoot[] = L"Z:";
 constexpr wchar_t unfinished[] = L".part";
 
 } // namespace
-
-bool isWine() {
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 std::filesystem::path filePath(std::string_view path) {
     std::wstring wide = widen(path, CP_UTF8);

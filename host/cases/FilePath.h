@@ -6,9 +6,6 @@
 
 namespace solvane::host {
 
-/// Under Wine the program stands in a Unix system.
-bool isWine();
-
 /// The file that a path of the user's (UTF-8) means. Under Wine an absolute Unix path is one too.
 std::filesystem::path filePath(std::string_view path);
 

@@ -3,6 +3,7 @@
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"
 #include "com/Text.h"
+#include "com/Wine.h"
 #include "flowsheet/ModelStream.h"
 #include "flowsheet/UnitCalls.h"
 #include "flowsheet/UnitSession.h"

@@ -1,14 +1,11 @@
 #include "MatlabCreation.h"
 
 #include "com/Handle.h"
+#include "com/Wine.h"
 
 namespace solvane {
 
 namespace {
-
-bool isWine() {
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 /// A turn of this unit among all of the machine. One whose holder hangs is not waited for: COM itself gives a
 /// server up after half a minute.

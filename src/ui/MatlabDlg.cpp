@@ -6,6 +6,7 @@
 #include "Layout.h"
 #include "Messages.h"
 #include "ScriptEditor.h"
+#include "StartProgram.h"
 #include "com/StdioFile.h"
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
@@ -233,13 +234,12 @@ void CMatlabDlg::edit() {
     if (GetKeyState(VK_CONTROL) < 0)
         return chooseScriptEditor(window());
     const std::wstring command = L"\"" + findScriptEditor() + L"\" \"" + widen(scriptPath()) + L"\"";
-    const Handle process = startScriptEditor(command, widen(unit_.workingFolder));
+    const Handle process = startProgram(command, widen(unit_.workingFolder), true);
     if (!process)
         return showError(window(),
                          L"Failed to run command:\r\n" + command +
                              L"\r\nHold Control while clicking Edit to select a different editor.",
                          L"Failed to Edit:");
-    WaitForInputIdle(process.get(), 100);
     EnableWindow(window(), FALSE);
     writeScript();
     waitForScriptEditor(process.get());

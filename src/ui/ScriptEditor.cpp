@@ -49,18 +49,6 @@ std::wstring findScriptEditor() {
     return editor.empty() ? L"notepad.exe" : editor;
 }
 
-Handle startScriptEditor(const std::wstring& command, const std::wstring& folder) {
-    std::wstring commandLine = command; // the system writes into it
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(),
-                        &start, &process))
-        return {};
-    CloseHandle(process.hThread);
-    return Handle(process.hProcess);
-}
-
 void waitForScriptEditor(HANDLE process) {
     while (WaitForSingleObject(process, 100) == WAIT_TIMEOUT) {
         MSG message;

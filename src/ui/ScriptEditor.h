@@ -13,9 +13,6 @@ void chooseScriptEditor(HWND owner);
 /// The chosen program; else the installed Matlab's; else the system's.
 std::wstring findScriptEditor();
 
-/// A running program, or nothing. Both names of the folder are wide, `folder` ends in a backslash.
-Handle startScriptEditor(const std::wstring& command, const std::wstring& folder);
-
 /// Until the program has ended. Meanwhile the thread's windows are painted, and nothing else happens to them.
 void waitForScriptEditor(HANDLE process);
 

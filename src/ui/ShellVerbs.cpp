@@ -2,7 +2,7 @@
 
 #include "FileNames.h"
 #include "Messages.h"
-#include "com/Handle.h"
+#include "StartProgram.h"
 
 #include <shellapi.h>
 
@@ -19,17 +19,9 @@ INT_PTR carryOut(HWND owner, const wchar_t* verb, const std::wstring& path) {
 }
 
 void startNotepad(HWND owner, const std::wstring& workingFolder, const std::wstring& name) {
-    std::wstring command = L"notepad.exe \"" + workingFolder + name + L"\"";
-    std::wstring writable = command; // the system writes into it
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION started{};
-    if (!CreateProcessW(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, workingFolder.c_str(),
-                        &start, &started))
-        return showError(owner, command, L"Failed to run command:");
-    const Handle process(started.hProcess), thread(started.hThread);
-    constexpr DWORD patience = 100; // ms
-    WaitForInputIdle(process.get(), patience);
+    const std::wstring command = L"notepad.exe \"" + workingFolder + name + L"\"";
+    if (!startProgram(command, workingFolder, false))
+        showError(owner, command, L"Failed to run command:");
 }
 
 } // namespace
