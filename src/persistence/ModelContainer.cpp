@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <new>
 
@@ -111,6 +112,45 @@ struct UnpackingBudget {
     std::uint64_t left;
 };
 
+/// Where the entries of a container lie, by their names in whatever case. The library's own search goes
+/// through the container for each.
+class ContainerEntries {
+public:
+    explicit ContainerEntries(unzFile zip) : zip_(zip) {
+        std::array<char, 257> name{};
+        for (int found = unzGoToFirstFile(zip); found == UNZ_OK; found = unzGoToNextFile(zip)) {
+            unz_file_info entry{};
+            unz_file_pos place{};
+            if (unzGetCurrentFileInfo(zip, &entry, name.data(), name.size(), nullptr, 0, nullptr, 0) !=
+                    UNZ_OK ||
+                unzGetFilePos(zip, &place) != UNZ_OK)
+                return;
+            if (entry.size_filename < name.size())              // a longer one is no name of a file
+                places_.emplace(upperCase(name.data()), place); // the first of a name counts
+        }
+    }
+
+    /// Makes the entry the container's current one. False where there is none.
+    bool find(const std::string& name) const {
+        const auto found = places_.find(upperCase(name));
+        if (found == places_.end())
+            return false;
+        unz_file_pos place = found->second;
+        return unzGoToFilePos(zip_, &place) == UNZ_OK;
+    }
+
+private:
+    static std::string upperCase(std::string name) {
+        for (char& c : name)
+            if (c >= 'a' && c <= 'z')
+                c = static_cast<char>(c - 'a' + 'A');
+        return name;
+    }
+
+    unzFile zip_;
+    std::map<std::string, unz_file_pos> places_;
+};
+
 /// Of any other entry, and of an encrypted one, the library would give the packed bytes.
 bool isReadable(unzFile zip) {
     constexpr uLong encrypted = 1;
@@ -120,15 +160,14 @@ bool isReadable(unzFile zip) {
            (entry.compression_method == 0 || entry.compression_method == Z_DEFLATED);
 }
 
-bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const std::string& name,
-                          UnpackingBudget& budget, std::string& error) {
+bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const ContainerEntries& entries,
+                          const std::string& name, UnpackingBudget& budget, std::string& error) {
     const auto failed = [&](const std::string& reason) {
         return fail(error, "Failed to read \"" + name + "\" in zipped document" + reason);
     };
     if (const char* fault = workingFileNameFault(name))
         return failed(std::string(": ") + fault);
-    constexpr int anyCase = 2;
-    if (unzLocateFile(zip, name.c_str(), anyCase) != UNZ_OK)
+    if (!entries.find(name))
         return fail(error, "File \"" + name + "\" not present in zipped document");
     if (!isReadable(zip))
         return failed(": it is encrypted, or packed in an unknown way");
@@ -200,12 +239,14 @@ bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::strin
         if (!zip)
             return fail(error, "Failed to open SVM file as ZIP file");
         UnpackingBudget budget(sizeOf(path));
-        if (!ExtractFromContainer(unit, zip.get(), modelWords::script, budget, error) ||
-            !ExtractFromContainer(unit, zip.get(), modelDocument, budget, error) ||
-            !readUnitDocument(unit, error))
+        const ContainerEntries entries(zip.get());
+        const auto extract = [&](const std::string& name) {
+            return ExtractFromContainer(unit, zip.get(), entries, name, budget, error);
+        };
+        if (!extract(modelWords::script) || !extract(modelDocument) || !readUnitDocument(unit, error))
             return false;
         for (const std::string& name : unit.additionalFiles)
-            if (!ExtractFromContainer(unit, zip.get(), name, budget, error))
+            if (!extract(name))
                 return false;
     }
     if (!unit.loadWarnings.empty())
