@@ -12,6 +12,9 @@
 #include "Verdict.h"
 #include "Window.h"
 
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -66,27 +69,63 @@ bool comparePhaseProperty(host::Generation generation, const std::string& direct
                        median(ratios(added, timings["ping"])), 1.15);
 }
 
-int runAll() {
-    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    std::printf("Round trips between two processes\n");
-    bool isMet = compareRoundTrips();
-    std::printf("Every command, on materials with ready numbers\n");
-    isMet &= compareCommands();
-    std::printf("A property of a phase, materials of version 1.1\n");
-    isMet &= comparePhaseProperty(host::Generation::v11, "direct11");
-    std::printf("A property of a phase, materials of version 1.0\n");
-    isMet &= comparePhaseProperty(host::Generation::v10, "direct10");
-    std::printf("Life of a unit\n");
-    isMet &= compareFirstRun();
+bool compareLife() {
+    bool isMet = compareFirstRun();
     isMet &= compareScripts();
-    isMet &= compareWindow();
-    std::printf("Model files\n");
-    isMet &= compareModelFiles();
-    std::printf("Growth\n");
-    isMet &= compareGrowth();
+    return compareWindow() && isMet;
+}
+
+struct Group {
+    const char* name;
+    const char* summary;
+    bool (*compare)();
+};
+constexpr Group groups[]{
+    {"trips", "Round trips between two processes", compareRoundTrips},
+    {"commands", "Every command, on materials with ready numbers", compareCommands},
+    {"phase11", "A property of a phase, materials of version 1.1",
+     [] { return comparePhaseProperty(host::Generation::v11, "direct11"); }},
+    {"phase10", "A property of a phase, materials of version 1.0",
+     [] { return comparePhaseProperty(host::Generation::v10, "direct10"); }},
+    {"life", "Life of a unit", compareLife},
+    {"models", "Model files", compareModelFiles},
+    {"growth", "Growth", compareGrowth},
+};
+
+enum ExitCode { exitMet = 0, exitMissed = 1, exitUsage = 2 };
+
+int runGroups(const std::vector<std::string>& chosen) {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    bool isMet = true;
+    for (const Group& group : groups) {
+        if (!chosen.empty() && std::ranges::find(chosen, group.name) == chosen.end())
+            continue;
+        std::printf("%s\n", group.summary);
+        isMet &= group.compare();
+    }
     CoUninitialize();
     printTable();
-    return isMet ? 0 : 1;
+    return isMet ? exitMet : exitMissed;
+}
+
+int runProgram(int count, char** arguments) {
+    std::vector<std::string> chosen;
+    std::vector<std::string> names;
+    std::string list = "Groups:";
+    for (const Group& group : groups) {
+        names.emplace_back(group.name);
+        list += std::string("\n  ") + group.name + std::string(10 - names.back().size(), ' ') + group.summary;
+    }
+    CLI::App app("Measures the unit's speed against what it is made of, side by side in one run.", "bench");
+    app.allow_windows_style_options(false);
+    app.add_option("group", chosen, "Only these groups")->check(CLI::IsMember(names));
+    app.footer(list + "\n\nExit codes: 0 every goal is met, 1 a goal is missed, 2 a bad command line.");
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::ParseError& fault) {
+        return app.exit(fault) == 0 ? exitMet : exitUsage;
+    }
+    return runGroups(chosen);
 }
 
 } // namespace
@@ -96,5 +135,5 @@ int runAll() {
 int main(int count, char** arguments) {
     if (count > 1 && std::strcmp(arguments[1], solvane::clientWord) == 0)
         return solvane::runClient({arguments + 2, arguments + count});
-    return solvane::runAll();
+    return solvane::runProgram(count, arguments);
 }
