@@ -11,6 +11,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <optional>
 #include <stop_token>
 #include <thread>
@@ -62,18 +63,28 @@ private:
     std::jthread thread_;
 };
 
-std::vector<std::wstring> namesOutside() {
-    wchar_t temporary[MAX_PATH + 1];
-    GetTempPathW(MAX_PATH + 1, temporary);
-    std::vector<std::wstring> names = namesIn(temporary);
-    const std::vector<std::wstring> current = namesIn(L".\\");
-    names.insert(names.end(), current.begin(), current.end());
-    // A unit's folder has a name of its own in every run of it.
-    for (std::wstring& name : names)
-        if (name.starts_with(L'{'))
-            name = L"{unit}";
-    return names;
-}
+/// Makes the temporary folder, which is the door's own, the current one too: what is written outside a unit's
+/// folder, and by a name without one, is found there.
+class WatchedFolder {
+public:
+    WatchedFolder() { std::filesystem::current_path(path_); }
+    ~WatchedFolder() { std::filesystem::current_path(former_); }
+    WatchedFolder(const WatchedFolder&) = delete;
+    WatchedFolder& operator=(const WatchedFolder&) = delete;
+
+    std::vector<std::wstring> names() const {
+        std::vector<std::wstring> names = namesIn(path_.wstring());
+        // A unit's folder has a name of its own in every run of it.
+        for (std::wstring& name : names)
+            if (name.starts_with(L'{'))
+                name = L"{unit}";
+        return names;
+    }
+
+private:
+    std::filesystem::path path_ = std::filesystem::temp_directory_path();
+    std::filesystem::path former_ = std::filesystem::current_path();
+};
 
 } // namespace
 
@@ -82,6 +93,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
     std::signal(SIGABRT, [](int) { tell("aborted"); });
     seedInWork = effort.seed;
     HangWatch watch;
+    const WatchedFolder folder;
     const int first = effort.input.value_or(0);
     const int end = effort.input ? first + 1 : count;
     Progress progress("damaged inputs", end - first);
@@ -103,7 +115,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
             tell(verdict.fault.c_str());
         if (number == warmUp) {
             growth.emplace("host", GetCurrentProcessId());
-            outside = namesOutside();
+            outside = folder.names();
             door.isWarm();
         }
         progress.at(number + 1 - first);
@@ -114,7 +126,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
     figures.put("taken all the same", accepted);
     figures.put("crashes, silent refusals, wrong answers", faults);
     figures.put("longest", std::chrono::duration<double>(longest).count());
-    figures.put("files outside the unit's folder", namesOutside() == outside ? 0 : 1);
+    figures.put("files outside the unit's folder", folder.names() == outside ? 0 : 1);
 }
 
 } // namespace solvane::soak

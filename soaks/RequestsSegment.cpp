@@ -108,10 +108,7 @@ public:
         const std::string request = damagedRequest(damage);
         std::string block;
         client_.send(request);
-        bool isAnswered = false;
-        for (int waits = 0; waits < 5 && !isAnswered; ++waits) // some flashes of the host's package take long
-            isAnswered = client_.receive(block);
-        if (!isAnswered)
+        if (!client_.receive(block))
             return {.fault = "the unit does not answer" + of(request)};
         std::uint32_t code = 0, status = 0;
         std::memcpy(&code, request.data(), sizeof code);

@@ -66,7 +66,7 @@ int calculateInProcess(const std::vector<std::wstring>& arguments) {
 }
 
 void soakTogether(const Effort& effort, const Figures& figures) {
-    const int runs = effort.of(50, 1000);
+    const int runs = effort.of(10, 1000);
     const std::wstring mark = L"together-" + std::to_wstring(GetCurrentProcessId());
     markDescendants(mark);
     const TemporaryFolder temporary;
