@@ -83,7 +83,7 @@ bool compareCommands() {
     bool isMet = true;
     for (const CommandRequest& command : commandRequests())
         isMet &=
-            printAtMost("(g) " + command.name + " / ping-pong",
+            printAtMost(command.name + " / ping-pong",
                         median(ratios(timings["command " + command.name], timings["ping"])), command.goal);
     return isMet;
 }

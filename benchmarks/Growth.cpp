@@ -20,8 +20,7 @@ bool printGrowth(const std::string& what, const std::vector<std::size_t>& sizes,
                  const std::vector<double>& times, double slack) {
     bool isMet = true;
     for (std::size_t i = 1; i < sizes.size(); ++i)
-        isMet &= printAtMost("(d) " + what + ", " + std::to_string(sizes[i]) + " / " +
-                                 std::to_string(sizes[i - 1]),
+        isMet &= printAtMost(what + ", " + std::to_string(sizes[i]) + " / " + std::to_string(sizes[i - 1]),
                              times[i] / times[i - 1],
                              slack * static_cast<double>(sizes[i]) / static_cast<double>(sizes[i - 1]));
     return isMet;
@@ -78,7 +77,7 @@ bool compareParameterCommands() {
         ModelBag bag = modelOf(size, 0);
         times.push_back(median(measureInRun(bag, {}, {get})[get]));
     }
-    return printAtMost("(d) getParameter, the last of 10000 / the only one", times[1] / times[0], 3);
+    return printAtMost("getParameter, the last of 10000 / the only one", times[1] / times[0], 3);
 }
 
 /// Saving and loading the models in turns.

@@ -112,9 +112,9 @@ bool compareModelFiles() {
         "  milliseconds: save %.1f, deflate %.1f, load %.1f, inflate %.1f, write and read the container, "
         "sum and write the files alone %.1f\n",
         median(saving), median(deflating), median(loading), median(inflating), median(moving));
-    bool isMet = printAtMost("(f) saving 10 MB of files / deflating them in memory",
+    bool isMet = printAtMost("saving 10 MB of files / deflating them in memory",
                              median(ratios(saving, deflating)), 1.3);
-    isMet &= printAtMost("(f) loading 10 MB of files / inflating them in memory",
+    isMet &= printAtMost("loading 10 MB of files / inflating them in memory",
                          median(ratios(loading, inflating)), 1.3);
     return isMet;
 }

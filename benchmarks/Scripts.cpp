@@ -68,7 +68,7 @@ bool compareScript(const Script& script) {
     }
     std::printf("  milliseconds: Calculate %.2f, bare commands %.2f\n", median(calculations),
                 median(commands));
-    return printAtMost(std::string("(c) Calculate with ") + script.name + " / bare commands",
+    return printAtMost(std::string("Calculate with ") + script.name + " / bare commands",
                        median(ratios(calculations, commands)), 1.10);
 }
 

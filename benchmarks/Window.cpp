@@ -84,7 +84,7 @@ bool compareWindow() {
     }
     std::printf("  milliseconds: window of %d controls opened and closed %.1f, bare dialog %.1f\n", controls,
                 median(windows), median(bareOnes));
-    return printAtMost("(i) window opened and closed / bare dialog", median(ratios(windows, bareOnes)), 5);
+    return printAtMost("window opened and closed / bare dialog", median(ratios(windows, bareOnes)), 5);
 }
 
 } // namespace solvane
