@@ -252,22 +252,6 @@ TEST(Flash, nearlyPureCompoundBoils) {
     EXPECT_NEAR(vaporFractionOf(state), 0.4, 1e-6);
 }
 
-TEST(Flash, phasesMeetAtTheCriticalPoint) {
-    const Feed feed{lightGases(), {0.7, 0, 0, 0.3, 0}};
-    double lastDifference = 1;
-    for (double p : {100e5, 110e5, 118e5, 122e5, 125e5}) {
-        const Equilibrium state = flashed(feed.package, feed.composition, {temperature, 325}, {pressure, p});
-        expectEquilibrium(feed, state);
-        if (state.phases.size() < 2) {
-            break;
-        }
-        const double difference = state.phases[0].composition[0] - state.phases[1].composition[0];
-        EXPECT_LT(difference, lastDifference);
-        lastDifference = difference;
-    }
-    EXPECT_LT(lastDifference, 0.3);
-}
-
 // Close to the critical point, one phase counted twice solves the equations for any vapour fraction.
 TEST(Flash, onePhaseCountedTwiceIsNoSaturatedState) {
     const PropertyPackage package = packageOf({"methane", "carbon dioxide", "benzene"});

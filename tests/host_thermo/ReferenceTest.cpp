@@ -15,7 +15,7 @@ struct ReferenceState {
 };
 
 constexpr ReferenceState referenceStates[] = {
-#include "reference/ReferenceStates.inc"
+#include "ReferenceStates.inc"
 };
 
 PropertyPackage compoundsOfTheTable() {

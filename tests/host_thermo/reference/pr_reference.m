@@ -3,8 +3,7 @@
 % splits by plain successive substitution with the Rachford-Rice equation under fzero, da/dT by complex steps,
 % ideal-gas heat by quadrature. No stability test: which states have two phases is told here.
 %
-%   octave-cli pr_reference.m write    writes ReferenceStates.inc beside this file
-%   octave-cli pr_reference.m check    computes again and compares; exit code 1 where a number differs
+%   octave-cli pr_reference.m FILE    writes the table that ReferenceTest.cpp includes
 1;
 
 function c = constants ()
@@ -182,8 +181,9 @@ function text = list (values)
 end
 
 function text = table (rows)
-  text = ["// Made by pr_reference.m; see there for the method. Rows: given vapour fraction or not, feed, T, P,\n", ...
-          "// vapour fraction, vapour, liquid; enthalpy, entropy, volume, each of vapour and liquid.\n"];
+  % Rows: given vapour fraction or not, feed, T, P, vapour fraction, vapour, liquid; enthalpy, entropy, volume, each
+  % of vapour and liquid.
+  text = "";
   for i = 1:size (rows, 1)
     r = rows{i,3};
     text = [text, sprintf("{%s,\n {%s},\n %s,\n {%s},\n {%s},\n %s},\n", rows{i,1}, list (rows{i,2}), ...
@@ -191,28 +191,6 @@ function text = table (rows)
   end
 end
 
-function values = numbers (text)
-  values = str2double (regexp (text, '[-+]?\d+\.?\d*(?:e[-+]?\d+)?', "match"));
-end
-
-file = fullfile (fileparts (mfilename ("fullpath")), "ReferenceStates.inc");
-computed = table (compute ());
-arguments = argv ();
-if any (strcmp (arguments, "write"))
-  handle = fopen (file, "w");
-  fputs (handle, computed);
-  fclose (handle);
-else
-  stored = numbers (fileread (file));
-  now = numbers (computed);
-  if numel (stored) != numel (now)
-    printf ("the table has %d numbers, %d were computed\n", numel (stored), numel (now));
-    exit (1);
-  end
-  wrong = find (abs (stored - now) > 1e-9 * abs (now) + 1e-12);
-  printf ("%d numbers compared, %d differ\n", numel (now), numel (wrong));
-  for i = wrong
-    printf ("  number %d: stored %.15g, computed %.15g\n", i, stored(i), now(i));
-  end
-  exit (! isempty (wrong));
-end
+handle = fopen (argv (){1}, "w");
+fputs (handle, table (compute ()));
+fclose (handle);
