@@ -4,7 +4,7 @@
 #include "HostedUnit.h"
 #include "MatlabStandIn.h"
 #include "OddVariants.h"
-#include "RecordingBag.h"
+#include "RecordingLog.h"
 #include "Segments.h"
 #include "com/Text.h"
 

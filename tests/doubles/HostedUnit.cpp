@@ -27,6 +27,12 @@ std::wstring HostedUnit::validate() const {
     return isValid ? L"" : std::wstring(message.view());
 }
 
+CapeValidationStatus HostedUnit::status() const {
+    auto status = static_cast<CapeValidationStatus>(-1); // none
+    as<ICapeUnit>()->get_ValStatus(&status);
+    return status;
+}
+
 std::wstring HostedUnit::error() const {
     Bstr name, description, scope, interfaceName;
     const auto user = as<ECapeUser>();

@@ -26,6 +26,7 @@ public:
     HRESULT terminate() const { return as<ICapeUtilities>()->Terminate(); }
     /// Empty for a valid unit.
     std::wstring validate() const;
+    CapeValidationStatus status() const;
 
     /// The last failure: "name | description | scope | interface".
     std::wstring error() const;
@@ -35,6 +36,10 @@ public:
     std::wstring report(const std::wstring& name) const;
     std::wstring output() const { return report(L"Matlab Output"); }
 
+    /// The parameter or port of that name; empty where there is none.
+    ComRef<ICapeParameter> findParameter(const std::wstring& name) const;
+    ComRef<ICapeUnitPort> port(const std::wstring& name) const;
+
     Variant parameter(const std::wstring& name) const;
     HRESULT setParameter(const std::wstring& name, const Variant& value) const;
     HRESULT connect(const std::wstring& port, IDispatch* material) const;
@@ -43,9 +48,6 @@ public:
     void release() { unit_.reset(); }
 
 private:
-    ComRef<ICapeParameter> findParameter(const std::wstring& name) const;
-    ComRef<ICapeUnitPort> port(const std::wstring& name) const;
-
     ComRef<IUnknown> unit_;
 };
 

@@ -2,6 +2,8 @@
 
 #include "com/Text.h"
 
+#include <gtest/gtest.h>
+
 namespace solvane {
 
 ModelBag& ModelBag::feeds(const std::vector<std::wstring>& names) {
@@ -43,6 +45,18 @@ void ModelBag::append(const std::wstring& key, const std::wstring& entry) {
     values[key] = VariantArray::of(lists_[key]);
 }
 
+Variant ModelBag::value(const std::wstring& key) const {
+    const auto found = values.find(key);
+    return found == values.end() ? Variant() : found->second;
+}
+
+std::vector<std::wstring> ModelBag::texts(const std::wstring& key) const {
+    VariantArray array(value(key));
+    std::string error;
+    EXPECT_TRUE(readVariantArray(array, VT_BSTR, error)) << error;
+    return array.texts();
+}
+
 STDMETHODIMP ModelBag::QueryInterface(REFIID iid, void** result) {
     const bool isKnown = iid == IID_IUnknown || iid == IID_IPropertyBag;
     *result = isKnown ? this : nullptr;
@@ -55,6 +69,9 @@ STDMETHODIMP ModelBag::Read(LPCOLESTR key, VARIANT* value, IErrorLog*) {
 }
 
 STDMETHODIMP ModelBag::Write(LPCOLESTR key, VARIANT* value) {
+    if (written.size() >= capacity)
+        return STG_E_MEDIUMFULL;
+    written.emplace_back(key);
     return VariantCopy(values[key].put(), value);
 }
 

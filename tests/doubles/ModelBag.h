@@ -12,12 +12,18 @@
 namespace solvane {
 
 /// A host's property bag with a unit's model in it, on the test's frame: it is not counted. A key that nobody
-/// set can't be read.
+/// set can't be read. It remembers what was written, and can be full.
 class ModelBag final : public IPropertyBag {
 public:
     virtual ~ModelBag() = default;
 
     std::map<std::wstring, Variant> values;
+    std::vector<std::wstring> written; ///< keys, in their order
+    std::size_t capacity = static_cast<std::size_t>(-1);
+
+    /// VT_EMPTY for a key that nobody set.
+    Variant value(const std::wstring& key) const;
+    std::vector<std::wstring> texts(const std::wstring& key) const;
 
     ModelBag& feeds(const std::vector<std::wstring>& names);
     ModelBag& products(const std::vector<std::wstring>& names);

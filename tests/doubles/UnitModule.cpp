@@ -13,15 +13,22 @@ UnitModule::UnitModule(const std::wstring& path) : library_(LoadLibraryW(path.c_
         throw std::runtime_error("SolvaneUnitOperation.dll can't be loaded");
 }
 
+HRESULT UnitModule::call(const char* name) const {
+    return entryPoint<HRESULT WINAPI()>(name)();
+}
+
+HRESULT UnitModule::getClassObject(REFCLSID classId, REFIID iid, void** result) const {
+    return entryPoint<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(classId, iid, result);
+}
+
+ComRef<IClassFactory> UnitModule::factory(REFCLSID classId) const {
+    ComRef<IClassFactory> result;
+    getClassObject(classId, IID_IClassFactory, result.putVoid());
+    return result;
+}
+
 ComRef<IUnknown> UnitModule::createUnit() const {
-    using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-    const auto getClassObject = reinterpret_cast<GetClassObject>(
-        reinterpret_cast<void*>(GetProcAddress(library_.get(), "DllGetClassObject")));
-    ComRef<IClassFactory> factory;
-    ComRef<IUnknown> unit;
-    if (getClassObject && SUCCEEDED(getClassObject(solvaneUnitOpClass, IID_IClassFactory, factory.putVoid())))
-        factory->CreateInstance(nullptr, IID_IUnknown, unit.putVoid());
-    return unit;
+    return create(solvaneUnitOpClass);
 }
 
 std::wstring UnitModule::builtPath() {

@@ -7,14 +7,29 @@
 
 namespace solvane {
 
-/// SolvaneUnitOperation.dll, loaded by its path as a host without a registry would. It is unloaded at the
-/// end, so that the next load begins with nothing that units of a process share.
+/// SolvaneUnitOperation.dll by its entry points, as COM and regsvr32 use them, loaded by its path as a host
+/// without a registry would. It is unloaded at the end, so that the next load begins with nothing that units
+/// of a process share.
 class UnitModule {
 public:
-    UnitModule() : UnitModule(builtPath()) {}
-    explicit UnitModule(const std::wstring& path);
+    explicit UnitModule(const std::wstring& path = builtPath());
 
-    /// A new unit of the caller's apartment. Empty where the class factory refuses.
+    HMODULE handle() const { return library_.get(); }
+    HRESULT canUnloadNow() const { return call("DllCanUnloadNow"); }
+    HRESULT registerServer() const { return call("DllRegisterServer"); }
+    HRESULT unregisterServer() const { return call("DllUnregisterServer"); }
+    HRESULT getClassObject(REFCLSID classId, REFIID iid, void** result) const;
+
+    /// Empty where the module refuses.
+    ComRef<IClassFactory> factory(REFCLSID classId) const;
+    /// A new object of the caller's apartment. Empty where the class factory refuses.
+    template <class Interface = IUnknown>
+    ComRef<Interface> create(REFCLSID classId) const {
+        ComRef<Interface> object;
+        if (const auto made = factory(classId))
+            made->CreateInstance(nullptr, __uuidof(Interface), object.putVoid());
+        return object;
+    }
     ComRef<IUnknown> createUnit() const;
 
     /// The module that this build tree made.
@@ -26,6 +41,12 @@ private:
         static Type empty() { return nullptr; }
         static void close(Type library) { FreeLibrary(library); }
     };
+    HRESULT call(const char* name) const;
+    template <class Function>
+    Function* entryPoint(const char* name) const {
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library_.get(), name)));
+    }
+
     Unique<LibraryPolicy> library_;
 };
 

@@ -1,6 +1,5 @@
 #include "WindowDriver.h"
 
-#include "UnitModule.h"
 #include "com/Text.h"
 
 #include <commctrl.h>
@@ -8,17 +7,10 @@
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <thread>
 
 namespace solvane {
-
-namespace {
-
-constexpr wchar_t mainTitle[] = L"Solvane CAPE-OPEN Unit Operation:";
-constexpr auto patience = std::chrono::seconds(15);
 
 std::wstring classOf(HWND window) {
     wchar_t name[64] = L"";
@@ -26,18 +18,22 @@ std::wstring classOf(HWND window) {
     return name;
 }
 
+std::wstring textOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+namespace {
+
+constexpr wchar_t mainTitle[] = L"Solvane CAPE-OPEN Unit Operation:";
+constexpr auto patience = std::chrono::seconds(15);
+
 BOOL CALLBACK addIfShown(HWND window, LPARAM list) {
     if (IsWindowVisible(window))
         reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
     return TRUE;
-}
-
-/// The window's descendants that are shown.
-std::vector<HWND> shownIn(HWND window) {
-    std::vector<HWND> found;
-    if (window)
-        EnumChildWindows(window, addIfShown, reinterpret_cast<LPARAM>(&found));
-    return found;
 }
 
 std::vector<HWND> dialogsOf(DWORD thread) {
@@ -73,11 +69,11 @@ void WindowDriver::act(const Actions& actions, const Actions& opening) {
     closeAll();
 }
 
-std::wstring WindowDriver::textOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
-    return text;
+std::vector<HWND> WindowDriver::shown() const {
+    std::vector<HWND> found;
+    if (const HWND window = here())
+        EnumChildWindows(window, addIfShown, reinterpret_cast<LPARAM>(&found));
+    return found;
 }
 
 void WindowDriver::waitFor(const std::string& what, const std::function<bool()>& condition) const {
@@ -101,7 +97,7 @@ HWND WindowDriver::here() const {
 HWND WindowDriver::awaitChild(const std::string& what, const std::function<bool(HWND)>& isWanted) const {
     HWND found = nullptr;
     waitFor(what, [&] {
-        const std::vector<HWND> children = shownIn(here());
+        const std::vector<HWND> children = shown();
         const auto child = std::ranges::find_if(children, isWanted);
         found = child == children.end() ? nullptr : *child;
         return found != nullptr;
@@ -177,7 +173,7 @@ void WindowDriver::settle() const {
 }
 
 void WindowDriver::pickTab(const std::wstring& label) {
-    for (const HWND child : shownIn(here())) {
+    for (const HWND child : shown()) {
         if (classOf(child) != WC_TABCONTROLW)
             continue;
         const auto count = static_cast<int>(SendMessageW(child, TCM_GETITEMCOUNT, 0, 0));
@@ -323,40 +319,6 @@ void WindowDriver::closeAll() const {
             PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
-}
-
-void WindowDriver::screenshot(const std::wstring& name) const {
-    const std::wstring bin = UnitModule::builtPath();
-    const std::filesystem::path folder =
-        std::filesystem::path(bin).parent_path().parent_path() / L"screenshots";
-    std::filesystem::create_directories(folder);
-    RECT area{};
-    GetWindowRect(here(), &area);
-    const LONG width = area.right - area.left;
-    const LONG height = area.bottom - area.top;
-    BITMAPINFO format{};
-    format.bmiHeader = {sizeof format.bmiHeader, width, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
-    void* pixels = nullptr;
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateDIBSection(screen, &format, DIB_RGB_COLORS, &pixels, nullptr, 0);
-    const HGDIOBJ former = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    GdiFlush();
-    BITMAPFILEHEADER header{};
-    header.bfType = 0x4D42;
-    header.bfOffBits = sizeof header + sizeof format.bmiHeader;
-    const auto rowSize = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
-    const auto size = rowSize * static_cast<std::size_t>(height);
-    header.bfSize = header.bfOffBits + static_cast<DWORD>(size);
-    std::ofstream file(folder / (name + L".bmp"), std::ios::binary);
-    file.write(reinterpret_cast<const char*>(&header), sizeof header);
-    file.write(reinterpret_cast<const char*>(&format.bmiHeader), sizeof format.bmiHeader);
-    file.write(static_cast<const char*>(pixels), static_cast<std::streamsize>(size));
-    SelectObject(memory, former);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
 }
 
 } // namespace solvane

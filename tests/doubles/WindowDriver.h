@@ -10,6 +10,10 @@
 
 namespace solvane {
 
+std::wstring classOf(HWND window);
+/// As the window itself tells it, which may be another process's.
+std::wstring textOf(HWND window);
+
 /// A user before the unit's window. The window runs on the test's thread, as in a host; what the user does
 /// runs on a second one. "Here" is the foremost dialog: the main window, or what has come up before it. A
 /// wait that takes too long is a failure of the test, after which all windows are closed.
@@ -28,6 +32,8 @@ public:
 
     /// The foremost dialog.
     HWND here() const;
+    /// Its descendants that are shown.
+    std::vector<HWND> shown() const;
     std::wstring title() const { return textOf(here()); }
     /// The shown control of that number, here or on the page that is shown. Fails the test where there is
     /// none.
@@ -73,13 +79,9 @@ public:
     /// Until the window has done all it was told.
     void settle() const;
 
-    /// A picture of the dialog that is here, in the folder "screenshots" of the build tree.
-    void screenshot(const std::wstring& name) const;
-
 private:
     explicit WindowDriver(DWORD thread) : thread_(thread) {}
     void act(const Actions& actions, const Actions& opening = {});
-    static std::wstring textOf(HWND window);
     void waitFor(const std::string& what, const std::function<bool()>& condition) const;
     void closeAll() const;
     HWND awaitChild(const std::string& what, const std::function<bool(HWND)>& isWanted) const;

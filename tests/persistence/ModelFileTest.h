@@ -1,27 +1,18 @@
 #pragma once
 
 #include "Container.h"
-#include "Folders.h"
 #include "HostStream.h"
+#include "HostTest.h"
 #include "HostedUnit.h"
-#include "MatlabStandIn.h"
 #include "flowsheet/MessageBoxes.h"
-
-#include <gtest/gtest.h>
 
 #include <vector>
 
 namespace solvane {
 
 /// A unit that is loaded from containers and saved to them through a host's stream.
-class ModelFileTest : public testing::Test {
+class ModelFileTest : public HostTest {
 protected:
-    ModelFileTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~ModelFileTest() override {
-        unit.release();
-        CoUninitialize();
-    }
-
     HRESULT load(const std::string& container) {
         HostStream stream(container);
         return unit.as<IPersistStream>()->Load(&stream);
@@ -45,9 +36,6 @@ protected:
         return unit.error().starts_with(description + L" | " + description) ? description : unit.error();
     }
 
-    TemporaryFolder temporary;
-    MatlabStandIn matlab;
-    UnitModule module;
     HostedUnit unit{module};
     std::vector<std::string> boxes; ///< "title text" of each message box that came up
     host::MessageBoxes answers{

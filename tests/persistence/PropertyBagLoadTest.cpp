@@ -6,17 +6,15 @@ namespace solvane {
 namespace {
 
 TEST_F(PropertyBagTest, aLoadReplacesAllButTheReports) {
-    const HostedUnit unit(module);
     ModelBag first;
     first.feeds({L"A"}).reports({L"One"}).script("1;").file("old.txt", "x");
     first.parameter(L"p", L"real", Variant(1.0));
-    ASSERT_EQ(load(unit, first), S_OK);
+    ASSERT_EQ(load(first), S_OK);
     ModelBag second;
     second.products({L"B"}).reports({L"Two"}).script("2;");
     second.values[L"report \\ Two"] = Variant(std::wstring_view(L"text of two"));
-    ASSERT_EQ(load(unit, second), S_OK);
-    RecordingBag bag;
-    ASSERT_EQ(save(unit, bag), S_OK);
+    ASSERT_EQ(load(second), S_OK);
+    const ModelBag bag = saved();
     EXPECT_EQ(bag.value(L"feeds").type(), VT_EMPTY);
     EXPECT_EQ(bag.texts(L"products"), std::vector<std::wstring>{L"B"});
     EXPECT_EQ(bag.value(L"parameters").type(), VT_EMPTY);
@@ -27,13 +25,12 @@ TEST_F(PropertyBagTest, aLoadReplacesAllButTheReports) {
 }
 
 TEST_F(PropertyBagTest, withoutTheScriptALoadFailsAndSaysWhatWasMissing) {
-    const HostedUnit unit(module);
     ModelBag none;
     none.feeds({L"A"});
-    EXPECT_EQ(load(unit, none), E_FAIL);
+    EXPECT_EQ(load(none), E_FAIL);
     ModelBag misspelt;
     misspelt.file("Calc.m", "1;");
-    EXPECT_EQ(load(unit, misspelt), E_FAIL);
+    EXPECT_EQ(load(misspelt), E_FAIL);
     EXPECT_EQ(log.lines, (std::vector<std::wstring>{L"files: calc.m not found", L"files: calc.m not found"}));
     EXPECT_EQ(log.source, L"Solvane CAPE-OPEN Unit Operation");
     // A host without a log gets the result all the same.
@@ -41,40 +38,32 @@ TEST_F(PropertyBagTest, withoutTheScriptALoadFailsAndSaysWhatWasMissing) {
 }
 
 TEST_F(PropertyBagTest, parameterListsOfDifferentLengthsGiveNoParameters) {
-    struct Row {
-        const wchar_t* shorter;
-        const wchar_t* line;
-    };
-    for (const Row& row : {Row{L"parameter modes", L"parameter modes: array size mismatch"},
-                           Row{L"parameter types", L"parameter types: array size mismatch"}}) {
-        const HostedUnit unit(module);
+    for (const std::wstring shorter : {L"parameter modes", L"parameter types"}) {
         ModelBag model;
         model.script("1;").parameter(L"p", L"real", Variant(1.0)).parameter(L"q", L"real", Variant(2.0));
-        model.values[row.shorter] = VariantArray::of(std::vector<std::wstring>{L"input"});
+        model.values[shorter] = VariantArray::of(std::vector<std::wstring>{L"input"});
         log.lines.clear();
-        EXPECT_EQ(load(unit, model), S_OK);
-        EXPECT_EQ(log.lines, std::vector<std::wstring>{row.line});
-        EXPECT_TRUE(parameterNames(unit).empty());
+        EXPECT_EQ(load(model), S_OK);
+        EXPECT_EQ(log.lines, std::vector{shorter + L": array size mismatch"});
+        EXPECT_TRUE(saved().texts(L"parameters").empty());
     }
 }
 
 TEST_F(PropertyBagTest, aParameterThatIsNotUnderstoodIsSkippedWithALine) {
-    const HostedUnit unit(module);
     ModelBag model;
     model.script("1;").parameter(L"p", L"complex", Variant(1.0)).parameter(L"q", L"REAL", Variant(2.0));
     model.parameter(L"r", L"int", Variant(LONG{3}));
     model.values[L"parameter modes"] =
         VariantArray::of(std::vector<std::wstring>{L"input", L"OUTPUT", L"both"});
-    ASSERT_EQ(load(unit, model), S_OK);
+    ASSERT_EQ(load(model), S_OK);
     EXPECT_EQ(log.lines, (std::vector<std::wstring>{
                              L"parameter types: Invalid data type \"complex\" for parameter \"p\"",
                              L"parameter modes: Invalid model \"both\" for parameter \"r\""}));
-    EXPECT_EQ(parameterNames(unit), std::vector<std::wstring>{L"q"});
+    EXPECT_EQ(saved().texts(L"parameters"), std::vector<std::wstring>{L"q"});
     EXPECT_EQ(unit.parameter(L"q").real(), 2.0);
 }
 
 TEST_F(PropertyBagTest, valuesConvertAndMissingOnesHaveTheirKindsInitialValue) {
-    const HostedUnit unit(module);
     ModelBag model;
     model.script("1;");
     model.parameter(L"real", L"real", Variant(std::wstring_view(L"3.5")));
@@ -83,7 +72,7 @@ TEST_F(PropertyBagTest, valuesConvertAndMissingOnesHaveTheirKindsInitialValue) {
     model.parameter(L"noReal", L"real", Variant(0.0)).parameter(L"noString", L"string", Variant(0.0));
     model.values.erase(L"noReal \\ value");
     model.values.erase(L"noString \\ value");
-    ASSERT_EQ(load(unit, model), S_OK);
+    ASSERT_EQ(load(model), S_OK);
     EXPECT_EQ(unit.parameter(L"real").real(), 3.5);
     EXPECT_EQ(unit.parameter(L"int").integer(), 2);
     EXPECT_EQ(unit.parameter(L"bool").boolean(), VARIANT_TRUE);
@@ -93,7 +82,6 @@ TEST_F(PropertyBagTest, valuesConvertAndMissingOnesHaveTheirKindsInitialValue) {
 }
 
 TEST_F(PropertyBagTest, aFileOfNoKnownFormIsSkippedAndTheRestIsLoaded) {
-    const HostedUnit unit(module);
     ModelBag model;
     model.file("number.bin", "x").file("shifted.bin", "y").file("gone.txt", "z").script("1;");
     model.values[L"file \\ number.bin"] = Variant(4.0);
@@ -102,19 +90,17 @@ TEST_F(PropertyBagTest, aFileOfNoKnownFormIsSkippedAndTheRestIsLoaded) {
     shifted->vt = VT_ARRAY | VT_UI1;
     shifted->parray = SafeArrayCreate(VT_UI1, 1, &fromOne);
     model.values.erase(L"file \\ gone.txt");
-    ASSERT_EQ(load(unit, model), S_OK);
+    ASSERT_EQ(load(model), S_OK);
     EXPECT_EQ(log.lines, (std::vector<std::wstring>{L"file \\ number.bin: invalid file data",
                                                     L"file \\ shifted.bin: invalid file data"}));
-    RecordingBag bag;
-    ASSERT_EQ(save(unit, bag), S_OK);
+    const ModelBag bag = saved();
     EXPECT_EQ(bag.texts(L"files"), std::vector<std::wstring>{L"calc.m"});
 }
 
 TEST_F(PropertyBagTest, aFileThatCannotBeMadeEndsTheLoadWithItsPath) {
-    const HostedUnit unit(module);
     ModelBag model;
     model.file("no\\such\\folder.txt", "x").script("1;");
-    EXPECT_EQ(load(unit, model), static_cast<HRESULT>(0x80040501));
+    EXPECT_EQ(load(model), static_cast<HRESULT>(0x80040501));
     EXPECT_EQ(unit.error(), L"save error | Failed to create \"" + matlab.workingFolder() +
                                 L"no\\such\\folder.txt\": unable to open file | Load | IPersistPropertyBag");
 }

@@ -40,7 +40,7 @@ TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
     };
     const HostedUnit first = createUnit();
     std::thread second([&] {
-        const Apartment ownApartment(COINIT_APARTMENTTHREADED);
+        const Apartment ownApartment;
         const HostedUnit unit = createUnit();
         EXPECT_EQ(WaitForSingleObject(secondMayStart.get(), 5000), WAIT_OBJECT_0);
         SetEvent(secondStarted.get());

@@ -1,9 +1,8 @@
-// The whole road: the unit, the engine that is registered as Matlab, the gateway in it, and real scripts. Each
-// command takes it in the help book's examples.
+// The whole road: the unit, the engine that is registered as Matlab, the gateway in it, and real scripts.
+// Each command takes it in the help book's examples.
 
+#include "HostTest.h"
 #include "HostedUnit.h"
-#include "ModelBag.h"
-#include "UnitModule.h"
 #include "com/Text.h"
 
 #include <gmock/gmock.h>
@@ -20,9 +19,6 @@ constexpr auto capeFailure = static_cast<HRESULT>(0x80040501);
 
 class OctaveRun : public testing::Test {
 protected:
-    OctaveRun() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~OctaveRun() override { CoUninitialize(); }
-
     static HostedUnit createUnit(const UnitModule& module, ModelBag& bag) {
         const HostedUnit unit(module);
         EXPECT_EQ(unit.as<ICapeUtilities>()->Initialize(), S_OK) << narrow(unit.errorDescription());
@@ -39,6 +35,7 @@ protected:
         EXPECT_EQ(unit.load(another), S_OK);
     }
 
+    const Apartment apartment;
     const UnitModule module;
 };
 

@@ -170,9 +170,7 @@ TEST_F(ParameterCommands, theHostSeesWhatTheScriptSet) {
     ASSERT_EQ(unit.calculate(), S_OK);
     EXPECT_EQ(unit.parameter(L"Duty").real(), 42.0);
     EXPECT_EQ(unit.parameter(L"Adiabatic").boolean(), VARIANT_TRUE);
-    CapeValidationStatus status = CAPE_NOT_VALIDATED;
-    EXPECT_EQ(unit.as<ICapeUnit>()->get_ValStatus(&status), S_OK);
-    EXPECT_EQ(status, CAPE_VALID);
+    EXPECT_EQ(unit.status(), CAPE_VALID);
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
 }
 

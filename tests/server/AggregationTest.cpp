@@ -81,7 +81,7 @@ TEST_P(Aggregation, isRefusedForAnythingButTheUnknown) {
     EXPECT_EQ(module.canUnloadNow(), S_OK);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEachClass, Aggregation, testing::ValuesIn(allClasses()),
+INSTANTIATE_TEST_SUITE_P(OfEachClass, Aggregation, testing::ValuesIn(allClasses),
                          [](const auto& row) { return std::string(row.param.name); });
 
 // The collection of ports is the unit itself, and so the object that aggregates it.

@@ -45,7 +45,7 @@ TEST_F(EntryPoints, aClassObjectIsRefusedWithAnEmptyResult) {
 
 // Only the unit stands in the registry.
 TEST_F(EntryPoints, everyClassCanBeCreated) {
-    for (const NamedClass& row : allClasses()) {
+    for (const NamedClass& row : allClasses) {
         SCOPED_TRACE(row.name);
         const ComRef<IClassFactory> factory = module.factory(row.id);
         ASSERT_TRUE(factory);
@@ -62,7 +62,7 @@ TEST_F(EntryPoints, everyClassCanBeCreated) {
 
 TEST_F(EntryPoints, theModuleStaysForObjectsAndLocksButNotForFactories) {
     EXPECT_EQ(module.canUnloadNow(), S_OK);
-    for (const NamedClass& row : allClasses()) {
+    for (const NamedClass& row : allClasses) {
         SCOPED_TRACE(row.name);
         const ComRef<IClassFactory> factory = module.factory(row.id);
         EXPECT_EQ(module.canUnloadNow(), S_OK);
@@ -102,7 +102,7 @@ TEST_F(EntryPoints, threadsThatAskAtOnceGetOneFactory) {
         // Another copy of the module, which has no factory yet.
         const std::wstring path = temporary.path() + L"copy" + std::to_wstring(round) + L".dll";
         CopyFileW(UnitModule::builtPath().c_str(), path.c_str(), TRUE);
-        const ServerModule fresh(path);
+        const UnitModule fresh(path);
         const Handle start(CreateEventW(nullptr, TRUE, FALSE, nullptr));
         std::vector<ComRef<IUnknown>> factories(threadCount);
         std::vector<std::thread> threads;

@@ -51,7 +51,7 @@ Script scriptOf(const ComRef<Interface>& object) {
     return Script(ComRef<IDispatch>(object.get()));
 }
 
-void usesEveryWayOfCalling(const ServerModule& module) {
+void usesEveryWayOfCalling(const UnitModule& module) {
     const ComRef<ICapeParameter> parameter = module.create<ICapeParameter>(parameterClass);
     const Script script = scriptOf(parameter);
     EXPECT_EQ(script.call(L"value", DISPATCH_PROPERTYPUT, {Variant(std::wstring_view(L"2.5")).get()}), S_OK);
@@ -92,18 +92,17 @@ void usesEveryWayOfCalling(const ServerModule& module) {
 /// Finds no registered library but those that the test registers.
 class LateBinding : public testing::Test {
 protected:
-    LateBinding() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~LateBinding() override { CoUninitialize(); }
+    Apartment apartment;
 
     RegistrySandbox registry;
-    ServerModule module;
+    UnitModule module;
 
     static void registerLibrary(const std::wstring& path) {
         const std::wstring key = L"TypeLib\\{4A5E2E81-C093-11D4-9F1B-0010A4D198C2}\\1.1";
         for (const wchar_t* platform : {L"\\0\\win32", L"\\0\\win64"})
             writeRegistryString(HKEY_CLASSES_ROOT, key + platform, L"", path);
     }
-    static HRESULT findForeignName(const ServerModule& module) {
+    static HRESULT findForeignName(const UnitModule& module) {
         DISPID id = 0;
         return scriptOf(module.create<ICapeIdentification>(portClass)).find(L"RegisteredElsewhere", id);
     }

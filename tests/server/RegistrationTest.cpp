@@ -30,7 +30,7 @@ std::wstring fileVersion(const std::wstring& path) {
 
 class Registration : public testing::Test {
 protected:
-    ServerModule module;
+    UnitModule module;
     RegistrySandbox registry;
 
     /// All that stands in the registry after a registration on an empty machine. Of the type library's flags

@@ -1,24 +1,23 @@
 #pragma once
 
 #include "CapeOpen.h"
-#include "Folders.h"
-#include "MatlabStandIn.h"
-#include "ServerModule.h"
+#include "HostTest.h"
 #include "unit/ClassIds.h"
-
-#include <gtest/gtest.h>
 
 namespace solvane {
 
-/// A single-threaded host in front of a scripted Matlab, with the module just loaded.
-class ServerTest : public testing::Test {
-protected:
-    ServerTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~ServerTest() override { CoUninitialize(); }
+using ServerTest = HostTest;
 
-    TemporaryFolder temporary;
-    MatlabStandIn matlab;
-    ServerModule module;
+/// The classes of the object map, with their names.
+struct NamedClass {
+    const char* name;
+    CLSID id;
+};
+inline const NamedClass allClasses[] = {
+    {"CPort", portClass},
+    {"CParameterCollection", parameterCollectionClass},
+    {"CParameter", parameterClass},
+    {"CSolvaneUnitOp", solvaneUnitOpClass},
 };
 
 } // namespace solvane

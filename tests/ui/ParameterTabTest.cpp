@@ -48,11 +48,6 @@ protected:
         EXPECT_EQ(cells[0], name);
         return cells;
     }
-    CapeValidationStatus status() {
-        CapeValidationStatus result{};
-        unit.as<ICapeUnit>()->get_ValStatus(&result);
-        return result;
-    }
     /// The static text before a field.
     static std::wstring labelOf(HWND field) {
         wchar_t text[32] = L"";
@@ -64,7 +59,7 @@ protected:
 
 TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
     unit.validate();
-    EXPECT_NE(status(), CAPE_NOT_VALIDATED);
+    EXPECT_NE(unit.status(), CAPE_NOT_VALIDATED);
     const HRESULT edited = editParameters([&](WindowDriver& user) {
         for (const wchar_t* button : {L"&Remove", L"&Edit", L"Re&name"})
             EXPECT_FALSE(user.isEnabled(button));
@@ -77,12 +72,12 @@ TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
         user.await(L"Real parameter \"dropped\":");
         user.press(L"Cancel");
         EXPECT_TRUE(user.rows(IDC_PARAMETER_LIST).empty());
-        EXPECT_NE(status(), CAPE_NOT_VALIDATED);
+        EXPECT_NE(unit.status(), CAPE_NOT_VALIDATED);
 
         add(user, L"Flow", L"Real");
         user.type(IDC_PARAMETER_VALUE, L"1.5");
         user.press(L"OK");
-        EXPECT_EQ(status(), CAPE_NOT_VALIDATED);
+        EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
         add(user, L"FLOW", L"Integer");
         EXPECT_EQ(user.answer(L"Add parameter:"),
                   L"The specified name is already used for another parameter");
@@ -110,7 +105,7 @@ TEST_F(ParameterTab, theyAreRenamedAndRemoved) {
     model.script("1;").parameter(L"a", L"real", Variant(1.0)).parameter(L"b", L"int", Variant(LONG{2}));
     ASSERT_EQ(load(model), S_OK);
     unit.validate();
-    const CapeValidationStatus before = status();
+    const CapeValidationStatus before = unit.status();
     const auto rename = [](WindowDriver& user, const wchar_t* name) {
         user.press(L"Re&name");
         user.await(L"Rename parameter:");
@@ -151,7 +146,7 @@ TEST_F(ParameterTab, theyAreRenamedAndRemoved) {
                   EXPECT_EQ(user.focus(), user.control(IDC_PARAMETER_LIST)) << "a disabled button is dead";
               }),
               S_OK);
-    EXPECT_EQ(status(), before);
+    EXPECT_EQ(unit.status(), before);
 }
 
 TEST_F(ParameterTab, aRealParameterIsEdited) {

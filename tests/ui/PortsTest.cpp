@@ -25,12 +25,6 @@ protected:
         user.endLabel(list, name);
     }
 
-    CapeValidationStatus status() {
-        CapeValidationStatus value = CAPE_INVALID;
-        unit.as<ICapeUnit>()->get_ValStatus(&value);
-        return value;
-    }
-
     /// Of the ports as the host finds them; '-' for a name that no port has.
     std::string directions(const std::vector<std::wstring>& names) {
         std::string result;
@@ -76,7 +70,7 @@ TEST_F(Ports, addingResetsTheValidationAndRenamingDoesNot) {
         user.press(L"&Add");
         user.endLabel(IDC_PORT_FEEDS, L"", false);
     });
-    EXPECT_EQ(status(), CAPE_NOT_VALIDATED);
+    EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
     const auto material = FakeMaterial11::create();
     unit.connect(L"Feed 1", material->dispatch());
     ASSERT_EQ(unit.validate(), L"");
@@ -87,7 +81,7 @@ TEST_F(Ports, addingResetsTheValidationAndRenamingDoesNot) {
                        EXPECT_EQ(user.selectedRow(IDC_PORT_FEEDS), 0);
                    }),
               S_OK);
-    EXPECT_EQ(status(), CAPE_VALID);
+    EXPECT_EQ(unit.status(), CAPE_VALID);
 }
 
 TEST_F(Ports, aNameOfAnotherPortIsRefusedOnceWhicheverListHasIt) {
@@ -145,7 +139,7 @@ TEST_F(Ports, whatIsConnectedIsShownAndDisconnectedWithItsPort) {
     ComRef<IDispatch> connected;
     EXPECT_TRUE(FAILED(removed.as<ICapeUnitPort>()->get_connectedObject(connected.put())));
     EXPECT_EQ(directions({L"A", L"B", L"D"}), "-io");
-    EXPECT_EQ(status(), CAPE_NOT_VALIDATED);
+    EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
 }
 
 } // namespace

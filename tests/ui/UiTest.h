@@ -1,24 +1,15 @@
 #pragma once
 
-#include "Folders.h"
+#include "HostTest.h"
 #include "HostedUnit.h"
-#include "MatlabStandIn.h"
 #include "WindowDriver.h"
 #include "resources/ResourceIds.h"
-
-#include <gtest/gtest.h>
 
 namespace solvane {
 
 /// A host with one unit, whose window a user works in, and a scripted Matlab behind it.
-class UiTest : public testing::Test {
+class UiTest : public HostTest {
 protected:
-    UiTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~UiTest() override {
-        unit.release();
-        CoUninitialize();
-    }
-
     HRESULT edit(const WindowDriver::Actions& actions) { return WindowDriver::edit(unit, actions); }
     /// On the page of that label.
     HRESULT edit(const std::wstring& tab, const WindowDriver::Actions& actions) {
@@ -31,11 +22,7 @@ protected:
         SendMessageW(GetParent(control), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
     }
     HRESULT load(ModelBag& model) { return unit.load(model); }
-    std::wstring workingFolder() { return matlab.workingFolder(); }
 
-    TemporaryFolder temporary;
-    MatlabStandIn matlab;
-    UnitModule module;
     HostedUnit unit{module};
 };
 

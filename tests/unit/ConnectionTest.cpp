@@ -49,11 +49,6 @@ protected:
     }
     ~Connections() override { unit.terminate(); } // before the objects on the test's frame go
 
-    CapeValidationStatus status() const {
-        CapeValidationStatus value = CAPE_INVALID;
-        EXPECT_EQ(unit.as<ICapeUnit>()->get_ValStatus(&value), S_OK);
-        return value;
-    }
     void expectStopped(const wchar_t* scopeAndInterface) const {
         EXPECT_EQ(unit.error(), ended + L" | " + ended + L" | " + scopeAndInterface);
     }
@@ -86,9 +81,9 @@ TEST_F(Connections, everyOneMustBeValidatedAgainButIsNoChangeOfTheModel) {
     for (const auto& change : changes) {
         ASSERT_EQ(feed->Connect(material11->dispatch()), S_OK);
         ASSERT_EQ(unit.validate(), L"");
-        ASSERT_EQ(status(), CAPE_VALID);
+        ASSERT_EQ(unit.status(), CAPE_VALID);
         change();
-        EXPECT_EQ(status(), CAPE_NOT_VALIDATED) << "change " << &change - changes;
+        EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED) << "change " << &change - changes;
         EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
     }
 }
@@ -101,7 +96,7 @@ TEST_F(Connections, aLoadLeavesTheFormerPortsBehind) {
     EXPECT_EQ(countOf(material11->dispatch()), 1u);
     ASSERT_EQ(unit.validate(), L"");
     EXPECT_EQ(feed->Connect(material11->dispatch()), S_OK);
-    EXPECT_EQ(status(), CAPE_VALID);
+    EXPECT_EQ(unit.status(), CAPE_VALID);
     EXPECT_EQ(feed->Disconnect(), S_OK);
 }
 
@@ -115,7 +110,7 @@ TEST_F(Connections, calculateValidatesOnlyWhatIsNotYetValid) {
         return material10->record->callsOf("ComponentIds").size();
     };
     const std::size_t withValidation = listsRead();
-    EXPECT_EQ(status(), CAPE_VALID);
+    EXPECT_EQ(unit.status(), CAPE_VALID);
     EXPECT_EQ(listsRead() + 2, withValidation);
 }
 

@@ -2,14 +2,9 @@
 
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
+#include "HostTest.h"
 #include "HostedUnit.h"
-#include "MatlabStandIn.h"
-#include "ModelBag.h"
 #include "com/VariantArray.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
 
 namespace solvane {
 
@@ -21,11 +16,8 @@ inline std::wstring errorOf(IUnknown* object) {
 }
 
 /// A usable unit, in front of a Matlab that does nothing.
-class UnitTest : public testing::Test {
+class UnitTest : public HostTest {
 protected:
-    UnitTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~UnitTest() override { CoUninitialize(); }
-
     void loadModel() {
         model.script("1;");
         ASSERT_EQ(unit.load(model), S_OK);
@@ -51,8 +43,6 @@ protected:
 
     static Variant text(std::wstring_view value) { return Variant(value); }
 
-    MatlabStandIn matlab;
-    UnitModule module;
     HostedUnit unit{module};
     ModelBag model;
 };

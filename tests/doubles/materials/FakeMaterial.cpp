@@ -3,6 +3,8 @@
 #include "com/Text.h"
 #include "com/VariantArray.h"
 
+#include <algorithm>
+
 namespace solvane {
 
 namespace {
@@ -67,6 +69,23 @@ STDMETHODIMP FakeMaterial::get_moreInfo(BSTR* moreInfo) {
 
 STDMETHODIMP FakeMaterial::get_ComponentName(BSTR* name) {
     return answer("ComponentName", {}, [&] { return give(name, *componentName); });
+}
+
+HRESULT FakeMaterial::query(REFIID iid, IUnknown* own, void** result) {
+    IUnknown* object = own;
+    if (iid == __uuidof(ICapeIdentification) && componentName)
+        object = static_cast<ICapeIdentification*>(this);
+    else if (iid == __uuidof(ECapeUser))
+        object = static_cast<ECapeUser*>(this);
+    else if (iid == __uuidof(ECapeRoot))
+        object = static_cast<ECapeRoot*>(this);
+    if (std::ranges::find(hidden, iid) != hidden.end())
+        object = nullptr;
+    *result = object;
+    if (!object)
+        return E_NOINTERFACE;
+    object->AddRef();
+    return S_OK;
 }
 
 void FakeMaterial::adopt(FakeMaterial& copy) const {

@@ -7,7 +7,6 @@
 #include "com/ComRef.h"
 #include "com/Dispatch.h"
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -60,7 +59,8 @@ public:
 protected:
     virtual ~FakeMaterial() = default;
 
-    bool isHidden(REFIID iid) const { return std::ranges::find(hidden, iid) != hidden.end(); }
+    /// QueryInterface, with the object that answers for a generation's own interface, null for another.
+    HRESULT query(REFIID iid, IUnknown* own, void** result);
 
     /// Makes of `copy` a copy of this object but for its stream.
     void adopt(FakeMaterial& copy) const;

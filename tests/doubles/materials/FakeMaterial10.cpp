@@ -14,22 +14,9 @@ bool isOverall(BSTR phase) {
 } // namespace
 
 STDMETHODIMP FakeMaterial10::QueryInterface(REFIID iid, void** result) {
-    IUnknown* object = nullptr;
-    if (isHidden(iid))
-        object = nullptr;
-    else if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(ICapeThermoMaterialObject))
-        object = static_cast<ICapeThermoMaterialObject*>(this);
-    else if (iid == __uuidof(ICapeIdentification) && componentName)
-        object = static_cast<ICapeIdentification*>(this);
-    else if (iid == __uuidof(ECapeUser))
-        object = static_cast<ECapeUser*>(this);
-    else if (iid == __uuidof(ECapeRoot))
-        object = static_cast<ECapeRoot*>(this);
-    *result = object;
-    if (!object)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
+    const bool isOwn =
+        iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(ICapeThermoMaterialObject);
+    return query(iid, isOwn ? static_cast<ICapeThermoMaterialObject*>(this) : nullptr, result);
 }
 
 STDMETHODIMP_(ULONG) FakeMaterial10::Release() {

@@ -12,30 +12,18 @@ constexpr wchar_t pair[] = L"two phases";
 } // namespace
 
 STDMETHODIMP FakeMaterial11::QueryInterface(REFIID iid, void** result) {
-    IUnknown* object = nullptr;
-    if (isHidden(iid))
-        object = nullptr;
-    else if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(ICapeThermoMaterial))
-        object = static_cast<ICapeThermoMaterial*>(this);
+    IUnknown* own = nullptr;
+    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(ICapeThermoMaterial))
+        own = static_cast<ICapeThermoMaterial*>(this);
     else if (iid == __uuidof(ICapeThermoCompounds))
-        object = static_cast<ICapeThermoCompounds*>(this);
+        own = static_cast<ICapeThermoCompounds*>(this);
     else if (iid == __uuidof(ICapeThermoPhases))
-        object = static_cast<ICapeThermoPhases*>(this);
+        own = static_cast<ICapeThermoPhases*>(this);
     else if (iid == __uuidof(ICapeThermoPropertyRoutine))
-        object = static_cast<ICapeThermoPropertyRoutine*>(this);
+        own = static_cast<ICapeThermoPropertyRoutine*>(this);
     else if (iid == __uuidof(ICapeThermoEquilibriumRoutine))
-        object = static_cast<ICapeThermoEquilibriumRoutine*>(this);
-    else if (iid == __uuidof(ICapeIdentification) && componentName)
-        object = static_cast<ICapeIdentification*>(this);
-    else if (iid == __uuidof(ECapeUser))
-        object = static_cast<ECapeUser*>(this);
-    else if (iid == __uuidof(ECapeRoot))
-        object = static_cast<ECapeRoot*>(this);
-    *result = object;
-    if (!object)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
+        own = static_cast<ICapeThermoEquilibriumRoutine*>(this);
+    return query(iid, own, result);
 }
 
 STDMETHODIMP_(ULONG) FakeMaterial11::Release() {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Folders.h"
+#include "MatlabStandIn.h"
+#include "UnitModule.h"
+
+#include <gtest/gtest.h>
+
+namespace solvane {
+
+/// CoInitializeEx and its counterpart.
+class Apartment {
+public:
+    explicit Apartment(COINIT kind = COINIT_APARTMENTTHREADED) { CoInitializeEx(nullptr, kind); }
+    ~Apartment() { CoUninitialize(); }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+};
+
+/// A single-threaded host with a temporary folder of its own, in front of a scripted Matlab.
+class HostTest : public testing::Test {
+protected:
+    std::wstring workingFolder() { return matlab.workingFolder(); }
+
+    Apartment apartment;
+    TemporaryFolder temporary;
+    MatlabStandIn matlab;
+    UnitModule module;
+};
+
+} // namespace solvane
