@@ -17,35 +17,6 @@ VariantArray makeArray(VARTYPE elementType, std::vector<SAFEARRAYBOUND> bounds) 
     return array;
 }
 
-TEST(ReadVariantArray, anythingButAnArrayOfTheExpectedTypeIsRefusedInItsWords) {
-    struct Row {
-        VARTYPE wanted;
-        const char* error;
-    };
-    for (const Row& row :
-         {Row{VT_R8, "Expected an array of type double precision"},
-          Row{VT_BSTR, "Expected an array of type string"},
-          Row{VT_VARIANT, "Expected an array of type VARIANT"}, Row{VT_I2, "Expected an array of type short"},
-          Row{VT_UI1, "Expected an array of type <unknown>"}}) {
-        VariantArray integers = makeArray(VT_I4, {{2, 0}});
-        std::string error;
-        EXPECT_FALSE(readVariantArray(integers, row.wanted, error));
-        EXPECT_EQ(error, row.error);
-    }
-    VariantArray scalar(Variant(1.5));
-    std::string error;
-    EXPECT_FALSE(readVariantArray(scalar, VT_R8, error));
-    EXPECT_FALSE(readVariantArray(scalar, VT_I4, error));
-    EXPECT_EQ(error, "Expected an array of type long");
-}
-
-TEST(ReadVariantArray, onlyOneDimensionIsTaken) {
-    VariantArray matrix = makeArray(VT_R8, {{2, 0}, {3, 0}});
-    std::string error;
-    EXPECT_FALSE(readVariantArray(matrix, VT_R8, error));
-    EXPECT_EQ(error, "unexpected dimension; 1-dimensional array expected");
-}
-
 TEST(ReadVariantArray, theBoundsAreTheHosts) {
     for (const LONG lowerBound : {0L, 1L, -5L, LONG_MAX - 3}) {
         VariantArray array = makeArray(VT_R8, {{3, lowerBound}});
@@ -89,11 +60,6 @@ TEST(VariantArray, nullTextsStayNullAndReadAsEmpty) {
     EXPECT_FALSE(array.isNullText(0));
     EXPECT_TRUE(array.isNullText(1));
     EXPECT_FALSE(array.isNullText(2));
-}
-
-TEST(VariantArray, anArrayOfNoElementsStaysEmpty) {
-    EXPECT_EQ(VariantArray::of(std::span<const double>()).type(), VT_EMPTY);
-    EXPECT_EQ(VariantArray::of(std::array{1.0}).type(), VT_ARRAY | VT_R8);
 }
 
 } // namespace
