@@ -38,9 +38,9 @@ std::vector<std::wstring> namesIn(const std::wstring& folder) {
     return {names.begin(), names.end()};
 }
 
-TemporaryFolder::TemporaryFolder() : former_(temporaryPath()) {
+TemporaryFolder::TemporaryFolder(const std::wstring& name) : former_(temporaryPath()) {
     static int count = 0;
-    path_ = former_ + L"solvane-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) +
+    path_ = former_ + name + L"-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) +
             L"\\";
     std::filesystem::create_directory(path_);
     SetEnvironmentVariableW(L"TMP", path_.c_str());

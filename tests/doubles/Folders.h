@@ -16,7 +16,7 @@ std::vector<std::wstring> namesIn(const std::wstring& folder);
 /// An empty folder of the test's own. For its lifetime it is the process's temporary folder.
 class TemporaryFolder {
 public:
-    TemporaryFolder();
+    explicit TemporaryFolder(const std::wstring& name = L"solvane");
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;

@@ -1,42 +1,14 @@
 /// The gateway's side of the channel, played on the thread on which a script would run.
 #pragma once
 
+#include "Wire.h"
 #include "com/Handle.h"
 
-#include <cstdint>
 #include <source_location>
 #include <string>
 #include <string_view>
 
 namespace solvane {
-
-/// Bytes of the wire, written in order.
-class Wire {
-public:
-    Wire& operator<<(std::uint32_t number) { return append(&number, sizeof number); }
-    Wire& operator<<(std::int32_t number) { return append(&number, sizeof number); }
-    Wire& operator<<(double number) { return append(&number, sizeof number); }
-    /// With its NUL.
-    Wire& operator<<(const std::string& text) { return append(text.c_str(), text.size() + 1); }
-    const std::string& bytes() const { return bytes_; }
-
-private:
-    Wire& append(const void* data, std::size_t size) {
-        bytes_.append(static_cast<const char*>(data), size);
-        return *this;
-    }
-    std::string bytes_;
-};
-
-inline Wire request(std::uint32_t code) {
-    return Wire() << code;
-}
-inline Wire succeeded() {
-    return Wire() << 0u;
-}
-inline Wire refused(const std::string& message) {
-    return Wire() << 1u << message;
-}
 
 class GatewayClient {
 public:

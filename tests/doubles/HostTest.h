@@ -3,6 +3,7 @@
 #include "Folders.h"
 #include "MatlabStandIn.h"
 #include "UnitModule.h"
+#include "capeopen/CapeError.h"
 
 #include <gtest/gtest.h>
 

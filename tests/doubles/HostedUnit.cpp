@@ -1,5 +1,7 @@
 #include "HostedUnit.h"
 
+#include <gtest/gtest.h>
+
 namespace solvane {
 
 namespace {
@@ -28,8 +30,8 @@ std::wstring HostedUnit::validate() const {
 }
 
 CapeValidationStatus HostedUnit::status() const {
-    auto status = static_cast<CapeValidationStatus>(-1); // none
-    as<ICapeUnit>()->get_ValStatus(&status);
+    CapeValidationStatus status = CAPE_INVALID;
+    EXPECT_EQ(as<ICapeUnit>()->get_ValStatus(&status), S_OK);
     return status;
 }
 

@@ -1,5 +1,6 @@
 #include "UnitModule.h"
 
+#include "Program.h"
 #include "unit/ClassIds.h"
 
 #include <unknwn.h>
@@ -32,10 +33,7 @@ ComRef<IUnknown> UnitModule::createUnit() const {
 }
 
 std::wstring UnitModule::builtPath() {
-    std::wstring program(1024, L'\0');
-    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
-    const std::wstring tests = program.substr(0, program.rfind(L'\\'));
-    return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\SolvaneUnitOperation.dll";
+    return builtFile(L"SolvaneUnitOperation.dll");
 }
 
 } // namespace solvane

@@ -13,6 +13,12 @@
 
 namespace solvane::engine {
 
+std::string runServer(const wchar_t* options) {
+    const Outcome outcome = Program(builtFile(L"OctaveAutomationServer.exe") + L' ' + options).wait();
+    EXPECT_EQ(outcome.exitCode, 0u) << outcome.printed;
+    return outcome.printed;
+}
+
 namespace {
 
 /// Registers the server for the tests, and leaves the machine's registration as it was found.
@@ -23,12 +29,11 @@ public:
         wasRegistered_ = readRegistryString(HKEY_LOCAL_MACHINE,
                                             L"Software\\Classes\\SolvaneOctave.Application\\CLSID", L"")
                              .has_value();
-        ASSERT_EQ(runProgram(builtFile(L"OctaveAutomationServer.exe") + L" /RegServer"), 0u);
+        runServer(L"/RegServer");
     }
     void TearDown() override {
         CoUninitialize();
-        const wchar_t* option = wasRegistered_ ? L" /RegServer" : L" /UnregServer";
-        EXPECT_EQ(runProgram(builtFile(L"OctaveAutomationServer.exe") + option), 0u);
+        runServer(wasRegistered_ ? L"/RegServer" : L"/UnregServer");
     }
 
 private:
@@ -38,43 +43,7 @@ private:
 [[maybe_unused]] const testing::Environment* const registeredServer =
     testing::AddGlobalTestEnvironment(new RegisteredServer);
 
-Handle startProgram(std::wstring command, HANDLE output) {
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = startup.hStdError = output;
-    PROCESS_INFORMATION started{};
-    EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                               &started));
-    const Handle thread(started.hThread);
-    return Handle(started.hProcess);
-}
-
 } // namespace
-
-std::wstring builtFile(std::wstring_view name) {
-    std::wstring path = L"Z:" + widen(SOLVANE_BIN) + L"\\" + std::wstring(name);
-    std::replace(path.begin(), path.end(), L'/', L'\\');
-    return path;
-}
-
-DWORD runProgram(std::wstring command, std::string* printed) {
-    Handle readEnd;
-    Handle writeEnd;
-    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-    CreatePipe(readEnd.put(), writeEnd.put(), &inherited, 0);
-    const Handle process = startProgram(std::move(command), writeEnd.get());
-    writeEnd.reset();
-    char buffer[512];
-    DWORD count = 0;
-    while (ReadFile(readEnd.get(), buffer, sizeof buffer, &count, nullptr) && count > 0)
-        if (printed)
-            printed->append(buffer, count);
-    WaitForSingleObject(process.get(), INFINITE);
-    DWORD code = ~0u;
-    GetExitCodeProcess(process.get(), &code);
-    return code;
-}
 
 AutomationClient::AutomationClient() {
     EXPECT_HRESULT_SUCCEEDED(create(object_));
@@ -88,34 +57,16 @@ HRESULT AutomationClient::create(ComRef<IDispatch>& object) {
     return CoCreateInstance(id, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, object.putVoid());
 }
 
-Call AutomationClient::call(const wchar_t* member, WORD flags, const Variant* argument) {
-    Call call{};
-    auto* name = const_cast<LPOLESTR>(member);
-    DISPID id = 0;
-    call.result = object_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
-    if (FAILED(call.result))
-        return call;
-    DISPID put = DISPID_PROPERTYPUT;
-    DISPPARAMS parameters{};
-    parameters.rgvarg = argument ? const_cast<VARIANT*>(&argument->get()) : nullptr;
-    parameters.cArgs = argument ? 1 : 0;
-    if (flags == DISPATCH_PROPERTYPUT) {
-        parameters.rgdispidNamedArgs = &put;
-        parameters.cNamedArgs = 1;
-    }
-    EXCEPINFO exception{};
-    call.result = object_->Invoke(id, IID_NULL, LOCALE_SYSTEM_DEFAULT, flags, &parameters, call.value.put(),
-                                  &exception, nullptr);
-    call.description = viewOf(exception.bstrDescription);
-    SysFreeString(exception.bstrDescription);
-    SysFreeString(exception.bstrSource);
-    SysFreeString(exception.bstrHelpFile);
-    return call;
+LateBound::Call AutomationClient::call(const wchar_t* member, WORD flags, const Variant* argument) {
+    std::vector<VARIANT> arguments;
+    if (argument)
+        arguments.push_back(argument->get());
+    return LateBound(object_.get()).call(member, flags, arguments);
 }
 
 std::wstring AutomationClient::execute(std::wstring_view command) {
     const Variant argument(command);
-    const Call done = call(L"Execute", DISPATCH_METHOD, &argument);
+    const LateBound::Call done = call(L"Execute", DISPATCH_METHOD, &argument);
     EXPECT_HRESULT_SUCCEEDED(done.result) << narrow(command) << ": " << narrow(done.description);
     if (done.value.type() != VT_BSTR) {
         ADD_FAILURE() << "the result is no text but a variant of type " << done.value.type();
@@ -147,10 +98,9 @@ std::string ScriptFolder::read(std::wstring_view name) const {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-Handle startClient(const ScriptFolder& folder, std::string_view script) {
+Program startClient(const ScriptFolder& folder, std::string_view script) {
     folder.write(L"client.vbs", script);
-    return startProgram(L"cscript //nologo \"" + folder.path() + L"\\client.vbs\" \"" + folder.path() + L"\"",
-                        GetStdHandle(STD_OUTPUT_HANDLE));
+    return Program(L"cscript //nologo \"" + folder.path() + L"\\client.vbs\" \"" + folder.path() + L"\"");
 }
 
 bool waitUntil(const std::function<bool()>& condition) {

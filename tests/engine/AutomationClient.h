@@ -2,9 +2,8 @@
 /// built with it.
 #pragma once
 
-#include "com/ComRef.h"
-#include "com/Handle.h"
-#include "com/Variant.h"
+#include "LateBound.h"
+#include "Program.h"
 
 #include <oaidl.h>
 
@@ -15,18 +14,8 @@
 
 namespace solvane::engine {
 
-/// The Windows path of what was built: a file name below the folder of binaries.
-std::wstring builtFile(std::wstring_view name);
-
-/// Runs a program to its end. Returns its exit code, and all that it printed where `printed` is given.
-DWORD runProgram(std::wstring command, std::string* printed = nullptr);
-
-/// The result of a call, with the exception record's text.
-struct Call {
-    HRESULT result;
-    Variant value;
-    std::wstring description;
-};
+/// Runs the server with these options to its end, expects success, and gives what it printed.
+std::string runServer(const wchar_t* options);
 
 class AutomationClient {
 public:
@@ -37,7 +26,7 @@ public:
 
     /// The output of a command. Expects the call to succeed.
     std::wstring execute(std::wstring_view command);
-    Call call(const wchar_t* member, WORD flags, const Variant* argument = nullptr);
+    LateBound::Call call(const wchar_t* member, WORD flags, const Variant* argument = nullptr);
 
     /// Lets go of the server.
     void release() { object_.reset(); }
@@ -77,7 +66,7 @@ private:
 };
 
 /// Starts a process of its own that runs the script, VBScript, which gets the folder as its argument.
-Handle startClient(const ScriptFolder& folder, std::string_view script);
+Program startClient(const ScriptFolder& folder, std::string_view script);
 
 /// Waits some seconds at most for what is to come true. Returns whether it did.
 bool waitUntil(const std::function<bool()>& condition);

@@ -133,7 +133,7 @@ TEST_F(GatewayConnection, carriesRequestsToTheUnitAndItsRepliesBack) {
     Gateway gateway = connectGateway();
     ASSERT_EQ(gateway.ask('O', unitId).kind, MessageKind::done);
 
-    for (const std::size_t length : {std::size_t{4}, std::size_t{300000}, std::size_t{size}}) {
+    for (const std::size_t length : {std::size_t{4}, std::size_t{size}}) {
         std::string request(length, '\0');
         std::iota(request.begin(), request.end(), static_cast<char>(length % 251));
         gateway.sendMessage('X', number(16) + request);

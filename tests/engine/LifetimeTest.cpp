@@ -57,7 +57,7 @@ TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathA
 
     for (const wchar_t* deadly : {L"x = 1; kill(getpid(), 9); disp(2)", L"exit"}) {
         const Variant command(std::wstring_view{deadly});
-        const Call died = octave.call(L"Execute", DISPATCH_METHOD, &command);
+        const LateBound::Call died = octave.call(L"Execute", DISPATCH_METHOD, &command);
         EXPECT_EQ(died.result, HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED)) << deadly;
         EXPECT_THAT(narrow(died.description), HasSubstr("Octave ended"));
         EXPECT_FALSE(isOctaveRunning(process));
@@ -70,7 +70,7 @@ TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathA
 
 TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
     const ScriptFolder folder;
-    const Handle client =
+    const Program client =
         startClient(folder, "set octave = CreateObject(\"SolvaneOctave.Application\")\n"
                             "octave.Execute \"cd '\" & WScript.Arguments(0) & \"'\"\n"
                             "octave.Execute \"f = fopen('pid', 'w'); fprintf(f, '%d;', getpid()); fclose(f); "
@@ -79,7 +79,7 @@ TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
     std::string process = folder.read(L"pid");
     process.pop_back();
     ASSERT_TRUE(isOctaveRunning(process));
-    TerminateProcess(client.get(), 1);
+    TerminateProcess(client.handle(), 1);
     EXPECT_TRUE(hasOctaveEnded(process));
 }
 

@@ -30,12 +30,6 @@ void expectNothing(HKEY root, const std::wstring& key) {
     EXPECT_EQ(valueOf(root, key), L"(missing)") << narrow(key);
 }
 
-std::string runServer(const wchar_t* options) {
-    std::string printed;
-    EXPECT_EQ(runProgram(builtFile(L"OctaveAutomationServer.exe") + L' ' + options, &printed), 0u) << printed;
-    return printed;
-}
-
 /// Starts from a machine without any registration, and ends with the one that the other tests need.
 class Registration : public testing::Test {
 protected:

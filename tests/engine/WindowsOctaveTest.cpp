@@ -23,12 +23,12 @@ TEST(WindowsOctave, takesCommandsDiesAndIsReplaced) {
 TEST(WindowsOctave, endsWithItsServerEvenWhereAScriptNeverDoes) {
     const OctaveSetting setting(windowsOctave);
     const ScriptFolder folder;
-    const Handle client =
+    const Program client =
         startClient(folder, "CreateObject(\"SolvaneOctave.Application\").Execute \"hang\"\n");
     ASSERT_TRUE(waitUntil([] { return isRunning(L"windows_octave.exe"); }));
     Sleep(1500); // until the command runs
     ASSERT_TRUE(isRunning(L"windows_octave.exe"));
-    TerminateProcess(client.get(), 1);
+    TerminateProcess(client.handle(), 1);
     EXPECT_TRUE(hasEnded(L"windows_octave.exe"));
 }
 

@@ -10,6 +10,9 @@
 
 extern "C" __declspec(dllimport) StandInHooks standInHooks;
 
+using solvane::Wire;
+using solvane::wireOf;
+
 namespace {
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
@@ -38,54 +41,54 @@ mxArray* composition() {
 
 struct RequestCase {
     Arguments arguments;
-    Bytes request;
+    Wire request;
 };
 
 TEST_F(Gateway, everyCommandPacksItsRequest) {
     const std::vector<RequestCase> cases{
-        {{u"getFeedProp", 3, u"pressure"}, bytesOf(1u, 3, "pressure")},
-        {{u"getFeedProp", integer(-2), u""}, bytesOf(1u, -2, "")},
+        {{u"getFeedProp", 3, u"pressure"}, wireOf(1u, 3, "pressure")},
+        {{u"getFeedProp", integer(-2), u""}, wireOf(1u, -2, "")},
         {{u"setProduct", 2, 10, composition(), u"temperature", 300, u"vaporFraction", true},
-         bytesOf(2u, 2, 10., 0.25, 0.75, 300., 1., "temperature", "vaporFraction")},
-        {{u"setReport", u"Duties"}, bytesOf(3u, "Duties")},
-        {{u"getParameter", u"Duty"}, bytesOf(4u, "Duty")},
-        {{u"setParameter", u"Duty", -2.5}, bytesOf(5u, "Duty", 0u, -2.5)},
-        {{u"setParameter", u"Duty", integer(7)}, bytesOf(5u, "Duty", 0u, 7.)},
-        {{u"setParameter", u"Duty", nan}, bytesOf(5u, "Duty", 0u, nan)},
-        {{u"setParameter", u"On", true}, bytesOf(5u, "On", 2u, 1)},
-        {{u"setParameter", u"Mode", u"fast"}, bytesOf(5u, "Mode", 3u, "fast")},
-        {{u"getCompoundConstant", u"charge"}, bytesOf(6u, "charge")},
-        {{u"getTDependentProperty", u"vaporPressure", 350}, bytesOf(7u, 350., "vaporPressure")},
-        {{u"getPDependentProperty", u"meltingTemperature", 1e5}, bytesOf(8u, 1e5, "meltingTemperature")},
+         wireOf(2u, 2, 10., 0.25, 0.75, 300., 1., "temperature", "vaporFraction")},
+        {{u"setReport", u"Duties"}, wireOf(3u, "Duties")},
+        {{u"getParameter", u"Duty"}, wireOf(4u, "Duty")},
+        {{u"setParameter", u"Duty", -2.5}, wireOf(5u, "Duty", 0u, -2.5)},
+        {{u"setParameter", u"Duty", integer(7)}, wireOf(5u, "Duty", 0u, 7.)},
+        {{u"setParameter", u"Duty", nan}, wireOf(5u, "Duty", 0u, nan)},
+        {{u"setParameter", u"On", true}, wireOf(5u, "On", 2u, 1)},
+        {{u"setParameter", u"Mode", u"fast"}, wireOf(5u, "Mode", 3u, "fast")},
+        {{u"getCompoundConstant", u"charge"}, wireOf(6u, "charge")},
+        {{u"getTDependentProperty", u"vaporPressure", 350}, wireOf(7u, 350., "vaporPressure")},
+        {{u"getPDependentProperty", u"meltingTemperature", 1e5}, wireOf(8u, 1e5, "meltingTemperature")},
         {{u"getSinglePhaseProperty", u"volume", u"Vapor", 300, 2e5, matrix(1, 2, {0.4, 0.6})},
-         bytesOf(9u, 300., 2e5, 0.4, 0.6, "volume", "Vapor")},
+         wireOf(9u, 300., 2e5, 0.4, 0.6, "volume", "Vapor")},
         {{u"getTwoPhaseProperty", u"kvalue", u"Vapor", u"Liquid", 300, 2e5, composition(),
           matrix(1, 2, {0.4, 0.6})},
-         bytesOf(10u, 300., 2e5, 0.25, 0.75, 0.4, 0.6, "kvalue", "Vapor", "Liquid")},
-        {{u"getPropertyUnit", u"volume"}, bytesOf(11u, "volume")},
-        {{u"getUnitName"}, bytesOf(12u)},
-        {{u"getFeedCount"}, bytesOf(13u)},
-        {{u"getProductCount"}, bytesOf(14u)},
-        {{u"getFeedEquilibrium", 1}, bytesOf(15u, 1)},
+         wireOf(10u, 300., 2e5, 0.25, 0.75, 0.4, 0.6, "kvalue", "Vapor", "Liquid")},
+        {{u"getPropertyUnit", u"volume"}, wireOf(11u, "volume")},
+        {{u"getUnitName"}, wireOf(12u)},
+        {{u"getFeedCount"}, wireOf(13u)},
+        {{u"getProductCount"}, wireOf(14u)},
+        {{u"getFeedEquilibrium", 1}, wireOf(15u, 1)},
         {{u"flashEquilibrium", composition(), u"pressure", 1e5, u"enthalpy", -3e4},
-         bytesOf(16u, 0.25, 0.75, 1e5, -3e4, "pressure", "enthalpy")},
+         wireOf(16u, 0.25, 0.75, 1e5, -3e4, "pressure", "enthalpy")},
         {{u"flashProperty", composition(), u"pressure", 1e5, u"temperature", 300, u"entropy"},
-         bytesOf(17u, 0.25, 0.75, 1e5, 300., "pressure", "temperature", "entropy")},
-        {{u"logMessage", u"converged"}, bytesOf(18u, "converged")},
+         wireOf(17u, 0.25, 0.75, 1e5, 300., "pressure", "temperature", "entropy")},
+        {{u"logMessage", u"converged"}, wireOf(18u, "converged")},
         // Latin letters of the code page, one byte each.
-        {{u"logMessage", u"Z\u00fcrich \u00e9\u20ac"}, bytesOf(18u, "Z\xfcrich \xe9\x80")},
+        {{u"logMessage", u"Z\u00fcrich \u00e9\u20ac"}, wireOf(18u, "Z\xfcrich \xe9\x80")},
     };
     for (const RequestCase& row : cases) {
-        unit.answer(bytesOf(0u, 0u, 0., 0., 0., 0.));
+        unit.answer(wireOf(0u, 0u, 0., 0., 0., 0.));
         call(0, row.arguments);
-        EXPECT_EQ(unit.takeRequest(), std::string(row.request)) << "row " << &row - cases.data();
+        EXPECT_EQ(unit.takeRequest(), row.request.bytes()) << "row " << &row - cases.data();
     }
 }
 
 struct ReplyCase {
     int outputCount;
     Arguments arguments;
-    Bytes reply;
+    Wire reply;
     std::string outputs;
 };
 
@@ -97,45 +100,45 @@ TEST_F(Gateway, answersBecomeTheScriptsValues) {
     const Arguments parameter{u"getParameter", u"p"};
     const Arguments equilibrium{u"getFeedEquilibrium", 1};
     const std::vector<ReplyCase> cases{
-        {1, feedProp, bytesOf(0u, 0u, 300.), "1x1 [300]"},
-        {0, feedProp, bytesOf(0u, 1u, 4., 6.), "2x1 [4 6]"},
-        {1, twoPhase, bytesOf(0u, 2u, 1., 2., 3., 4.), "2x2 [1 2 3 4]"},
-        {1, twoPhase, bytesOf(0u, 3u, 1., 2., 3., 4.), "2x2 [1 2 3 4]"},
-        {1, twoPhase, bytesOf(0u, 4u, 1., 2., 3., 4., 5., 6., 7., 8.), "2x4 [1 2 3 4 5 6 7 8]"},
-        {1, twoPhase, bytesOf(0u, 5u),
+        {1, feedProp, wireOf(0u, 0u, 300.), "1x1 [300]"},
+        {0, feedProp, wireOf(0u, 1u, 4., 6.), "2x1 [4 6]"},
+        {1, twoPhase, wireOf(0u, 2u, 1., 2., 3., 4.), "2x2 [1 2 3 4]"},
+        {1, twoPhase, wireOf(0u, 3u, 1., 2., 3., 4.), "2x2 [1 2 3 4]"},
+        {1, twoPhase, wireOf(0u, 4u, 1., 2., 3., 4., 5., 6., 7., 8.), "2x4 [1 2 3 4 5 6 7 8]"},
+        {1, twoPhase, wireOf(0u, 5u),
          "error: getTwoPhaseProperty: the unit answered with an unknown shape, 5"},
-        {1, {u"getTDependentProperty", u"x", 300}, bytesOf(0u, 4., 6.), "2x1 [4 6]"},
-        {1, constant, bytesOf(0u, 0u, 0., nan), "2x1 [0 nan]"},
-        {1, constant, bytesOf(0u, 1u, "64-17-5", ""), "2x1 {'64-17-5' ''}"},
-        {1, constant, bytesOf(0u, 2u),
+        {1, {u"getTDependentProperty", u"x", 300}, wireOf(0u, 4., 6.), "2x1 [4 6]"},
+        {1, constant, wireOf(0u, 0u, 0., nan), "2x1 [0 nan]"},
+        {1, constant, wireOf(0u, 1u, "64-17-5", ""), "2x1 {'64-17-5' ''}"},
+        {1, constant, wireOf(0u, 2u),
          "error: getCompoundConstant: the unit answered with an unknown kind of constant, 2"},
-        {1, parameter, bytesOf(0u, 0u, 2.5), "1x1 [2.5]"},
-        {1, parameter, bytesOf(0u, 1u, -7), "1x1 [-7]"},
-        {1, parameter, bytesOf(0u, 2u, 1), "1x1 [1]"},
-        {1, parameter, bytesOf(0u, 3u, "caf\xe9"), "'caf\xe9'"},
-        {1, parameter, bytesOf(0u, 4u),
+        {1, parameter, wireOf(0u, 0u, 2.5), "1x1 [2.5]"},
+        {1, parameter, wireOf(0u, 1u, -7), "1x1 [-7]"},
+        {1, parameter, wireOf(0u, 2u, 1), "1x1 [1]"},
+        {1, parameter, wireOf(0u, 3u, "caf\xe9"), "'caf\xe9'"},
+        {1, parameter, wireOf(0u, 4u),
          "error: getParameter: the unit answered with an unknown kind of value, 4"},
-        {1, {u"getPropertyUnit", u"x"}, bytesOf(0u, ""), "''"},
-        {0, {u"getUnitName"}, bytesOf(0u, "Mixer"), "'Mixer'"},
-        {1, {u"getFeedCount"}, bytesOf(0u, 3u), "1x1 [3]"},
-        {1, {u"flashProperty", composition(), u"a", 1, u"b", 2, u"c"}, bytesOf(0u, -12.5), "1x1 [-12.5]"},
+        {1, {u"getPropertyUnit", u"x"}, wireOf(0u, ""), "''"},
+        {0, {u"getUnitName"}, wireOf(0u, "Mixer"), "'Mixer'"},
+        {1, {u"getFeedCount"}, wireOf(0u, 3u), "1x1 [3]"},
+        {1, {u"flashProperty", composition(), u"a", 1, u"b", 2, u"c"}, wireOf(0u, -12.5), "1x1 [-12.5]"},
         // Indices in another order than phaseNames; compositions come compound by compound.
-        {5, equilibrium, bytesOf(0u, 2, 2, 1, 0.3, 0.7, 0.1, 0.2, 0.9, 0.8, 300., 1e5),
+        {5, equilibrium, wireOf(0u, 2, 2, 1, 0.3, 0.7, 0.1, 0.2, 0.9, 0.8, 300., 1e5),
          "1x2 {'Liquid' 'Vapor'} 1x2 [0.3 0.7] 2x2 [0.1 0.9 0.2 0.8] 1x1 [300] 1x1 [100000]"},
-        {5, equilibrium, bytesOf(0u, -2, "gas", "oil", 0.3, 0.7, 0.1, 0.2, 0.9, 0.8, 300., 1e5),
+        {5, equilibrium, wireOf(0u, -2, "gas", "oil", 0.3, 0.7, 0.1, 0.2, 0.9, 0.8, 300., 1e5),
          "1x2 {'gas' 'oil'} 1x2 [0.3 0.7] 2x2 [0.1 0.9 0.2 0.8] 1x1 [300] 1x1 [100000]"},
-        {5, equilibrium, bytesOf(0u, 0, 300., 1e5), "1x0 {} 1x0 [] 2x0 [] 1x1 [300] 1x1 [100000]"},
-        {0, equilibrium, bytesOf(0u, 1, 1, 1., 0.25, 0.75, 300., 1e5), "1x1 {'Vapor'}"},
-        {1, equilibrium, bytesOf(0u, 1, 3, 1., 0.25, 0.75, 300., 1e5),
+        {5, equilibrium, wireOf(0u, 0, 300., 1e5), "1x0 {} 1x0 [] 2x0 [] 1x1 [300] 1x1 [100000]"},
+        {0, equilibrium, wireOf(0u, 1, 1, 1., 0.25, 0.75, 300., 1e5), "1x1 {'Vapor'}"},
+        {1, equilibrium, wireOf(0u, 1, 3, 1., 0.25, 0.75, 300., 1e5),
          "error: getFeedEquilibrium: phase 3 is not in the global variable phaseNames"},
-        {1, equilibrium, bytesOf(0u, std::numeric_limits<std::int32_t>::min()),
+        {1, equilibrium, wireOf(0u, std::numeric_limits<std::int32_t>::min()),
          "error: getFeedEquilibrium: the unit answered with an unknown number of phases, 2147483648"},
-        {0, {u"logMessage", u""}, bytesOf(18u), ""},
-        {1, constant, bytesOf(6u),
+        {0, {u"logMessage", u""}, wireOf(18u), ""},
+        {1, constant, wireOf(6u),
          "error: getCompoundConstant: the unit gave no answer: its material does not give this constant for "
          "all compounds"},
-        {1, parameter, bytesOf(1u, "Invalid parameter name: p"), "error: Invalid parameter name: p"},
-        {1, parameter, bytesOf(1u, ""), "error: getParameter: it failed, and the unit gave no reason"},
+        {1, parameter, wireOf(1u, "Invalid parameter name: p"), "error: Invalid parameter name: p"},
+        {1, parameter, wireOf(1u, ""), "error: getParameter: it failed, and the unit gave no reason"},
     };
     for (const ReplyCase& row : cases) {
         unit.answer(row.reply);
@@ -145,14 +148,14 @@ TEST_F(Gateway, answersBecomeTheScriptsValues) {
 
 TEST_F(Gateway, readsAnAnswerToTheEndOfTheBlockAndNotBeyond) {
     const std::string longest(2048 - 5, 'x');
-    unit.answer(bytesOf(1u, longest.c_str()));
+    unit.answer(wireOf(1u, longest.c_str()));
     EXPECT_EQ(call(1, {u"getUnitName"}), "error: " + longest);
 
     // The view ends with its page, and not one byte of this answer ends a text.
     UnitSide page(4096);
     useGateway(standInHooks, 600, {});
     ASSERT_EQ(call(0, {1, page.wideId()}), "");
-    page.answer(bytesOf(0u));
+    page.answer(wireOf(0u));
     EXPECT_EQ(call(1, {u"getUnitName"}), "error: getUnitName: the unit's answer is longer than its block");
     EXPECT_EQ(call(1, {u"getTDependentProperty", u"x", 300}),
               "error: getTDependentProperty: the unit's answer is longer than its block");
@@ -270,12 +273,12 @@ TEST_F(Gateway, commandsWorkOnlyBetweenBeginAndEnd) {
 }
 
 TEST_F(Gateway, aSlowUnitIsWaitedForAndADeadOneIsNot) {
-    unit.answer(bytesOf(0u, 3u), 1500);
+    unit.answer(wireOf(0u, 3u), 1500);
     EXPECT_EQ(call(1, {u"getFeedCount"}), "1x1 [3]");
-    unit.answer(bytesOf(0u, 4u));
+    unit.answer(wireOf(0u, 4u));
     EXPECT_EQ(call(1, {u"getFeedCount"}), "1x1 [4]");
 
-    unit.answer(bytesOf(0u), INFINITE);
+    unit.answer(wireOf(0u), INFINITE);
     std::thread death([this] {
         Sleep(200);
         unit.die();

@@ -23,7 +23,7 @@ UnitSide::UnitSide(std::size_t blockSize)
       // Set, as a command that nobody waited for leaves it.
       replyEvent_(CreateEventA(nullptr, FALSE, TRUE, (id_ + "_out").c_str())),
       stopEvent_(CreateEventA(nullptr, TRUE, FALSE, nullptr)) {
-    answer(Bytes() << 0u);
+    answer(solvane::wireOf(0u));
     thread_ = std::thread(&UnitSide::serve, this);
 }
 
@@ -31,8 +31,8 @@ UnitSide::~UnitSide() {
     die();
 }
 
-void UnitSide::answer(const std::string& bytes, DWORD delay) {
-    answer_ = bytes;
+void UnitSide::answer(const solvane::Wire& reply, DWORD delay) {
+    answer_ = reply.bytes();
     delay_ = delay;
     std::memset(block_, untouched, blockSize_);
 }

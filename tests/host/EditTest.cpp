@@ -1,14 +1,16 @@
 // The host's edit command, with a user before the window that it opens.
 #include "CaseFolder.h"
-#include "HostProgram.h"
+#include "Program.h"
 #include "WindowDriver.h"
+
+#include <gtest/gtest.h>
 
 namespace solvane::host {
 
 namespace {
 
 Outcome edit(const std::string& path, const WindowDriver::Actions& actions) {
-    HostProgram program(L"edit \"" + filePath(path).wstring() + L"\"");
+    Program program(builtFile(L"SolvaneHost.exe") + L" edit \"" + filePath(path).wstring() + L"\"");
     WindowDriver::follow(program.threadId(), actions);
     return program.wait();
 }

@@ -1,8 +1,8 @@
 // What a user is told on a machine that lacks something: by a run, by the doctor, and that nothing stays
 // behind.
 #include "Folders.h"
-#include "HostProgram.h"
 #include "MatlabRegistration.h"
+#include "Program.h"
 #include "cases/FilePath.h"
 #include "com/Text.h"
 
@@ -60,6 +60,8 @@ Breakage breakMatlab(const std::function<void(MatlabRegistration&)>& act) {
     return registration;
 }
 
+const std::wstring hostProgram = builtFile(L"SolvaneHost.exe");
+
 class FirstContact : public testing::Test {
 protected:
     /// A case whose script reads a file of the model.
@@ -79,10 +81,10 @@ protected:
     }
 
     Outcome host(const std::wstring& command, const wchar_t* file = L"", const std::wstring& options = L"") {
-        HostProgram program(command + L" \"" + folder.path() + file + L"\" " + options);
-        return program.wait();
+        return Program(hostProgram + L" " + command + L" \"" + folder.path() + file + L"\" " + options)
+            .wait();
     }
-    static Outcome doctor() { return HostProgram(L"doctor").wait(); }
+    static Outcome doctor() { return Program(hostProgram + L" doctor").wait(); }
 
     /// What units have put into a temporary folder and left there, the gateway's folder aside.
     static std::vector<std::wstring> leftIn(const std::wstring& place) {

@@ -140,6 +140,15 @@ if (! isempty (glob (file ('new.svm*'))))
   error ('a half file remains');
 end
 
+% What a script asks of the materials of both generations.
+copyfile (fullfile (fileparts (mfilename ('fullpath')), 'MaterialAnswers.m'), folder);
+write (file ('answers.json'), ['{"compounds": ["n-pentane", "carbon dioxide", "nitrogen"], "feeds": [{"name": "F",' ...
+                               '"temperature": 300, "pressure": 1e5, "flow": 1, "composition": {"nitrogen": 1}}],' ...
+                               '"products": [], "model": {"script": "MaterialAnswers.m"}}']);
+for generation = {'1.0', '1.1'}
+  host (0, 'run', file ('answers.json'), '--generation', generation{:});
+end
+
 % The flowsheet of the examples' model files: carbon monoxide reacts, and nothing is lost behind the reactor.
 result = run_case (fullfile (examples, 'flowsheet', 'case.json'));
 flow = struct ();

@@ -28,8 +28,7 @@ TEST_F(Material11, aVaporFractionIsSpecifiedInManyForms) {
         {VariantArray::ofTexts({L"phaseFraction", L"mole", L"Liquid"}), L"Liquid", 0.75},
     };
     const auto pressure = VariantArray::ofTexts({L"pressure", nullptr, L"overall"});
-    ASSERT_EQ(calls.flash(L"pressure", 2e6, L"vaporFraction", 0.25), S_OK);
-    const double temperature = calls.scalar(L"temperature");
+    double temperature = 0; // that of the first
     for (const Form& form : forms)
         for (const bool pressureFirst : {true, false}) {
             ASSERT_EQ(material->ClearAllProps(), S_OK);
@@ -43,12 +42,14 @@ TEST_F(Material11, aVaporFractionIsSpecifiedInManyForms) {
             EXPECT_EQ(isSupported, VARIANT_TRUE);
             ASSERT_EQ(equilibria->CalcEquilibrium(first, second, Bstr(L"Unspecified").get()), S_OK)
                 << narrow(failureOf(calls.object()).description);
+            if (temperature == 0)
+                temperature = calls.scalar(L"temperature");
             EXPECT_NEAR(calls.scalar(L"temperature"), temperature, 1e-6);
         }
 }
 
 TEST_F(Material11, refusesWhatIsNoFlashSpecification) {
-    ASSERT_EQ(calls.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    ASSERT_EQ(calls.flash(), S_OK);
     const auto temperature = VariantArray::ofTexts({L"temperature", nullptr, L"overall"});
     const Variant wrong[] = {
         VariantArray::ofTexts({L"phaseFraction", L"mole", L"overall"}),
@@ -76,7 +77,7 @@ TEST_F(Material11, refusesWhatIsNoFlashSpecification) {
 }
 
 TEST_F(Material11, phasesThatAreNotListedLoseTheirValues) {
-    ASSERT_EQ(calls.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    ASSERT_EQ(calls.flash(), S_OK);
     const LONG status[] = {CAPE_ESTIMATES};
     ASSERT_EQ(material->SetPresentPhases(texts({L"liquid"}).get(),
                                          VariantArray::of(std::span<const LONG>(status)).get()),
@@ -141,7 +142,7 @@ TEST_F(Material11, onlyExactArraysAreTaken) {
 }
 
 TEST_F(Material11, copiesAreIndependent) {
-    ASSERT_EQ(calls.flash(L"temperature", 260, L"pressure", 2e6), S_OK);
+    ASSERT_EQ(calls.flash(), S_OK);
     ComRef<IDispatch> created;
     ASSERT_EQ(material->CreateMaterial(created.put()), S_OK);
     const auto copy = created.as<ICapeThermoMaterial>();

@@ -19,25 +19,6 @@ bool hasBasis(std::wstring_view property) {
     return property != L"temperature" && property != L"pressure";
 }
 
-struct FlashLetter {
-    std::wstring_view property;
-    std::wstring_view letters;
-};
-
-/// In the order in which a flash type of the first generation names them.
-constexpr std::array flashLetters{
-    FlashLetter{L"temperature", L"T"}, FlashLetter{L"pressure", L"P"}, FlashLetter{L"enthalpy", L"H"},
-    FlashLetter{L"entropy", L"S"},     FlashLetter{L"volume", L"V"},   FlashLetter{L"vaporFraction", L"VF"},
-};
-
-std::wstring flashType(std::wstring_view first, std::wstring_view second) {
-    std::wstring type;
-    for (const auto& [property, letters] : flashLetters)
-        if (property == first || property == second)
-            type += letters;
-    return type;
-}
-
 } // namespace
 
 std::shared_ptr<StreamState> newState(const std::vector<std::string>& names) {
@@ -120,99 +101,23 @@ HRESULT MaterialCalls::calculate(const wchar_t* property, const wchar_t* phase) 
     return as<ICapeThermoPropertyRoutine>()->CalcSinglePhaseProp(names.get(), Bstr(phase).get());
 }
 
-HRESULT MaterialCalls::constants(const wchar_t* name, std::vector<Variant>& values) {
-    const Variant names = texts({name});
-    Variant answer;
-    const HRESULT result =
-        generation_ == Generation::v10
-            ? as<ICapeThermoMaterialObject>()->GetComponentConstant(names.get(), VARIANT{}, answer.put())
-            : as<ICapeThermoCompounds>()->GetCompoundConstant(names.get(), VARIANT{}, answer.put());
-    values.clear();
-    VariantArray array(answer);
-    std::string error;
-    EXPECT_TRUE(readVariantArray(array, VT_VARIANT, error)) << error;
-    for (LONG i = 0; i < static_cast<LONG>(array.count()); ++i)
-        SafeArrayGetElement(array.get().parray, &i, values.emplace_back().put());
-    return result;
-}
-
-HRESULT MaterialCalls::pureValues(const wchar_t* property, PureArgument argument, double at,
-                                  std::vector<double>& values) {
-    const bool byTemperature = argument == PureArgument::temperature;
-    const Variant names = texts({property});
-    Variant answer;
-    HRESULT result = S_OK;
-    if (generation_ == Generation::v10) {
-        const auto material = as<ICapeThermoMaterialObject>();
-        const Bstr overall(L"overall"), pure(L"pure");
-        result = set(byTemperature ? L"temperature" : L"pressure", {at});
-        if (SUCCEEDED(result))
-            result = material->CalcProp(names.get(), texts({L"overall"}).get(), pure.get());
-        if (SUCCEEDED(result))
-            result = material->GetProp(Bstr(property).get(), overall.get(), VARIANT{}, pure.get(), nullptr,
-                                       answer.put());
-    } else {
-        const auto compounds = as<ICapeThermoCompounds>();
-        result = byTemperature ? compounds->GetTDependentProperty(names.get(), at, VARIANT{}, answer.put())
-                               : compounds->GetPDependentProperty(names.get(), at, VARIANT{}, answer.put());
-    }
-    if (SUCCEEDED(result))
-        values = realsOf(answer);
-    return result;
-}
-
-HRESULT MaterialCalls::twoPhaseValues(const wchar_t* property, const wchar_t* first, const wchar_t* second,
-                                      std::vector<double>& values) {
-    const Variant names = texts({property});
-    const std::wstring joined = std::wstring(first) + second;
-    const HRESULT result =
-        generation_ == Generation::v10
-            ? as<ICapeThermoMaterialObject>()->CalcProp(names.get(), texts({joined}).get(),
-                                                        Bstr(L"mixture").get())
-            : as<ICapeThermoPropertyRoutine>()->CalcTwoPhaseProp(names.get(), texts({first, second}).get());
-    return FAILED(result) ? result : getTwoPhase(property, first, second, values);
-}
-
-HRESULT MaterialCalls::getTwoPhase(const wchar_t* property, const wchar_t* first, const wchar_t* second,
-                                   std::vector<double>& values) {
-    if (generation_ == Generation::v10)
-        return get(property, values, (std::wstring(first) + second).c_str());
-    Variant answer;
-    const HRESULT result = as<ICapeThermoMaterial>()->GetTwoPhaseProp(
-        Bstr(property).get(), texts({first, second}).get(), nullptr, answer.put());
-    if (SUCCEEDED(result))
-        values = realsOf(answer);
-    return result;
-}
-
-HRESULT MaterialCalls::flash(const wchar_t* first, double firstValue, const wchar_t* second,
-                             double secondValue) {
-    const auto setCondition = [&](std::wstring_view property, double value) {
-        return property == L"vaporFraction"
-                   ? set(L"phaseFraction", {value}, generation_ == Generation::v10 ? L"vapor" : L"Vapor")
-                   : set(property.data(), {value});
-    };
+HRESULT MaterialCalls::flash(double temperature, double pressure) {
     HRESULT result = set(L"fraction", gasFractions);
     if (generation_ == Generation::v11 && SUCCEEDED(result))
         result = as<ICapeThermoMaterial>()->SetPresentPhases(
             texts({L"Vapor", L"Liquid"}).get(),
             VariantArray::of(std::span<const LONG>(std::array<LONG, 2>{0, 0})).get());
     if (SUCCEEDED(result))
-        result = setCondition(first, firstValue);
+        result = set(L"temperature", {temperature});
     if (SUCCEEDED(result))
-        result = setCondition(second, secondValue);
+        result = set(L"pressure", {pressure});
     if (FAILED(result))
         return result;
     if (generation_ == Generation::v10)
-        return as<ICapeThermoMaterialObject>()->CalcEquilibrium(Bstr(flashType(first, second)).get(),
-                                                                VARIANT{});
-    const auto specification = [](std::wstring_view property) {
-        return property == L"vaporFraction"
-                   ? Variant(VariantArray::ofTexts({L"phaseFraction", L"mole", L"Vapor"}))
-                   : Variant(VariantArray::ofTexts({property.data(), nullptr, L"overall"}));
-    };
+        return as<ICapeThermoMaterialObject>()->CalcEquilibrium(Bstr(L"TP").get(), VARIANT{});
     return as<ICapeThermoEquilibriumRoutine>()->CalcEquilibrium(
-        specification(first).get(), specification(second).get(), Bstr(L"unspecified").get());
+        VariantArray::ofTexts({L"temperature", nullptr, L"overall"}).get(),
+        VariantArray::ofTexts({L"pressure", nullptr, L"overall"}).get(), Bstr(L"unspecified").get());
 }
 
 std::vector<std::wstring> MaterialCalls::presentPhases() {

@@ -51,17 +51,8 @@ public:
     HRESULT set(const wchar_t* property, std::vector<double> values, const wchar_t* phase = L"overall");
     HRESULT get(const wchar_t* property, std::vector<double>& values, const wchar_t* phase = L"overall");
     HRESULT calculate(const wchar_t* property, const wchar_t* phase);
-    /// Of all compounds, in their order.
-    HRESULT constants(const wchar_t* name, std::vector<Variant>& values);
-    HRESULT pureValues(const wchar_t* property, PureArgument argument, double at,
-                       std::vector<double>& values);
-    /// Calculated and read, or read only.
-    HRESULT twoPhaseValues(const wchar_t* property, const wchar_t* first, const wchar_t* second,
-                           std::vector<double>& values);
-    HRESULT getTwoPhase(const wchar_t* property, const wchar_t* first, const wchar_t* second,
-                        std::vector<double>& values);
-    /// By property names, "vaporFraction" for the fraction of phase Vapor.
-    HRESULT flash(const wchar_t* first, double firstValue, const wchar_t* second, double secondValue);
+    /// Of the tests' feed; into two phases, unless told otherwise.
+    HRESULT flash(double temperature = 260, double pressure = 2e6);
     std::vector<std::wstring> presentPhases();
 
     double scalar(const wchar_t* property, const wchar_t* phase = L"overall");

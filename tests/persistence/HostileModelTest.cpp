@@ -10,8 +10,6 @@ namespace {
 
 using HostileModel = ModelFileTest;
 
-constexpr auto capeFailure = static_cast<HRESULT>(0x80040501);
-
 TEST_F(HostileModel, nothingIsWrittenOutsideTheWorkingFolder) {
     const char* const names[] = {
         "..\\evil.txt", "../evil.txt", "sub/../../evil.txt",

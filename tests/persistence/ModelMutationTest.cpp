@@ -38,7 +38,7 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
         longest = std::max(longest, Clock::now() - began);
         loaded += hr == S_OK;
         if (hr != S_OK && hr != E_OUTOFMEMORY) {
-            ASSERT_EQ(hr, static_cast<HRESULT>(0x80040501)) << "mutation " << number;
+            ASSERT_EQ(hr, capeFailure) << "mutation " << number;
             ASSERT_FALSE(unit.errorDescription().empty()) << "mutation " << number;
         }
     }

@@ -100,7 +100,7 @@ TEST_F(PropertyBagTest, aFileOfNoKnownFormIsSkippedAndTheRestIsLoaded) {
 TEST_F(PropertyBagTest, aFileThatCannotBeMadeEndsTheLoadWithItsPath) {
     ModelBag model;
     model.file("no\\such\\folder.txt", "x").script("1;");
-    EXPECT_EQ(load(model), static_cast<HRESULT>(0x80040501));
+    EXPECT_EQ(load(model), capeFailure);
     EXPECT_EQ(unit.error(), L"save error | Failed to create \"" + matlab.workingFolder() +
                                 L"no\\such\\folder.txt\": unable to open file | Load | IPersistPropertyBag");
 }

@@ -138,7 +138,7 @@ TEST_F(PropertyBagTest, aFileThatIsGoneFailsTheSaveWithItsPath) {
     const std::wstring path = matlab.workingFolder() + L"data.txt";
     ASSERT_TRUE(DeleteFileW(path.c_str()));
     ModelBag bag;
-    EXPECT_EQ(save(bag), static_cast<HRESULT>(0x80040501));
+    EXPECT_EQ(save(bag), capeFailure);
     EXPECT_EQ(unit.error(), L"save error | Failed to add \"" + path +
                                 L"\": unable to re-open file | Save | IPersistPropertyBag");
 }

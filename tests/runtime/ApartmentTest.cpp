@@ -91,7 +91,7 @@ TEST_F(Apartments, aUnitIsUsedThroughProxies) {
         const HostedUnit remote{ComRef<IUnknown>(proxy)};
         ASSERT_TRUE(remote.as<ICapeUnit>()) << "the CAPE-OPEN type library is not registered";
         EXPECT_EQ(remote.validate(), L"");
-        EXPECT_EQ(remote.calculate(), HRESULT(0x80040501));
+        EXPECT_EQ(remote.calculate(), capeFailure);
         EXPECT_EQ(remote.error(), L"Calculate failed | far away | Calculate | ICapeUnit");
         EXPECT_EQ(remote.output(), L"Evaluation error: far awayfar away");
         EXPECT_EQ(remote.parameter(L"Duty").real(), 7.0);

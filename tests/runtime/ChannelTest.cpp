@@ -79,7 +79,7 @@ TEST_F(Channel, aRunWithoutABlockDoesNotReachMatlab) {
     matlab.forgetCalls();
     {
         const Handle ofTheSameName(CreateMutexW(nullptr, FALSE, id.c_str()));
-        EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
+        EXPECT_EQ(unit.calculate(), capeFailure);
         EXPECT_EQ(unit.errorDescription(),
                   L"Failed to create shared memory mapping for inter-process communication");
         EXPECT_EQ(matlab.calls(), std::vector<std::wstring>());
@@ -94,7 +94,7 @@ TEST_F(Channel, theBlockEndsWithTheRun) {
         id = unitIdOf(folder);
         return failed(E_FAIL);
     };
-    EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
+    EXPECT_EQ(unit.calculate(), capeFailure);
     EXPECT_FALSE(Handle(OpenFileMappingA(FILE_MAP_READ, FALSE, id.c_str())));
     // The events serve the next run.
     EXPECT_TRUE(Handle(OpenEventA(SYNCHRONIZE, FALSE, (id + "_out").c_str())));

@@ -91,7 +91,7 @@ TEST_F(MexPlacement, withoutAVersionTheUnitStopsAndTheNextOneTriesAgain) {
     matlab.registration.removeCurrentVersion();
     const UnitModule fresh(modulePath);
     const HostedUnit unit(fresh);
-    EXPECT_EQ(unit.as<ICapeUtilities>()->Initialize(), HRESULT(0x80040501));
+    EXPECT_EQ(unit.as<ICapeUtilities>()->Initialize(), capeFailure);
     EXPECT_EQ(unit.errorDescription(),
               L"Unable to determine current version of Matlab.Application; Matlab not installed?");
     EXPECT_EQ(placed(L"SolvaneUnitMEX"), std::vector<std::string>());

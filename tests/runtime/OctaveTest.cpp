@@ -15,8 +15,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr auto capeFailure = static_cast<HRESULT>(0x80040501);
-
 class OctaveRun : public testing::Test {
 protected:
     static HostedUnit createUnit(const UnitModule& module, ModelBag& bag) {

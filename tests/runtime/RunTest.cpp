@@ -14,7 +14,6 @@ using testing::ElementsAre;
 using testing::SizeIs;
 using testing::StartsWith;
 
-constexpr auto capeFailure = static_cast<HRESULT>(0x80040501);
 // A failure for which the system has no words.
 constexpr auto oddFailure = static_cast<HRESULT>(0x80041234);
 constexpr wchar_t notAvailable[] = L"Matlab output not available\r\n";

@@ -81,7 +81,7 @@ TEST_F(Start, eachFailureHasItsText) {
         row.arrange();
         const HostedUnit unit = createUnit();
         const std::wstring text = row.text == path ? path + workingFolder() : row.text;
-        EXPECT_EQ(unit.as<ICapeUtilities>()->Initialize(), HRESULT(0x80040501));
+        EXPECT_EQ(unit.as<ICapeUtilities>()->Initialize(), capeFailure);
         EXPECT_EQ(unit.error(), L"Initialization failed | " + text + L" | Initialize | ICapeUtilities");
         EXPECT_EQ(unit.validate(), text);
         EXPECT_EQ(unit.terminate(), S_OK);
@@ -109,28 +109,37 @@ TEST_F(Start, creationsTakeTurnsAndAClassWithoutAServerIsAskedTwice) {
 
 /// A stopped unit refuses every call.
 void expectRefusals(const HostedUnit& unit, const std::wstring& text) {
-    ComRef<IDispatch> ports;
+    ComRef<IDispatch> dispatch;
+    LONG count = 0;
     CapeValidationStatus status = CAPE_NOT_VALIDATED;
     Variant reports;
     Bstr report;
     const auto capeUnit = unit.as<ICapeUnit>();
     const auto utilities = unit.as<ICapeUtilities>();
+    const auto ports = unit.as<ICapeCollection>();
     const auto unitReport = unit.as<ICapeUnitReport>();
     const struct {
         std::wstring names;
         std::function<HRESULT()> call;
     } rows[] = {
-        {L"get_ports | ICapeUnit", [&] { return capeUnit->get_ports(ports.put()); }},
+        {L"get_ports | ICapeUnit", [&] { return capeUnit->get_ports(dispatch.put()); }},
         {L"get_ValStatus | ICapeUnit", [&] { return capeUnit->get_ValStatus(&status); }},
         {L"Calculate | ICapeUnit", [&] { return capeUnit->Calculate(); }},
         {L"get_parameters | ICapeUtilities", [&] { return utilities->get_parameters(nullptr); }},
         {L"put_simulationContext | ICapeUtilities",
          [&] { return utilities->put_simulationContext(nullptr); }},
+        {L"Edit | ICapeUtilities", [&] { return utilities->Edit(); }},
+        {L"Item | ICapeCollection", [&] { return ports->Item(Variant(LONG{1}).get(), nullptr); }},
+        {L"Count | ICapeCollection", [&] { return ports->Count(&count); }},
+        {L"get_selectedReport | ICapeUnitReport",
+         [&] { return unitReport->get_selectedReport(report.put()); }},
+        {L"put_selectedReport | ICapeUnitReport",
+         [&] { return unitReport->put_selectedReport(Bstr(L"Matlab Output").get()); }},
         {L"get_reports | ICapeUnitReport", [&] { return unitReport->get_reports(reports.put()); }},
         {L"ProduceReport | ICapeUnitReport", [&] { return unitReport->ProduceReport(report.put()); }},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(row.call(), HRESULT(0x80040501));
+        EXPECT_EQ(row.call(), capeFailure);
         EXPECT_EQ(unit.error(), text + L" | " + text + L" | " + row.names);
     }
     EXPECT_EQ(unit.validate(), text);

@@ -1,8 +1,8 @@
 // Reports, the unit's small facts, and the host's log, from a client that plays the gateway.
 
-#include "DiagnosticContext.h"
 #include "FakeMaterial11.h"
 #include "RuntimeTest.h"
+#include "com/Dispatch.h"
 
 namespace solvane {
 
@@ -13,6 +13,28 @@ constexpr std::uint32_t getUnitNameCode = 12;
 constexpr std::uint32_t getFeedCountCode = 13;
 constexpr std::uint32_t getProductCountCode = 14;
 constexpr std::uint32_t logMessageCode = 18;
+
+/// A host's simulation context with its log, on the test's frame: it is not counted.
+class DiagnosticContext final : public DispatchImpl<ICapeDiagnostic> {
+public:
+    bool hasLog = true;
+    std::vector<std::wstring> lines;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) override {
+        const bool isKnown =
+            iid == IID_IUnknown || iid == IID_IDispatch || (hasLog && iid == __uuidof(ICapeDiagnostic));
+        *result = isKnown ? this : nullptr;
+        return isKnown ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 1; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+
+    STDMETHODIMP PopUpMessage(BSTR) override { return E_NOTIMPL; }
+    STDMETHODIMP LogMessage(BSTR text) override {
+        lines.emplace_back(viewOf(text));
+        return E_FAIL; // of no interest to the unit
+    }
+};
 
 class UnitCommands : public RuntimeTest {
 protected:

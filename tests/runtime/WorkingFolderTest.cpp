@@ -123,7 +123,7 @@ TEST_F(WorkingFolder, aRunWithoutItsWholeScriptsFailsBeforeMatlabSeesThem) {
         const std::shared_ptr<void> arranged = row.arrange(workingFolder());
         matlab.forgetCalls();
         for (int attempt = 0; attempt < 2; ++attempt) {
-            EXPECT_EQ(unit.calculate(), HRESULT(0x80040501));
+            EXPECT_EQ(unit.calculate(), capeFailure);
             EXPECT_EQ(unit.errorDescription(), row.text);
             EXPECT_EQ(unit.output(), L"Matlab output not available\r\n" + row.text);
         }

@@ -1,5 +1,6 @@
 // Late-bound calls, with and without a CAPE-OPEN type library on the machine.
 
+#include "LateBound.h"
 #include "RegistrySandbox.h"
 #include "ServerTest.h"
 #include "com/Registry.h"
@@ -10,68 +11,36 @@ namespace solvane {
 
 namespace {
 
-constexpr auto failure = static_cast<HRESULT>(0x80040501);
-
-/// A caller that knows names only, as a script does.
-class Script {
-public:
-    explicit Script(ComRef<IDispatch> object) : object_(std::move(object)) {}
-
-    HRESULT find(const wchar_t* name, DISPID& id) const {
-        LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
-        return object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_NEUTRAL, &id);
-    }
-
-    HRESULT call(const wchar_t* name, WORD kind, std::vector<VARIANT> reversedArguments,
-                 VARIANT* result = nullptr, EXCEPINFO* exception = nullptr) const {
-        DISPID id = 0;
-        if (const HRESULT found = find(name, id); FAILED(found))
-            return found;
-        DISPID put = DISPID_PROPERTYPUT;
-        DISPPARAMS parameters{reversedArguments.data(), nullptr, static_cast<UINT>(reversedArguments.size()),
-                              0};
-        if (kind == DISPATCH_PROPERTYPUT) {
-            parameters.rgdispidNamedArgs = &put;
-            parameters.cNamedArgs = 1;
-        }
-        return object_->Invoke(id, IID_NULL, LOCALE_NEUTRAL, kind, &parameters, result, exception, nullptr);
-    }
-    Variant get(const wchar_t* name) const {
-        Variant result;
-        EXPECT_EQ(call(name, DISPATCH_PROPERTYGET, {}, result.put()), S_OK) << narrow(name);
-        return result;
-    }
-
-private:
-    ComRef<IDispatch> object_;
-};
-
 template <class Interface>
-Script scriptOf(const ComRef<Interface>& object) {
-    return Script(ComRef<IDispatch>(object.get()));
+LateBound scriptOf(const ComRef<Interface>& object) {
+    return LateBound(object.get());
+}
+template <class Interface>
+Variant get(const ComRef<Interface>& object, const wchar_t* name) {
+    const LateBound::Call call = scriptOf(object).call(name, DISPATCH_PROPERTYGET);
+    EXPECT_EQ(call.result, S_OK) << narrow(name);
+    return call.value;
 }
 
 void usesEveryWayOfCalling(const UnitModule& module) {
     const ComRef<ICapeParameter> parameter = module.create<ICapeParameter>(parameterClass);
-    const Script script = scriptOf(parameter);
-    EXPECT_EQ(script.call(L"value", DISPATCH_PROPERTYPUT, {Variant(std::wstring_view(L"2.5")).get()}), S_OK);
-    EXPECT_EQ(script.get(L"value").real(), 2.5);
-    EXPECT_EQ(script.call(L"Reset", DISPATCH_METHOD, {}), S_OK);
-    Variant valid;
+    const LateBound script = scriptOf(parameter);
+    const Variant number(std::wstring_view(L"2.5")), one(LONG{1}), name(std::wstring_view(L"all"));
+    EXPECT_EQ(script.call(L"value", DISPATCH_PROPERTYPUT, {number.get()}).result, S_OK);
+    EXPECT_EQ(get(parameter, L"value").real(), 2.5);
+    EXPECT_EQ(script.call(L"Reset", DISPATCH_METHOD).result, S_OK);
     BSTR message = nullptr;
     VARIANT place{};
     place.vt = VT_BYREF | VT_BSTR;
     place.pbstrVal = &message;
-    EXPECT_EQ(script.call(L"Validate", DISPATCH_METHOD, {place}, valid.put()), S_OK);
-    EXPECT_EQ(valid.boolean(), VARIANT_TRUE);
+    EXPECT_EQ(script.call(L"Validate", DISPATCH_METHOD, {place}).value.boolean(), VARIANT_TRUE);
 
-    EXCEPINFO exception{};
-    EXPECT_EQ(script.call(L"Mode", DISPATCH_PROPERTYPUT, {Variant(LONG{1}).get()}, nullptr, &exception),
-              DISP_E_EXCEPTION);
-    EXPECT_EQ(exception.scode, failure);
-    EXPECT_EQ(scriptOf(parameter.as<ECapeRoot>()).get(L"name").text(), L"Access denied");
-    EXPECT_EQ(scriptOf(parameter.as<ECapeUser>()).get(L"code").integer(), 0);
-    EXPECT_EQ(script.call(L"value", DISPATCH_METHOD, {Variant(1.0).get()}), DISP_E_MEMBERNOTFOUND);
+    const LateBound::Call refused = script.call(L"Mode", DISPATCH_PROPERTYPUT, {one.get()});
+    EXPECT_EQ(refused.result, DISP_E_EXCEPTION);
+    EXPECT_EQ(refused.code, capeFailure);
+    EXPECT_EQ(get(parameter.as<ECapeRoot>(), L"name").text(), L"Access denied");
+    EXPECT_EQ(get(parameter.as<ECapeUser>(), L"code").integer(), 0);
+    EXPECT_EQ(script.call(L"value", DISPATCH_METHOD, {one.get()}).result, DISP_E_MEMBERNOTFOUND);
 
     DISPID id = 0;
     EXPECT_EQ(script.find(L"VALUE", id), S_OK);
@@ -80,13 +49,11 @@ void usesEveryWayOfCalling(const UnitModule& module) {
     EXPECT_EQ(script.find(L"ComponentName", id), DISP_E_UNKNOWNNAME);
 
     const auto collection = module.create<ICapeCollection>(parameterCollectionClass);
-    const Script named = scriptOf(collection.as<ICapeIdentification>());
-    EXPECT_EQ(named.call(L"ComponentName", DISPATCH_PROPERTYPUT, {Variant(std::wstring_view(L"all")).get()}),
-              S_OK);
-    EXPECT_EQ(named.get(L"ComponentName").text(), L"all");
-    EXPECT_EQ(scriptOf(collection).call(L"Item", DISPATCH_METHOD, {Variant(LONG{1}).get()}, valid.put()),
-              DISP_E_EXCEPTION);
-    EXPECT_EQ(scriptOf(collection.as<ECapeUser>()).get(L"scope").text(), L"Item");
+    const auto named = collection.as<ICapeIdentification>();
+    EXPECT_EQ(scriptOf(named).call(L"ComponentName", DISPATCH_PROPERTYPUT, {name.get()}).result, S_OK);
+    EXPECT_EQ(get(named, L"ComponentName").text(), L"all");
+    EXPECT_EQ(scriptOf(collection).call(L"Item", DISPATCH_METHOD, {one.get()}).result, DISP_E_EXCEPTION);
+    EXPECT_EQ(get(collection.as<ECapeUser>(), L"scope").text(), L"Item");
 }
 
 /// Finds no registered library but those that the test registers.

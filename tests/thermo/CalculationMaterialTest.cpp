@@ -96,11 +96,10 @@ TEST(CalculationMaterial, withoutAConnectedPortTheRunGoesOnWithNothing) {
     EXPECT_EQ(preludeError(rig), L"");
     EXPECT_EQ(rig.run.nComp, 0u);
     EXPECT_THAT(rig.run.phaseNames, IsEmpty());
-    for (const Request& request :
-         {Request(6).text("x"), Request(7).real(1).text("x.y"), Request(8).real(1).text("x"),
-          Request(9).real(300).real(1e5).text("volume").text("Vapor"),
-          Request(10).real(300).real(1e5).text("kvalue").text("Vapor").text("Liquid"),
-          Request(16).real(300).real(1e5).text("temperature").text("pressure")})
+    for (const Wire& request :
+         {wireOf(6u, "x"), wireOf(7u, 1., "x.y"), wireOf(8u, 1., "x"),
+          wireOf(9u, 300., 1e5, "volume", "Vapor"), wireOf(10u, 300., 1e5, "kvalue", "Vapor", "Liquid"),
+          wireOf(16u, 300., 1e5, "temperature", "pressure")})
         EXPECT_EQ(rig.failureOf(request),
                   "No calculation material available; at least one port must be connected");
 }

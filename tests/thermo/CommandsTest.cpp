@@ -9,26 +9,20 @@ namespace solvane {
 
 namespace {
 
-const Request flash = Request(17)
-                          .reals({0.5, 0.3, 0.2})
-                          .real(300)
-                          .real(1e5)
-                          .text("temperature")
-                          .text("pressure")
-                          .text("volume");
-const Request onePhase = Request(9).reals({300, 1e5, 0.5, 0.3, 0.2}).text("volume").text("Vapor");
-const Request twoPhases =
-    Request(10).reals({300, 1e5, 0.5, 0.3, 0.2, 0.5, 0.3, 0.2}).text("kvalue").text("Vapor").text("Liquid");
+const Wire flash = wireOf(17u, Reals{0.5, 0.3, 0.2}, 300., 1e5, "temperature", "pressure", "volume");
+const Wire onePhase = wireOf(9u, Reals{300, 1e5, 0.5, 0.3, 0.2}, "volume", "Vapor");
+const Wire twoPhases =
+    wireOf(10u, Reals{300, 1e5, 0.5, 0.3, 0.2, 0.5, 0.3, 0.2}, "kvalue", "Vapor", "Liquid");
 
 TEST(Commands, routinesThatA11MaterialLacksAreNamedAndThoseItHasAreAskedForOnce) {
     const std::string ofMaterial = "Material object does not expose ICapeThermoPropertyRoutine";
     const std::string ofCalculation = "Failed to get ICapeThermoPropertyRoutine from calculation material";
     const struct {
-        Request request;
+        Wire request;
         IID routine;
         std::string failure;
     } rows[] = {
-        {Request(1).integer(1).text("enthalpy"), __uuidof(ICapeThermoPropertyRoutine), ofMaterial},
+        {wireOf(1u, 1, "enthalpy"), __uuidof(ICapeThermoPropertyRoutine), ofMaterial},
         {flash, __uuidof(ICapeThermoPropertyRoutine), ofMaterial},
         {flash, __uuidof(ICapeThermoEquilibriumRoutine),
          "Failed to get ICapeThermoEquilibriumRoutine from calculation material"},
@@ -63,11 +57,10 @@ TEST(Commands, portNumbersAreChecked) {
     } rows[] = {{1, "getFeedProp"}, {2, "setProduct"}, {15, "getFeedEquilibrium"}};
     for (const auto& row : rows) {
         for (const std::int32_t number : {-1, 0, 3})
-            EXPECT_EQ(rig.failureOf(Request(row.code).integer(number).text("nonsense")),
+            EXPECT_EQ(rig.failureOf(wireOf(row.code, number, "nonsense")),
                       "port number out of range for " + row.name);
         if (row.code != 2) {
-            EXPECT_EQ(rig.failureOf(Request(row.code).integer(2).text("nonsense")),
-                      row.name + ": Port 2 is not connected");
+            EXPECT_EQ(rig.failureOf(wireOf(row.code, 2, "nonsense")), row.name + ": Port 2 is not connected");
         }
     }
 }
@@ -79,16 +72,16 @@ TEST(Commands, repliesThatJustFitTheBlockAndThatDoNot) {
                         {L"name", variants({Variant(word), Variant(word), Variant(word)})}};
     stream.results = {{L"vaporPressure", {1, 2, 3}}, {L"volume", std::vector<double>(9, 1)}};
     const struct {
-        Request request;
+        Wire request;
         std::size_t bytes; ///< of the smallest block
         std::string failure = "memory overrun";
     } rows[] = {
-        {Request(1).integer(1).text("fraction"), 8 + 3 * 8},
-        {Request(15).integer(1), 8 + 12 * 2 + 8 * 3 * 2 + 16},
-        {Request(7).real(350).text("vaporPressure"), 4 + 3 * 8},
+        {wireOf(1u, 1, "fraction"), 8 + 3 * 8},
+        {wireOf(15u, 1), 8 + 12 * 2 + 8 * 3 * 2 + 16},
+        {wireOf(7u, 350., "vaporPressure"), 4 + 3 * 8},
         {onePhase, 8 + 9 * 8},
-        {Request(6).text("weight"), 8 + 3 * 8},
-        {Request(6).text("name"), 8 + 3 * 41 + 1,
+        {wireOf(6u, "weight"), 8 + 3 * 8},
+        {wireOf(6u, "name"), 8 + 3 * 41 + 1,
          "Values too large to transfer (insufficient memory on data transfer memory block)"},
     };
     for (const auto& row : rows) {

@@ -11,7 +11,7 @@ namespace {
 
 using testing::ElementsAre;
 
-const Request weights = Request(6).text("weight");
+const Wire weights = wireOf(6u, "weight");
 
 FakeStream streamWith(std::initializer_list<Variant> constants) {
     FakeStream stream = makeFakeStream();
@@ -21,7 +21,7 @@ FakeStream streamWith(std::initializer_list<Variant> constants) {
     return stream;
 }
 
-Scenario askingThree(Generation generation, const Request& request) {
+Scenario askingThree(Generation generation, const Wire& request) {
     return asking(generation, request, streamWith({Variant(16.0), Variant(44.0), Variant(72.0)}));
 }
 
@@ -38,7 +38,7 @@ TEST(CompoundData, theCallsOnAMaterialAndItsOddAnswers) {
                 {8, "P", "pressure", "meltingTemperature.Dpressure"}};
     for (const auto& row : rows) {
         const std::string property = row.letter + "-dependent property \"" + row.name + "\": ";
-        const Request request = Request(row.code).real(350).text(row.name);
+        const Wire request = wireOf(row.code, 350., row.name);
         const Scenario of10 = askingThree(Generation::v10, request);
         const Scenario of11 = askingThree(Generation::v11, request);
         expectRoad(
@@ -151,7 +151,7 @@ TEST(DependentProperty, a10MaterialIsAskedForKnownNamesAndTheirOwnDerivativeOnly
     FakeMaterial& material = rig.addFeed(Generation::v10);
     rig.prepare(material);
     for (const auto& row : rows)
-        EXPECT_EQ(rig.failureOf(Request(row.code).real(300).text(row.name)), row.failure);
+        EXPECT_EQ(rig.failureOf(wireOf(row.code, 300., row.name)), row.failure);
     EXPECT_EQ(material.record->calls.size(), 0u);
 }
 

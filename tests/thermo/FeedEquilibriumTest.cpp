@@ -9,7 +9,7 @@ namespace {
 
 using testing::ElementsAre;
 
-const Request firstFeed = Request(15).integer(1);
+const Wire firstFeed = wireOf(15u, 1);
 
 /// A stream of two compounds whose vapor is absent.
 FakeStream makeLiquids() {

@@ -12,8 +12,8 @@ namespace {
 using testing::ElementsAre;
 using testing::StartsWith;
 
-Request feedProperty(std::int32_t feed, const std::string& name) {
-    return Request(1).integer(feed).text(name);
+Wire feedProperty(std::int32_t feed, const std::string& name) {
+    return wireOf(1u, feed, name);
 }
 
 Scenario reading(Generation generation, const std::string& name) {
@@ -135,10 +135,7 @@ TEST(FeedProperty, theDuplicateOfA10FeedStaysTheCalculationMaterial) {
     FakeMaterial& second = rig.addFeed(Generation::v10);
     rig.prepare(first);
     ASSERT_EQ(rig.failureOf(feedProperty(2, "enthalpy")), "");
-    ASSERT_EQ(
-        rig.failureOf(
-            Request(16).reals({0.5, 0.3, 0.2}).real(300).real(1e5).text("temperature").text("pressure")),
-        "");
+    ASSERT_EQ(rig.failureOf(wireOf(16u, Reals{0.5, 0.3, 0.2}, 300., 1e5, "temperature", "pressure")), "");
     EXPECT_TRUE(first.record->calls.empty());
     EXPECT_EQ(second.record->callsOf("copy.CalcEquilibrium").size(), 1u);
 }

@@ -13,12 +13,12 @@ constexpr std::uint32_t equilibrium = 16;
 constexpr std::uint32_t property = 17;
 
 /// The flash of a composition of three compounds.
-Request flash(std::uint32_t code, const std::string& name1, double value1, const std::string& name2,
-              double value2) {
-    return Request(code).reals({0.5, 0.3, 0.2}).real(value1).real(value2).text(name1).text(name2);
+Wire flash(std::uint32_t code, const std::string& name1, double value1, const std::string& name2,
+           double value2) {
+    return wireOf(code, Reals{0.5, 0.3, 0.2}, value1, value2, name1, name2);
 }
 
-Scenario flashing(Generation generation, const Request& request) {
+Scenario flashing(Generation generation, const Wire& request) {
     // Without present phases the reading of the result is short.
     return asking(generation, request, makeFakeStream(), [](FakeStream& stream) {
         stream.overall[L"temperature"] = {300};
@@ -80,7 +80,7 @@ TEST(FlashEquilibrium, theVaporPhaseOfA11MaterialIsFoundByItsLabel) {
     Rig rig;
     FakeMaterial& material = rig.addFeed(Generation::v11, stream);
     rig.prepare(material);
-    const Request request = flash(equilibrium, "pressure", 1e5, "VaporFraction", 0.4);
+    const Wire request = flash(equilibrium, "pressure", 1e5, "VaporFraction", 0.4);
     rig.send(request);
     EXPECT_THAT(material.record->callsOf("copy.SetSinglePhaseProp"),
                 ElementsAre("copy.SetSinglePhaseProp(phaseFraction, VAPOR, mole, R8[0.4])"));
@@ -129,16 +129,16 @@ TEST(FlashEquilibrium, constraintNamesAreCheckedFirst) {
     Rig rig; // not even a material is needed
     for (const char* name : {"flow", "fraction", "totalFlow", "nonsense"}) {
         const std::string rest = std::string("; \"") + name + "\" is not a valid flash constraint";
-        EXPECT_EQ(rig.failureOf(Request(equilibrium).real(1).real(2).text(name).text("x")),
+        EXPECT_EQ(rig.failureOf(wireOf(equilibrium, 1., 2., name, "x")),
                   "Invalid value for propName1" + rest);
-        EXPECT_EQ(rig.failureOf(Request(equilibrium).real(1).real(2).text("PRESSURE").text(name)),
+        EXPECT_EQ(rig.failureOf(wireOf(equilibrium, 1., 2., "PRESSURE", name)),
                   "Invalid value for propName2" + rest);
     }
 }
 
 TEST(FlashEquilibrium, onlyA10MaterialRefusesPairsThatHaveNoName) {
     for (const char* name : {"temperature", "enthalpy"}) {
-        const Request request = flash(equilibrium, name, 300, name, 300);
+        const Wire request = flash(equilibrium, name, 300, name, 300);
         EXPECT_EQ(flashing(Generation::v10, request)([](CallRecord&) {}).error,
                   "Unsupported combination of flash properties");
         EXPECT_EQ(flashing(Generation::v11, request)([](CallRecord&) {}).error, "");
@@ -165,7 +165,7 @@ TEST(FlashProperty, theValueStandsDirectlyBehindTheStatus) {
         // A new 1.1 material has no values; the flash gives it some.
         material.onFlash = [stream](FakeStream& flashed) { flashed = stream; };
         rig.prepare(material);
-        Reply reply = rig.send(flash(property, "temperature", 300, "pressure", 1e5).text("enthalpy"));
+        Reply reply = rig.send(flash(property, "temperature", 300, "pressure", 1e5) << "enthalpy");
         EXPECT_EQ(reply.word(), 0u);
         EXPECT_DOUBLE_EQ(reply.real(), -775);
     }
@@ -173,8 +173,8 @@ TEST(FlashProperty, theValueStandsDirectlyBehindTheStatus) {
 
 TEST(FlashProperty, onlyEightPropertiesByTheirExactNames) {
     const auto failureFor = [](Generation generation, const std::string& name) {
-        return flashing(generation,
-                        flash(property, "temperature", 300, "energy", 1e5).text(name))([](CallRecord&) {})
+        return flashing(generation, flash(property, "temperature", 300, "energy", 1e5)
+                                        << name)([](CallRecord&) {})
             .error;
     };
     for (const Generation generation : bothGenerations) {
@@ -191,7 +191,7 @@ TEST(FlashProperty, aFailingSumIsReportedAsItStands) {
     Rig rig;
     FakeMaterial& material = rig.addFeed(Generation::v10);
     rig.prepare(material);
-    EXPECT_EQ(rig.failureOf(flash(property, "temperature", 300, "pressure", 1e5).text("volume")),
+    EXPECT_EQ(rig.failureOf(flash(property, "temperature", 300, "pressure", 1e5) << "volume"),
               "Failed to calculate volume for phase Vapor: can't calculate volume");
 }
 

@@ -11,19 +11,13 @@ namespace solvane {
 namespace {
 
 /// Of three compounds.
-Request onePhase(const std::string& name, const std::string& phase = "Vapor") {
-    return Request(9).real(350).real(2e5).reals({0.5, 0.3, 0.2}).text(name).text(phase);
+Wire onePhase(const std::string& name, const std::string& phase = "Vapor") {
+    return wireOf(9u, 350., 2e5, Reals{0.5, 0.3, 0.2}, name, phase);
 }
 
-Request twoPhases(const std::string& name, const std::string& first = "Vapor",
-                  const std::string& second = "Liquid") {
-    return Request(10)
-        .real(350)
-        .real(2e5)
-        .reals({0.5, 0.3, 0.2, 0.1, 0.3, 0.6})
-        .text(name)
-        .text(first)
-        .text(second);
+Wire twoPhases(const std::string& name, const std::string& first = "Vapor",
+               const std::string& second = "Liquid") {
+    return wireOf(10u, 350., 2e5, Reals{0.5, 0.3, 0.2, 0.1, 0.3, 0.6}, name, first, second);
 }
 
 FakeStream streamWith(const std::wstring& name, const std::vector<double>& values) {
@@ -104,9 +98,9 @@ TEST(PhaseProperty, theNumberOfValuesDecidesTheShape) {
                 Rig rig;
                 rig.prepare(rig.addFeed(generation, stream));
                 const bool isSingle = row.name == "volume";
-                Request request(isSingle ? 9 : 10);
-                request.real(300).real(1e5).reals(std::vector<double>(row.compounds * (isSingle ? 1 : 2)));
-                Reply reply = rig.send(request.text(row.name).text("Vapor").text("Liquid"));
+                const Reals compositions(row.compounds * (isSingle ? 1 : 2));
+                Reply reply = rig.send(
+                    wireOf(isSingle ? 9u : 10u, 300., 1e5, compositions, row.name, "Vapor", "Liquid"));
                 const auto shape = row.shapes.find(count);
                 ASSERT_EQ(reply.word(), shape == row.shapes.end() ? 1u : 0u);
                 if (shape == row.shapes.end()) {
@@ -123,7 +117,7 @@ TEST(PhaseProperty, namesAreCheckedBeforeTheMaterial) {
     const std::string ofTwo = "Invalid or unsupported two-phase property: ";
     const std::string noMaterial = "No calculation material available; at least one port must be connected";
     const struct {
-        Request request;
+        Wire request;
         std::string failure;
     } rows[] = {
         {onePhase("kvalue"), ofOne + "kvalue"},
@@ -152,7 +146,7 @@ TEST(PhaseProperty, anyCodeOfSuccessAndAnyLowerBoundWillDo) {
         for (const char* call : {"copy.Set", "copy.Calc"})
             material.record->add({.call = call, .result = S_FALSE, .text = {}, .value = {}});
         material.record->add({.call = "copy.Get", .result = 5, .text = {}, .value = realsFrom(-3, 4, 5)});
-        Reply reply = rig.send(Request(9).reals({300, 1e5, 0.5, 0.5}).text("fugacity").text("Vapor"));
+        Reply reply = rig.send(wireOf(9u, Reals{300, 1e5, 0.5, 0.5}, "fugacity", "Vapor"));
         EXPECT_EQ(reply.word(), 0u);
         EXPECT_EQ(reply.word(), 1u);
         EXPECT_EQ(reply.reals(2), (std::vector<double>{4, 5}));

@@ -10,20 +10,13 @@ namespace {
 
 using testing::ElementsAre;
 
-Request product(std::int32_t number, const std::string& name1, double value1, const std::string& name2,
-                double value2) {
-    return Request(2)
-        .integer(number)
-        .real(12.5)
-        .reals({0.5, 0.3, 0.2})
-        .real(value1)
-        .real(value2)
-        .text(name1)
-        .text(name2);
+Wire product(std::int32_t number, const std::string& name1, double value1, const std::string& name2,
+             double value2) {
+    return wireOf(2u, number, 12.5, Reals{0.5, 0.3, 0.2}, value1, value2, name1, name2);
 }
 
 /// A product stated and flashed at the end of the run.
-Scenario flashing(Generation generation, const Request& request, FakeStream stream = makeFakeStream()) {
+Scenario flashing(Generation generation, const Wire& request, FakeStream stream = makeFakeStream()) {
     return [=](const std::function<void(CallRecord&)>& sabotage) {
         Rig rig;
         FakeMaterial& material = rig.addProduct(generation, stream);
@@ -36,7 +29,7 @@ Scenario flashing(Generation generation, const Request& request, FakeStream stre
     };
 }
 
-std::string flashError(Generation generation, const Request& request, FakeStream stream = makeFakeStream()) {
+std::string flashError(Generation generation, const Wire& request, FakeStream stream = makeFakeStream()) {
     return flashing(generation, request, std::move(stream))([](CallRecord&) {}).error;
 }
 
@@ -67,8 +60,8 @@ TEST(ProductFlash, aProductIsFlashedOnThePortsOwnMaterial) {
 
 TEST(ProductFlash, theVaporPhaseIsLookedForAtTheConstraintsOwnPlace) {
     const std::string notFound = "Vapor phase not found for vapor phase flash constraint";
-    const Request vaporFirst = product(1, "vaporFraction", 0.4, "temperature", 300);
-    const Request vaporSecond = product(1, "temperature", 300, "vaporFraction", 0.4);
+    const Wire vaporFirst = product(1, "vaporFraction", 0.4, "temperature", 300);
+    const Wire vaporSecond = product(1, "temperature", 300, "vaporFraction", 0.4);
     FakeStream stream = makeFakeStream();
     EXPECT_EQ(flashError(Generation::v11, vaporFirst, stream), "");
     EXPECT_EQ(flashError(Generation::v11, vaporSecond, stream), notFound);
@@ -127,7 +120,7 @@ TEST(ProductFlash, interfacesAreAskedForOnceAndKeptOnThePort) {
 }
 
 TEST(ProductFlash, pairsWithoutAFlashFailOnlyAtTheEndOfA10Run) {
-    const Request pair = product(1, "enthalpy", -5000, "entropy", -10);
+    const Wire pair = product(1, "enthalpy", -5000, "entropy", -10);
     EXPECT_EQ(flashError(Generation::v10, pair), "Unsupported combination of flash properties");
     EXPECT_EQ(flashError(Generation::v11, pair), "");
 }

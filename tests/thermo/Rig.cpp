@@ -48,19 +48,19 @@ void Rig::prepare(FakeMaterial& material) {
     material.record->calls.clear();
 }
 
-Reply Rig::send(const Request& request) {
+Reply Rig::send(const Wire& request) {
     std::string block = request.bytes();
     block.resize(blockBytes);
     carryOutCommand(run, std::as_writable_bytes(std::span(block)));
     return Reply(std::move(block));
 }
 
-std::string Rig::failureOf(const Request& request) {
+std::string Rig::failureOf(const Wire& request) {
     Reply reply = send(request);
     return reply.word() == statusFailure ? reply.text() : std::string();
 }
 
-Scenario asking(Generation generation, const Request& request, const FakeStream& stream,
+Scenario asking(Generation generation, const Wire& request, const FakeStream& stream,
                 const std::function<void(FakeStream&)>& onFlash) {
     return [=](const std::function<void(CallRecord&)>& sabotage) {
         Rig rig;

@@ -5,6 +5,7 @@
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
 #include "Road.h"
+#include "Wire.h"
 #include "thermo/CalculationRun.h"
 #include "unit/CSolvaneUnitOp.h"
 
@@ -19,27 +20,7 @@ enum class Generation { v10, v11 };
 
 inline constexpr Generation bothGenerations[] = {Generation::v10, Generation::v11};
 
-/// The bytes of a request, field by field.
-class Request {
-public:
-    explicit Request(std::uint32_t code) { append(&code, sizeof code); }
-    Request& integer(std::int32_t value) { return append(&value, sizeof value); }
-    Request& real(double value) { return append(&value, sizeof value); }
-    Request& reals(const std::vector<double>& values) {
-        return append(values.data(), values.size() * sizeof(double));
-    }
-    Request& text(const std::string& value) { return append(value.c_str(), value.size() + 1); }
-
-    const std::string& bytes() const { return bytes_; }
-
-private:
-    Request& append(const void* data, std::size_t size) {
-        bytes_.append(static_cast<const char*>(data), size);
-        return *this;
-    }
-
-    std::string bytes_;
-};
+using Reals = std::vector<double>;
 
 /// The block after a command, read field by field.
 class Reply {
@@ -96,9 +77,9 @@ public:
     /// The same where it can't fail; the block gets its proper size, and `material` a new record.
     void prepare(FakeMaterial& material);
 
-    Reply send(const Request& request);
+    Reply send(const Wire& request);
     /// The failure's text; empty on success.
-    std::string failureOf(const Request& request);
+    std::string failureOf(const Wire& request);
 
 private:
     static ComRef<CSolvaneUnitOp> makeUnit();
@@ -106,7 +87,7 @@ private:
 };
 
 /// A request in a run whose one feed has this stream.
-Scenario asking(Generation generation, const Request& request, const FakeStream& stream = makeFakeStream(),
+Scenario asking(Generation generation, const Wire& request, const FakeStream& stream = makeFakeStream(),
                 const std::function<void(FakeStream&)>& onFlash = nullptr);
 
 } // namespace solvane

@@ -12,40 +12,20 @@ namespace {
 using testing::ElementsAre;
 
 TEST(FileNames, tellWhatAFileIs) {
-    struct Name {
-        const wchar_t* name;
-        bool isExecutable = false, isScript = false, isReserved = false, isFaulty = false;
-    };
-    for (const auto& [name, isExecutable, isScript, isReserved, isFaulty] :
-         {Name{L"x.m"},
-          Name{L"dll"},
-          Name{L"x.exe.m"},
-          Name{L"x.batch"},
-          Name{L"reg"},
-          Name{L"calc2.m"},
-          Name{L"x.DLL", true},
-          Name{L"a.b.Exe", true},
-          Name{L"com.com", true},
-          Name{L"x.msi", true},
-          Name{L"x.Bat", false, true},
-          Name{L".wsf", false, true},
-          Name{L"x.reg", false, true},
-          Name{L"CALC.M", false, false, true},
-          Name{L"rununit.m", false, false, true},
-          Name{L"initRun.m", false, false, true},
-          Name{L"Report.txt", false, false, true},
-          Name{L"_unitoperationmodel_.svm", false, false, true},
-          Name{L"unit.XML", false, false, true},
-          Name{L"..\\x.m", false, false, false, true},
-          Name{L"calc.m.", false, false, false, true},
-          Name{L"con.m", false, false, false, true},
-          Name{L"\u65e5.m", false, false, false, true},
-          Name{L"\u0101.m", false, false, false, true}}) {
-        EXPECT_EQ(isExecutableLike(name), isExecutable) << name;
-        EXPECT_EQ(isScriptLike(name), isScript) << name;
-        EXPECT_EQ(isReservedFileName(name), isReserved) << name;
-        EXPECT_EQ(fileNameFault(name) != nullptr, isFaulty) << name;
-    }
+    using Names = std::vector<std::wstring>;
+    const Names plain{L"x.m", L"dll", L"x.exe.m", L"x.batch", L"reg", L"calc2.m"};
+    const Names executable{L"x.DLL", L"a.b.Exe", L"com.com", L"x.msi"};
+    const Names script{L"x.Bat", L".wsf", L"x.reg"};
+    const Names reserved{L"CALC.M",  L"rununit.m", L"initRun.m", L"Report.txt", L"_unitoperationmodel_.svm",
+                         L"unit.XML"};
+    const Names faulty{L"..\\x.m", L"calc.m.", L"con.m", L"\u65e5.m", L"\u0101.m"};
+    for (const Names* names : {&plain, &executable, &script, &reserved, &faulty})
+        for (const std::wstring& name : *names) {
+            EXPECT_EQ(isExecutableLike(name), names == &executable) << narrow(name);
+            EXPECT_EQ(isScriptLike(name), names == &script) << narrow(name);
+            EXPECT_EQ(isReservedFileName(name), names == &reserved) << narrow(name);
+            EXPECT_EQ(fileNameFault(name) != nullptr, names == &faulty) << narrow(name);
+        }
 }
 
 class FilesPage : public UiTest {
@@ -56,12 +36,7 @@ public:
         EXPECT_EQ(load(model), S_OK);
     }
 
-    HRESULT editFiles(const WindowDriver::Actions& actions) {
-        return edit([&](WindowDriver& user) {
-            user.pickTab(L"Additional files");
-            actions(user);
-        });
-    }
+    HRESULT editFiles(const WindowDriver::Actions& actions) { return edit(L"Additional files", actions); }
     /// The model's names, as a new window shows them.
     std::vector<std::wstring> listed() {
         std::vector<std::wstring> result;
@@ -80,19 +55,10 @@ public:
         user.enterFile(L"Open model file:", temporary.path() + name);
     }
     void add(WindowDriver& user, const std::wstring& name) {
-        enterName(user, L"&New script", L"Add script file:", name);
+        enter(user, L"&New script", L"Add script file:", name);
     }
     void rename(WindowDriver& user, const std::wstring& name) {
-        enterName(user, L"&Rename", L"Rename file:", name);
-    }
-
-private:
-    static void enterName(WindowDriver& user, const wchar_t* button, const wchar_t* title,
-                          const std::wstring& name) {
-        user.press(button);
-        user.await(title);
-        user.type(IDC_INPUT_TEXT, name);
-        user.press(L"OK");
+        enter(user, L"&Rename", L"Rename file:", name);
     }
 };
 
@@ -161,11 +127,11 @@ TEST_F(FilesPage, namesThatCannotBeAreRefused) {
 TEST_F(FilesPage, filesAreAddedAndRenamed) {
     for (const wchar_t* name : {L"new.m", L"own.dat", L"tools.m"})
         writeFile(workingFolder() + name, "in the way");
-    const auto changes = [&](void (FilesPage::*enter)(WindowDriver&, const std::wstring&),
+    const auto changes = [&](void (FilesPage::*change)(WindowDriver&, const std::wstring&),
                              const wchar_t* name, int selected) {
         const HRESULT changed = editFiles([&](WindowDriver& user) {
             user.selectRow(IDC_FILES_LIST, 1);
-            (this->*enter)(user, name);
+            (this->*change)(user, name);
             EXPECT_EQ(user.selectedRow(IDC_FILES_LIST), selected);
         });
         EXPECT_EQ(changed, S_OK) << name;

@@ -42,11 +42,7 @@ TEST_F(MainWindow, aModelGoesToAFileAndComesBack) {
     ASSERT_EQ(load(model), S_OK);
     const std::wstring file = temporary.path() + L"saved.svm";
     writeFile(file, "overwritten without a question");
-    EXPECT_EQ(edit([&](WindowDriver& user) {
-                  user.press(L"&Save model");
-                  user.enterFile(L"Save model file:", file);
-              }),
-              S_FALSE);
+    EXPECT_EQ(edit([&](WindowDriver& user) { saveModel(user, file); }), S_FALSE);
     EXPECT_TRUE(readFile(file).starts_with("PK"));
 
     HostedUnit second(module);
@@ -54,12 +50,8 @@ TEST_F(MainWindow, aModelGoesToAFileAndComesBack) {
         user.press(L"&Load model");
         EXPECT_EQ(user.answer(L"Load model:", IDCANCEL),
                   L"Loading a model will discard all information in the current unit operation. Proceed?");
-        user.press(L"&Load model");
-        user.answer(L"Load model:");
-        user.enterFile(L"Open model file:", file);
-        user.press(L"&Load model");
-        user.answer(L"Load model:");
-        user.enterFile(L"Open model file:", L"");
+        loadModel(user, file);
+        loadModel(user, L""); // given up
     });
     LONG count = 0;
     second.as<ICapeCollection>()->Count(&count);
@@ -71,23 +63,12 @@ TEST_F(MainWindow, whatCannotBeSavedOrLoadedIsTold) {
     const std::wstring file = temporary.path() + L"bad.svm";
     writeFile(file, "no zip");
     edit([&](WindowDriver& user) {
-        user.press(L"&Load model");
-        user.answer(L"Load model:");
-        user.enterFile(L"Open model file:", file);
+        loadModel(user, file);
         EXPECT_EQ(user.answer(L"Failed to load:"), L"Failed to open SVM file as ZIP file");
         writeFile(workingFolder() + L"calc.m", "");
-        user.press(L"&Save model");
-        user.enterFile(L"Save model file:", file);
+        saveModel(user, file);
         EXPECT_EQ(user.answer(L"Failed to save:"), L"Failed to add \"calc.m\" to zip: file has zero size");
     });
-}
-
-TEST_F(MainWindow, aStoppedUnitShowsNoWindow) {
-    unit.terminate();
-    EXPECT_EQ(unit.as<ICapeUtilities>()->Edit(), static_cast<HRESULT>(0x80040501));
-    EXPECT_EQ(unit.error(),
-              L"Terminate has been called on unit operation | Terminate has been called on unit operation "
-              L"| Edit | ICapeUtilities");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The Matlab tab: the script's file and its view, test runs, the editor outside.
 
+#include "Program.h"
 #include "ScriptedMatlab.h"
 #include "UiTest.h"
 #include "com/Registry.h"
@@ -51,6 +52,8 @@ TEST(ErrorPlace, isCountedInTheUsersScript) {
         EXPECT_EQ(place ? place->column : 1, row.column) << row.error;
     }
 }
+
+const std::wstring editorStandIn = builtFile(L"..\\tests\\EditorStandIn.exe");
 
 class MatlabTab : public UiTest {
 protected:
@@ -117,11 +120,6 @@ protected:
         }
         EXPECT_TRUE(wasDisabled);
         user.settle();
-    }
-    static std::wstring editorStandIn() {
-        std::wstring path(1024, L'\0');
-        path.resize(GetModuleFileNameW(nullptr, path.data(), 1024));
-        return path.substr(0, path.rfind(L'\\') + 1) + L"EditorStandIn.exe";
     }
 };
 
@@ -282,7 +280,7 @@ TEST_F(MatlabTab, aScriptThatCannotBeReadIsNeitherTestedNorWritten) {
 TEST_F(MatlabTab, theEditorOutsideHasTheScriptForAsLongAsItRuns) {
     const std::string lines(12'000, '\n');
     setScript("a");
-    const ChosenEditor chosen(editorStandIn());
+    const ChosenEditor chosen(editorStandIn);
     EXPECT_EQ(work([&](WindowDriver& user) {
                   typeAtEnd(user, L"bc\r");
                   editOutside(user);
@@ -292,7 +290,7 @@ TEST_F(MatlabTab, theEditorOutsideHasTheScriptForAsLongAsItRuns) {
               S_OK);
     EXPECT_EQ(script(), "abc\r\n% edited\r\n");
     const std::string folder = narrow(workingFolder());
-    EXPECT_EQ(readFile(workingFolder() + L"editor.txt"), '"' + narrow(editorStandIn()) + "\" \"" + folder +
+    EXPECT_EQ(readFile(workingFolder() + L"editor.txt"), '"' + narrow(editorStandIn) + "\" \"" + folder +
                                                              "calc.m\"\n" +
                                                              folder.substr(0, folder.size() - 1));
 

@@ -10,12 +10,7 @@ using Rows = std::vector<Row>;
 
 class ParameterTab : public UiTest {
 protected:
-    HRESULT editParameters(const WindowDriver::Actions& actions) {
-        return edit([&](WindowDriver& user) {
-            user.pickTab(L"Parameters");
-            actions(user);
-        });
-    }
+    HRESULT editParameters(const WindowDriver::Actions& actions) { return edit(L"Parameters", actions); }
     /// Up to the editor of the new parameter.
     static void add(WindowDriver& user, const std::wstring& name, const wchar_t* type) {
         user.press(L"&Add");
@@ -28,10 +23,6 @@ protected:
         user.selectRow(IDC_PARAMETER_LIST, row);
         user.press(L"&Edit");
         user.await(title);
-    }
-    static void accept(WindowDriver& user, const wchar_t* button = L"OK") {
-        user.press(button);
-        user.await(L"Solvane CAPE-OPEN Unit Operation:");
     }
     /// Types into fields, presses OK and gives the complaint.
     static std::wstring refused(WindowDriver& user,
@@ -107,10 +98,7 @@ TEST_F(ParameterTab, theyAreRenamedAndRemoved) {
     unit.validate();
     const CapeValidationStatus before = unit.status();
     const auto rename = [](WindowDriver& user, const wchar_t* name) {
-        user.press(L"Re&name");
-        user.await(L"Rename parameter:");
-        user.type(IDC_INPUT_TEXT, name);
-        user.press(L"OK");
+        enter(user, L"Re&name", L"Rename parameter:", name);
     };
     const auto names = [](WindowDriver& user) {
         Row result;
@@ -218,10 +206,7 @@ TEST_F(ParameterTab, anOptionParameterIsEdited) {
     model.with(L"s", L"options", VariantArray::of(options));
     ASSERT_EQ(load(model), S_OK);
     const auto addOption = [](WindowDriver& user, const wchar_t* option) {
-        user.press(L"&Add");
-        user.await(L"Enter option:");
-        user.type(IDC_INPUT_TEXT, option);
-        user.press(L"OK");
+        enter(user, L"&Add", L"Enter option:", option);
     };
     editParameters([&](WindowDriver& user) {
         open(user, 0, L"String parameter \"s\":");

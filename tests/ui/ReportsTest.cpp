@@ -16,10 +16,7 @@ protected:
     }
 
     static void add(WindowDriver& user, const std::wstring& name) {
-        user.press(L"&Add");
-        user.await(L"Add report:");
-        user.type(IDC_INPUT_TEXT, name);
-        user.press(L"OK");
+        enter(user, L"&Add", L"Add report:", name);
     }
 };
 
@@ -73,24 +70,18 @@ TEST_F(Reports, anEmptyOrAKnownNameMakesNone) {
 
 TEST_F(Reports, aLoadKeepsThePositionOrTakesTheLast) {
     const std::wstring file = temporary.path() + L"one.svm";
-    const auto reload = [&](WindowDriver& user) {
-        user.press(L"&Load model");
-        user.answer(L"Load model:");
-        user.enterFile(L"Open model file:", file);
-    };
     edit(L"Reports", [&](WindowDriver& user) {
-        user.press(L"&Save model");
-        user.enterFile(L"Save model file:", file);
+        saveModel(user, file);
         for (const wchar_t* name : {L"Second", L"Third"}) {
             add(user, name);
             user.answer(L"Report added:");
         }
-        reload(user);
+        loadModel(user, file);
         EXPECT_EQ(user.entries(IDC_REPORT_LIST), (Names{L"Matlab Output", L"Balance"}));
         EXPECT_EQ(user.text(IDC_REPORT_LIST), L"Balance");
         EXPECT_TRUE(user.isEnabled(L"&Remove"));
         user.choose(IDC_REPORT_LIST, L"Matlab Output");
-        reload(user);
+        loadModel(user, file);
         EXPECT_EQ(user.text(IDC_REPORT_LIST), L"Matlab Output");
     });
 }

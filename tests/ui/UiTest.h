@@ -18,6 +18,24 @@ protected:
             actions(user);
         });
     }
+    /// Through the button below the pages, and its dialogs.
+    static void saveModel(WindowDriver& user, const std::wstring& file) {
+        user.press(L"&Save model");
+        user.enterFile(L"Save model file:", file);
+    }
+    static void loadModel(WindowDriver& user, const std::wstring& file) {
+        user.press(L"&Load model");
+        user.answer(L"Load model:");
+        user.enterFile(L"Open model file:", file);
+    }
+    /// Presses a button, which asks for one line of text.
+    static void enter(WindowDriver& user, const wchar_t* button, const wchar_t* title,
+                      const std::wstring& text, int field = IDC_INPUT_TEXT) {
+        user.press(button);
+        user.await(title);
+        user.type(field, text);
+        user.press(L"OK");
+    }
     static void focusOn(HWND control) {
         SendMessageW(GetParent(control), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
     }

@@ -1,6 +1,7 @@
 // A unit is built from nothing in the window alone. A host then calculates the model file that this test
 // leaves.
 
+#include "Program.h"
 #include "UiTest.h"
 #include "com/Text.h"
 
@@ -18,8 +19,7 @@ constexpr wchar_t script[] = L"F = getFeedProp(1, 'totalFlow');\r\n"
 TEST_F(WholeStory, aUnitIsBuiltTestedSavedAndLoadedAgain) {
     const std::wstring helper = temporary.path() + L"half.m";
     writeFile(helper, "function y = half(x)\ny = x/2;\n");
-    const std::wstring model = UnitModule::builtPath().substr(0, UnitModule::builtPath().rfind(L"\\bin\\")) +
-                               L"\\tests\\BuiltInWindow.svm";
+    const std::wstring model = builtFile(L"..\\tests\\BuiltInWindow.svm");
     DeleteFileW(model.c_str());
     writeFile(model, ""); // the dialog for saving asks for a file that is there
     std::wstring tested;
@@ -34,20 +34,14 @@ TEST_F(WholeStory, aUnitIsBuiltTestedSavedAndLoadedAgain) {
                   user.endLabel(IDC_PORT_PRODUCTS, L"Product");
 
                   user.pickTab(L"Parameters");
-                  user.press(L"&Add");
-                  user.await(L"Add parameter:");
-                  user.type(IDC_PARAMETER_NAME, L"temperature");
-                  user.press(L"OK");
+                  enter(user, L"&Add", L"Add parameter:", L"temperature", IDC_PARAMETER_NAME);
                   user.await(L"Real parameter \"temperature\":");
                   user.type(IDC_PARAMETER_VALUE, L"350");
                   user.type(IDC_PARAMETER_EXPONENT + 4, L"1");
                   user.press(L"OK");
 
                   user.pickTab(L"Reports");
-                  user.press(L"&Add");
-                  user.await(L"Add report:");
-                  user.type(IDC_INPUT_TEXT, L"Summary");
-                  user.press(L"OK");
+                  enter(user, L"&Add", L"Add report:", L"Summary");
                   user.answer(L"Report added:");
 
                   user.pickTab(L"Additional files");
@@ -57,17 +51,14 @@ TEST_F(WholeStory, aUnitIsBuiltTestedSavedAndLoadedAgain) {
                   user.pickTab(L"Matlab");
                   user.type(IDC_MATLAB_SCRIPT, script);
                   user.press(L"&Test");
-                  user.press(L"&Save model");
-                  user.enterFile(L"Save model file:", model);
+                  saveModel(user, model);
               }),
               S_OK);
     EXPECT_EQ(tested, script);
 
     const HostedUnit second(module);
     WindowDriver::edit(second, [&](WindowDriver& user) {
-        user.press(L"&Load model");
-        user.answer(L"Load model:");
-        user.enterFile(L"Open model file:", model);
+        loadModel(user, model);
         user.pickTab(L"Ports");
     });
     ModelBag built, loaded;

@@ -19,7 +19,7 @@ TEST_F(UnitTest, reportsAreListedWithMatlabsOutputFirstAndFoundWithoutCase) {
     Bstr selected;
     EXPECT_EQ(reports->get_selectedReport(selected.put()), S_OK);
     EXPECT_EQ(selected.view(), L"BALANCE");
-    EXPECT_EQ(reports->put_selectedReport(Bstr(L"Missing").get()), raised);
+    EXPECT_EQ(reports->put_selectedReport(Bstr(L"Missing").get()), capeFailure);
     EXPECT_EQ(
         unit.error(),
         L"Invalid report name | Invalid report name: no such report | put_selectedReport | ICapeUnitReport");

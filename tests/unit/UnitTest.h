@@ -8,8 +8,6 @@
 
 namespace solvane {
 
-inline constexpr HRESULT raised = static_cast<HRESULT>(0x80040501);
-
 /// "name | description | scope | interface" of an object's last failure.
 inline std::wstring errorOf(IUnknown* object) {
     return HostedUnit(ComRef<IUnknown>(object)).error();

@@ -1,13 +1,21 @@
-#include "HostProgram.h"
+#include "Program.h"
 
-#include "cases/FilePath.h"
+#include "Folders.h"
 
 #include <gtest/gtest.h>
 
-namespace solvane::host {
+namespace solvane {
 
-HostProgram::HostProgram(const std::wstring& arguments)
-    : log_(L"SolvaneHost" + std::to_wstring(GetCurrentProcessId()) + L".txt") {
+std::wstring builtFile(const std::wstring& name) {
+    std::wstring program(1024, L'\0');
+    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    const std::wstring tests = program.substr(0, program.rfind(L'\\'));
+    return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\" + name;
+}
+
+Program::Program(std::wstring commandLine, const wchar_t* file) {
+    static int count = 0;
+    log_ = L"Program" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) + L".txt";
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     const FileHandle output(CreateFileW(log_.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                         &inherited, CREATE_ALWAYS, 0, nullptr));
@@ -15,23 +23,21 @@ HostProgram::HostProgram(const std::wstring& arguments)
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdOutput = start.hStdError = output.get();
-    std::wstring command = L"\"" + filePath(SOLVANE_BIN "/SolvaneHost.exe").wstring() + L"\" " + arguments;
     PROCESS_INFORMATION started{};
-    EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+    EXPECT_TRUE(CreateProcessW(file, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
                                &started));
     const Handle thread(started.hThread);
     process_.reset(started.hProcess);
     threadId_ = started.dwThreadId;
 }
 
-Outcome HostProgram::wait() {
+Outcome Program::wait() {
     Outcome outcome;
-    std::string error;
     EXPECT_EQ(WaitForSingleObject(process_.get(), 60'000), WAIT_OBJECT_0);
     GetExitCodeProcess(process_.get(), &outcome.exitCode);
-    EXPECT_TRUE(readFile(log_, outcome.printed, error)) << error;
+    outcome.printed = readFile(log_);
     DeleteFileW(log_.c_str());
     return outcome;
 }
 
-} // namespace solvane::host
+} // namespace solvane
