@@ -30,7 +30,10 @@ PAGE = """<!DOCTYPE HTML PUBLIC "-//W3C//DTD HTML 4.01//EN" "http://www.w3.org/T
 
 OBJECT = '<li><object type="text/sitemap"><param name="Name" value="{}"><param name="Local" value="{}"></object>\n'
 
+# Without a binary index, in which chmcmd leaves bytes that differ from one run to the next: readers take the index
+# file itself.
 PROJECT = """[OPTIONS]
+Binary Index=No
 Compatibility=1.1 or later
 Compiled file=SolvaneUnitOperation.chm
 Contents file=book.hhc

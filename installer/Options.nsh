@@ -54,7 +54,6 @@ FunctionEnd
 
 ; As the caller says, else as it was in the former version, else where no Matlab is registered.
 Function chooseOctave
-!if ${SYSTEM} == win64
   System::Store S
   StrCpy $0 $octaveWanted
   ${If} $0 == ""
@@ -76,5 +75,4 @@ Function chooseOctave
     !insertmacro UnselectSection ${octaveSection}
   ${EndIf}
   System::Store L
-!endif
 FunctionEnd

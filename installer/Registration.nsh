@@ -117,7 +117,6 @@ Function un.removeEmptyKeys
   ${EndIf}
 FunctionEnd
 
-!if ${SYSTEM} == win64
 Function registerOctave
   DetailPrint "Registering the Octave engine"
   StrCpy $0 ""
@@ -141,7 +140,6 @@ Function un.unregisterOctave
   ${EndIf}
   ExecWait '"$INSTDIR\OctaveAutomationServer.exe" /UnregServer $0'
 FunctionEnd
-!endif
 
 ; The unit copies the gateway to where Matlab loads it from: $TEMP\SolvaneUnitMEX and Matlab's ProgID.
 Function un.removeGatewayCopies

@@ -144,7 +144,6 @@ Section "${NAME}" unitSection
   Call registerUnit
 SectionEnd
 
-!if ${SYSTEM} == win64
 Section "GNU Octave in place of Matlab" octaveSection
   ClearErrors
   !insertmacro INSTALL_OCTAVE
@@ -155,13 +154,10 @@ Section "GNU Octave in place of Matlab" octaveSection
   Call registerOctave
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "Octave" 1
 SectionEnd
-!endif
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${unitSection} "The unit for simulators, the sample host, examples and the help book."
-!if ${SYSTEM} == win64
   !insertmacro MUI_DESCRIPTION_TEXT ${octaveSection} "Lets an installed GNU Octave run the scripts where there is no Matlab. A registered Matlab stays as it is."
-!endif
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 !include Options.nsh
@@ -204,12 +200,10 @@ Section "Uninstall"
   Push $INSTDIR
   Call un.refuseWhileInUse
   ReadRegDWORD $0 SHCTX "${UNINSTALL_KEY}" "Octave"
-!if ${SYSTEM} == win64
   ${If} $0 = 1
     Call un.unregisterOctave
     !insertmacro REMOVE_OCTAVE
   ${EndIf}
-!endif
   Call un.unregisterUnit
   Call un.removeGatewayCopies
   !insertmacro REMOVE_UNIT

@@ -14,23 +14,40 @@ if /i "%~1"=="/user" (
     echo The folder is to stay where it is for as long as the unit is registered.
     exit /b 2
 )
+rem The zip for 64-bit Windows brings the module for 32-bit simulators beside the other.
+set bits=32
+if exist "%~dp0SolvaneUnitOperation32.dll" set bits=64
+set windows=64
+set native=System32
 if defined PROCESSOR_ARCHITEW6432 (
     set native=Sysnative
 ) else if /i "%PROCESSOR_ARCHITECTURE%"=="x86" (
-    echo This is for 64-bit Windows. For 32-bit Windows there is SolvaneUnitOperation-Setup-32bit.exe.
+    set windows=32
+)
+if not %bits%==%windows% (
+    echo This is for %bits%-bit Windows, and here is a %windows%-bit Windows. There is a zip for that too.
     exit /b 2
-) else (
-    set native=System32
 )
 echo Registering %scope% what lies in %~dp0
-rem The unit asks this setting for the scope.
+rem The unit asks this setting for the scope; the setting is put back.
+set settings=there
+reg query HKCU\Software\SolvaneUO >nul 2>nul
+if errorlevel 1 set settings=none
+set former=
+for /f "tokens=1,3" %%a in ('reg query HKCU\Software\SolvaneUO /v CurrentUser 2^>nul') do (
+    if "%%a"=="CurrentUser" set former=%%b
+)
 reg add HKCU\Software\SolvaneUO /v CurrentUser /d %switch% /f >nul
 
 set failed=
-call :module %native% SolvaneUnitOperation.dll "the unit for 64-bit simulators"
-call :module SysWOW64 SolvaneUnitOperation32.dll "the unit for 32-bit simulators"
-reg delete HKCU\Software\SolvaneUO /v CurrentUser /f >nul
-reg query HKCU\Software\SolvaneUO 2>nul | find "REG_" >nul || reg delete HKCU\Software\SolvaneUO /f >nul
+call :module %native% SolvaneUnitOperation.dll "the unit for %bits%-bit simulators"
+if %bits%==64 call :module SysWOW64 SolvaneUnitOperation32.dll "the unit for 32-bit simulators"
+if defined former (
+    reg add HKCU\Software\SolvaneUO /v CurrentUser /d %former% /f >nul
+) else (
+    reg delete HKCU\Software\SolvaneUO /v CurrentUser /f >nul
+)
+if %settings%==none reg delete HKCU\Software\SolvaneUO /f >nul
 if defined failed (
     echo Registering for all users takes a prompt that runs as administrator; register /user takes none.
     exit /b 5

@@ -25,8 +25,13 @@ exit /b %errorlevel%
 set classes=HKCU\Software\Classes
 set unit={5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}
 for %%k in (CLSID\%unit% SolvaneUnitOperation.SolvaneUnitOp SolvaneUnitOperation.SolvaneUnitOp.1
-            SolvaneUnitOperationModel .SVM AppID\SolvaneUnitOperation.DLL
+            SolvaneUnitOperationModel AppID\SolvaneUnitOperation.DLL
             AppID\{5C7A1E25-93B4-4D0E-8A61-2F0D7B9C41E3} TypeLib\{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}
             Wow6432Node\CLSID\%unit%) do reg delete "%classes%\%%k" /f >nul 2>nul
+rem Another program may have the files, or Explorer keep a list of programs there.
+reg query %classes%\.SVM /ve 2>nul | find "SolvaneUnitOperationModel" >nul
+if not errorlevel 1 reg delete %classes%\.SVM /ve /f >nul
+reg query %classes%\.SVM /s 2>nul | find "REG_" >nul
+if errorlevel 1 reg delete %classes%\.SVM /f >nul 2>nul
 "%~dp0OctaveAutomationServer.exe" /UnregServer /PerUser
 exit /b %errorlevel%

@@ -1,12 +1,15 @@
 #!/bin/sh
-# Installs, upgrades and uninstalls what build/win64 and build/win32 hold, and looks at what changes:
-#   setupTest.sh ROOT
+# Installs, upgrades and uninstalls what build/win64 and build/win32 hold, on a Windows of the setup's word size, and
+# looks at what changes:
+#   setupTest.sh ROOT win64|win32
 set -eu
 root=$1
-work=$root/build/installer-test
+system=$2
+work=$root/build/installer-test-$system
 tests=$root/tests/installer
 "$root/scripts/models" # by the build tree's own prefix
 export WINEPREFIX="$work/prefix"
+export WINEARCH="$system"
 export SOURCE_DATE_EPOCH=1700000000
 . "$root/scripts/environment"
 WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winemenubuilder.exe=" # no entries in the menus of this desktop
@@ -16,7 +19,7 @@ installed="$drive/Program Files/Solvane Unit Operation"
 uninstallKey='Software\Microsoft\Windows\CurrentVersion\Uninstall\SolvaneUnitOperation'
 
 fail() {
-    echo "FAILED: $*" >&2
+    printf 'FAILED: %s\n' "$*" >&2
     exit 1
 }
 
@@ -80,10 +83,10 @@ mkdir -p "$work"
 trap 'wineserver -k || true' EXIT
 rm -f "$WINEPREFIX/clean" # until all has passed
 version=$(head -n 1 "$root/VERSION")
-"$root/installer/stage" win64 "$work/stage"
-"$root/installer/makeSetup" win64 "$work/stage" "$version" "$work/Solvane-now.exe" -DQUICK
+"$root/installer/stage" "$system" "$work/stage"
+"$root/installer/makeSetup" "$system" "$work/stage" "$version" "$work/Solvane-now.exe" -DQUICK
 echo '% gone in later versions' >"$work/stage/retired.m"
-"$root/installer/makeSetup" win64 "$work/stage" 0.9.0.0 "$work/Solvane-former.exe" -DQUICK
+"$root/installer/makeSetup" "$system" "$work/stage" 0.9.0.0 "$work/Solvane-former.exe" -DQUICK
 
 echo "== for all users, over a former version"
 # The user's own settings: one that setup has to change for a while, and one that is none of its business.
@@ -156,6 +159,7 @@ echo "== the zip, registered where it lies"
 for key in AppID CLSID Typelib; do # empty ones may stay
     wine reg add "HKCU\\Software\\Classes\\$key" /f >/dev/null
 done
+wine reg add 'HKCU\Software\SolvaneUO' /v CurrentUser /d 0 /f >/dev/null # the user's own setting
 snapshot 'before the zip was registered'
 zip=$work/zip
 rm -rf "$zip"
@@ -166,14 +170,17 @@ for case in 'HKLM ' 'HKCU /user'; do
     hive=${case% *}
     option=${case#* }
     expectExit 0 wine cmd /c "$(wine winepath -w "$zip/register.cmd")" $option
-    grep -q '64-bit simulators: registered' "$work/output" || { cat "$work/output"; fail "register.cmd does not tell"; }
+    grep -q "${system#win}-bit simulators: registered" "$work/output" ||
+        { cat "$work/output"; fail "register.cmd does not tell"; }
     expectValue "$hive\\$class" '' "$unit"
     expectExit 0 wine cmd /c "$(wine winepath -w "$zip/unregister.cmd")" $option
     expectValue "$hive\\$class" '' ''
     unchangedSince 'before the zip was registered'
 done
 
-wine reg delete 'HKCU\Software\Classes' /f >/dev/null
+for key in Classes SolvaneUO; do
+    wine reg delete "HKCU\\Software\\$key" /f >/dev/null
+done
 for key in Matlab.Application .zip TestZip; do
     wine reg delete "HKLM\\Software\\Classes\\$key" /f >/dev/null
 done
