@@ -60,6 +60,31 @@ Function registerUnit
   !insertmacro refreshFileTypes
 FunctionEnd
 
+; What a macro does, for the registry that 32-bit programs see too. Windows shares most of its classes between both.
+!macro inBothViews MACRO
+  !if ${SYSTEM} == win64
+    SetRegView 32
+    !insertmacro ${MACRO}
+    SetRegView 64
+  !endif
+  !insertmacro ${MACRO}
+!macroend
+
+!macro removeUnitKeys
+  DeleteRegKey SHCTX "${CLASSES}\CLSID\${UNIT_CLASS}"
+  DeleteRegKey SHCTX "${CLASSES}\SolvaneUnitOperation.SolvaneUnitOp.1"
+  DeleteRegKey SHCTX "${CLASSES}\SolvaneUnitOperation.SolvaneUnitOp"
+  DeleteRegKey SHCTX "${CLASSES}\AppID\${APPLICATION}"
+  DeleteRegKey SHCTX "${CLASSES}\AppID\SolvaneUnitOperation.DLL"
+  DeleteRegKey SHCTX "${CLASSES}\TypeLib\${TYPE_LIBRARY}"
+  DeleteRegKey SHCTX "${CLASSES}\${MODEL_TYPE}"
+  ReadRegStr $0 SHCTX "${CLASSES}\.SVM" ""
+  ${If} $0 == "${MODEL_TYPE}"
+    DeleteRegValue SHCTX "${CLASSES}\.SVM" ""
+    DeleteRegKey /ifempty SHCTX "${CLASSES}\.SVM"
+  ${EndIf}
+!macroend
+
 ; The module's own way of unregistering is for what was registered for all users, and leaves the command of the model
 ; type. Another copy that was registered since stays registered.
 Function un.unregisterUnit
@@ -82,37 +107,20 @@ Function un.unregisterUnit
     System::Call 'oleaut32::UnRegisterTypeLibForUser(g "${TYPE_LIBRARY}", i 1, i 0, i 0, i 3)'
     System::Call 'oleaut32::UnRegisterTypeLibForUser(g "${TYPE_LIBRARY}", i 1, i 0, i 0, i 1)'
   ${EndIf}
-  !if ${SYSTEM} == win64
-    SetRegView 32
-    DeleteRegKey SHCTX "${CLASSES}\CLSID\${UNIT_CLASS}"
-    SetRegView 64
-  !endif
-  DeleteRegKey SHCTX "${CLASSES}\CLSID\${UNIT_CLASS}"
-  DeleteRegKey SHCTX "${CLASSES}\SolvaneUnitOperation.SolvaneUnitOp.1"
-  DeleteRegKey SHCTX "${CLASSES}\SolvaneUnitOperation.SolvaneUnitOp"
-  DeleteRegKey SHCTX "${CLASSES}\AppID\${APPLICATION}"
-  DeleteRegKey SHCTX "${CLASSES}\AppID\SolvaneUnitOperation.DLL"
-  DeleteRegKey SHCTX "${CLASSES}\TypeLib\${TYPE_LIBRARY}"
-  DeleteRegKey SHCTX "${CLASSES}\${MODEL_TYPE}"
-  ReadRegStr $0 SHCTX "${CLASSES}\.SVM" ""
-  ${If} $0 == "${MODEL_TYPE}"
-    DeleteRegValue SHCTX "${CLASSES}\.SVM" ""
-    DeleteRegKey /ifempty SHCTX "${CLASSES}\.SVM"
-  ${EndIf}
+  !insertmacro inBothViews removeUnitKeys
   !insertmacro refreshFileTypes
 FunctionEnd
 
 ; Keys that a user often has for nothing but this.
+!macro removeEmptyKeys
+  DeleteRegKey /ifempty HKCU "${CLASSES}\CLSID"
+  DeleteRegKey /ifempty HKCU "${CLASSES}\AppID"
+  DeleteRegKey /ifempty HKCU "${CLASSES}\TypeLib"
+!macroend
+
 Function un.removeEmptyKeys
   ${If} $MultiUser.InstallMode == CurrentUser
-    !if ${SYSTEM} == win64
-      SetRegView 32
-      DeleteRegKey /ifempty HKCU "${CLASSES}\CLSID"
-      SetRegView 64
-    !endif
-    DeleteRegKey /ifempty HKCU "${CLASSES}\CLSID"
-    DeleteRegKey /ifempty HKCU "${CLASSES}\AppID"
-    DeleteRegKey /ifempty HKCU "${CLASSES}\TypeLib"
+    !insertmacro inBothViews removeEmptyKeys
     DeleteRegKey /ifempty HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall"
   ${EndIf}
 FunctionEnd

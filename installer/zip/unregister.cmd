@@ -22,16 +22,21 @@ reg delete HKLM\Software\Classes\SolvaneUnitOperationModel /f >nul 2>nul
 exit /b %errorlevel%
 
 :user
-set classes=HKCU\Software\Classes
 set unit={5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}
-for %%k in (CLSID\%unit% SolvaneUnitOperation.SolvaneUnitOp SolvaneUnitOperation.SolvaneUnitOp.1
-            SolvaneUnitOperationModel AppID\SolvaneUnitOperation.DLL
-            AppID\{5C7A1E25-93B4-4D0E-8A61-2F0D7B9C41E3} TypeLib\{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}
-            Wow6432Node\CLSID\%unit%) do reg delete "%classes%\%%k" /f >nul 2>nul
-rem Another program may have the files, or Explorer keep a list of programs there.
-reg query %classes%\.SVM /ve 2>nul | find "SolvaneUnitOperationModel" >nul
-if not errorlevel 1 reg delete %classes%\.SVM /ve /f >nul
-reg query %classes%\.SVM /s 2>nul | find "REG_" >nul
-if errorlevel 1 reg delete %classes%\.SVM /f >nul 2>nul
+call :classes HKCU\Software\Classes
+rem What 32-bit programs see.
+call :classes HKCU\Software\Classes\Wow6432Node
 "%~dp0OctaveAutomationServer.exe" /UnregServer /PerUser
 exit /b %errorlevel%
+
+:classes
+for %%k in (CLSID\%unit% SolvaneUnitOperation.SolvaneUnitOp SolvaneUnitOperation.SolvaneUnitOp.1
+            SolvaneUnitOperationModel AppID\SolvaneUnitOperation.DLL
+            AppID\{5C7A1E25-93B4-4D0E-8A61-2F0D7B9C41E3}
+            TypeLib\{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}) do reg delete %1\%%k /f >nul 2>nul
+rem Another program may have the files, or Explorer keep a list of programs there.
+reg query %1\.SVM /ve 2>nul | find "SolvaneUnitOperationModel" >nul
+if not errorlevel 1 reg delete %1\.SVM /ve /f >nul
+reg query %1\.SVM /s 2>nul | find "REG_" >nul
+if errorlevel 1 reg delete %1\.SVM /f >nul 2>nul
+exit /b 0

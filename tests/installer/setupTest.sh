@@ -1,11 +1,11 @@
 #!/bin/sh
-# Installs, upgrades and uninstalls what build/win64 and build/win32 hold, on a Windows of the setup's word size, and
-# looks at what changes:
-#   setupTest.sh ROOT win64|win32
+# Installs, upgrades and uninstalls what build/win64 and build/win32 hold, on a Windows of the setup's word size whose
+# Wine prefix is in the folder WORK, and looks at what changes:
+#   setupTest.sh ROOT win64|win32 WORK
 set -eu
 root=$1
 system=$2
-work=$root/build/installer-test-$system
+work=$3
 tests=$root/tests/installer
 "$root/scripts/models" # by the build tree's own prefix
 export WINEPREFIX="$work/prefix"
@@ -14,9 +14,15 @@ export SOURCE_DATE_EPOCH=1700000000
 . "$root/scripts/environment"
 WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winemenubuilder.exe=" # no entries in the menus of this desktop
 unset DISPLAY
+wine=$(command -v wine)
+[ "$system" = win32 ] || wine=/usr/lib/wine/wine64 # or else a Wine of both word sizes prefers 32-bit programs
 drive=$WINEPREFIX/drive_c
 installed="$drive/Program Files/Solvane Unit Operation"
 uninstallKey='Software\Microsoft\Windows\CurrentVersion\Uninstall\SolvaneUnitOperation'
+
+wine() {
+    "$wine" "$@"
+}
 
 fail() {
     printf 'FAILED: %s\n' "$*" >&2
@@ -71,9 +77,9 @@ uninstall() {
     fail "the uninstaller has not ended"
 }
 
-# By its path, or else Wine puts another program before it.
+# In a 32-bit program where there are such. By its path, or else Wine puts another program before it.
 holdUnit() {
-    exec wine "$drive/windows/system32/cscript.exe" "$(wine winepath -w "$tests/holdUnit.vbs")" \
+    exec "$wine" "$drive/windows/$programs/cscript.exe" "$(wine winepath -w "$tests/holdUnit.vbs")" \
         "$(wine winepath -w "$work/loaded")"
 }
 
@@ -82,6 +88,12 @@ mkdir -p "$work"
 "$root/scripts/prefix" bare
 trap 'wineserver -k || true' EXIT
 rm -f "$WINEPREFIX/clean" # until all has passed
+loaded=SolvaneUnitOperation.dll
+programs=system32
+if [ "$system" = win64 ] && [ -f "$drive/windows/syswow64/cscript.exe" ]; then
+    loaded=SolvaneUnitOperation32.dll
+    programs=syswow64
+fi
 version=$(head -n 1 "$root/VERSION")
 "$root/installer/stage" "$system" "$work/stage"
 "$root/installer/makeSetup" "$system" "$work/stage" "$version" "$work/Solvane-now.exe" -DQUICK
@@ -120,7 +132,7 @@ for _ in $(seq 600); do
 done
 snapshot 'while the unit is loaded'
 expectExit 3 wine "$work/Solvane-now.exe" /S
-grep -q 'SolvaneUnitOperation.dll is in use' "$work/output" || fail "setup does not say what is in use"
+grep -q "$loaded is in use" "$work/output" || fail "setup does not say what is in use"
 grep -q 'cscript.exe' "$work/output" || fail "setup does not say what to close"
 # Waited for, which takes a switch that Wine would put between quotes.
 printf '@"%s\\uninstall.exe" /S _?=%s\r\n@exit %%errorlevel%%\r\n' 'C:\Program Files\Solvane Unit Operation' \
@@ -143,13 +155,16 @@ wine reg add 'HKLM\Software\Classes\Matlab.Application\CLSID' /ve /d '{554F6053-
 wine reg add 'HKLM\Software\Classes\.zip' /ve /d TestZip /f >/dev/null
 wine reg add 'HKLM\Software\Classes\TestZip\shell\open\command' /ve /d 'C:\zip.exe "%1"' /f >/dev/null
 wine reg delete 'HKCU\Software\SolvaneUO' /f >/dev/null
-wine reg add 'HKCU\Software\Classes' /f >/dev/null # every user of Windows has it
+wine reg add 'HKCU\Software\Classes\Wow6432Node' /f >/dev/null # every user of a 64-bit Windows has it
 snapshot 'before the installation for one user'
 installed="$drive/OfOneUser"
 expectExit 0 wine "$work/Solvane-now.exe" /S /CurrentUser '/D=C:\OfOneUser'
-class='Software\Classes\CLSID\{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}\InprocServer32'
+key='CLSID\{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}\InprocServer32'
+class="Software\\Classes\\$key"
+class32="Software\\Classes\\Wow6432Node\\$key"
 expectValue "HKCU\\$class" '' 'C:\OfOneUser\SolvaneUnitOperation.dll'
 expectValue "HKLM\\$class" '' ''
+[ $programs = system32 ] || expectValue "HKCU\\$class32" '' 'C:\OfOneUser\SolvaneUnitOperation32.dll'
 expectValue 'HKCU\Software\Classes\SolvaneUnitOperationModel\shell\open\command' '' 'C:\zip.exe "%1"'
 expectValue 'HKCU\Software\Classes\SolvaneOctave.Application\CLSID' '' '' # not preselected
 uninstall HKCU
@@ -158,6 +173,7 @@ unchangedSince 'before the installation for one user'
 echo "== the zip, registered where it lies"
 for key in AppID CLSID Typelib; do # empty ones may stay
     wine reg add "HKCU\\Software\\Classes\\$key" /f >/dev/null
+    wine reg add "HKCU\\Software\\Classes\\Wow6432Node\\$key" /f >/dev/null
 done
 wine reg add 'HKCU\Software\SolvaneUO' /v CurrentUser /d 0 /f >/dev/null # the user's own setting
 snapshot 'before the zip was registered'
@@ -165,14 +181,15 @@ zip=$work/zip
 rm -rf "$zip"
 cp -r "$work/stage" "$zip"
 cp "$root"/installer/zip/* "$zip"
-unit="$(wine winepath -w "$zip" | tr -d '\r')\\SolvaneUnitOperation.dll"
+unit="$(wine winepath -w "$zip" | tr -d '\r')\\SolvaneUnitOperation"
 for case in 'HKLM ' 'HKCU /user'; do
     hive=${case% *}
     option=${case#* }
     expectExit 0 wine cmd /c "$(wine winepath -w "$zip/register.cmd")" $option
     grep -q "${system#win}-bit simulators: registered" "$work/output" ||
         { cat "$work/output"; fail "register.cmd does not tell"; }
-    expectValue "$hive\\$class" '' "$unit"
+    expectValue "$hive\\$class" '' "$unit.dll"
+    [ $programs = system32 ] || expectValue "$hive\\$class32" '' "${unit}32.dll"
     expectExit 0 wine cmd /c "$(wine winepath -w "$zip/unregister.cmd")" $option
     expectValue "$hive\\$class" '' ''
     unchangedSince 'before the zip was registered'
