@@ -40,6 +40,8 @@ FunctionEnd
   Abort "${TEXT}"
 !macroend
 
+!define NOTHING_LEFT "Nothing of it is installed now."
+
 ; Leaves nothing of an installation that has failed midway.
 !macro failAndRemove CODE TEXT
   ExecWait '"$INSTDIR\uninstall.exe" /S _?=$INSTDIR'

@@ -4,7 +4,7 @@ Var givenFolder ; of /D=, which the choice of the scope would overwrite
 Var octaveWanted ; "yes", "no", or "" where nothing was said
 
 !define USAGE "\
-SolvaneUnitOperation-Setup [/S] [/AllUsers | /CurrentUser] [/Octave | /NoOctave] [/D=FOLDER]$\r$\n$\r$\n\
+$EXEFILE [/S] [/AllUsers | /CurrentUser] [/Octave | /NoOctave] [/D=FOLDER]$\r$\n$\r$\n\
 /S$\tno windows$\r$\n\
 /AllUsers$\tfor all users; the default for an administrator$\r$\n\
 /CurrentUser$\tfor this user alone$\r$\n\
@@ -46,7 +46,8 @@ Function readOptions
     UserInfo::GetAccountType
     Pop $2
     ${If} $2 != "Admin"
-      !insertmacro fail ${EXIT_NOT_ALLOWED} "Installing for all users takes an administrator."
+      !insertmacro fail ${EXIT_NOT_ALLOWED} "Installing for all users takes an administrator. \
+Run setup as one, or with /CurrentUser for this user alone."
     ${EndIf}
   ${EndIf}
   System::Store L

@@ -20,7 +20,7 @@
   DetailPrint "Registering ${MODULE}"
   ExecWait '"${REGSVR}" /s "$INSTDIR\${MODULE}"' $1
   ${If} $1 <> 0
-    StrCpy $2 "${MODULE} (regsvr32 ended with $1)"
+    StrCpy $2 "${MODULE} could not be registered: regsvr32 ended with $1."
   ${EndIf}
 !macroend
 
@@ -50,7 +50,7 @@ Function registerUnit
     WriteRegStr HKCU "${SETTINGS}" "CurrentUser" $0
   ${EndIf}
   ${If} $2 != ""
-    !insertmacro failAndRemove ${EXIT_NOT_REGISTERED} "$2 could not be registered."
+    !insertmacro failAndRemove ${EXIT_NOT_REGISTERED} "$2 ${NOTHING_LEFT}"
   ${EndIf}
   ; The CAPE-OPEN type library is the machine's; one that a simulator has brought stays.
   ${If} $MultiUser.InstallMode == AllUsers
@@ -133,7 +133,8 @@ Function registerOctave
   ${EndIf}
   ExecWait '"$INSTDIR\OctaveAutomationServer.exe" /RegServer $0' $1
   ${If} $1 <> 0
-    !insertmacro failAndRemove ${EXIT_NOT_REGISTERED} "The Octave engine could not be registered (it ended with $1)."
+    !insertmacro failAndRemove ${EXIT_NOT_REGISTERED} "The Octave engine could not be registered: \
+OctaveAutomationServer.exe ended with $1. ${NOTHING_LEFT}"
   ${EndIf}
 FunctionEnd
 

@@ -69,7 +69,8 @@ VIAddVersionKey ProductVersion "${VERSION}"
 Close the simulators that have the unit open: its files cannot be replaced until then.$\r$\n$\r$\n$_CLICK"
 !define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_TEXT "In your simulator, add a CAPE-OPEN unit operation and choose \
-$\"Solvane Unit Operation$\".$\r$\n$\r$\nThe examples lie in $INSTDIR\examples."
+$\"Solvane Unit Operation$\".$\r$\n$\r$\nThe examples lie in $INSTDIR\examples. \
+In a command prompt, SolvaneHost doctor in that folder looks whether all is well."
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Open the help book"
 !define MUI_FINISHPAGE_RUN_FUNCTION openHelp
@@ -102,7 +103,8 @@ Section "-Former version"
     CopyFiles /SILENT "$0\uninstall.exe" "$PLUGINSDIR\uninstall.exe"
     ExecWait '"$PLUGINSDIR\uninstall.exe" /S _?=$0' $1
     ${If} $1 <> 0
-      !insertmacro fail ${EXIT_FAILED} "The former version in $0 could not be removed (its uninstaller ended with $1)."
+      !insertmacro fail ${EXIT_FAILED} "The former version in $0 could not be removed: its uninstaller ended with $1. \
+Uninstall it in the settings of Windows, then run setup again."
     ${EndIf}
     Delete "$0\uninstall.exe"
     RMDir "$0"
@@ -134,7 +136,8 @@ Section "${NAME}" unitSection
   SetOverwrite on
   SetOutPath "$INSTDIR"
   ${If} ${Errors}
-    !insertmacro failAndRemove ${EXIT_FAILED} "The files could not be written to $INSTDIR."
+    !insertmacro failAndRemove ${EXIT_FAILED} "The files could not be written to $INSTDIR. ${NOTHING_LEFT} \
+Look whether the disk has room and whether you may write there, or choose another folder."
   ${EndIf}
 
   CreateDirectory "$SMPROGRAMS\${NAME}"
@@ -149,7 +152,8 @@ Section "GNU Octave in place of Matlab" octaveSection
   !insertmacro INSTALL_OCTAVE
   SetOutPath "$INSTDIR"
   ${If} ${Errors}
-    !insertmacro failAndRemove ${EXIT_FAILED} "The files of the Octave engine could not be written to $INSTDIR."
+    !insertmacro failAndRemove ${EXIT_FAILED} "The files of the Octave engine could not be \
+written to $INSTDIR. ${NOTHING_LEFT} Look whether the disk has room."
   ${EndIf}
   Call registerOctave
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "Octave" 1
@@ -157,7 +161,8 @@ SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${unitSection} "The unit for simulators, the sample host, examples and the help book."
-  !insertmacro MUI_DESCRIPTION_TEXT ${octaveSection} "Lets an installed GNU Octave run the scripts where there is no Matlab. A registered Matlab stays as it is."
+  !insertmacro MUI_DESCRIPTION_TEXT ${octaveSection} "Lets GNU Octave run the scripts where there is no Matlab; \
+Octave itself is at octave.org. A registered Matlab stays as it is."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 !include Options.nsh
@@ -191,7 +196,8 @@ Function un.onInit
   UserInfo::GetAccountType
   Pop $0
   ${If} $0 != "Admin"
-    !insertmacro fail ${EXIT_NOT_ALLOWED} "Removing what was installed for all users takes an administrator."
+    !insertmacro fail ${EXIT_NOT_ALLOWED} "Removing what was installed for all users \
+takes an administrator. Run the uninstaller as one."
   ${EndIf}
 FunctionEnd
 

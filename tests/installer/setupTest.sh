@@ -99,13 +99,23 @@ version=$(head -n 1 "$root/VERSION")
 "$root/installer/makeSetup" "$system" "$work/stage" "$version" "$work/Solvane-now.exe" -DQUICK
 echo '% gone in later versions' >"$work/stage/retired.m"
 "$root/installer/makeSetup" "$system" "$work/stage" 0.9.0.0 "$work/Solvane-former.exe" -DQUICK
+rm -rf "$work/damaged"
+cp -r "$work/stage" "$work/damaged"
+echo damaged >"$work/damaged/SolvaneUnitOperation.dll"
+"$root/installer/makeSetup" "$system" "$work/damaged" "$version" "$work/Solvane-damaged.exe" -DQUICK
 
-echo "== for all users, over a former version"
 # The user's own settings: one that setup has to change for a while, and one that is none of its business.
 wine reg add 'HKCU\Software\SolvaneUO' /v CurrentUser /d 1 /f >/dev/null
 wine reg add 'HKCU\Software\SolvaneUO' /v OctaveProgram /d /usr/bin/octave-cli /f >/dev/null
 (holdUnit) >/dev/null 2>&1 || true # in vain; cscript registers itself when it runs first
 snapshot before
+
+echo "== a unit that cannot be registered is not installed"
+expectExit 5 wine "$work/Solvane-damaged.exe" /S
+grep -q 'SolvaneUnitOperation.dll could not be registered' "$work/output" || fail "setup does not say what went wrong"
+unchangedSince before
+
+echo "== for all users, over a former version"
 expectExit 0 wine "$work/Solvane-former.exe" /S
 expectValue "HKLM\\$uninstallKey" DisplayVersion 0.9.0.0
 [ -f "$installed/retired.m" ] || fail "the former version is not there"
@@ -158,7 +168,14 @@ wine reg delete 'HKCU\Software\SolvaneUO' /f >/dev/null
 wine reg add 'HKCU\Software\Classes\Wow6432Node' /f >/dev/null # every user of a 64-bit Windows has it
 snapshot 'before the installation for one user'
 installed="$drive/OfOneUser"
-expectExit 0 wine "$work/Solvane-now.exe" /S /CurrentUser '/D=C:\OfOneUser'
+octave='HKCU\Software\Classes\SolvaneOctave.Application\CLSID'
+expectExit 0 wine "$work/Solvane-former.exe" /S /CurrentUser '/D=C:\OfOneUser'
+expectValue "$octave" '' '' # not preselected
+for option in /Octave ''; do # the second one chooses as the first did
+    expectExit 0 wine "$work/Solvane-now.exe" /S $option
+    expectValue "$octave" '' '{99A86BC0-7BAD-4400-A453-9014CFBBF8C5}'
+done
+expectValue "HKCU\\$uninstallKey" DisplayVersion "$version"
 key='CLSID\{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}\InprocServer32'
 class="Software\\Classes\\$key"
 class32="Software\\Classes\\Wow6432Node\\$key"
@@ -166,7 +183,6 @@ expectValue "HKCU\\$class" '' 'C:\OfOneUser\SolvaneUnitOperation.dll'
 expectValue "HKLM\\$class" '' ''
 [ $programs = system32 ] || expectValue "HKCU\\$class32" '' 'C:\OfOneUser\SolvaneUnitOperation32.dll'
 expectValue 'HKCU\Software\Classes\SolvaneUnitOperationModel\shell\open\command' '' 'C:\zip.exe "%1"'
-expectValue 'HKCU\Software\Classes\SolvaneOctave.Application\CLSID' '' '' # not preselected
 uninstall HKCU
 unchangedSince 'before the installation for one user'
 

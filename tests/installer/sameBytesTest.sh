@@ -1,0 +1,23 @@
+#!/bin/sh
+# Makes what ships twice, in two folders, and looks whether the bytes are the same:
+#   sameBytesTest.sh ROOT win64|win32 CHMCMD WORK
+set -eu
+root=$1
+system=$2
+chmcmd=$3
+work=$4
+"$root/scripts/models"
+export SOURCE_DATE_EPOCH=1700000000
+version=$(head -n 1 "$root/VERSION")
+
+for folder in "$work/one" "$work/another/one"; do
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    cp -r "$root/build/$system/help" "$folder/book"
+    python3 "$root/help/compileBook.py" "$folder/book" "$chmcmd" "$folder/book.chm"
+    "$root/installer/stage" "$system" "$folder/stage"
+    "$root/installer/makeSetup" "$system" "$folder/stage" "$version" "$folder/Solvane.exe" -DQUICK
+    sleep 1.1 # the next second
+done
+diff -r "$work/one" "$work/another/one"
+echo passed
