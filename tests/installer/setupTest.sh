@@ -10,7 +10,7 @@ tests=$root/tests/installer
 "$root/scripts/models" # by the build tree's own prefix
 export WINEPREFIX="$work/prefix"
 export WINEARCH="$system"
-export SOURCE_DATE_EPOCH=1700000000
+export SOURCE_DATE_EPOCH=1700000001 # odd: file times in a setup are not
 . "$root/scripts/environment"
 WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winemenubuilder.exe=" # no entries in the menus of this desktop
 unset DISPLAY
@@ -100,7 +100,7 @@ version=$(head -n 1 "$root/VERSION")
 echo '% gone in later versions' >"$work/stage/retired.m"
 "$root/installer/makeSetup" "$system" "$work/stage" 0.9.0.0 "$work/Solvane-former.exe" -DQUICK
 rm -rf "$work/damaged"
-cp -r "$work/stage" "$work/damaged"
+cp -a "$work/stage" "$work/damaged"
 echo damaged >"$work/damaged/SolvaneUnitOperation.dll"
 "$root/installer/makeSetup" "$system" "$work/damaged" "$version" "$work/Solvane-damaged.exe" -DQUICK
 
