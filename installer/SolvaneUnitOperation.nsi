@@ -68,9 +68,10 @@ VIAddVersionKey ProductVersion "${VERSION}"
 !define MUI_WELCOMEPAGE_TEXT "A unit operation for flowsheet simulators whose model is a Matlab script.$\r$\n$\r$\n\
 Close the simulators that have the unit open: its files cannot be replaced until then.$\r$\n$\r$\n$_CLICK"
 !define MUI_COMPONENTSPAGE_SMALLDESC
+!define MUI_FINISHPAGE_TEXT_LARGE
 !define MUI_FINISHPAGE_TEXT "In your simulator, add a CAPE-OPEN unit operation and choose \
 $\"Solvane Unit Operation$\".$\r$\n$\r$\nThe examples lie in $INSTDIR\examples. \
-In a command prompt, SolvaneHost doctor in that folder looks whether all is well."
+To see whether all is well, type $\"SolvaneHost doctor$\" in a command prompt in $INSTDIR."
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Open the help book"
 !define MUI_FINISHPAGE_RUN_FUNCTION openHelp
@@ -161,8 +162,8 @@ SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${unitSection} "The unit for simulators, the sample host, examples and the help book."
-  !insertmacro MUI_DESCRIPTION_TEXT ${octaveSection} "Lets GNU Octave run the scripts where there is no Matlab; \
-Octave itself is at octave.org. A registered Matlab stays as it is."
+  !insertmacro MUI_DESCRIPTION_TEXT ${octaveSection} "Lets an installed GNU Octave (octave.org) run the scripts. \
+A registered Matlab stays as it is."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 !include Options.nsh
