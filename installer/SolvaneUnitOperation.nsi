@@ -24,6 +24,7 @@ BrandingText "${NAME} ${VERSION}"
 !else
   SetCompressor /SOLID lzma
 !endif
+SetDateSave off ; of setup's own pictures, which have the time of the checkout
 ManifestDPIAware true
 ManifestSupportedOS all
 
@@ -89,6 +90,8 @@ To see whether all is well, type $\"SolvaneHost doctor$\" in a command prompt in
 Function openHelp
   ExecShell open "$INSTDIR\SolvaneUnitOperation.chm"
 FunctionEnd
+
+SetDateSave on
 
 ; Until here nothing has been changed: what refuses, refuses here.
 Section "-Former version"
