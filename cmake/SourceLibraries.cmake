@@ -33,6 +33,8 @@ function(add_libxml2)
   set(BUILD_SHARED_LIBS OFF)
   add_subdirectory(${library_sources}/libxml2 ${CMAKE_BINARY_DIR}/libxml2 EXCLUDE_FROM_ALL SYSTEM)
   target_compile_options(LibXml2 PRIVATE -w)
+  # It names its source files, and would differ with the folder of the build.
+  target_compile_definitions(LibXml2 PRIVATE "__FILE__=\"libxml2\"")
   # A static library of it must say so to whoever includes its headers.
   target_compile_definitions(LibXml2 PUBLIC LIBXML_STATIC)
 endfunction()
