@@ -119,8 +119,10 @@ public:
         }
         RecordingLog log;
         // A unit is new, or takes one model after the other.
-        if (damage.oneIn(4))
+        if (damage.oneIn(4)) {
             unit_ = HostedUnit(module_);
+            matlab_.forgetCalls();
+        }
         const HRESULT result = unit_.as<IPersistPropertyBag>()->Load(&bag, &log);
         if (result != S_OK)
             return {.fault = log.lines.empty() && unit_.errorDescription().empty()
