@@ -62,6 +62,11 @@ void StreamState::clearCalculated() {
         record.calculated.clear();
 }
 
+/// Drops what was calculated for the present phases together.
+void StreamState::clearSums() {
+    std::erase_if(at(Place::overall).calculated, [](const auto& value) { return !value.first->isPure(); });
+}
+
 const std::vector<double>* StreamState::find(Place place, const StreamProperty& property) const {
     for (const Values* values : {&at(place).calculated, &at(place).values})
         if (const auto found = values->find(&property); found != values->end())
@@ -124,6 +129,8 @@ bool StreamState::set(Place place, const StreamProperty& property, std::span<con
         else
             std::ranges::for_each(affected, [this](Place one) { at(one).calculated.clear(); });
     }
+    if (isPhase(place))
+        clearSums();
     at(place).calculated.erase(&property);
     at(place).values[&property].assign(values.begin(), values.end());
     return true;

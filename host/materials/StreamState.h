@@ -61,10 +61,12 @@ public:
     /// Drops all calculated values; what was set and what a flash found stays.
     void clearCalculated();
 
-    /// Fails for a value that was neither set nor calculated. Flows of a phase follow from the stream's.
+    /// Fails for a value that was neither set nor calculated. Temperature, pressure and flows of a phase
+    /// that has none of its own follow from the stream's.
     bool get(Place place, const StreamProperty& property, std::vector<double>& values,
              Failure& failure) const;
-    /// Fails for a wrong count of values. Setting the compounds' flows sets total flow and composition.
+    /// Fails for a wrong count of values, for two phases, and for flows of a phase. Setting the compounds'
+    /// flows sets total flow and composition.
     bool set(Place place, const StreamProperty& property, std::span<const double> values, Failure& failure);
 
     /// Calculates a property, to be read with `get`: for a phase at its composition, for two phases, overall
@@ -95,6 +97,7 @@ private:
     Record& at(Place place) { return records_[static_cast<std::size_t>(place)]; }
     const Record& at(Place place) const { return records_[static_cast<std::size_t>(place)]; }
     const std::vector<double>* find(Place place, const StreamProperty& property) const;
+    void clearSums();
     bool setFlows(std::span<const double> flows, Failure& failure);
     struct PhaseConditions {
         double temperature;

@@ -38,6 +38,9 @@ TEST_F(Material10, calculatesTheStreamAsAWhole) {
     const double ofPhases = calls.mixtureValue(L"enthalpy");
     ASSERT_EQ(calls.calculate(L"enthalpy", L"Overall"), S_OK);
     EXPECT_DOUBLE_EQ(calls.scalar(L"enthalpy"), ofPhases);
+    ASSERT_EQ(calls.set(L"fraction", gasFractions, L"Liquid"), S_OK);
+    std::vector<double> values;
+    EXPECT_EQ(calls.get(L"enthalpy", values), HRESULT(ECapeThrmPropertyNotAvailableHR));
     EXPECT_EQ(calls.calculate(L"fugacityCoefficient", L"Overall"), HRESULT(ECapeNoImplHR));
 }
 
