@@ -25,6 +25,7 @@ struct FeedStream {
 
 enum class ParameterKind { real, integer, boolean, text };
 
+/// The alternatives stand in the order of ParameterKind.
 using ParameterValue = std::variant<double, std::int32_t, bool, std::string>;
 
 /// A parameter of the unit's model. All values are of the parameter's kind.

@@ -1,3 +1,4 @@
+/// The parts of a case file. Each function is false with a text that names the place.
 #pragma once
 
 #include "CaseModel.h"
@@ -17,7 +18,7 @@ bool read(const CasePlace& place, ParameterKind& result);
 /// Reads a "model". The files that it names are found from `folder` and read too.
 bool readModel(const CasePlace& place, const std::filesystem::path& folder, UnitModel& model);
 
-/// A file of `folder` by its path in the case.
+/// Reads a file by its path in the case, which `folder` precedes unless it is absolute.
 bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, ModelFile& file);
 
 /// Reads a feed, its composition in the order of `compounds`.

@@ -3,7 +3,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cmath>
 #include <cstdint>
 #include <initializer_list>
 #include <optional>
@@ -16,7 +15,8 @@ namespace solvane::host {
 /// Keeps the order of an object's keys: that of the ports.
 using CaseJson = nlohmann::ordered_json;
 
-/// A value of a case file with its path, as "feeds[0].composition.methane".
+/// A value of a case file with its path, as "feeds[0].composition.methane". It refers to the value and to the
+/// text of errors, which outlive it.
 class CasePlace {
 public:
     CasePlace(const CaseJson& value, std::string path, std::string& error)
@@ -58,6 +58,7 @@ private:
     std::string& error_;
 };
 
+// Each reads the value as its type; false with a text that names the place.
 bool read(const CasePlace& place, double& result);
 bool read(const CasePlace& place, std::int32_t& result);
 bool read(const CasePlace& place, bool& result);

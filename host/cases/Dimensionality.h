@@ -13,7 +13,7 @@ namespace solvane::host {
 /// the one factor behind it. Nothing for a unit that is not known.
 std::optional<std::vector<double>> parseUnit(std::string_view unit);
 
-/// The unit with these exponents, one of the usual ones where it fits. Empty without any exponent.
+/// The unit with these exponents, one of the usual ones where it fits. Empty where all are 0, or none given.
 std::string unitText(std::span<const double> exponents);
 
 } // namespace solvane::host

@@ -1,6 +1,7 @@
 #include "CaseParts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iomanip>
 #include <sstream>
 

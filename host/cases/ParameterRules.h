@@ -1,4 +1,4 @@
-/// What a parameter's own data say of a value.
+/// What case files and units agree on about parameters: kinds, names, and limits.
 #pragma once
 
 #include "CaseModel.h"

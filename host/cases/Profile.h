@@ -15,7 +15,7 @@ struct Profile {
     std::array<StartupStep, 3> startup; ///< what follows the creation
     bool reconnects;                    ///< disconnects and connects all ports around every call
     bool calculatesOnWorker;            ///< on a thread of the multi-threaded apartment, through proxies
-    bool terminates;
+    bool terminates;                    ///< calls Terminate before it releases the unit
 };
 
 using enum StartupStep;
