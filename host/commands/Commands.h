@@ -9,10 +9,10 @@ namespace solvane::host {
 
 struct RunOptions {
     std::string casePath;
-    std::string generation;
-    std::string profile;
-    std::string jsonPath;
-    bool verbose = false;
+    std::string generation; ///< "1.0" or "1.1"; empty for the case's own
+    std::string profile;    ///< the name of one of `profiles`; empty for the case's own
+    std::string jsonPath;   ///< where the results go too; empty for nowhere
+    bool verbose = false;   ///< what Matlab printed is printed too
 };
 
 /// Calculates a case and prints its streams and reports.
@@ -41,6 +41,7 @@ struct EditOptions {
 /// Opens the unit's window and writes the changed model to its file.
 ExitCode editCommand(const EditOptions& options);
 
+/// Registers the CAPE-OPEN type library for all users, or takes its registration back.
 ExitCode registerCommand(bool unregister);
 
 /// Prints step by step what is right and wrong with this machine, and what to do.

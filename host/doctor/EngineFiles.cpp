@@ -1,7 +1,6 @@
 #include "Steps.h"
 
 #include "cases/FilePath.h"
-#include "com/Text.h"
 #include "runtime/AutomationCall.h"
 
 #include <array>

@@ -1,6 +1,5 @@
 #include "Steps.h"
 
-#include "com/Text.h"
 #include "com/Variant.h"
 #include "flowsheet/ParameterCalls.h"
 #include "flowsheet/UnitCalls.h"

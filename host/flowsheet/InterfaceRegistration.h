@@ -5,6 +5,7 @@
 
 namespace solvane::host {
 
+/// Whether a type library is registered and its file can be loaded.
 bool areInterfacesRegistered();
 
 /// Registers the type library in this program machine-wide. One that another program has registered stays.

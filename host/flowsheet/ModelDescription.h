@@ -15,8 +15,8 @@ struct ModelDescription {
     UnitModel model;
 };
 
-/// Asks the unit for its ports, parameters and reports, and lets it save its files into a property bag. False
-/// with the text of the call that failed.
+/// Asks the unit for its ports, parameters and reports, but for that of what Matlab printed, and lets it save
+/// its files into a property bag. False with the text of the call that failed.
 bool describeModel(ICapeUnit* unit, ModelDescription& description, std::string& error);
 
 /// The description for people.

@@ -6,7 +6,7 @@
 
 namespace solvane::host {
 
-/// The streams as a table, a column each, UTF-8.
+/// The streams as a table, a column each, UTF-8. Pressures are in bar, all else in the results' units.
 std::string streamTable(const RunResults& results);
 
 /// The unit's output parameters, a line each; empty where there are none.

@@ -6,7 +6,6 @@
 #include "com/Object.h"
 
 #include <functional>
-#include <string>
 #include <string_view>
 
 namespace solvane::host {
@@ -14,7 +13,8 @@ namespace solvane::host {
 /// Takes a line (UTF-8) that a unit has to say.
 using LogSink = std::function<void(std::string_view line)>;
 
-/// The simulation context that a unit gets: its log. Messages that would pop up go to the log too.
+/// The simulation context that a unit gets: its log. Messages that would pop up go to the log too. The sink
+/// is called on the thread of the call.
 class SimulationContext : public DispatchImpl<ICapeSimulationContext>,
                           public DispatchImpl<ICapeDiagnostic>,
                           public CComObjectRoot {

@@ -11,7 +11,7 @@ namespace solvane::host {
 
 using Line = std::vector<std::string>;
 
-/// Lines of equal length as columns, the first `labels` of them aligned to the left.
+/// One line or more, all of the same length, as columns. The first `labels` of them are aligned to the left.
 std::string columns(const std::vector<Line>& lines, std::size_t labels);
 
 /// A number by printf's format.

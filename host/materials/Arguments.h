@@ -5,7 +5,8 @@
 #include "StreamState.h"
 #include "com/VariantArray.h"
 
-#include <optional>
+#include <initializer_list>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -40,7 +41,7 @@ void replace(VARIANT* place, Variant value);
 /// The compounds' names, by which they are identified.
 std::vector<std::wstring> compoundIds(const PropertyPackage& package);
 
-/// The places of the named compounds in the package's order; VT_EMPTY names all of them.
+/// The indices of the named compounds in the package, in the order of the names; VT_EMPTY names all of them.
 bool readCompounds(const VARIANT& argument, const PropertyPackage& package,
                    std::vector<std::size_t>& compounds, Failure& failure);
 

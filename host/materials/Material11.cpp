@@ -3,8 +3,6 @@
 #include "Arguments.h"
 #include "com/Text.h"
 
-#include <algorithm>
-
 namespace solvane::host {
 
 namespace {

@@ -1,9 +1,9 @@
-/// The constants of the compounds as materials of both generations give them.
+/// Constants and properties of the pure compounds as materials of both generations give them.
 #pragma once
 
 #include "Failure.h"
-#include "StreamProperty.h"
 #include "com/VariantArray.h"
+#include "thermo/PropertyPackage.h"
 
 #include <span>
 #include <string>
@@ -26,7 +26,8 @@ std::vector<std::wstring> constantNames();
 /// Names of the properties that depend on temperature or pressure alone, with their derivatives'.
 std::vector<std::wstring> purePropertyNames(PureArgument argument);
 
-/// Values of such properties at the temperature or pressure, first all compounds' for the first name.
+/// Adds the values of such properties at the temperature or pressure to `values`: those of all `compounds`
+/// for the first name, then those for the next. Fails for other names, and at values out of range.
 bool readPureProperties(const PropertyPackage& package, PureArgument argument, double at,
                         const std::vector<std::wstring>& names, std::span<const std::size_t> compounds,
                         std::vector<double>& values, Failure& failure);

@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 namespace solvane::host {
 
+/// How many values there are: one, one a compound, or as many as some derivatives to amounts have.
 enum class ValueShape { scalar, perCompound, other };
 
 /// What the property package is asked for: a property of a phase, one of two phases, or one of the pure

@@ -7,7 +7,7 @@
 
 namespace solvane::host {
 
-/// Constants of one compound. The ideal-gas heat capacity is
+/// Constants of one compound, whose sources stand at their table. The ideal-gas heat capacity is
 /// `idealGasHeatCapacity[0] + [1] T + [2] T^2 + [3] T^3` in J/mol/K, T in K. Formation properties and the
 /// absolute entropy are those of the ideal gas at 298.15 K and 101325 Pa. What there is not is not a number.
 struct Compound {
@@ -28,10 +28,10 @@ struct Compound {
     double criticalVolume;       ///< m3/mol
     double normalFreezingPoint;  ///< K
     double dipoleMoment;         ///< debye
-    double associationParameter; ///< of the viscosity correlation
-    double rackettParameter;
-    double parachor;      ///< (mN/m)^(1/4) cm3/mol
-    double liquidDensity; ///< mol/m3, at 298.15 K and 101325 Pa
+    double associationParameter; ///< of the correlations of viscosity and conductivity
+    double rackettParameter;     ///< of the correlation of liquid volumes
+    double parachor;             ///< (mN/m)^(1/4) cm3/mol
+    double liquidDensity;        ///< mol/m3, at 298.15 K and 101325 Pa
 };
 
 std::span<const Compound> allCompounds();

@@ -15,10 +15,11 @@ namespace solvane::host {
 inline constexpr double omegaA = 0.45723552892138219;
 inline constexpr double omegaB = 0.077796073903888455;
 
+// V^2 + 2 b V - b^2 = (V + delta1 b) (V + delta2 b).
 inline constexpr double delta1 = 1 + std::numbers::sqrt2;
 inline constexpr double delta2 = 1 - std::numbers::sqrt2;
 
-/// sqrt(a) and its derivative to temperature.
+/// sqrt(a), with a in Pa m6/mol2, and its derivative to temperature.
 template <class Scalar>
 struct AttractionRoot {
     Scalar value;
@@ -39,6 +40,7 @@ AttractionRoot<Scalar> attractionRoot(const Compound& compound, Scalar temperatu
     return {criticalRoot * (1 + m * (1 - reducedRoot)), -criticalRoot * m * reducedRoot / (2 * temperature)};
 }
 
+/// b, m3/mol.
 inline double covolume(const Compound& compound) {
     return omegaB * gasConstant * compound.criticalTemperature / compound.criticalPressure;
 }
@@ -50,10 +52,10 @@ Scalar attractionLogarithm(Scalar volume, Scalar b) {
     return log1p((delta1 - delta2) * b / (volume + delta2 * b));
 }
 
-/// The equation's volumes of liquids are some 10 % off, by an amount that hardly depends on temperature. What
-/// estimates take from real volumes is given those without it: A. Peneloux, E. Rauzy, R. Freze, Fluid Phase
-/// Equilibria 8 (1982) 7, with the constants for this equation of K. S. Pedersen, P. L. Christensen, Phase
-/// Behavior of Petroleum Reservoir Fluids (2007), chapter 4.
+/// The volume, m3/mol, less the equation's error: its volumes of liquids are some 10 % off, by an amount that
+/// hardly depends on temperature. What estimates take from real volumes is given those without it: A.
+/// Peneloux, E. Rauzy, R. Freze, Fluid Phase Equilibria 8 (1982) 7, with the constants for this equation of
+/// K. S. Pedersen, P. L. Christensen, Phase Behavior of Petroleum Reservoir Fluids (2007), chapter 4.
 template <class Scalar>
 Scalar translatedVolume(std::span<const Compound* const> compounds, Scalar volume,
                         std::span<const Scalar> composition) {

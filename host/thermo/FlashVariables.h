@@ -18,7 +18,7 @@ struct FlashVariableRow {
     const char* name;
     double lowest;
     double highest;
-    const char* unit;                  ///< empty for a fraction
+    const char* unit;                  ///< behind a blank, as " K"; empty for a fraction
     double MolarProperties::*property; ///< of the overall mixture; null for the others
 };
 

@@ -18,9 +18,9 @@ struct HomogeneousPhase {
     HomogeneousPhase(std::span<const Compound* const> compounds, Phase phase, Scalar temperature,
                      Scalar pressure, std::span<const Scalar> composition);
 
-    Scalar volume; ///< m3/mol
-    Scalar pressureByVolume;
-    Scalar pressureByTemperature;
+    Scalar volume;                ///< m3/mol
+    Scalar pressureByVolume;      ///< at constant temperature, Pa mol/m3
+    Scalar pressureByTemperature; ///< at constant volume, Pa/K
 
     // Against the ideal gas at the same temperature and pressure.
     Scalar residualEnthalpy;     ///< J/mol

@@ -1,7 +1,6 @@
 /// The two small dense solvers that the flashes need. Matrices are square, by rows.
 #pragma once
 
-#include <span>
 #include <vector>
 
 namespace solvane::host {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "HomogeneousPhase.h"
-#include "PengRobinson.h"
 
 namespace solvane::host {
 
@@ -41,9 +40,5 @@ template <class Scalar>
 MolarPropertiesOf<Scalar> excessProperties(std::span<const Compound* const> compounds, Phase phase,
                                            Scalar temperature, Scalar pressure,
                                            std::span<const Scalar> composition);
-
-inline Root rootOf(Phase phase) {
-    return phase == Phase::vapor ? Root::vapor : Root::liquid;
-}
 
 } // namespace solvane::host

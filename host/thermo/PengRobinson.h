@@ -18,7 +18,7 @@ enum class Root {
     stable, ///< of these two the one of lower Gibbs energy
 };
 
-/// A homogeneous phase's fugacity coefficients and what of it is needed for free.
+/// A homogeneous phase's fugacity coefficients, and what is known of it once they are.
 struct Fugacity {
     double volume = 0;                  ///< m3/mol
     double covolume = 0;                ///< b, m3/mol

@@ -8,11 +8,13 @@ namespace solvane::host {
 
 enum class Phase { vapor, liquid };
 
-/// What a single phase can be asked for. Enthalpy and entropy are zero for each pure compound as ideal gas at
-/// 298.15 K and 101325 Pa in the "NF" forms; the "F" forms add the enthalpy and the entropy of formation of
-/// that ideal gas from the elements, so that enthalpyF - T entropyF there is the Gibbs energy of formation.
-/// Enthalpy, entropy and the energies without either are those of the "NF" forms. Excess properties and
-/// activities are taken against the pure compounds in the same phase at the same temperature and pressure.
+/// What a single phase can be asked for. Enthalpies and energies are in J/mol, entropies and heat capacities
+/// in J/mol/K, volumes in m3/mol; what follows otherwise without a unit has none. Enthalpy and entropy are
+/// zero for each pure compound as ideal gas at 298.15 K and 101325 Pa in the "NF" forms; the "F" forms add
+/// the enthalpy and the entropy of formation of that ideal gas from the elements, so that enthalpyF - T
+/// entropyF there is the Gibbs energy of formation. Enthalpy, entropy and the energies without either are
+/// those of the "NF" forms. Excess properties and activities are taken against the pure compounds in the same
+/// phase at the same temperature and pressure.
 enum class PhaseProperty {
     enthalpy,
     enthalpyF,

@@ -2,6 +2,7 @@
 
 #include "FlashVariables.h"
 #include "Saturation.h"
+#include "SaturationLine.h"
 
 #include <algorithm>
 #include <array>
@@ -154,8 +155,7 @@ bool pureAtVaporFraction(const Compound& compound, FlashVariable fixed, double v
     return true;
 }
 
-} // namespace
-
+/// For two compounds or more.
 bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
                         SaturatedState& state, std::string& error) {
     const SaturationLine line(mixture, vaporFraction);
@@ -199,6 +199,8 @@ bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVaria
     }
     return false;
 }
+
+} // namespace
 
 bool saturatedEquilibrium(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
                           Equilibrium& result, std::string& error) {

@@ -31,11 +31,12 @@ public:
     /// The point by Wilson's K values with the variable (T or P) held.
     Point estimate(std::size_t held, double logValue) const;
 
-    /// Moves the point onto the line by Newton's method with one variable held where it is. False if it finds
-    /// no way, or ends where the two phases are one, both are liquids, or the vapour is the denser.
+    /// Moves the point onto the line by Newton's method with one variable held where it is, and counts its
+    /// iterations. False if it finds no way, or ends where the two phases are one, both are liquids, or the
+    /// vapour is the denser.
     bool correct(Point& point, std::size_t held, int& iterations) const;
 
-    /// How the variables of a point on the line change with the held one.
+    /// How the variables of a point on the line change with the held one. False where it turns back.
     bool tangent(const Point& point, std::size_t held, Point& direction) const;
 
     SaturatedState state(const Point& point) const;
