@@ -3,8 +3,8 @@
 /// On Linux they come from Octave, whose header is used. On Windows nothing of Matlab is needed to build the
 /// gateway: the functions below find the real ones, when first called, in the process that loaded it
 /// (MexLookup.cpp), and throw std::runtime_error with the name of one that isn't there. Only functions that
-/// Matlab 5 already had are used. What they create belongs to the interpreter, which frees it when
-/// mexFunction returns unless it was handed out in plhs or set into a cell.
+/// Matlab 5 already had, if by another name, are used. What they create belongs to the interpreter, which
+/// frees it when mexFunction returns unless it was handed out in plhs or set into a cell.
 #pragma once
 
 #ifdef SOLVANE_OCTAVE
@@ -19,7 +19,7 @@ inline bool isMatlab() {
 
 #include <cstddef>
 
-/// Matlab or a Windows Octave.
+/// True in Matlab, false in a Windows Octave.
 bool isMatlab();
 
 struct mxArray_tag;

@@ -25,8 +25,8 @@ struct Field {
     const char* name;
 };
 
-/// Packs a request: the command's code, then the fields in the order of the wire. False with an error that
-/// begins with the argument's name.
+/// Packs a request: the command's code, then the fields in the order of the wire. `arguments` are as many as
+/// the fields name. False with an error that begins with the argument's name.
 bool packRequest(std::uint32_t code, std::span<const Field> fields, std::span<const mxArray* const> arguments,
                  std::size_t compoundCount, std::string& request, std::string& error);
 

@@ -7,7 +7,8 @@ function value = getSinglePhaseProperty(varargin)
 %         'viscosity' (Pa s) or 'fugacityCoefficient', or its derivative,
 %         with '.Dtemperature', '.Dpressure', '.Dmoles' or '.DmolFraction'
 %         behind it
-%  phase  name of the phase, as in phaseNames
+%  phase  name of the phase, as in phaseNames, or as getFeedEquilibrium gives
+%         it where the simulator tells no phaseNames
 %  T      temperature, K
 %  P      pressure, Pa
 %  X      mole fractions in the phase, nComp values in the order of

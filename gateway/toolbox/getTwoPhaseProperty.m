@@ -6,7 +6,9 @@ function value = getTwoPhaseProperty(varargin)
 %  name            'kvalue', 'logKvalue' or 'surfaceTension', or a
 %                  derivative, with '.Dtemperature', '.Dpressure', '.Dmoles'
 %                  or '.DmolFraction' behind it
-%  phase1, phase2  names of the phases, as in phaseNames
+%  phase1, phase2  names of the phases, as in phaseNames, or as
+%                  getFeedEquilibrium gives them where the simulator tells no
+%                  phaseNames
 %  T               temperature, K
 %  P               pressure, Pa
 %  X1, X2          mole fractions in each phase, nComp values in the order
