@@ -26,8 +26,8 @@ struct MessageHeader {
     std::uint32_t length;
 };
 
-/// Blocking, and used by one thread, except for `isAlive`. Every operation is false once the other side is
-/// gone.
+/// Used by one thread, and blocking but for `isAlive`. Every operation is false once the other side is gone;
+/// so is a `send` of more than 1 GiB.
 class Connection {
 public:
     Connection() = default;

@@ -1,7 +1,6 @@
 #include "GatewayConnection.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 
 namespace solvane::engine {

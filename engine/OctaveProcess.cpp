@@ -1,5 +1,6 @@
 #include "OctaveProcess.h"
 
+#include "OctaveProgram.h"
 #include "com/Module.h"
 #include "com/Text.h"
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "EngineListener.h"
-#include "OctaveProgram.h"
 
 #include <string>
 

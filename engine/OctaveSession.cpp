@@ -1,7 +1,6 @@
 #include "OctaveSession.h"
 
 #include "OctaveText.h"
-#include "com/Text.h"
 
 #include <algorithm>
 #include <array>

@@ -24,10 +24,12 @@ public:
     /// Makes sure that Octave runs and takes commands.
     HRESULT start(std::wstring& error);
 
-    /// Runs a command and takes what it printed. Where Octave ends meanwhile, the command fails; the next one
+    /// Runs a command and takes what it printed. Apostrophes in the name of a folder that goes onto the path
+    /// or becomes the current one may be single. Where Octave ends meanwhile, the command fails; the next one
     /// gets a fresh Octave, with the former one's path entries and current folder.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
+    /// Ends Octave; a later command gets a fresh one.
     void end() { process_.reset(); }
 
 private:

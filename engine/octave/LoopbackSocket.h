@@ -11,7 +11,6 @@
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
 #endif
 
 namespace solvane::engine {
@@ -29,9 +28,6 @@ inline SocketHandle openSocket() {
     return WSASocketW(AF_INET, SOCK_STREAM, IPPROTO_TCP, nullptr, 0,
                       WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT);
 }
-inline void closeSocket(SocketHandle socket) {
-    closesocket(socket);
-}
 inline void waitForHangUp(SocketHandle socket) {
     WSAPOLLFD waited = {socket, 0, 0}; // hang-ups and errors are told unasked
     WSAPoll(&waited, 1, -1);
@@ -47,9 +43,6 @@ constexpr int sendFlags = MSG_NOSIGNAL;
 inline SocketHandle openSocket() {
     // Programs that a script starts must not hold the connection open.
     return socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, IPPROTO_TCP);
-}
-inline void closeSocket(SocketHandle socket) {
-    close(socket);
 }
 inline void waitForHangUp(SocketHandle socket) {
     pollfd waited = {socket, POLLRDHUP, 0};
