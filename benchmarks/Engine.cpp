@@ -3,7 +3,6 @@
 #include "Folders.h"
 #include "UnitModule.h"
 #include "com/Handle.h"
-#include "com/Text.h"
 #include "com/Variant.h"
 
 namespace solvane {

@@ -8,10 +8,11 @@
 
 namespace solvane {
 
-/// A client of the engine beside the units, with no unit in between. False where there is no engine.
+/// A client of the engine beside the units, with no unit in between.
 class Engine {
 public:
     Engine();
+    /// False where there is no engine; nothing can be executed then.
     explicit operator bool() const { return static_cast<bool>(application_); }
 
     /// What the command printed, or "?".
@@ -21,7 +22,8 @@ private:
     ComRef<IDispatch> application_;
 };
 
-/// The working folder of the one unit whose folders go into `temporary`, with a trailing backslash.
+/// The working folder of the one unit whose folders go into `temporary`, with a trailing backslash; empty
+/// where there is none.
 std::wstring workingFolderIn(const std::wstring& temporary);
 
 /// What a unit does once before its runs.

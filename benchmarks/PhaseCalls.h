@@ -9,13 +9,15 @@
 
 namespace solvane {
 
-/// A material with all compounds that the host knows, in equal shares where it comes to that.
+/// A material with all compounds that the host knows, and no values.
 ComRef<IDispatch> createHostMaterial(host::Generation generation);
 
-/// The request of getSinglePhaseProperty.
+// The property is that of a vapour of equal shares at 350 K and 1e5 Pa.
+
+/// The request of getSinglePhaseProperty, for a feed of createHostMaterial.
 std::string phaseRequest(const std::string& property);
 
-/// Asks a new material; false for a failure.
+/// Each call of the function sets the state of one new material, calculates and gets; false for a failure.
 std::function<bool()> askMaterial10(const std::string& property);
 std::function<bool()> askMaterial11(const std::string& property);
 

@@ -3,7 +3,6 @@
 
 #include "com/Handle.h"
 
-#include <cstddef>
 #include <string>
 
 namespace solvane {

@@ -6,6 +6,7 @@
 
 namespace solvane {
 
+/// The upper one of two in the middle; 0 where there are none.
 double median(std::vector<double> values);
 
 /// The ratios of two series that were measured turn by turn.
@@ -13,7 +14,8 @@ std::vector<double> ratios(const std::vector<double>& of, const std::vector<doub
 
 double milliseconds(const std::function<void()>& work);
 
-/// One line: the measured figure, the goal, PASS or MISS. True for a pass.
+/// One line: the measured figure, the goal, PASS or MISS. True for a pass. Figures of 0, where nothing was
+/// measured, miss.
 bool printAtMost(const std::string& what, double measured, double goal);
 bool printAtLeast(const std::string& what, double measured, double goal);
 

@@ -8,7 +8,6 @@
 #include "Progress.h"
 #include "Segments.h"
 
-#include <array>
 #include <cstdio>
 #include <cstring>
 #include <optional>

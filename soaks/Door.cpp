@@ -116,7 +116,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
         if (number == warmUp) {
             growth.emplace("host", GetCurrentProcessId());
             outside = folder.names();
-            door.isWarm();
+            door.startCounting();
         }
         progress.at(number + 1 - first);
     }

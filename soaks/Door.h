@@ -20,11 +20,12 @@ public:
     /// Makes the damaged input of that number and gives it to the product.
     virtual Verdict attempt(std::uint32_t seed, int number) = 0;
     /// What is made only once has been made, and growth counts from now on.
-    virtual void isWarm() {}
+    virtual void startCounting() {}
 };
 
-/// Tries `count` inputs and puts the figures of every door. Tells the seed and the number of the first
-/// faults, and of an input that crashes or hangs, on which the process ends.
+/// Tries `count` inputs and puts the figures of every door. The temporary folder, which is the door's own
+/// while it lives, is the current one meanwhile. Tells the seed and the number of the first faults, and of an
+/// input that crashes or hangs, on which the process ends.
 void soakDoor(Door& door, const Effort& effort, int count, const Figures& figures);
 
 } // namespace solvane::soak

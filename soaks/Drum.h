@@ -24,7 +24,7 @@ public:
     /// Calculates at that temperature, in K. False with the unit's text.
     bool calculate(double temperature, std::string& error);
 
-    /// Every number of both products, exact.
+    /// Every number of the feed and of both products, exact; or the text of what is wrong with one.
     std::string products() const;
 
     const HostedUnit& unit() const { return unit_; }

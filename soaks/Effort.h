@@ -13,6 +13,7 @@ struct Effort {
     std::uint32_t seed = 1;
     std::optional<int> input; ///< only this one of the damaged inputs
 
+    /// At least 1.
     int of(int ordinary, int full) const {
         return std::max(1, static_cast<int>((isFull ? full : ordinary) * scale));
     }

@@ -34,6 +34,7 @@ private:
 
 /// Values by segment and figure.
 using FigureValues = std::map<std::pair<std::string, std::string>, double>;
+/// What was put into the file; of several values of a figure the last.
 FigureValues readFigures(const std::wstring& file);
 
 /// Prints the figures of a segment's limits. False where one is missing, not a number, unknown or beyond its

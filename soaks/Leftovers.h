@@ -6,7 +6,7 @@
 
 namespace solvane::soak {
 
-/// The working folders of units in that folder, which ends in a backslash.
+/// How many working folders of units are in that folder, which ends in a backslash.
 std::size_t workingFoldersIn(const std::wstring& folder);
 
 /// Waits for what is to come true within ten seconds, the time that ended processes have. Whether it did.

@@ -1,6 +1,7 @@
 #include "Progress.h"
 
 #include <cstdio>
+#include <utility>
 
 namespace solvane::soak {
 

@@ -6,7 +6,6 @@
 #include "MatlabStandIn.h"
 #include "Segments.h"
 #include "com/Module.h"
-#include "com/Text.h"
 #include "materials/Material.h"
 
 #include <algorithm>

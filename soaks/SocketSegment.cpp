@@ -124,7 +124,7 @@ public:
         return verdict;
     }
 
-    void isWarm() override {
+    void startCounting() override {
         const std::vector<DWORD> servers = engineServersOf(GetCurrentProcessId());
         letGo();
         growth_.emplace("engine", servers.empty() ? 0 : servers[0]);

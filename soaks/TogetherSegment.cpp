@@ -8,7 +8,6 @@
 #include "Roles.h"
 #include "Segments.h"
 #include "com/Handle.h"
-#include "com/Text.h"
 
 #include <cstdio>
 #include <filesystem>

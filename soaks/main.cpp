@@ -1,5 +1,4 @@
 // soak: proof that it holds. Runs each segment in a process of its own and prints one table of all figures.
-#include "Limits.h"
 #include "Processes.h"
 #include "Roles.h"
 #include "Segments.h"
