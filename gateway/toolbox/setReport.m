@@ -16,14 +16,16 @@ if nargin ~= 2
     error('setReport: 2 arguments are wanted. Usage: setReport(name, content)');
 end
 bytes = CapeOpenUnitMex('reportBytes', content);
-[file, reason] = fopen('report.txt', 'w');
+% The script may have gone to another folder.
+path = fullfile(fileparts(which('unitCalc')), 'report.txt');
+[file, reason] = fopen(path, 'w');
 if file < 0
     error(['setReport: report.txt cannot be written: ' reason]);
 end
 fwrite(file, bytes, 'uint8');
 fclose(file);
 % A full disk shows in the size alone.
-written = dir('report.txt');
+written = dir(path);
 if written.bytes ~= length(bytes)
     error('setReport: report.txt cannot be written');
 end

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 
 namespace solvane::host {
@@ -51,7 +52,7 @@ bool addFactor(std::string_view factor, double sign, Exponents& exponents) {
     double exponent = 1;
     if (!power.empty()) {
         const auto [end, code] = std::from_chars(power.data(), power.data() + power.size(), exponent);
-        if (code != std::errc() || end != power.data() + power.size())
+        if (code != std::errc() || end != power.data() + power.size() || !std::isfinite(exponent))
             return false;
     }
     if (unit == units.end())

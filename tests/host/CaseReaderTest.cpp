@@ -218,7 +218,7 @@ TEST(Units, areReadAndWritten) {
         EXPECT_EQ(*exponents, row.exponents) << row.text;
         EXPECT_EQ(unitText(*exponents), row.shown);
     }
-    for (const char* wrong : {"", " / ", "degC", "m2x", "K-"})
+    for (const char* wrong : {"m-inf", "", " / ", "degC", "m2x", "K-"})
         EXPECT_FALSE(parseUnit(wrong)) << wrong;
 }
 

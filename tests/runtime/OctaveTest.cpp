@@ -88,6 +88,14 @@ TEST_F(OctaveRun, echoShowsTheScriptsLinesAndNotWhatItCalls) {
     EXPECT_EQ(unit.output(), L"MATLAB output:\nMATLAB done\n");
 }
 
+TEST_F(OctaveRun, aReportIsTheLastTextWhereverTheScriptIs) {
+    ModelBag bag;
+    const HostedUnit unit = createUnit(bag.reports({L"R"}).script("setReport('R', 'former');\n"
+                                                                  "cd(tempdir); setReport('R', 'last');\n"));
+    EXPECT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
+    EXPECT_EQ(unit.report(L"R"), L"last");
+}
+
 // Octave tells a changed file by its time in seconds, and these change more often.
 TEST_F(OctaveRun, aRunTakesTheFilesOfItsModel) {
     const HostedUnit unit(module);
