@@ -39,8 +39,9 @@ HRESULT OctaveProcess::waitUntilReady(std::wstring& error) {
     auto connection = listener_.waitForCommandConnection(process_.get(), startTimeout);
     if (!connection) {
         const bool hasEnded = process_ && WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0;
-        error =
-            hasEnded ? L"Octave ended before it took commands" : L"Octave was started, but did not connect";
+        error = hasEnded ? L"Octave ended before it took commands: start octave-cli by hand to see why"
+                         : L"Octave was started, but did not connect to 127.0.0.1 in 30 s: look whether a "
+                           L"firewall or a virus scanner holds it back";
         return HRESULT_FROM_WIN32(hasEnded ? ERROR_PROCESS_ABORTED : ERROR_TIMEOUT);
     }
     commands_ = std::move(*connection);

@@ -38,13 +38,20 @@ std::wstring expand(const wchar_t* text) {
     return expanded;
 }
 
-std::wstring programThatWasSet() {
+struct SetProgram {
+    std::wstring path;
+    std::wstring place; // where it is set
+};
+
+SetProgram programThatWasSet() {
     std::wstring fromEnvironment = expand((L"%" + std::wstring(programVariable) + L"%").c_str());
     if (!fromEnvironment.starts_with(L'%'))
-        return fromEnvironment;
-    for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE})
+        return {fromEnvironment, std::wstring(L"the environment variable ") + programVariable};
+    const std::array roots = {std::pair(HKEY_CURRENT_USER, L"HKEY_CURRENT_USER\\"),
+                              std::pair(HKEY_LOCAL_MACHINE, L"HKEY_LOCAL_MACHINE\\")};
+    for (const auto& [root, name] : roots)
         if (const auto value = readRegistryString(root, settingsKey, programValue))
-            return *value;
+            return {*value, std::wstring(programValue) + L" of " + name + settingsKey};
     return {};
 }
 
@@ -87,18 +94,19 @@ std::wstring installedProgram() {
 } // namespace
 
 bool OctaveProgram::find(OctaveProgram& program, std::wstring& error) {
-    program.path_ = programThatWasSet();
+    const SetProgram set = programThatWasSet();
+    program.path_ = set.path;
     if (!program.path_.empty()) {
         if (isFile(program.filePath()))
             return true;
-        error = L"There is no file " + program.path_ + L", which is set as the Octave to run";
+        error = L"There is no file " + set.path + L", which is set as the Octave to run by " + set.place;
         return false;
     }
     program.path_ = installedProgram();
     if (!program.path_.empty())
         return true;
-    error = L"Octave was not found; set the environment variable SOLVANE_OCTAVE, or OctaveProgram in "
-            L"HKEY_CURRENT_USER\\Software\\SolvaneUO, to the path of octave-cli";
+    error = L"Octave was not found; install GNU Octave, or set the environment variable SOLVANE_OCTAVE, or "
+            L"OctaveProgram in HKEY_CURRENT_USER\\Software\\SolvaneUO, to the path of octave-cli";
     return false;
 }
 

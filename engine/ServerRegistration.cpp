@@ -35,7 +35,10 @@ const std::array roots = {
 };
 
 std::wstring failure(const Root& root, const std::wstring& key, const wchar_t* what, LSTATUS code) {
-    return root.name + key + L" could not be " + what + L" (error " + std::to_wstring(code) + L")";
+    const std::wstring text = root.name + key + L" could not be " + what;
+    if (code == ERROR_ACCESS_DENIED && root.key == HKEY_LOCAL_MACHINE)
+        return text + L": run this as administrator, or with /PerUser for yourself alone";
+    return text + L" (error " + std::to_wstring(code) + L")";
 }
 
 std::wstring classKey() {

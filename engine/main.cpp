@@ -29,7 +29,9 @@ constexpr wchar_t usage[] =
     L"\n"
     L"Registers SolvaneOctave.Application, and Matlab.Application unless a Matlab holds it.\n"
     L"Runs the Octave that the environment variable SOLVANE_OCTAVE names, or OctaveProgram in\n"
-    L"Software\\SolvaneUO of HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE, or else an installed one.\n";
+    L"Software\\SolvaneUO of HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE, or else an installed one.\n"
+    L"\n"
+    L"Exit codes: 0 done, 1 failed, 2 a bad command line.\n";
 
 enum ExitCode { exitDone = 0, exitFailed = 1, exitUsage = 2 };
 
