@@ -19,10 +19,29 @@ namespace solvane::host {
 namespace {
 
 std::string profileHelp() {
-    std::string text = "In which order the unit is called, instead of the case's profile:";
+    std::string text = "Whose habits of calling the unit are played, instead of the case's:";
     for (const Profile& profile : profiles)
         text.append("\n").append(profile.name).append(": ").append(profile.summary);
     return text;
+}
+
+constexpr char exitCodes[] =
+    "Exit codes:\n"
+    "  0  success\n"
+    "  1  the calculation or the unit's window failed, or the doctor found something wrong\n"
+    "  2  a bad command line, case or model file";
+
+/// A word that is no command is what is wrong, not that a command is missing.
+std::string usageFault(const CLI::App* app, const CLI::Error& fault) {
+    const std::vector<const CLI::App*> commands = app->get_subcommands(nullptr);
+    const auto given = std::ranges::find_if(commands, [](const CLI::App* one) { return one->parsed(); });
+    if (given != commands.end())
+        return std::string("error: ") + fault.what() + "\nSee \"SolvaneHost " + (*given)->get_name() +
+               " --help\".\n";
+    const std::vector<std::string> strangers = app->remaining();
+    return "error: " +
+           (strangers.empty() ? "a command is missing" : "there is no command " + strangers.front()) +
+           "\nSee \"SolvaneHost --help\".\n";
 }
 
 /// The command line's words in UTF-8, from the last to the first, as CLI11 takes them.
@@ -39,34 +58,40 @@ std::vector<std::string> commandLineWords() {
 void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
     auto* command = app.add_subcommand("run", "Calculate a case and print its streams and reports");
     command->add_option("case", run.casePath, "The case file (see \"SolvaneHost help-case\")")->required();
-    command->add_option("--generation", run.generation, "Of the materials, instead of the case's: 1.0 or 1.1")
+    command
+        ->add_option("--generation", run.generation,
+                     "Version of CAPE-OPEN thermodynamics of the materials, instead of the case's")
         ->check(CLI::IsMember({"1.0", "1.1"}));
     std::vector<std::string> profileNames;
     for (const Profile& profile : profiles)
         profileNames.emplace_back(profile.name);
     command->add_option("--profile", run.profile, profileHelp())->check(CLI::IsMember(profileNames));
-    command->add_option("--json", run.jsonPath, "Write the results to this file as well");
-    command->add_flag("--verbose", run.verbose, "Print what Matlab printed too");
+    command->add_option("--json", run.jsonPath, "Write the results to this JSON file as well, in SI units");
+    command->add_flag("--verbose", run.verbose,
+                      "Print the report \"Matlab Output\" too: what the script printed");
     command->final_callback([&] { result = runCommand(run); });
 }
 
 void addSave(CLI::App& app, SaveOptions& save, ExitCode& result) {
-    auto* command = app.add_subcommand("save", "Write the model of a case of one unit to a model file");
-    command->add_option("case", save.casePath, "The case file")->required();
+    auto* command = app.add_subcommand(
+        "save", "Write the model of a case of one unit to a model file, as the unit itself saves it");
+    command->add_option("case", save.casePath, "The case file (see \"SolvaneHost help-case\")")->required();
     command->add_option("-o,--output", save.modelPath, "The model file (.svm)")->required();
     command->final_callback([&] { result = saveCommand(save); });
 }
 
 void addShow(CLI::App& app, ShowOptions& show, ExitCode& result) {
-    auto* command = app.add_subcommand("show", "Print what the unit makes of a model file");
+    auto* command = app.add_subcommand(
+        "show", "Print what is in a model file: ports, parameters, reports, files and script");
     command->add_option("model", show.modelPath, "The model file (.svm)")->required();
-    command->add_flag("--json", show.json, "As a JSON document");
+    command->add_flag("--json", show.json, "Print it as a JSON document");
     command->final_callback([&] { result = showCommand(show); });
 }
 
 /// A user sits before the screen: message boxes are theirs to answer.
 void addEdit(CLI::App& app, EditOptions& edit, std::optional<MessageBoxes>& boxes, ExitCode& result) {
-    auto* command = app.add_subcommand("edit", "Open the unit's window and save the changed model");
+    auto* command =
+        app.add_subcommand("edit", "Open the unit's window over a model and save what was changed");
     command
         ->add_option("model", edit.path,
                      "The model file (.svm), or the case file of one unit: the model then goes to the model "
@@ -91,7 +116,8 @@ void addDoctor(CLI::App& app, ExitCode& result) {
     command->footer(
         "Looks at the unit's registration and files, the type libraries, the temporary folder, and at "
         "Matlab or what stands for it; starts it, starts the unit and runs a script of one line. What "
-        "is wrong comes with what to do about it. Takes as long as Matlab takes to start, twice.");
+        "is wrong comes with what to do about it. Takes as long as Matlab takes to start, twice.\n\n" +
+        std::string(exitCodes));
     command->final_callback([&] { result = doctorCommand(); });
 }
 
@@ -100,8 +126,8 @@ ExitCode runProgram() {
     app.require_subcommand(1);
     app.allow_windows_style_options(false); // a case may be an absolute Unix path
     app.set_version_flag("--version", std::string("SolvaneHost " SOLVANE_VERSION));
-    app.footer("Exit codes: 0 success, 1 the calculation or the unit's window failed or the doctor found "
-               "something wrong, 2 a bad command line, case or model file.");
+    app.footer(exitCodes);
+    app.failure_message(usageFault);
 
     ExitCode result = ok;
     RunOptions run;

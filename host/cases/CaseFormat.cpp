@@ -2,16 +2,21 @@
 
 namespace solvane::host {
 
-std::string_view caseFormatText() {
-    return R"(A case is a JSON file (UTF-8). Quantities are in SI units: K, Pa, mol/s, mole fractions, J/mol.
+namespace {
+
+constexpr std::size_t lineLength = 110;
+
+constexpr char format[] =
+    R"(A case is a JSON file (UTF-8). Quantities are in SI units: K, Pa, mol/s, mole fractions, J/mol.
+One unit: what stands right of the keys explains them and is no part of the file.
 
 {
   "unit": {                          the unit operation; all keys may be left out
     "progId": "SolvaneUnitOperation.SolvaneUnitOp",   or a class id in braces
     "name": "Drum"                   the name that the unit gets in the flowsheet
   },
-  "generation": "1.1",               of the materials: "1.1" or "1.0"
-  "profile": "standard",             in which order the unit is called: see run --help
+  "generation": "1.1",               of the materials' thermodynamics, CAPE-OPEN 1.1 (the default) or 1.0
+  "profile": "standard",             in which order the unit is called: see "SolvaneHost run --help"
   "compounds": ["methane", "ethane"],
   "feeds": [                         each is connected to the unit's port of its name
     { "name": "Feed",
@@ -29,7 +34,7 @@ std::string_view caseFormatText() {
       { "name": "stages", "kind": "integer", "mode": "input", "value": 5, "minimum": 1, "maximum": 50 },
       { "name": "print", "kind": "boolean", "mode": "input", "value": true },
       { "name": "method", "kind": "string", "mode": "input", "value": "fast",
-        "options": ["fast", "exact"], "restricted": true }
+        "options": ["fast", "exact"], "restricted": true }      true, as if left out: nothing else
     ],
     "reports": ["Summary"],          reports that the script fills
     "script": "drum.m",              a file, or the list of the script's lines
@@ -59,9 +64,25 @@ in the order of the list.
   ]
 }
 
+What may be left out: unit, generation, profile, model, parameters; in a model all but the script; of a parameter all
+but name, kind, mode, and for an input one of value and default.
 A dimensionality is a unit of SI units ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.
 Paths are relative to the case file.
-)";
+Compounds: )";
+
+} // namespace
+
+std::string caseFormatText() {
+    std::string text = format;
+    std::size_t lineStart = text.rfind('\n') + 1;
+    for (const Compound& compound : allCompounds()) {
+        if (text.size() - lineStart + compound.name.size() > lineLength) {
+            text.back() = '\n';
+            lineStart = text.size();
+        }
+        text.append(compound.name).append(", ");
+    }
+    return text.replace(text.size() - 2, 2, "\n");
 }
 
 } // namespace solvane::host

@@ -5,6 +5,14 @@
 
 namespace solvane::host {
 
+CasePlace CasePlace::element(std::size_t index) const {
+    const CaseJson& element = value_.at(index);
+    const auto name = element.is_object() ? element.find("name") : element.end();
+    const bool isNamed = name != element.end() && name->is_string();
+    const std::string key = isNamed ? "\"" + name->get<std::string>() + "\"" : std::to_string(index);
+    return {element, path_ + "[" + key + "]", error_};
+}
+
 bool CasePlace::isObject(std::initializer_list<std::string_view> keys) const {
     if (!value_.is_object())
         return fail("an object with keys in braces is expected");
@@ -43,7 +51,7 @@ bool read(const CasePlace& place, bool& result) {
 
 bool read(const CasePlace& place, std::string& result) {
     if (!place.value().is_string() || place.value().get_ref<const std::string&>().empty())
-        return place.fail("a text in quotes is expected");
+        return place.fail("a text in quotes that is not empty is expected");
     result = place.value().get<std::string>();
     return true;
 }

@@ -15,7 +15,7 @@ namespace solvane::host {
 /// Keeps the order of an object's keys: that of the ports.
 using CaseJson = nlohmann::ordered_json;
 
-/// A value of a case file with its path, as "feeds[0].composition.methane". It refers to the value and to the
+/// A value of a case file with its path, as `feeds["Feed"].composition.methane`. It refers to the value and to the
 /// text of errors, which outlive it.
 class CasePlace {
 public:
@@ -33,9 +33,8 @@ public:
     CasePlace member(const std::string& key) const {
         return {value_.at(key), path_.empty() ? key : path_ + "." + key, error_};
     }
-    CasePlace element(std::size_t index) const {
-        return {value_.at(index), path_ + "[" + std::to_string(index) + "]", error_};
-    }
+    /// In the path an element has its "name", where it has one, and else its index from 0.
+    CasePlace element(std::size_t index) const;
 
     /// That the value is an object which has no other keys than these.
     bool isObject(std::initializer_list<std::string_view> keys) const;

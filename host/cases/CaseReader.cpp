@@ -16,6 +16,11 @@ std::string faultText(const nlohmann::json::exception& fault, std::string_view e
     return ownWords == std::string::npos ? text : text.substr(ownWords + end.size());
 }
 
+/// An editor's other encodings, in which no JSON parser finds sense.
+bool isUtf16(std::string_view text) {
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+}
+
 /// "line:column" of a byte, counted from 1.
 std::string lineAndColumn(std::string_view text, std::size_t byte) {
     const std::string_view before = text.substr(0, std::min(byte > 0 ? byte - 1 : 0, text.size()));
@@ -112,6 +117,10 @@ bool readCase(std::string_view path, Case& result, std::string& error) {
     std::string text;
     if (!readFile(file, text, error))
         return false;
+    if (isUtf16(text)) {
+        error = pathText(file) + ": the file is in UTF-16; save it in UTF-8";
+        return false;
+    }
     result = {};
     try {
         const auto json = CaseJson::parse(text);

@@ -12,6 +12,6 @@ namespace solvane::host {
 bool readCase(std::string_view path, Case& result, std::string& error);
 
 /// The format of case files, for users.
-std::string_view caseFormatText();
+std::string caseFormatText();
 
 } // namespace solvane::host

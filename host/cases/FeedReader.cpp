@@ -18,6 +18,13 @@ std::string numberText(double number) {
     return text.str();
 }
 
+std::string nameList(const std::vector<const Compound*>& compounds) {
+    std::string names;
+    for (const Compound* compound : compounds)
+        names.append(names.empty() ? "" : ", ").append(compound->name);
+    return names;
+}
+
 bool readComposition(const CasePlace& place, const std::vector<const Compound*>& compounds,
                      std::vector<double>& fractions) {
     if (!place.value().is_object())
@@ -29,7 +36,7 @@ bool readComposition(const CasePlace& place, const std::vector<const Compound*>&
         const Compound* compound = findCompound(name);
         const auto found = std::ranges::find(compounds, compound);
         if (!compound || found == compounds.end())
-            return fraction.fail("the compound is not in the case's list of compounds");
+            return fraction.fail("the compound is not among the case's: " + nameList(compounds));
         double& number = fractions[static_cast<std::size_t>(found - compounds.begin())];
         if (number != 0)
             return fraction.fail("the compound is given twice");
@@ -43,8 +50,9 @@ bool readComposition(const CasePlace& place, const std::vector<const Compound*>&
            place.fail("the mole fractions sum to " + numberText(sum) + ", not to 1");
 }
 
-bool isAbove(const CasePlace& place, const char* key, std::optional<double> number, double limit) {
-    return !number || *number > limit || place.member(key).fail("a positive number is expected");
+bool isPositive(const CasePlace& place, const char* key, std::optional<double> number, const char* unit) {
+    return !number || *number > 0 ||
+           place.member(key).fail(std::string("a number above 0 is expected, in ") + unit);
 }
 
 } // namespace
@@ -53,8 +61,8 @@ bool readFeed(const CasePlace& place, const std::vector<const Compound*>& compou
     if (!place.isObject({"name", "temperature", "pressure", "vaporFraction", "flow", "composition"}) ||
         !place.required("name", feed.name) || !place.optional("temperature", feed.temperature) ||
         !place.optional("pressure", feed.pressure) || !place.optional("vaporFraction", feed.vaporFraction) ||
-        !place.required("flow", feed.flow) || !isAbove(place, "temperature", feed.temperature, 0) ||
-        !isAbove(place, "pressure", feed.pressure, 0))
+        !place.required("flow", feed.flow) || !isPositive(place, "temperature", feed.temperature, "K") ||
+        !isPositive(place, "pressure", feed.pressure, "Pa"))
         return false;
     if (feed.temperature.has_value() + feed.pressure.has_value() + feed.vaporFraction.has_value() != 2)
         return place.fail("two of \"temperature\", \"pressure\" and \"vaporFraction\" are expected");

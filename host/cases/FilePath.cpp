@@ -15,6 +15,25 @@ namespace {
 /// Wine shows the root of the Unix file system as this drive.
 constexpr wchar_t unixRoot[] = L"Z:";
 
+std::string whyUnreadable(const std::filesystem::path& path) {
+    std::error_code fault;
+    if (!std::filesystem::exists(path, fault))
+        return "does not exist";
+    if (std::filesystem::is_directory(path, fault))
+        return "is a folder";
+    return "cannot be opened: look at its access rights, and whether another program has it open";
+}
+
+std::string whyUnwritable(const std::filesystem::path& path) {
+    const std::filesystem::path folder = path.parent_path();
+    std::error_code fault;
+    if (!folder.empty() && !std::filesystem::is_directory(folder, fault))
+        return "there is no folder " + pathText(folder);
+    if (std::filesystem::is_directory(path, fault))
+        return "it is a folder";
+    return "look at the access rights and the room of its folder, and whether another program has it open";
+}
+
 /// What a file's name ends in until all of it is written.
 constexpr wchar_t unfinished[] = L".part";
 
@@ -34,7 +53,7 @@ std::string pathText(const std::filesystem::path& path) {
 bool readFile(const std::filesystem::path& path, std::string& bytes, std::string& error) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        error = "the file " + pathText(path) + " cannot be opened";
+        error = "the file " + pathText(path) + " " + whyUnreadable(path);
         return false;
     }
     bytes.assign(std::istreambuf_iterator<char>(file), {});
@@ -55,7 +74,7 @@ bool writeFile(const std::filesystem::path& path, std::string_view bytes, std::s
     if (file && !fault)
         return true;
     std::filesystem::remove(part, fault);
-    error = "the file " + pathText(path) + " cannot be written";
+    error = "the file " + pathText(path) + " cannot be written: " + whyUnwritable(path);
     return false;
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace solvane::host {
 
@@ -13,7 +14,9 @@ namespace {
 /// Names that the unit keeps for itself.
 constexpr std::array<std::string_view, 7> reservedFileNames{
     "calc.m", "unitCalc.m", "runUnit.m", "initRun.m", "report.txt", "unit.xml", "_unitOperationModel_.svm"};
-constexpr std::string_view reservedReport = "Matlab Output";
+constexpr std::array<std::string_view, 1> reservedReports{"Matlab Output"};
+
+constexpr std::size_t mostExponents = 8;
 
 template <class T>
 bool readAs(const CasePlace& place, ParameterValue& result) {
@@ -68,7 +71,8 @@ bool readMode(const CasePlace& parameter, bool& isInput) {
 /// A unit such as "W", or the list of exponents.
 bool readDimensionality(const CasePlace& place, std::vector<double>& exponents) {
     if (!place.value().is_string())
-        return read(place, exponents);
+        return read(place, exponents) &&
+               (exponents.size() <= mostExponents || place.fail("there are more than 8 exponents"));
     const auto parsed = parseUnit(place.value().get_ref<const std::string&>());
     if (!parsed)
         return place.fail(
@@ -80,8 +84,8 @@ bool readDimensionality(const CasePlace& place, std::vector<double>& exponents) 
 
 bool isWithinLimits(const CasePlace& place, const ModelParameter& parameter, const char* key,
                     const std::optional<ParameterValue>& value) {
-    const char* fault = value ? limitFault(parameter, *value) : nullptr;
-    return !fault || place.member(key).fail(fault);
+    const std::string fault = value ? limitFault(parameter, *value) : std::string();
+    return fault.empty() || place.member(key).fail(fault);
 }
 
 bool readParameter(const CasePlace& place, ModelParameter& parameter) {
@@ -124,13 +128,21 @@ bool readParameters(const CasePlace& model, std::vector<ModelParameter>& paramet
     return true;
 }
 
+/// That the unit does not keep the name for itself.
+bool isFree(const CasePlace& place, const std::string& name, std::span<const std::string_view> reserved) {
+    return std::ranges::none_of(reserved, [&](std::string_view own) { return isSameName(name, own); }) ||
+           place.fail("the unit keeps the name \"" + name + "\" for itself; give another one");
+}
+
 bool readReports(const CasePlace& model, std::vector<std::string>& reports) {
     if (!model.optional("reports", reports))
         return false;
-    std::vector<std::string> names{std::string(reservedReport)};
-    for (std::size_t i = 0; i < reports.size(); ++i)
-        if (!isNewName(model.member("reports").element(i), reports[i], names))
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < reports.size(); ++i) {
+        const CasePlace place = model.member("reports").element(i);
+        if (!isFree(place, reports[i], reservedReports) || !isNewName(place, reports[i], names))
             return false;
+    }
     return true;
 }
 
@@ -155,11 +167,14 @@ bool readFiles(const CasePlace& model, const std::filesystem::path& folder, std:
     const CasePlace list = model.member("files");
     if (!list.value().is_array())
         return list.fail("a list of paths is expected");
-    std::vector<std::string> names(reservedFileNames.begin(), reservedFileNames.end());
-    for (std::size_t i = 0; i < list.value().size(); ++i)
-        if (!readModelFile(list.element(i), folder, files.emplace_back()) ||
-            !isNewName(list.element(i), files.back().name, names))
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < list.value().size(); ++i) {
+        const CasePlace place = list.element(i);
+        if (!readModelFile(place, folder, files.emplace_back()) ||
+            !isFree(place, files.back().name, reservedFileNames) ||
+            !isNewName(place, files.back().name, names))
             return false;
+    }
     return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 
 namespace solvane::host {
 
@@ -22,7 +23,22 @@ constexpr std::array kindNames{
     KindName{"string", ParameterKind::text},
 };
 
+struct ToText {
+    std::string operator()(double value) const {
+        std::array<char, 32> text{};
+        std::snprintf(text.data(), text.size(), "%.6g", value);
+        return text.data();
+    }
+    std::string operator()(std::int32_t value) const { return std::to_string(value); }
+    std::string operator()(bool value) const { return value ? "true" : "false"; }
+    std::string operator()(const std::string& value) const { return value; }
+};
+
 } // namespace
+
+std::string valueText(const std::optional<ParameterValue>& value) {
+    return value ? std::visit(ToText(), *value) : "?";
+}
 
 std::string_view kindName(ParameterKind kind) {
     return std::ranges::find(kindNames, kind, &KindName::kind)->name;
@@ -43,16 +59,19 @@ bool isSameName(std::string_view left, std::string_view right) {
     return compareNoCase(widen(left, CP_UTF8), widen(right, CP_UTF8)) == 0;
 }
 
-const char* limitFault(const ModelParameter& parameter, const ParameterValue& value) {
+std::string limitFault(const ModelParameter& parameter, const ParameterValue& value) {
     if (parameter.minimum && value < *parameter.minimum)
-        return "the value lies below the minimum";
+        return "the value lies below the minimum, " + valueText(parameter.minimum);
     if (parameter.maximum && value > *parameter.maximum)
-        return "the value lies above the maximum";
+        return "the value lies above the maximum, " + valueText(parameter.maximum);
     const auto* text = std::get_if<std::string>(&value);
-    if (text && parameter.restricted &&
-        std::ranges::find(parameter.options, *text) == parameter.options.end())
-        return "the value is not one of the options";
-    return nullptr;
+    if (!text || !parameter.restricted ||
+        std::ranges::find(parameter.options, *text) != parameter.options.end())
+        return {};
+    std::string options;
+    for (const std::string& option : parameter.options)
+        options.append(options.empty() ? "" : ", ").append(option);
+    return "the value is not one of the options, which are written in the same letters: " + options;
 }
 
 } // namespace solvane::host

@@ -110,10 +110,13 @@ ExitCode editCommand(const EditOptions& options) {
                             : readModelOfCase(options.path, model, error)))
         return complain(badUsage, error);
     if (!hasScreen())
-        return complain(calculationFailed, "there is no screen to show the unit's window on");
+        return complain(
+            calculationFailed,
+            "there is no screen to show the unit's window on: call this from a desktop, not from a service" +
+                std::string(isWine() ? "; under Wine, with DISPLAY set" : ""));
     UnitSession session(model.unit, model.profile);
     if (!session.start([&](std::string_view line) { printUnitLine(model.unit.name, line); }, error))
-        return complain(session.fault(), error);
+        return complain(session.fault(), options.path + ": " + error);
     return edit(session.unit(), model);
 }
 

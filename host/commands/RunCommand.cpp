@@ -58,7 +58,7 @@ ExitCode runCommand(const RunOptions& options) {
                     if (report.text.find(outputEnd) == std::string::npos)
                         results.fault = Fault::machine;
                 }
-        return complain(results.fault, error);
+        return complain(results.fault, options.casePath + ": " + error);
     }
     printResults(results, options.verbose);
     if (!options.jsonPath.empty() && !writeFile(filePath(options.jsonPath), resultsJson(results), error))

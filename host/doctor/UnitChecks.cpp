@@ -17,9 +17,9 @@ namespace solvane::host {
 
 namespace {
 
-constexpr char registerAgain[] =
-    "Register the unit: \"regsvr32 SolvaneUnitOperation.dll\" in its folder, from a prompt that runs as "
-    "administrator.";
+constexpr char registerAgain[] = "Run setup again. Or register the unit: \"regsvr32 "
+                                 "SolvaneUnitOperation.dll\" in its folder, from a prompt that runs as "
+                                 "administrator.";
 constexpr char registerWordSize[] =
     "Register the module of the simulator's word size: \"regsvr32 SolvaneUnitOperation.dll\" in its folder, "
     "from a prompt that runs as administrator.";

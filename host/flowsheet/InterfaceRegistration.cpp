@@ -32,6 +32,8 @@ std::wstring registeredLibrary() {
 
 bool failed(std::string& error, const char* what, HRESULT result) {
     error = std::string(what) + ": " + narrow(FormatHresultText(result), CP_UTF8);
+    if (result == E_ACCESSDENIED || result == TYPE_E_REGISTRYACCESS)
+        error += "; run this as administrator";
     return false;
 }
 

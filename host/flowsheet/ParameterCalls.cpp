@@ -187,17 +187,26 @@ bool setParameter(IUnknown* item, const ModelParameter& parameter, ParameterValu
         return false;
     };
     if (!parameter.isInput)
-        return refuse("it is an output");
+        return refuse("it is an output, which the script sets");
     if (const auto* number = std::get_if<std::int32_t>(&value);
         number && parameter.kind == ParameterKind::real)
         value = static_cast<double>(*number);
     if (value.index() != static_cast<std::size_t>(parameter.kind))
-        return refuse("it is of kind \"" + std::string(kindName(parameter.kind)) + "\"");
-    if (const char* fault = limitFault(parameter, value))
+        return refuse("it is of kind \"" + std::string(kindName(parameter.kind)) + "\", " + valueText(value) +
+                      " is not");
+    if (const std::string fault = limitFault(parameter, value); !fault.empty())
         return refuse(fault);
     const HRESULT result = queryInterface<ICapeParameter>(item)->put_value(variantOf(value).get());
     return SUCCEEDED(result) ||
            callFailed(error, "put_value of parameter \"" + parameter.name + "\"", item, result);
+}
+
+std::string inputList(const std::vector<ModelParameter>& parameters) {
+    std::string names;
+    for (const ModelParameter& parameter : parameters)
+        if (parameter.isInput)
+            names.append(names.empty() ? "; its input parameters: " : ", ").append(parameter.name);
+    return names.empty() ? "; it has no input parameters" : names;
 }
 
 } // namespace
@@ -224,7 +233,7 @@ bool setParameters(ICapeUnit* unit, const std::vector<ParameterSetting>& setting
         const auto parameter = std::ranges::find_if(
             parameters, [&](const ModelParameter& one) { return isSameName(one.name, setting.name); });
         if (parameter == parameters.end()) {
-            error = "The unit has no parameter \"" + setting.name + "\"";
+            error = "The unit has no parameter \"" + setting.name + "\"" + inputList(parameters);
             return false;
         }
         const auto item = items.begin() + (parameter - parameters.begin());

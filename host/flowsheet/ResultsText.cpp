@@ -2,6 +2,7 @@
 
 #include "TextTable.h"
 #include "cases/Dimensionality.h"
+#include "cases/ParameterRules.h"
 
 #include <array>
 

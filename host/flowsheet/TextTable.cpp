@@ -20,13 +20,6 @@ std::string padded(const std::string& text, std::size_t wanted, bool isNumber) {
     return isNumber ? blanks + text : text + blanks;
 }
 
-struct ToText {
-    std::string operator()(double value) const { return numberText("%.6g", value); }
-    std::string operator()(std::int32_t value) const { return std::to_string(value); }
-    std::string operator()(bool value) const { return value ? "true" : "false"; }
-    std::string operator()(const std::string& value) const { return value; }
-};
-
 } // namespace
 
 std::string columns(const std::vector<Line>& lines, std::size_t labels) {
@@ -49,10 +42,6 @@ std::string numberText(const char* format, double value) {
     std::array<char, 64> text{};
     std::snprintf(text.data(), text.size(), format, value);
     return text.data();
-}
-
-std::string valueText(const std::optional<ParameterValue>& value) {
-    return value ? std::visit(ToText(), *value) : "?";
 }
 
 } // namespace solvane::host

@@ -1,9 +1,6 @@
 /// Columns of text, UTF-8.
 #pragma once
 
-#include "cases/CaseModel.h"
-
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,8 +13,5 @@ std::string columns(const std::vector<Line>& lines, std::size_t labels);
 
 /// A number by printf's format.
 std::string numberText(const char* format, double value);
-
-/// A parameter's value; "?" for none.
-std::string valueText(const std::optional<ParameterValue>& value);
 
 } // namespace solvane::host

@@ -8,6 +8,23 @@ namespace solvane::host {
 
 namespace {
 
+/// The names of the ports, for whoever asked for one that is not there.
+std::string portList(ICapeCollection& ports) {
+    LONG count = 0;
+    ports.Count(&count);
+    std::string names;
+    for (LONG i = 1; i <= count; ++i) {
+        ComRef<IDispatch> item;
+        Bstr name;
+        if (FAILED(ports.Item(Variant(i).get(), item.put())))
+            continue;
+        const auto identification = queryInterface<ICapeIdentification>(item.get());
+        if (identification && SUCCEEDED(identification->get_ComponentName(name.put())))
+            names.append(names.empty() ? "; the unit's ports: " : ", ").append(narrow(name.view(), CP_UTF8));
+    }
+    return names.empty() ? "; the unit has none" : names;
+}
+
 /// The port of that name. A unit gives its ports as a collection.
 bool findPort(ICapeUnit* unit, const std::string& name, ComRef<ICapeUnitPort>& port, std::string& error) {
     ComRef<IDispatch> ports, item;
@@ -21,8 +38,11 @@ bool findPort(ICapeUnit* unit, const std::string& name, ComRef<ICapeUnitPort>& p
     }
     Variant id(std::wstring_view(widen(name, CP_UTF8)));
     result = collection->Item(id.get(), item.put());
-    if (FAILED(result))
-        return callFailed(error, "Looking for the port \"" + name + "\"", collection.get(), result);
+    if (FAILED(result)) {
+        error = callFailure("Looking for the port \"" + name + "\"", collection.get(), result) +
+                portList(*collection);
+        return false;
+    }
     port = queryInterface<ICapeUnitPort>(item.get());
     if (!port)
         error = "The unit's port \"" + name + "\" has no ICapeUnitPort";

@@ -32,6 +32,13 @@ bool loadFromBag(ICapeUnit* unit, const UnitModel& model, const UnitCase& unitCa
     return false;
 }
 
+constexpr int ownBits = sizeof(void*) * 8;
+
+std::string notRegistered(const std::string& progId) {
+    return "No component is registered as \"" + progId + "\" for programs of " + std::to_string(ownBits) +
+           " bits: look at \"progId\" in the case, and register the unit's module by regsvr32";
+}
+
 } // namespace
 
 UnitSession::~UnitSession() {
@@ -55,12 +62,16 @@ bool UnitSession::create(std::string& error) {
     CLSID classId{};
     HRESULT result = CLSIDFromString(widen(case_.progId, CP_UTF8).c_str(), &classId);
     if (FAILED(result)) {
-        error = "No component is registered as \"" + case_.progId + "\"";
+        error = notRegistered(case_.progId);
         return false;
     }
     ComRef<IUnknown> object;
     result = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown,
                               object.putVoid());
+    if (result == REGDB_E_CLASSNOTREG) {
+        error = notRegistered(case_.progId);
+        return false;
+    }
     if (FAILED(result)) {
         error = "The unit \"" + case_.progId +
                 "\" cannot be created: " + narrow(FormatHresultText(result), CP_UTF8);

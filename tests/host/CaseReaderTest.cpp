@@ -106,34 +106,43 @@ constexpr Fault faults[] = {
     {"/colour", "\"red\"", "the key \"colour\" is unknown; known keys: unit, generation, "},
     {"/generation", "1.1", "generation: \"1.0\" or \"1.1\" is expected"},
     {"/profile", "\"late\"", "profile: the profile \"late\" is unknown; profiles: standard, "},
-    {"/feeds/0/flow", "-1", "feeds[0].flow: a flow cannot be negative"},
-    {"/feeds/0/flow", "\"2\"", "feeds[0].flow: a number is expected"},
-    {"/feeds/0/temperature", "0", "feeds[0].temperature: a positive number is expected"},
-    {"/feeds/0/pressure", nullptr, "feeds[0]: two of \"temperature\", \"pressure\" and \"vaporFraction\""},
-    {"/feeds/1/vaporFraction", "1.1", "feeds[1].vaporFraction: a number from 0 to 1 is expected"},
-    {"/feeds/1/composition", "[1, 0]", "feeds[1].composition: an object of mole fractions"},
-    {"/feeds/1/composition/methane", "0.2", "feeds[1].composition: the mole fractions sum to 0.95, not to 1"},
+    {"/feeds/0/flow", "-1", "feeds[\"A\"].flow: a flow cannot be negative"},
+    {"/feeds/0/flow", "\"2\"", "feeds[\"A\"].flow: a number is expected"},
+    {"/feeds/0/temperature", "0", "feeds[\"A\"].temperature: a number above 0 is expected, in K"},
+    {"/feeds/0/pressure", nullptr,
+     "feeds[\"A\"]: two of \"temperature\", \"pressure\" and \"vaporFraction\""},
+    {"/feeds/1/vaporFraction", "1.1", "feeds[\"B\"].vaporFraction: a number from 0 to 1 is expected"},
+    {"/feeds/1/composition", "[1, 0]", "feeds[\"B\"].composition: an object of mole fractions"},
+    {"/feeds/1/composition/methane", "0.2",
+     "feeds[\"B\"].composition: the mole fractions sum to 0.95, not to 1"},
     {"/feeds/1/composition/methane", "-0.25",
-     "feeds[1].composition.methane: a mole fraction cannot be negative"},
+     "feeds[\"B\"].composition.methane: a mole fraction cannot be negative"},
     {"/feeds/1/composition/ethane", "0.1",
-     "feeds[1].composition.ethane: the compound is not in the case's list"},
+     "feeds[\"B\"].composition.ethane: the compound is not among the case's: methane, propane"},
     {"/feeds/1/composition/PROPANE", "0.1", "the compound is given twice"},
-    {"/model/script", "\"none.m\"", "model.script: the file "},
+    {"/model/script", "\"none.m\"", "none.m does not exist"},
+    {"/model/script", "\"..\"", "is a folder"},
     {"/model/script/1", "2", "model.script[1]: a line in quotes is expected"},
-    {"/model/reports/0", "\"matlab output\"", "model.reports[0]: the name \"matlab output\" is taken"},
+    {"/model/reports/0", "\"matlab output\"", "model.reports[0]: the unit keeps the name \"matlab output\""},
+    {"/model/files/0", "\"calc.m\"", "model.files[0]: the unit keeps the name \"calc.m\" for itself"},
     {"/model/echo", "1", "model.echo: true or false is expected"},
-    {"/model/parameters/0/kind", "\"float\"", "model.parameters[0].kind: \"real\", \"integer\""},
-    {"/model/parameters/0/mode", "\"both\"", "model.parameters[0].mode: \"input\" or \"output\""},
+    {"/model/parameters/0/kind", "\"float\"", "model.parameters[\"T\"].kind: \"real\", \"integer\""},
+    {"/model/parameters/0/mode", "\"both\"", "model.parameters[\"T\"].mode: \"input\" or \"output\""},
     {"/model/parameters/0/default", nullptr,
-     "model.parameters[0]: an input needs a \"value\" or a \"default\""},
-    {"/model/parameters/0/value", "99.5", "model.parameters[0].value: the value lies below the minimum"},
-    {"/model/parameters/0/value", "501", "model.parameters[0].value: the value lies above the maximum"},
+     "model.parameters[\"T\"]: an input needs a \"value\" or a \"default\""},
+    {"/model/parameters/0/value", "99.5",
+     "model.parameters[\"T\"].value: the value lies below the minimum, 100"},
+    {"/model/parameters/0/value", "501",
+     "model.parameters[\"T\"].value: the value lies above the maximum, 500"},
     {"/model/parameters/0/dimensionality", "\"degC\"",
-     "model.parameters[0].dimensionality: the unit is unknown"},
-    {"/model/parameters/1/value", "2.5", "model.parameters[1].value: a whole number"},
-    {"/model/parameters/1/value", "3000000000", "model.parameters[1].value: a whole number"},
-    {"/model/parameters/1/name", "\"t\"", "model.parameters[1]: the name \"t\" is taken"},
-    {"/model/parameters/3/value", "\"c\"", "model.parameters[3].value: the value is not one of the options"},
+     "model.parameters[\"T\"].dimensionality: the unit is unknown"},
+    {"/model/parameters/4/dimensionality", "[0, 0, 0, 0, 0, 0, 0, 0, 1]", "there are more than 8 exponents"},
+    {"/model/parameters/1/value", "2.5", "model.parameters[\"n\"].value: a whole number"},
+    {"/model/parameters/1/value", "3000000000", "model.parameters[\"n\"].value: a whole number"},
+    {"/model/parameters/1/name", "\"t\"", "model.parameters[\"t\"]: the name \"t\" is taken"},
+    {"/model/parameters/3/value", "\"c\"",
+     "model.parameters[\"how\"].value: the value is not one of the options, which are written in the same "
+     "letters: a, b"},
     {"/model", "\"none.svm\"", "model: the file "},
     {"/parameters/T", "[]", "parameters.T: a number, true, false or a text"},
 };
@@ -141,17 +150,19 @@ constexpr Fault faults[] = {
 constexpr Fault flowsheetFaults[] = {
     {"/feeds", "[]", "the key \"feeds\" is unknown; known keys: generation, profile, compounds, streams, "},
     {"/units", "[]", "units: a list of at least one unit"},
-    {"/units/1/name", "\"first\"", "units[1]: the name \"first\" is taken"},
+    {"/units/1/name", "\"first\"", "units[\"first\"]: the name \"first\" is taken"},
     {"/units/0/feeds/in", "\"S4\"",
-     "units[0].feeds.in: the stream \"S4\" is neither given in \"streams\" nor a product of a unit before "
+     "units[\"First\"].feeds.in: the stream \"S4\" is neither given in \"streams\" nor a product of a unit "
+     "before "
      "\"First\""},
-    {"/units/1/feeds/a", "\"S1\"", "units[1].feeds.a: the stream \"S1\" feeds another port already"},
-    {"/units/1/products/out", "\"s1\"", "units[1].products.out: the name \"s1\" is taken"},
-    {"/units/1/products", "[\"S4\"]", "units[1].products: an object of streams by port"},
+    {"/units/1/feeds/a", "\"S1\"", "units[\"Second\"].feeds.a: the stream \"S1\" feeds another port already"},
+    {"/units/1/products/out", "\"s1\"", "units[\"Second\"].products.out: the name \"s1\" is taken"},
+    {"/units/1/products", "[\"S4\"]", "units[\"Second\"].products: an object of streams by port"},
 };
 
 TEST_F(CaseFiles, tellWhereTheyAreWrong) {
     folder.write("more.bin", "x");
+    folder.write("calc.m", "x");
     const auto check = [&](const char* good, std::span<const Fault> table) {
         for (const Fault& fault : table) {
             auto json = nlohmann::ordered_json::parse(good);
@@ -192,6 +203,9 @@ TEST_F(CaseFiles, thatAreNoJsonTellLineAndColumn) {
 
     EXPECT_FALSE(readCase(folder.write("case.json", "{\"unit\": {\"name\": \"\xE4\"}}"), result, error));
     EXPECT_NE(error.find(":1:"), std::string::npos) << error;
+
+    EXPECT_FALSE(readCase(folder.write("case.json", "\xFF\xFE{"), result, error));
+    EXPECT_EQ(error, path + ": the file is in UTF-16; save it in UTF-8");
 
     EXPECT_FALSE(readCase(folder.write("case.json", "{\"flow\": 1e999}"), result, error));
     EXPECT_EQ(error, path + ": number overflow parsing '1e999'");

@@ -154,7 +154,7 @@ TEST_F(FirstContact, aBrokenMachineIsExplained) {
         {[] { return std::make_shared<MissingFile>("setProduct.m"); }, "'setProduct' undefined",
          "engine files", "setProduct.m is missing", "files into their folder"},
         {[] { return std::make_shared<MissingFile>("SolvaneUnitOperation.dll"); }, "cannot be created",
-         "unit class", "SolvaneUnitOperation.dll cannot be opened", "regsvr32"},
+         "unit class", "SolvaneUnitOperation.dll does not exist", "regsvr32"},
         {[this] { return std::make_shared<Setting>(L"TMP", folder.path() + L"gone\\"); },
          "Failed to create a temporary working directory", "temporary folder", "gone\\ does not exist",
          "TMP"},

@@ -48,19 +48,20 @@ file = @(name) fullfile (folder, name);
 written = fullfile (examples, 'flash-drum', 'case.json');
 written_text = fileread (written);
 
-usage = {1, 'error: No component is registered as "No.Such.Unit"', ['run ' file('unit.json')]
+usage = {1, 'unit.json: No component is registered as "No.Such.Unit"', ['run ' file('unit.json')]
          2, 'bad.json: the key "compounds" is missing', ['run ' file('bad.json')]
-         2, '/no/such/case.json cannot be opened', 'run /no/such/case.json'
-         2, 'case is required', 'run'
-         2, '--profile', ['run ' file('unit.json') ' --profile late']
-         2, 'subcommand', 'calculate'
-         2, 'cannot be opened', 'show /no/such/model.svm'
+         2, '/no/such/case.json does not exist', 'run /no/such/case.json'
+         2, 'error: case is required', 'run'
+         2, 'See "SolvaneHost run --help"', ['run ' file('unit.json') ' --profile late']
+         2, 'error: there is no command calculate', 'calculate'
+         2, 'error: a command is missing', ''
+         2, 'model.svm does not exist', 'show /no/such/model.svm'
          2, 'the case lists units', ['save ' fullfile(examples, 'flowsheet', 'case.json') ' -o ' file('new.svm')]
          1, 'there is no screen', ['edit ' written]
          2, 'the case lists units', ['edit ' fullfile(examples, 'flowsheet', 'case.json')]
          2, 'unit.svm, which exists', ['edit ' file('unit.json')]
-         2, 'cannot be opened', 'edit /no/such/model.SVM'
-         2, 'new.svm cannot be written', ['save ' written ' -o ' file('none/new.svm')]};
+         2, 'model.SVM does not exist', 'edit /no/such/model.SVM'
+         2, 'new.svm cannot be written: there is no folder ', ['save ' written ' -o ' file('none/new.svm')]};
 copyfile (fullfile (fileparts (written), 'drum.m'), folder);
 write (file ('unit.json'), strrep (written_text, '"name": "Drum"', '"progId": "No.Such.Unit"'));
 write (file ('bad.json'), '{}');
@@ -70,7 +71,7 @@ for i = 1:rows (usage)
   refuse (usage{i, :});
 end
 expect_text (host (0, 'run', '--help'), 'ui-thread-and-worker: made on');
-expect_text (host (0, 'help-case'), '"composition"');
+expect_text (host (0, 'help-case'), 'Compounds: methane, ');
 
 % All that a model can hold comes back, and nothing else.
 parameters = ['[{"name": "T", "kind": "real", "mode": "input", "value": 260.5, "minimum": 0, "default": 1e-7,' ...
@@ -116,10 +117,10 @@ result = run_case (file ('case.json'));
 if (result.streams(2).temperature != 250 || result.streams(3).pressure != 1e6)
   error ('the parameters of the case are not set');
 end
-refusals = {'"temperature": 601', 'Parameter "temperature" cannot be set: the value lies above the maximum'
+refusals = {'"temperature": 601', 'Parameter "temperature" cannot be set: the value lies above the maximum, 600'
             '"duty": 1', 'Parameter "duty" cannot be set: it is an output'
-            '"pressure": "high"', 'Parameter "pressure" cannot be set: it is of kind "real"'
-            '"level": 1', 'The unit has no parameter "level"'};
+            '"pressure": "high"', 'Parameter "pressure" cannot be set: it is of kind "real", high is not'
+            '"level": 1', 'The unit has no parameter "level"; its input parameters: temperature, pressure'};
 for i = 1:rows (refusals)
   from_file ([', "parameters": {' refusals{i, 1} '}']);
   refuse (2, refusals{i, 2}, 'run', file ('case.json'));
@@ -128,7 +129,7 @@ end
 % Ports that the file has not, damaged files, and what cannot be saved.
 from_file ('');
 write (file ('port.json'), strrep (fileread (file ('case.json')), '"Vapor"', '"Top"'));
-refuse (1, 'port "Top"', 'run', file ('port.json'));
+refuse (1, 'the unit''s ports: Feed, Vapor, Liquid', 'run', file ('port.json'));
 bytes = fileread (file ('drum.svm'));
 write (file ('drum.svm'), bytes(1:end/2));
 refuse (2, 'Model file "drum.svm": Load failed: ', 'run', file ('case.json'));

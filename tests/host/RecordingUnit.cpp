@@ -120,8 +120,9 @@ public:
     // ICapeCollection
     STDMETHODIMP Item(VARIANT id, IDispatch** item) override {
         return call(L"ICapeCollection", L"Item", [&](Failure& failure) {
+            LONG number = 0;
             for (const auto& port : {feed_, product_})
-                if (viewOf(id.bstrVal) == port->componentName) {
+                if (id.vt == VT_I4 ? id.lVal == ++number : viewOf(id.bstrVal) == port->componentName) {
                     *item = ComRef<IDispatch>(static_cast<ICapeUnitPort*>(port.get())).release();
                     return true;
                 }

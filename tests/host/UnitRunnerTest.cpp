@@ -178,7 +178,8 @@ TEST_F(UnitRuns, passStreamsFromUnitToUnit) {
 
     flowsheet.units[1].products[0].port = "top";
     EXPECT_FALSE(run());
-    EXPECT_EQ(error, "Unit \"Splitter\": Looking for the port \"top\" failed: no such port");
+    EXPECT_EQ(error, "Unit \"Splitter\": Looking for the port \"top\" failed: no such port; the unit's "
+                     "ports: in, out");
 }
 
 } // namespace
