@@ -42,8 +42,9 @@ INT_PTR CALLBACK Dialog::procedure(HWND window, UINT message, WPARAM wParam, LPA
     try {
         return dialog->handle(message, wParam, lParam);
     } catch (...) {
-        dialog->failure_ = std::current_exception();
-        dialog->end(IDABORT);
+        Dialog& failed = message == WM_INITDIALOG ? *dialog : dialog->outermost();
+        failed.failure_ = std::current_exception();
+        failed.end(IDABORT);
         return FALSE;
     }
 }
@@ -72,6 +73,13 @@ INT_PTR Dialog::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
         return onMessage(message, wParam, lParam).value_or(FALSE);
     }
+}
+
+Dialog& Dialog::outermost() {
+    const HWND root = GetAncestor(window_, GA_ROOT);
+    if (GetWindowLongPtrW(root, DWLP_DLGPROC) != reinterpret_cast<LONG_PTR>(procedure))
+        return *this; // a page in a window of another kind
+    return *reinterpret_cast<Dialog*>(GetWindowLongPtrW(root, DWLP_USER));
 }
 
 std::wstring windowText(HWND window) {

@@ -12,7 +12,8 @@ namespace solvane {
 
 /// A modal dialog, or a page within another window. Controls are known by their numbers in the template.
 ///
-/// An exception does not leave the window's procedure: the dialog ends, and runModal throws it again.
+/// An exception does not leave the window's procedure: the dialog ends, and runModal throws it again. That of
+/// a page comes out of createPage or, later, ends the dialog around the page.
 class Dialog {
 public:
     explicit Dialog(int templateId) : templateId_(templateId) {}
@@ -60,6 +61,8 @@ protected:
 private:
     static INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR handle(UINT message, WPARAM wParam, LPARAM lParam);
+    /// The dialog whose runModal is at work: this one, or the one around this page.
+    Dialog& outermost();
 
     int templateId_;
     HWND window_ = nullptr;
