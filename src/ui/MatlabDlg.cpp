@@ -151,6 +151,7 @@ std::string CMatlabDlg::scriptPath() const {
 
 void CMatlabDlg::loadScript() {
     errorPlace_.reset();
+    isLoaded_ = false;
     const StdioFile file = openFile(scriptPath(), "rb");
     if (!file) {
         refuseFile();
@@ -163,11 +164,12 @@ void CMatlabDlg::loadScript() {
         forbidScript();
     }
     editIn_.getText(loadedText_);
+    isLoaded_ = true;
 }
 
 bool CMatlabDlg::writeScript() {
-    // What couldn't be read is not written over.
-    if (!IsWindowEnabled(editIn_.window()))
+    // What couldn't be read, or not to its end for lack of memory, is not written over.
+    if (!isLoaded_ || !IsWindowEnabled(editIn_.window()))
         return false;
     unit_.scriptDirty = true;
     StdioFile file = openFile(scriptPath(), "wb");

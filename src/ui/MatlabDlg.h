@@ -41,6 +41,7 @@ private:
 
     TextView editIn_;
     TextView editOut_;
+    bool isLoaded_ = false;               ///< the last load came to its end
     std::string loadedBytes_;             ///< of the file, at the last load
     std::wstring loadedText_;             ///< what the view made of them
     std::optional<TextPlace> errorPlace_; ///< in the script, of the last test
