@@ -1,10 +1,12 @@
 #include "MexPlacement.h"
 
+#include "com/Handle.h"
 #include "com/Module.h"
 #include "com/Registry.h"
 #include "com/Text.h"
 
 #include <array>
+#include <mutex>
 
 namespace solvane {
 
@@ -14,7 +16,9 @@ struct MexPlace {
     std::string folder;
     bool done = false;
 };
-MexPlace place; // shared by all units of the process, on the host's thread
+// Shared by all units of the process. Their hosts may make several at a time, each on a thread of its own.
+MexPlace place;
+CriticalSection placing;
 
 void copyTo(const std::string& source, const std::string& target) {
     CopyFileA(source.c_str(), target.c_str(), FALSE);
@@ -40,6 +44,7 @@ bool isOldMatlab(const std::wstring& currentVersion) {
 }
 
 bool placeMexFile(std::string& error) {
+    const std::lock_guard guard(placing);
     if (place.done)
         return true;
     std::array<char, 1024> buffer{};

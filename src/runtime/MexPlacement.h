@@ -6,8 +6,8 @@
 
 namespace solvane {
 
-/// The folder for Matlab's path, without a trailing backslash. One for each version of Matlab, shared by all
-/// units and processes; it stays when they end.
+/// The folder for Matlab's path, without a trailing backslash, once placeMexFile has succeeded. One for each
+/// version of Matlab, shared by all units and processes; it stays when they end.
 const std::string& mexFolder();
 
 /// Done once per process; a failure is tried again by the next unit. The results of the copies are not
