@@ -1,5 +1,7 @@
 #include "FlashProperties.h"
 
+#include "StringMap.h"
+
 #include <array>
 
 namespace solvane {
@@ -68,14 +70,14 @@ constexpr std::array<FlashType, 27> flashTypes{{
     {vaporFraction, volume, L"VVF"},
 }};
 
-} // namespace
-
 const StringMap<FlashProperty> flashPropertyCodes = [] {
     StringMap<FlashProperty> codes;
     for (const NamedProperty& property : namedProperties)
         codes.add(property.name, property.code);
     return codes;
 }();
+
+} // namespace
 
 FlashProperty flashPropertyCode(std::wstring_view name) {
     const FlashProperty* code = flashPropertyCodes.find(name);

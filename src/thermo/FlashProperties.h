@@ -1,7 +1,5 @@
 #pragma once
 
-#include "StringMap.h"
-
 #include <string_view>
 
 namespace solvane {
@@ -25,10 +23,8 @@ enum class FlashProperty {
     fraction = 14,
 };
 
-/// Property name to code. "energy" is another name of "internalEnergy".
-extern const StringMap<FlashProperty> flashPropertyCodes;
-
-/// `unknown` for a name that is not in `flashPropertyCodes`.
+/// The code of a name in whatever case, `unknown` for any other text. "energy" is another name of
+/// "internalEnergy".
 FlashProperty flashPropertyCode(std::wstring_view name);
 
 constexpr bool isFlashConstraint(FlashProperty code) {

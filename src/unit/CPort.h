@@ -12,11 +12,11 @@ class CSolvaneUnitOp;
 
 /// What the script said of a product: the stream is flashed so when the script has ended.
 struct ProductSpecification {
-    bool specified = false; ///< setProduct was called in this run
-    double totalFlow = 0;   ///< mol/s
-    std::vector<double> composition;
-    /// One of the two flash constraints: a name that `flashPropertyCodes` knows as such, and its value in SI
-    /// units on a mole basis.
+    bool specified = false;          ///< setProduct was called in this run
+    double totalFlow = 0;            ///< mol/s
+    std::vector<double> composition; ///< mole fractions, in the order of the run's compounds
+    /// One of the two flash constraints: the name of a property that may constrain a flash, and its value in
+    /// SI units on a mole basis.
     struct Constraint {
         std::string name;
         double value = 0;

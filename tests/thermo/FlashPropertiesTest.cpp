@@ -1,4 +1,5 @@
 #include "thermo/FlashProperties.h"
+#include "thermo/StringMap.h"
 
 #include <gtest/gtest.h>
 
