@@ -5,6 +5,7 @@
 #include "OctaveSession.h"
 #include "ServerRegistration.h"
 #include "com/ClassFactory.h"
+#include "com/ComRef.h"
 #include "com/Text.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Border.h"
-#include "ComRef.h"
 #include "Object.h"
 
 #include <new>

@@ -1,8 +1,6 @@
 /// Words that the model document and the property bag share.
 #pragma once
 
-#include "unit/CParameter.h"
-
 #include <array>
 
 namespace solvane::modelWords {

@@ -9,7 +9,6 @@
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/ReportNames.h"
 
-#include <algorithm>
 #include <limits>
 #include <optional>
 

@@ -1,6 +1,7 @@
 #include "Registration.h"
 
 #include "CSolvaneUnitOperationModule.h"
+#include "com/ComRef.h"
 #include "com/Registrar.h"
 #include "com/Registry.h"
 #include "com/Text.h"

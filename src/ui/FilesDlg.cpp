@@ -15,7 +15,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <array>
 
 namespace solvane {

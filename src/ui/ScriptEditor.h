@@ -1,7 +1,7 @@
 /// The program outside in which the user edits the script.
 #pragma once
 
-#include "com/Handle.h"
+#include <windows.h>
 
 #include <string>
 

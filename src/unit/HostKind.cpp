@@ -1,6 +1,6 @@
 #include "HostKind.h"
 
-#include "com/Text.h"
+#include <windows.h>
 
 #include <string>
 #include <string_view>
