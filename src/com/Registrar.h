@@ -29,6 +29,7 @@ public:
     PerUserClassesRoot(const PerUserClassesRoot&) = delete;
     PerUserClassesRoot& operator=(const PerUserClassesRoot&) = delete;
 
+    /// A failure leaves the root as it was.
     HRESULT status() const { return status_; }
 
 private:

@@ -7,8 +7,9 @@
 
 namespace solvane {
 
-/// A string value of a key, or nothing where the key or the value is missing or of another type. An empty
-/// value name reads the key's default value. `view` may be KEY_WOW64_32KEY or KEY_WOW64_64KEY.
+/// A string value of a key, or nothing where the key or the value is missing or of another type. Environment
+/// variables in it are not expanded. An empty value name reads the key's default value. `view` may be
+/// KEY_WOW64_32KEY or KEY_WOW64_64KEY.
 std::optional<std::wstring> readRegistryString(HKEY root, const std::wstring& key,
                                                const std::wstring& valueName, REGSAM view = 0);
 

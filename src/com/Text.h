@@ -16,6 +16,7 @@ std::string narrow(std::wstring_view text, UINT codePage = CP_ACP);
 /// has a case here.
 int compareNoCase(std::wstring_view left, std::wstring_view right);
 
+/// By the C library's locale, unlike compareNoCase.
 std::wstring toLower(std::wstring_view text);
 
 } // namespace solvane

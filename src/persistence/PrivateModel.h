@@ -7,7 +7,7 @@ namespace solvane {
 class CSolvaneUnitOp;
 
 /// Loads the file, if there is one, at the first moment that the host needs the unit. A failure is shown to
-/// the user and leaves an emptied unit.
+/// the user and leaves the unit with what was loaded so far.
 void LoadPrivateModel(CSolvaneUnitOp& unit);
 
 /// Saves the file if the model was edited. A failure is shown to the user.

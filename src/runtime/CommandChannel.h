@@ -23,6 +23,7 @@ public:
 
     /// Serves the gateway's commands, on the host's thread, until the worker thread says that the script has
     /// ended. Only paint messages are pumped: the host's windows stay drawn, and its input waits.
+    /// `error` is set only where the wait was abandoned.
     void serve(CalculationRun& run, std::wstring& error);
 
 private:

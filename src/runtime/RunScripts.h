@@ -10,8 +10,10 @@ namespace solvane {
 class CSolvaneUnitOp;
 struct CalculationRun;
 
-/// Builds unitCalc.m, a function whose body is the user's calc.m, behind a few lines of its own.
+/// Lines of unitCalc.m before the first one of the user's script.
 inline constexpr int unitScriptHeaderLines = 2;
+
+/// Builds unitCalc.m, a function whose body is the user's calc.m.
 bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error);
 
 /// Opens initRun.m and writes what does not depend on a material. Null on failure.

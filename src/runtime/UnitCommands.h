@@ -1,5 +1,6 @@
 /// The commands of the channel that touch no thermodynamics. All return true with the reply written, or false
-/// with the failure's text.
+/// with the failure's text. The parameters' commands ignore the parameter's mode, and what a script sets does
+/// not make the unit dirty.
 #pragma once
 
 #include <string>
@@ -16,6 +17,8 @@ bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& repl
 bool getUnitName(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
 bool getFeedCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
 bool getProductCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+/// With nothing to log or nowhere to log it, no reply is written, so that the request's code stays in place
+/// of the status.
 bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
 
 } // namespace solvane

@@ -11,8 +11,9 @@ class CSolvaneUnitOp;
 inline constexpr int runScriptResource = 204;
 inline constexpr int defaultScriptResource = 206;
 
-/// Makes the folder, named after the unit's id, and sets `workingFolder`. Folders of units whose process has
-/// ended without a Terminate go on this occasion.
+/// Makes the folder, named after the unit's id, and sets `workingFolder` and `workingFolderHold`. From here
+/// on the unit has to be terminated. Folders of units whose process has ended without a Terminate go on this
+/// occasion.
 bool createWorkingFolder(CSolvaneUnitOp& unit, std::string& error);
 
 /// Deletes the folder's files and the folder. A sub-folder stays and keeps the folder.

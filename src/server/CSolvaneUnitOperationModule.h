@@ -16,8 +16,7 @@ struct ObjectMapEntry {
     void* cachedFactory; ///< encoded; made on first demand and kept to the module's unload
 };
 
-/// The module: its identity, its object map and what it does at load and unload. Made at
-/// load.
+/// The module: its identity, its object map and what it does at load and unload. Made at load.
 class CSolvaneUnitOperationModule : public ComModule {
 public:
     /// Frees the cached class factories.

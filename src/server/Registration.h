@@ -6,10 +6,12 @@
 
 namespace solvane {
 
+// The first failure is returned. Registering is for this user alone where the user's own value "CurrentUser"
+// of Software\SolvaneUO is "1"; unregistering always takes the machine's entries.
 HRESULT registerServer();
 HRESULT unregisterServer();
 
-/// The unit's own entries.
+/// The entries of the unit's class alone.
 HRESULT updateUnitRegistry(bool registering);
 
 } // namespace solvane

@@ -10,9 +10,10 @@ struct CalculationRun;
 class RequestReader;
 class ReplyWriter;
 
-/// One overall property of a feed.
+/// One overall property of a feed, of those of FlashProperties.h but vaporFraction. One that the feed's
+/// material is not asked for directly is calculated on a copy, which takes the calculation material's place.
 /// Request: int32 feed, from 1; text property. Reply: uint32 0 for a scalar, 1 for a vector; the double or
-/// the nComp doubles.
+/// the nComp doubles, in SI units on a mole basis.
 bool getFeedProp(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
 
 /// The equilibrium state of a feed as it stands.

@@ -21,7 +21,7 @@ bool readScalar(VariantArray& values, const char* wrongCount, double& scalar, st
 struct PhaseLabel {
     Bstr host;
     std::string script;
-    bool isNull = false;
+    bool isNull = false; ///< a null text; both forms are empty then
 };
 
 /// Takes the list of phases that are present on a material, where `hr` is the result of the call that gave

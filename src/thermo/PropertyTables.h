@@ -11,7 +11,7 @@ namespace solvane {
 struct SinglePhaseProperty {
     const wchar_t* unit;
     std::int32_t molar;           ///< read on a mole basis rather than without one
-    std::int32_t overall;         ///< may be stated of a whole stream
+    std::int32_t overall;         ///< may be stated of a whole stream; no command asks
     std::int32_t molarDerivative; ///< a derivative to moles has the property's own unit
 };
 

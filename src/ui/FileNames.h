@@ -12,7 +12,8 @@ bool isExecutableLike(std::wstring_view name);
 /// A text that the system would run instead of showing it.
 bool isScriptLike(std::wstring_view name);
 
-/// Whether the unit itself has a file of this name in its working folder or in a model file.
+/// Whether the unit itself keeps a file of this name in its working folder or in a model file. unitCalc.m is
+/// not among them: it is written anew before the next run.
 bool isReservedFileName(std::wstring_view name);
 
 /// Why a model with a file of this name could not be loaded again, as half a sentence; null where it could.

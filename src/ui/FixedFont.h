@@ -5,7 +5,7 @@
 namespace solvane {
 
 /// The font of scripts and reports: the system's fixed-pitch font, and where the screen asks for larger text,
-/// which that font does not follow, the same one in its size. Outlives the control that has it.
+/// which that font does not follow, the same one in its size. It has to outlive the control.
 class FixedFont {
 public:
     FixedFont() = default;

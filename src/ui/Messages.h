@@ -1,4 +1,4 @@
-/// Message boxes of the unit's windows. The title of each ends in a colon.
+/// Message boxes of the unit's windows.
 #pragma once
 
 #include <windows.h>

@@ -30,8 +30,8 @@ public:
     TextView& operator=(const TextView&) = delete;
     ~TextView() { destroy(); }
 
-    std::function<void()> onEscape;
-    std::function<void()> onCaretMoved;
+    std::function<void()> onEscape;     ///< has to be set
+    std::function<void()> onCaretMoved; ///< may be empty
 
     void create(HWND parent);
     void destroy();

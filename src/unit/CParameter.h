@@ -29,7 +29,8 @@ public:
     CSolvaneUnitOp* ownerUnit = nullptr;
     ParameterKind parameterKind = ParameterKind::real;
     bool isInput = true;
-    /// Exponents of the SI base units, of a real parameter only; may be empty.
+    /// Of a real parameter only: exponents of the SI base units, in the order that ui/UnitOfMeasure.h tells;
+    /// may be empty.
     std::vector<double> dimensionality;
     // VT_EMPTY: no lower bound, no upper bound, no default.
     Variant minimumValue;

@@ -88,7 +88,8 @@ public:
 
     bool scriptDirty = true; ///< unitCalc.m must be built again from calc.m
 
-    /// Every change of the model says so here.
+    /// Says that the user changed the model in the window, or the host a parameter's value. What a run itself
+    /// changes does not count.
     void markChanged() {
         modified = true;
         modelEdited = true;
