@@ -8,6 +8,14 @@ if(NOT TARGET gtest)
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 endif()
 
+# The guarded heap asks the system for pages at each allocation.
+set(slowness 1)
+if(SOLVANE_SANITIZER STREQUAL "heap")
+  set(slowness 10)
+endif()
+math(EXPR program_timeout "600 * ${slowness}")
+math(EXPR example_timeout "240 * ${slowness}")
+
 function(solvane_test name)
   cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LIBRARIES")
   add_executable(${name}_test ${test_SOURCES})
@@ -15,7 +23,7 @@ function(solvane_test name)
   target_link_libraries(${name}_test PRIVATE solvane_warnings gtest gmock gtest_main ${test_LIBRARIES})
   target_compile_definitions(${name}_test PRIVATE SOLVANE_BIN="${CMAKE_BINARY_DIR}/bin")
   add_test(NAME ${name} COMMAND ${name}_test WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${program_timeout})
 endfunction()
 
 # A test of windows: it has a screen of its own, in a prefix that the next one uses after it.

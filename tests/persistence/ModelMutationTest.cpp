@@ -49,10 +49,12 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
                 (after.memory - before.memory) / 1024);
     EXPECT_GT(loaded, count / 100); // else the damage is too coarse to reach far
     EXPECT_LT(loaded, count * 9 / 10);
-    EXPECT_LT(inSeconds(longest), 10);
     EXPECT_NE(before.handles, 0U);
     EXPECT_EQ(after.handles, before.handles);
+#ifndef SOLVANE_GUARDED_HEAP // which takes time and keeps pages
+    EXPECT_LT(inSeconds(longest), 10);
     EXPECT_LT(after.memory, before.memory + (2U << 20));
+#endif
     EXPECT_EQ(namesIn(temporary.path()), outside);
     EXPECT_EQ(namesIn(L".\\"), current);
     ASSERT_EQ(load(models.container()), S_OK);
