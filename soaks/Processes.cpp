@@ -6,7 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace solvane::soak {
 
@@ -16,9 +16,11 @@ constexpr wchar_t markVariable[] = L"SOLVANE_SOAK";
 constexpr wchar_t serverProgram[] = L"OctaveAutomationServer.exe";
 constexpr DWORD endPatience = 10000;
 
+/// What can be read of it: a process may end meanwhile.
 std::string linuxFile(const std::string& path) {
-    std::ifstream file("Z:" + path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream contents;
+    contents << std::ifstream("Z:" + path, std::ios::binary).rdbuf();
+    return std::move(contents).str();
 }
 
 std::string placeOf(unsigned process) {

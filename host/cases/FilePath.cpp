@@ -5,8 +5,8 @@
 
 #include <windows.h>
 
+#include <array>
 #include <fstream>
-#include <iterator>
 
 namespace solvane::host {
 
@@ -56,7 +56,11 @@ bool readFile(const std::filesystem::path& path, std::string& bytes, std::string
         error = "the file " + pathText(path) + " " + whyUnreadable(path);
         return false;
     }
-    bytes.assign(std::istreambuf_iterator<char>(file), {});
+    // By pieces: an iterator over the file throws where reading fails.
+    bytes.clear();
+    std::array<char, 0x10000> piece;
+    while (file.read(piece.data(), piece.size()) || file.gcount() > 0)
+        bytes.append(piece.data(), static_cast<std::size_t>(file.gcount()));
     if (file.bad())
         error = "the file " + pathText(path) + " cannot be read";
     return !file.bad();

@@ -51,6 +51,7 @@ written_text = fileread (written);
 usage = {1, 'unit.json: No component is registered as "No.Such.Unit"', ['run ' file('unit.json')]
          2, 'bad.json: the key "compounds" is missing', ['run ' file('bad.json')]
          2, '/no/such/case.json does not exist', 'run /no/such/case.json'
+         2, '/proc/self/mem cannot be read', 'run /proc/self/mem'
          2, 'error: case is required', 'run'
          2, 'See "SolvaneHost run --help"', ['run ' file('unit.json') ' --profile late']
          2, 'error: there is no command calculate', 'calculate'
