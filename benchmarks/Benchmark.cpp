@@ -85,7 +85,7 @@ struct Group {
 };
 constexpr Group groups[]{
     {"trips", "Round trips between two processes", compareRoundTrips},
-    {"commands", "Every command, on materials with ready numbers", compareCommands},
+    {"commands", "Every command to the simplest one, on materials with ready numbers", compareCommands},
     {"phase11", "A property of a phase, materials of version 1.1",
      [] { return comparePhaseProperty(host::Generation::v11); }},
     {"phase10", "A property of a phase, materials of version 1.0",

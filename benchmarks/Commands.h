@@ -12,13 +12,13 @@ inline constexpr std::size_t commandCompounds = 10;
 struct CommandRequest {
     std::string name;
     std::string bytes;
-    double goal = 1.5; ///< in bare round trips
+    double goal = 1.5; ///< in times of getUnitName
 };
 
 /// In the order of their codes; without the host's log, which an answer need not wait for.
 const std::vector<CommandRequest>& commandRequests();
 
-/// Measures each against a bare round trip and prints the ratios. False for a missed goal.
+/// Measures each against getUnitName and prints the ratios. False for a missed goal.
 bool compareCommands();
 
 } // namespace solvane
