@@ -15,8 +15,8 @@ namespace solvane::host {
 /// Keeps the order of an object's keys: that of the ports.
 using CaseJson = nlohmann::ordered_json;
 
-/// A value of a case file with its path, as `feeds["Feed"].composition.methane`. It refers to the value and to the
-/// text of errors, which outlive it.
+/// A value of a case file with its path, as `feeds["Feed"].composition.methane`. It refers to the value and
+/// to the text of errors, which outlive it.
 class CasePlace {
 public:
     CasePlace(const CaseJson& value, std::string path, std::string& error)
