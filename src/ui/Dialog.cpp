@@ -53,7 +53,7 @@ INT_PTR Dialog::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_INITDIALOG:
         onInit();
-        return TRUE;
+        return !IsChild(window_, GetFocus()); // whether the system is to choose the focus
     case WM_COMMAND:
         onCommand(LOWORD(wParam), HIWORD(wParam));
         return TRUE;

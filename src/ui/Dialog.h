@@ -31,6 +31,7 @@ public:
 
 protected:
     // What happens, for the derived class to answer.
+    /// The first control has the focus afterwards, unless this gives it to another one.
     virtual void onInit() {}
     /// A button was pressed, a control's text or selection changed; `notification` is its BN_, EN_ or CBN_
     /// code. OK and Cancel end the dialog unless this is overridden.

@@ -1,5 +1,6 @@
 #include "InputDlg.h"
 
+#include "Layout.h"
 #include "resources/ResourceIds.h"
 
 namespace solvane {
@@ -8,6 +9,7 @@ CInputDlg::CInputDlg(const wchar_t* title, const wchar_t* prompt, const wchar_t*
     : Dialog(IDD_INPUT), title_(title), prompt_(prompt), start_(start) {}
 
 void CInputDlg::onInit() {
+    centreOverOwner(window());
     SetWindowTextW(window(), title_);
     setText(IDC_INPUT_PROMPT, prompt_);
     if (start_)

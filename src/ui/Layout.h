@@ -20,6 +20,9 @@ struct Box {
 /// Where a control stands within its parent.
 Box boxOf(HWND control);
 
+/// Moves a dialog to the middle of the window that owns it; one without an owner stays.
+void centreOverOwner(HWND dialog);
+
 /// Moves a window's controls together, at the end of its life, so that nothing flickers.
 class Layout {
 public:

@@ -42,25 +42,35 @@ void ListView::fill(const std::vector<std::vector<std::wstring>>& rows) const {
     InvalidateRect(list_, nullptr, TRUE);
 }
 
-/// The header's own rule for the last column does not see the scroll bar.
 void ListView::fitColumns() const {
+    for (int i = 0; i < columnCount_ - 1; ++i) {
+        ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE);
+        const int content = ListView_GetColumnWidth(list_, i);
+        ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE_USEHEADER);
+        // With room for the header's margins, which not every system counts.
+        const int header = ListView_GetColumnWidth(list_, i) + 2 * layoutMargin;
+        ListView_SetColumnWidth(list_, i, std::max(content, header));
+    }
+    fitLastColumn();
+}
+
+/// The header's own rule for the last column does not see the scroll bar.
+void ListView::fitLastColumn() const {
     const int last = columnCount_ - 1;
     int left = 0;
-    for (int i = 0; i <= last; ++i) {
-        ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE);
-        int width = ListView_GetColumnWidth(list_, i);
-        RECT area{};
-        GetClientRect(list_, &area);
-        if (i == last) {
-            width = std::max({width, lastHeader_, static_cast<int>(area.right) - left});
-        } else {
-            ListView_SetColumnWidth(list_, i, LVSCW_AUTOSIZE_USEHEADER);
-            // With room for the header's margins, which not every system counts.
-            width = std::max(width, ListView_GetColumnWidth(list_, i) + 2 * layoutMargin);
-        }
-        ListView_SetColumnWidth(list_, i, width);
-        left += width;
-    }
+    for (int i = 0; i < last; ++i)
+        left += ListView_GetColumnWidth(list_, i);
+    ListView_SetColumnWidth(list_, last, LVSCW_AUTOSIZE);
+    RECT area{};
+    GetClientRect(list_, &area);
+    lastWidth_ =
+        std::max({ListView_GetColumnWidth(list_, last), lastHeader_, static_cast<int>(area.right) - left});
+    ListView_SetColumnWidth(list_, last, lastWidth_);
+}
+
+void ListView::fillWidth() const {
+    if (ListView_GetColumnWidth(list_, columnCount_ - 1) == lastWidth_)
+        fitLastColumn();
 }
 
 int ListView::selected() const {

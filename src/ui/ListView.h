@@ -18,9 +18,9 @@ public:
 
     /// Replaces all rows and fits the columns. Nothing is selected afterwards.
     void fill(const std::vector<std::vector<std::wstring>>& rows) const;
-    /// Fits each column to its content and its header; the last one takes the room that is left. For when the
-    /// list's width has changed.
-    void fitColumns() const;
+    /// For when the list's width has changed: the last column takes the room that is left. The others stay as
+    /// they are, and so does the last one where the user has given it a width.
+    void fillWidth() const;
 
     /// -1 where no row or more than one is selected.
     int selected() const;
@@ -32,9 +32,14 @@ public:
     HWND window() const { return list_; }
 
 private:
+    /// Fits each column to its content and its header; the last one takes the room that is left.
+    void fitColumns() const;
+    void fitLastColumn() const;
+
     HWND list_ = nullptr;
     int columnCount_ = 0;
-    int lastHeader_ = 0; ///< width of the last column's header
+    int lastHeader_ = 0;        ///< width of the last column's header
+    mutable int lastWidth_ = 0; ///< of the last column, as it was fitted; any other is the user's
 };
 
 } // namespace solvane

@@ -160,7 +160,7 @@ void CParameterDlg::onSize(int width, int height) {
             place += buttonWidth;
         }
     }
-    list_.fitColumns();
+    list_.fillWidth();
 }
 
 } // namespace solvane

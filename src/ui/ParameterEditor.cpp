@@ -32,6 +32,7 @@ void ParameterEditor::onInit() {
     SetWindowTextW(window(), title.c_str());
     fillComboBox(control(IDC_PARAMETER_MODE), {L"Input", L"Output"}, parameter_.isInput ? 0 : 1);
     showValues();
+    focus(IDC_PARAMETER_VALUE); // what most users come for
 }
 
 void ParameterEditor::onCommand(int id, int notification) {

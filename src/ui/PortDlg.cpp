@@ -27,7 +27,7 @@ constexpr std::array<CPortDlg::Side, 2> CPortDlg::sides{{
 
 CPortDlg::CPortDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow) : Tab(IDD_PORT, unit, mainWindow) {}
 
-ListView CPortDlg::listOf(const Side& side) const {
+const ListView& CPortDlg::listOf(const Side& side) const {
     return lists_[static_cast<std::size_t>(&side - sides.data())];
 }
 
@@ -144,7 +144,7 @@ void CPortDlg::onSize(int width, int height) {
         }
     }
     for (const ListView& list : lists_)
-        list.fitColumns();
+        list.fillWidth();
 }
 
 } // namespace solvane

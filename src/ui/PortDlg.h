@@ -26,7 +26,7 @@ private:
     LRESULT onNotify(const NMHDR& header) override;
     void onSize(int width, int height) override;
 
-    ListView listOf(const Side& side) const;
+    const ListView& listOf(const Side& side) const;
     void fill(const Side& side) const;
     void updateButtons() const;
     void add(const Side& side);

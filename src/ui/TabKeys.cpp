@@ -26,6 +26,15 @@ void enterPage(HWND tabs) {
         SendMessageW(GetAncestor(tabs, GA_ROOT), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
 }
 
+/// As a click does. TabCtrl_SetCurFocus says the change by itself, but leaves a row in which Wine's control
+/// takes no more clicks.
+void selectTab(HWND tabs, int tab) {
+    TabCtrl_SetCurSel(tabs, tab);
+    const auto id = static_cast<UINT_PTR>(GetDlgCtrlID(tabs));
+    const NMHDR change{tabs, id, static_cast<UINT>(TCN_SELCHANGE)};
+    SendMessageW(GetParent(tabs), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&change));
+}
+
 bool takeTabKey(const MSG& message) {
     const HWND focus = message.hwnd;
     if (SendMessageW(focus, WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&message)) & DLGC_WANTALLKEYS)
@@ -41,7 +50,7 @@ bool takeTabKey(const MSG& message) {
     const int count = tabs ? TabCtrl_GetItemCount(tabs) : 0;
     if (count == 0)
         return false;
-    TabCtrl_SetCurFocus(tabs, (TabCtrl_GetCurSel(tabs) + (isBackwards ? count - 1 : 1)) % count);
+    selectTab(tabs, (TabCtrl_GetCurSel(tabs) + (isBackwards ? count - 1 : 1)) % count);
     enterPage(tabs);
     return true;
 }

@@ -195,9 +195,45 @@ TEST_F(Appearance, everyDialog) {
             EXPECT_EQ(sharedLetters(user), L"");
             Ids all = dialog.order;
             all.insert(all.end(), {IDOK, IDCANCEL});
+            // An editor opens on the value.
+            if (const auto value = std::ranges::find(all, IDC_PARAMETER_VALUE); value != all.end())
+                std::ranges::rotate(all, value);
             EXPECT_EQ(walk(user), all);
             user.key(VK_ESCAPE);
         }
+    });
+}
+
+TEST_F(Appearance, aQuestionLiesWithinTheWindowThatAsks) {
+    edit(L"Parameters", [](WindowDriver& user) {
+        user.selectRow(IDC_PARAMETER_LIST, 3);
+        user.press(L"&Edit");
+        user.await(L"String parameter \"solvent\":");
+        const RECT parent = placeOf(user.here());
+        user.press(L"&Add");
+        user.await(L"Enter option:");
+        const RECT place = placeOf(user.here());
+        RECT common{};
+        IntersectRect(&common, &place, &parent);
+        EXPECT_TRUE(EqualRect(&common, &place));
+    });
+}
+
+TEST_F(Appearance, columnsThatTheUserWidenedStaySo) {
+    edit(L"Parameters", [](WindowDriver& user) {
+        const auto list = user.control(IDC_PARAMETER_LIST);
+        const auto width = [&](int column) { return ListView_GetColumnWidth(list, column); };
+        const int last = 7;
+        ListView_SetColumnWidth(list, 0, 177);
+        const int before = width(last);
+        const RECT window = placeOf(user.here());
+        user.resize(window.right - window.left + 300, window.bottom - window.top);
+        EXPECT_EQ(width(0), 177);
+        EXPECT_GT(width(last), before); // it takes the room that is left
+        ListView_SetColumnWidth(list, last, 66);
+        user.resize(window.right - window.left, window.bottom - window.top);
+        EXPECT_EQ(width(last), 66);
+        user.pickTab(L"Ports");
     });
 }
 
@@ -223,7 +259,10 @@ TEST_F(Appearance, tabsAreReachedWithTheKeyboard) {
         EXPECT_EQ(tabKey({VK_CONTROL, VK_SHIFT}), IDC_ABOUT_CODE);
         user.pickTab(L"Reports"); // the mouse leaves the focus on the tab
         EXPECT_EQ(tabKey({}), IDC_REPORT_LIST);
-        user.pickTab(L"Ports");
+        for (const wchar_t* clicked : {L"Ports", L"Reports", L"About", L"Ports"}) {
+            tabKey({VK_CONTROL});
+            user.pickTab(clicked); // the row takes clicks still
+        }
     });
 }
 
