@@ -3,6 +3,7 @@
 #include "AboutDlg.h"
 #include "Dpi.h"
 #include "FileDialog.h"
+#include "FileNames.h"
 #include "FilesDlg.h"
 #include "HelpFile.h"
 #include "Layout.h"
@@ -15,6 +16,7 @@
 #include "com/Text.h"
 #include "persistence/ModelContainer.h"
 #include "resources/ResourceIds.h"
+#include "unit/CSolvaneUnitOp.h"
 
 #include <commctrl.h>
 
@@ -48,6 +50,15 @@ RECT lastPlace{};
 
 constexpr wchar_t modelFilter[] =
     L"Solvane Unit-Operation Model files (*.SVM)\0*.svm\0All files (*.*)\0*.*\0";
+
+/// Model files are opened by their ANSI names.
+bool isUsablePath(const std::wstring& path, std::string& error) {
+    if (isInCodePage(path))
+        return true;
+    error = "The path holds a character that the system's ANSI code page does not have. "
+            "Choose a file whose folder and name do without it.";
+    return false;
+}
 
 } // namespace
 
@@ -125,7 +136,7 @@ void CEditDlg::saveModel() {
     const FileDialog dialog{.title = L"Save model file:", .filter = modelFilter, .extension = L"svm"};
     const std::wstring path = dialog.save(window());
     std::string error;
-    if (!path.empty() && !WriteModelDocument(unit_, narrow(path), error))
+    if (!path.empty() && (!isUsablePath(path, error) || !WriteModelDocument(unit_, narrow(path), error)))
         showError(window(), widen(error), L"Failed to save:");
 }
 
@@ -138,9 +149,15 @@ void CEditDlg::loadModel() {
     dialog.flags |= OFN_OVERWRITEPROMPT;
     const std::wstring path = dialog.open(window());
     std::string error;
-    if (!path.empty() && !ReadModelDocument(unit_, narrow(path), error))
+    if (!path.empty() && (!isUsablePath(path, error) || !replaceModel(path, error)))
         showError(window(), widen(error), L"Failed to load:");
     RefreshTabs();
+}
+
+/// The old model is gone from the start, which is a change even where no other takes its place.
+bool CEditDlg::replaceModel(const std::wstring& path, std::string& error) const {
+    unit_.markChanged();
+    return ReadModelDocument(unit_, narrow(path), error);
 }
 
 void CEditDlg::help() const {

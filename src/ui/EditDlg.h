@@ -29,6 +29,7 @@ private:
     void showSelectedTab() const;
     void saveModel();
     void loadModel();
+    bool replaceModel(const std::wstring& path, std::string& error) const;
     void help() const;
 
     CSolvaneUnitOp& unit_;

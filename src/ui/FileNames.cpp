@@ -41,11 +41,14 @@ bool isReservedFileName(std::wstring_view name) {
     return holds(reservedNames, name);
 }
 
+bool isInCodePage(const std::wstring& text) {
+    return widen(narrow(text)) == text;
+}
+
 const char* fileNameFault(const std::wstring& name) {
-    const std::string ansi = narrow(name);
-    if (widen(ansi) != name)
+    if (!isInCodePage(name))
         return "the name holds a character that the system's ANSI code page does not have";
-    return workingFileNameFault(ansi);
+    return workingFileNameFault(narrow(name));
 }
 
 } // namespace solvane

@@ -16,6 +16,9 @@ bool isScriptLike(std::wstring_view name);
 /// not among them: it is written anew before the next run.
 bool isReservedFileName(std::wstring_view name);
 
+/// Whether the system's ANSI code page has all characters of a name or path.
+bool isInCodePage(const std::wstring& text);
+
 /// Why a model with a file of this name could not be loaded again, as half a sentence; null where it could.
 const char* fileNameFault(const std::wstring& name);
 

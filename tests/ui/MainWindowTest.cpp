@@ -4,9 +4,12 @@
 #include "com/Text.h"
 
 #include <commctrl.h>
+#include <gmock/gmock.h>
 
 namespace solvane {
 namespace {
+
+using testing::HasSubstr;
 
 using MainWindow = UiTest;
 
@@ -14,6 +17,18 @@ TEST_F(MainWindow, closingAtOnceChangesNothing) {
     EXPECT_EQ(edit([](WindowDriver& user) { user.press(L"&Close"); }), S_FALSE);
     EXPECT_EQ(edit([](WindowDriver& user) { user.key(VK_ESCAPE); }), S_FALSE);
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
+}
+
+TEST_F(MainWindow, theEnterKeyClosesItOnTheButtonOnly) {
+    edit(L"Parameters", [](WindowDriver& user) {
+        focusOn(user.control(IDC_PARAMETER_LIST));
+        user.key(VK_RETURN);
+        ASSERT_TRUE(user.here());
+        user.pickTab(L"Ports");
+        focusOn(user.button(L"&Close"));
+        user.key(VK_RETURN);
+        EXPECT_FALSE(user.here());
+    });
 }
 
 TEST_F(MainWindow, itOpensOnTheLastTabAndAtTheLastPlace) {
@@ -61,10 +76,28 @@ TEST_F(MainWindow, aModelGoesToAFileAndComesBack) {
 
 TEST_F(MainWindow, whatCannotBeSavedOrLoadedIsTold) {
     const std::wstring file = temporary.path() + L"bad.svm";
+    const std::wstring foreign = temporary.path() + L"\u65e5.svm";
     writeFile(file, "no zip");
+    writeFile(foreign, "no zip");
+    ModelBag model;
+    model.script("1;").feeds({L"Feed"});
+    ASSERT_EQ(load(model), S_OK);
+    EXPECT_EQ(edit([&](WindowDriver& user) {
+                  loadModel(user, foreign);
+                  EXPECT_THAT(narrow(user.answer(L"Failed to load:")), HasSubstr("ANSI code page"));
+                  EXPECT_EQ(user.rows(IDC_PORT_FEEDS).size(), 1U);
+                  saveModel(user, foreign);
+                  EXPECT_THAT(narrow(user.answer(L"Failed to save:")), HasSubstr("ANSI code page"));
+              }),
+              S_FALSE);
+    // From here on the former model is gone, whatever takes its place.
+    EXPECT_EQ(edit([&](WindowDriver& user) {
+                  loadModel(user, file);
+                  EXPECT_EQ(user.answer(L"Failed to load:"), L"Failed to open SVM file as ZIP file");
+              }),
+              S_OK);
+    EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_OK);
     edit([&](WindowDriver& user) {
-        loadModel(user, file);
-        EXPECT_EQ(user.answer(L"Failed to load:"), L"Failed to open SVM file as ZIP file");
         writeFile(workingFolder() + L"calc.m", "");
         saveModel(user, file);
         EXPECT_EQ(user.answer(L"Failed to save:"), L"Failed to add \"calc.m\" to zip: file has zero size");
