@@ -1,6 +1,7 @@
 #include "BackupCopy.h"
 
 #include "com/StdioFile.h"
+#include "persistence/WorkingFileName.h"
 
 #include <windows.h>
 
@@ -17,7 +18,10 @@ std::string backupOf(const std::string& path) {
 
 } // namespace
 
-void makeBackupCopy(const std::string& path) {
+void makeBackupCopy(const std::string& folder, const std::string& name) {
+    if (workingFileNameFault(name))
+        return;
+    const std::string path = folder + name;
     const std::string backup = backupOf(path);
     // The copy of a read-only file is read-only, and could be neither written over nor deleted.
     SetFileAttributesA(backup.c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -25,7 +29,8 @@ void makeBackupCopy(const std::string& path) {
         SetFileAttributesA(backup.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-bool differsFromBackupCopy(const std::string& path) {
+bool differsFromBackupCopy(const std::string& folder, const std::string& name) {
+    const std::string path = folder + name;
     const StdioFile file = openFile(path, "rb");
     const StdioFile backup = openFile(backupOf(path), "rb");
     if (!file || !backup)

@@ -1,13 +1,13 @@
 #include "MatlabDlg.h"
 
 #include "BackupCopy.h"
+#include "BlockedInput.h"
 #include "EditDlg.h"
 #include "ErrorPlace.h"
 #include "Layout.h"
 #include "Messages.h"
 #include "ScriptEditor.h"
 #include "StartProgram.h"
-#include "com/StdioFile.h"
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
 #include "runtime/CalculationDriver.h"
@@ -16,9 +16,8 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
 
 namespace solvane {
 
@@ -39,37 +38,17 @@ constexpr int outputTab = 1;
 constexpr COLORREF red = RGB(255, 0, 0);
 constexpr COLORREF green = RGB(0, 255, 0);
 
-constexpr wchar_t fileTitle[] = L"Error:";
-
-bool readAll(std::FILE* file, std::string& bytes) {
-    std::array<char, 4096> block;
-    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file))
-        bytes.append(block.data(), count);
-    return std::ferror(file) == 0;
-}
-
 std::wstring placeText(const TextPlace& place) {
     return L"ine " + std::to_wstring(place.line) + L", column " + std::to_wstring(place.column);
 }
-
-/// Shown for its lifetime.
-class WaitCursor {
-public:
-    WaitCursor() : former_(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
-    ~WaitCursor() { SetCursor(former_); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-
-private:
-    HCURSOR former_;
-};
 
 } // namespace
 
 CMatlabDlg::CMatlabDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow)
     : Tab(IDD_MATLAB, unit, mainWindow),
       editIn_(TextView::Kind::editable, IDC_MATLAB_SCRIPT),
-      editOut_(TextView::Kind::readOnly, IDC_MATLAB_OUTPUT) {}
+      editOut_(TextView::Kind::readOnly, IDC_MATLAB_OUTPUT),
+      script_(unit, editIn_) {}
 
 void CMatlabDlg::onInit() {
     fillInfoLevels();
@@ -87,13 +66,14 @@ void CMatlabDlg::onInit() {
     editIn_.onCaretMoved = [this] { showPlace(); };
     loadScript();
     editOut_.setText(unit_.outputText);
-    makeBackupCopy(scriptPath());
+    makeBackupCopy(unit_.workingFolder, ScriptFile::name);
     showView(0);
 }
 
 void CMatlabDlg::RefreshFromModel() {
     if (!allowRefresh_)
         return;
+    showInfoLevel();
     loadScript();
     editOut_.setText(unit_.outputText);
     showPlace();
@@ -119,9 +99,9 @@ LRESULT CMatlabDlg::onNotify(const NMHDR& header) {
 }
 
 void CMatlabDlg::onDestroy() {
-    writeScript();
+    script_.write(window());
     editIn_.destroy();
-    if (!unit_.modelEdited && differsFromBackupCopy(scriptPath()))
+    if (!unit_.modelEdited && differsFromBackupCopy(unit_.workingFolder, ScriptFile::name))
         unit_.markChanged();
     editOut_.destroy();
 }
@@ -129,12 +109,15 @@ void CMatlabDlg::onDestroy() {
 // ---- the info level: neither a change nor a reason to validate anew
 
 void CMatlabDlg::fillInfoLevels() const {
-    const HWND list = control(IDC_MATLAB_LEVEL);
-    for (const InfoLevel& level : infoLevels) {
-        const int index = ComboBox_AddString(list, level.text);
-        if (level.value == unit_.echoLevel)
-            ComboBox_SetCurSel(list, index);
-    }
+    for (const InfoLevel& level : infoLevels)
+        ComboBox_AddString(control(IDC_MATLAB_LEVEL), level.text);
+    showInfoLevel();
+}
+
+void CMatlabDlg::showInfoLevel() const {
+    const auto level = std::ranges::find(infoLevels, unit_.echoLevel, &InfoLevel::value);
+    ComboBox_SetCurSel(control(IDC_MATLAB_LEVEL),
+                       level == infoLevels.end() ? -1 : static_cast<int>(level - infoLevels.begin()));
 }
 
 void CMatlabDlg::storeInfoLevel() const {
@@ -145,48 +128,10 @@ void CMatlabDlg::storeInfoLevel() const {
 
 // ---- the script's file
 
-std::string CMatlabDlg::scriptPath() const {
-    return unit_.workingFolder + "calc.m";
-}
-
 void CMatlabDlg::loadScript() {
     errorPlace_.reset();
-    isLoaded_ = false;
-    const StdioFile file = openFile(scriptPath(), "rb");
-    if (!file) {
-        refuseFile();
-        return forbidScript();
-    }
-    loadedBytes_.clear();
-    const bool isRead = readAll(file.get(), loadedBytes_);
-    if (!editIn_.setText(widen(loadedBytes_)) || !isRead) {
-        showError(window(), L"An error occurred while reading the user script", fileTitle);
+    if (!script_.load(window()))
         forbidScript();
-    }
-    editIn_.getText(loadedText_);
-    isLoaded_ = true;
-}
-
-bool CMatlabDlg::writeScript() {
-    // What couldn't be read, or not to its end for lack of memory, is not written over.
-    if (!isLoaded_ || !IsWindowEnabled(editIn_.window()))
-        return false;
-    unit_.scriptDirty = true;
-    StdioFile file = openFile(scriptPath(), "wb");
-    if (!file) {
-        refuseFile();
-        return false;
-    }
-    std::wstring text;
-    bool isWritten = editIn_.getText(text);
-    // The view makes "\r\n" of each line's end and knows the code page's characters only. A text that the
-    // user left alone goes back as it came.
-    const std::string bytes = text == loadedText_ ? loadedBytes_ : narrow(text);
-    isWritten &= std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-    isWritten &= closeWritten(std::move(file));
-    if (!isWritten)
-        showError(window(), L"An error occurred while saving the user script", fileTitle);
-    return isWritten;
 }
 
 /// For the life of the window.
@@ -195,24 +140,18 @@ void CMatlabDlg::forbidScript() const {
     EnableWindow(editIn_.window(), FALSE);
 }
 
-void CMatlabDlg::refuseFile() {
-    const std::wstring failure = L"Failed to open Matlab script: " + widen(std::strerror(errno));
-    showError(window(), failure, fileTitle);
-    editIn_.setText(failure);
-}
-
 // ---- the buttons
 
 /// One run as the host's calculation makes it, with what the ports hold at the moment.
 void CMatlabDlg::test() {
-    if (!writeScript())
-        return;
+    const BlockedInput blocked(mainWindow_.window());
+    if (!script_.write(window()))
+        return showPlace();
+    const WaitCursor cursor;
+    setText(IDC_MATLAB_PLACE, L"Running...");
+    UpdateWindow(control(IDC_MATLAB_PLACE));
     std::wstring error;
-    bool isDone = false;
-    {
-        const WaitCursor cursor;
-        isDone = runCalculation(unit_, error);
-    }
+    const bool isDone = runCalculation(unit_, error);
     errorPlace_.reset();
     if (std::wstring script; !isDone && editIn_.getText(script))
         errorPlace_ = findErrorPlace(error, script);
@@ -235,15 +174,16 @@ void CMatlabDlg::test() {
 void CMatlabDlg::edit() {
     if (GetKeyState(VK_CONTROL) < 0)
         return chooseScriptEditor(window());
-    const std::wstring command = L"\"" + findScriptEditor() + L"\" \"" + widen(scriptPath()) + L"\"";
+    const std::wstring command = L"\"" + findScriptEditor() + L"\" \"" + widen(script_.path()) + L"\"";
     const Handle process = startProgram(command, widen(unit_.workingFolder), true);
     if (!process)
         return showError(window(),
                          L"Failed to run command:\r\n" + command +
                              L"\r\nHold Control while clicking Edit to select a different editor.",
                          L"Failed to Edit:");
+    const BlockedInput blocked(mainWindow_.window());
     EnableWindow(window(), FALSE);
-    writeScript();
+    script_.write(window());
     waitForScriptEditor(process.get());
     loadScript();
     EnableWindow(window(), TRUE);
@@ -260,6 +200,8 @@ void CMatlabDlg::showView(int tab) const {
 
 /// Below the script its caret, below the output the line at fault.
 void CMatlabDlg::showPlace() const {
+    if (script_.isRefused() && IsWindowEnabled(editIn_.window()))
+        return setText(IDC_MATLAB_PLACE, L"The script is not shown. Ctrl+Z in the view brings it back.");
     if (TabCtrl_GetCurSel(control(IDC_MATLAB_TABS)) != outputTab)
         return setText(IDC_MATLAB_PLACE, L"L" + placeText(editIn_.caret()));
     setText(IDC_MATLAB_PLACE, errorPlace_ ? L"The error is in l" + placeText(*errorPlace_) : L"");

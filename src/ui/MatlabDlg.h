@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ScriptFile.h"
 #include "Tab.h"
 #include "TextView.h"
 
@@ -23,15 +24,11 @@ private:
     void onDestroy() override;
 
     void fillInfoLevels() const;
+    void showInfoLevel() const;
     void storeInfoLevel() const;
 
     void loadScript();
-    /// False where nothing, or not all, was written.
-    bool writeScript();
     void forbidScript() const;
-    std::string scriptPath() const;
-    /// Shows why the script's file can't be opened, in a box and in the view.
-    void refuseFile();
 
     void test();
     void edit();
@@ -41,9 +38,7 @@ private:
 
     TextView editIn_;
     TextView editOut_;
-    bool isLoaded_ = false;               ///< the last load came to its end
-    std::string loadedBytes_;             ///< of the file, at the last load
-    std::wstring loadedText_;             ///< what the view made of them
+    ScriptFile script_;
     std::optional<TextPlace> errorPlace_; ///< in the script, of the last test
     bool allowRefresh_ = true;
 };

@@ -16,6 +16,8 @@ constexpr LONG endOfText = 0x7FFFFFFE;
 /// is the quicker way.
 constexpr int longText = 10'000;
 
+constexpr UINT unicodePage = 1200;
+
 // Characters go as they are in memory: the code page of a file is not the control's business.
 constexpr WPARAM streamFormat = SF_TEXT | SF_UNICODE;
 
@@ -111,6 +113,12 @@ bool TextView::setText(std::wstring_view text) {
     return stream.dwError == 0;
 }
 
+void TextView::replaceText(const std::wstring& text) {
+    select(0, -1);
+    ask(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+    setCaret({});
+}
+
 bool TextView::getText(std::wstring& text) const {
     text.clear();
     EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&text), 0, collect};
@@ -173,12 +181,19 @@ CHARRANGE TextView::selection() const {
     return range;
 }
 
+LONG TextView::length() const {
+    const GETTEXTLENGTHEX characters{GTL_NUMCHARS | GTL_PRECISE, unicodePage};
+    return static_cast<LONG>(ask(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&characters), 0));
+}
+
 void TextView::noteSelection() {
     const CHARRANGE now = selection();
     if (now.cpMin == selection_.cpMin && now.cpMax == selection_.cpMax)
         return;
     caret_ = now.cpMax != selection_.cpMax ? now.cpMax : now.cpMin;
     selection_ = now;
+    if (now.cpMin != now.cpMax) // all of the text includes an end that is no character
+        caret_ = std::min(caret_, length());
     if (onCaretMoved)
         onCaretMoved();
 }
@@ -213,7 +228,12 @@ bool TextView::takeKey(WPARAM key) {
         onEscape();
         return true;
     }
-    if (key != 'V' || kind_ == Kind::readOnly || GetKeyState(VK_CONTROL) >= 0)
+    if (kind_ == Kind::readOnly || key < 'A' || key > 'Z' || GetKeyState(VK_CONTROL) >= 0)
+        return false;
+    // With AltGr, which comes as Control and Alt, a letter's key types another character: no command.
+    if (GetKeyState(VK_MENU) < 0)
+        return true;
+    if (key != 'V')
         return false;
     PostMessageW(window_, EM_PASTESPECIAL, CF_TEXT, 0);
     return true;

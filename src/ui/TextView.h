@@ -19,8 +19,8 @@ struct TextPlace {
 };
 
 /// A control of unlimited length in a fixed-pitch font, which scrolls both ways and does not wrap. Of the
-/// keys it takes Escape and, where the text may be edited, Ctrl+V, which pastes without a format; all others
-/// are the control's.
+/// keys it takes Escape and, where the text may be edited, Ctrl+V, which pastes without a format, and those
+/// of AltGr; all others are the control's.
 class TextView {
 public:
     enum class Kind { editable, readOnly };
@@ -42,6 +42,8 @@ public:
     /// False where the control could not take or give the whole text. What was done before can't be undone
     /// any more.
     bool setText(std::wstring_view text);
+    /// Unlike setText, this can be undone.
+    void replaceText(const std::wstring& text);
     /// Lines end in "\r\n".
     bool getText(std::wstring& text) const;
     /// Leaves the caret behind it.
@@ -63,6 +65,8 @@ private:
     LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void select(LONG begin, LONG end) const;
     CHARRANGE selection() const;
+    /// In characters, of which a line's end is one.
+    LONG length() const;
 
     /// A new one in the place of the old one.
     void replaceControl();

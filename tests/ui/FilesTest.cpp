@@ -1,4 +1,5 @@
 // The page of additional files: what each button does to the model and to the working folder.
+#include "Container.h"
 #include "UiTest.h"
 #include "com/Handle.h"
 #include "com/Text.h"
@@ -183,6 +184,22 @@ TEST_F(FilesPage, aChangeInAnEditorIsFoundAtTheEnd) {
     EXPECT_EQ(editFiles([](WindowDriver&) {}), S_FALSE);
     EXPECT_EQ(editFiles([&](WindowDriver&) { writeFile(workingFolder() + L"b.dat", "Text of b"); }), S_OK);
     EXPECT_EQ(editFiles([](WindowDriver&) {}), S_FALSE);
+}
+
+TEST_F(FilesPage, aNameThatLeadsOutOfTheFolderIsLeftAlone) {
+    const std::wstring outside = workingFolder() + L"..\\outside.txt";
+    const std::wstring model = temporary.path() + L"hostile.svm";
+    writeFile(outside, "of the user");
+    writeFile(model, zipOf({{"unit.xml", "<UnitOperation><file name=\"..\\outside.txt\"/></UnitOperation>"},
+                            {"calc.m", "1;"}},
+                           temporary.path()));
+    editFiles([&](WindowDriver& user) {
+        loadModel(user, model);
+        user.answer(L"Failed to load:");
+    });
+    editFiles([](WindowDriver&) {}); // of what the failed load left
+    EXPECT_EQ(readFile(outside + L".$$$"), "?");
+    DeleteFileW(outside.c_str());
 }
 
 TEST_F(FilesPage, aScriptOfTheSystemIsShownAndNotRun) {

@@ -107,13 +107,17 @@ protected:
         }
     };
     /// Until the editor has ended and the page is there again.
-    void editOutside(WindowDriver& user) {
+    void editOutside(WindowDriver& user, const std::function<void()>& meanwhile = {}) {
         const HWND page = GetParent(user.button(L"&Edit"));
         bool wasDisabled = false;
         DeleteFileW((workingFolder() + L"editor.txt").c_str());
         user.press(L"&Edit");
         for (int turn = 0; turn < 500; ++turn) {
-            wasDisabled |= !IsWindowEnabled(page);
+            if (!wasDisabled && !IsWindowEnabled(page)) {
+                wasDisabled = true;
+                if (meanwhile)
+                    meanwhile();
+            }
             if (IsWindowEnabled(page) && readFile(workingFolder() + L"editor.txt") != "?")
                 break;
             Sleep(10);
@@ -135,6 +139,8 @@ TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
         work([&](WindowDriver& user) {
             EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 1, column 1");
             typeAtEnd(user, L"c\r");
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 4, column 1");
+            SendMessageW(user.control(IDC_MATLAB_SCRIPT), EM_SETSEL, 0, -1);
             EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 4, column 1");
             user.press(L"&Test");
             EXPECT_EQ(script(), "a = 1;\r\nb = foo;\r\nc\r\n");
@@ -194,6 +200,18 @@ TEST_F(MatlabTab, onlyTheTextThatTheUserChangedIsAChange) {
     EXPECT_EQ(script(), text + "end");
 }
 
+TEST_F(MatlabTab, aLoadedModelBringsItsInfoLevel) {
+    const std::wstring file = temporary.path() + L"echo.svm";
+    setScript("1;");
+    work([&](WindowDriver& user) {
+        user.choose(IDC_MATLAB_LEVEL, L"echo each command line");
+        saveModel(user, file);
+        user.choose(IDC_MATLAB_LEVEL, L"default echo");
+        loadModel(user, file);
+        EXPECT_EQ(user.text(IDC_MATLAB_LEVEL), L"echo each command line");
+    });
+}
+
 TEST_F(MatlabTab, keysOfTheViews) {
     setScript("ab");
     const auto copy = [] {
@@ -217,6 +235,8 @@ TEST_F(MatlabTab, keysOfTheViews) {
                   user.key(VK_TAB);
                   EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"\tab");
                   EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 1, column 2");
+                  user.holding({VK_CONTROL, VK_MENU}, [&] { user.key('V'); }); // AltGr, for a character
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"\tab");
                   user.withControl([&] { user.key('V'); });
                   EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"\tplainab");
                   SendMessageW(view, WM_PASTE, 0, 0); // the mouse's way
@@ -260,21 +280,65 @@ TEST_F(MatlabTab, aScriptThatCannotBeReadIsNeitherTestedNorWritten) {
         [&](WindowDriver& user) { EXPECT_EQ(user.answer(L"Error:"), failure); });
     EXPECT_EQ(script(), "?");
 
-    // One that can't be written: the text goes, the folder's file stays.
+    // One that can't be written: the view says why in place of the text, which is not written for that.
     setScript("kept");
+    const auto refuse = [&](WindowDriver& user) {
+        typeAtEnd(user, L"x");
+        const FileHandle hold(CreateFileW(scriptPath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                          FILE_ATTRIBUTE_NORMAL, nullptr));
+        user.press(L"&Test");
+        const std::wstring denied = L"Failed to open Matlab script: Permission denied";
+        EXPECT_EQ(user.answer(L"Error:"), denied);
+        EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), denied);
+        EXPECT_THAT(narrow(user.text(IDC_MATLAB_PLACE)), HasSubstr("The script is not shown"));
+    };
     EXPECT_EQ(work([&](WindowDriver& user) {
-                  typeAtEnd(user, L"x");
-                  FileHandle hold(CreateFileW(scriptPath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                              FILE_ATTRIBUTE_NORMAL, nullptr));
+                  refuse(user);
                   user.press(L"&Test");
-                  const std::wstring denied = L"Failed to open Matlab script: Permission denied";
-                  EXPECT_EQ(user.answer(L"Error:"), denied);
-                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), denied);
-                  hold.reset();
-                  EXPECT_EQ(script(), "kept");
-                  user.type(IDC_MATLAB_SCRIPT, L"kept"); // an unchanged text, then
+                  typeAtEnd(user, L"y");
+                  user.press(L"&Test");
               }),
               S_FALSE);
+    EXPECT_EQ(script(), "kept");
+    EXPECT_EQ(work([&](WindowDriver& user) {
+                  refuse(user);
+                  user.pickTab(L"Script");
+                  user.withControl([&] { user.key('Z'); });
+                  EXPECT_EQ(user.text(IDC_MATLAB_SCRIPT), L"keptx");
+              }),
+              S_OK);
+    EXPECT_EQ(script(), "keptx");
+}
+
+TEST_F(MatlabTab, clicksAndKeysAreThrownAwayWhileTheWindowIsBusy) {
+    const auto knockOn = [](HWND close, HWND view) {
+        PostMessageW(close, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+        PostMessageW(close, WM_LBUTTONUP, 0, 0);
+        PostMessageW(view, WM_KEYDOWN, VK_ESCAPE, 1);
+    };
+    HWND close = nullptr;
+    HWND view = nullptr;
+    HWND place = nullptr;
+    std::wstring shown;
+    matlab.onRun = [&](const std::wstring&) {
+        shown = textOf(place);
+        knockOn(close, view);
+        return printed(L"MATLAB output:\nMATLAB done\n");
+    };
+    const ChosenEditor chosen(editorStandIn);
+    work([&](WindowDriver& user) {
+        close = user.button(L"&Close");
+        view = user.control(IDC_MATLAB_SCRIPT);
+        place = user.control(IDC_MATLAB_PLACE);
+        user.press(L"&Test");
+        user.settle();
+        EXPECT_EQ(shown, L"Running...");
+        ASSERT_TRUE(user.here());
+        EXPECT_THAT(narrow(user.text(IDC_MATLAB_OUTPUT)), HasSubstr("OK"));
+        user.pickTab(L"Script");
+        editOutside(user, [&] { knockOn(close, view); });
+        EXPECT_TRUE(user.here());
+    });
 }
 
 TEST_F(MatlabTab, theEditorOutsideHasTheScriptForAsLongAsItRuns) {
