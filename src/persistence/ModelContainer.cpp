@@ -70,6 +70,18 @@ zip_fileinfo writtenNow() {
     return information;
 }
 
+/// A full disk may show only when the last bytes leave the buffer, and closing alone does not report it.
+int closeContainer(void*, void* stream) {
+    return closeWritten(StdioFile(static_cast<std::FILE*>(stream), std::fclose)) ? 0 : EOF;
+}
+
+ZipWriter openContainer(const std::string& path) {
+    zlib_filefunc64_def files{};
+    fill_fopen64_filefunc(&files);
+    files.zclose_file = closeContainer;
+    return ZipWriter(zipOpen2_64(path.c_str(), APPEND_STATUS_CREATE, nullptr, &files));
+}
+
 bool AddFileToContainer(const CSolvaneUnitOp& unit, const std::string& name, zipFile zip,
                         std::string& error) {
     const auto failed = [&](const char* reason) {
@@ -215,10 +227,10 @@ std::uint64_t sizeOf(const std::string& path) {
 } // namespace
 
 bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+    const DocumentOfThisCall document(unit);
     if (!writeUnitDocument(unit, error))
         return false;
-    const DocumentOfThisCall document(unit);
-    ZipWriter zip(zipOpen(path.c_str(), APPEND_STATUS_CREATE));
+    ZipWriter zip = openContainer(path);
     if (!zip)
         return fail(error, "Failed to create zip file");
     if (!AddFileToContainer(unit, modelDocument, zip.get(), error) ||

@@ -1,6 +1,7 @@
 #include "PrivateModel.h"
 
 #include "ModelContainer.h"
+#include "ModelFile.h"
 #include "com/Handle.h"
 #include "com/Text.h"
 #include "unit/CSolvaneUnitOp.h"
@@ -46,7 +47,7 @@ void StorePrivateModel(CSolvaneUnitOp& unit) {
         return;
     const std::string path = privateModelPath(unit);
     std::string error;
-    if (!WriteModelDocument(unit, path, error))
+    if (!saveModelFile(unit, path, error))
         tellFailure(unit, "Storing private data failed; failed to save \"" + path + "\": " + error);
 }
 

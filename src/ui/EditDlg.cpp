@@ -15,6 +15,7 @@
 #include "com/Module.h"
 #include "com/Text.h"
 #include "persistence/ModelContainer.h"
+#include "persistence/ModelFile.h"
 #include "resources/ResourceIds.h"
 #include "unit/CSolvaneUnitOp.h"
 
@@ -136,7 +137,7 @@ void CEditDlg::saveModel() {
     const FileDialog dialog{.title = L"Save model file:", .filter = modelFilter, .extension = L"svm"};
     const std::wstring path = dialog.save(window());
     std::string error;
-    if (!path.empty() && (!isUsablePath(path, error) || !WriteModelDocument(unit_, narrow(path), error)))
+    if (!path.empty() && (!isUsablePath(path, error) || !saveModelFile(unit_, narrow(path), error)))
         showError(window(), widen(error), L"Failed to save:");
 }
 

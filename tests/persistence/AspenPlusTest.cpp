@@ -45,6 +45,23 @@ private:
     std::filesystem::path former_ = std::filesystem::current_path();
 };
 
+/// A unit of this program's own, named B1 and edited, without a thread and with that working folder.
+class EditedUnit {
+public:
+    explicit EditedUnit(const std::wstring& folder) {
+        unit_->workingFolder = narrow(folder);
+        unit_->componentName = L"B1";
+        unit_->markChanged();
+        writeFile(folder + L"calc.m", "1;");
+    }
+    CSolvaneUnitOp* operator->() const { return unit_.get(); }
+    CSolvaneUnitOp& operator*() const { return *unit_.get(); }
+
+private:
+    ComModule module_;
+    ComRef<CSolvaneUnitOp> unit_{new CComObject<CSolvaneUnitOp>()};
+};
+
 TEST_F(AspenPlus, theFileOfTheUnitsNameIsLoadedAtTheFirstNeed) {
     const struct {
         const char* call;
@@ -91,26 +108,31 @@ TEST_F(AspenPlus, aFileThatCannotBeLoadedIsToldAndTheCallGoesOn) {
 }
 
 TEST_F(AspenPlus, anEditedModelIsStored) {
-    ComModule ownModule;
-    const ComRef<CSolvaneUnitOp> edited(new CComObject<CSolvaneUnitOp>());
-    edited->workingFolder = narrow(temporary.path());
+    const EditedUnit edited(temporary.path());
     edited->componentName = L"B3";
+    edited->modelEdited = false;
     edited->feedPorts.push_back(edited->CreatePort(true, L"F"));
-    writeFile(temporary.path() + L"calc.m", "1;");
     StorePrivateModel(*edited);
     EXPECT_EQ(readFile(L"B3.svm"), "?");
     edited->markChanged();
     StorePrivateModel(*edited);
     EXPECT_EQ(load(readFile(L"B3.svm")), S_OK);
     EXPECT_EQ(portCount(unit), 1);
+}
 
+// It is the only place where the model is.
+TEST_F(AspenPlus, aFailedSaveLeavesTheFileAsItWas) {
+    const std::string former = readFile(L"B1.svm");
+    EditedUnit edited(temporary.path());
     writeFile(temporary.path() + L"calc.m", "");
     StorePrivateModel(*edited);
     EXPECT_EQ(boxes,
               std::vector<std::string>{"AspenPlus persistence work-around: Storing private data failed; "
                                        "failed to save \"" +
                                        narrow(temporary.path()) +
-                                       "B3.svm\": Failed to add \"calc.m\" to zip: file has zero size"});
+                                       "B1.svm\": Failed to add \"calc.m\" to zip: file has zero size"});
+    EXPECT_TRUE(readFile(L"B1.svm") == former);
+    EXPECT_EQ(readFile(L"B1.svm.part"), "?");
 }
 
 TEST_F(AspenPlus, theWindowShowsTheFilesModelAndAChangeGoesBackIntoIt) {
