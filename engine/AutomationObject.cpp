@@ -1,6 +1,7 @@
 #include "AutomationObject.h"
 
 #include "OctaveSession.h"
+#include "channel/DedicatedServer.h"
 #include "com/Border.h"
 #include "com/Text.h"
 #include "com/Variant.h"
@@ -12,7 +13,7 @@ namespace solvane::engine {
 
 namespace {
 
-enum Member : DISPID { executeMember = 1, visibleMember, quitMember };
+enum Member : DISPID { executeMember = 1, visibleMember, quitMember, dedicatedMember };
 
 struct MemberName {
     const wchar_t* name;
@@ -23,6 +24,7 @@ constexpr std::array memberNames = {
     MemberName{L"Execute", executeMember},
     MemberName{L"Visible", visibleMember},
     MemberName{L"Quit", quitMember},
+    MemberName{dedicatedServerProperty, dedicatedMember},
 };
 
 /// The only argument of a member, converted where the client sent it as another type.
@@ -115,6 +117,8 @@ STDMETHODIMP CAutomationObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISP
             return visible(flags, *parameters, result, argumentError);
         case quitMember:
             return flags & DISPATCH_METHOD ? quit(*parameters) : DISP_E_MEMBERNOTFOUND;
+        case dedicatedMember:
+            return flags & DISPATCH_PROPERTYGET ? isDedicated(*parameters, result) : DISP_E_MEMBERNOTFOUND;
         default:
             return DISP_E_MEMBERNOTFOUND;
         }
@@ -151,6 +155,14 @@ HRESULT CAutomationObject::visible(WORD flags, DISPPARAMS& parameters, VARIANT* 
         return DISP_E_BADPARAMCOUNT;
     if (result)
         *result = Variant(visible_).release();
+    return S_OK;
+}
+
+HRESULT CAutomationObject::isDedicated(DISPPARAMS& parameters, VARIANT* result) {
+    if (parameters.cArgs != 0)
+        return DISP_E_BADPARAMCOUNT;
+    if (result)
+        *result = Variant(true).release();
     return S_OK;
 }
 

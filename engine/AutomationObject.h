@@ -9,8 +9,8 @@
 
 namespace solvane::engine {
 
-/// Offers `Execute(text)`, which returns what the command printed, `Visible`, and `Quit`. There is one a
-/// server process, and its end is the process's end.
+/// Offers `Execute(text)`, which returns what the command printed, `Visible`, and `Quit`, and says that
+/// it is dedicated: there is one a server process, and its end is the process's end.
 class CAutomationObject : public CComObjectRoot, public IDispatch {
 public:
     ~CAutomationObject() override;
@@ -30,6 +30,7 @@ public:
 private:
     HRESULT execute(DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception, UINT* argumentError);
     HRESULT visible(WORD flags, DISPPARAMS& parameters, VARIANT* result, UINT* argumentError);
+    HRESULT isDedicated(DISPPARAMS& parameters, VARIANT* result);
     HRESULT quit(DISPPARAMS& parameters);
 
     // Octave has no window here; the value is only remembered.

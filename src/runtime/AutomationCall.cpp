@@ -1,6 +1,7 @@
 #include "AutomationCall.h"
 
 #include "capeopen/CapeError.h"
+#include "channel/DedicatedServer.h"
 
 #include <algorithm>
 #include <array>
@@ -67,6 +68,14 @@ bool executeCommand(IDispatch* application, const std::wstring& command, std::ws
     else if (printed.type() != VT_EMPTY)
         output = L"<unknown return value>";
     return true;
+}
+
+bool isServerDedicated(IDispatch* application) {
+    DISPPARAMS none{};
+    Variant answer;
+    std::wstring error;
+    return call(error, DISPATCH_PROPERTYGET, answer.put(), application, dedicatedServerProperty, none) &&
+           answer.type() == VT_BOOL && answer.boolean() != VARIANT_FALSE;
 }
 
 bool isServerGone(IDispatch* application) {

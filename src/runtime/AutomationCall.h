@@ -21,6 +21,9 @@ bool putProperty(std::wstring& output, IDispatch* object, const wchar_t* name, c
 /// returns nothing. True if the call was made; an error in the command itself stands in the output.
 bool executeCommand(IDispatch* application, const std::wstring& command, std::wstring& output);
 
+/// Whether the server says that it serves this client alone.
+bool isServerDedicated(IDispatch* application);
+
 /// Whether the process behind the application has ended, so that no call will reach it again.
 bool isServerGone(IDispatch* application);
 

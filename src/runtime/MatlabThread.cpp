@@ -2,6 +2,7 @@
 
 #include "AutomationCall.h"
 #include "MatlabCreation.h"
+#include "MatlabTurn.h"
 #include "MexPlacement.h"
 #include "com/Border.h"
 #include "com/ComRef.h"
@@ -10,6 +11,7 @@
 #include "unit/CSolvaneUnitOp.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace solvane {
 
@@ -34,10 +36,16 @@ private:
 class MatlabSession {
 public:
     explicit MatlabSession(CSolvaneUnitOp& unit) : unit_(unit) {}
+    ~MatlabSession() { end(); }
+    MatlabSession(const MatlabSession&) = delete;
+    MatlabSession& operator=(const MatlabSession&) = delete;
 
     bool start(std::wstring& error);
     bool run(std::wstring& error);
-    void quit();
+    /// Leads Matlab out of the working folder. False where it runs another unit's script, whose folder it is
+    /// in: it answers nothing meanwhile, not even a release.
+    bool leaveFolder();
+    void end();
 
 private:
     bool create(std::wstring& error);
@@ -51,7 +59,8 @@ private:
     CSolvaneUnitOp& unit_;
     Handle mutex_;
     bool hasApartment_ = false;
-    bool isMatlabLost_ = false; ///< its process ended under a run: the next run starts another
+    bool isMatlabShared_ = false; ///< other clients may use it too
+    bool isMatlabLost_ = false;   ///< its process ended under a run: the next run starts another
     ComRef<IDispatch> matlabApplication_;
 };
 
@@ -78,6 +87,7 @@ bool MatlabSession::create(std::wstring& error) {
         error = L"Failed to create Matlab application: " + FormatHresultText(created);
         return false;
     }
+    isMatlabShared_ = !isServerDedicated(matlabApplication_.get());
     return true;
 }
 
@@ -111,6 +121,9 @@ bool MatlabSession::executeSilent(const std::wstring& command, std::wstring& out
 // ---- run
 
 bool MatlabSession::run(std::wstring& error) {
+    MatlabTurn turn;
+    if (isMatlabShared_ && !turn.takeForRun(error))
+        return false;
     if (!isReady(error))
         return false;
     if (runScript(error))
@@ -155,15 +168,21 @@ bool MatlabSession::changeDirectory(std::wstring& error) {
 
 // ---- quit
 
-void MatlabSession::quit() {
-    if (matlabApplication_) {
-        // Out of the working folder, which is about to be deleted.
-        std::wstring output;
-        if (!executeCommand(matlabApplication_.get(), L"cd '" + widen(mexFolder()) + L"'", output))
-            unit_.workerCommand = WorkerCommand::succeeded;
-    }
+bool MatlabSession::leaveFolder() {
+    if (!matlabApplication_)
+        return true;
+    MatlabTurn turn;
+    if (isMatlabShared_ && !turn.takeSoon())
+        return false;
+    std::wstring output;
+    if (!executeCommand(matlabApplication_.get(), L"cd '" + widen(mexFolder()) + L"'", output))
+        unit_.workerCommand = WorkerCommand::succeeded;
+    return true;
+}
+
+void MatlabSession::end() {
     matlabApplication_.reset();
-    if (hasApartment_)
+    if (std::exchange(hasApartment_, false))
         CoUninitialize();
     mutex_.reset();
 }
@@ -213,8 +232,10 @@ void serveUnit(CSolvaneUnitOp& unit) {
     for (;;) {
         WaitForSingleObject(unit.workerCommandEvent.get(), INFINITE);
         if (unit.workerCommand == WorkerCommand::quit) {
-            session.quit();
-            SetEvent(done);
+            if (session.leaveFolder())
+                session.end();
+            SetEvent(
+                done); // before the end where Matlab is busy: it may be with the script of who waits here
             return;
         }
         carryOutGuarded(session, unit);

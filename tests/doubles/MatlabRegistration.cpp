@@ -27,6 +27,11 @@ std::wstring standInPath() {
     return path;
 }
 
+std::wstring fileBesideStandIn(const wchar_t* name) {
+    const std::wstring path = standInPath();
+    return path.substr(0, path.rfind(L'\\') + 1) + name;
+}
+
 void check(LSTATUS status, const char* what) {
     if (status != ERROR_SUCCESS)
         throw std::runtime_error(std::string("Matlab.Application can't be registered: ") + what);
@@ -90,6 +95,11 @@ void MatlabRegistration::setClass() {
 
 void MatlabRegistration::setServer(const std::wstring& path) {
     write(standInKey() + L"\\InprocServer32", L"", path);
+}
+
+void MatlabRegistration::setSharedServer() {
+    removeKey(standInKey() + L"\\InprocServer32");
+    write(standInKey() + L"\\LocalServer32", L"", L"\"" + fileBesideStandIn(L"SharedMatlab.exe") + L"\"");
 }
 
 void MatlabRegistration::removeClass() {

@@ -20,6 +20,8 @@ public:
     void setClass();
     /// Leads the class elsewhere than to the stand-in: to the file of a server in the client's process.
     void setServer(const std::wstring& path);
+    /// Leads the class to the server that all clients share, in a process of its own.
+    void setSharedServer();
     /// The version stays: Matlab was there once.
     void removeClass();
 

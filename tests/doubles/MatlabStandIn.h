@@ -41,6 +41,8 @@ public:
     std::function<void()> onCreate;
     HRESULT creation = S_OK;
     HRESULT visibility = S_OK;
+    /// Says of itself that it serves one client alone, as the engine does and Matlab does not.
+    bool dedicated = false;
     /// Failures of GetIDsOfNames by name.
     std::map<std::wstring, HRESULT> unknownMembers;
     /// What a command prints that is none of the others.
@@ -59,6 +61,7 @@ private:
     HRESULT create() override;
     HRESULT findMember(const wchar_t* name) override;
     HRESULT execute(const wchar_t* command, VARIANT* result) override;
+    bool isDedicated() override { return dedicated; }
     HRESULT putVisible(const VARIANT& value) override;
     void released() override;
 

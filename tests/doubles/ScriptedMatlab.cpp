@@ -1,5 +1,7 @@
 #include "ScriptedMatlab.h"
 
+#include "channel/DedicatedServer.h"
+
 #include <atomic>
 #include <cwchar>
 
@@ -11,6 +13,7 @@ std::atomic<MatlabBehaviour*> behaviour{nullptr};
 
 constexpr DISPID executeMember = 1;
 constexpr DISPID visibleMember = 2;
+constexpr DISPID dedicatedMember = 3;
 
 /// Counted by the threads that hold it; units of one process have one application each.
 template <class Interface>
@@ -58,6 +61,8 @@ public:
             *ids = executeMember;
         else if (std::wcscmp(names[0], L"Visible") == 0)
             *ids = visibleMember;
+        else if (std::wcscmp(names[0], dedicatedServerProperty) == 0 && behaviour.load()->isDedicated())
+            *ids = dedicatedMember;
         else
             return DISP_E_UNKNOWNNAME;
         return S_OK;
@@ -65,6 +70,11 @@ public:
 
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                         EXCEPINFO*, UINT*) override {
+        if (id == dedicatedMember && (flags & DISPATCH_PROPERTYGET)) {
+            result->vt = VT_BOOL;
+            result->boolVal = VARIANT_TRUE;
+            return S_OK;
+        }
         if (parameters->cArgs != 1)
             return DISP_E_BADPARAMCOUNT;
         const VARIANT& argument = parameters->rgvarg[0];

@@ -18,6 +18,7 @@ struct MatlabBehaviour {
     virtual HRESULT create() = 0;
     virtual HRESULT findMember(const wchar_t* name) = 0;
     virtual HRESULT execute(const wchar_t* command, VARIANT* result) = 0;
+    virtual bool isDedicated() = 0;
     virtual HRESULT putVisible(const VARIANT& value) = 0;
     virtual void released() = 0;
 

@@ -1,4 +1,5 @@
 #include "AutomationClient.h"
+#include "channel/DedicatedServer.h"
 
 #include <gmock/gmock.h>
 
@@ -51,6 +52,7 @@ TEST_F(Execute, takesWhatLateBoundClientsSend) {
     EXPECT_EQ(octave.call(L"Visible", DISPATCH_PROPERTYGET).value.integer(), 1);
     EXPECT_EQ(octave.call(L"Visible", DISPATCH_PROPERTYPUT, &zero).result, S_OK);
     EXPECT_EQ(octave.call(L"Visible", DISPATCH_PROPERTYGET).value.integer(), 0);
+    EXPECT_EQ(octave.call(dedicatedServerProperty, DISPATCH_PROPERTYGET).value.boolean(), VARIANT_TRUE);
 }
 
 TEST_F(Execute, survivesWhatScriptsDoToTheirSurroundings) {

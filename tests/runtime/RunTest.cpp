@@ -114,23 +114,31 @@ TEST_F(Run, anErrorInTheScriptFailsTheRunWithItsLinesJoined) {
 
 constexpr wchar_t calculationMutex[] = L"SolvaneUnitOperationCalculationMutex";
 
-TEST_F(Run, theMutexGuardsPathAndDirectoryButNotTheScript) {
-    std::vector<std::pair<std::wstring, bool>> seen;
-    matlab.onCommand = [&](const std::wstring& command) {
-        seen.emplace_back(command.substr(0, command.find(L' ')), isMutexFree(calculationMutex));
-        return MatlabAnswer();
-    };
-    matlab.onRun = [&](const std::wstring&) {
-        seen.emplace_back(L"runUnit", isMutexFree(calculationMutex));
-        return MatlabAnswer();
-    };
-    const HostedUnit another = createUnit();
-    EXPECT_EQ(another.calculate(), S_OK);
-    matlab.onCommand = nullptr;
-    const std::vector<std::pair<std::wstring, bool>> expected{
-        {L"addpath", false}, {L"addpath", false}, {L"addpath", false}, {L"cd", false}, {L"runUnit", true}};
-    EXPECT_EQ(seen, expected);
-    EXPECT_TRUE(isMutexFree(calculationMutex));
+// One guards path and directory but not the script. The other, of a Matlab that is not the unit's alone,
+// guards the script with its directory, so that nobody leads Matlab elsewhere in between.
+TEST_F(Run, whatTheMutexesGuard) {
+    for (const bool isDedicated : {false, true}) {
+        matlab.dedicated = isDedicated;
+        std::vector<std::wstring> seen;
+        const auto see = [&](const std::wstring& command) {
+            seen.push_back(command.substr(0, command.find(L' ')) +
+                           (isMutexFree(calculationMutex) ? L"" : L" calculation") +
+                           (isMutexFree(sharedMatlabMutex) ? L"" : L" shared"));
+            return MatlabAnswer();
+        };
+        matlab.onCommand = see;
+        matlab.onRun = [&](const std::wstring&) { return see(L"runUnit"); };
+        {
+            const HostedUnit another = createUnit();
+            EXPECT_EQ(another.calculate(), S_OK);
+        }
+        matlab.onCommand = nullptr;
+        const std::wstring shared = isDedicated ? L"" : L" shared";
+        EXPECT_THAT(seen, ElementsAre(L"addpath calculation", L"addpath calculation", L"addpath calculation",
+                                      L"cd calculation" + shared, L"runUnit" + shared, L"cd" + shared));
+        EXPECT_TRUE(isMutexFree(calculationMutex));
+        EXPECT_TRUE(isMutexFree(sharedMatlabMutex));
+    }
 }
 
 // What a call says to which nobody is left to answer.

@@ -9,6 +9,8 @@
 
 namespace solvane {
 
+inline constexpr wchar_t sharedMatlabMutex[] = L"SolvaneUnitOperationSharedMatlabMutex";
+
 /// Whether another thread could have the mutex of this name now.
 bool isMutexFree(const wchar_t* name);
 

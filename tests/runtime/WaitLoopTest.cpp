@@ -2,9 +2,17 @@
 
 #include "RuntimeTest.h"
 
+#include <gmock/gmock.h>
+
+#include <thread>
+
 namespace solvane {
 
 namespace {
+
+using testing::Contains;
+using testing::Each;
+using testing::HasSubstr;
 
 constexpr UINT inputMessage = WM_KEYDOWN;
 
@@ -67,28 +75,65 @@ TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
     EXPECT_EQ(window.inputs, 2);
 }
 
-// The lock of the outer run is the thread's own.
-TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPasses) {
+// The lock of the outer run is the thread's own, but a Matlab that both share cannot run two scripts at once.
+// The inner unit's end does not ask the busy Matlab for anything.
+TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPassesWhereEachUnitHasAMatlab) {
+    for (const bool isDedicated : {true, false}) {
+        matlab.dedicated = isDedicated;
+        HostWindow window;
+        const HostedUnit outer = createUnit();
+        const HostedUnit inner = createUnit();
+        const Handle innerDone(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+        HRESULT innerResult = E_PENDING;
+        window.onPaint = [&] {
+            innerResult = inner.calculate();
+            if (!isDedicated) {
+                EXPECT_THAT(narrow(inner.errorDescription()), HasSubstr("Matlab runs one script at a time"));
+                EXPECT_EQ(inner.terminate(), S_OK);
+            }
+            SetEvent(innerDone.get());
+        };
+        int runs = 0;
+        matlab.onRun = [&](const std::wstring&) {
+            if (++runs == 1) {
+                window.post(WM_PAINT);
+                EXPECT_EQ(WaitForSingleObject(innerDone.get(), 5000), WAIT_OBJECT_0);
+            }
+            return printed(std::to_wstring(runs));
+        };
+        EXPECT_EQ(outer.calculate(), S_OK);
+        EXPECT_EQ(innerResult, isDedicated ? S_OK : capeFailure);
+        EXPECT_EQ(runs, isDedicated ? 2 : 1);
+        EXPECT_EQ(outer.calculate(), S_OK);
+    }
+}
+
+// The other's process dies, which gives its turn away.
+TEST_F(WaitLoop, theHostPaintsWhileTheUnitWaitsForAnothersTurnOnASharedMatlab) {
     HostWindow window;
-    const HostedUnit outer = createUnit();
-    const HostedUnit inner = createUnit();
-    const Handle innerDone(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-    HRESULT innerResult = E_PENDING;
+    const HostedUnit unit = createUnit();
+    const HostedUnit leaving = createUnit();
+    const Handle taken(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    std::thread other([&] {
+        const Handle turn(CreateMutexW(nullptr, FALSE, sharedMatlabMutex));
+        EXPECT_EQ(WaitForSingleObject(turn.get(), 5000), WAIT_OBJECT_0);
+        SetEvent(taken.get());
+        EXPECT_EQ(WaitForSingleObject(painted.get(), 10000), WAIT_OBJECT_0);
+    });
+    ASSERT_EQ(WaitForSingleObject(taken.get(), 5000), WAIT_OBJECT_0);
+    matlab.forgetCalls();
+    // A unit that ends meanwhile leaves Matlab where the other wants it.
+    EXPECT_EQ(leaving.terminate(), S_OK);
+    EXPECT_THAT(matlab.calls(), Each(L"release"));
     window.onPaint = [&] {
-        innerResult = inner.calculate();
-        SetEvent(innerDone.get());
+        EXPECT_THAT(matlab.calls(), Each(L"release"));
+        SetEvent(painted.get());
     };
-    int runs = 0;
-    matlab.onRun = [&](const std::wstring&) {
-        if (++runs == 1) {
-            window.post(WM_PAINT);
-            EXPECT_EQ(WaitForSingleObject(innerDone.get(), 5000), WAIT_OBJECT_0);
-        }
-        return printed(std::to_wstring(runs));
-    };
-    EXPECT_EQ(outer.calculate(), S_OK);
-    EXPECT_EQ(innerResult, S_OK);
-    EXPECT_EQ(inner.output(), L"2");
+    window.post(WM_PAINT);
+    EXPECT_EQ(unit.calculate(), S_OK);
+    EXPECT_THAT(matlab.calls(), Contains(L"runUnit"));
+    other.join();
 }
 
 TEST_F(WaitLoop, aRequestThatArrivesWithTheEndIsStillServed) {
