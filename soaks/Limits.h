@@ -63,6 +63,12 @@ inline constexpr std::array limitsOfWork = {
     Limit{"together", "folders left behind", "", Bound::atMost, 0},
     Limit{"together", "engines left after ten seconds", "", Bound::atMost, 0},
 
+    Limit{"shared", "runs of four simulators on one Matlab", "", Bound::none, 0},
+    Limit{"shared", "simulators killed beside them", "", Bound::none, 0},
+    Limit{"shared", "failed runs and runs in another's folder", "", Bound::atMost, 0},
+    Limit{"shared", "rounds after which Matlab's folder is gone", "", Bound::atMost, 0},
+    Limit{"shared", "folders left behind", "", Bound::atMost, 0},
+
     Limit{"engine", "kills of the engine", "", Bound::none, 0},
     Limit{"engine", "runs or starts that failed by it", "", Bound::none, 0},
     Limit{"engine", "failures without a clear error", "", Bound::atMost, 0},

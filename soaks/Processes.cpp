@@ -27,6 +27,12 @@ std::string placeOf(unsigned process) {
     return "/proc/" + std::to_string(process);
 }
 
+std::wstring ownFile() {
+    std::wstring file(1024, L'\0');
+    file.resize(GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size())));
+    return file;
+}
+
 Handle start(std::wstring program, std::wstring line) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -119,13 +125,18 @@ double memoryOf(unsigned octave) {
     return pages * page;
 }
 
-Handle startSelf(const std::vector<std::wstring>& arguments) {
-    std::wstring program(1024, L'\0');
-    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+Handle startBeside(const std::wstring& file, const std::vector<std::wstring>& arguments) {
+    const std::wstring self = ownFile();
+    const std::wstring program = self.substr(0, self.rfind(L'\\') + 1) + file;
     std::wstring line = L"\"" + program + L"\"";
     for (const std::wstring& argument : arguments) // none ends in a backslash
         line += L" \"" + argument + L"\"";
     return start(program, line);
+}
+
+Handle startSelf(const std::vector<std::wstring>& arguments) {
+    const std::wstring self = ownFile();
+    return startBeside(self.substr(self.rfind(L'\\') + 1), arguments);
 }
 
 } // namespace solvane::soak

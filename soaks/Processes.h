@@ -28,7 +28,9 @@ void killOctave(unsigned process);
 /// How much memory an Octave has of its own, in bytes; 0 where that cannot be read.
 double memoryOf(unsigned octave);
 
-/// Starts this program with these arguments, none of which ends in a backslash. Null where that fails.
+/// Starts a program of this one's folder, or this one, with these arguments, none of which ends in a
+/// backslash. Null where that fails.
+Handle startBeside(const std::wstring& file, const std::vector<std::wstring>& arguments);
 Handle startSelf(const std::vector<std::wstring>& arguments);
 
 } // namespace solvane::soak

@@ -11,6 +11,7 @@ namespace solvane::soak {
 void soakCommands(const Effort& effort, const Figures& figures);
 void soakRuns(const Effort& effort, const Figures& figures);
 void soakTogether(const Effort& effort, const Figures& figures);
+void soakShared(const Effort& effort, const Figures& figures);
 void soakEngineKills(const Effort& effort, const Figures& figures);
 void soakHostKills(const Effort& effort, const Figures& figures);
 void soakModels(const Effort& effort, const Figures& figures);
@@ -32,6 +33,8 @@ inline constexpr std::array segments = {
             soakCommands},
     Segment{"runs", "One unit, many runs on the real engine: right answers, and nothing grows", soakRuns},
     Segment{"together", "Four processes with two units each at once: every stream as if alone", soakTogether},
+    Segment{"shared", "Four simulators on one Matlab, and one more that dies: no run in another's folder",
+            soakShared},
     Segment{"engine", "The engine killed at any moment: a clear error, and the next run works",
             soakEngineKills},
     Segment{"host", "The host killed at any moment: nothing is left behind", soakHostKills},
