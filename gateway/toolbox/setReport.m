@@ -16,8 +16,7 @@ if nargin ~= 2
     error('setReport: 2 arguments are wanted. Usage: setReport(name, content)');
 end
 bytes = CapeOpenUnitMex('reportBytes', content);
-% The script may have gone to another folder.
-path = fullfile(fileparts(which('unitCalc')), 'report.txt');
+path = fullfile(fileparts(runScript()), 'report.txt');
 [file, reason] = fopen(path, 'w');
 if file < 0
     error(['setReport: report.txt cannot be written: ' reason]);
@@ -30,3 +29,13 @@ if written.bytes ~= length(bytes)
     error('setReport: report.txt cannot be written');
 end
 CapeOpenUnitMex('setReport', name);
+
+% The file of the run script that is running. The user's script may have gone to another folder, and where units
+% share an interpreter, the path holds a run script of each.
+function file = runScript()
+try
+    calls = dbstack('-completenames');
+    file = calls(strcmp({calls.name}, 'runUnit')).file;
+catch
+    file = which('runUnit'); % a Matlab that does not know the option, or nothing runs
+end

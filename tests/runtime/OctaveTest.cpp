@@ -90,8 +90,14 @@ TEST_F(OctaveRun, echoShowsTheScriptsLinesAndNotWhatItCalls) {
 
 TEST_F(OctaveRun, aReportIsTheLastTextWhereverTheScriptIs) {
     ModelBag bag;
-    const HostedUnit unit = createUnit(bag.reports({L"R"}).script("setReport('R', 'former');\n"
-                                                                  "cd(tempdir); setReport('R', 'last');\n"));
+    // As the path of an interpreter that units share, this one holds another unit's scripts.
+    const HostedUnit unit = createUnit(bag.reports({L"R"}).script(R"(
+setReport('R', 'former');
+other = tempname(); mkdir(other); addpath(other);
+for name = {'runUnit.m', 'unitCalc.m'}, fclose(fopen(fullfile(other, name{1}), 'w')); end
+cd(tempdir); setReport('R', 'last');
+confirm_recursive_rmdir(false); rmdir(other, 's');
+)"));
     EXPECT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
     EXPECT_EQ(unit.report(L"R"), L"last");
 }
