@@ -6,15 +6,19 @@
 
 namespace solvane::host {
 
+namespace {
+
+/// The properties with `mixingEntropy` as the entropy by which an ideal gas of the mixture exceeds its
+/// compounds.
 template <class Scalar>
-MolarPropertiesOf<Scalar> molarProperties(std::span<const Compound* const> compounds, Phase phase,
-                                          Scalar temperature, Scalar pressure,
-                                          std::span<const Scalar> composition) {
+MolarPropertiesOf<Scalar> propertiesWith(Scalar mixingEntropy, std::span<const Compound* const> compounds,
+                                         Phase phase, Scalar temperature, Scalar pressure,
+                                         std::span<const Scalar> composition) {
     using std::log;
     using std::sqrt;
     const HomogeneousPhase<Scalar> state(compounds, phase, temperature, pressure, composition);
     Scalar enthalpy = state.residualEnthalpy;
-    Scalar entropy = state.residualEntropy - gasConstant * log(pressure / referencePressure);
+    Scalar entropy = state.residualEntropy - gasConstant * log(pressure / referencePressure) + mixingEntropy;
     Scalar idealHeatCapacity = 0;
     Scalar formationEnthalpy = 0;
     Scalar formationEntropy = 0;
@@ -23,7 +27,7 @@ MolarPropertiesOf<Scalar> molarProperties(std::span<const Compound* const> compo
         const Scalar x = composition[i];
         const Compound& compound = *compounds[i];
         enthalpy += x * idealGasEnthalpy(compound, temperature);
-        entropy += x * idealGasEntropy(compound, temperature) - gasConstant * timesLog(x);
+        entropy += x * idealGasEntropy(compound, temperature);
         idealHeatCapacity += x * idealGasHeatCapacity(compound, temperature);
         formationEnthalpy += x * compound.formationEnthalpy;
         formationEntropy +=
@@ -55,12 +59,25 @@ MolarPropertiesOf<Scalar> molarProperties(std::span<const Compound* const> compo
     return result;
 }
 
+} // namespace
+
+template <class Scalar>
+MolarPropertiesOf<Scalar> molarProperties(std::span<const Compound* const> compounds, Phase phase,
+                                          Scalar temperature, Scalar pressure,
+                                          std::span<const Scalar> composition) {
+    Scalar mixingEntropy = 0;
+    for (const Scalar& x : composition)
+        mixingEntropy += -gasConstant * timesLog(x);
+    return propertiesWith(mixingEntropy, compounds, phase, temperature, pressure, composition);
+}
+
 template <class Scalar>
 MolarPropertiesOf<Scalar> excessProperties(std::span<const Compound* const> compounds, Phase phase,
                                            Scalar temperature, Scalar pressure,
                                            std::span<const Scalar> composition) {
     using Properties = MolarPropertiesOf<Scalar>;
-    Properties result = molarProperties(compounds, phase, temperature, pressure, composition);
+    // Without the entropy of ideal mixing, which is infinitely steep at a fraction of 0.
+    Properties result = propertiesWith(Scalar(0), compounds, phase, temperature, pressure, composition);
     const std::array<Scalar, 1> pure{1.0};
     for (std::size_t i = 0; i < composition.size(); ++i) {
         const Properties ofPure = molarProperties(compounds.subspan(i, 1), phase, temperature, pressure,
@@ -69,7 +86,6 @@ MolarPropertiesOf<Scalar> excessProperties(std::span<const Compound* const> comp
              {&Properties::enthalpyNF, &Properties::entropyNF, &Properties::volume}) {
             result.*property += -composition[i] * (ofPure.*property);
         }
-        result.entropyNF += gasConstant * timesLog(composition[i]);
     }
     result.internalEnergy = result.enthalpyNF - pressure * result.volume;
     result.gibbsEnergy = result.enthalpyNF - temperature * result.entropyNF;
