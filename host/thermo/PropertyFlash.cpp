@@ -134,7 +134,8 @@ bool take(const Mixture& mixture, const Sample& low, const Sample& high, const G
     return true;
 }
 
-/// Follows a path upwards from place to place until the difference changes its sign.
+/// Follows a path upwards from place to place until the difference changes its sign, be it only between two
+/// places: where the last three show that it turns back, its extremum is looked at too.
 class Search {
 public:
     Search(const Mixture& mixture, const Path& path, const GivenProperty& given)
@@ -157,27 +158,67 @@ public:
     }
 
 private:
-    /// Goes on to the next state. True where one that has the value lies between the last and this.
+    /// Goes on to the next state. True where one that has the value lies between the last two and this.
     bool reaches(Sample next, Equilibrium& result) {
-        least_ = std::min(least_, next.difference + given_.value);
-        greatest_ = std::max(greatest_, next.difference + given_.value);
-        if (last_ && (last_->difference > 0) != (next.difference > 0)) {
-            // Volumes go over many decades.
-            const double tolerance =
-                1e-12 * (given_.property == &MolarProperties::volume ? given_.value : greatest_ - least_);
-            Sample low = *last_;
-            Sample high = next;
-            if (narrow(low, high, tolerance, path_) && take(mixture_, low, high, given_, tolerance, result)) {
-                return true;
-            }
-            jumps_ = true;
-        }
-        step_.reset();
-        if (last_) {
-            step_ = {next.place - last_->place, next.difference - last_->difference};
-        }
-        last_ = std::move(next);
+        note(next);
+        if (last_ && (changesSign(*last_, next) ? liesBetween(*last_, next, result)
+                                                : former_ && liesAtExtremum(next, result)))
+            return true;
+        former_ = std::exchange(last_, std::move(next));
         return false;
+    }
+
+    void note(const Sample& sample) {
+        least_ = std::min(least_, sample.difference + given_.value);
+        greatest_ = std::max(greatest_, sample.difference + given_.value);
+    }
+
+    static bool changesSign(const Sample& one, const Sample& other) {
+        return (one.difference > 0) != (other.difference > 0);
+    }
+
+    double tolerance() const {
+        // Volumes go over many decades.
+        return 1e-12 * (given_.property == &MolarProperties::volume ? given_.value : greatest_ - least_);
+    }
+
+    bool liesBetween(Sample low, Sample high, Equilibrium& result) {
+        const double allowed = tolerance();
+        if (narrow(low, high, allowed, path_) && take(mixture_, low, high, given_, allowed, result))
+            return true;
+        jumps_ = true;
+        return false;
+    }
+
+    /// Whether the difference, which has one sign at the last two states and the next, turns back between
+    /// them, and has reached 0 by then. By golden section.
+    bool liesAtExtremum(const Sample& next, Equilibrium& result) {
+        const auto size = [](const Sample& sample) { return std::abs(sample.difference); };
+        Sample low = *former_, nearest = *last_, high = next;
+        if (size(nearest) >= size(low) || size(nearest) >= size(high))
+            return false;
+        constexpr double goldenPart = 0.381966011250105;
+        constexpr double closest = 1e-8; // the extremum itself is then found to rounding
+        while (high.place - low.place > closest * std::max(1.0, std::abs(nearest.place))) {
+            const bool goesUp = high.place - nearest.place > nearest.place - low.place;
+            Sample& end = goesUp ? high : low;
+            std::optional<Sample> sample = path_(nearest.place + goldenPart * (end.place - nearest.place));
+            if (!sample)
+                return false;
+            note(*sample);
+            if (changesSign(*sample, nearest))
+                return goesUp ? liesBetween(nearest, *std::move(sample), result)
+                              : liesBetween(low, *std::move(sample), result);
+            if (size(*sample) < size(nearest)) {
+                (goesUp ? low : high) = std::exchange(nearest, *std::move(sample));
+            } else {
+                end = *std::move(sample);
+            }
+        }
+        if (size(nearest) > tolerance())
+            return false;
+        result = std::move(nearest.state);
+        return true;
     }
 
     /// Goes on to where the path ends before `beyond`, as at a critical point. Each halving that finds a
@@ -193,32 +234,28 @@ private:
             }
         }
         last_.reset();
-        step_.reset();
+        former_.reset();
         return false;
     }
 
     /// Whether states this near may have the value, or the bounds that an error tells are still rough. Close
     /// to a critical point properties change with the square root of the distance from it, elsewhere less.
     bool isWorthGoing(double distance) const {
-        if (!step_) {
+        if (!former_) {
             return true;
         }
         constexpr double safety = 10;
         constexpr double rough = 1e-2;
-        const double change = std::abs(step_->change) * std::sqrt(distance / step_->length);
+        const double change = std::abs(last_->difference - former_->difference) *
+                              std::sqrt(distance / (last_->place - former_->place));
         return std::abs(last_->difference) < safety * change || change > rough * (greatest_ - least_);
     }
-
-    struct Step {
-        double length;
-        double change;
-    };
 
     const Mixture& mixture_;
     const Path& path_;
     GivenProperty given_;
+    std::optional<Sample> former_; ///< before the last
     std::optional<Sample> last_;
-    std::optional<Step> step_; ///< to the last sample
     double least_ = std::numeric_limits<double>::infinity();
     double greatest_ = -std::numeric_limits<double>::infinity();
     bool jumps_ = false;

@@ -146,6 +146,36 @@ TEST(Flash, everyPropertyLeadsBackToTheState) {
     }
 }
 
+// Enthalpy at a temperature, and both along a line of a vapour fraction, turn back between two places at
+// which a search looks.
+TEST(Flash, findsStatesNextToWhereAPropertyTurnsBack) {
+    struct Row {
+        Feed feed;
+        FlashCondition fixed;
+        FlashVariable property;
+        PhaseProperty value;
+        double temperature;
+    };
+    const Feed light{packageOf({"n-butane", "methane"}), {0.389, 0.611}};
+    const Feed rich{packageOf({"nitrogen", "benzene", "carbon monoxide", "n-pentane"}),
+                    {0.071, 0.069, 0.685, 0.175}};
+    const Row rows[] = {
+        {{packageOf({"oxygen"}), {1}}, {pressure, 1.344e5}, enthalpy, PhaseProperty::enthalpy, 92.1607},
+        {{packageOf({"propane"}), {1}}, {pressure, 2.578e7}, enthalpy, PhaseProperty::enthalpy, 375.115},
+        {light, {vaporFraction, 0.813318}, enthalpy, PhaseProperty::enthalpy, 357.61},
+        {rich, {vaporFraction, 0.871332}, internalEnergy, PhaseProperty::internalEnergy, 403.95},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.temperature);
+        const FlashCondition given{temperature, row.temperature};
+        const Equilibrium state = flashed(row.feed.package, row.feed.composition, given, row.fixed);
+        const double value = overall(row.feed.package, row.value, state);
+        const Equilibrium back = flashed(row.feed.package, row.feed.composition, {row.property, value},
+                                         row.fixed.variable == vaporFraction ? row.fixed : given);
+        EXPECT_NEAR(overall(row.feed.package, row.value, back), value, 1e-8 * std::abs(value));
+    }
+}
+
 TEST(Flash, propertiesFindStatesOfAVaporFraction) {
     for (const Feed& feed :
          {Feed{lightGases(), {0.50, 0.20, 0.15, 0.10, 0.05}}, Feed{packageOf({"propane"}), {1}}}) {
