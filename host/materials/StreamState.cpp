@@ -208,8 +208,9 @@ void StreamState::store(const Equilibrium& equilibrium, std::span<const FlashSpe
     };
     keep(fractionProperty);
     keep(totalFlowProperty);
-    for (const FlashSpecification& specification : specifications)
-        keep(*specification.property);
+    std::vector<std::pair<FlashSpecification, std::vector<double>>> stated;
+    for (const FlashSpecification& one : specifications)
+        stated.emplace_back(one, *find(one.place, *one.property));
 
     records_ = {};
     at(Place::overall).values = std::move(kept);
@@ -224,6 +225,9 @@ void StreamState::store(const Equilibrium& equilibrium, std::span<const FlashSpe
         record.values[&phaseFractionProperty] = {phase.fraction};
         record.values[&fractionProperty] = phase.composition;
     }
+    // To the last digit, and the vapour fraction also where it was stated as that of the liquid.
+    for (auto& [specification, values] : stated)
+        at(specification.place).values[specification.property] = std::move(values);
 }
 
 } // namespace solvane::host

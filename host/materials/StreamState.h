@@ -80,8 +80,8 @@ public:
 
     /// Whether the package can flash with the two conditions at all.
     static bool canFlash(const FlashSpecification& first, const FlashSpecification& second);
-    /// Flashes the overall composition at two conditions that are set on the stream. A failure leaves the
-    /// stream as it was.
+    /// Flashes the overall composition at two conditions that are set on the stream, which keep their values
+    /// exactly. A failure leaves the stream as it was.
     bool flash(const FlashSpecification& first, const FlashSpecification& second, Failure& failure);
 
 private:

@@ -61,6 +61,15 @@ constexpr std::array flashTable{
     FlashRow{vaporFraction, {}, atProperty<flashAtVaporFraction>},
 };
 
+/// Puts the stated temperature and pressure in the place of what a search by their logarithms left of them.
+void keepStated(const FlashCondition& condition, Equilibrium& result) {
+    if (condition.variable == temperature) {
+        result.temperature = condition.value;
+    } else if (condition.variable == pressure) {
+        result.pressure = condition.value;
+    }
+}
+
 /// Null where there is none.
 const FlashRow* findFlash(FlashVariable first, FlashVariable second) {
     const auto row = std::ranges::find_if(
@@ -102,6 +111,8 @@ bool PropertyPackage::flash(std::span<const double> composition, const FlashCond
     if (!row->flash(present, (inOrder ? first : second).value, inOrder ? second : first, found, error)) {
         return false;
     }
+    keepStated(first, found);
+    keepStated(second, found);
     for (PhaseState& phase : found.phases) {
         std::vector<double> all(fractions.size(), 0.0);
         for (std::size_t i = 0; i < places.size(); ++i) {

@@ -90,7 +90,8 @@ public:
     /// Flashes the composition at two of temperature, pressure and vapour fraction, or at one of them and a
     /// property of the whole mixture, in either order. Of several states that have the values, it is the one
     /// of the lowest pressure where the temperature is given, that of the lowest temperature where the vapour
-    /// fraction and a property are. False with a text for a pair that is not supported, for values out of
+    /// fraction and a property are. A stated temperature, pressure or vapour fraction is in the result as it
+    /// was given. False with a text for a pair that is not supported, for values out of
     /// range, and where there is no solution.
     bool flash(std::span<const double> composition, const FlashCondition& first, const FlashCondition& second,
                Equilibrium& result, std::string& error) const;

@@ -104,6 +104,39 @@ TEST_P(BothGenerations, aFailedFlashLeavesTheStreamAsItWas) {
     EXPECT_EQ(material.scalar(L"phaseFraction", L"Vapor"), vaporFraction);
 }
 
+// A host compares what it stated with what the stream reports.
+TEST(Material, keepsTheConditionsOfItsFlashToTheLastDigit) {
+    struct Condition {
+        const StreamProperty& property;
+        Place place;
+        double value;
+    };
+    const StreamProperty& entropy = *findStreamProperty(L"entropy");
+    const Condition temperature{temperatureProperty, Place::overall, 260.1},
+        pressure{pressureProperty, Place::overall, 2.3e6}, vapor{phaseFractionProperty, Place::vapor, 0.3},
+        liquid{phaseFractionProperty, Place::liquid, 0.7}, enthalpy{enthalpyProperty, Place::overall, -7e3},
+        cold{entropy, Place::overall, -49.3};
+    const std::pair<Condition, Condition> pairs[] = {
+        {temperature, pressure}, {temperature, vapor}, {pressure, liquid}, {temperature, enthalpy},
+        {pressure, enthalpy},    {temperature, cold},  {vapor, enthalpy},  {liquid, cold}};
+    for (const auto& pair : pairs) {
+        const auto state = newState();
+        Failure failure;
+        EXPECT_TRUE(state->set(Place::overall, fractionProperty, gasFractions, failure));
+        const std::array conditions{pair.first, pair.second};
+        for (const Condition& one : conditions)
+            EXPECT_TRUE(state->set(one.place, one.property, std::span(&one.value, 1), failure));
+        EXPECT_TRUE(state->flash({&conditions[0].property, conditions[0].place},
+                                 {&conditions[1].property, conditions[1].place}, failure))
+            << narrow(failure.text);
+        for (const Condition& one : conditions) {
+            std::vector<double> values;
+            EXPECT_TRUE(state->get(one.place, one.property, values, failure)) << narrow(failure.text);
+            EXPECT_EQ(values, std::vector<double>{one.value}) << narrow(describe(one.place, one.property));
+        }
+    }
+}
+
 TEST_P(BothGenerations, lateBoundCallersAreServed) {
     const LateBound script(material.object());
     if (GetParam() == Generation::v10) {
