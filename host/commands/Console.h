@@ -1,7 +1,7 @@
 /// What all commands print alike.
 #pragma once
 
-#include "flowsheet/Fault.h"
+#include "results/Fault.h"
 
 #include <cstdio>
 #include <string>

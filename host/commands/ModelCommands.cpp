@@ -6,6 +6,8 @@
 #include "flowsheet/ModelStream.h"
 #include "flowsheet/UnitSession.h"
 
+#include <algorithm>
+
 namespace solvane::host {
 
 namespace {
@@ -13,6 +15,23 @@ namespace {
 /// A unit that is made for its model alone, in the standard's own order.
 bool start(UnitSession& session, const UnitCase& unit, std::string& error) {
     return session.start([&](std::string_view line) { printUnitLine(unit.name, line); }, error);
+}
+
+bool isAscii(const std::string& name) {
+    return std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// A model file holds names in the code page of the machine that writes it.
+void warnOfNames(ICapeUnit* unit, const std::string& modelPath) {
+    ModelDescription description;
+    std::string error;
+    if (!describeModel(unit, description, error))
+        return; // the file is written all the same
+    for (const ModelFile& file : description.model.files)
+        if (!isAscii(file.name))
+            print(stderr, "warning: " + modelPath + ": the name of the file \"" + file.name +
+                              "\" has letters beyond ASCII, which another machine may not read back; rename "
+                              "the file, also in the script\n");
 }
 
 } // namespace
@@ -37,6 +56,7 @@ ExitCode saveCommand(const SaveOptions& options) {
         return refuse("the model cannot be saved: " + error);
     if (!writeFile(filePath(options.modelPath), bytes, error))
         return complain(badUsage, error);
+    warnOfNames(session.unit(), options.modelPath);
     return ok;
 }
 

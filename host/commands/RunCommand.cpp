@@ -2,10 +2,10 @@
 
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"
-#include "flowsheet/ResultsJson.h"
-#include "flowsheet/ResultsText.h"
 #include "flowsheet/UnitCalls.h"
 #include "flowsheet/UnitRunner.h"
+#include "results/ResultsJson.h"
+#include "results/ResultsText.h"
 
 namespace solvane::host {
 
@@ -17,7 +17,8 @@ void printReport(std::FILE* stream, const ReportResult& report) {
         print(stream, "\n");
 }
 
-void printUnit(const UnitResult& unit, bool verbose) {
+void printUnit(const UnitResult& unit, const Balance& balance, bool verbose) {
+    print(stdout, "\n" + balanceTable(balance));
     const std::string outputs = outputParameterLines(unit);
     if (!outputs.empty())
         print(stdout, "\nOutput parameters\n" + outputs);
@@ -29,11 +30,14 @@ void printUnit(const UnitResult& unit, bool verbose) {
 void printResults(const RunResults& results, bool verbose) {
     print(stdout, "Materials of generation " + std::string(generationName(results.generation)) + "\n\n");
     print(stdout, streamTable(results));
-    for (const UnitResult& unit : results.units) {
+    for (std::size_t i = 0; i < results.units.size(); ++i) {
         if (results.isFlowsheet)
-            print(stdout, "\nUnit: " + unit.name + "\n");
-        printUnit(unit, verbose);
+            print(stdout, "\nUnit: " + results.units[i].name + "\n");
+        printUnit(results.units[i], results.balances.at(i), verbose);
     }
+    const std::string warnings = warningLines(results.warnings);
+    if (!warnings.empty())
+        print(stdout, "\n" + warnings);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // A model for people and for programs.
 #include "ModelDescription.h"
-#include "TextTable.h"
 #include "cases/Dimensionality.h"
 #include "cases/ParameterRules.h"
+#include "results/TextTable.h"
 
 #include <nlohmann/json.hpp>
 

@@ -77,6 +77,8 @@ bool readStream(const Stream& stream, StreamResult& result, std::string& error) 
         !state.get(Place::overall, fractionProperty, result.fraction, failure) ||
         !state.calculate(Place::overall, enthalpyProperty, failure) ||
         !readScalar(state, Place::overall, enthalpyProperty, result.enthalpy, failure) ||
+        !state.calculate(Place::overall, enthalpyFProperty, failure) ||
+        !readScalar(state, Place::overall, enthalpyFProperty, result.enthalpyF, failure) ||
         (state.isPresent(Place::vapor) &&
          !readScalar(state, Place::vapor, phaseFractionProperty, result.vaporFraction, failure))) {
         error = "Stream \"" + stream.name + "\": " + narrow(failure.text, CP_UTF8);

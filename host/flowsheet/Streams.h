@@ -1,7 +1,7 @@
 #pragma once
 
-#include "RunResults.h"
 #include "cases/CaseModel.h"
+#include "results/RunResults.h"
 
 namespace solvane::host {
 

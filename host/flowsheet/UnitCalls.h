@@ -4,8 +4,8 @@
 #pragma once
 
 #include "CapeOpen.h"
-#include "RunResults.h"
 #include "com/ComRef.h"
+#include "results/RunResults.h"
 
 #include <string>
 #include <vector>

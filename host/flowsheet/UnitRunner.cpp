@@ -5,6 +5,8 @@
 #include "UnitCalls.h"
 #include "UnitSession.h"
 #include "WorkerThread.h"
+#include "results/Balances.h"
+#include "results/Warnings.h"
 
 #include <algorithm>
 #include <memory>
@@ -81,9 +83,26 @@ private:
         };
         const bool ran = case_.profile.calculatesOnWorker ? runOnWorker(unit, connections, task, error)
                                                           : task(unit, connections, error);
-        return ran && std::ranges::all_of(unitCase.products, [&](const PortConnection& product) {
-                   return readStream(streamOf(product.stream), results_.streams.emplace_back(), error);
-               });
+        if (!ran || !std::ranges::all_of(unitCase.products, [&](const PortConnection& product) {
+                return readStream(streamOf(product.stream), results_.streams.emplace_back(), error);
+            }))
+            return false;
+        review(unitCase, result);
+        return true;
+    }
+
+    /// What the results themselves tell about the unit.
+    void review(const UnitCase& unitCase, const UnitResult& result) {
+        const auto resultsOf = [&](const std::vector<PortConnection>& ports) {
+            std::vector<const StreamResult*> streams;
+            for (const PortConnection& port : ports)
+                streams.push_back(&*std::ranges::find(results_.streams, port.stream, &StreamResult::name));
+            return streams;
+        };
+        const auto products = resultsOf(unitCase.products);
+        results_.balances.push_back(
+            balanceOf(unitCase.name, case_.compounds, resultsOf(unitCase.feeds), products));
+        addWarnings(result, results_.balances.back(), products, results_.warnings);
     }
 
     bool failed(const UnitCase& unit, std::string& error) const {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "CapeOpen.h"
-#include "Fault.h"
 #include "SimulationContext.h"
 #include "cases/CaseModel.h"
+#include "results/Fault.h"
 
 #include <string>
 

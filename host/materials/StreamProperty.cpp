@@ -152,6 +152,7 @@ const StreamProperty& flowProperty = named(L"flow");
 const StreamProperty& totalFlowProperty = named(L"totalFlow");
 const StreamProperty& phaseFractionProperty = named(L"phaseFraction");
 const StreamProperty& enthalpyProperty = named(L"enthalpy");
+const StreamProperty& enthalpyFProperty = named(L"enthalpyF");
 const StreamProperty& logFugacityCoefficientProperty = named(L"logFugacityCoefficient");
 
 std::span<const StreamProperty> streamProperties() {

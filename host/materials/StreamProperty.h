@@ -57,6 +57,7 @@ extern const StreamProperty& flowProperty;
 extern const StreamProperty& totalFlowProperty;
 extern const StreamProperty& phaseFractionProperty;
 extern const StreamProperty& enthalpyProperty;
+extern const StreamProperty& enthalpyFProperty;
 extern const StreamProperty& logFugacityCoefficientProperty;
 
 } // namespace solvane::host

@@ -6,9 +6,6 @@ namespace solvane::host {
 
 namespace {
 
-constexpr double lowestFitted = 150.0;
-constexpr double highestFitted = 1500.0;
-
 template <class Scalar>
 Scalar fittedTemperature(Scalar temperature) {
     const double t = plain(temperature);

@@ -14,6 +14,10 @@ inline constexpr double gasConstant = 8.314462618; ///< J/mol/K, CODATA 2018
 inline constexpr double referenceTemperature = 298.15; ///< K
 inline constexpr double referencePressure = 101325.0;  ///< Pa
 
+/// Where the heat capacities are fitted, K.
+inline constexpr double lowestFitted = 150.0;
+inline constexpr double highestFitted = 1500.0;
+
 /// Heat capacity at constant pressure, J/mol/K. The polynomials are fits from room temperature to about
 /// 1500 K: some turn negative below 80 K or above 2000 K. So the value at 150 K holds below it, and that at
 /// 1500 K above it, which keeps enthalpy and entropy rising with temperature everywhere. Like all that

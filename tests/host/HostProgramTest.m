@@ -141,6 +141,21 @@ refuse (2, 'empty.txt', 'save', file ('empty.json'), '-o', file ('new.svm'));
 if (! isempty (glob (file ('new.svm*'))))
   error ('a half file remains');
 end
+write (file ('größe.txt'), '1');
+write (file ('names.json'), strrep (written_text, '"script": "drum.m"', '"script": ["x"], "files": ["größe.txt"]'));
+[~, errors] = host (0, 'save', file ('names.json'), '-o', file ('names.svm'));
+expect_text (errors, 'the name of the file "größe.txt" has letters beyond ASCII');
+
+% What can hardly be meant is shown, and the run does not fail of it.
+write (file ('odd.json'), strrep (written_text, '"script": "drum.m"', ['"script": ["for i = 1:2", ' ...
+  '"setProduct(i, 1, [0.5 0 0 0 0.4], ''temperature'', 300, ''pressure'', 1e5);", "end"]']));
+shown = host (0, 'run', file ('odd.json'));
+expect_text (shown, 'Drum, stream Vapor: the mole fractions sum to 0.9, not to 1');
+expect_text (shown, 'Drum, parameter duty: the output has no value');
+result = run_case (file ('odd.json'));
+if (! isequal ({result.warnings.subject}, {'stream Vapor', 'stream Liquid', 'parameter duty', 'balance'}))
+  error ('the warnings are %s', jsonencode (result.warnings));
+end
 
 % What a script asks of the materials of both generations.
 copyfile (fullfile (fileparts (mfilename ('fullpath')), 'MaterialAnswers.m'), folder);

@@ -69,6 +69,9 @@ TEST_F(UnitRuns, giveTheStreamsAndPassTheUnitsLog) {
     EXPECT_EQ(results.streams[1].fraction, (std::vector<double>{0.25, 0.75}));
     EXPECT_EQ(results.streams[1].vaporFraction, 1);
     EXPECT_EQ(results.streams[1].enthalpy, results.streams[0].enthalpy);
+    ASSERT_EQ(results.balances.size(), 1u);
+    EXPECT_EQ(results.balances[0].moles.out, 3);
+    EXPECT_TRUE(results.warnings.empty());
 }
 
 TEST_F(UnitRuns, callTheUnitInTheProfilesOrder) {

@@ -15,7 +15,19 @@ Json streamJson(const StreamResult& stream, const std::vector<std::string>& comp
     return {{"name", stream.name},         {"temperature", stream.temperature},
             {"pressure", stream.pressure}, {"totalFlow", stream.totalFlow},
             {"fraction", fraction},        {"vaporFraction", stream.vaporFraction},
-            {"enthalpy", stream.enthalpy}};
+            {"enthalpy", stream.enthalpy}, {"enthalpyF", stream.enthalpyF}};
+}
+
+Json flowsJson(const Flows& flows) {
+    return {{"in", flows.in}, {"out", flows.out}};
+}
+
+Json balanceJson(const Balance& balance) {
+    return {{"unit", balance.unit},
+            {"mass", flowsJson(balance.mass)},
+            {"moles", flowsJson(balance.moles)},
+            {"enthalpy", flowsJson(balance.enthalpy)},
+            {"reacts", balance.reacts}};
 }
 
 /// Adds what a unit told.
@@ -37,6 +49,13 @@ std::string resultsJson(const RunResults& results) {
     Json json{{"generation", generationName(results.generation)}, {"streams", Json::array()}};
     for (const StreamResult& stream : results.streams)
         json["streams"].push_back(streamJson(stream, results.compounds));
+    json["balances"] = Json::array();
+    for (const Balance& balance : results.balances)
+        json["balances"].push_back(balanceJson(balance));
+    json["warnings"] = Json::array();
+    for (const Warning& warning : results.warnings)
+        json["warnings"].push_back(
+            {{"unit", warning.unit}, {"subject", warning.subject}, {"text", warning.text}});
     for (const UnitResult& unit : results.units) {
         if (results.isFlowsheet)
             json["units"].push_back({{"name", unit.name}});

@@ -9,7 +9,10 @@ namespace solvane::host {
 /// The results as a JSON document (UTF-8, SI units):
 ///     { "generation": "1.1",
 ///       "streams": [ { "name", "temperature", "pressure", "totalFlow", "fraction": { compound: x },
-///                      "vaporFraction", "enthalpy" } ],
+///                      "vaporFraction", "enthalpy", "enthalpyF" } ],
+///       "balances": [ { "unit", "mass": { "in", "out" }, "moles": { "in", "out" },
+///                       "enthalpy": { "in", "out" }, "reacts" } ],
+///       "warnings": [ { "unit", "subject", "text" } ],
 ///       "parameters": { name: value },
 ///       "reports": { name: text } }
 /// A case that lists its units has their parameters and reports by unit instead:

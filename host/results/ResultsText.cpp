@@ -28,7 +28,49 @@ constexpr std::array rows{
     Row{"Enthalpy", "J/mol", &StreamResult::enthalpy, 1, "%.2f"},
 };
 
+struct BalanceRow {
+    const char* label;
+    const char* unit;
+    Flows Balance::*flows;
+    double divisor;
+    bool ofReactors; ///< also where the unit reacts
+};
+
+constexpr double wattPerKilowatt = 1000;
+
+constexpr std::array balanceRows{
+    BalanceRow{"Mass", "kg/s", &Balance::mass, 1, true},
+    BalanceRow{"Moles", "mol/s", &Balance::moles, 1, false},
+    BalanceRow{"Enthalpy", "kW", &Balance::enthalpy, wattPerKilowatt, true},
+};
+
+/// Not "-0.0000".
+std::string plainNumber(double value) {
+    const std::string text = numberText("%.4f", value);
+    return text.find_first_of("123456789") == std::string::npos ? numberText("%.4f", 0) : text;
+}
+
 } // namespace
+
+std::string balanceTable(const Balance& balance) {
+    std::vector<Line> lines{{"Balance", "", "in", "out", "out - in"}};
+    for (const BalanceRow& row : balanceRows) {
+        if (balance.reacts && !row.ofReactors)
+            continue;
+        const Flows& flows = balance.*row.flows;
+        Line& line = lines.emplace_back(Line{row.label, row.unit});
+        for (const double value : {flows.in, flows.out, flows.out - flows.in})
+            line.push_back(plainNumber(value / row.divisor));
+    }
+    return columns(lines, 2);
+}
+
+std::string warningLines(const std::vector<Warning>& warnings) {
+    std::string text;
+    for (const Warning& warning : warnings)
+        text += "warning: " + warning.unit + ", " + warning.subject + ": " + warning.text + "\n";
+    return text;
+}
 
 std::string streamTable(const RunResults& results) {
     std::vector<Line> lines{{"Stream", ""}};

@@ -17,6 +17,7 @@ struct StreamResult {
     std::vector<double> fraction; ///< mole fractions in the results' order of compounds
     double vaporFraction = 0;     ///< mol/mol
     double enthalpy = 0;          ///< J/mol
+    double enthalpyF = 0;         ///< J/mol, with that of formation
 };
 
 struct ReportResult {
@@ -31,13 +32,38 @@ struct UnitResult {
     std::vector<ReportResult> reports{};
 };
 
+/// What goes into a unit with its feeds and comes out with its products.
+struct Flows {
+    double in = 0;
+    double out = 0;
+};
+
+struct Balance {
+    std::string unit{};
+    Flows mass{};  ///< kg/s
+    Flows moles{}; ///< mol/s
+    /// W; with the enthalpies of formation in a unit that reacts. The difference is the heat and the work
+    /// that the unit takes up.
+    Flows enthalpy{};
+    bool reacts = false; ///< the mass is kept, but not the moles of each compound
+};
+
+/// Something in the results that can hardly be meant.
+struct Warning {
+    std::string unit;
+    std::string subject; ///< as "stream Vapor", "parameter duty"
+    std::string text;
+};
+
 struct RunResults {
     Generation generation = Generation::v11;
     std::vector<std::string> compounds;
     std::vector<StreamResult> streams; ///< the case's feeds, then each unit's products
     std::vector<UnitResult> units;     ///< as far as the calculation came
-    bool isFlowsheet = false;          ///< the case lists its units
-    Fault fault = Fault::calculation;  ///< of a failed run
+    std::vector<Balance> balances;     ///< of the units that were calculated
+    std::vector<Warning> warnings;
+    bool isFlowsheet = false;         ///< the case lists its units
+    Fault fault = Fault::calculation; ///< of a failed run
 };
 
 } // namespace solvane::host

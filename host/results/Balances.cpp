@@ -1,0 +1,47 @@
+#include "Balances.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace solvane::host {
+
+namespace {
+
+constexpr double gramsPerKilogram = 1000;
+constexpr double keptPart = 1e-5;
+
+template <class Value>
+double sum(std::span<const StreamResult* const> streams, const Value& perMole) {
+    double total = 0;
+    for (const StreamResult* stream : streams)
+        total += stream->totalFlow * perMole(*stream);
+    return total;
+}
+
+} // namespace
+
+bool isKept(const Flows& flows) {
+    return std::abs(flows.out - flows.in) <= keptPart * std::max(std::abs(flows.in), std::abs(flows.out));
+}
+
+Balance balanceOf(const std::string& unit, std::span<const Compound* const> compounds,
+                  std::span<const StreamResult* const> feeds, std::span<const StreamResult* const> products) {
+    const auto flows = [&](const auto& perMole) {
+        return Flows{sum(feeds, perMole), sum(products, perMole)};
+    };
+    Balance balance{.unit = unit};
+    bool keepsCompounds = true;
+    for (std::size_t i = 0; i < compounds.size(); ++i) {
+        const Flows moles = flows([i](const StreamResult& stream) { return stream.fraction.at(i); });
+        const double weight = compounds[i]->molecularWeight / gramsPerKilogram;
+        balance.moles = {balance.moles.in + moles.in, balance.moles.out + moles.out};
+        balance.mass = {balance.mass.in + weight * moles.in, balance.mass.out + weight * moles.out};
+        keepsCompounds = keepsCompounds && isKept(moles);
+    }
+    balance.reacts = isKept(balance.mass) && !keepsCompounds;
+    const auto enthalpy = balance.reacts ? &StreamResult::enthalpyF : &StreamResult::enthalpy;
+    balance.enthalpy = flows([&](const StreamResult& stream) { return stream.*enthalpy; });
+    return balance;
+}
+
+} // namespace solvane::host
