@@ -26,9 +26,22 @@ FixedFont::~FixedFont() {
 
 void FixedFont::giveTo(HWND control) {
     const HFONT former = std::exchange(scaled_, scaledFont(dpiOf(control)));
-    const HGDIOBJ font = scaled_ ? scaled_ : GetStockObject(ANSI_FIXED_FONT);
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(handle()), FALSE);
     DeleteObject(former);
+}
+
+HFONT FixedFont::handle() const {
+    return scaled_ ? scaled_ : static_cast<HFONT>(GetStockObject(ANSI_FIXED_FONT));
+}
+
+int FixedFont::characterWidth(HWND control) const {
+    const HDC device = GetDC(control);
+    const HGDIOBJ former = SelectObject(device, handle());
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(device, &metrics);
+    SelectObject(device, former);
+    ReleaseDC(control, device);
+    return metrics.tmAveCharWidth;
 }
 
 } // namespace solvane

@@ -15,6 +15,9 @@ public:
 
     /// The size is that of the screen that the control is on.
     void giveTo(HWND control);
+    HFONT handle() const;
+    /// Of each character, in pixels.
+    int characterWidth(HWND control) const;
 
 private:
     HFONT scaled_ = nullptr;

@@ -6,6 +6,7 @@
 #include "ErrorPlace.h"
 #include "Layout.h"
 #include "Messages.h"
+#include "ScriptColours.h"
 #include "ScriptEditor.h"
 #include "StartProgram.h"
 #include "com/Text.h"
@@ -46,6 +47,7 @@ std::wstring placeText(const TextPlace& place) {
 
 CMatlabDlg::CMatlabDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow)
     : Tab(IDD_MATLAB, unit, mainWindow),
+      lineNumbers_(IDC_MATLAB_LINES),
       editIn_(TextView::Kind::editable, IDC_MATLAB_SCRIPT),
       editOut_(TextView::Kind::readOnly, IDC_MATLAB_OUTPUT),
       script_(unit, editIn_) {}
@@ -59,11 +61,16 @@ void CMatlabDlg::onInit() {
         item.pszText = const_cast<LPWSTR>(innerTabs[i]);
         TabCtrl_InsertItem(inner, static_cast<int>(i), &item);
     }
+    lineNumbers_.create(inner);
     for (TextView* view : {&editIn_, &editOut_}) {
         view->onEscape = [this] { mainWindow_.close(); };
         view->create(inner);
     }
     editIn_.onCaretMoved = [this] { showPlace(); };
+    editIn_.onPainted = [this](const VisibleLines& lines) {
+        lineNumbers_.follow(editIn_.window(), lines);
+        paintScriptColours(editIn_, lines);
+    };
     loadScript();
     editOut_.setText(unit_.outputText);
     makeBackupCopy(unit_.workingFolder, ScriptFile::name);
@@ -193,6 +200,7 @@ void CMatlabDlg::edit() {
 // ---- what is to be seen
 
 void CMatlabDlg::showView(int tab) const {
+    lineNumbers_.show(tab != outputTab);
     editIn_.show(tab != outputTab);
     editOut_.show(tab == outputTab);
     showPlace();
@@ -232,9 +240,9 @@ void CMatlabDlg::onSize(int width, int height) {
     RECT area{};
     GetClientRect(inner, &area);
     TabCtrl_AdjustRect(inner, FALSE, &area);
-    Layout views;
-    for (const HWND view : {editIn_.window(), editOut_.window()})
-        views.move(view, {area.left, area.top, area.right - area.left, area.bottom - area.top});
+    const Box views{area.left, area.top, area.right - area.left, area.bottom - area.top};
+    lineNumbers_.place(views, editIn_.window());
+    Layout().move(editOut_.window(), views);
 }
 
 } // namespace solvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LineNumbers.h"
 #include "ScriptFile.h"
 #include "Tab.h"
 #include "TextView.h"
@@ -36,6 +37,7 @@ private:
     void showView(int tab) const;
     void showPlace() const;
 
+    LineNumbers lineNumbers_;
     TextView editIn_;
     TextView editOut_;
     ScriptFile script_;

@@ -71,6 +71,22 @@ void TextView::create(HWND parent) {
     font_.giveTo(window_);
 }
 
+/// Of the whole text, whose lines hand them on to new ones.
+void TextView::setTabStops() const {
+    constexpr int twipsPerInch = 1440;
+    const HDC device = GetDC(window_);
+    const int dpi = GetDeviceCaps(device, LOGPIXELSX);
+    ReleaseDC(window_, device);
+    PARAFORMAT format{};
+    format.cbSize = sizeof format;
+    format.dwMask = PFM_TABSTOPS;
+    format.cTabCount = MAX_TAB_STOPS;
+    for (int i = 0; i < MAX_TAB_STOPS; ++i)
+        format.rgxTabs[i] = MulDiv((i + 1) * tabWidth * font_.characterWidth(window_), twipsPerInch, dpi);
+    select(0, -1);
+    ask(EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
+}
+
 void TextView::destroy() {
     if (window_)
         discard(std::exchange(window_, nullptr));
@@ -104,12 +120,16 @@ bool TextView::setText(std::wstring_view text) {
         replaceControl();
     EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&text), 0, feed};
     ask(EM_STREAMIN, streamFormat, reinterpret_cast<LPARAM>(&stream));
+    if (kind_ == Kind::editable)
+        setTabStops();
     if (kind_ == Kind::readOnly) { // the other has no formats
         const CHARFORMATW plain = coloured(0, CFE_AUTOCOLOR);
         ask(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&plain));
     }
     ask(EM_EMPTYUNDOBUFFER, 0, 0);
     setCaret({});
+    POINT top{}; // a view that has no size yet is somewhere else
+    ask(EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&top));
     return stream.dwError == 0;
 }
 
@@ -186,10 +206,31 @@ LONG TextView::length() const {
     return static_cast<LONG>(ask(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&characters), 0));
 }
 
+POINTL TextView::placeOf(LONG character) const {
+    POINTL place{};
+    ask(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), character);
+    return place;
+}
+
+/// With few questions: in a long text each of them takes Wine's control its time.
+VisibleLines TextView::visibleLines() const {
+    VisibleLines lines{};
+    lines.first = static_cast<LONG>(ask(EM_GETFIRSTVISIBLELINE, 0, 0));
+    lines.count = static_cast<LONG>(ask(EM_GETLINECOUNT, 0, 0));
+    lines.firstCharacter = static_cast<LONG>(ask(EM_LINEINDEX, static_cast<WPARAM>(lines.first), 0));
+    lines.place = placeOf(lines.firstCharacter);
+    if (lines.count > 1)
+        lines.height = placeOf(static_cast<LONG>(ask(EM_LINEINDEX, 1, 0))).y - placeOf(0).y;
+    return lines;
+}
+
 void TextView::noteSelection() {
     const CHARRANGE now = selection();
     if (now.cpMin == selection_.cpMin && now.cpMax == selection_.cpMax)
         return;
+    // The control may have drawn the selection without a WM_PAINT.
+    if (onPainted && (now.cpMin != now.cpMax || selection_.cpMin != selection_.cpMax))
+        InvalidateRect(window_, nullptr, FALSE);
     caret_ = now.cpMax != selection_.cpMax ? now.cpMax : now.cpMin;
     selection_ = now;
     if (now.cpMin != now.cpMax) // all of the text includes an end that is no character
@@ -220,6 +261,8 @@ LRESULT TextView::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     // Within a message the control's own state may be half done.
     if (--depth_ == 0)
         noteSelection();
+    if (message == WM_PAINT && onPainted)
+        onPainted(visibleLines());
     return result;
 }
 

@@ -18,6 +18,15 @@ struct TextPlace {
     long column = 1;
 };
 
+/// Where a view shows its text, in pixels of its client area.
+struct VisibleLines {
+    LONG first;          ///< line, from 0
+    LONG count;          ///< of all lines, also those that are not visible
+    LONG firstCharacter; ///< of the first line
+    POINTL place;        ///< of that character
+    LONG height;         ///< of a line; not known, 0, where there is but one
+};
+
 /// A control of unlimited length in a fixed-pitch font, which scrolls both ways and does not wrap. Of the
 /// keys it takes Escape and, where the text may be edited, Ctrl+V, which pastes without a format, and those
 /// of AltGr; all others are the control's.
@@ -25,18 +34,22 @@ class TextView {
 public:
     enum class Kind { editable, readOnly };
 
+    static constexpr int tabWidth = 4; ///< in characters, where the text may be edited
+
     TextView(Kind kind, int id) : kind_(kind), id_(id) {}
     TextView(const TextView&) = delete;
     TextView& operator=(const TextView&) = delete;
     ~TextView() { destroy(); }
 
-    std::function<void()> onEscape;     ///< has to be set
-    std::function<void()> onCaretMoved; ///< may be empty
+    std::function<void()> onEscape;                     ///< has to be set
+    std::function<void()> onCaretMoved;                 ///< may be empty
+    std::function<void(const VisibleLines&)> onPainted; ///< may be empty
 
     void create(HWND parent);
     void destroy();
     /// Another one where setText has replaced a long text.
     HWND window() const { return window_; }
+    const FixedFont& font() const { return font_; }
     void show(bool isShown) const { ShowWindow(window_, isShown ? SW_SHOW : SW_HIDE); }
 
     /// False where the control could not take or give the whole text. What was done before can't be undone
@@ -61,6 +74,8 @@ private:
     LRESULT dialogCode(const MSG* message) const;
     void paste() const;
     void noteSelection();
+    VisibleLines visibleLines() const;
+    POINTL placeOf(LONG character) const;
     /// The control's own answer.
     LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const;
     void select(LONG begin, LONG end) const;
@@ -71,6 +86,7 @@ private:
     /// A new one in the place of the old one.
     void replaceControl();
     void discard(HWND control) const;
+    void setTabStops() const;
 
     Kind kind_;
     int id_; ///< among its parent's controls

@@ -52,12 +52,14 @@ protected:
         return {text.right + (hasMark ? 2 * GetSystemMetrics(SM_CXEDGE) + text.bottom : 0), text.bottom};
     }
 
-    /// Without what stands within a list, or in a drop-down list: that is the system's.
+    /// Without what stands within a list, or in a drop-down list: that is the system's. Line numbers are not
+    /// laid out as text.
     static std::vector<HWND> shownIn(const WindowDriver& user) {
         std::vector<HWND> shown = user.shown();
         std::erase_if(shown, [](HWND child) {
             const std::wstring parent = classOf(GetParent(child));
-            return (parent != L"#32770" && parent != WC_TABCONTROLW) || classOf(child) == UPDOWN_CLASSW;
+            return (parent != L"#32770" && parent != WC_TABCONTROLW) || classOf(child) == UPDOWN_CLASSW ||
+                   GetDlgCtrlID(child) == IDC_MATLAB_LINES;
         });
         return shown;
     }

@@ -7,6 +7,7 @@
 #include "com/Text.h"
 #include "ui/ErrorPlace.h"
 #include "ui/ScriptEditor.h"
+#include "ui/ScriptTokens.h"
 
 #include <gmock/gmock.h>
 #include <richedit.h>
@@ -15,6 +16,7 @@ namespace solvane {
 namespace {
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 TEST(ErrorPlace, isCountedInTheUsersScript) {
     const std::wstring script = L"a = 1;\r\n\tb = a + foo;\r\nc = 2;\r\n";
@@ -266,6 +268,62 @@ TEST_F(MatlabTab, keysOfTheViews) {
         user.key(VK_ESCAPE);
         EXPECT_EQ(user.here(), nullptr);
     });
+}
+
+TEST(ScriptTokens, followTheLanguage) {
+    // Below each character: k keyword, s text, c comment, n number.
+    const std::pair<std::wstring, std::string> scripts[] = {
+        {L"for i = 1:10 % all of 'them'", "kkk     n nn ccccccccccccccc"},
+        {L"a = b' + 'it''s' # 1", "         sssssss ccc"},
+        {L"x(end).if = [c' 'd' 1.5e-3];", "                sss nnnnnn"},
+        {L"printf(\"%d\\\"\", 0x1F); end", "       ssssss  nnnn   kkk"},
+        {L"y = .5 + a1; ...rest", "    nn       ccccccc"},
+        {L"f(1, ...\r  end)\rend", "  n  ccc        kkk"},
+        {L"%{\r if\r%}\rif", "cc ccc cc kk"},
+        {L"%{ one line\rif", "ccccccccccc kk"},
+        {L"'open\rwhile", "sssss kkkkk"},
+    };
+    for (const auto& [script, kinds] : scripts) {
+        std::string found(script.size(), ' ');
+        for (const ScriptSpan& span : spansOf(script))
+            std::fill(found.begin() + static_cast<int>(span.begin),
+                      found.begin() + static_cast<int>(span.end),
+                      "kscn"[static_cast<std::size_t>(span.token)]);
+        EXPECT_EQ(found.substr(0, kinds.size()), kinds) << narrow(script);
+        EXPECT_EQ(found.find_last_not_of(' ') + 1, kinds.size()) << narrow(script);
+    }
+}
+
+TEST_F(MatlabTab, theScriptHasLineNumbersTabStopsAndColours) {
+    std::string text = "\ta % green\n    b\n";
+    for (int i = 3; i <= 200; ++i)
+        text += "% line\n";
+    setScript(text);
+    work([&](WindowDriver& user) {
+        const HWND view = user.control(IDC_MATLAB_SCRIPT);
+        const auto leftOf = [&](LONG character) {
+            POINTL place{};
+            SendMessageW(view, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), character);
+            return place.x;
+        };
+        EXPECT_EQ(leftOf(1), leftOf(15)); // a and b
+        EXPECT_THAT(narrow(user.text(IDC_MATLAB_LINES)), StartsWith("1\n2\n3\n"));
+        SendMessageW(view, EM_LINESCROLL, 0, 100);
+        UpdateWindow(view);
+        user.settle();
+        EXPECT_THAT(narrow(user.text(IDC_MATLAB_LINES)), StartsWith("101\n102\n"));
+
+        const HDC device = GetDC(view);
+        int green = 0;
+        for (int x = 0; x < 60; ++x)
+            for (int y = 0; y < 60; ++y) {
+                const COLORREF colour = GetPixel(device, x, y);
+                green += GetGValue(colour) > GetRValue(colour) + 50 ? 1 : 0;
+            }
+        ReleaseDC(view, device);
+        EXPECT_GT(green, 10);
+    });
+    EXPECT_EQ(script(), text);
 }
 
 TEST_F(MatlabTab, aScriptThatCannotBeReadIsNeitherTestedNorWritten) {
