@@ -39,12 +39,12 @@ TEST_F(SharedMatlab, aUnitEndsWhileMatlabRunsAnothersScript) {
     const Handle release(CreateEventW(nullptr, TRUE, FALSE, L"SharedMatlabTest"));
     ModelBag bag;
     bag.script("%hold SharedMatlabTest");
+    const HostedUnit leaving = createUnit(); // before Matlab is busy
     std::thread other([&] {
         const Apartment own;
         const HostedUnit unit = createUnit(bag);
         EXPECT_EQ(unit.calculate(), S_OK);
     });
-    const HostedUnit leaving = createUnit();
     while (isMutexFree(sharedMatlabMutex))
         Sleep(10);
     Sleep(100); // until the script runs
