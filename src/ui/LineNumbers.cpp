@@ -44,12 +44,13 @@ void LineNumbers::follow(HWND view, const VisibleLines& lines) {
     LONG y = lines.place.y;
     for (LONG line = lines.first; line < lines.count && y < area.bottom; ++line, y += lines.height)
         numbers += std::to_wstring(line + 1) + L'\n';
-    POINT top{0, lines.place.y};
-    MapWindowPoints(view, window_, &top, 1);
-    if (numbers == numbers_ && top.y == top_ && lines.height == lineHeight_)
+    RECT text{0, lines.place.y, 0, area.bottom};
+    MapWindowPoints(view, window_, reinterpret_cast<POINT*>(&text), 2);
+    if (numbers == numbers_ && text.top == top_ && text.bottom == bottom_ && lines.height == lineHeight_)
         return;
     numbers_ = numbers;
-    top_ = top.y;
+    top_ = text.top;
+    bottom_ = text.bottom;
     lineHeight_ = lines.height;
     SetWindowTextW(window_, numbers_.c_str());
     InvalidateRect(window_, nullptr, FALSE);
@@ -79,7 +80,7 @@ void LineNumbers::paint() const {
     const HGDIOBJ former = SelectObject(device, font_.handle());
     SetBkMode(device, TRANSPARENT);
     SetTextColor(device, GetSysColor(COLOR_GRAYTEXT));
-    RECT line{area.left, top_, area.right - layoutMargin, area.bottom};
+    RECT line{area.left, top_, area.right - layoutMargin, bottom_};
     for (std::size_t begin = 0; begin < numbers_.size(); line.top += lineHeight_) {
         const std::size_t end = numbers_.find(L'\n', begin);
         DrawTextW(device, numbers_.data() + begin, static_cast<int>(end - begin), &line, DT_RIGHT | DT_TOP);

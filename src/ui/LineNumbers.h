@@ -39,6 +39,7 @@ private:
     int width_ = 0; ///< of the numbers
     std::wstring numbers_;
     LONG top_ = 0;        ///< of the first line, in the view
+    LONG bottom_ = 0;     ///< of the view's text, without its scroll bar
     LONG lineHeight_ = 0; ///< 0 where there is but one line
 };
 

@@ -101,6 +101,7 @@ TEST_F(MainWindow, whatCannotBeSavedOrLoadedIsTold) {
         writeFile(workingFolder() + L"calc.m", "");
         saveModel(user, file);
         EXPECT_EQ(user.answer(L"Failed to save:"), L"Failed to add \"calc.m\" to zip: file has zero size");
+        EXPECT_EQ(readFile(file), "no zip"); // what was there
     });
 }
 
