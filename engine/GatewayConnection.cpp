@@ -1,5 +1,7 @@
 #include "GatewayConnection.h"
 
+#include "../gateway/UnitClaim.h"
+
 #include <algorithm>
 #include <string>
 
@@ -16,6 +18,7 @@ constexpr DWORD aliveCheckInterval = 500;
 
 /// The block and the events of a unit that is in a run. Without a unit the block is empty.
 struct UnitChannel {
+    UnitClaim claim;
     MappedView view;
     std::span<std::byte> block;
     Handle requestEvent;
@@ -44,6 +47,8 @@ bool openUnit(const std::string& unitId, UnitChannel& unit, std::string& error) 
         error = "The events of the unit " + unitId + " could not be opened";
         return false;
     }
+    if (!channel.claim.take(unitId, error))
+        return false;
     // Left over where the asker of the last command did not live to see its reply.
     ResetEvent(channel.replyEvent.get());
     unit = std::move(channel);

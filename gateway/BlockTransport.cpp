@@ -1,4 +1,5 @@
 #include "Transport.h"
+#include "UnitClaim.h"
 
 #include <windows.h>
 
@@ -35,6 +36,7 @@ public:
 private:
     bool openRequestEvent();
 
+    UnitClaim claim_;
     std::string requestName_;
     Handle requestEvent_;
     Handle replyEvent_;
@@ -56,6 +58,8 @@ bool BlockTransport::open(const std::string& unitId, std::string& error) {
         return false;
     }
     size_ = region.RegionSize;
+    if (!claim_.take(unitId, error))
+        return false;
     // It may be set still, where the one who asked last did not live to see the answer.
     ResetEvent(replyEvent_.get());
     return true;

@@ -21,6 +21,9 @@ constexpr Field value(std::size_t argument, const char* name) {
 constexpr Field text(std::size_t argument, const char* name) {
     return {FieldKind::text, argument, name};
 }
+constexpr Field filledText(std::size_t argument, const char* name) {
+    return {FieldKind::filledText, argument, name};
+}
 
 constexpr ReplyForm nothing{unpackNothing, 0, ReplySize::small};
 constexpr ReplyForm aCount{unpackCount, 1, ReplySize::small};
@@ -46,7 +49,7 @@ constexpr std::array<Command, 18> commands{{
     {5, "setParameter", "setParameter(name, value)",
      {text(1, "name"), value(2, "value")}, nothing},
     {6, "getCompoundConstant", "values = getCompoundConstant(name)",
-     {text(1, "name")}, constants},
+     {filledText(1, "name")}, constants},
     {7, "getTDependentProperty", "values = getTDependentProperty(name, T)",
      {number(2, "T"), text(1, "name")}, vector},
     {8, "getPDependentProperty", "values = getPDependentProperty(name, P)",
@@ -104,7 +107,7 @@ std::size_t wantedBytes(const Command& command, const Run& run) {
     case ReplySize::compounds:
         return smallReply + 8 * run.compoundCount;
     case ReplySize::phases:
-        return smallReply + perPhase * std::max(run.phaseCount, usualPhaseCount);
+        return smallReply + perPhase * std::max(run.phaseNames.size(), usualPhaseCount);
     }
     return smallReply;
 }

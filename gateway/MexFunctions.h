@@ -45,7 +45,6 @@ void mxSetCell(mxArray* array, mwSize index, mxArray* value);
 mxArray* mxCreateDoubleMatrix(mwSize rows, mwSize columns, mxComplexity complexity);
 mxArray* mxCreateCellMatrix(mwSize rows, mwSize columns);
 mxArray* mxCreateCharArray(mwSize dimensionCount, const mwSize* dimensions);
-mxArray* mxDuplicateArray(const mxArray* array);
 /// A copy of a variable of the workspace "base", "caller" or "global"; null if there is none.
 mxArray* mexGetVariable(const char* workspace, const char* name);
 mxArray* mxCreateString(const char* text);

@@ -171,11 +171,6 @@ mxArray* mxCreateCharArray(mwSize dimensionCount, const mwSize* dimensions) {
     return function.get(sized)(dimensionCount, dimensions);
 }
 
-mxArray* mxDuplicateArray(const mxArray* array) {
-    static Imported<mxArray*(const mxArray*)> function("mxDuplicateArray");
-    return function.get()(array);
-}
-
 mxArray* mxCreateString(const char* text) {
     static Imported<mxArray*(const char*)> function("mxCreateString");
     return function.get()(text);

@@ -188,23 +188,19 @@ bool unpackConstants(Reply& reply, const Run& run, std::span<mxArray*> outputs, 
 namespace {
 
 /// Phases as indices, counted from 1, into the run's phase names.
-bool readPhaseIndices(Reply& reply, std::size_t count, mxArray* phases, std::string& error) {
-    const mxArray* known = phaseNames();
-    const std::size_t knownCount = known ? mxGetNumberOfElements(known) : 0;
+bool readPhaseIndices(Reply& reply, const Run& run, std::size_t count, mxArray* phases, std::string& error) {
     for (std::size_t phase = 0; phase < count; ++phase) {
         std::uint32_t index = 0;
         if (!reply.word(index, error))
             return false;
-        if (index == 0 || index > knownCount) {
-            error = "phase " + std::to_string(index) + " is not in the global variable phaseNames";
-            return false;
-        }
-        mxSetCell(phases, phase, mxDuplicateArray(mxGetCell(known, index - 1)));
+        if (index == 0 || index > run.phaseNames.size())
+            return failUnknown("phase", index, error);
+        mxSetCell(phases, phase, makeText(run.phaseNames[index - 1]));
     }
     return true;
 }
 
-bool readPhaseNames(Reply& reply, std::size_t count, mxArray* phases, std::string& error) {
+bool readPhaseNames(Reply& reply, const Run&, std::size_t count, mxArray* phases, std::string& error) {
     std::string name;
     for (std::size_t phase = 0; phase < count; ++phase) {
         if (!reply.text(name, error))
@@ -232,7 +228,7 @@ bool unpackEquilibrium(Reply& reply, const Run& run, std::span<mxArray*> outputs
     std::vector<double> byCompound;
     double temperature = 0;
     double pressure = 0;
-    if (!(signedCount < 0 ? readPhaseNames : readPhaseIndices)(reply, count, phases, error) ||
+    if (!(signedCount < 0 ? readPhaseNames : readPhaseIndices)(reply, run, count, phases, error) ||
         !reply.numbers(count, fractions, error) ||
         !reply.numbers(count * run.compoundCount, byCompound, error) || !reply.number(temperature, error) ||
         !reply.number(pressure, error))

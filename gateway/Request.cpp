@@ -72,6 +72,15 @@ bool packText(const mxArray* argument, std::size_t, std::string& request, std::s
     return true;
 }
 
+bool packFilledText(const mxArray* argument, std::size_t compoundCount, std::string& request,
+                    std::string& error) {
+    if (mxIsChar(argument) && mxGetNumberOfElements(argument) == 0) {
+        error = "must not be empty";
+        return false;
+    }
+    return packText(argument, compoundCount, request, error);
+}
+
 bool packValue(const mxArray* argument, std::size_t compoundCount, std::string& request, std::string& error) {
     if (mxIsChar(argument)) {
         append(request, ValueTag::text);
@@ -95,7 +104,8 @@ using Pack = bool(const mxArray* argument, std::size_t compoundCount, std::strin
                   std::string& error);
 
 /// In the order of FieldKind.
-constexpr std::array<Pack*, 5> packers{packPort, packNumber, packComposition, packValue, packText};
+constexpr std::array<Pack*, 6> packers{packPort,  packNumber, packComposition,
+                                       packValue, packText,   packFilledText};
 
 } // namespace
 

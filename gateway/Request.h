@@ -15,6 +15,7 @@ enum class FieldKind {
     composition, ///< nComp doubles, finite, given as a row or a column
     value,       ///< a parameter's value: uint32 tag 0 and a double, 2 and an int32, or 3 and text
     text,        ///< text in the code page, with a closing NUL
+    filledText,  ///< the same, not empty
 };
 
 /// One field of a request.

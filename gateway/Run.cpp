@@ -1,5 +1,7 @@
 #include "Run.h"
 
+#include "Text.h"
+
 #include <algorithm>
 
 namespace solvane::gateway {
@@ -14,32 +16,44 @@ std::size_t blockSizeFor(std::size_t compounds, std::size_t phases) {
     return std::max({std::size_t{2048}, 8 * compounds * compounds + 8, 64 * compounds + 8, equilibrium});
 }
 
+bool readCompoundCount(std::size_t& count, std::string& error) {
+    const mxArray* number = mexGetVariable("global", "nComp");
+    if (!number || !mxIsNumeric(number) || mxGetNumberOfElements(number) != 1 ||
+        !(mxGetScalar(number) >= 0)) {
+        error = "the global variable nComp is not set";
+        return false;
+    }
+    count = static_cast<std::size_t>(mxGetScalar(number));
+    return true;
+}
+
+/// There are none where the variable is not set.
+bool readPhaseNames(std::vector<std::string>& names, std::string& error) {
+    const mxArray* cells = mexGetVariable("global", "phaseNames");
+    names.resize(cells && mxIsCell(cells) ? mxGetNumberOfElements(cells) : 0);
+    for (std::size_t phase = 0; phase < names.size(); ++phase)
+        if (const mxArray* name = mxGetCell(cells, phase); !name || !readText(name, names[phase], error)) {
+            error = "the global variable phaseNames does not hold the names of the phases";
+            return false;
+        }
+    return true;
+}
+
 } // namespace
 
 /// The unit's wire format leaves out the number of compounds, and gives phases as indices: both sides go by
-/// what the unit wrote into the run script's global variables. The counts are taken here, where initRun has
-/// just set them, so that a script that changes or clears its globals does no harm.
+/// what the unit wrote into the run script's global variables. They are read here, where initRun has just set
+/// them, so that a script that changes or clears its globals does no harm.
 std::unique_ptr<Run> openRun(const std::string& unitId, std::string& error) {
-    const mxArray* compoundCount = mexGetVariable("global", "nComp");
-    if (!compoundCount || !mxIsNumeric(compoundCount) || mxGetNumberOfElements(compoundCount) != 1 ||
-        !(mxGetScalar(compoundCount) >= 0)) {
-        error = "the global variable nComp is not set";
-        return nullptr;
-    }
     auto run = std::make_unique<Run>();
-    run->compoundCount = static_cast<std::size_t>(mxGetScalar(compoundCount));
-    if (const mxArray* names = phaseNames())
-        run->phaseCount = mxGetNumberOfElements(names);
+    if (!readCompoundCount(run->compoundCount, error) || !readPhaseNames(run->phaseNames, error))
+        return nullptr;
     run->transport = openTransport(unitId, error);
     if (!run->transport)
         return nullptr;
-    run->blockSize = std::min(blockSizeFor(run->compoundCount, run->phaseCount), run->transport->capacity());
+    run->blockSize =
+        std::min(blockSizeFor(run->compoundCount, run->phaseNames.size()), run->transport->capacity());
     return run;
-}
-
-const mxArray* phaseNames() {
-    const mxArray* names = mexGetVariable("global", "phaseNames");
-    return names && mxIsCell(names) ? names : nullptr;
 }
 
 } // namespace solvane::gateway

@@ -151,7 +151,10 @@ TEST_F(GatewayConnection, carriesRequestsToTheUnitAndItsRepliesBack) {
               std::string(unit.block() + size - 5, 5));
     EXPECT_EQ(gateway.ask('R', number(0xFFFFFFF0) + number(0xFFFFFFF0)).bytes, "");
 
+    Gateway second = connectGateway();
+    EXPECT_THAT(second.ask('O', unitId).bytes, HasSubstr("another script is running"));
     EXPECT_EQ(gateway.ask('Q', "").kind, MessageKind::done);
+    EXPECT_EQ(second.ask('O', unitId).kind, MessageKind::done);
     EXPECT_EQ(gateway.ask('R', number(0) + number(4)).kind, MessageKind::failed);
 }
 

@@ -2,9 +2,12 @@
 #include "Caller.h"
 #include "UnitSide.h"
 
+#include "../../gateway/UnitClaim.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <future>
 #include <limits>
 #include <stdexcept>
 
@@ -130,7 +133,7 @@ TEST_F(Gateway, answersBecomeTheScriptsValues) {
         {5, equilibrium, wireOf(0u, 0, 300., 1e5), "1x0 {} 1x0 [] 2x0 [] 1x1 [300] 1x1 [100000]"},
         {0, equilibrium, wireOf(0u, 1, 1, 1., 0.25, 0.75, 300., 1e5), "1x1 {'Vapor'}"},
         {1, equilibrium, wireOf(0u, 1, 3, 1., 0.25, 0.75, 300., 1e5),
-         "error: getFeedEquilibrium: phase 3 is not in the global variable phaseNames"},
+         "error: getFeedEquilibrium: the unit answered with an unknown phase, 3"},
         {1, equilibrium, wireOf(0u, std::numeric_limits<std::int32_t>::min()),
          "error: getFeedEquilibrium: the unit answered with an unknown number of phases, 2147483648"},
         {0, {u"logMessage", u""}, wireOf(18u), ""},
@@ -143,6 +146,14 @@ TEST_F(Gateway, answersBecomeTheScriptsValues) {
     for (const ReplyCase& row : cases) {
         unit.answer(row.reply);
         EXPECT_EQ(call(row.outputCount, row.arguments), row.outputs) << "row " << &row - cases.data();
+    }
+}
+
+TEST_F(Gateway, phasesKeepTheirNamesWhateverTheScriptDoesWithItsGlobals) {
+    for (const Arguments& globals : {Arguments{u"Liquid"}, Arguments{}}) {
+        useGateway(standInHooks, 1, globals);
+        unit.answer(wireOf(0u, 2, 1, 2, 0.3, 0.7, 0.1, 0.2, 0.9, 0.8, 300., 1e5));
+        EXPECT_EQ(call(1, {u"getFeedEquilibrium", 1}), "1x2 {'Vapor' 'Liquid'}");
     }
 }
 
@@ -196,6 +207,8 @@ TEST_F(Gateway, misuseNamesTheFunctionAndItsUsageAndNeverReachesTheUnit) {
         {feed(u"1"), badPort},
         {feed(complexNumber), badPort},
         {{u"getFeedProp", 1, 2}, "getFeedProp: property must be text in single quotes. " + feedUsage},
+        {{u"getCompoundConstant", u""},
+         "getCompoundConstant: name must not be empty. Usage: values = getCompoundConstant(name)"},
         {flash(matrix(3, 1, {0.2, 0.3, 0.5}), 1), badX},
         {flash(matrix(2, 2, {0.2, 0.3, 0.5, 0}), 1), badX},
         {flash(matrix(2, 1, {0.5, nan}), 1), badX},
@@ -270,6 +283,32 @@ TEST_F(Gateway, commandsWorkOnlyBetweenBeginAndEnd) {
               "error: CapeOpenUnitMex: no unit operation is calculating under the id {nobody}");
     useGateway(standInHooks, nan, {});
     EXPECT_EQ(open(), "error: CapeOpenUnitMex: the global variable nComp is not set");
+}
+
+TEST_F(Gateway, aUnitServesOneScriptAtATime) {
+    const std::string refusal = "another script is running for the unit operation " + unit.id() +
+                                ": wait until its calculation has ended";
+    std::string error;
+    std::thread([&] { // as another Matlab
+        solvane::UnitClaim claim;
+        EXPECT_FALSE(claim.take(unit.id(), error));
+    })
+        .join();
+    EXPECT_EQ(error, refusal);
+
+    ASSERT_EQ(call(0, {2}), "");
+    std::promise<void> isTaken, mayEnd;
+    std::thread other([&] {
+        solvane::UnitClaim claim;
+        EXPECT_TRUE(claim.take(unit.id(), error)) << error;
+        isTaken.set_value();
+        mayEnd.get_future().wait();
+    });
+    isTaken.get_future().wait();
+    EXPECT_EQ(open(), "error: CapeOpenUnitMex: " + refusal);
+    mayEnd.set_value();
+    other.join();
+    EXPECT_EQ(open(), "");
 }
 
 TEST_F(Gateway, aSlowUnitIsWaitedForAndADeadOneIsNot) {

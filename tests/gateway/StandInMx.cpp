@@ -58,9 +58,6 @@ EXPORTED mxArray* mxCreateString(const char* text) {
         .kind = ArrayKind::text, .rows = 1, .columns = characters.size(), .characters = characters};
 }
 #endif
-EXPORTED mxArray* mxDuplicateArray(const mxArray* a) {
-    return new mxArray(*a);
-}
 
 EXPORTED mxArray* SIZED(mxGetCell)(const mxArray* a, std::size_t index) {
     return a->cells.at(index);
