@@ -37,13 +37,14 @@ HRESULT readOnlyArgument(DISPPARAMS& parameters, VARTYPE type, Variant& argument
     return converted;
 }
 
+/// The record's own code can't be that of the call, which says that there is a record.
 void describe(EXCEPINFO* exception, HRESULT code, const std::wstring& text) {
     if (!exception)
         return;
     *exception = {};
     exception->bstrSource = newBstr(L"OctaveAutomationServer");
     exception->bstrDescription = newBstr(text);
-    exception->scode = code;
+    exception->scode = code == DISP_E_EXCEPTION ? E_FAIL : code;
 }
 
 // The time for a reply to leave, in milliseconds.

@@ -9,8 +9,9 @@
 
 namespace solvane::engine {
 
-/// Offers `Execute(text)`, which returns what the command printed, `Visible`, and `Quit`, and says that
-/// it is dedicated: there is one a server process, and its end is the process's end.
+/// Offers `Execute(text)`, which returns what the command printed and fails where it raises an error,
+/// `Visible`, and `Quit`, and says that it is dedicated: there is one a server process, and its end is the
+/// process's end.
 class CAutomationObject : public CComObjectRoot, public IDispatch {
 public:
     ~CAutomationObject() override;
@@ -21,9 +22,9 @@ public:
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override;
     STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
-    /// Beside its usual results it returns the code of what became of Octave, since that has a text of its
-    /// own in the system's table, where DISP_E_EXCEPTION would not say what happened; the exception record
-    /// tells the same in words.
+    /// DISP_E_EXCEPTION where a command raised an error, with Octave's text in the exception record. Where
+    /// Octave has ended or does not start, the code of that, since it has a text of its own in the system's
+    /// table; the record says the same in words.
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
 

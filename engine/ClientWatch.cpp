@@ -25,13 +25,15 @@ Handle openParent() {
 
 } // namespace
 
-void endWithClient() {
+void endWithClient(void (*cleanUp)()) {
     if (!isWine())
         return;
-    std::thread([client = openParent()] {
+    std::thread([cleanUp, client = openParent()] {
         if (client)
             WaitForSingleObject(client.get(), INFINITE);
         // The main thread may be waiting for a script that never ends.
+        if (cleanUp)
+            cleanUp();
         ExitProcess(0);
     }).detach();
 }

@@ -21,7 +21,7 @@ inline constexpr std::uint32_t tokenLength = 32;
 inline constexpr char codePageVariable[] = "SOLVANE_ENGINE_CODE_PAGE";
 
 /// Role byte of the connection on which Octave takes commands: server sends `execute`, Octave answers
-/// `result`.
+/// `result`, or `failed` with the text of an error that the command did not catch.
 inline constexpr char commandRole = 'C';
 /// Role byte of the connection on which CapeOpenUnitMex reaches a unit: each message is answered by `done`
 /// or `failed` before the next is sent.
@@ -29,7 +29,7 @@ inline constexpr char gatewayRole = 'G';
 
 enum class MessageKind : std::uint8_t {
     execute = 'E', ///< text of a command, UTF-8
-    result = 'T',  ///< all that the command printed, errors included, UTF-8
+    result = 'T',  ///< all that the command printed, UTF-8
 
     open = 'O', ///< a unit's id, with braces: opens its block and its two events
     exchange =
@@ -39,7 +39,7 @@ enum class MessageKind : std::uint8_t {
     close = 'Q', ///< closes the block and the events
 
     done = 'D',   ///< success, with the bytes asked for
-    failed = 'F', ///< failure, with a text
+    failed = 'F', ///< failure, with a text; UTF-8 where a command failed
 };
 
 } // namespace solvane::engine

@@ -17,6 +17,13 @@ std::wstring engineFolder() {
     return program.substr(0, program.find_last_of(L'\\')) + L"\\octave";
 }
 
+/// With a backslash at its end.
+std::wstring temporaryFolder() {
+    std::wstring folder(MAX_PATH + 1, L'\0');
+    folder.resize(GetTempPathW(static_cast<DWORD>(folder.size()), folder.data()));
+    return folder;
+}
+
 } // namespace
 
 HRESULT OctaveProcess::launch(std::wstring& error) {
@@ -30,7 +37,11 @@ HRESULT OctaveProcess::launch(std::wstring& error) {
     SetEnvironmentVariableA(portVariable, std::to_string(listener_.port()).c_str());
     SetEnvironmentVariableA(tokenVariable, listener_.token().c_str());
     SetEnvironmentVariableA(codePageVariable, std::to_string(GetACP()).c_str());
-    return program.start(engineFolder(), process_, error);
+    if (!folder_.create(temporaryFolder() + L"SolvaneOctave-" + widen(listener_.token()))) {
+        error = L"A folder for Octave could not be made in " + temporaryFolder();
+        return HRESULT_FROM_WIN32(GetLastError());
+    }
+    return program.start(engineFolder(), folder_.path(), process_, error);
 }
 
 HRESULT OctaveProcess::waitUntilReady(std::wstring& error) {
@@ -48,16 +59,22 @@ HRESULT OctaveProcess::waitUntilReady(std::wstring& error) {
     return S_OK;
 }
 
-bool OctaveProcess::execute(const std::wstring& command, std::wstring& output) {
+HRESULT OctaveProcess::execute(const std::wstring& command, std::wstring& output, std::wstring& error) {
     MessageHeader answer;
-    if (!commands_.send(MessageKind::execute, narrow(command, CP_UTF8)) || !commands_.readHeader(answer) ||
-        answer.kind != MessageKind::result)
-        return false;
-    std::string printed(answer.length, '\0');
-    if (!commands_.read(std::as_writable_bytes(std::span(printed))))
-        return false;
-    output = widen(printed, CP_UTF8);
-    return true;
+    std::string text;
+    bool isAnswered =
+        commands_.send(MessageKind::execute, narrow(command, CP_UTF8)) && commands_.readHeader(answer);
+    if (isAnswered) {
+        text.resize(answer.length);
+        isAnswered = commands_.read(std::as_writable_bytes(std::span(text)));
+    }
+    if (!isAnswered) {
+        error = L"Octave ended before the command was done";
+        return HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED);
+    }
+    const bool isDone = answer.kind == MessageKind::result;
+    (isDone ? output : error) = widen(text, CP_UTF8);
+    return isDone ? S_OK : DISP_E_EXCEPTION;
 }
 
 } // namespace solvane::engine

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "EngineListener.h"
+#include "OwnFolder.h"
 
 #include <string>
 
@@ -17,11 +18,14 @@ public:
     /// Waits until Octave takes commands, for a bounded time.
     HRESULT waitUntilReady(std::wstring& error);
 
-    /// Runs a command in Octave's base workspace and takes what it printed. An error in the command is no
-    /// failure. False once Octave has ended, however that came.
-    bool execute(const std::wstring& command, std::wstring& output);
+    /// Runs a command in Octave's base workspace and takes what it printed. DISP_E_EXCEPTION where the
+    /// command raised an error, with Octave's text, and ERROR_PROCESS_ABORTED once Octave has ended, however
+    /// that came.
+    HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
 private:
+    // Where Octave starts: what lies in the client's current folder is not to be found there.
+    OwnFolder folder_;
     EngineListener listener_;
     Handle process_; // null for a Linux program
     Connection commands_;

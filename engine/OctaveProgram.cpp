@@ -124,7 +124,8 @@ std::wstring OctaveProgram::commandLine(const std::wstring& engineFolder) const 
            L"')); solvaneEngine\"";
 }
 
-HRESULT OctaveProgram::start(const std::wstring& engineFolder, Handle& process, std::wstring& error) const {
+HRESULT OctaveProgram::start(const std::wstring& engineFolder, const std::wstring& folder, Handle& process,
+                             std::wstring& error) const {
     SECURITY_ATTRIBUTES inherited{};
     inherited.nLength = sizeof inherited;
     inherited.bInheritHandle = TRUE;
@@ -140,7 +141,7 @@ HRESULT OctaveProgram::start(const std::wstring& engineFolder, Handle& process, 
     std::wstring command = commandLine(engineFolder);
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(filePath().c_str(), command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
-                        nullptr, &startup, &started)) {
+                        folder.c_str(), &startup, &started)) {
         const DWORD code = GetLastError();
         error = path_ + L" could not be started (error " + std::to_wstring(code) + L")";
         return HRESULT_FROM_WIN32(code);

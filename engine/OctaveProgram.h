@@ -17,9 +17,11 @@ public:
     /// none is found.
     static bool find(OctaveProgram& program, std::wstring& error);
 
-    /// Starts it with its standard streams on nothing, so that it neither takes nor disturbs those of the
-    /// process that made the server. `process` stays null where there is no handle.
-    HRESULT start(const std::wstring& engineFolder, Handle& process, std::wstring& error) const;
+    /// Starts it in the current folder `folder`, with its standard streams on nothing, so that it neither
+    /// takes nor disturbs those of the process that made the server. `process` stays null where there is no
+    /// handle.
+    HRESULT start(const std::wstring& engineFolder, const std::wstring& folder, Handle& process,
+                  std::wstring& error) const;
 
 private:
     /// A path that begins with a slash is a Linux program's.

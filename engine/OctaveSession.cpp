@@ -27,18 +27,28 @@ bool isFolder(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+/// Where the quoted text of a command lies, between its first and its last apostrophe.
+struct Quoted {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+Quoted findQuoted(const std::wstring& command) {
+    const std::size_t first = command.find(L'\'');
+    return first == std::wstring::npos ? Quoted{} : Quoted{first + 1, command.rfind(L'\'')};
+}
+
 /// Clients write "cd 'folder'" around a folder's name as it is, and O'Brien has a temporary folder too: the
 /// apostrophes of a single folder that exists are doubled, as Octave wants them.
 std::wstring withApostrophesDoubled(const std::wstring& command) {
     const std::wstring_view word = firstWord(command);
-    const std::size_t begin = command.find(L'\'');
-    const std::size_t end = command.rfind(L'\'');
-    if (!(isOneOf(word, pathWords) || isOneOf(word, folderWords)) || begin == end)
+    const auto [begin, end] = findQuoted(command);
+    if (!(isOneOf(word, pathWords) || isOneOf(word, folderWords)) || begin >= end)
         return command;
-    const std::wstring folder = command.substr(begin + 1, end - begin - 1);
+    const std::wstring folder = command.substr(begin, end - begin);
     if (folder.find(L'\'') == std::wstring::npos || !isFolder(folder))
         return command;
-    return command.substr(0, begin + 1) + octaveText(folder) + command.substr(end);
+    return command.substr(0, begin) + octaveText(folder) + command.substr(end);
 }
 
 } // namespace
@@ -60,16 +70,16 @@ HRESULT OctaveSession::start(std::wstring& error) {
 HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, std::wstring& error) {
     const std::wstring command = withApostrophesDoubled(given);
     const bool isFresh = !process_;
-    const HRESULT started = start(error);
-    if (FAILED(started))
-        return started;
-    if ((isFresh && !replay()) || !process_->execute(command, output)) {
-        error = L"Octave ended before the command was done";
-        return fail(HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED));
-    }
-    if (output.empty())
+    HRESULT result = start(error);
+    if (FAILED(result))
+        return result;
+    if (isFresh)
+        result = replay(error);
+    if (SUCCEEDED(result))
+        result = process_->execute(command, output, error);
+    if (SUCCEEDED(result) && output.empty())
         remember(command);
-    return S_OK;
+    return SUCCEEDED(result) || result == DISP_E_EXCEPTION ? result : fail(result);
 }
 
 HRESULT OctaveSession::fail(HRESULT result) {
@@ -77,12 +87,19 @@ HRESULT OctaveSession::fail(HRESULT result) {
     return result;
 }
 
-bool OctaveSession::replay() {
+/// A folder that has gone meanwhile is left out.
+HRESULT OctaveSession::replay(std::wstring& error) {
+    std::vector<std::wstring> commands = pathCommands_;
+    if (!folderCommand_.empty())
+        commands.push_back(folderCommand_);
     std::wstring output;
-    for (const std::wstring& command : pathCommands_)
-        if (!process_->execute(command, output))
-            return false;
-    return folderCommand_.empty() || process_->execute(folderCommand_, output);
+    HRESULT result = S_OK;
+    for (const std::wstring& command : commands)
+        if (result = process_->execute(command, output, error); FAILED(result) && result != DISP_E_EXCEPTION)
+            return result;
+    output.clear();
+    error.clear();
+    return S_OK;
 }
 
 /// Path entries and the folder are set once, by commands that print nothing where they succeed.

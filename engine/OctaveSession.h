@@ -25,8 +25,9 @@ public:
     HRESULT start(std::wstring& error);
 
     /// Runs a command and takes what it printed. Apostrophes in the name of a folder that goes onto the path
-    /// or becomes the current one may be single. Where Octave ends meanwhile, the command fails; the next one
-    /// gets a fresh Octave, with the former one's path entries and current folder.
+    /// or becomes the current one may be single. DISP_E_EXCEPTION where the command raised an error. Where
+    /// Octave ends meanwhile, the command fails too; the next one gets a fresh Octave, with the former one's
+    /// path entries and current folder.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
     /// Ends Octave; a later command gets a fresh one.
@@ -34,7 +35,7 @@ public:
 
 private:
     HRESULT fail(HRESULT result);
-    bool replay();
+    HRESULT replay(std::wstring& error);
     void remember(const std::wstring& command);
 
     inline static OctaveSession* current_ = nullptr;

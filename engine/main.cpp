@@ -3,6 +3,7 @@
 #include "AutomationObject.h"
 #include "ClientWatch.h"
 #include "OctaveSession.h"
+#include "OwnFolder.h"
 #include "ServerRegistration.h"
 #include "com/ClassFactory.h"
 #include "com/ComRef.h"
@@ -84,7 +85,7 @@ int runServer() {
     WSADATA sockets;
     if (WSAStartup(MAKEWORD(2, 2), &sockets) != 0)
         return fail(L"The sockets could not be initialised");
-    endWithClient();
+    endWithClient(OwnFolder::removeAll);
     OctaveSession session;
     session.launch();
 

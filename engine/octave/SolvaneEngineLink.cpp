@@ -1,8 +1,10 @@
 // SolvaneEngineLink: the end of the automation server's command connection inside Octave.
 //
-//   SolvaneEngineLink ("connect")         connects to the server that started this Octave
+//   SolvaneEngineLink ("connect", folder) connects to the server that started this Octave; when that is gone,
+//                                         the folder is removed if it is empty
 //   text = SolvaneEngineLink ("receive")  the next command, or [] once the server is gone
 //   SolvaneEngineLink ("send", text)      what the command printed
+//   SolvaneEngineLink ("fail", text)      the error that it raised
 //
 // It stays loaded, with its connection, whatever a script clears.
 
@@ -14,6 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -50,15 +53,17 @@ void stayLoaded() {
 
 /// An endless script never comes back to read from the connection: when the server hangs up, the process
 /// ends.
-void endWithServer() {
-    std::thread([] {
+void endWithServer(const std::filesystem::path& folder) {
+    std::thread([folder] {
         server.waitForHangUp();
+        std::error_code ignored;
+        std::filesystem::remove(folder, ignored);
         std::this_thread::sleep_for(grace);
         std::_Exit(1);
     }).detach();
 }
 
-bool connectToServer(std::string& error) {
+bool connectToServer(const std::filesystem::path& folder, std::string& error) {
     const char* port = std::getenv(portVariable);
     const char* token = std::getenv(tokenVariable);
     if (!port || !token || std::strlen(token) != tokenLength) {
@@ -73,7 +78,7 @@ bool connectToServer(std::string& error) {
     }
     mexLock();
     stayLoaded();
-    endWithServer();
+    endWithServer(folder);
     return true;
 }
 
@@ -89,15 +94,14 @@ mxArray* receiveCommand() {
     return mxCreateString(command.c_str());
 }
 
-void sendOutput(std::string_view output) {
-    constexpr auto kind = MessageKind::result;
-    const auto length = static_cast<std::uint32_t>(output.size());
+void sendAnswer(MessageKind kind, std::string_view text) {
+    const auto length = static_cast<std::uint32_t>(text.size());
     std::string message(sizeof kind + sizeof length, '\0');
     std::memcpy(message.data(), &kind, sizeof kind);
     std::memcpy(message.data() + sizeof kind, &length, sizeof length);
     // A server that is gone shows at the next receive.
     if (server.send(message.data(), message.size()))
-        server.send(output.data(), output.size());
+        server.send(text.data(), text.size());
 }
 
 /// A text of Octave's, whose characters are bytes.
@@ -107,17 +111,18 @@ std::string_view textOf(const mxArray* array) {
 
 bool serve(mxArray* results[], int count, const mxArray* arguments[], std::string& error) {
     const std::string_view verb = count > 0 ? textOf(arguments[0]) : std::string_view();
+    const std::string_view text = count > 1 ? textOf(arguments[1]) : std::string_view();
     if (verb == "connect")
-        return connectToServer(error);
+        return connectToServer(std::u8string(text.begin(), text.end()), error);
     if (verb == "receive") {
         results[0] = receiveCommand();
         return true;
     }
-    if (verb == "send" && count == 2) {
-        sendOutput(textOf(arguments[1]));
+    if (verb == "send" || verb == "fail") {
+        sendAnswer(verb == "send" ? MessageKind::result : MessageKind::failed, text);
         return true;
     }
-    error = "SolvaneEngineLink: takes \"connect\", \"receive\", or \"send\" with a text";
+    error = "SolvaneEngineLink: takes \"receive\", or \"connect\", \"send\" or \"fail\" with a text";
     return false;
 }
 

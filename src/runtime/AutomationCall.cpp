@@ -26,6 +26,17 @@ HRESULT findMember(IDispatch* object, const wchar_t* name, DISPID& id) {
     return object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
 }
 
+/// The server's own words for a failure; empty where it gave none.
+std::wstring takeDescription(EXCEPINFO& exception) {
+    if (exception.pfnDeferredFillIn)
+        exception.pfnDeferredFillIn(&exception);
+    Bstr description, source, helpFile;
+    *description.put() = exception.bstrDescription;
+    *source.put() = exception.bstrSource;
+    *helpFile.put() = exception.bstrHelpFile;
+    return std::wstring(description.view());
+}
+
 bool call(std::wstring& output, WORD flags, VARIANT* result, IDispatch* object, const wchar_t* name,
           DISPPARAMS& parameters) {
     DISPID id = 0;
@@ -34,9 +45,14 @@ bool call(std::wstring& output, WORD flags, VARIANT* result, IDispatch* object, 
         output = std::wstring(L"GetIDsOfNames failed for ") + name + L": " + FormatHresultText(hr);
         return false;
     }
-    hr = object->Invoke(id, IID_NULL, LOCALE_SYSTEM_DEFAULT, flags, &parameters, result, nullptr, nullptr);
+    EXCEPINFO exception{};
+    hr = object->Invoke(id, IID_NULL, LOCALE_SYSTEM_DEFAULT, flags, &parameters, result, &exception, nullptr);
+    const std::wstring cause = takeDescription(exception);
     if (FAILED(hr)) {
         output = std::wstring(L"Call to ") + name + L" failed: " + FormatHresultText(hr);
+        // "Exception occurred." alone would leave the user without the reason.
+        if (hr == DISP_E_EXCEPTION && !cause.empty())
+            output += L": " + cause;
         return false;
     }
     return true;

@@ -75,6 +75,13 @@ std::wstring AutomationClient::execute(std::wstring_view command) {
     return std::wstring(done.value.text());
 }
 
+std::wstring AutomationClient::failureOf(std::wstring_view command) {
+    const Variant argument(command);
+    const LateBound::Call failed = call(L"Execute", DISPATCH_METHOD, &argument);
+    EXPECT_EQ(failed.result, DISP_E_EXCEPTION) << narrow(command);
+    return failed.description;
+}
+
 ScriptFolder::ScriptFolder() {
     static int number = 0;
     path_ = (std::filesystem::temp_directory_path() /

@@ -26,6 +26,8 @@ public:
 
     /// The output of a command. Expects the call to succeed.
     std::wstring execute(std::wstring_view command);
+    /// The error that a command raises. Expects the call to fail with it.
+    std::wstring failureOf(std::wstring_view command);
     LateBound::Call call(const wchar_t* member, WORD flags, const Variant* argument = nullptr);
 
     /// Lets go of the server.

@@ -1,6 +1,8 @@
 #include "AutomationClient.h"
 #include "channel/DedicatedServer.h"
 
+#include "com/Text.h"
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -25,18 +27,39 @@ TEST_F(Execute, returnsAllThatACommandPrints) {
     const Case cases[] = {
         {L"x = 6;", L""},
         {L"x * 7", L"ans = 42\n"},
-        {L"disp('a'); error('boom')", L"a\n??? boom\n"},
-        {L"error(\"first\\n  second\")", L"??? first\n  second\n"},
         {L"warning('hot'); printf('%d\\n', x)", L"warning: hot\n6\n"},
         {L"if x == 6\n  disp('lines')\nend", L"lines\n"},
         {L"s = 'it''s \\n \"quoted\"'", L"s = it's \\n \"quoted\"\n"},
-        {L"nosuch", L"??? 'nosuch' undefined near line 1, column 1\n"},
+        {L"disp('a'); return; disp('b')", L"a\n"},
+        {L"try, nosuch, catch, disp(lasterr), end", L"'nosuch' undefined near line 1, column 6\n"},
         {L"system('echo from below; exit 3');", L"from below\n"},
         {L"disp(['naïve Ω ' '漢字 😀'])", L"naïve Ω 漢字 😀\n"},
     };
     for (const Case& test : cases)
         EXPECT_EQ(octave.execute(test.command), test.printed);
-    EXPECT_THAT(octave.execute(L"y = ["), StartsWith(L"??? parse error"));
+}
+
+TEST_F(Execute, failsWithTheErrorThatACommandRaises) {
+    EXPECT_EQ(octave.failureOf(L"x = 1; error(\"first\\n  second é\")"), L"first\n  second é");
+    EXPECT_EQ(octave.failureOf(L"nosuch"), L"'nosuch' undefined near line 1, column 1");
+    EXPECT_THAT(octave.failureOf(L"y = ["), StartsWith(L"parse error"));
+    EXPECT_EQ(octave.execute(L"disp(x)"), L"1\n") << "what came before the error is done";
+}
+
+TEST_F(Execute, failsAtOnceWhereAScriptWaitsForAUser) {
+    for (const std::wstring name : {L"input", L"pause", L"yes_or_no", L"kbhit", L"dbstop", L"keyboard"})
+        EXPECT_THAT(octave.failureOf(name), StartsWith(name + L": it waits for a user"));
+    EXPECT_EQ(octave.execute(L"pause(0.01), disp(1)"), L"1\n");
+    // Octave's own reads the nothing that its input is.
+    EXPECT_THAT(octave.failureOf(L"try, builtin('input', ''), catch, disp('caught'), end"),
+                StartsWith(L"what the command printed is lost"));
+    EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n");
+}
+
+TEST_F(Execute, doesNotWaitForProgramsInTheBackground) {
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_EQ(octave.execute(L"system('sleep 30 & echo started');"), L"started\n");
+    EXPECT_LT(GetTickCount64() - start, 15000u);
 }
 
 TEST_F(Execute, takesWhatLateBoundClientsSend) {
@@ -64,7 +87,16 @@ TEST_F(Execute, survivesWhatScriptsDoToTheirSurroundings) {
         EXPECT_EQ(octave.execute(L"cd '" + folder.path() + L"'"), L"") << command;
         EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n") << command;
     }
-    EXPECT_THAT(octave.execute(L"keyboard"), StartsWith(L"???")) << "nobody could answer";
+    ScriptFolder toolbox;
+    toolbox.write(L"answer.m", "disp(42)\n");
+    octave.execute(L"addpath '" + toolbox.path() + L"'");
+    for (const wchar_t* command : {L"restoredefaultpath;", L"path('');", L"rmpath(path());"}) {
+        octave.execute(L"x = 1; " + std::wstring(command));
+        EXPECT_EQ(octave.execute(L"answer"), L"42\n") << command;
+        EXPECT_EQ(octave.execute(L"cd '" + folder.path() + L"'"), L"") << command;
+    }
+    octave.execute(L"rmpath '" + toolbox.path() + L"'");
+    EXPECT_EQ(octave.execute(L"disp(exist('answer'))"), L"0\n") << "the client may take its own away";
 }
 
 TEST_F(Execute, takesWindowsPathsInCommandsAndScripts) {
@@ -92,8 +124,9 @@ TEST_F(Execute, takesWindowsPathsInCommandsAndScripts) {
               L"O'Brien''s'\n1\n");
     EXPECT_EQ(octave.execute(L"cd '..'; disp('left')"), L"left\n");
 
-    for (const wchar_t* missing : {L"cd 'C:\\no such folder'", L"addpath 'C:\\no such folder'", L"cd 'J:\\'"})
-        EXPECT_NE(octave.execute(missing), L"") << missing;
+    for (const wchar_t* missing : {L"cd 'C:\\no such folder'", L"cd 'J:\\'"})
+        EXPECT_NE(octave.failureOf(missing), L"") << missing;
+    EXPECT_NE(octave.execute(L"addpath 'C:\\no such folder'"), L"");
 }
 
 TEST_F(Execute, returnsFiftyMegabytes) {

@@ -52,7 +52,7 @@ TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathA
     octave.execute(L"rmpath('" + left.path() + L"');");
     octave.execute(L"cd '" + left.path() + L"'");
     octave.execute(L"cd '" + current.path() + L"'");
-    octave.execute(L"cd 'C:\\no such folder'");
+    octave.failureOf(L"cd 'C:\\no such folder'");
     const std::string process = processIdOf(octave);
 
     for (const wchar_t* deadly : {L"x = 1; kill(getpid(), 9); disp(2)", L"exit"}) {
@@ -66,6 +66,23 @@ TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathA
         EXPECT_EQ(octave.execute(L"fromToolbox, fromCurrent, disp(exist('fromLeft'))"),
                   L"toolbox\ncurrent\n0\n");
     }
+}
+
+TEST(Lifetime, octaveStartsInAFolderOfItsOwnThatGoesWithIt) {
+    const ScriptFolder host;
+    for (const wchar_t* name : {L"size.m", L"fileparts.m", L"strsplit.m"})
+        host.write(name, "error('the host''s own')\n");
+    const std::filesystem::path former = std::filesystem::current_path();
+    std::filesystem::current_path(host.path());
+    AutomationClient octave;
+    std::filesystem::current_path(former);
+    EXPECT_EQ(octave.execute(L"disp(size(1))"), L"   1   1\n");
+    EXPECT_EQ(octave.execute(L"disp(stat(pwd()).modestr([6 9]))"), L"--\n");
+    std::wstring folder = octave.execute(L"printf('%s', pwd())");
+    octave.release();
+    EXPECT_TRUE(haveServersEnded());
+    std::error_code ignored;
+    EXPECT_FALSE(std::filesystem::exists(L"\\\\?\\unix" + folder, ignored)) << narrow(folder);
 }
 
 TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {

@@ -4,6 +4,7 @@
 #include "HostTest.h"
 #include "HostedUnit.h"
 #include "com/Text.h"
+#include "materials/FakeMaterial11.h"
 
 #include <gmock/gmock.h>
 
@@ -11,6 +12,7 @@ namespace solvane {
 
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -33,6 +35,13 @@ protected:
         EXPECT_EQ(unit.load(another), S_OK);
     }
 
+    /// Connects a feed "F" with these compounds.
+    static void feed(const HostedUnit& unit, const std::vector<std::wstring>& compounds) {
+        FakeStream stream = makeFakeStream(compounds.size());
+        stream.compounds = compounds;
+        ASSERT_EQ(unit.connect(L"F", FakeMaterial11::create(stream)->dispatch()), S_OK);
+    }
+
     const Apartment apartment;
     const UnitModule module;
 };
@@ -50,6 +59,7 @@ TEST_F(OctaveRun, errorsOfAScriptReachTheHost) {
         {"getFeedProp(1, 'temperature');\n", "port number out of range for getFeedProp"},
         {"getCompoundConstant('molecularWeight');\n", "No calculation material available"},
         {"x = [1 2\ny = );\n", "parse error"},
+        {"input('x')\n", "input: it waits for a user"},
     };
     for (const auto& row : cases) {
         rewrite(unit, bag, row.script);
@@ -61,6 +71,31 @@ TEST_F(OctaveRun, errorsOfAScriptReachTheHost) {
     rewrite(unit, bag, "try; getParameter('Duty'); catch; disp('caught'); end\n");
     EXPECT_EQ(unit.calculate(), S_OK);
     EXPECT_EQ(unit.output(), L"MATLAB output:\ncaught\nMATLAB done\n");
+}
+
+TEST_F(OctaveRun, aFailureOutsideTheScriptIsTheRunsWithItsCause) {
+    ModelBag lost;
+    const HostedUnit unit = createUnit(lost.script("try; builtin('input', ''); catch; end\n"));
+    EXPECT_EQ(unit.calculate(), capeFailure);
+    EXPECT_THAT(narrow(unit.errorDescription()),
+                AllOf(StartsWith("Failed to calculate: Call to Execute failed: "),
+                      HasSubstr("what the command printed is lost")));
+
+    ModelBag gateway;
+    gateway.file("CapeOpenUnitMex.m", "function CapeOpenUnitMex(varargin)\nerror('no gateway')\n");
+    const HostedUnit another = createUnit(gateway.script(""));
+    EXPECT_EQ(another.calculate(), capeFailure);
+    EXPECT_THAT(narrow(another.errorDescription()),
+                AllOf(StartsWith("Failed to calculate: "), HasSubstr(": no gateway")));
+
+    ModelBag quotes;
+    EXPECT_EQ(unit.load(quotes.script("").feeds({L"F"})), S_OK);
+    feed(unit, {L"O'Brien"});
+    EXPECT_EQ(unit.calculate(), capeFailure);
+    EXPECT_THAT(narrow(unit.errorDescription()),
+                AllOf(StartsWith("Failed to calculate: "), HasSubstr("parse error")));
+    feed(unit, {L"OBrien"});
+    EXPECT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
 }
 
 TEST_F(OctaveRun, variablesOfARunDoNotReachTheNext) {

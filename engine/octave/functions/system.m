@@ -1,11 +1,22 @@
 % Runs a program, as Octave does, but what the program prints goes where Octave prints.
 
 function varargout = system (command, varargin)
-  if (nargin == 1 && nargout < 2)
-    [status, printed] = builtin ("system", command);
-    puts (printed);
-    varargout = {status};
-  else
+  if (nargin > 1 || nargout > 1 || ! ischar (command))
     [varargout{1:nargout}] = builtin ("system", command, varargin{:});
+    return;
   end
+  if (ispc ())
+    [status, printed] = builtin ("system", command);
+  else
+    % Through a file: a pipe would be waited for as long as a program in the background holds it.
+    file = tempname ();
+    unwind_protect
+      status = builtin ("system", ["exec >'" file "'\n" command]);
+      printed = fileread (file);
+    unwind_protect_cleanup
+      unlink (file);
+    end_unwind_protect
+  end
+  puts (printed);
+  varargout = {status};
 end

@@ -1,0 +1,5 @@
+% Would wait for ever.
+
+function dbstop (varargin)
+  solvaneNobodyAnswers ("dbstop");
+end

@@ -1,0 +1,5 @@
+% Would wait for ever.
+
+function varargout = input (varargin)
+  solvaneNobodyAnswers ("input");
+end

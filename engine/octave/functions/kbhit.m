@@ -1,0 +1,5 @@
+% Would wait for ever.
+
+function varargout = kbhit (varargin)
+  solvaneNobodyAnswers ("kbhit");
+end

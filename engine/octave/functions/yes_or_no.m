@@ -1,0 +1,5 @@
+% Would wait for ever.
+
+function varargout = yes_or_no (varargin)
+  solvaneNobodyAnswers ("yes_or_no");
+end
