@@ -51,6 +51,21 @@ std::wstring withApostrophesDoubled(const std::wstring& command) {
     return command.substr(0, begin) + octaveText(folder) + command.substr(end);
 }
 
+/// The folder that a command of `folderWords` names in apostrophes with its whole path, which is how programs
+/// name one; else empty.
+std::wstring namedFolder(const std::wstring& command) {
+    const auto [begin, end] = findQuoted(command);
+    std::wstring folder;
+    for (std::size_t i = begin; i < end; ++i) {
+        folder += command[i];
+        if (command[i] == L'\'')
+            ++i; // doubled
+    }
+    if (folder.ends_with(L'\\'))
+        folder.pop_back();
+    return folder.find(L':') == 1 && isFolder(folder) ? folder : L"";
+}
+
 } // namespace
 
 void OctaveSession::launch() {
@@ -76,10 +91,17 @@ HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, 
     if (isFresh)
         result = replay(error);
     if (SUCCEEDED(result))
-        result = process_->execute(command, output, error);
+        result = perform(command, output, error);
     if (SUCCEEDED(result) && output.empty())
         remember(command);
     return SUCCEEDED(result) || result == DISP_E_EXCEPTION ? result : fail(result);
+}
+
+/// Octave looks for new files when it changes its folder, or when it is asked to.
+HRESULT OctaveSession::perform(const std::wstring& command, std::wstring& output, std::wstring& error) {
+    const HRESULT result =
+        scripts_.refresh(currentFolder_) ? process_->execute(L"rehash", output, error) : S_OK;
+    return SUCCEEDED(result) ? process_->execute(command, output, error) : result;
 }
 
 HRESULT OctaveSession::fail(HRESULT result) {
@@ -105,8 +127,11 @@ HRESULT OctaveSession::replay(std::wstring& error) {
 /// Path entries and the folder are set once, by commands that print nothing where they succeed.
 void OctaveSession::remember(const std::wstring& command) {
     const std::wstring_view word = firstWord(command);
-    if (isOneOf(word, folderWords))
+    if (isOneOf(word, folderWords)) {
         folderCommand_ = command;
+        currentFolder_ = namedFolder(command);
+        scripts_.refresh({}); // the former folder may be about to go
+    }
     if (!isOneOf(word, pathWords))
         return;
     std::erase(pathCommands_, command); // repeated commands don't add up, and the last one's place counts

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "OctaveProcess.h"
+#include "TranslatedScripts.h"
 
 #include <memory>
 #include <string>
@@ -37,6 +38,7 @@ private:
     HRESULT fail(HRESULT result);
     HRESULT replay(std::wstring& error);
     void remember(const std::wstring& command);
+    HRESULT perform(const std::wstring& command, std::wstring& output, std::wstring& error);
 
     inline static OctaveSession* current_ = nullptr;
 
@@ -46,6 +48,8 @@ private:
     // Commands that succeeded, as they came: a fresh Octave gets them again.
     std::vector<std::wstring> pathCommands_;
     std::wstring folderCommand_;
+    std::wstring currentFolder_; // that of folderCommand_; empty where it is not clear
+    TranslatedScripts scripts_;
 };
 
 } // namespace solvane::engine

@@ -99,6 +99,25 @@ TEST_F(Execute, survivesWhatScriptsDoToTheirSurroundings) {
     EXPECT_EQ(octave.execute(L"disp(exist('answer'))"), L"0\n") << "the client may take its own away";
 }
 
+TEST_F(Execute, readsScriptsInTheAnsiCodePageAndInUtf8) {
+    const ScriptFolder folder;
+    folder.write(L"start.m", "clear functions\necho ansi on\nutf8, ansi\necho ansi off\ndisp(v)\n");
+    folder.write(L"utf8.m", "disp('Zürich €')\nscript\n");
+    folder.write(L"ansi.m", "function ansi\ndisp('Z\xfcrich \x80'), utf8\n");
+    folder.write(L"script.m", "v = '\xe9t\xe9';\n");
+    octave.execute(L"cd '" + folder.path() + L"'");
+    const std::wstring printed = octave.execute(L"start");
+    EXPECT_EQ(printed.substr(0, 9), L"Zürich €\n");
+    EXPECT_THAT(narrow(printed, CP_UTF8), testing::HasSubstr("disp('Zürich €'), utf8")) << "its echo";
+    EXPECT_THAT(narrow(printed, CP_UTF8), testing::EndsWith("\nZürich €\nZürich €\n+ \nété\n"));
+    EXPECT_EQ(folder.read(L"ansi.m"), "function ansi\ndisp('Z\xfcrich \x80'), utf8\n");
+    folder.write(L"ansi.m", "disp('Zürich')\n");
+    folder.write(L"script.m", "v = 2;\n");
+    EXPECT_THAT(octave.execute(L"start"), testing::EndsWith(L"Zürich\n2\n")) << "after a change to UTF-8";
+    octave.execute(L"cd 'C:\\'");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() + L"\\private"));
+}
+
 TEST_F(Execute, takesWindowsPathsInCommandsAndScripts) {
     const ScriptFolder here;
     const ScriptFolder there;

@@ -98,6 +98,41 @@ TEST_F(OctaveRun, aFailureOutsideTheScriptIsTheRunsWithItsCause) {
     EXPECT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
 }
 
+TEST_F(OctaveRun, namesAndScriptsHaveTheLettersOfTheCodePage) {
+    const std::string script = "if ~strcmp(compNames{1}, 'Müller €'), error('other name'), end\n"
+                               "setParameter('Stoff', compNames{1}); check\n"
+                               "setReport('Übersicht', compNames{1});\n";
+    const std::string check = "function check\nglobal compNames\n"
+                              "if ~strcmp(getParameter('Stoff'), compNames{1}), error('other é'), end\n";
+    // As editors write it, and as the unit's window does.
+    for (const auto encode : {+[](const std::string& text) { return text; },
+                              +[](const std::string& text) { return narrow(widen(text, CP_UTF8)); }}) {
+        ModelBag bag;
+        bag.feeds({L"F"})
+            .reports({L"Übersicht"})
+            .parameter(L"Stoff", L"string", Variant(std::wstring_view()));
+        const HostedUnit unit = createUnit(bag.script(encode(script)).file("check.m", encode(check)));
+        feed(unit, {L"Müller €", L"Öl"});
+        EXPECT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
+        EXPECT_EQ(unit.output(), L"MATLAB output:\nMATLAB done\n");
+        EXPECT_EQ(unit.parameter(L"Stoff").text(), L"Müller €");
+        EXPECT_EQ(unit.report(L"Übersicht"), L"Müller €");
+    }
+}
+
+TEST_F(OctaveRun, takesATemporaryFolderWithAnApostrophe) {
+    const TemporaryFolder temporary(L"Zoë O'Brien's");
+    ModelBag bag;
+    const HostedUnit unit = createUnit(
+        bag.reports({L"R"}).script("extra\nsetReport('R', '1');\n").file("extra.m", "disp('\xe9')\n"));
+    ASSERT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
+    EXPECT_EQ(unit.output(), L"MATLAB output:\né\nMATLAB done\n");
+    EXPECT_EQ(unit.report(L"R"), L"1");
+    EXPECT_EQ(unit.terminate(), S_OK);
+    for (const std::wstring& name : namesIn(temporary.path()))
+        EXPECT_NE(name[0], L'{') << "the working folder";
+}
+
 TEST_F(OctaveRun, variablesOfARunDoNotReachTheNext) {
     ModelBag bag;
     const HostedUnit unit = createUnit(bag.script("evalin('base', 'left = 1;');\n"));

@@ -4,8 +4,9 @@
 function echo (varargin)
   persistent functions = {};
   set = @(varargin) ["builtin (" strjoin(strcat ('"', [{"echo"} varargin], '"'), ", ") ");"];
-  evalin ("caller", set (varargin{:}));
   isSwitch = ismember (varargin, {"on", "off"});
+  varargin(! isSwitch) = cellfun (@fileThatRuns, varargin(! isSwitch), "UniformOutput", false);
+  evalin ("caller", set (varargin{:}));
   name = varargin(! isSwitch);
   if (! isempty (name))
     functions = setdiff (functions, name);
@@ -16,5 +17,13 @@ function echo (varargin)
     for k = 1:numel (functions)
       evalin ("caller", set (functions{k}, "on"));
     end
+  end
+end
+
+% A script that is not UTF-8 runs as a copy, which the server puts into a folder "private".
+function name = fileThatRuns (name)
+  copy = fullfile (pwd (), "private", [name ".m"]);
+  if (exist (copy, "file"))
+    name = copy;
   end
 end
