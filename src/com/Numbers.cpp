@@ -33,6 +33,14 @@ std::string printReal(double value) {
 
 bool scanReal(const std::string& text, _locale_t locale, double& value) {
     const auto [begin, end] = numberText(text);
+    // from_chars reads hexadecimal digits, but not what announces them.
+    const bool isNegative = begin != end && *begin == '-';
+    const char* const digits = begin + (isNegative ? 1 : 0);
+    if (end - digits > 2 && digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X') && digits[2] != '-' &&
+        std::from_chars(digits + 2, end, value, std::chars_format::hex).ec == std::errc()) {
+        value = isNegative ? -value : value;
+        return true;
+    }
     const std::errc fault = std::from_chars(begin, end, value).ec;
     // Beyond what a double holds: the library's infinity or zero.
     if (fault == std::errc::result_out_of_range)
@@ -47,7 +55,11 @@ bool scanInteger(const std::string& text, std::int32_t& value) {
 
 bool scanUnsigned(const std::string& text, std::uint32_t& value) {
     const auto [begin, end] = numberText(text);
-    return std::from_chars(begin, end, value).ec == std::errc();
+    const bool isNegative = begin != end && *begin == '-';
+    if (std::from_chars(begin + (isNegative ? 1 : 0), end, value).ec != std::errc())
+        return false;
+    value = isNegative ? 0 - value : value;
+    return true;
 }
 
 } // namespace solvane
