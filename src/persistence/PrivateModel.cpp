@@ -2,6 +2,7 @@
 
 #include "ModelContainer.h"
 #include "ModelFile.h"
+#include "capeopen/CapeError.h"
 #include "com/Handle.h"
 #include "com/Text.h"
 #include "unit/CSolvaneUnitOp.h"
@@ -13,6 +14,8 @@
 namespace solvane {
 
 namespace {
+
+constexpr char workaroundTitle[] = "AspenPlus persistence work-around:";
 
 /// In the process's current folder, which is the flowsheet's.
 std::string privateModelPath(const CSolvaneUnitOp& unit) {
@@ -27,19 +30,39 @@ bool exists(const std::string& path) {
 }
 
 void tellFailure(CSolvaneUnitOp& unit, const std::string& text) {
-    tellUser(unit, text, "AspenPlus persistence work-around:", MB_ICONERROR);
+    tellUser(unit, text, workaroundTitle, MB_ICONERROR);
+}
+
+/// A file that could not be loaded may be whole, and only in use at the moment: it goes out of the way.
+bool keepUnreadModel(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+    if (unit.unreadPrivateModel != path || !exists(path))
+        return true;
+    std::string other;
+    for (int number = 1; other.empty() || exists(other); ++number)
+        other = path + ".unread" + std::to_string(number) + ".svm";
+    if (!MoveFileA(path.c_str(), other.c_str())) {
+        error = "the file that could not be loaded cannot be renamed: " +
+                narrow(FormatHresultText(static_cast<HRESULT>(GetLastError())));
+        return false;
+    }
+    unit.unreadPrivateModel.clear();
+    tellUser(unit, "The file that could not be loaded is kept as \"" + other + "\"", workaroundTitle,
+             MB_ICONWARNING);
+    return true;
 }
 
 } // namespace
 
 void LoadPrivateModel(CSolvaneUnitOp& unit) {
-    if (detectHost() != HostKind::aspenPlus || unit.workaroundDone)
+    if (detectHost() != HostKind::aspenPlus || unit.workaroundDone || !unit.hasWorkingFolder())
         return;
     unit.workaroundDone = true;
     const std::string path = privateModelPath(unit);
     std::string error;
-    if (exists(path) && !ReadModelDocument(unit, path, error))
-        tellFailure(unit, "Loading private data failed; failed to load \"" + path + "\": " + error);
+    if (!exists(path) || ReadModelDocument(unit, path, error))
+        return;
+    unit.unreadPrivateModel = path;
+    tellFailure(unit, "Loading private data failed; failed to load \"" + path + "\": " + error);
 }
 
 void StorePrivateModel(CSolvaneUnitOp& unit) {
@@ -47,7 +70,7 @@ void StorePrivateModel(CSolvaneUnitOp& unit) {
         return;
     const std::string path = privateModelPath(unit);
     std::string error;
-    if (!saveModelFile(unit, path, error))
+    if (!keepUnreadModel(unit, path, error) || !saveModelFile(unit, path, error))
         tellFailure(unit, "Storing private data failed; failed to save \"" + path + "\": " + error);
 }
 

@@ -10,7 +10,8 @@ class CSolvaneUnitOp;
 /// the user and leaves the unit with what was loaded so far.
 void LoadPrivateModel(CSolvaneUnitOp& unit);
 
-/// Saves the file if the model was edited. A failure is shown to the user.
+/// Saves the file if the model was edited. A failure is shown to the user. A file that could not be loaded is
+/// kept under another name, which the user is shown.
 void StorePrivateModel(CSolvaneUnitOp& unit);
 
 } // namespace solvane

@@ -256,18 +256,18 @@ STDMETHODIMP CSolvaneUnitOp::InitNew() {
     return S_OK;
 }
 
-// A unit that could not even make its working folder has nowhere to put a model.
+// A unit that could not even make its working folder, or is terminated, has nowhere to put a model.
 
 STDMETHODIMP CSolvaneUnitOp::Load(IPropertyBag* bag, IErrorLog* errorLog) {
     return border([&] {
-        return workingFolder.empty() ? raiseStopped(L"Load", persistPropertyBag)
-                                     : loadFromBag(*this, bag, errorLog);
+        return hasWorkingFolder() ? loadFromBag(*this, bag, errorLog)
+                                  : raiseStopped(L"Load", persistPropertyBag);
     });
 }
 
 STDMETHODIMP CSolvaneUnitOp::Save(IPropertyBag* bag, BOOL, BOOL) {
     return border([&] {
-        return workingFolder.empty() ? raiseStopped(L"Save", persistPropertyBag) : saveToBag(*this, bag);
+        return hasWorkingFolder() ? saveToBag(*this, bag) : raiseStopped(L"Save", persistPropertyBag);
     });
 }
 
@@ -277,13 +277,13 @@ STDMETHODIMP CSolvaneUnitOp::IsDirty() {
 
 STDMETHODIMP CSolvaneUnitOp::Load(IStream* stream) {
     return border([&] {
-        return workingFolder.empty() ? raiseStopped(L"Load", persistStream) : loadFromStream(*this, stream);
+        return hasWorkingFolder() ? loadFromStream(*this, stream) : raiseStopped(L"Load", persistStream);
     });
 }
 
 STDMETHODIMP CSolvaneUnitOp::Save(IStream* stream, BOOL) {
     return border([&] {
-        return workingFolder.empty() ? raiseStopped(L"Save", persistStream) : saveToStream(*this, stream);
+        return hasWorkingFolder() ? saveToStream(*this, stream) : raiseStopped(L"Save", persistStream);
     });
 }
 
@@ -291,8 +291,7 @@ STDMETHODIMP CSolvaneUnitOp::GetSizeMax(ULARGE_INTEGER* size) {
     return border([&]() -> HRESULT {
         if (!prepareResult(size))
             return E_POINTER;
-        return workingFolder.empty() ? raiseStopped(L"GetSizeMax", persistStream)
-                                     : sizeInStream(*this, *size);
+        return hasWorkingFolder() ? sizeInStream(*this, *size) : raiseStopped(L"GetSizeMax", persistStream);
     });
 }
 

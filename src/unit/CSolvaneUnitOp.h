@@ -63,6 +63,7 @@ public:
     ComRef<IDispatch> simulationContext;
     ComRef<ICapeDiagnostic> diagnostic; ///< of the context, asked for on first use
     bool workaroundDone = false;        ///< the private model file was looked for, or need not be
+    std::string unreadPrivateModel;     ///< path of a private model file that could not be loaded
 
     // A port's place in its list, from 1, is its number in the script.
     std::vector<ComRef<CPort>> feedPorts;
@@ -98,6 +99,9 @@ public:
     /// A new port or parameter of this unit, for the caller to put into its list.
     ComRef<CPort> CreatePort(bool isFeed, const std::wstring& name);
     ComRef<CParameter> CreateParameter(ParameterKind kind, bool isInput, const std::wstring& name);
+
+    /// Whether a model can be loaded and saved: not before the folder is made, and not after Terminate.
+    bool hasWorkingFolder() const { return !workingFolder.empty() && !terminated; }
 
     /// Where the host takes messages; null where it does not.
     ICapeDiagnostic* hostLog();

@@ -50,6 +50,7 @@ class EditedUnit {
 public:
     explicit EditedUnit(const std::wstring& folder) {
         unit_->workingFolder = narrow(folder);
+        unit_->terminated = false;
         unit_->componentName = L"B1";
         unit_->markChanged();
         writeFile(folder + L"calc.m", "1;");
@@ -133,6 +134,36 @@ TEST_F(AspenPlus, aFailedSaveLeavesTheFileAsItWas) {
                                        "B1.svm\": Failed to add \"calc.m\" to zip: file has zero size"});
     EXPECT_TRUE(readFile(L"B1.svm") == former);
     EXPECT_EQ(readFile(L"B1.svm.part"), "?");
+}
+
+TEST_F(AspenPlus, aFileThatIsInUseIsNeverWrittenOver) {
+    const std::string former = readFile(L"B1.svm");
+    const EditedUnit edited(temporary.path());
+    {
+        const FileHandle inUse(CreateFileW(L"B1.svm", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        LoadPrivateModel(*edited);
+        StorePrivateModel(*edited);
+    }
+    EXPECT_EQ(readFile(L"B1.svm"), former);
+    StorePrivateModel(*edited);
+    EXPECT_EQ(readFile(L"B1.svm.unread1.svm"), former);
+    const std::string stored = readFile(L"B1.svm");
+    EXPECT_TRUE(stored.starts_with("PK") && stored != former);
+    ASSERT_EQ(boxes.size(), 3U);
+    EXPECT_NE(boxes[1].find("the file that could not be loaded cannot be renamed: "), std::string::npos);
+    EXPECT_NE(boxes[2].find("is kept as \"" + narrow(temporary.path()) + "B1.svm.unread1.svm\""),
+              std::string::npos);
+}
+
+TEST_F(AspenPlus, aUnitWithoutAFolderLeavesTheFlowsheetsAlone) {
+    writeFile(L"unit.xml", "the user's");
+    SetEnvironmentVariableW(L"TMP", L"C:\\no such folder");
+    const HostedUnit stopped(module);
+    SetEnvironmentVariableW(L"TMP", temporary.path().c_str());
+    name(stopped, L"B1");
+    EXPECT_EQ(stopped.as<ICapeUtilities>()->Edit(), capeFailure);
+    EXPECT_EQ(readFile(L"unit.xml"), "the user's");
+    EXPECT_EQ(readFile(L"calc.m"), "?");
 }
 
 TEST_F(AspenPlus, theWindowShowsTheFilesModelAndAChangeGoesBackIntoIt) {
