@@ -1,5 +1,6 @@
 #include "DocumentGuard.h"
 
+#include "ModelLimits.h"
 #include "com/StdioFile.h"
 
 #include <algorithm>
@@ -20,17 +21,62 @@ std::string readWhole(std::FILE* file) {
     return bytes;
 }
 
-bool declaresEntities(std::string_view document) {
-    constexpr std::string_view declaration = "<!ENTITY";
-    std::size_t matched = 0;
-    for (const char c : document) {
-        if (c == '\0') // the other half of a wide character
-            continue;
-        matched = c == declaration[matched] ? matched + 1 : c == declaration[0] ? 1 : 0;
-        if (matched == declaration.size())
-            return true;
+/// A byte for each unit of the document, and none for what is not ASCII: the library also reads UTF-16.
+std::string asciiOf(const std::string& document) {
+    const bool isLittleEndian = document.starts_with("\xFF\xFE") || document.starts_with({"<\0", 2});
+    const bool isBigEndian = document.starts_with("\xFE\xFF") || document.starts_with({"\0<", 2});
+    if (!isLittleEndian && !isBigEndian)
+        return document;
+    std::string ascii;
+    ascii.reserve(document.size() / 2);
+    for (std::size_t i = 0; i + 1 < document.size(); i += 2) {
+        const char low = document[isLittleEndian ? i : i + 1];
+        const char high = document[isLittleEndian ? i + 1 : i];
+        ascii += high == '\0' && static_cast<unsigned char>(low) < 0x80 ? low : '?';
     }
-    return false;
+    return ascii;
+}
+
+/// What stands in a tag outside of quotes, up to its end.
+struct TagContent {
+    std::size_t attributes = 0;
+    bool hasBracket = false;
+};
+TagContent contentOf(std::string_view tag) {
+    TagContent content;
+    for (std::size_t i = 0; i < tag.size() && tag[i] != '>'; ++i) {
+        if (tag[i] == '"' || tag[i] == '\'')
+            i = std::min(tag.find(tag[i], i + 1), tag.size());
+        else if (tag[i] == '=')
+            ++content.attributes;
+        else if (tag[i] == '[')
+            content.hasBracket = true;
+    }
+    return content;
+}
+
+/// Looks at the tags alone. What stands in comments counts too: better too much is seen than too little,
+/// since the library goes on after errors.
+const char* documentFault(std::string_view document) {
+    constexpr std::string_view type = "<!DOCTYPE";
+    if (const std::size_t place = document.find(type); place != std::string_view::npos)
+        if (contentOf(document.substr(place)).hasBracket ||
+            document.find(type, place + type.size()) != std::string_view::npos)
+            return "The document type in xml data file has declarations; a model has none";
+    std::size_t elements = 0;
+    for (std::size_t place = document.find('<'); place != std::string_view::npos;) {
+        // A value holds no '<', so no tag goes beyond the next.
+        const std::size_t next = document.find('<', place + 1);
+        const std::string_view tag = document.substr(place + 1, next - place - 1);
+        place = next;
+        if (tag.starts_with('/') || tag.starts_with('!') || tag.starts_with('?'))
+            continue;
+        if (++elements > modelLimits::elements)
+            return "More elements in xml data file than a model can have";
+        if (contentOf(tag).attributes > modelLimits::attributes)
+            return "More attributes of one element in xml data file than a model can have";
+    }
+    return nullptr;
 }
 
 /// As XML 1.0 defines a character.
@@ -78,8 +124,8 @@ bool prepareDocument(const std::string& path, std::string& error) {
         return true;
     const std::string document = readWhole(file.get());
     file.reset();
-    if (declaresEntities(document)) {
-        error = "Entities are declared in xml data file; a model has none";
+    if (const char* fault = documentFault(asciiOf(document))) {
+        error = fault;
         return false;
     }
     const std::string kept = withoutEmptyReferences(document);

@@ -1,11 +1,14 @@
 #include "ModelContainer.h"
 
+#include "DiscardedModel.h"
+#include "ModelLimits.h"
 #include "ModelReader.h"
 #include "ModelWords.h"
 #include "ModelWriter.h"
 #include "WorkingFileName.h"
 #include "com/Handle.h"
 #include "com/StdioFile.h"
+#include "com/Text.h"
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/UserMessage.h"
 
@@ -18,12 +21,14 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace solvane {
 
 namespace {
 
 constexpr char containerComment[] = "Solvane Unit Operation File";
+constexpr char unpacksToTooMuch[] = "the model unpacks to more than a model can hold";
 
 struct ZipWriterPolicy {
     using Type = zipFile;
@@ -82,8 +87,9 @@ ZipWriter openContainer(const std::string& path) {
     return ZipWriter(zipOpen2_64(path.c_str(), APPEND_STATUS_CREATE, nullptr, &files));
 }
 
+/// Adds the file's size to `total`.
 bool AddFileToContainer(const CSolvaneUnitOp& unit, const std::string& name, zipFile zip,
-                        std::string& error) {
+                        std::uint64_t& total, std::string& error) {
     const auto failed = [&](const char* reason) {
         return fail(error, "Failed to add \"" + name + "\" to zip: " + reason);
     };
@@ -109,20 +115,11 @@ bool AddFileToContainer(const CSolvaneUnitOp& unit, const std::string& name, zip
         return failed("read error");
     if (zipWriteInFileInZip(zip, bytes.get(), size) != ZIP_OK || zipCloseFileInZip(zip) != ZIP_OK)
         return failed("write error");
+    total += size;
     return true;
 }
 
 // ---- loading
-
-/// How much a container may still unpack to. A few bytes of a hostile one would fill the disk.
-struct UnpackingBudget {
-    static constexpr std::uint64_t alwaysAllowed = 256U << 20;
-    static constexpr std::uint64_t timesPacked = 100;
-
-    explicit UnpackingBudget(std::uint64_t packed) : left(std::max(alwaysAllowed, timesPacked * packed)) {}
-
-    std::uint64_t left;
-};
 
 /// Where the entries of a container lie, by their names in whatever case. The library's own search goes
 /// through the container for each.
@@ -172,13 +169,12 @@ bool isReadable(unzFile zip) {
            (entry.compression_method == 0 || entry.compression_method == Z_DEFLATED);
 }
 
+/// `unpackable` is how many bytes the container may still unpack to.
 bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const ContainerEntries& entries,
-                          const std::string& name, UnpackingBudget& budget, std::string& error) {
+                          const std::string& name, std::uint64_t& unpackable, std::string& error) {
     const auto failed = [&](const std::string& reason) {
         return fail(error, "Failed to read \"" + name + "\" in zipped document" + reason);
     };
-    if (const char* fault = workingFileNameFault(name))
-        return failed(std::string(": ") + fault);
     if (!entries.find(name))
         return fail(error, "File \"" + name + "\" not present in zipped document");
     if (!isReadable(zip))
@@ -193,9 +189,9 @@ bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const Contain
         if (count < 0)
             return failed(": read error in zip file");
         const auto size = static_cast<std::size_t>(count);
-        if (size > budget.left)
-            return failed(": the model unpacks to more than a model can hold");
-        budget.left -= size;
+        if (size > unpackable)
+            return failed(std::string(": ") + unpacksToTooMuch);
+        unpackable -= size;
         if (std::fwrite(piece.data(), 1, size, file.get()) != size)
             return failed(": write error");
     }
@@ -206,16 +202,24 @@ bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const Contain
 }
 
 void clearModel(CSolvaneUnitOp& unit) {
-    unit.scriptDirty = true;
-    unit.echoLevel = 0;
-    unit.releaseParameters();
-    unit.releasePorts();
-    unit.additionalFiles.clear();
+    discardModel(unit);
     unit.loadWarnings.clear();
     unit.reportNames.clear();
     unit.reportTexts.clear();
     unit.selectedReport.clear();
     unit.outputText.clear();
+}
+
+/// The description holds a name's bytes as if they were characters, and reads as UTF-8: the entry has the
+/// name of those bytes.
+std::string bytesOf(const std::string& name) {
+    std::string bytes;
+    for (const wchar_t character : widen(name, CP_UTF8)) {
+        if (character > 0xFF)
+            return name; // of other origin
+        bytes += static_cast<char>(character);
+    }
+    return bytes;
 }
 
 std::uint64_t sizeOf(const std::string& path) {
@@ -233,14 +237,22 @@ bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::stri
     ZipWriter zip = openContainer(path);
     if (!zip)
         return fail(error, "Failed to create zip file");
-    if (!AddFileToContainer(unit, modelDocument, zip.get(), error) ||
-        !AddFileToContainer(unit, modelWords::script, zip.get(), error))
+    std::uint64_t total = 0;
+    const auto add = [&](const std::string& name) {
+        return AddFileToContainer(unit, name, zip.get(), total, error);
+    };
+    if (!add(modelDocument) || !add(modelWords::script))
         return false;
-    for (const std::string& name : unit.additionalFiles)
-        if (!AddFileToContainer(unit, name, zip.get(), error))
+    for (const std::string& name : unit.additionalFiles) {
+        if (const char* fault = workingFileNameFault(name))
+            return fail(error, "Failed to add \"" + name + "\" to zip: " + fault);
+        if (!add(name))
             return false;
-    return zipClose(zip.release(), containerComment) == ZIP_OK ||
-           fail(error, "Failed to complete zip file: write error");
+    }
+    if (zipClose(zip.release(), containerComment) != ZIP_OK)
+        return fail(error, "Failed to complete zip file: write error");
+    return total <= modelLimits::unpacked(sizeOf(path)) ||
+           fail(error, std::string("Failed to complete zip file: ") + unpacksToTooMuch);
 }
 
 bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
@@ -250,16 +262,23 @@ bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::strin
         const ZipReader zip(unzOpen(path.c_str()));
         if (!zip)
             return fail(error, "Failed to open SVM file as ZIP file");
-        UnpackingBudget budget(sizeOf(path));
+        std::uint64_t unpackable = modelLimits::unpacked(sizeOf(path));
         const ContainerEntries entries(zip.get());
         const auto extract = [&](const std::string& name) {
-            return ExtractFromContainer(unit, zip.get(), entries, name, budget, error);
+            return ExtractFromContainer(unit, zip.get(), entries, name, unpackable, error);
         };
         if (!extract(modelWords::script) || !extract(modelDocument) || !readUnitDocument(unit, error))
             return false;
-        for (const std::string& name : unit.additionalFiles)
+        // The unit has the files that have been unpacked.
+        for (std::string& name : std::exchange(unit.additionalFiles, {})) {
+            if (!entries.find(name) && entries.find(bytesOf(name)))
+                name = bytesOf(name);
+            if (const char* fault = workingFileFault(unit.workingFolder, name))
+                return fail(error, "Failed to read \"" + name + "\" in zipped document: " + fault);
             if (!extract(name))
                 return false;
+            unit.additionalFiles.push_back(name);
+        }
     }
     if (!unit.loadWarnings.empty())
         tellUser(unit, unit.loadWarnings, "Solvane Unit Operation:", MB_ICONWARNING);

@@ -9,7 +9,8 @@ namespace solvane {
 class CSolvaneUnitOp;
 
 /// Saves the model to `path` (ANSI). On failure an unfinished file may be left there, for the caller to see
-/// to. A file of zero length can't be saved.
+/// to. What could not be loaded again is not saved: a file of zero length, one whose name leads out of the
+/// working folder, more than the limits of a model.
 bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error);
 
 /// Empties the unit, then loads the model from `path` (ANSI). A failure leaves what was loaded so far, and

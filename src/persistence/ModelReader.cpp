@@ -1,8 +1,10 @@
 #include "ModelReader.h"
 
 #include "DocumentGuard.h"
+#include "ModelLimits.h"
 #include "ModelWords.h"
 #include "ModelWriter.h"
+#include "WorkingFileName.h"
 #include "com/Handle.h"
 #include "com/Numbers.h"
 #include "com/Text.h"
@@ -38,6 +40,14 @@ public:
 
     /// Takes the node that the reader is at.
     void HandleModelNode();
+
+    /// Closes the list of warnings, which ends early where there are more than anybody reads.
+    void finishWarnings() {
+        if (warningsLeftOut_ > 0)
+            unit_.loadWarnings += "and " + std::to_string(warningsLeftOut_) + " more\r\n";
+    }
+    /// Why the model may not be loaded; empty where it may.
+    const std::string& refusal() const { return refusal_; }
 
 private:
     using Attribute = std::optional<std::string>;
@@ -81,12 +91,19 @@ private:
             warn(missing);
         return value;
     }
-    void warn(const std::string& line) { unit_.loadWarnings += line; }
+    void warn(const std::string& line) {
+        if (warningsLeftOut_ > 0 || unit_.loadWarnings.size() + line.size() > modelLimits::warnings)
+            ++warningsLeftOut_;
+        else
+            unit_.loadWarnings += line;
+    }
 
     CSolvaneUnitOp& unit_;
     xmlTextReader* reader_;
     CParameter* openOptionParameter = nullptr; ///< whose options are being read
     std::wstring* textTarget = nullptr;        ///< the report whose text is being read
+    std::size_t warningsLeftOut_ = 0;
+    std::string refusal_;
 };
 
 const std::array<DocumentReader::Element, 8> DocumentReader::elements{{
@@ -182,8 +199,14 @@ void DocumentReader::beginPort(bool isFeed, std::vector<ComRef<CPort>>& ports, c
 }
 
 void DocumentReader::beginFile() {
-    if (const Attribute name = required("name", "External file is missing name\r\n"))
+    const Attribute name = required("name", "External file is missing name\r\n");
+    if (!name)
+        return;
+    const char* fault = workingFileNameFault(*name);
+    if (!fault)
         unit_.additionalFiles.push_back(*name);
+    else if (refusal_.empty())
+        refusal_ = "Failed to read \"" + *name + "\" in zipped document: " + fault;
 }
 
 void DocumentReader::beginOption() {
@@ -333,6 +356,9 @@ bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
         document.HandleModelNode();
     if (state < 0 && error.empty())
         error = firstFault.empty() ? parseError(1, "the document can't be read") : firstFault;
+    document.finishWarnings();
+    if (error.empty())
+        error = document.refusal();
     return error.empty();
 }
 

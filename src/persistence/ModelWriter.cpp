@@ -1,6 +1,7 @@
 #include "ModelWriter.h"
 
 #include "DocumentEscape.h"
+#include "ModelLimits.h"
 #include "ModelWords.h"
 #include "com/Numbers.h"
 #include "com/StdioFile.h"
@@ -8,13 +9,16 @@
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/ReportNames.h"
 
+#include <algorithm>
+
 namespace solvane {
 
 namespace {
 
 /// Characters of a text in one piece: the reader takes no more than ten million bytes between two tags.
-/// Longer texts are divided by empty comments, which it passes over.
+/// Longer texts are divided by empty comments, which it passes over. Blanks may make a run twice as long.
 constexpr std::size_t longestRun = 2'000'000;
+constexpr wchar_t blanks[] = L" \t\r\n\b"; // backspaces are not written
 
 std::string word(bool value) {
     return value ? "TRUE" : "FALSE";
@@ -26,18 +30,24 @@ public:
     explicit DocumentWriter(std::FILE* file) : file_(file) {}
 
     void begin(const CSolvaneUnitOp& unit) {
-        write("<?xml version=\"1.0\" standalone=\"yes\"?>\n<UnitOperation>\n");
-        std::fprintf(file_, "<docInfo version=\"1\" infoLevel=\"%d\" />\n", static_cast<int>(unit.echoLevel));
+        write("<?xml version=\"1.0\" standalone=\"yes\"?>\n");
+        tag("<UnitOperation>\n");
+        tag("<docInfo version=\"1\" infoLevel=\"" + std::to_string(unit.echoLevel) + "\" />\n");
     }
 
     void report(std::wstring_view name, std::wstring_view text) {
-        std::fprintf(file_, "<report name=\"%s\">", escape_.EscapeWide(name));
+        tag(std::string("<report name=\"") + escape_.EscapeWide(name) + "\">");
         while (text.size() > longestRun) {
-            write(escape_.EscapeWide(text.substr(0, longestRun)));
+            // The reader passes over a run of blanks alone, so each run and what is left has something else.
+            const std::size_t solid = text.find_first_not_of(blanks);
+            const std::size_t end = std::max(longestRun, solid + 1);
+            if (solid == text.npos || text.find_first_not_of(blanks, end) == text.npos)
+                break;
+            writeRun(text.substr(0, end));
             write("<!---->");
-            text.remove_prefix(longestRun);
+            text.remove_prefix(end);
         }
-        write(escape_.EscapeWide(text));
+        writeRun(text);
         write("</report>\n");
     }
 
@@ -50,7 +60,7 @@ public:
 
     void parameter(const CParameter& parameter) {
         const auto kind = static_cast<std::size_t>(parameter.parameterKind);
-        std::fprintf(file_, "<parameter name=\"%s\" ", escape_.EscapeWide(parameter.componentName));
+        line_ = std::string("<parameter name=\"") + escape_.EscapeWide(parameter.componentName) + "\" ";
         attribute("mode", narrow(parameter.isInput ? modelWords::input : modelWords::output));
         attribute("type", narrow(modelWords::kinds[kind]));
         attribute("value", valueText(parameter, parameter.currentValue));
@@ -61,29 +71,48 @@ public:
             attribute("uom", list(parameter.dimensionality));
         if (parameter.restrictedToList)
             attribute("restricted", "TRUE");
-        if (parameter.optionList.empty()) {
-            write("/>\n");
-            return;
-        }
-        write(">\n");
+        if (parameter.optionList.empty())
+            return tag(line_ + "/>\n");
+        tag(line_ + ">\n");
         for (const std::wstring& option : parameter.optionList)
-            std::fprintf(file_, " <option value=\"%s\"/>\n", escape_.EscapeWide(option));
+            tag(std::string(" <option value=\"") + escape_.EscapeWide(option) + "\"/>\n");
         write("</parameter>\n");
     }
 
     void end() { write("</UnitOperation>\n"); }
 
+    /// Why the document could not be read again; empty where it can.
+    const std::string& fault() const { return fault_; }
+
 private:
     void write(const char* text) { std::fputs(text, file_); }
-    void named(const char* element, const char* name) {
-        std::fprintf(file_, "<%s name=\"%s\" />\n", element, name);
+
+    /// An element, or where it begins, as it stands on its line.
+    void tag(const std::string& line) {
+        constexpr std::size_t shownLength = 60;
+        if (line.size() > modelLimits::tag)
+            fault_ = "texts of " + std::to_string(line.size()) + " bytes, of which a model file takes " +
+                     std::to_string(modelLimits::tag) + ", in " + line.substr(0, shownLength) + "...";
+        if (++elements_ > modelLimits::elements)
+            fault_ = "a model file takes " + std::to_string(modelLimits::elements) +
+                     " ports, parameters, options, reports and files";
+        write(line.c_str());
+    }
+    void named(const std::string& element, const char* name) {
+        tag("<" + element + " name=\"" + name + "\" />\n");
     }
     void attribute(const char* name, const std::string& value) {
-        std::fprintf(file_, "%s=\"%s\" ", name, value.c_str());
+        line_.append(name).append("=\"").append(value).append("\" ");
     }
     void present(const char* name, const CParameter& parameter, const Variant& field) {
         if (!field.isEmpty())
             attribute(name, valueText(parameter, field));
+    }
+
+    void writeRun(std::wstring_view text) {
+        if (text.size() > 2 * longestRun)
+            fault_ = "a report has more blanks in a row than a model file takes";
+        write(escape_.EscapeWide(text));
     }
 
     std::string valueText(const CParameter& parameter, const Variant& field) {
@@ -109,6 +138,9 @@ private:
 
     std::FILE* file_;
     DocumentEscape escape_;
+    std::string line_;
+    std::string fault_;
+    std::size_t elements_ = 0;
 };
 
 } // namespace
@@ -131,9 +163,10 @@ bool writeUnitDocument(const CSolvaneUnitOp& unit, std::string& error) {
     for (const std::string& name : unit.additionalFiles)
         document.file(name);
     document.end();
-    if (closeWritten(std::move(file)))
+    const bool isWritten = closeWritten(std::move(file));
+    if (isWritten && document.fault().empty())
         return true;
-    error = "Failed to write temporary data file: write error";
+    error = "Failed to write temporary data file: " + (isWritten ? document.fault() : "write error");
     return false;
 }
 

@@ -1,4 +1,5 @@
 #include "BagKeys.h"
+#include "DiscardedModel.h"
 #include "ModelWords.h"
 #include "PropertyBag.h"
 #include "WorkingFileName.h"
@@ -227,7 +228,7 @@ HRESULT loadFiles(const BagReader& bag, CSolvaneUnitOp& unit) {
             continue;
         }
         const std::string name = narrow(wideName);
-        if (const char* fault = workingFileNameFault(name))
+        if (const char* fault = workingFileFault(unit.workingFolder, name))
             return unit.raise(L"load error", widen("Failed to restore \"" + name + "\": " + fault), L"Load",
                               L"IPersistPropertyBag");
         const HRESULT restored = restoreFile(unit, name, bytes);
@@ -251,11 +252,7 @@ HRESULT loadFromBag(CSolvaneUnitOp& unit, IPropertyBag* bag, IErrorLog* errorLog
     if (!bag)
         return E_POINTER;
     const BagReader reader(bag, errorLog);
-    unit.scriptDirty = true;
-    unit.echoLevel = 0;
-    unit.releaseParameters();
-    unit.releasePorts();
-    unit.additionalFiles.clear();
+    discardModel(unit);
     // The reports stay, so a load into a used unit adds to them.
     if (const std::optional<Variant> level = reader.scalar(bagKeys::infoLevel, VT_I4))
         unit.echoLevel = level->integer();

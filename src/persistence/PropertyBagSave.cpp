@@ -1,6 +1,7 @@
 #include "BagKeys.h"
 #include "ModelWords.h"
 #include "PropertyBag.h"
+#include "WorkingFileName.h"
 
 #include "com/Handle.h"
 #include "com/Text.h"
@@ -151,7 +152,10 @@ HRESULT writeFiles(BagWriter& bag, CSolvaneUnitOp& unit) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         const std::string path = unit.workingFolder + names[i];
         std::vector<unsigned char> bytes;
-        if (const char* reason = readFile(path, bytes))
+        const char* reason = workingFileNameFault(names[i]);
+        if (!reason)
+            reason = readFile(path, bytes);
+        if (reason)
             return unit.raise(L"save error", widen("Failed to add \"" + path + "\": " + reason), L"Save",
                               L"IPersistPropertyBag");
         if (!bag.write(bagKeys::file(wideNames[i]), fileValue(std::move(bytes))))

@@ -1,5 +1,6 @@
 #include "WorkingFileName.h"
 
+#include "com/Handle.h"
 #include "com/Text.h"
 
 #include <algorithm>
@@ -15,13 +16,17 @@ constexpr std::array devices{L"con", L"prn", L"aux", L"nul", L"conin$", L"conout
 /// The same with a digit behind them, the superscript ones included.
 constexpr std::array numberedDevices{L"com", L"lpt"};
 constexpr std::wstring_view deviceNumbers = L"0123456789\u00B9\u00B2\u00B3";
+/// Files that the unit itself keeps in its working folder and runs or reads. The script is the model's own,
+/// and what the unit makes of it is written again before the next run.
+constexpr std::array unitFiles{L"runUnit.m", L"initRun.m", L"unit.xml", L"_unitOperationModel_.svm"};
+
+auto equals(const std::wstring& text) {
+    return [&text](const wchar_t* word) { return compareNoCase(text, word) == 0; };
+}
 
 bool isDevice(const std::wstring& name) {
     std::wstring stem = name.substr(0, name.find(L'.'));
     stem.erase(stem.find_last_not_of(L' ') + 1);
-    const auto equals = [](const std::wstring& text) {
-        return [&text](const wchar_t* word) { return compareNoCase(text, word) == 0; };
-    };
     return std::ranges::any_of(devices, equals(stem)) ||
            (stem.size() == 4 && deviceNumbers.find(stem.back()) != std::wstring_view::npos &&
             std::ranges::any_of(numberedDevices, equals(stem.substr(0, 3))));
@@ -43,6 +48,8 @@ const char* partFault(const std::wstring& part) {
 const char* workingFileNameFault(const std::string& name) {
     // As the system will see it: a byte that looks like a separator may be half a character.
     const std::wstring wide = widen(name);
+    if (std::ranges::any_of(unitFiles, equals(wide)))
+        return "the name is that of a file of the unit's own";
     for (std::size_t start = 0;;) {
         const std::size_t separator = wide.find_first_of(L"\\/", start);
         if (const char* fault = partFault(wide.substr(start, separator - start)))
@@ -51,6 +58,19 @@ const char* workingFileNameFault(const std::string& name) {
             return nullptr;
         start = separator + 1;
     }
+}
+
+const char* workingFileFault(const std::string& folder, const std::string& name) {
+    if (const char* fault = workingFileNameFault(name))
+        return fault;
+    WIN32_FIND_DATAA file{};
+    const FindHandle search(FindFirstFileA((folder + name).c_str(), &file));
+    const std::wstring found = widen(file.cFileName);
+    const std::wstring asked = widen(name);
+    const std::wstring last = asked.substr(asked.find_last_of(L"\\/") + 1);
+    return !search || CompareStringOrdinal(found.c_str(), -1, last.c_str(), -1, TRUE) == CSTR_EQUAL
+               ? nullptr
+               : "the name is the short form of another file's";
 }
 
 } // namespace solvane

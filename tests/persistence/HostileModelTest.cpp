@@ -4,28 +4,56 @@
 #include "com/Text.h"
 
 #include <chrono>
+#include <filesystem>
 
 namespace solvane {
 namespace {
 
 using HostileModel = ModelFileTest;
 
-TEST_F(HostileModel, nothingIsWrittenOutsideTheWorkingFolder) {
+/// With U+3E3E, whose bytes are those of two '>', for each byte FF.
+std::string inUtf16(const std::string& text) {
+    std::string units;
+    for (const char c : text)
+        units.append(c == '\xFF' ? std::string(">>") : std::string{c, '\0'});
+    return units;
+}
+
+TEST_F(HostileModel, filesOfTheUserAndOfTheUnitAreNeitherWrittenNorRead) {
     const char* const names[] = {
-        "..\\evil.txt", "../evil.txt", "sub/../../evil.txt",
-        "\\evil.txt",   "/evil.txt",   "C:\\evil.txt",
-        "C:evil.txt",   "calc.m:evil", "..",
-        "evil.txt.",    "evil.txt ",   "CON",
-        "nul.txt",      "com1",        "LPT9.x.y",
-        "aux .txt",     "a*b",         "",
+        "..\\evil.txt",
+        "../evil.txt",
+        "sub/../../evil.txt",
+        "\\evil.txt",
+        "/evil.txt",
+        "C:\\evil.txt",
+        "C:evil.txt",
+        "calc.m:evil",
+        "..",
+        "evil.txt.",
+        "evil.txt ",
+        "CON",
+        "nul.txt",
+        "com1",
+        "LPT9.x.y",
+        "aux .txt",
+        "a*b",
+        "",
+        "RUNUNIT.m",
+        "initRun.m",
+        "unit.xml",
+        "_unitOperationModel_.svm",
     };
+    writeFile(temporary.path() + L"evil.txt", "the user's");
     const std::vector<std::wstring> outside = namesIn(temporary.path());
+    const std::string runScript = readFile(matlab.workingFolder() + L"runUnit.m");
     for (const std::string name : names) {
         SCOPED_TRACE(name);
         const std::string document = "<UnitOperation><file name=\"" + name + "\"/></UnitOperation>";
         EXPECT_EQ(load({{"unit.xml", document}, {"calc.m", "1;"}, {name, "evil"}}), capeFailure);
         const std::wstring begin = L"Failed to read \"" + widen(name) + L"\" in zipped document: the name ";
         EXPECT_TRUE(failure().starts_with(begin)) << narrow(failure());
+        EXPECT_EQ(savedEntries().size(), 2U); // the description and the script
         ModelBag bag;
         bag.script("1;").file(name, "evil");
         if (!name.empty()) {
@@ -33,6 +61,8 @@ TEST_F(HostileModel, nothingIsWrittenOutsideTheWorkingFolder) {
             EXPECT_TRUE(unit.errorDescription().starts_with(L"Failed to restore \"")) << narrow(unit.error());
         }
         EXPECT_EQ(namesIn(temporary.path()), outside);
+        EXPECT_EQ(readFile(temporary.path() + L"evil.txt"), "the user's");
+        EXPECT_EQ(readFile(matlab.workingFolder() + L"runUnit.m"), runScript);
         for (const std::wstring& left : namesIn(matlab.workingFolder()))
             EXPECT_EQ(left.find(L"evil"), std::wstring::npos) << narrow(left);
     }
@@ -45,8 +75,25 @@ TEST_F(HostileModel, nothingIsWrittenOutsideTheWorkingFolder) {
     }
 }
 
+TEST_F(HostileModel, aShortNameDoesNotReachTheFileOfALongOne) {
+    const std::wstring path = matlab.workingFolder() + L"_the unit's own file_.svm";
+    writeFile(path, "own");
+    std::wstring shortPath(MAX_PATH, L'\0');
+    shortPath.resize(GetShortPathNameW(path.c_str(), shortPath.data(), MAX_PATH));
+    const std::string name = narrow(shortPath.substr(shortPath.rfind(L'\\') + 1));
+    if (name.find('~') == std::string::npos)
+        GTEST_SKIP() << "there are no short names";
+    const std::string document = "<UnitOperation><file name=\"" + name + "\"/></UnitOperation>";
+    EXPECT_EQ(load({{"unit.xml", document}, {"calc.m", "1;"}, {name, "evil"}}), capeFailure);
+    EXPECT_EQ(failure(), L"Failed to read \"" + widen(name) +
+                             L"\" in zipped document: the name is the short form of another file's");
+    ModelBag bag;
+    EXPECT_EQ(unit.load(bag.script("1;").file(name, "evil")), capeFailure);
+    EXPECT_EQ(readFile(path), "own");
+}
+
 // A document of a few lines that would expand to gigabytes, in the ways in which one can be written.
-TEST_F(HostileModel, entitiesDoNotExplode) {
+TEST_F(HostileModel, declarationsDoNotExplode) {
     const auto bomb = [](const std::string& mark, const std::string& body) {
         std::string type = "<!DOCTYPE UnitOperation [<!ENTITY " + mark + " e0 \"0123456789\">";
         for (int i = 1; i < 12; ++i) {
@@ -65,15 +112,42 @@ TEST_F(HostileModel, entitiesDoNotExplode) {
         "<!DOCTYPE UnitOperation [<!ENTITY f SYSTEM \"file:///C:/windows/win.ini\">]><UnitOperation>"
         "<report name=\"R\">&f;</report></UnitOperation>",
         "<!DOCTYPE UnitOperation [<!ENTITY % f SYSTEM \"http://127.0.0.1:9/x.dtd\"> %f;]><UnitOperation/>",
-        std::string("\xFF\xFE<\0!\0E\0N\0T\0I\0T\0Y\0", 18),
+        "<!DOCTYPE UnitOperation SYSTEM '>' [<!ATTLIST feed name CDATA \"F\">]><UnitOperation/>",
+        "\xFF\xFE" + inUtf16("<!DOCTYPE \xFF [<!ELEMENT a ANY>]><UnitOperation/>"),
+        "<!-- <!DOCTYPE \"--><!DOCTYPE UnitOperation [<!ELEMENT a ANY>]><!-- \" --><UnitOperation/>",
     };
     for (const std::string& document : documents) {
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(load({{"unit.xml", document}, {"calc.m", "1;"}}), capeFailure) << document;
-        EXPECT_EQ(failure(), L"Entities are declared in xml data file; a model has none");
+        EXPECT_EQ(failure(), L"The document type in xml data file has declarations; a model has none");
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5)) << document;
     }
     EXPECT_EQ(load({{"unit.xml", "<!DOCTYPE UnitOperation><UnitOperation/>"}, {"calc.m", "1;"}}), S_OK);
+}
+
+TEST_F(HostileModel, elementsAndAttributesWithoutEndAreRefused) {
+    const auto repeated = [](int count, const std::string& text) {
+        std::string all;
+        for (int i = 0; i < count; ++i)
+            all += text + (text.ends_with('a') ? std::to_string(i) + "=\"\"" : "");
+        return all;
+    };
+    const struct {
+        std::string elements;
+        std::wstring text;
+    } cases[] = {
+        {"<feed" + repeated(80000, " a") + "/>", L"More attributes of one element in "},
+        {"<feed x='>'" + repeated(80000, " a") + "/>", L"More attributes of one element in "},
+        {repeated(1000000, "<feed name=\"F\"/>"), L"More elements in "},
+    };
+    for (const auto& row : cases) {
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(loadElements(row.elements), capeFailure);
+        EXPECT_EQ(failure(), row.text + L"xml data file than a model can have");
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    }
+    // A report may be full of what looks like attributes.
+    EXPECT_EQ(loadElements("<report name=\"R\">" + repeated(100, "x = '1' ") + "</report>"), S_OK);
 }
 
 TEST_F(HostileModel, anEntryThatUnpacksWithoutEndIsStopped) {
@@ -85,6 +159,14 @@ TEST_F(HostileModel, anEntryThatUnpacksWithoutEndIsStopped) {
     EXPECT_EQ(failure(),
               L"Failed to read \"larger\" in zipped document: the model unpacks to more than a model "
               L"can hold");
+}
+
+TEST_F(HostileModel, aModelThatUnpacksToTooMuchIsNotSaved) {
+    ModelBag model;
+    ASSERT_EQ(unit.load(model.script("1;").file("large", "x")), S_OK);
+    std::filesystem::resize_file(matlab.workingFolder() + L"large", 257U << 20);
+    EXPECT_EQ(saved(), "");
+    EXPECT_EQ(failure(), L"Failed to complete zip file: the model unpacks to more than a model can hold");
 }
 
 } // namespace

@@ -40,6 +40,8 @@ TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
          "/>\n",
          "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"0.123457\" min=\"3\" max=\"inf\" />\n",
          ""},
+        {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"0x10\" min=\"-0X1.8p1\" />\n",
+         "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"16\" min=\"-3\" />\n", ""},
         {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"x\" min=\"\" max=\",\" def=\"-\" />\n",
          "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"0\" />\n",
          "Parameter has invalid value|Parameter has invalid minimum value|Parameter has invalid maximum "
@@ -86,6 +88,9 @@ TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
         {"<docInfo version=\"2\" infoLevel=\"2\" />\n", none,
          "File was stored with newer version of Solvane unit operation; not all saved elements may be "
          "recovered|Invalid value for info level|"},
+        {"<docInfo version=\"-1\" />\n", none,
+         "File was stored with newer version of Solvane unit operation; not all saved elements may be "
+         "recovered|"},
         {"<docInfo version=\"one\" infoLevel=\"x\" />\n", none,
          "Invalid format for file version|Invalid format for info level|"},
         // names that are missing
@@ -133,16 +138,69 @@ TEST_F(ModelDocument, textBeyondAsciiIsWrittenAsNumbersAndComesBackAsSeveralChar
     EXPECT_EQ(unit.output(), widen("\xC3\xA9", CP_THREAD_ACP));
 }
 
-// The XML library alone would refuse it.
+// A box of all of them would be higher than the screen.
+TEST_F(ModelDocument, warningsBeyondWhatABoxShowsAreCounted) {
+    std::string elements;
+    for (int i = 0; i < 20000; ++i)
+        elements += "<feed/>";
+    ASSERT_EQ(loadElements(elements), S_OK);
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_LT(boxes[0].size(), 2100U);
+    EXPECT_TRUE(boxes[0].ends_with("name\r\nand 19926 more\r\n")) << boxes[0];
+}
+
+TEST_F(ModelDocument, filesWithNamesBeyondAsciiComeBack) {
+    ModelBag model;
+    model.script("1;").file("caf\xE9 \x80.txt", "data");
+    ASSERT_EQ(unit.load(model), S_OK);
+    const std::string container = saved();
+    unit = HostedUnit(module);
+    ASSERT_EQ(load(container), S_OK) << narrow(failure());
+    EXPECT_EQ(savedEntries().at(2), (Entry{"caf\xE9 \x80.txt", "data"}));
+}
+
+// The XML library alone would refuse it, and lose a run of blanks.
 TEST_F(ModelDocument, aReportOfManyMegabytesComesBack) {
     std::wstring output(11'000'000, L'x');
     output[2'000'000] = L'<';
+    std::fill(output.begin() + 2'000'002, output.begin() + 5'000'000, L'\n');
+    std::fill(output.begin() + 6'500'000, output.begin() + 9'000'000, L' ');
+    std::fill(output.begin() + 10'000'000, output.end(), L' ');
     ModelBag model;
     model.script("1;");
     model.reports({L"Long"}).values[L"report \\ Long"] = Variant(std::wstring_view(output));
     ASSERT_EQ(unit.load(model), S_OK);
     ASSERT_EQ(load(saved()), S_OK) << narrow(failure());
     EXPECT_TRUE(unit.report(L"Long") == output);
+}
+
+TEST_F(ModelDocument, textThatCouldNotBeReadAgainIsNotSaved) {
+    const struct {
+        std::size_t characters;
+        std::size_t options;
+        std::wstring text;
+    } cases[] = {
+        {9'800'000, 2, L""},
+        {11'000'000, 2,
+         L"texts of 11000058 bytes, of which a model file takes 9900000, in <parameter name=\"p\""},
+        {1, 100'000, L"a model file takes 100000 ports, parameters, options, reports and files"},
+    };
+    for (const auto& row : cases) {
+        const std::wstring value(row.characters, L'x');
+        ModelBag model;
+        model.script("1;").parameter(L"p", L"string", Variant(std::wstring_view(value)));
+        model.with(L"p", L"options", VariantArray::of(std::vector<std::wstring>(row.options, L"o")));
+        ASSERT_EQ(unit.load(model), S_OK);
+        const std::string container = saved();
+        if (row.text.empty()) {
+            ASSERT_EQ(load(container), S_OK) << narrow(failure());
+            EXPECT_TRUE(unit.parameter(L"p").text() == value);
+        } else {
+            EXPECT_EQ(container, "");
+            EXPECT_TRUE(failure().starts_with(L"Failed to write temporary data file: " + row.text))
+                << narrow(failure());
+        }
+    }
 }
 
 TEST_F(ModelDocument, theLastParseErrorEndsTheLoadWithItsLine) {

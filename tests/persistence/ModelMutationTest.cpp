@@ -44,9 +44,11 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
     }
     const ProcessUsage after = ProcessUsage::now();
     const auto inSeconds = [](Clock::duration time) { return std::chrono::duration<double>(time).count(); };
-    std::printf("%d mutated models in %.1f s, the longest in %.3f s; %d of them loaded; %zu kB more\n", count,
-                inSeconds(Clock::now() - start), inSeconds(longest), loaded,
-                (after.memory - before.memory) / 1024);
+    std::printf(
+        "%d mutated models in %.1f s, the longest in %.3f s; %d of them loaded; %zu kB more, %zu kB at "
+        "the peak\n",
+        count, inSeconds(Clock::now() - start), inSeconds(longest), loaded,
+        (after.memory - before.memory) / 1024, (after.peak - before.peak) / 1024);
     EXPECT_GT(loaded, count / 100); // else the damage is too coarse to reach far
     EXPECT_LT(loaded, count * 9 / 10);
     EXPECT_NE(before.handles, 0U);
@@ -54,6 +56,7 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
 #ifndef SOLVANE_GUARDED_HEAP // which takes time and keeps pages
     EXPECT_LT(inSeconds(longest), 10);
     EXPECT_LT(after.memory, before.memory + (2U << 20));
+    EXPECT_LT(after.peak, before.peak + (100U << 20));
 #endif
     EXPECT_EQ(namesIn(temporary.path()), outside);
     EXPECT_EQ(namesIn(L".\\"), current);

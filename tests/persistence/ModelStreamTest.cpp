@@ -3,6 +3,8 @@
 #include "ModelFileTest.h"
 #include "com/Text.h"
 
+#include <functional>
+
 namespace solvane {
 namespace {
 
@@ -55,6 +57,56 @@ TEST_F(ModelStream, savingLeavesTheUnitAsItWas) {
     ASSERT_EQ(unit.setParameter(L"p", Variant(2.0)), S_OK);
     EXPECT_FALSE(saved().empty());
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_OK);
+}
+
+// Whichever way it comes, nothing of the former model is left.
+TEST_F(ModelStream, aLoadTakesTheFormerModelsFilesAndValidityAway) {
+    ModelBag bag;
+    bag.script("1;");
+    const std::function<HRESULT()> loads[] = {
+        [&] {
+            return load({{"unit.xml", "<UnitOperation/>"}, {"calc.m", "1;"}});
+        },
+        [&] { return unit.load(bag); },
+    };
+    const std::wstring file = matlab.workingFolder() + L"data.bin";
+    for (const auto& load_ : loads) {
+        ASSERT_EQ(load(model), S_OK);
+        SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
+        ASSERT_EQ(load_(), S_OK);
+        EXPECT_EQ(readFile(file), "?");
+        EXPECT_EQ(unit.validate(), L"");
+        ASSERT_EQ(load_(), S_OK);
+        EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
+    }
+}
+
+TEST_F(ModelStream, aTerminatedUnitRefusesBeforeItTouchesWhatTheHostGave) {
+    ASSERT_EQ(load(model), S_OK);
+    ASSERT_EQ(unit.terminate(), S_OK);
+    HostStream stream("container");
+    ModelBag bag;
+    ULARGE_INTEGER size{};
+    const auto streams = unit.as<IPersistStream>();
+    const auto bags = unit.as<IPersistPropertyBag>();
+    const struct {
+        HRESULT result;
+        std::wstring call;
+        std::wstring error = L"";
+    } cases[] = {
+        {bags->Save(&bag, TRUE, TRUE), L"Save | IPersistPropertyBag", unit.error()},
+        {bags->Load(&bag, nullptr), L"Load | IPersistPropertyBag", unit.error()},
+        {streams->Save(&stream, TRUE), L"Save | IPersistStream", unit.error()},
+        {streams->Load(&stream), L"Load | IPersistStream", unit.error()},
+        {streams->GetSizeMax(&size), L"GetSizeMax | IPersistStream", unit.error()},
+    };
+    const std::wstring text = L"Terminate has been called on unit operation | ";
+    for (const auto& row : cases) {
+        EXPECT_EQ(row.result, capeFailure);
+        EXPECT_EQ(row.error, text + text + row.call);
+    }
+    EXPECT_TRUE(bag.written.empty());
+    EXPECT_EQ(stream.calls, 0);
 }
 
 TEST_F(ModelStream, aStreamThatFailsIsTold) {

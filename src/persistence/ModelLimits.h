@@ -1,0 +1,27 @@
+/// How much a model can hold. A model can be a stranger's, so loading refuses more; saving refuses the same,
+/// so that a saved model loads again.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+namespace solvane::modelLimits {
+
+/// Elements of a description.
+inline constexpr std::size_t elements = 100'000;
+/// Attributes of an element. The XML library compares each with all others.
+inline constexpr std::size_t attributes = 64;
+/// Bytes of a tag, with the values in it as they are written. The XML library takes ten million.
+inline constexpr std::size_t tag = 9'900'000;
+/// Characters of the warnings of a load, about as many as a message box can show.
+inline constexpr std::size_t warnings = 2'000;
+
+/// Bytes that a container of so many may unpack to. A few bytes of a hostile one would fill the disk.
+constexpr std::uint64_t unpacked(std::uint64_t packed) {
+    constexpr std::uint64_t alwaysAllowed = 256U << 20;
+    constexpr std::uint64_t timesPacked = 100;
+    return std::max(alwaysAllowed, timesPacked * packed);
+}
+
+} // namespace solvane::modelLimits
