@@ -84,6 +84,10 @@ inline constexpr std::array limitsOfWork = {
     Limit{"host", "temporary folders left after the next start", "", Bound::atMost, 0},
 };
 
+inline constexpr std::array limitsOfModels = {
+    Limit{"models", "host: peak memory gained", "KiB", Bound::atMost, 200 * 1024},
+};
+
 inline constexpr std::array limitsOfEngine = {
     Limit{"socket", "engine: handles gained", "", Bound::atMost, 0},
     Limit{"socket", "engine: threads gained", "", Bound::atMost, 0},
@@ -91,7 +95,7 @@ inline constexpr std::array limitsOfEngine = {
 };
 
 inline constexpr auto limits =
-    joined(limitsOfWork, doorLimits("models"), doorLimits("bags"), doorLimits("requests10"),
+    joined(limitsOfWork, doorLimits("models"), limitsOfModels, doorLimits("bags"), doorLimits("requests10"),
            doorLimits("requests11"), doorLimits("cases"), doorLimits("socket"), limitsOfEngine);
 
 } // namespace solvane::soak

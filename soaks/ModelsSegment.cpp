@@ -3,6 +3,7 @@
 #include "HostedUnit.h"
 #include "MatlabStandIn.h"
 #include "MutatedModels.h"
+#include "ProcessUsage.h"
 #include "Segments.h"
 #include "flowsheet/MessageBoxes.h"
 
@@ -35,7 +36,9 @@ private:
 
 void soakModels(const Effort& effort, const Figures& figures) {
     ModelDoor door;
+    const std::size_t peak = ProcessUsage::now().peak;
     soakDoor(door, effort, effort.of(3000, 100000), figures);
+    figures.put("host: peak memory gained", (double(ProcessUsage::now().peak) - double(peak)) / 1024);
 }
 
 } // namespace solvane::soak

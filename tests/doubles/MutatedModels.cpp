@@ -45,6 +45,42 @@ constexpr std::array snippets = {
     "<file name=\"../../x\" />"sv,
 };
 
+constexpr std::array declarations = {
+    "<!ENTITY e \"&#60;feed name='F'/>\">"sv,
+    "<!ENTITY % e SYSTEM \"file:///C:/windows/win.ini\"> %e;"sv,
+    "<!ATTLIST feed name CDATA \"F\">"sv,
+    "<!ELEMENT UnitOperation ANY>"sv,
+};
+constexpr std::array foreignNames = {"..\\x"sv,     "C:\\x"sv,       "runUnit.m"sv,
+                                     "INITRUN.M"sv, "unit.xml"sv,    "_unitOperationModel_.svm"sv,
+                                     "unit.xml "sv, "runUnit.m."sv,  "x:y"sv,
+                                     "nul.m"sv,     "_UNITO~1.SVM"sv};
+
+/// A document that asks for time or memory without end, or for files that are not the model's.
+std::string hostileDocument(Damage& damage) {
+    const std::size_t count = damage.below(300'000);
+    std::string attributes;
+    std::string elements;
+    std::string type;
+    switch (damage.below(4)) {
+    case 0:
+        type = "<!DOCTYPE UnitOperation [" + std::string(damage.anyOf(declarations)) + "]>";
+        elements = "&e;";
+        break;
+    case 1:
+        for (std::size_t i = 0; i < count; ++i)
+            attributes += " a" + std::to_string(i) + "='>'";
+        break;
+    case 2:
+        for (std::size_t i = 0; i < count; ++i)
+            elements += "<feed name=\"F\"/>";
+        break;
+    default:
+        elements = "<file name=\"" + std::string(damage.anyOf(foreignNames)) + "\"/>";
+    }
+    return type + "<UnitOperation" + attributes + ">" + elements + "</UnitOperation>";
+}
+
 } // namespace
 
 MutatedModels::MutatedModels(std::wstring folder)
@@ -67,6 +103,13 @@ MutatedModels::MutatedModels(std::wstring folder)
 
 HostStream MutatedModels::mutated(std::uint32_t seed, int number) const {
     Damage damage(seed, number, snippets);
+    if (number % 50 == 0) {
+        std::vector<Entry> entries = model_;
+        entries[0].second = hostileDocument(damage);
+        for (const std::string_view name : foreignNames)
+            entries.emplace_back(name, "hostile");
+        return HostStream(zipOf(entries, folder_));
+    }
     if (number % 3 == 0) {
         std::vector<Entry> entries = model_;
         damage.to(entries[0].second);

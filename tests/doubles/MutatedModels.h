@@ -13,7 +13,8 @@ public:
     /// The folder is for files on the way.
     explicit MutatedModels(std::wstring folder);
 
-    /// A stream with damage to its bytes, to those of its container, or to the document in it.
+    /// A stream with damage to its bytes, to those of its container, or to the document in it; or one with a
+    /// document that was made to do harm.
     HostStream mutated(std::uint32_t seed, int number) const;
     const std::string& container() const { return container_; }
 

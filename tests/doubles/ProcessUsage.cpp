@@ -93,6 +93,7 @@ ProcessUsage ProcessUsage::of(DWORD processId) {
     PROCESS_MEMORY_COUNTERS counters{};
     GetProcessMemoryInfo(process.get(), &counters, sizeof counters);
     usage.memory = counters.PagefileUsage;
+    usage.peak = counters.PeakWorkingSetSize;
     return usage;
 }
 

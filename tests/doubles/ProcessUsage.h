@@ -12,6 +12,7 @@ struct ProcessUsage {
     DWORD threads = 0;
     DWORD gdiObjects = 0;   ///< fonts, brushes, bitmaps; of this process only
     std::size_t memory = 0; ///< bytes of its own
+    std::size_t peak = 0;   ///< most bytes that lay in memory at a time
 
     static ProcessUsage now();
     /// All 0 where there is no such process.
