@@ -45,10 +45,10 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
     const ProcessUsage after = ProcessUsage::now();
     const auto inSeconds = [](Clock::duration time) { return std::chrono::duration<double>(time).count(); };
     std::printf(
-        "%d mutated models in %.1f s, the longest in %.3f s; %d of them loaded; %zu kB more, %zu kB at "
+        "%d mutated models in %.1f s, the longest in %.3f s; %d of them loaded; %.0f kB more, %zu kB at "
         "the peak\n",
         count, inSeconds(Clock::now() - start), inSeconds(longest), loaded,
-        (after.memory - before.memory) / 1024, (after.peak - before.peak) / 1024);
+        (double(after.memory) - double(before.memory)) / 1024, (after.peak - before.peak) / 1024);
     EXPECT_GT(loaded, count / 100); // else the damage is too coarse to reach far
     EXPECT_LT(loaded, count * 9 / 10);
     EXPECT_NE(before.handles, 0U);
