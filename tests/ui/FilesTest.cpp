@@ -25,7 +25,9 @@ TEST(FileNames, tellWhatAFileIs) {
             EXPECT_EQ(isExecutableLike(name), names == &executable) << narrow(name);
             EXPECT_EQ(isScriptLike(name), names == &script) << narrow(name);
             EXPECT_EQ(isReservedFileName(name), names == &reserved) << narrow(name);
-            EXPECT_EQ(fileNameFault(name) != nullptr, names == &faulty) << narrow(name);
+            // Some of the reserved ones are faulty too: a model may not bring them either.
+            EXPECT_TRUE(names == &reserved || (fileNameFault(name) != nullptr) == (names == &faulty))
+                << narrow(name);
         }
 }
 
