@@ -1,13 +1,19 @@
-/// In which order a host calls a unit: the habits of real hosts.
+/// How a host calls a unit, and what its materials are like: the habits of real hosts.
 #pragma once
+
+#include "materials/MaterialHabits.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 
 namespace solvane::host {
 
 enum class StartupStep { context, load, initialize };
+
+/// What a host calls from inside the unit's Calculate.
+enum class ReentrantCall { look, validate, save, calculate, terminate, release };
 
 struct Profile {
     std::string_view name;
@@ -16,9 +22,16 @@ struct Profile {
     bool reconnects;                    ///< disconnects and connects all ports around every call
     bool calculatesOnWorker;            ///< on a thread of the multi-threaded apartment, through proxies
     bool terminates;                    ///< calls Terminate before it releases the unit
+    MaterialRules materials{};
+    std::span<const ReentrantCall> reentrantCalls{}; ///< in a material call, and again while it paints
 };
 
 using enum StartupStep;
+
+inline constexpr std::array harmlessCalls{ReentrantCall::look, ReentrantCall::validate, ReentrantCall::save,
+                                          ReentrantCall::calculate};
+inline constexpr std::array terminateCall{ReentrantCall::terminate};
+inline constexpr std::array releaseCall{ReentrantCall::release};
 
 /// The first is what a case has that names none.
 inline constexpr std::array profiles{
@@ -47,6 +60,42 @@ inline constexpr std::array profiles{
             .reconnects = true,
             .calculatesOnWorker = false,
             .terminates = true},
+    Profile{.name = "strict",
+            .summary =
+                "materials refuse absent phases, other bases than \"mole\", fractions that do not sum to 1",
+            .startup = {context, load, initialize},
+            .reconnects = false,
+            .calculatesOnWorker = false,
+            .terminates = true,
+            .materials = {.strict = true}},
+    Profile{.name = "liquid-first",
+            .summary = "materials list their liquid before their vapour",
+            .startup = {context, load, initialize},
+            .reconnects = false,
+            .calculatesOnWorker = false,
+            .terminates = true,
+            .materials = {.liquidFirst = true}},
+    Profile{.name = "reentrant",
+            .summary = "reads, validates, saves and calculates the unit from inside its calculation",
+            .startup = {context, load, initialize},
+            .reconnects = false,
+            .calculatesOnWorker = false,
+            .terminates = true,
+            .reentrantCalls = harmlessCalls},
+    Profile{.name = "reentrant-terminate",
+            .summary = "calls Terminate from inside the calculation, which fails then",
+            .startup = {context, load, initialize},
+            .reconnects = false,
+            .calculatesOnWorker = false,
+            .terminates = true,
+            .reentrantCalls = terminateCall},
+    Profile{.name = "reentrant-release",
+            .summary = "releases the unit from inside the calculation, and reads nothing from it afterwards",
+            .startup = {context, load, initialize},
+            .reconnects = false,
+            .calculatesOnWorker = false,
+            .terminates = true,
+            .reentrantCalls = releaseCall},
 };
 
 /// Null where there is none of that name.

@@ -47,10 +47,11 @@ bool readScalar(const StreamState& state, Place place, const StreamProperty& pro
 
 } // namespace
 
-bool makeStreams(const Case& flowsheet, std::vector<Stream>& streams, std::string& error) {
+bool makeStreams(const Case& flowsheet, std::shared_ptr<const MaterialHabits> habits,
+                 std::vector<Stream>& streams, std::string& error) {
     const auto package = std::make_shared<const PropertyPackage>(flowsheet.compounds);
     const auto add = [&](const std::string& name) -> StreamState& {
-        auto state = std::make_shared<StreamState>(package);
+        auto state = std::make_shared<StreamState>(package, habits);
         streams.push_back({name, state, createMaterial(flowsheet.generation, state, widen(name, CP_UTF8))});
         return *state;
     };

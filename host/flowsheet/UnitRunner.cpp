@@ -1,6 +1,7 @@
 #include "UnitRunner.h"
 
 #include "ParameterCalls.h"
+#include "Reentry.h"
 #include "Streams.h"
 #include "UnitCalls.h"
 #include "UnitSession.h"
@@ -9,15 +10,16 @@
 #include "results/Warnings.h"
 
 #include <algorithm>
+#include <deque>
 #include <memory>
 
 namespace solvane::host {
 
 namespace {
 
-/// Everything from the connected ports to the reports, on the unit or its proxy.
-bool runUnit(ICapeUnit* unit, const std::vector<Connection>& connections, bool reconnects,
-             UnitResult& results, std::string& error) {
+/// Everything from the connected ports to the reports, on the unit of the session or its proxy.
+bool runUnit(ICapeUnit* unit, const UnitSession& session, const std::vector<Connection>& connections,
+             bool reconnects, Reentry& reentry, UnitResult& results, std::string& error) {
     const auto around = [&](auto&& call) {
         return (!reconnects ||
                 (disconnectPorts(unit, connections, error) && connectPorts(unit, connections, error))) &&
@@ -25,7 +27,14 @@ bool runUnit(ICapeUnit* unit, const std::vector<Connection>& connections, bool r
     };
     if (!connectPorts(unit, connections, error) || !around([&] { return validate(unit, error); }))
         return false;
-    const bool calculated = around([&] { return calculate(unit, error); });
+    const bool calculated = around([&] {
+        reentry.begin();
+        const bool succeeded = calculate(unit, error);
+        reentry.end();
+        return succeeded;
+    });
+    if (!session.unit())
+        return calculated;
     // A unit that failed to calculate may still tell why in its reports.
     std::string laterError;
     const bool read = around([&] { return readParameters(unit, results.parameters, laterError); }) &&
@@ -42,10 +51,12 @@ public:
     Flowsheet(const Case& flowsheet, RunResults& results) : case_(flowsheet), results_(results) {}
 
     bool start(const RunLog& log, std::string& error) {
-        if (!makeStreams(case_, streams_, error))
+        habits_->rules = case_.profile.materials;
+        if (!makeStreams(case_, habits_, streams_, error))
             return false;
         for (const UnitCase& unit : case_.units) {
-            const LogSink sink = [&log, &unit](std::string_view line) { log(unit.name, line); };
+            const LogSink& sink =
+                sinks_.emplace_back([&log, &unit](std::string_view line) { log(unit.name, line); });
             sessions_.push_back(std::make_unique<UnitSession>(unit, case_.profile));
             if (!sessions_.back()->start(sink, error)) {
                 results_.fault = sessions_.back()->fault();
@@ -60,7 +71,7 @@ public:
             if (!readStream(streamOf(feed.name), results_.streams.emplace_back(), error))
                 return false;
         for (std::size_t i = 0; i < case_.units.size(); ++i)
-            if (!runOne(case_.units[i], sessions_[i]->unit(), error))
+            if (!runOne(case_.units[i], *sessions_[i], sinks_[i], error))
                 return failed(case_.units[i], error);
         return true;
     }
@@ -70,19 +81,23 @@ private:
         return *std::ranges::find(streams_, name, &Stream::name);
     }
 
-    bool runOne(const UnitCase& unitCase, ICapeUnit* unit, std::string& error) {
+    bool runOne(const UnitCase& unitCase, UnitSession& session, const LogSink& log, std::string& error) {
         std::vector<Connection> connections;
         for (const auto* ports : {&unitCase.feeds, &unitCase.products})
             for (const PortConnection& one : *ports)
                 connections.push_back({one.port, streamOf(one.stream).material});
+        Reentry reentry(session, case_.profile.reentrantCalls, log);
         UnitResult& result = results_.units.emplace_back();
         result.name = unitCase.name;
         const auto task = [&](ICapeUnit* called, const std::vector<Connection>& ports,
                               std::string& taskError) {
-            return runUnit(called, ports, case_.profile.reconnects, result, taskError);
+            return runUnit(called, session, ports, case_.profile.reconnects, reentry, result, taskError);
         };
-        const bool ran = case_.profile.calculatesOnWorker ? runOnWorker(unit, connections, task, error)
-                                                          : task(unit, connections, error);
+        habits_->onCall = [&reentry] { reentry.onMaterialCall(); };
+        const bool ran = case_.profile.calculatesOnWorker
+                             ? runOnWorker(session.unit(), connections, task, error)
+                             : task(session.unit(), connections, error);
+        habits_->onCall = nullptr;
         if (!ran || !std::ranges::all_of(unitCase.products, [&](const PortConnection& product) {
                 return readStream(streamOf(product.stream), results_.streams.emplace_back(), error);
             }))
@@ -113,7 +128,9 @@ private:
 
     const Case& case_;
     RunResults& results_;
+    std::shared_ptr<MaterialHabits> habits_ = std::make_shared<MaterialHabits>();
     std::vector<Stream> streams_;
+    std::deque<LogSink> sinks_; ///< by unit
     std::vector<std::unique_ptr<UnitSession>> sessions_;
 };
 

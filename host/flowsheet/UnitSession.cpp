@@ -58,6 +58,15 @@ bool UnitSession::start(const LogSink& log, std::string& error) {
     return setParameters(unit_.get(), case_.parameters, error);
 }
 
+bool UnitSession::terminate(std::string& error) {
+    return checked("Terminate", utilities_->Terminate(), error);
+}
+
+void UnitSession::release() {
+    utilities_.reset();
+    unit_.reset();
+}
+
 bool UnitSession::create(std::string& error) {
     CLSID classId{};
     HRESULT result = CLSIDFromString(widen(case_.progId, CP_UTF8).c_str(), &classId);

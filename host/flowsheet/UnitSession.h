@@ -24,7 +24,12 @@ public:
     /// Of a failed `start`.
     Fault fault() const { return fault_; }
 
+    /// Null after a release.
     ICapeUnit* unit() const { return unit_.get(); }
+
+    bool terminate(std::string& error);
+    /// Gives up all references of the host.
+    void release();
 
 private:
     bool create(std::string& error);

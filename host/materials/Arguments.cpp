@@ -37,9 +37,9 @@ bool readNames(const VARIANT& argument, std::wstring_view what, std::vector<std:
     return true;
 }
 
-bool readValues(const VARIANT& argument, std::wstring_view what, std::vector<double>& values,
-                Failure& failure) {
-    if (argument.vt == VT_R8) {
+bool readValues(const VARIANT& argument, std::wstring_view what, const MaterialRules& rules,
+                std::vector<double>& values, Failure& failure) {
+    if (argument.vt == VT_R8 && !rules.strict) {
         values = {argument.dblVal};
         return true;
     }
@@ -56,7 +56,13 @@ bool readProperty(std::wstring_view name, const StreamProperty*& property, Failu
                             L"The property \"" + std::wstring(name) + L"\" is not available");
 }
 
-bool checkBasis(BSTR basis, Failure& failure) {
+bool checkBasis(BSTR basis, const StreamProperty& property, const MaterialRules& rules, Failure& failure) {
+    const std::wstring_view expected = property.hasBasis() ? L"mole" : L"";
+    // Which pure properties have one is not settled among hosts.
+    if (rules.strict && !property.isPure() && compareNoCase(viewOf(basis), expected) != 0)
+        return fail(failure, ECapeInvalidArgumentHR,
+                    property.name + (property.hasBasis() ? L" needs the basis \"mole\"" : L" has no basis") +
+                        L"; the call gives \"" + std::wstring(viewOf(basis)) + L"\"");
     const auto isSpeltSo = [&](std::wstring_view name) { return compareNoCase(viewOf(basis), name) == 0; };
     return std::ranges::any_of(moleBases, isSpeltSo) ||
            fail(failure, ECapeNoImplHR,

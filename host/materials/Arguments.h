@@ -16,15 +16,16 @@ namespace solvane::host {
 bool readNames(const VARIANT& argument, std::wstring_view what, std::vector<std::wstring>& names,
                Failure& failure);
 
-/// An array of double precision values, or one such value.
-bool readValues(const VARIANT& argument, std::wstring_view what, std::vector<double>& values,
-                Failure& failure);
+/// An array of double precision values, or one such value where the rules are not strict.
+bool readValues(const VARIANT& argument, std::wstring_view what, const MaterialRules& rules,
+                std::vector<double>& values, Failure& failure);
 
 /// Fails for a name that no property has, derivatives included.
 bool readProperty(std::wstring_view name, const StreamProperty*& property, Failure& failure);
 
-/// Only the mole basis is served: "mole", "molar" in any case of letters, or none.
-bool checkBasis(BSTR basis, Failure& failure);
+/// Only the mole basis is served: "mole", "molar" in any case of letters, or none. By strict rules, "mole"
+/// for what has a basis and none for what has not.
+bool checkBasis(BSTR basis, const StreamProperty& property, const MaterialRules& rules, Failure& failure);
 
 /// The label of a phase, in any case of letters.
 bool readPhase(std::wstring_view label, Place& phase, Failure& failure);

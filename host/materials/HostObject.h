@@ -2,6 +2,7 @@
 
 #include "CapeOpen.h"
 #include "Failure.h"
+#include "MaterialHabits.h"
 #include "com/Dispatch.h"
 #include "com/Object.h"
 
@@ -37,10 +38,18 @@ public:
     STDMETHODIMP put_ComponentDescription(BSTR description) override;
 
 protected:
+    /// Comes before each operation that can fail.
+    virtual void onCall() {}
+    static void callBack(const MaterialHabits& habits) {
+        if (habits.onCall)
+            habits.onCall();
+    }
+
     /// The frame of every operation that can fail: `body(failure)` is true, or false with the failure.
     template <class Body>
     HRESULT call(const wchar_t* interfaceName, const wchar_t* operation, Body&& body) {
         return border([&]() -> HRESULT {
+            onCall();
             Failure failure;
             return body(failure) ? S_OK : keep(std::move(failure), interfaceName, operation);
         });

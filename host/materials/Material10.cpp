@@ -107,7 +107,7 @@ STDMETHODIMP Material10::get_PhaseIds(VARIANT* phaseIds) {
         if (!prepareResult(phaseIds))
             return E_POINTER;
         std::vector<std::wstring> labels{std::wstring(placeLabel(Place::overall))};
-        for (const Place phase : phasePlaces)
+        for (const Place phase : state_->phases())
             if (state_->isPresent(phase))
                 labels.emplace_back(placeLabel(phase));
         *phaseIds = VariantArray::of(std::span<const std::wstring>(labels)).release();
@@ -126,7 +126,8 @@ STDMETHODIMP Material10::GetProp(BSTR property, BSTR phase, VARIANT compIds, BST
         std::vector<double> values;
         if (!readProperty(viewOf(property), asked, failure) || !readPlace(viewOf(phase), place, failure) ||
             !readCompounds(compIds, *state_->package(), compounds, failure) ||
-            !checkCalcType(calcType, *asked, failure) || !checkBasis(basis, failure) ||
+            !checkCalcType(calcType, *asked, failure) ||
+            !checkBasis(basis, *asked, state_->habits().rules, failure) ||
             !state_->get(place, *asked, values, failure))
             return false;
         if (asked->shape == ValueShape::perCompound) {
@@ -149,8 +150,9 @@ STDMETHODIMP Material10::SetProp(BSTR property, BSTR phase, VARIANT compIds, BST
         std::vector<double> numbers;
         if (!readProperty(viewOf(property), given, failure) || !readPlace(viewOf(phase), place, failure) ||
             !readCompounds(compIds, *state_->package(), compounds, failure) ||
-            !checkCalcType(calcType, *given, failure) || !checkBasis(basis, failure) ||
-            !readValues(values, given->name, numbers, failure))
+            !checkCalcType(calcType, *given, failure) ||
+            !checkBasis(basis, *given, state_->habits().rules, failure) ||
+            !readValues(values, given->name, state_->habits().rules, numbers, failure))
             return false;
         if (given->shape == ValueShape::perCompound) {
             if (compounds.size() != state_->compoundCount() || numbers.size() != compounds.size())
@@ -206,7 +208,7 @@ STDMETHODIMP Material10::CalcEquilibrium(BSTR flashType, VARIANT props) {
         if (!state_->flash(specificationOf(type->first), specificationOf(type->second), failure))
             return false;
         std::vector<Place> present;
-        std::ranges::copy_if(phasePlaces, std::back_inserter(present),
+        std::ranges::copy_if(state_->phases(), std::back_inserter(present),
                              [&](Place phase) { return state_->isPresent(phase); });
         return calculate(properties, present, nullptr, failure);
     });
@@ -228,7 +230,7 @@ STDMETHODIMP Material10::CreateMaterialObject(IDispatch** materialObject) {
     return border([&]() -> HRESULT {
         if (!prepareResult(materialObject))
             return E_POINTER;
-        *materialObject = create(std::make_shared<StreamState>(state_->package()), componentName).release();
+        *materialObject = create(state_->another(), componentName).release();
         return S_OK;
     });
 }

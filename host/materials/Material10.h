@@ -34,6 +34,7 @@ public:
     STDMETHODIMP GetNumComponents(LONG* numComp) override;
 
 private:
+    void onCall() override { callBack(state_->habits()); }
     bool calculate(const std::vector<std::wstring>& properties, std::span<const Place> places, BSTR calcType,
                    Failure& failure);
 

@@ -3,6 +3,8 @@
 #include "Arguments.h"
 #include "com/Text.h"
 
+#include <algorithm>
+
 namespace solvane::host {
 
 namespace {
@@ -37,10 +39,26 @@ std::span<const InterfaceEntry> Material11::interfaceTable() {
     return table;
 }
 
+bool Material11::readOwnPhase(BSTR label, Place& phase, Failure& failure) const {
+    return readPhase(viewOf(label), phase, failure) &&
+           (!state_->habits().rules.strict || state_->isPresent(phase) ||
+            fail(failure, ECapeInvalidArgumentHR,
+                 L"The phase " + std::wstring(placeLabel(phase)) +
+                     L" is not present; SetPresentPhases or a flash that finds it comes first"));
+}
+
+bool Material11::readOwnPhasePair(const VARIANT& labels, Place& both, Failure& failure) const {
+    Place phase{};
+    return readPhasePair(labels, both, failure) && std::ranges::all_of(phasePlaces, [&](Place one) {
+               return readOwnPhase(Bstr(placeLabel(one)).get(), phase, failure);
+           });
+}
+
 bool Material11::getValues(Place place, BSTR property, BSTR basis, VARIANT* results, Failure& failure) const {
     const StreamProperty* asked = nullptr;
     std::vector<double> values;
-    if (!readProperty(viewOf(property), asked, failure) || !checkBasis(basis, failure) ||
+    if (!readProperty(viewOf(property), asked, failure) ||
+        !checkBasis(basis, *asked, state_->habits().rules, failure) ||
         !state_->get(place, *asked, values, failure))
         return false;
     replace(results, VariantArray::of(values));
@@ -50,8 +68,10 @@ bool Material11::getValues(Place place, BSTR property, BSTR basis, VARIANT* resu
 bool Material11::setValues(Place place, BSTR property, BSTR basis, const VARIANT& values, Failure& failure) {
     const StreamProperty* given = nullptr;
     std::vector<double> numbers;
-    return readProperty(viewOf(property), given, failure) && checkBasis(basis, failure) &&
-           readValues(values, given->name, numbers, failure) && state_->set(place, *given, numbers, failure);
+    const MaterialRules& rules = state_->habits().rules;
+    return readProperty(viewOf(property), given, failure) && checkBasis(basis, *given, rules, failure) &&
+           readValues(values, given->name, rules, numbers, failure) &&
+           state_->set(place, *given, numbers, failure);
 }
 
 STDMETHODIMP Material11::ClearAllProps() {
@@ -78,7 +98,7 @@ STDMETHODIMP Material11::CreateMaterial(IDispatch** materialObject) {
     return border([&]() -> HRESULT {
         if (!prepareResult(materialObject))
             return E_POINTER;
-        *materialObject = create(std::make_shared<StreamState>(state_->package()), componentName).release();
+        *materialObject = create(state_->another(), componentName).release();
         return S_OK;
     });
 }
@@ -96,7 +116,7 @@ STDMETHODIMP Material11::GetSinglePhaseProp(BSTR property, BSTR phaseLabel, BSTR
         return E_POINTER;
     return call(materialInterface, L"GetSinglePhaseProp", [&](Failure& failure) {
         Place phase{};
-        return readPhase(viewOf(phaseLabel), phase, failure) &&
+        return readOwnPhase(phaseLabel, phase, failure) &&
                getValues(phase, property, basis, results, failure);
     });
 }
@@ -110,8 +130,7 @@ STDMETHODIMP Material11::SetOverallProp(BSTR property, BSTR basis, VARIANT value
 STDMETHODIMP Material11::SetSinglePhaseProp(BSTR property, BSTR phaseLabel, BSTR basis, VARIANT values) {
     return call(materialInterface, L"SetSinglePhaseProp", [&](Failure& failure) {
         Place phase{};
-        return readPhase(viewOf(phaseLabel), phase, failure) &&
-               setValues(phase, property, basis, values, failure);
+        return readOwnPhase(phaseLabel, phase, failure) && setValues(phase, property, basis, values, failure);
     });
 }
 
@@ -142,7 +161,7 @@ STDMETHODIMP Material11::GetTPFraction(BSTR phaseLabel, double* temperature, dou
         return E_POINTER;
     return call(materialInterface, L"GetTPFraction", [&](Failure& failure) {
         Place phase{};
-        return readPhase(viewOf(phaseLabel), phase, failure) &&
+        return readOwnPhase(phaseLabel, phase, failure) &&
                getTPFraction(phase, temperature, pressure, composition, failure);
     });
 }
@@ -153,7 +172,7 @@ STDMETHODIMP Material11::GetPresentPhases(VARIANT* phaseLabels, VARIANT* phaseSt
     return border([&]() -> HRESULT {
         std::vector<std::wstring> labels;
         std::vector<LONG> statuses;
-        for (const Place phase : phasePlaces) {
+        for (const Place phase : state_->phases()) {
             if (!state_->isPresent(phase))
                 continue;
             labels.emplace_back(placeLabel(phase));
@@ -197,7 +216,7 @@ STDMETHODIMP Material11::GetTwoPhaseProp(BSTR property, VARIANT phaseLabels, BST
         return E_POINTER;
     return call(materialInterface, L"GetTwoPhaseProp", [&](Failure& failure) {
         Place both{};
-        return readPhasePair(phaseLabels, both, failure) &&
+        return readOwnPhasePair(phaseLabels, both, failure) &&
                getValues(both, property, basis, results, failure);
     });
 }
@@ -235,7 +254,7 @@ STDMETHODIMP Material11::GetPhaseList(VARIANT* phaseLabels, VARIANT* stateOfAggr
         return E_POINTER;
     return border([&]() -> HRESULT {
         std::vector<std::wstring> labels;
-        for (const Place phase : phasePlaces)
+        for (const Place phase : state_->phases())
             labels.emplace_back(placeLabel(phase));
         // The phases are called after their states of aggregation, and no compound tells them apart.
         replace(phaseLabels, VariantArray::of(std::span<const std::wstring>(labels)));

@@ -80,6 +80,10 @@ public:
     StreamState& STDMETHODCALLTYPE stream() override { return *state_; }
 
 private:
+    void onCall() override { callBack(state_->habits()); }
+    /// The label of a phase, which strict rules want present.
+    bool readOwnPhase(BSTR label, Place& phase, Failure& failure) const;
+    bool readOwnPhasePair(const VARIANT& labels, Place& both, Failure& failure) const;
     bool getValues(Place place, BSTR property, BSTR basis, VARIANT* results, Failure& failure) const;
     bool setValues(Place place, BSTR property, BSTR basis, const VARIANT& values, Failure& failure);
     bool calculate(const VARIANT& props, Place place, Failure& failure);

@@ -108,14 +108,14 @@ bool Material11::calculate(const VARIANT& props, Place place, Failure& failure) 
 STDMETHODIMP Material11::CalcSinglePhaseProp(VARIANT props, BSTR phaseLabel) {
     return call(propertyInterface, L"CalcSinglePhaseProp", [&](Failure& failure) {
         Place phase{};
-        return readPhase(viewOf(phaseLabel), phase, failure) && calculate(props, phase, failure);
+        return readOwnPhase(phaseLabel, phase, failure) && calculate(props, phase, failure);
     });
 }
 
 STDMETHODIMP Material11::CalcTwoPhaseProp(VARIANT props, VARIANT phaseLabels) {
     return call(propertyInterface, L"CalcTwoPhaseProp", [&](Failure& failure) {
         Place both{};
-        return readPhasePair(phaseLabels, both, failure) && calculate(props, both, failure);
+        return readOwnPhasePair(phaseLabels, both, failure) && calculate(props, both, failure);
     });
 }
 
@@ -167,7 +167,7 @@ STDMETHODIMP Material11::CalcAndGetLnPhi(BSTR phaseLabel, double temperature, do
         Place phase{};
         std::vector<double> moles, values;
         if (!readPhase(viewOf(phaseLabel), phase, failure) ||
-            !readValues(moleNumbers, L"mole numbers", moles, failure))
+            !readValues(moleNumbers, L"mole numbers", state_->habits().rules, moles, failure))
             return false;
         const double total = std::reduce(moles.begin(), moles.end());
         if (!(total > 0))

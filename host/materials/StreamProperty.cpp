@@ -155,6 +155,13 @@ const StreamProperty& enthalpyProperty = named(L"enthalpy");
 const StreamProperty& enthalpyFProperty = named(L"enthalpyF");
 const StreamProperty& logFugacityCoefficientProperty = named(L"logFugacityCoefficient");
 
+bool StreamProperty::hasBasis() const {
+    if (const auto* ofPhase = std::get_if<PhaseRequest>(&request))
+        return ofPhase->property->molar || ofPhase->property->property == PhaseProperty::density;
+    return std::holds_alternative<std::monostate>(request) && this != &temperatureProperty &&
+           this != &pressureProperty;
+}
+
 std::span<const StreamProperty> streamProperties() {
     return properties;
 }

@@ -38,6 +38,8 @@ struct StreamProperty {
     std::optional<FlashVariable> flashVariable;
 
     bool isPure() const { return std::holds_alternative<PureRequest>(request); }
+    /// Whether values count for an amount, so that they have a basis.
+    bool hasBasis() const;
 };
 
 std::span<const StreamProperty> streamProperties();

@@ -4,6 +4,7 @@
 #include "com/Text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace solvane::host {
@@ -51,10 +52,20 @@ bool notAvailable(Failure& failure, Place place, const StreamProperty& property)
                 describe(place, property) + L" is neither set nor calculated");
 }
 
-StreamState::StreamState(std::shared_ptr<const PropertyPackage> package) : package_(std::move(package)) {}
+StreamState::StreamState(std::shared_ptr<const PropertyPackage> package,
+                         std::shared_ptr<const MaterialHabits> habits)
+    : package_(std::move(package)), habits_(std::move(habits)) {
+    clear();
+}
 
 void StreamState::clear() {
     records_ = {};
+    for (const Place phase : phasePlaces)
+        at(phase).present = !habits_->rules.strict;
+}
+
+std::array<Place, 2> StreamState::phases() const {
+    return habits_->rules.liquidFirst ? std::array{Place::liquid, Place::vapor} : phasePlaces;
 }
 
 void StreamState::clearCalculated() {
@@ -119,6 +130,10 @@ bool StreamState::set(Place place, const StreamProperty& property, std::span<con
                                                 L"phase fraction");
     if (&property == &flowProperty)
         return setFlows(values, failure);
+    if (&property == &fractionProperty && habits_->rules.strict)
+        if (const double sum = std::reduce(values.begin(), values.end()); !(std::abs(sum - 1) <= 1e-6))
+            return fail(failure, ECapeInvalidArgumentHR,
+                        describe(place, property) + L" sums to " + std::to_wstring(sum) + L", not to 1");
 
     // What was calculated for another state is not true of the new one.
     if (&property == &temperatureProperty || &property == &pressureProperty ||

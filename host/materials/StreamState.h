@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Failure.h"
+#include "MaterialHabits.h"
 #include "StreamProperty.h"
 
 #include <array>
@@ -16,7 +17,7 @@ namespace solvane::host {
 /// What a value of a stream belongs to: the stream, one of its phases, or two of them in this order.
 enum class Place { overall, vapor, liquid, vaporLiquid, liquidVapor };
 
-/// The phases that the property package can form, in the order in which materials list them.
+/// The phases that the property package can form.
 inline constexpr std::array phasePlaces{Place::vapor, Place::liquid};
 
 bool isPhase(Place place);
@@ -50,8 +51,15 @@ struct FlashSpecification {
 /// fractions, J/mol. Values stay until they are replaced, cleared, or made untrue by another value.
 class StreamState {
 public:
-    /// All phases present with an unknown status, and no values.
-    explicit StreamState(std::shared_ptr<const PropertyPackage> package);
+    /// No values, and all phases present with an unknown status; by strict rules no phase.
+    explicit StreamState(std::shared_ptr<const PropertyPackage> package,
+                         std::shared_ptr<const MaterialHabits> habits = std::make_shared<MaterialHabits>());
+    /// A new stream of the same flowsheet.
+    std::shared_ptr<StreamState> another() const { return std::make_shared<StreamState>(package_, habits_); }
+
+    const MaterialHabits& habits() const { return *habits_; }
+    /// The phases in the order in which the materials list them.
+    std::array<Place, 2> phases() const;
 
     const std::shared_ptr<const PropertyPackage>& package() const { return package_; }
     std::size_t compoundCount() const { return package_->compounds().size(); }
@@ -65,7 +73,8 @@ public:
     /// that has none of its own follow from the stream's.
     bool get(Place place, const StreamProperty& property, std::vector<double>& values,
              Failure& failure) const;
-    /// Fails for a wrong count of values, for two phases, and for flows of a phase. Setting the compounds'
+    /// Fails for a wrong count of values, for two phases, and for flows of a phase; by strict rules also for
+    /// fractions that do not sum to 1. Setting the compounds'
     /// flows sets total flow and composition.
     bool set(Place place, const StreamProperty& property, std::span<const double> values, Failure& failure);
 
@@ -120,6 +129,7 @@ private:
     void store(const Equilibrium& equilibrium, std::span<const FlashSpecification> specifications);
 
     std::shared_ptr<const PropertyPackage> package_;
+    std::shared_ptr<const MaterialHabits> habits_;
     std::array<Record, 5> records_; ///< by Place
 };
 

@@ -157,6 +157,12 @@ if (! isequal ({result.warnings.subject}, {'stream Vapor', 'stream Liquid', 'par
   error ('the warnings are %s', jsonencode (result.warnings));
 end
 
+% A strict material has no phase before a flash, and its refusal says what to do.
+write (file ('strict.json'), strrep (written_text, '"script": "drum.m"', ...
+  '"script": ["getSinglePhaseProperty(''volume'', ''Vapor'', 300, 1e5, [1 0 0 0 0]);"]'));
+refuse (1, ['Failed to set temperature on material: The phase Vapor is not present; SetPresentPhases or a flash ' ...
+            'that finds it comes first'], 'run', file ('strict.json'), '--profile', 'strict');
+
 % What a script asks of the materials of both generations.
 copyfile (fullfile (fileparts (mfilename ('fullpath')), 'MaterialAnswers.m'), folder);
 write (file ('answers.json'), ['{"compounds": ["n-pentane", "carbon dioxide", "nitrogen"], "feeds": [{"name": "F",' ...

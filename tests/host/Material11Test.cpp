@@ -189,6 +189,33 @@ TEST_F(Material11, listsItsCompoundsAndPhases) {
     EXPECT_EQ(textsOf(keys).size(), 2u);
 }
 
+TEST_F(Material11, byStrictRulesGivesPropertiesOfPresentPhasesOnly) {
+    MaterialCalls strict(Generation::v11, newState(gasNames, {.strict = true}));
+    const auto refused = [&](HRESULT result) {
+        EXPECT_EQ(result, HRESULT(ECapeInvalidArgumentHR));
+        EXPECT_NE(failureOf(strict.object()).description.find(L"is not present; SetPresentPhases"),
+                  std::wstring::npos);
+    };
+    refused(strict.set(L"temperature", {300}, L"Vapor")); // nothing is stated of a new material
+    ASSERT_EQ(strict.flash(500, 1e5), S_OK);              // all of it vapour
+    EXPECT_EQ(strict.set(L"temperature", {510}, L"Vapor"), S_OK);
+    refused(strict.set(L"temperature", {510}, L"Liquid"));
+    refused(strict.calculate(L"density", L"Liquid"));
+    std::vector<double> values;
+    refused(strict.get(L"fraction", values, L"Liquid"));
+    refused(strict.as<ICapeThermoPropertyRoutine>()->CalcTwoPhaseProp(texts({L"kvalue"}).get(),
+                                                                      texts({L"Vapor", L"Liquid"}).get()));
+}
+
+TEST_F(Material11, listsTheLiquidFirstWhereItsHostDoes) {
+    MaterialCalls other(Generation::v11, newState(gasNames, {.liquidFirst = true}));
+    Variant labels, states, keys;
+    ASSERT_EQ(other.as<ICapeThermoPhases>()->GetPhaseList(labels.put(), states.put(), keys.put()), S_OK);
+    EXPECT_EQ(textsOf(labels), (std::vector<std::wstring>{L"Liquid", L"Vapor"}));
+    ASSERT_EQ(other.flash(), S_OK);
+    EXPECT_EQ(other.presentPhases(), (std::vector<std::wstring>{L"Liquid", L"Vapor"}));
+}
+
 TEST_F(Material11, replacesWhatAnInOutArgumentHeld) {
     ASSERT_EQ(calls.set(L"temperature", {300}), S_OK);
     const Bstr temperature(L"temperature");

@@ -21,11 +21,12 @@ bool hasBasis(std::wstring_view property) {
 
 } // namespace
 
-std::shared_ptr<StreamState> newState(const std::vector<std::string>& names) {
+std::shared_ptr<StreamState> newState(const std::vector<std::string>& names, MaterialRules rules) {
     std::vector<const Compound*> compounds;
     for (const std::string& name : names)
         compounds.push_back(findCompound(name));
-    return std::make_shared<StreamState>(std::make_shared<const PropertyPackage>(compounds));
+    return std::make_shared<StreamState>(std::make_shared<const PropertyPackage>(compounds),
+                                         std::make_shared<MaterialHabits>(MaterialHabits{.rules = rules}));
 }
 
 Variant reals(std::vector<double> values) {

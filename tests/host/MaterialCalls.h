@@ -17,7 +17,8 @@ namespace solvane::host {
 inline const std::vector<std::string> gasNames{"methane", "ethane", "propane", "n-butane", "n-pentane"};
 inline const std::vector<double> gasFractions{0.50, 0.20, 0.15, 0.10, 0.05};
 
-std::shared_ptr<StreamState> newState(const std::vector<std::string>& names = gasNames);
+std::shared_ptr<StreamState> newState(const std::vector<std::string>& names = gasNames,
+                                      MaterialRules rules = {});
 
 /// VT_ARRAY of doubles or strings.
 Variant reals(std::vector<double> values);

@@ -104,6 +104,32 @@ TEST_P(BothGenerations, aFailedFlashLeavesTheStreamAsItWas) {
     EXPECT_EQ(material.scalar(L"phaseFraction", L"Vapor"), vaporFraction);
 }
 
+TEST_P(BothGenerations, byStrictRulesTakeOnlyWhatTheStandardAllows) {
+    MaterialCalls strict(GetParam(), newState(gasNames, {.strict = true}));
+    EXPECT_EQ(strict.set(L"fraction", {0.5, 0.2, 0.1, 0.1, 0}), HRESULT(ECapeInvalidArgumentHR));
+    EXPECT_NE(failureOf(strict.object()).description.find(L"not to 1"), std::wstring::npos);
+    ASSERT_EQ(strict.flash(500, 1e5), S_OK);
+    EXPECT_EQ(strict.calculate(L"density", L"Vapor"), S_OK);
+    EXPECT_EQ(strict.scalar(L"temperature"), 500);
+    const Bstr temperature(L"temperature"), density(L"density"), vapor(L"Vapor"), overall(L"overall"),
+        mole(L"mole");
+    Variant answer;
+    if (GetParam() == Generation::v10) {
+        const auto own = strict.as<ICapeThermoMaterialObject>();
+        EXPECT_EQ(own->GetProp(density.get(), vapor.get(), VARIANT{}, nullptr, nullptr, answer.put()),
+                  HRESULT(ECapeInvalidArgumentHR));
+        EXPECT_EQ(
+            own->SetProp(temperature.get(), overall.get(), VARIANT{}, nullptr, nullptr, Variant(300.0).get()),
+            HRESULT(ECapeInvalidArgumentHR));
+    } else {
+        const auto own = strict.as<ICapeThermoMaterial>();
+        EXPECT_EQ(own->GetOverallProp(temperature.get(), mole.get(), answer.put()),
+                  HRESULT(ECapeInvalidArgumentHR));
+        EXPECT_EQ(own->SetOverallProp(temperature.get(), nullptr, Variant(300.0).get()),
+                  HRESULT(ECapeInvalidArgumentHR));
+    }
+}
+
 // A host compares what it stated with what the stream reports.
 TEST(Material, keepsTheConditionsOfItsFlashToTheLastDigit) {
     struct Condition {

@@ -89,12 +89,18 @@ TEST_F(UnitRuns, callTheUnitInTheProfilesOrder) {
                          "Disconnect Disconnect Connect Connect "
                          "Disconnect Disconnect Connect Connect "
                          "Disconnect Disconnect Terminate"},
+        {"reentrant", "context Load Initialize Connect Connect Validate Calculate Validate Calculate "
+                      "Disconnect Disconnect Terminate"},
+        {"reentrant-terminate", "context Load Initialize Connect Connect Validate Calculate Terminate "
+                                "Disconnect Disconnect Terminate"},
+        {"reentrant-release", "context Load Initialize Connect Connect Validate Calculate"},
     };
     for (const Row& row : rows) {
         unitLog().calls.clear();
         EXPECT_TRUE(run(row.profile)) << error;
         EXPECT_EQ(calls(), row.calls) << row.profile;
     }
+    EXPECT_NE(log.find("Mixer: Release in a material call: done"), std::string::npos) << log;
 }
 
 TEST_F(UnitRuns, fromAWorkerThreadReachTheUnitOnItsOwn) {

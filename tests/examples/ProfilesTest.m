@@ -1,0 +1,58 @@
+% The examples under every profile of the host: results equal to those of the standard one, to the last digit but where
+% phases come in another order.
+%   octave-cli ProfilesTest.m WINE SOLVANEHOST EXAMPLES
+1;
+
+function [result, text] = run (program, example, generation, profile)
+  file = [tempname() '.json'];
+  [code, text] = system (sprintf ('%s %s run %s --generation %s --profile %s --json %s </dev/null 2>&1', program{:}, ...
+                                  example, generation, profile, file));
+  result = [];
+  if (code == 0)
+    result = jsondecode (fileread (file));
+    delete (file);
+  end
+end
+
+function list = numbers (value)
+  % All numbers in a result, in a column.
+  if (isstruct (value))
+    list = cellfun (@numbers, struct2cell (value(:)), 'UniformOutput', false);
+    list = vertcat (list{:});
+  elseif (isnumeric (value))
+    list = value(:);
+  else
+    list = [];
+  end
+end
+
+function yes = is_equal (result, expected, same_order)
+  if (same_order)
+    yes = isequal (result, expected);
+  else
+    difference = numbers (result) - numbers (expected);
+    yes = all (abs (difference) <= 1e-9 * max (1, abs (numbers (expected))));
+  end
+end
+
+program = argv ()(1:2);
+profiles = {'ui-thread-and-worker', true; 'early', true; 'reconnecting', true; 'strict', true; 'liquid-first', false};
+count = 0;
+for folder = glob (fullfile (argv (){3}, '*'))'
+  for generation = {'1.1', '1.0'}
+    example = fullfile (folder{1}, 'case.json');
+    [expected, text] = run (program, example, generation{1}, 'standard');
+    if (isempty (expected))
+      error ('%s, generation %s fails:\n%s', example, generation{1}, text);
+    end
+    for profile = profiles'
+      [result, text] = run (program, example, generation{1}, profile{1});
+      if (isempty (result) || ! is_equal (result, expected, profile{2}))
+        error ('%s, generation %s, profile %s differs from standard:\n%s', example, generation{1}, profile{1}, text);
+      end
+      ++count;
+    end
+  end
+end
+assert (count > 0);
+printf ('%d runs as under the standard profile\n', count);
