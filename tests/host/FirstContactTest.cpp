@@ -86,9 +86,15 @@ protected:
     }
     static Outcome doctor() { return Program(hostProgram + L" doctor").wait(); }
 
-    /// What units have put into a temporary folder and left there, the gateway's folder aside.
+    /// What units have put into a temporary folder and left there, the gateway's folder aside. An engine ends
+    /// a moment after its client, and its folder with it.
     static std::vector<std::wstring> leftIn(const std::wstring& place) {
+        const auto isEngines = [](const std::wstring& name) { return name.starts_with(L"SolvaneOctave"); };
         std::vector<std::wstring> names = namesIn(place);
+        for (int tries = 0; tries < 50 && std::ranges::any_of(names, isEngines); ++tries) {
+            Sleep(100);
+            names = namesIn(place);
+        }
         std::erase_if(names, [](const std::wstring& name) { return name.starts_with(L"SolvaneUnitMEX"); });
         return names;
     }
