@@ -23,7 +23,8 @@ struct Profile {
     bool calculatesOnWorker;            ///< on a thread of the multi-threaded apartment, through proxies
     bool terminates;                    ///< calls Terminate before it releases the unit
     MaterialRules materials{};
-    std::span<const ReentrantCall> reentrantCalls{}; ///< in a material call, and again while it paints
+    std::span<const ReentrantCall> reentrantCalls{}; ///< in the first material call
+    bool reentersWhilePainting = false;              ///< also, or instead where that comes first
 };
 
 using enum StartupStep;
@@ -81,21 +82,24 @@ inline constexpr std::array profiles{
             .reconnects = false,
             .calculatesOnWorker = false,
             .terminates = true,
-            .reentrantCalls = harmlessCalls},
+            .reentrantCalls = harmlessCalls,
+            .reentersWhilePainting = true},
     Profile{.name = "reentrant-terminate",
-            .summary = "calls Terminate from inside the calculation, which fails then",
+            .summary = "calls Terminate from inside a material call; the calculation fails then",
             .startup = {context, load, initialize},
             .reconnects = false,
             .calculatesOnWorker = false,
             .terminates = true,
             .reentrantCalls = terminateCall},
     Profile{.name = "reentrant-release",
-            .summary = "releases the unit from inside the calculation, and reads nothing from it afterwards",
+            .summary =
+                "releases the unit while it paints within the calculation, and reads nothing from it then",
             .startup = {context, load, initialize},
             .reconnects = false,
             .calculatesOnWorker = false,
             .terminates = true,
-            .reentrantCalls = releaseCall},
+            .reentrantCalls = releaseCall,
+            .reentersWhilePainting = true},
 };
 
 /// Null where there is none of that name.

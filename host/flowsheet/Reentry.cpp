@@ -51,9 +51,9 @@ constexpr std::array placeNames{"in a material call", "while painting"};
 
 } // namespace
 
-Reentry::Reentry(UnitSession& session, std::span<const ReentrantCall> calls, const LogSink& log)
-    : session_(session), calls_(calls), log_(log) {
-    if (calls_.empty())
+Reentry::Reentry(UnitSession& session, const Profile& profile, const LogSink& log)
+    : session_(session), profile_(profile), log_(log) {
+    if (!profile_.reentersWhilePainting)
         return;
     window_ = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -91,7 +91,7 @@ void Reentry::act(Place place) {
     // A call of its own may call materials again.
     if (!calculates_ || std::exchange(done_[place], true))
         return;
-    for (const ReentrantCall call : calls_) {
+    for (const ReentrantCall call : profile_.reentrantCalls) {
         if (!session_.unit())
             return; // released before
         const auto row = std::ranges::find(callTable, call, &CallRow::call);

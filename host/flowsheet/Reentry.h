@@ -6,16 +6,15 @@
 #include <windows.h>
 
 #include <array>
-#include <span>
 
 namespace solvane::host {
 
-/// Makes its calls once in the first material call of a calculation, and once while a window of the host
-/// paints. What comes of them goes to the log.
+/// Makes the profile's calls once in the first material call of a calculation, and, where the profile has it
+/// so, once while a window of the host paints. What comes of them goes to the log.
 class Reentry {
 public:
-    /// The session and the log outlive it.
-    Reentry(UnitSession& session, std::span<const ReentrantCall> calls, const LogSink& log);
+    /// All three outlive it.
+    Reentry(UnitSession& session, const Profile& profile, const LogSink& log);
     ~Reentry();
     Reentry(const Reentry&) = delete;
     Reentry& operator=(const Reentry&) = delete;
@@ -33,7 +32,7 @@ private:
     void act(Place place);
 
     UnitSession& session_;
-    std::span<const ReentrantCall> calls_;
+    const Profile& profile_;
     const LogSink& log_;
     HWND window_ = nullptr;
     bool calculates_ = false;

@@ -86,7 +86,7 @@ private:
         for (const auto* ports : {&unitCase.feeds, &unitCase.products})
             for (const PortConnection& one : *ports)
                 connections.push_back({one.port, streamOf(one.stream).material});
-        Reentry reentry(session, case_.profile.reentrantCalls, log);
+        Reentry reentry(session, case_.profile, log);
         UnitResult& result = results_.units.emplace_back();
         result.name = unitCase.name;
         const auto task = [&](ICapeUnit* called, const std::vector<Connection>& ports,
