@@ -16,7 +16,7 @@ bool fail(std::wstring& error, std::wstring text) {
     return false;
 }
 
-CPort* firstConnectedPort(const CSolvaneUnitOp& unit) {
+const CPort* firstConnectedPort(const CSolvaneUnitOp& unit) {
     for (const auto* ports : {&unit.feedPorts, &unit.productPorts})
         for (const ComRef<CPort>& port : *ports)
             if (port->isConnected())
@@ -95,14 +95,13 @@ bool createCalculationMaterial(CalculationRun& run, std::wstring& error) {
     if (!port)
         return true;
     ComRef<IDispatch> copy;
-    if (port->materialObject10) {
-        ICapeThermoMaterialObject& material = *port->materialObject10;
-        const HRESULT hr = material.Duplicate(copy.put());
-        return takeCopy(material, hr, copy, L"ICapeThermoMaterialObject", run.material10, error);
+    if (const ComRef material = port->materialObject10) {
+        const HRESULT hr = material->Duplicate(copy.put());
+        return takeCopy(*material, hr, copy, L"ICapeThermoMaterialObject", run.material10, error);
     }
-    ICapeThermoMaterial& material = *port->materialObject11;
-    const HRESULT hr = material.CreateMaterial(copy.put());
-    return takeCopy(material, hr, copy, L"ICapeThermoMaterial", run.material11, error);
+    const ComRef material = port->materialObject11;
+    const HRESULT hr = material->CreateMaterial(copy.put());
+    return takeCopy(*material, hr, copy, L"ICapeThermoMaterial", run.material11, error);
 }
 
 bool readCompoundsAndPhases(CalculationRun& run, std::wstring& error) {
@@ -137,26 +136,25 @@ bool readCompoundsAndPhases(CalculationRun& run, std::wstring& error) {
 
 bool readCompoundList(CPort& port, std::vector<std::wstring>& compounds, std::wstring& error) {
     VariantArray list;
-    IUnknown* source = nullptr;
+    ComRef<IUnknown> source;
     HRESULT hr = S_OK;
-    if (port.materialObject10) {
-        source = port.materialObject10.get();
-        hr = port.materialObject10->get_ComponentIds(list.put());
-    } else if (port.materialObject11) {
-        if (!port.compounds)
-            port.compounds = port.materialObject11.as<ICapeThermoCompounds>();
-        if (!port.compounds)
+    if (const ComRef material10 = port.materialObject10) {
+        source = ComRef<IUnknown>(material10.get());
+        hr = material10->get_ComponentIds(list.put());
+    } else if (const ComRef material11 = port.materialObject11) {
+        const ComRef asked = port.interfaceOf(material11, &CPort::compounds);
+        if (!asked)
             return fail(
                 error,
                 L"Failed to get ICapeThermoCompounds interface from material object connected to port");
-        source = port.compounds.get();
-        hr = getCompoundList(*port.compounds, list);
+        source = ComRef<IUnknown>(asked.get());
+        hr = getCompoundList(*asked, list);
     } else {
         return fail(error, L"Port is not connected");
     }
     if (FAILED(hr))
         return fail(error, L"Failed to get list of compounds from material connected to port: " +
-                               DescribeCapeError(source, hr));
+                               DescribeCapeError(source.get(), hr));
     std::string reason;
     if (!readVariantArray(list, VT_BSTR, reason))
         return fail(error, L"Invalid compound list from material connected to port: " + widen(reason));

@@ -17,9 +17,8 @@ namespace solvane {
 
 namespace {
 
-/// A feed of the run, with its number in the script and what was asked of it.
+/// What is asked of a feed, by its number in the script.
 struct FeedRequest {
-    CPort& port;
     std::string number;
     std::string property;
 };
@@ -39,31 +38,25 @@ constexpr std::array<DirectProperty, 5> directProperties{{
     {FlashProperty::fraction, &HostTexts::fraction, true},
 }};
 
-HRESULT getOverall10(ICapeThermoMaterialObject& material, BSTR property, BSTR basis, VariantArray& values) {
+HRESULT getOverall(ICapeThermoMaterialObject& material, BSTR property, BSTR basis, VariantArray& values) {
     return material.GetProp(property, hostTexts.overall.get(), allCompounds, notGiven, basis, values.put());
 }
 
-HRESULT getOverall11(ICapeThermoMaterial& material, BSTR property, BSTR basis, VariantArray& values) {
+HRESULT getOverall(ICapeThermoMaterial& material, BSTR property, BSTR basis, VariantArray& values) {
     return material.GetOverallProp(property, basis, values.put());
 }
 
-bool getDirectProperty(const CalculationRun& run, const FeedRequest& feed, const DirectProperty& property,
-                       std::vector<double>& result, std::string& error) {
+/// Both generations.
+template <class Material>
+bool getDirectProperty(const CalculationRun& run, Material& material, const FeedRequest& feed,
+                       const DirectProperty& property, std::vector<double>& result, std::string& error) {
     const BSTR name = (hostTexts.*property.name).get();
     const BSTR basis = isMolar(property.code) ? hostTexts.mole.get() : notGiven;
     const std::string ofFeed = feed.property + " from feed " + feed.number + ": ";
     VariantArray values;
-    IUnknown* source = nullptr;
-    HRESULT hr = S_OK;
-    if (feed.port.materialObject10) {
-        source = feed.port.materialObject10.get();
-        hr = getOverall10(*feed.port.materialObject10, name, basis, values);
-    } else {
-        source = feed.port.materialObject11.get();
-        hr = getOverall11(*feed.port.materialObject11, name, basis, values);
-    }
+    const HRESULT hr = getOverall(material, name, basis, values);
     if (FAILED(hr))
-        return fail(error, "Failed to get " + ofFeed + describeFailure(*source, hr));
+        return fail(error, "Failed to get " + ofFeed + describeFailure(material, hr));
     const bool isRead = property.isVector
                             ? readReals(values, run.nComp, "Unexpected number of values", result, error)
                             : readReals(values, 1, "Scalar expected", result, error);
@@ -75,8 +68,8 @@ bool copyFailed(const FeedRequest& feed, const std::string& reason, std::string&
 }
 
 /// The copy takes the calculation material's place for the rest of the run.
-bool calculateProperty10(CalculationRun& run, const FeedRequest& feed, double& result, std::string& error) {
-    ICapeThermoMaterialObject& source = *feed.port.materialObject10;
+bool calculateProperty(CalculationRun& run, ICapeThermoMaterialObject& source, const FeedRequest& feed,
+                       double& result, std::string& error) {
     ComRef<IDispatch> object;
     const HRESULT hr = source.Duplicate(object.put());
     if (FAILED(hr))
@@ -88,10 +81,11 @@ bool calculateProperty10(CalculationRun& run, const FeedRequest& feed, double& r
     return overallFromPhases10(run, *copy, feed.property, result, error);
 }
 
-bool calculateProperty11(CalculationRun& run, const FeedRequest& feed, double& result, std::string& error) {
+bool calculateProperty(CalculationRun& run, ICapeThermoMaterial& material, const FeedRequest& feed,
+                       double& result, std::string& error) {
     if (!run.material11)
         return copyFailed(feed, "the calculation material is of version 1.0", error);
-    IDispatch* source = feed.port.materialObject11.get();
+    IDispatch* source = &material;
     const HRESULT hr = run.material11->CopyFromMaterial(&source);
     if (FAILED(hr))
         return copyFailed(feed, describeFailure(*run.material11, hr), error);
@@ -111,6 +105,25 @@ void writeProperty(ReplyWriter& reply, bool isVector, std::span<const double> va
     reply.reals(values);
 }
 
+/// Both generations. The caller holds the material, which the host may disconnect from inside a call.
+template <class Material>
+bool answerFeedProp(CalculationRun& run, Material& material, const FeedRequest& feed, FlashProperty code,
+                    ReplyWriter& reply, std::string& error) {
+    const auto direct = std::ranges::find(directProperties, code, &DirectProperty::code);
+    if (direct != directProperties.end()) {
+        std::vector<double> values;
+        if (!getDirectProperty(run, material, feed, *direct, values, error))
+            return false;
+        writeProperty(reply, direct->isVector, values);
+        return true;
+    }
+    double value = 0;
+    if (!calculateProperty(run, material, feed, value, error))
+        return false;
+    writeProperty(reply, false, std::span(&value, 1));
+    return true;
+}
+
 } // namespace
 
 bool getFeedProp(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
@@ -125,21 +138,11 @@ bool getFeedProp(CalculationRun& run, RequestReader& request, ReplyWriter& reply
     if (code == FlashProperty::vaporFraction || code == FlashProperty::unknown)
         return fail(error, "Unknown/unsupported property \"" + name + "\" in getFeedProp");
 
-    const FeedRequest feed{*port, std::to_string(number), name};
-    const auto direct = std::ranges::find(directProperties, code, &DirectProperty::code);
-    if (direct != directProperties.end()) {
-        std::vector<double> values;
-        if (!getDirectProperty(run, feed, *direct, values, error))
-            return false;
-        writeProperty(reply, direct->isVector, values);
-        return true;
-    }
-    double value = 0;
-    if (!(port->materialObject10 ? calculateProperty10(run, feed, value, error)
-                                 : calculateProperty11(run, feed, value, error)))
-        return false;
-    writeProperty(reply, false, std::span(&value, 1));
-    return true;
+    const FeedRequest feed{std::to_string(number), name};
+    if (const ComRef material10 = port->materialObject10)
+        return answerFeedProp(run, *material10, feed, code, reply, error);
+    const ComRef material11 = port->materialObject11;
+    return answerFeedProp(run, *material11, feed, code, reply, error);
 }
 
 bool getFeedEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
@@ -147,10 +150,10 @@ bool getFeedEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter
     CPort* port = findPort(run.unit.feedPorts, number, "getFeedEquilibrium", error);
     if (!port)
         return false;
-    if (port->materialObject10)
-        return writeEquilibrium10(run, *port->materialObject10, reply, error);
-    if (port->materialObject11)
-        return writeEquilibrium11(run, *port->materialObject11, reply, error);
+    if (const ComRef material10 = port->materialObject10)
+        return writeEquilibrium10(run, *material10, reply, error);
+    if (const ComRef material11 = port->materialObject11)
+        return writeEquilibrium11(run, *material11, reply, error);
     return notConnected("getFeedEquilibrium", number, error);
 }
 

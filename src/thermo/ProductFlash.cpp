@@ -18,8 +18,7 @@ bool compositionFailed(IUnknown& material, HRESULT hr, std::string& error) {
     return fail(error, "Failed to set composition on material: " + describeFailure(material, hr));
 }
 
-bool flashProduct10(CPort& port, std::string& error) {
-    ICapeThermoMaterialObject& material = *port.materialObject10;
+bool flashProduct10(const CPort& port, ICapeThermoMaterialObject& material, std::string& error) {
     OneReal oneReal;
     HRESULT hr = material.SetProp(hostTexts.totalFlow.get(), hostTexts.overall.get(), allCompounds, notGiven,
                                   hostTexts.mole.get(), oneReal.of(port.product.totalFlow));
@@ -38,17 +37,17 @@ struct PhaseList {
     VariantArray aggregationStates;
 };
 
-bool readPhaseList(CPort& port, PhaseList& list, std::string& error) {
-    if (!port.phases)
-        port.phases = port.materialObject11.as<ICapeThermoPhases>();
-    if (!port.phases)
+bool readPhaseList(CPort& port, const ComRef<ICapeThermoMaterial>& material, PhaseList& list,
+                   std::string& error) {
+    const ComRef phases = port.interfaceOf(material, &CPort::phases);
+    if (!phases)
         return fail(error, "Failed to get ICapeThermoPhases from material");
     VariantArray keyCompounds;
     const HRESULT hr =
-        port.phases->GetPhaseList(list.labels.put(), list.aggregationStates.put(), keyCompounds.put());
+        phases->GetPhaseList(list.labels.put(), list.aggregationStates.put(), keyCompounds.put());
     if (FAILED(hr))
         return fail(error,
-                    "Failed to get possible phase list from material: " + describeFailure(*port.phases, hr));
+                    "Failed to get possible phase list from material: " + describeFailure(*phases, hr));
     if (!readVariantArray(list.labels, VT_BSTR, error))
         return fail(error, "Invalid phase list from material: " + error);
     return true;
@@ -68,9 +67,8 @@ bool findVaporLabel(PhaseList& list, std::size_t place, std::wstring& label, std
     return true;
 }
 
-bool setConstraint11(CPort& port, std::size_t place, PhaseList& list, OneReal& oneReal,
-                     FlashSpecification& specification, std::string& error) {
-    ICapeThermoMaterial& material = *port.materialObject11;
+bool setConstraint11(ICapeThermoMaterial& material, const CPort& port, std::size_t place, PhaseList& list,
+                     OneReal& oneReal, FlashSpecification& specification, std::string& error) {
     const FlashConstraint& constraint = port.product.constraints[place];
     if (!isVaporFraction(constraint))
         return setOverallConstraint11(material, constraint, "", oneReal, specification, error);
@@ -79,14 +77,14 @@ bool setConstraint11(CPort& port, std::size_t place, PhaseList& list, OneReal& o
            setVaporFraction11(material, label, constraint.value, oneReal, specification, error);
 }
 
-bool flashProduct11(CPort& port, std::string& error) {
-    if (!port.materialObject11)
+bool flashProduct11(CPort& port, const ComRef<ICapeThermoMaterial>& connected, std::string& error) {
+    if (!connected)
         return fail(error, "Port is not connected");
     PhaseList phases;
-    if (!readPhaseList(port, phases, error))
+    if (!readPhaseList(port, connected, phases, error))
         return false;
 
-    ICapeThermoMaterial& material = *port.materialObject11;
+    ICapeThermoMaterial& material = *connected;
     HRESULT hr = offerPhases11(material, phases.labels, phases.labels.count());
     if (FAILED(hr))
         return fail(error, "Failed to set list of possible flash phases on material: " +
@@ -103,22 +101,24 @@ bool flashProduct11(CPort& port, std::string& error) {
 
     std::array<FlashSpecification, 2> specifications;
     for (std::size_t i = 0; i < specifications.size(); ++i)
-        if (!setConstraint11(port, i, phases, oneReal, specifications[i], error))
+        if (!setConstraint11(material, port, i, phases, oneReal, specifications[i], error))
             return false;
 
-    if (!port.equilibriumRoutine)
-        port.equilibriumRoutine = port.materialObject11.as<ICapeThermoEquilibriumRoutine>();
-    if (!port.equilibriumRoutine)
+    const ComRef routine = port.interfaceOf(connected, &CPort::equilibriumRoutine);
+    if (!routine)
         return fail(error, "Failed to get ICapeThermoEquilibriumRoutine from material");
-    hr = port.equilibriumRoutine->CalcEquilibrium(specifications[0].get(), specifications[1].get(),
-                                                  unspecifiedSolution());
-    return SUCCEEDED(hr) || fail(error, describeFailure(*port.equilibriumRoutine, hr));
+    hr = routine->CalcEquilibrium(specifications[0].get(), specifications[1].get(), unspecifiedSolution());
+    return SUCCEEDED(hr) || fail(error, describeFailure(*routine, hr));
 }
 
 } // namespace
 
 bool flashProductPort(CPort& port, std::string& error) {
-    return port.materialObject10 ? flashProduct10(port, error) : flashProduct11(port, error);
+    // Held, since the host may disconnect the material from inside its own flash.
+    if (const ComRef material10 = port.materialObject10)
+        return flashProduct10(port, *material10, error);
+    const ComRef material11 = port.materialObject11;
+    return flashProduct11(port, material11, error);
 }
 
 } // namespace solvane

@@ -22,10 +22,11 @@ std::wstring freePortName(const CSolvaneUnitOp& unit, const std::wstring& word) 
 }
 
 std::wstring connectedName(const CPort& port) {
-    IUnknown* material = port.materialObject11.get();
-    if (!material)
-        material = port.materialObject10.get();
-    const auto identification = queryInterface<ICapeIdentification>(material);
+    // Held, since the host may disconnect it from inside a call.
+    const ComRef<IUnknown> material(port.materialObject11
+                                        ? static_cast<IUnknown*>(port.materialObject11.get())
+                                        : port.materialObject10.get());
+    const auto identification = material.as<ICapeIdentification>();
     if (!identification)
         return {};
     Bstr name;

@@ -34,12 +34,25 @@ public:
 
     ComRef<ICapeThermoMaterial> materialObject11;
     ComRef<ICapeThermoMaterialObject> materialObject10;
-    // Of the 1.1 material, asked for on first use and kept while it is connected.
+    // Of the 1.1 material, asked for on first use and kept while it is connected: see interfaceOf.
     ComRef<ICapeThermoCompounds> compounds;
     ComRef<ICapeThermoPhases> phases;
     ComRef<ICapeThermoEquilibriumRoutine> equilibriumRoutine;
 
     ProductSpecification product;
+
+    /// An interface of the 1.1 material with which the caller works, kept where that is still the connected
+    /// one: the host may connect another from inside any call. Empty where the material does not have it.
+    template <class Interface>
+    ComRef<Interface> interfaceOf(const ComRef<ICapeThermoMaterial>& material,
+                                  ComRef<Interface> CPort::*kept) {
+        if (material.get() == materialObject11.get() && this->*kept)
+            return this->*kept;
+        ComRef<Interface> found = material.as<Interface>();
+        if (material.get() == materialObject11.get())
+            this->*kept = found;
+        return found;
+    }
 
     bool isConnected() const { return materialObject10 || materialObject11; }
 

@@ -2,6 +2,8 @@
 
 #include "OddVariants.h"
 #include "Rig.h"
+#include "thermo/CalculationMaterial.h"
+#include "thermo/ProductFlash.h"
 
 #include <gmock/gmock.h>
 
@@ -43,6 +45,54 @@ TEST(Commands, routinesThatA11MaterialLacksAreNamedAndThoseItHasAreAskedForOnce)
         calculation.hidden = {row.routine};
         EXPECT_EQ(rig.failureOf(row.request), "");
     }
+}
+
+// The host disconnects a material from inside one of its calls, whichever: it lives as long as that.
+TEST(Commands, aMaterialThatIsDisconnectedFromInsideItsOwnCallStaysForThatCall) {
+    const struct {
+        std::function<void(Rig& rig, CPort& port)> work;
+        bool isProduct = false;
+    } rows[] = {
+        {[](Rig& rig, CPort&) { rig.send(wireOf(1u, 1, "temperature")); }},
+        {[](Rig& rig, CPort&) { rig.send(wireOf(1u, 1, "enthalpy")); }},
+        {[](Rig& rig, CPort&) { rig.send(wireOf(15u, 1)); }},
+        {[](Rig&, CPort& port) {
+            std::vector<std::wstring> compounds;
+            std::wstring error;
+            readCompoundList(port, compounds, error);
+        }},
+        {[](Rig& rig, CPort&) {
+            std::wstring error;
+            createCalculationMaterial(rig.run, error);
+        }},
+        {[](Rig& rig, CPort& port) {
+             std::string error;
+             EXPECT_EQ(rig.failureOf(
+                           wireOf(2u, 1, 12.5, Reals{0.5, 0.3, 0.2}, 0.4, 1e5, "vaporFraction", "pressure")),
+                       "");
+             EXPECT_TRUE(flashProductPort(port, error)) << error;
+         },
+         true},
+    };
+    for (const Generation generation : bothGenerations)
+        for (const auto& row : rows)
+            for (std::size_t number = 1, calls = number; number <= calls; ++number) {
+                Rig rig;
+                FakeMaterial& material = row.isProduct ? rig.addProduct(generation) : rig.addFeed(generation);
+                rig.prepare(material);
+                CPort& port = row.isProduct ? *rig.unit->productPorts[0] : *rig.unit->feedPorts[0];
+                const ComRef<IUnknown> kept(static_cast<ECapeUser*>(&material)); // where it would be gone
+                material.record->onCall = [&](const std::string& call) {
+                    if (material.record->calls.size() != number || call.starts_with("copy."))
+                        return;
+                    port.Disconnect();
+                    kept->AddRef();
+                    EXPECT_GT(kept->Release(), 1u) << call;
+                };
+                row.work(rig, port);
+                calls = material.record->calls.size();
+                material.record->onCall = nullptr;
+            }
 }
 
 TEST(Commands, portNumbersAreChecked) {

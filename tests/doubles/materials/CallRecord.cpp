@@ -34,6 +34,8 @@ std::string describeArray(const char* type, SAFEARRAY& array) {
 
 std::optional<Fault> CallRecord::note(std::string call) {
     calls.push_back(std::move(call));
+    if (const auto intrude = onCall)
+        intrude(std::string(calls.back()));
     if (calls.size() == failingCall_)
         return failure_;
     const auto fault =

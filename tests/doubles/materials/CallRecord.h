@@ -3,6 +3,7 @@
 
 #include "com/Variant.h"
 
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -28,6 +29,8 @@ class CallRecord {
 public:
     /// In their order, as "SetProp(fraction, overall, empty, null, mole, R8[0.5, 0.5])".
     std::vector<std::string> calls;
+    /// What the host does inside each call, before the material answers.
+    std::function<void(const std::string& call)> onCall;
 
     void add(Fault fault) { faults_.push_back(std::move(fault)); }
     /// Fails the call number `number`, from 1, whatever it is.
