@@ -12,10 +12,12 @@ namespace solvane {
 FileHandle holdWorkingFolder(const std::string& folder);
 
 /// Deletes the working folders in the temporary folder, with a trailing backslash, whose processes have gone
-/// without a Terminate. As at a Terminate, a sub-folder stays and keeps its folder.
+/// without a Terminate, and those that a Terminate had to leave, with all that is in them. What a link in them
+/// leads to stays.
 void deleteAbandonedFolders(const std::string& temporaryFolder);
 
-/// Deletes the files of a working folder, with a trailing backslash, and the folder.
+/// Deletes the files of a working folder, with a trailing backslash, and the folder. A sub-folder stays and
+/// keeps the folder: it is marked for deleteAbandonedFolders by a file beside it.
 void deleteFilesAndFolder(const std::string& folder);
 
 } // namespace solvane

@@ -31,6 +31,23 @@ bool createWorkingFolder(CSolvaneUnitOp& unit, std::string& error) {
     return true;
 }
 
+bool restoreWorkingFolder(CSolvaneUnitOp& unit, std::string& error) {
+    const auto exists = [&](const char* file) {
+        return GetFileAttributesA((unit.workingFolder + file).c_str()) != INVALID_FILE_ATTRIBUTES;
+    };
+    if (exists("runUnit.m"))
+        return true;
+    if (!CreateDirectoryA(unit.workingFolder.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS) {
+        error = "Failed to create a temporary working directory";
+        return false;
+    }
+    unit.workingFolderHold.reset();
+    unit.workingFolderHold = holdWorkingFolder(unit.workingFolder);
+    unit.scriptDirty = true;
+    return placeResourceFile(unit, runScriptResource, "runUnit.m", error) &&
+           (exists("calc.m") || placeResourceFile(unit, defaultScriptResource, "calc.m", error));
+}
+
 void deleteWorkingFolder(CSolvaneUnitOp& unit) {
     unit.workingFolderHold.reset();
     if (!unit.workingFolder.empty())

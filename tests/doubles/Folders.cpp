@@ -1,7 +1,10 @@
 #include "Folders.h"
 
-#include <windows.h>
+#include "com/Handle.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -36,6 +39,23 @@ std::vector<std::wstring> namesIn(const std::wstring& folder) {
     for (const auto& entry : std::filesystem::directory_iterator(folder, missing))
         names.insert(entry.path().filename().wstring());
     return {names.begin(), names.end()};
+}
+
+void runOnLinux(std::wstring command, const std::wstring& folder, const std::wstring& name,
+                bool isThereThen) {
+    const std::wstring program = L"\\\\?\\unix\\bin\\" + command.substr(0, command.find(L' '));
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION started{};
+    EXPECT_TRUE(CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                               folder.c_str(), &start, &started));
+    const Handle process(started.hProcess), thread(started.hThread);
+    for (int turn = 0; turn < 500; ++turn) {
+        if ((std::ranges::count(namesIn(folder), name) == 1) == isThereThen)
+            return;
+        Sleep(10);
+    }
+    ADD_FAILURE() << std::string(command.begin(), command.end());
 }
 
 TemporaryFolder::TemporaryFolder(const std::wstring& name) : former_(temporaryPath()) {

@@ -13,6 +13,10 @@ void writeFile(const std::wstring& path, const std::string& bytes);
 /// The names in a folder, which ends in a backslash, sorted.
 std::vector<std::wstring> namesIn(const std::wstring& folder);
 
+/// Has the Linux system below Wine carry out a command of the form "rm name" in the folder, and waits until
+/// `name` is there, or no longer: the program's own end cannot be waited for.
+void runOnLinux(std::wstring command, const std::wstring& folder, const std::wstring& name, bool isThereThen);
+
 /// An empty folder of the test's own. For its lifetime it is the process's temporary folder.
 class TemporaryFolder {
 public:
