@@ -2,22 +2,33 @@
 
 #include "com/Handle.h"
 
+#include <objbase.h>
+
 #include <atomic>
 
 namespace solvane {
 
 namespace {
 
-CriticalSection calculationLock;
+/// Signalled while nobody holds the lock.
+const Handle calculationLock(CreateEventW(nullptr, FALSE, TRUE, nullptr));
 // Atomic, since a thread compares it with its own id without holding the lock.
 std::atomic<DWORD> calculationLockOwner{0};
+
+/// The run that holds the lock may use materials of this thread, so their calls come through meanwhile.
+void waitForLock() {
+    HANDLE lock = calculationLock.get();
+    DWORD index = 0;
+    if (FAILED(CoWaitForMultipleHandles(0, INFINITE, 1, &lock, &index)))
+        WaitForSingleObject(lock, INFINITE); // a thread without an apartment
+}
 
 } // namespace
 
 CalculationLock::CalculationLock() : tookIt_(calculationLockOwner != GetCurrentThreadId()) {
     if (!tookIt_)
         return;
-    calculationLock.lock();
+    waitForLock();
     calculationLockOwner = GetCurrentThreadId();
 }
 
@@ -25,7 +36,7 @@ CalculationLock::~CalculationLock() {
     if (!tookIt_)
         return;
     calculationLockOwner = 0;
-    calculationLock.unlock();
+    SetEvent(calculationLock.get());
 }
 
 } // namespace solvane
