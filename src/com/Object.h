@@ -4,7 +4,8 @@
 ///  - derives from CComObjectRoot and from its interfaces, and leaves QueryInterface, AddRef and Release
 ///    to the form,
 ///  - offers `static std::span<const InterfaceEntry> interfaceTable()`, whose first row answers for IUnknown,
-///  - offers `HRESULT FinalConstruct()`, the construction that may call virtual operations.
+///  - offers `HRESULT FinalConstruct()`, the construction that may call virtual operations, and may offer
+///    `void FinalRelease()`, the end that may: after the last release, while the object is still whole.
 #pragma once
 
 #include "Module.h"
@@ -59,6 +60,12 @@ HRESULT queryInterfaceTable(T* object, REFIID iid, void** result) {
     return E_NOINTERFACE;
 }
 
+template <class T>
+void finalRelease(T& object) {
+    if constexpr (requires { object.FinalRelease(); })
+        object.FinalRelease();
+}
+
 /// The plain form, with a count of its own.
 template <class T>
 class CComObject final : public T {
@@ -72,6 +79,7 @@ public:
         if (left == 0) {
             // Calls that come back during the destruction must not destroy again.
             ++this->references_;
+            finalRelease<T>(*this);
             delete this;
         }
         return left;
@@ -118,6 +126,7 @@ public:
         const ULONG left = --references_;
         if (left == 0) {
             ++references_;
+            finalRelease<T>(contained_);
             delete this;
         }
         return left;

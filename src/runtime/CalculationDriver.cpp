@@ -16,6 +16,7 @@ namespace solvane {
 
 namespace {
 
+bool isEnding(const CSolvaneUnitOp& unit, std::wstring& error);
 bool prepareScriptAndMaterial(CalculationRun& run, std::wstring& error);
 bool runScript(CalculationRun& run, std::wstring& error);
 bool judge(CSolvaneUnitOp& unit, std::wstring& error);
@@ -28,9 +29,18 @@ bool calculate(CSolvaneUnitOp& unit, std::wstring& error) {
     if (!initScript)
         return false;
     const CalculationLock calculationLock;
+    if (isEnding(unit, error))
+        return false;
     if (!readCompoundsAndPhases(run, error) || !finishInitScript(std::move(initScript), run, error))
         return false;
     return runScript(run, error) && judge(unit, error);
+}
+
+/// The host may have ended the unit from a material, or while this thread waited.
+bool isEnding(const CSolvaneUnitOp& unit, std::wstring& error) {
+    if (unit.terminationAsked)
+        error = widen(unit.startupError);
+    return unit.terminationAsked;
 }
 
 bool prepareScriptAndMaterial(CalculationRun& run, std::wstring& error) {
@@ -88,13 +98,15 @@ std::wstring numbered(std::size_t index, const CPort& port) {
 }
 
 bool flashProducts(CSolvaneUnitOp& unit, std::wstring& error) {
-    const auto& products = unit.productPorts;
+    const std::vector<ComRef<CPort>> products = unit.productPorts; // which a flash may have the host change
     for (std::size_t i = 0; i < products.size(); ++i)
         if (!products[i]->product.specified) {
             error = L"setProduct was not called for product " + numbered(i, *products[i]);
             return false;
         }
     for (std::size_t i = 0; i < products.size(); ++i) {
+        if (isEnding(unit, error))
+            return false;
         std::string flashError;
         if (!flashProductPort(*products[i], flashError)) {
             error = L"Failed to flash product " + numbered(i, *products[i]) + L": " + widen(flashError);
@@ -109,6 +121,9 @@ bool judge(CSolvaneUnitOp& unit, std::wstring& error) {
         error = unit.workerError;
         return false;
     }
+    unit.outputText = std::move(unit.workerOutput);
+    if (isEnding(unit, error))
+        return false;
     const std::wstring& output = unit.outputText;
     const std::size_t marker = output.find(errorMarker);
     if (marker == std::wstring::npos)
@@ -123,6 +138,9 @@ bool judge(CSolvaneUnitOp& unit, std::wstring& error) {
 
 bool runCalculation(CSolvaneUnitOp& unit, std::wstring& error) {
     try {
+        if (!mayBegin(unit, UnitActivity::running, error))
+            return false;
+        const ActivityScope scope(unit, UnitActivity::running);
         return calculate(unit, error);
     } catch (const std::bad_alloc&) {
         error = L"out of memory";

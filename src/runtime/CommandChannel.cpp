@@ -1,6 +1,8 @@
 #include "CommandChannel.h"
 
 #include "CommandTable.h"
+#include "PaintMessages.h"
+#include "channel/ChannelFrame.h"
 #include "thermo/CalculationRun.h"
 #include "unit/CSolvaneUnitOp.h"
 
@@ -15,12 +17,6 @@ constexpr DWORD paintInterval = 300;
 /// A look for paint messages takes a third of a command's round trip, so commands that follow one another
 /// closely share one.
 constexpr DWORD paintPause = 30;
-
-void pumpPaintMessages() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE))
-        DispatchMessageW(&message);
-}
 
 } // namespace
 
@@ -57,17 +53,21 @@ std::span<std::byte> CommandChannel::block() const {
 
 void CommandChannel::serve(CalculationRun& run, std::wstring& error) {
     const HANDLE events[] = {run.unit.requestEvent.get(), run.unit.workerDoneEvent.get()};
+    PaintMessages paintMessages;
     ULONGLONG pumped = 0;
     for (;;) {
-        const ULONGLONG now = GetTickCount64();
+        ULONGLONG now = GetTickCount64();
         if (now - pumped >= paintPause) {
-            pumpPaintMessages();
-            pumped = now;
+            paintMessages.serve();
+            now = pumped = GetTickCount64(); // after it, so that slow painting leaves time for commands
         }
         const DWORD untilNextLook = paintInterval - static_cast<DWORD>(now - pumped);
         switch (WaitForMultipleObjects(2, events, FALSE, untilNextLook)) {
         case WAIT_OBJECT_0:
-            carryOutCommand(run, block());
+            if (run.unit.terminationAsked) // the script is to end soon
+                SetChannelError(block(), run.unit.startupError);
+            else
+                carryOutCommand(run, block());
             SetEvent(run.unit.replyEvent.get());
             break;
         case WAIT_OBJECT_0 + 1:

@@ -48,6 +48,7 @@ public:
     void end();
 
 private:
+    bool connect(std::wstring& error);
     bool create(std::wstring& error);
     bool preparePath(std::wstring& error);
     bool isReady(std::wstring& error);
@@ -59,6 +60,7 @@ private:
     CSolvaneUnitOp& unit_;
     Handle mutex_;
     bool hasApartment_ = false;
+    std::wstring startError_;
     bool isMatlabShared_ = false; ///< other clients may use it too
     bool isMatlabLost_ = false;   ///< its process ended under a run: the next run starts another
     ComRef<IDispatch> matlabApplication_;
@@ -67,6 +69,13 @@ private:
 // ---- start
 
 bool MatlabSession::start(std::wstring& error) {
+    if (connect(error))
+        return true;
+    startError_ = error;
+    return false;
+}
+
+bool MatlabSession::connect(std::wstring& error) {
     mutex_.reset(CreateMutexW(nullptr, FALSE, mutexName)); // opens it where it exists
     if (!mutex_) {
         error = L"Failed to create mutex for Matlab calculations";
@@ -140,7 +149,7 @@ bool MatlabSession::isReady(std::wstring& error) {
         isMatlabLost_ = false;
     }
     if (!matlabApplication_) // Matlab did not start
-        error = widen(unit_.startupError);
+        error = startError_;
     return static_cast<bool>(matlabApplication_);
 }
 
@@ -153,7 +162,7 @@ bool MatlabSession::runScript(std::wstring& error) {
         return false;
     }
     std::erase(output, bell);
-    unit_.outputText = output;
+    unit_.workerOutput = output;
     return true;
 }
 

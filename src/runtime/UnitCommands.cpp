@@ -47,7 +47,7 @@ bool getProductCount(CalculationRun& run, RequestReader&, ReplyWriter& reply, st
 bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string&) {
     // With nothing to log or nowhere to log it, no status is written: the gateway takes that as success.
     const std::wstring text = widen(request.text());
-    ICapeDiagnostic* log = text.empty() ? nullptr : run.unit.hostLog();
+    const ComRef<ICapeDiagnostic> log = text.empty() ? ComRef<ICapeDiagnostic>() : run.unit.hostLog();
     if (!log)
         return true;
     log->LogMessage(Bstr(text).get());

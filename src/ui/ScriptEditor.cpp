@@ -3,6 +3,7 @@
 #include "FileDialog.h"
 #include "Messages.h"
 #include "com/Registry.h"
+#include "runtime/PaintMessages.h"
 
 namespace solvane {
 
@@ -50,11 +51,9 @@ std::wstring findScriptEditor() {
 }
 
 void waitForScriptEditor(HANDLE process) {
-    while (WaitForSingleObject(process, 100) == WAIT_TIMEOUT) {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE))
-            DispatchMessageW(&message);
-    }
+    PaintMessages paintMessages;
+    while (WaitForSingleObject(process, 100) == WAIT_TIMEOUT)
+        paintMessages.serve();
 }
 
 } // namespace solvane

@@ -62,7 +62,7 @@ CSolvaneUnitOp::CSolvaneUnitOp() : numericLocale(_create_locale(LC_NUMERIC, "C")
 
 CSolvaneUnitOp::~CSolvaneUnitOp() {
     numericLocale.reset();
-    CSolvaneUnitOp::Terminate();
+    stop(); // of a unit that was never finished
 }
 
 HRESULT CSolvaneUnitOp::FinalConstruct() {
@@ -115,16 +115,39 @@ bool CSolvaneUnitOp::build(std::string& error) {
 
     workerCommand = WorkerCommand::start;
     SetEvent(workerCommandEvent.get());
-    WaitForSingleObject(workerDoneEvent.get(), INFINITE);
+    waitForWorker();
     if (!startupOk)
         error = startupError;
     return startupOk;
 }
 
+/// Until its command is done. At the process's end the system ends the thread first, and a host that holds
+/// the unit in another module releases it after that.
+void CSolvaneUnitOp::waitForWorker() const {
+    const HANDLE ends[] = {workerDoneEvent.get(), workerThread.get()};
+    WaitForMultipleObjects(2, ends, FALSE, INFINITE);
+}
+
 STDMETHODIMP CSolvaneUnitOp::Terminate() {
+    if (terminated || activities == 0)
+        return stop();
+    return border([&]() -> HRESULT {
+        forbidUse();
+        terminationAsked = true;
+        return S_OK;
+    });
+}
+
+void CSolvaneUnitOp::forbidUse() {
+    startupError = "Terminate has been called on unit operation";
+    startupOk = false;
+}
+
+HRESULT CSolvaneUnitOp::stop() {
     return border([&]() -> HRESULT {
         if (terminated)
             return S_OK;
+        forbidUse(); // first: a host's object that is released may call the unit
         terminated = true;
         simulationContext.reset();
         diagnostic.reset();
@@ -138,14 +161,12 @@ STDMETHODIMP CSolvaneUnitOp::Terminate() {
         if (workerThread) {
             workerCommand = WorkerCommand::quit;
             SetEvent(workerCommandEvent.get());
-            WaitForSingleObject(workerDoneEvent.get(), INFINITE);
+            waitForWorker();
         }
         workerCommandEvent.reset();
         workerDoneEvent.reset();
         workerThread.reset();
         deleteWorkingFolder(*this);
-        startupError = "Terminate has been called on unit operation";
-        startupOk = false;
         return S_OK;
     });
 }
@@ -156,13 +177,11 @@ HRESULT CSolvaneUnitOp::raiseStopped(const wchar_t* scope, const wchar_t* interf
 }
 
 void CSolvaneUnitOp::releasePorts() {
-    for (auto* ports : {&feedPorts, &productPorts}) {
-        for (const ComRef<CPort>& port : *ports) {
+    for (auto* ports : {&feedPorts, &productPorts})
+        for (const ComRef<CPort>& port : std::exchange(*ports, {})) { // a material's release may call
             port->Disconnect();
             port->ownerUnit = nullptr;
         }
-        ports->clear();
-    }
 }
 
 void CSolvaneUnitOp::releaseParameters() {
@@ -190,10 +209,12 @@ ComRef<CParameter> CSolvaneUnitOp::CreateParameter(ParameterKind kind, bool isIn
     return parameter;
 }
 
-ICapeDiagnostic* CSolvaneUnitOp::hostLog() {
-    if (!diagnostic)
-        diagnostic = simulationContext.as<ICapeDiagnostic>();
-    return diagnostic.get();
+ComRef<ICapeDiagnostic> CSolvaneUnitOp::hostLog() {
+    if (!diagnostic) {
+        const ComRef<IDispatch> context = simulationContext; // which the host may replace meanwhile
+        diagnostic = context.as<ICapeDiagnostic>();
+    }
+    return diagnostic;
 }
 
 // ---- ICapeUtilities
@@ -206,6 +227,7 @@ STDMETHODIMP CSolvaneUnitOp::get_parameters(IDispatch** result) {
             return raiseStopped(L"get_parameters", utilities);
         if (!hasPlace)
             return E_POINTER;
+        const ActivityScope scope(*this, UnitActivity::loading);
         LoadPrivateModel(*this);
         parameterCollection->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(result));
         return S_OK;
@@ -233,6 +255,10 @@ STDMETHODIMP CSolvaneUnitOp::Initialize() {
 
 STDMETHODIMP CSolvaneUnitOp::Edit() {
     return border([&]() -> HRESULT {
+        std::wstring refusal;
+        if (!mayBegin(*this, UnitActivity::editing, refusal))
+            return raise(refusal, refusal, L"Edit", utilities);
+        const ActivityScope scope(*this, UnitActivity::editing);
         LoadPrivateModel(*this);
         modelEdited = false;
         if (!startupOk)
@@ -256,19 +282,31 @@ STDMETHODIMP CSolvaneUnitOp::InitNew() {
     return S_OK;
 }
 
-// A unit that could not even make its working folder, or is terminated, has nowhere to put a model.
-
-STDMETHODIMP CSolvaneUnitOp::Load(IPropertyBag* bag, IErrorLog* errorLog) {
-    return border([&] {
-        return hasWorkingFolder() ? loadFromBag(*this, bag, errorLog)
-                                  : raiseStopped(L"Load", persistPropertyBag);
+template <class Body>
+HRESULT CSolvaneUnitOp::persist(UnitActivity activity, const wchar_t* scope, const wchar_t* interfaceName,
+                                Body&& body) {
+    return border([&]() -> HRESULT {
+        // A unit that could not even make its working folder, or is terminated, has nowhere to put a model.
+        if (!hasWorkingFolder())
+            return raiseStopped(scope, interfaceName);
+        std::wstring refusal;
+        if (!mayBegin(*this, activity, refusal))
+            return raise(refusal, refusal, scope, interfaceName);
+        const ActivityScope activityScope(*this, activity);
+        std::string error;
+        if (activity == UnitActivity::loading && !restoreWorkingFolder(*this, error))
+            return raise(widen(error), widen(error), scope, interfaceName);
+        return body();
     });
 }
 
+STDMETHODIMP CSolvaneUnitOp::Load(IPropertyBag* bag, IErrorLog* errorLog) {
+    return persist(UnitActivity::loading, L"Load", persistPropertyBag,
+                   [&] { return loadFromBag(*this, bag, errorLog); });
+}
+
 STDMETHODIMP CSolvaneUnitOp::Save(IPropertyBag* bag, BOOL, BOOL) {
-    return border([&] {
-        return hasWorkingFolder() ? saveToBag(*this, bag) : raiseStopped(L"Save", persistPropertyBag);
-    });
+    return persist(UnitActivity::saving, L"Save", persistPropertyBag, [&] { return saveToBag(*this, bag); });
 }
 
 STDMETHODIMP CSolvaneUnitOp::IsDirty() {
@@ -276,23 +314,19 @@ STDMETHODIMP CSolvaneUnitOp::IsDirty() {
 }
 
 STDMETHODIMP CSolvaneUnitOp::Load(IStream* stream) {
-    return border([&] {
-        return hasWorkingFolder() ? loadFromStream(*this, stream) : raiseStopped(L"Load", persistStream);
-    });
+    return persist(UnitActivity::loading, L"Load", persistStream,
+                   [&] { return loadFromStream(*this, stream); });
 }
 
 STDMETHODIMP CSolvaneUnitOp::Save(IStream* stream, BOOL) {
-    return border([&] {
-        return hasWorkingFolder() ? saveToStream(*this, stream) : raiseStopped(L"Save", persistStream);
-    });
+    return persist(UnitActivity::saving, L"Save", persistStream, [&] { return saveToStream(*this, stream); });
 }
 
 STDMETHODIMP CSolvaneUnitOp::GetSizeMax(ULARGE_INTEGER* size) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(size))
-            return E_POINTER;
-        return hasWorkingFolder() ? sizeInStream(*this, *size) : raiseStopped(L"GetSizeMax", persistStream);
-    });
+    if (!prepareResult(size))
+        return E_POINTER;
+    return persist(UnitActivity::saving, L"GetSizeMax", persistStream,
+                   [&] { return sizeInStream(*this, *size); });
 }
 
 } // namespace solvane

@@ -4,6 +4,7 @@
 #include "CParameterCollection.h"
 #include "CPort.h"
 #include "CapeOpenBaseObject.h"
+#include "UnitActivity.h"
 #include "com/ComRef.h"
 #include "com/Handle.h"
 
@@ -50,16 +51,18 @@ public:
     bool modelEdited = false; ///< cleared when Edit starts, set by every change of the model
     /// The "C" locale, in which the model's numbers are printed and read.
     Unique<NumericLocalePolicy> numericLocale;
-    std::string unitId;           ///< GUID with braces; names the shared block and the events
-    std::string workingFolder;    ///< ANSI, ends in a backslash
-    FileHandle workingFolderHold; ///< tells other processes that the folder is in use
-    std::string startupError;     ///< why `startupOk` is false (worker thread: start)
-    bool startupOk = true;        ///< the unit may be used (worker thread: start)
-    Handle requestEvent;          ///< named `unitId` + "_in", set by the gateway
-    Handle replyEvent;            ///< named `unitId` + "_out", set by the driver
-    bool terminated = true;       ///< Terminate has nothing (more) to do
-    std::int32_t echoLevel = 0;   ///< 1: each command line of the script is echoed
-    bool modified = false;        ///< the model was changed since the unit was made
+    std::string unitId;            ///< GUID with braces; names the shared block and the events
+    std::string workingFolder;     ///< ANSI, ends in a backslash
+    FileHandle workingFolderHold;  ///< tells other processes that the folder is in use
+    std::string startupError;      ///< why `startupOk` is false (worker thread: start)
+    bool startupOk = true;         ///< the unit may be used (worker thread: start)
+    Handle requestEvent;           ///< named `unitId` + "_in", set by the gateway
+    Handle replyEvent;             ///< named `unitId` + "_out", set by the driver
+    bool terminated = true;        ///< Terminate has nothing (more) to do
+    unsigned activities = 0;       ///< UnitActivity bits: what the unit is in the middle of
+    bool terminationAsked = false; ///< Terminate came in the middle of something
+    std::int32_t echoLevel = 0;    ///< 1: each command line of the script is echoed
+    bool modified = false;         ///< the model was changed since the unit was made
     ComRef<IDispatch> simulationContext;
     ComRef<ICapeDiagnostic> diagnostic; ///< of the context, asked for on first use
     bool workaroundDone = false;        ///< the private model file was looked for, or need not be
@@ -76,7 +79,7 @@ public:
     std::vector<std::wstring> reportNames;
     std::vector<std::wstring> reportTexts;
     std::wstring selectedReport;
-    std::wstring outputText; ///< what Matlab printed in the last run (worker thread: run)
+    std::wstring outputText; ///< what Matlab printed in the last run
 
     std::vector<std::string> additionalFiles; ///< names in `workingFolder`, ANSI
     std::string loadWarnings;                 ///< of the last load of a model file, a line each
@@ -85,6 +88,7 @@ public:
     Handle workerDoneEvent;
     Handle workerThread;
     std::wstring workerError;       ///< why a run failed (worker thread: run)
+    std::wstring workerOutput;      ///< what Matlab printed in it (worker thread: run)
     std::int32_t workerCommand = 0; ///< a WorkerCommand and its outcome (worker thread: all)
 
     bool scriptDirty = true; ///< unitCalc.m must be built again from calc.m
@@ -103,8 +107,8 @@ public:
     /// Whether a model can be loaded and saved: not before the folder is made, and not after Terminate.
     bool hasWorkingFolder() const { return !workingFolder.empty() && !terminated; }
 
-    /// Where the host takes messages; null where it does not.
-    ICapeDiagnostic* hostLog();
+    /// Where the host takes messages; empty where it does not.
+    ComRef<ICapeDiagnostic> hostLog();
 
     /// Feeds, then products.
     std::vector<ComRef<CPort>> allPorts() const;
@@ -122,6 +126,10 @@ public:
     /// Builds the whole unit up to a started Matlab. It succeeds even where that fails: then `startupOk` is
     /// false and `startupError` says why.
     HRESULT FinalConstruct();
+    void FinalRelease() { stop(); }
+
+    /// What Terminate does, at once.
+    HRESULT stop();
 
     // ICapeCollection: the ports, feeds first
     STDMETHODIMP Item(VARIANT id, IDispatch** item) override;
@@ -156,6 +164,11 @@ public:
 
 private:
     bool build(std::string& error);
+    void waitForWorker() const;
+    void forbidUse();
+    /// Reads or writes the model through an interface of persistence, unless something hinders that.
+    template <class Body>
+    HRESULT persist(UnitActivity activity, const wchar_t* scope, const wchar_t* interfaceName, Body&& body);
     /// Fails a call on a unit that may not be used, with `startupError`.
     HRESULT raiseStopped(const wchar_t* scope, const wchar_t* interfaceName);
 };

@@ -66,6 +66,12 @@ STDMETHODIMP CSolvaneUnitOp::Validate(BSTR* message, VARIANT_BOOL* isValid) {
         if (!message || !prepareResult(isValid))
             return E_POINTER;
         prepareMessage(message);
+        std::wstring refusal;
+        if (!mayBegin(*this, UnitActivity::validating, refusal)) {
+            *message = newBstr(refusal);
+            return S_OK;
+        }
+        const ActivityScope scope(*this, UnitActivity::validating);
         // The text, not startupOk: it stands after Terminate too.
         std::wstring failure = widen(startupError);
         const bool valid = failure.empty() && areAllConnected(feedPorts, L"Feed", failure) &&
@@ -83,6 +89,10 @@ STDMETHODIMP CSolvaneUnitOp::Calculate() {
     return border([&]() -> HRESULT {
         if (!startupOk)
             return raiseStopped(L"Calculate", unitInterface);
+        std::wstring error;
+        if (!mayBegin(*this, UnitActivity::calculating, error))
+            return raise(L"Calculate failed", error, L"Calculate", unitInterface);
+        const ActivityScope scope(*this, UnitActivity::calculating);
         LoadPrivateModel(*this);
         // From here a failure leaves reports that say so, never the last run's.
         outputText = L"Matlab output not available\r\n";
@@ -101,7 +111,6 @@ STDMETHODIMP CSolvaneUnitOp::Calculate() {
                 return capeFailure;
             }
         }
-        std::wstring error;
         if (runCalculation(*this, error))
             return S_OK;
         outputText += error;

@@ -30,6 +30,7 @@ STDMETHODIMP CSolvaneUnitOp::get_ports(IDispatch** ports) {
             return E_POINTER;
         if (!startupOk)
             return raiseStopped(L"get_ports", L"ICapeUnit");
+        const ActivityScope scope(*this, UnitActivity::loading);
         LoadPrivateModel(*this);
         QueryInterface(IID_IDispatch, reinterpret_cast<void**>(ports));
         return S_OK;

@@ -18,7 +18,7 @@ bool isDesktopVisible() {
 void tellUser(CSolvaneUnitOp& unit, const std::string& text, const char* title, UINT style) {
     if (isDesktopVisible())
         MessageBoxA(nullptr, text.c_str(), title, style);
-    else if (ICapeDiagnostic* log = unit.hostLog())
+    else if (const ComRef<ICapeDiagnostic> log = unit.hostLog())
         log->LogMessage(Bstr(widen(std::string(title) + ' ' + text)).get());
 }
 

@@ -114,6 +114,15 @@ extern "C" void setMatlabBehaviour(solvane::MatlabBehaviour* behaviour) {
     solvane::behaviour = behaviour;
 }
 
+extern "C" void releaseAtProcessEnd(IUnknown* object) {
+    static struct Holder {
+        IUnknown* held = nullptr;
+        ~Holder() { held->Release(); }
+    } holder;
+    object->AddRef();
+    holder.held = object;
+}
+
 STDAPI DllGetClassObject(REFCLSID classId, REFIID iid, void** result) {
     if (classId != solvane::scriptedMatlabClass)
         return CLASS_E_CLASSNOTAVAILABLE;

@@ -28,5 +28,8 @@ protected:
 
 } // namespace solvane
 
+/// Holds a reference to an object until the process ends, when this module is detached.
+extern "C" void releaseAtProcessEnd(IUnknown* object);
+
 /// Without a behaviour, nothing can be created.
 extern "C" void setMatlabBehaviour(solvane::MatlabBehaviour* behaviour);

@@ -52,14 +52,22 @@ TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
     EXPECT_EQ(runs, 2);
 }
 
-/// Marshals an object of this apartment to `body`, which runs on a thread of the multi-threaded apartment
-/// while this one serves its calls.
-void useFromAnotherApartment(IUnknown* object, const std::function<void(IUnknown* proxy)>& body) {
+/// Serves the calls of other apartments until the event.
+void serveUntil(HANDLE event) {
+    DWORD index = 0;
+    EXPECT_EQ(CoWaitForMultipleHandles(0, 30000, 1, &event, &index), S_OK);
+}
+
+/// Marshals an object of this apartment to `body`, which runs on a thread of another one. This thread carries
+/// out `meanwhile` and then serves its calls.
+void useFromAnotherApartment(
+    IUnknown* object, COINIT kind, const std::function<void(IUnknown* proxy)>& body,
+    const std::function<void()>& meanwhile = [] {}) {
     ComRef<IStream> stream;
     ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(IID_IUnknown, object, stream.put()), S_OK);
     const Handle done = makeEvent();
     std::thread thread([&] {
-        const Apartment multiThreaded(COINIT_MULTITHREADED);
+        const Apartment apartment(kind);
         ComRef<IUnknown> proxy;
         EXPECT_EQ(CoGetInterfaceAndReleaseStream(stream.release(), IID_IUnknown, proxy.putVoid()), S_OK);
         if (proxy)
@@ -67,9 +75,8 @@ void useFromAnotherApartment(IUnknown* object, const std::function<void(IUnknown
         proxy.reset();
         SetEvent(done.get());
     });
-    HANDLE event = done.get();
-    DWORD index = 0;
-    EXPECT_EQ(CoWaitForMultipleHandles(0, 30000, 1, &event, &index), S_OK);
+    meanwhile();
+    serveUntil(done.get());
     thread.join();
 }
 
@@ -87,7 +94,7 @@ TEST_F(Apartments, aUnitIsUsedThroughProxies) {
         return printed(L"Evaluation error: far away");
     };
     ASSERT_EQ(unit.connect(L"Feed", FakeMaterial11::create()->dispatch()), S_OK);
-    useFromAnotherApartment(unit.as<IUnknown>().get(), [&](IUnknown* proxy) {
+    useFromAnotherApartment(unit.as<IUnknown>().get(), COINIT_MULTITHREADED, [&](IUnknown* proxy) {
         const HostedUnit remote{ComRef<IUnknown>(proxy)};
         ASSERT_TRUE(remote.as<ICapeUnit>()) << "the CAPE-OPEN type library is not registered";
         EXPECT_EQ(remote.validate(), L"");
@@ -99,6 +106,64 @@ TEST_F(Apartments, aUnitIsUsedThroughProxies) {
         EXPECT_EQ(remote.validate(), L"Feed port \"Feed\" is not connected");
     });
     EXPECT_NE(scriptThread, GetCurrentThreadId());
+}
+
+// Units of two apartments, one on the other's material: the thread that waits for the run has to serve it.
+// Its own unit is called then as well.
+TEST_F(Apartments, aThreadThatWaitsForAnothersRunServesThatRunsMaterial) {
+    const HostedUnit waiting = createUnit();
+    const auto material = FakeMaterial11::create();
+    bool isTerminated = false;
+    material->record->onCall = [&](const std::string& call) {
+        isTerminated |= call.starts_with("GetOverallProp") && waiting.terminate() == S_OK;
+    };
+    const Handle inScript = makeEvent();
+    const Handle isAboutToWait = makeEvent();
+    matlab.onRun = [&](const std::wstring& folder) {
+        GatewayClient script(folder);
+        SetEvent(inScript.get());
+        EXPECT_EQ(WaitForSingleObject(isAboutToWait.get(), 5000), WAIT_OBJECT_0);
+        Sleep(100); // it waits
+        script.expect(request(1) << 1 << "temperature", succeeded() << 0u << 300.0);
+        return MatlabAnswer();
+    };
+    useFromAnotherApartment(
+        material->dispatch(), COINIT_APARTMENTTHREADED,
+        [&](IUnknown* proxy) {
+            ModelBag bag;
+            const HostedUnit unit = createUnit(bag.script("").feeds({L"Feed"}));
+            EXPECT_EQ(unit.connect(L"Feed", queryInterface<IDispatch>(proxy).get()), S_OK);
+            EXPECT_EQ(unit.calculate(), S_OK);
+        },
+        [&] {
+            serveUntil(inScript.get());
+            SetEvent(isAboutToWait.get());
+            EXPECT_EQ(waiting.calculate(), capeFailure);
+            EXPECT_TRUE(isTerminated);
+            EXPECT_EQ(waiting.validate(), L"Terminate has been called on unit operation");
+        });
+}
+
+// The unit is called through a proxy while it calls the material through one.
+TEST_F(Apartments, aMaterialOfAnotherApartmentCallsTheUnitBack) {
+    ModelBag bag;
+    const HostedUnit unit = createUnit(bag.script("").feeds({L"Feed"}));
+    useFromAnotherApartment(unit.as<IUnknown>().get(), COINIT_APARTMENTTHREADED, [&](IUnknown* proxy) {
+        const HostedUnit remote{ComRef<IUnknown>(proxy)};
+        const auto material = FakeMaterial11::create();
+        HRESULT calculated = S_OK, terminated = E_FAIL;
+        material->record->onCall = [&](const std::string& call) {
+            if (!call.starts_with("CreateMaterial"))
+                return;
+            calculated = remote.calculate();
+            terminated = remote.terminate();
+        };
+        EXPECT_EQ(remote.connect(L"Feed", material->dispatch()), S_OK);
+        EXPECT_EQ(remote.calculate(), capeFailure);
+        EXPECT_EQ(remote.errorDescription(), L"Terminate has been called on unit operation");
+        EXPECT_EQ(calculated, capeFailure);
+        EXPECT_EQ(terminated, S_OK);
+    });
 }
 
 } // namespace

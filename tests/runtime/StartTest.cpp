@@ -1,5 +1,6 @@
 // Construction up to a started Matlab, what a unit says where that failed, and its end.
 
+#include "Program.h"
 #include "RuntimeTest.h"
 
 namespace solvane {
@@ -176,7 +177,7 @@ TEST_F(Start, terminateLeavesTheFolderBeforeItDeletesIt) {
     EXPECT_EQ(namesIn(temporary.path()), std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14"});
 }
 
-TEST_F(Start, aSubFolderKeepsTheWorkingFolder) {
+TEST_F(Start, aSubFolderKeepsTheWorkingFolderUntilTheNextStart) {
     const HostedUnit unit = createUnit();
     const std::wstring kept = workingFolder() + L"kept";
     CreateDirectoryW(kept.c_str(), nullptr);
@@ -184,6 +185,28 @@ TEST_F(Start, aSubFolderKeepsTheWorkingFolder) {
     EXPECT_EQ(unit.terminate(), S_OK);
     EXPECT_EQ(namesIn(workingFolder()), std::vector<std::wstring>{L"kept"});
     EXPECT_EQ(readFile(kept + L"\\deep.txt"), "deep");
+
+    // Where a link leads stays.
+    const std::wstring outside = temporary.path() + L"outside";
+    CreateDirectoryW(outside.c_str(), nullptr);
+    writeFile(outside + L"\\mine.txt", "mine");
+    runOnLinux(L"ln -s ../../outside link", kept + L"\\", L"link", true);
+    CreateDirectoryW((kept + L"\\deeper").c_str(), nullptr);
+    CreateDirectoryW((temporary.path() + L"{00000000-0000-0000-0000-000000000001}").c_str(), nullptr);
+    writeFile(temporary.path() + L"{00000000-0000-0000-0000-000000000001}.left", "another's");
+    const std::wstring left = workingFolder();
+    for (const bool isLinkThere : {true, false}) { // which Windows' functions do not delete on Linux
+        const HostedUnit next = createUnit();
+        EXPECT_EQ(GetFileAttributesW((kept + L"\\deeper").c_str()), INVALID_FILE_ATTRIBUTES);
+        EXPECT_EQ(GetFileAttributesW(left.c_str()) != INVALID_FILE_ATTRIBUTES, isLinkThere);
+        if (isLinkThere)
+            runOnLinux(L"rm link", kept + L"\\", L"link", false);
+    }
+    EXPECT_EQ(readFile(outside + L"\\mine.txt"), "mine");
+    EXPECT_EQ(namesIn(temporary.path()),
+              (std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14", L"outside",
+                                         L"{00000000-0000-0000-0000-000000000001}",
+                                         L"{00000000-0000-0000-0000-000000000001}.left"}));
 }
 
 TEST_F(Start, foldersOfUnitsWhoseProcessDiedGoAtTheNextStart) {
@@ -215,6 +238,31 @@ TEST_F(Start, foldersOfUnitsWhoseProcessDiedGoAtTheNextStart) {
         EXPECT_EQ(namesIn(folder + L'\\').size(), row.goes ? 0 : row.files.size()) << narrow(folder);
     }
     EXPECT_EQ(namesIn(folderOfTheLiving), (std::vector<std::wstring>{L"calc.m", L"runUnit.m"}));
+}
+
+constexpr UINT endedRightly = 7;
+
+// The host of the test below, in a process of its own.
+TEST_F(Start, DISABLED_hostWhoseModuleReleasesAtTheProcessesEnd) {
+    HostedUnit unit = createUnit();
+    releaseAtProcessEnd(unit.as<IUnknown>().get());
+    unit.release();
+    ExitProcess(endedRightly);
+}
+
+// By then the system has ended the worker thread.
+TEST_F(Start, theLastReleaseMayComeAtTheProcessesEnd) {
+    std::wstring self(1024, L'\0');
+    self.resize(GetModuleFileNameW(nullptr, self.data(), static_cast<DWORD>(self.size())));
+    Program host(L"\"" + self + L"\" --gtest_also_run_disabled_tests --gtest_filter=Start.DISABLED_host*");
+    if (WaitForSingleObject(host.handle(), 20'000) != WAIT_OBJECT_0)
+        TerminateProcess(host.handle(), 1);
+    const Outcome outcome = host.wait();
+    EXPECT_EQ(outcome.exitCode, endedRightly) << outcome.printed;
+    const std::vector<std::wstring> folders = namesIn(temporary.path()); // that process's temporary folder
+    ASSERT_EQ(folders.size(), 1u);
+    EXPECT_EQ(namesIn(temporary.path() + folders[0] + L"\\"),
+              std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14"});
 }
 
 TEST_F(Start, aHostThatOnlyReleasesLeavesNothingBehind) {

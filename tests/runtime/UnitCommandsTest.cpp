@@ -14,24 +14,29 @@ constexpr std::uint32_t getFeedCountCode = 13;
 constexpr std::uint32_t getProductCountCode = 14;
 constexpr std::uint32_t logMessageCode = 18;
 
-/// A host's simulation context with its log, on the test's frame: it is not counted.
+/// A host's simulation context with its log, on the test's frame.
 class DiagnosticContext final : public DispatchImpl<ICapeDiagnostic> {
 public:
     bool hasLog = true;
+    ULONG references = 0;
+    std::function<void()> onLog;
     std::vector<std::wstring> lines;
 
     STDMETHODIMP QueryInterface(REFIID iid, void** result) override {
         const bool isKnown =
             iid == IID_IUnknown || iid == IID_IDispatch || (hasLog && iid == __uuidof(ICapeDiagnostic));
         *result = isKnown ? this : nullptr;
+        references += isKnown ? 1 : 0;
         return isKnown ? S_OK : E_NOINTERFACE;
     }
-    STDMETHODIMP_(ULONG) AddRef() override { return 1; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+    STDMETHODIMP_(ULONG) Release() override { return --references; }
 
     STDMETHODIMP PopUpMessage(BSTR) override { return E_NOTIMPL; }
     STDMETHODIMP LogMessage(BSTR text) override {
         lines.emplace_back(viewOf(text));
+        if (onLog)
+            onLog();
         return E_FAIL; // of no interest to the unit
     }
 };
@@ -136,9 +141,15 @@ TEST_F(UnitCommands, logLinesGoToTheHostAndTheStatusStaysWhereThereIsNowhereToLo
     logs("iteration 1", succeeded());
     logs("", untouched);
     logs("\xe9t\xe9", succeeded());
-    utilities->put_simulationContext(nullptr);
+    // A log that goes from inside its own call lives as long as that.
+    context.onLog = [&] {
+        utilities->put_simulationContext(nullptr);
+        EXPECT_EQ(context.references, 1u);
+    };
+    logs("last", succeeded());
+    EXPECT_EQ(context.references, 0u);
     logs("line", untouched);
-    EXPECT_EQ(context.lines, (std::vector<std::wstring>{L"iteration 1", L"\u00e9t\u00e9"}));
+    EXPECT_EQ(context.lines, (std::vector<std::wstring>{L"iteration 1", L"\u00e9t\u00e9", L"last"}));
 }
 
 } // namespace

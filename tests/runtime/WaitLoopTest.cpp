@@ -1,5 +1,6 @@
 // What the host's thread does while the script runs.
 
+#include "HostWindow.h"
 #include "RuntimeTest.h"
 
 #include <gmock/gmock.h>
@@ -14,39 +15,6 @@ using testing::Contains;
 using testing::Each;
 using testing::HasSubstr;
 
-constexpr UINT inputMessage = WM_KEYDOWN;
-
-/// A window of the host's, without a place on the screen.
-class HostWindow {
-public:
-    HostWindow()
-        : window_(
-              CreateWindowExW(0, L"Static", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
-        SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&receive));
-    }
-    ~HostWindow() { DestroyWindow(window_); }
-    HostWindow(const HostWindow&) = delete;
-    HostWindow& operator=(const HostWindow&) = delete;
-
-    void post(UINT message) { EXPECT_TRUE(PostMessageW(window_, message, 0, 0)); }
-
-    std::function<void()> onPaint;
-    int inputs = 0;
-
-private:
-    static LRESULT CALLBACK receive(HWND window, UINT message, WPARAM w, LPARAM l) {
-        auto& self = *reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        if (message == WM_PAINT && self.onPaint)
-            self.onPaint();
-        if (message == inputMessage)
-            ++self.inputs;
-        return message == WM_PAINT ? 0 : DefWindowProcW(window, message, w, l);
-    }
-
-    HWND window_;
-};
-
 using WaitLoop = RuntimeTest;
 
 TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
@@ -57,7 +25,7 @@ TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
     for (const bool asksWithoutPause : {false, true}) {
         matlab.onRun = [&](const std::wstring& folder) {
             GatewayClient script(folder);
-            window.post(inputMessage);
+            window.post(HostWindow::inputMessage);
             window.post(WM_PAINT);
             const ULONGLONG begin = GetTickCount64();
             while (WaitForSingleObject(painted.get(), asksWithoutPause ? 0 : 5000) != WAIT_OBJECT_0 &&
@@ -134,6 +102,43 @@ TEST_F(WaitLoop, theHostPaintsWhileTheUnitWaitsForAnothersTurnOnASharedMatlab) {
     EXPECT_EQ(unit.calculate(), S_OK);
     EXPECT_THAT(matlab.calls(), Contains(L"runUnit"));
     other.join();
+}
+
+// A look for any message takes it too.
+TEST_F(WaitLoop, theEndOfTheHostsMessageLoopIsThereAfterTheRun) {
+    const HostedUnit unit = createUnit();
+    PostQuitMessage(7);
+    EXPECT_EQ(unit.calculate(), S_OK);
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
+        DispatchMessageW(&message);
+    EXPECT_EQ(message.message, UINT{WM_QUIT});
+    EXPECT_EQ(message.wParam, 7u);
+}
+
+TEST_F(WaitLoop, aWindowThatPaintsWithoutEndDoesNotHoldTheScriptUp) {
+    for (const DWORD paintTime : {0, 5}) {
+        HostWindow window;
+        const HostedUnit unit = createUnit();
+        const Handle painted(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        const ULONGLONG begin = GetTickCount64();
+        window.onPaint = [&] {
+            SetEvent(painted.get());
+            Sleep(paintTime);
+            if (GetTickCount64() - begin < 5000)
+                window.post(WM_PAINT);
+        };
+        matlab.onRun = [&](const std::wstring& folder) {
+            GatewayClient script(folder);
+            window.post(WM_PAINT);
+            EXPECT_EQ(WaitForSingleObject(painted.get(), 5000), WAIT_OBJECT_0);
+            for (int i = 0; i < 100; ++i)
+                script.call(request(12));
+            return MatlabAnswer();
+        };
+        EXPECT_EQ(unit.calculate(), S_OK);
+        EXPECT_LT(GetTickCount64() - begin, 2000u) << paintTime;
+    }
 }
 
 TEST_F(WaitLoop, aRequestThatArrivesWithTheEndIsStillServed) {

@@ -70,30 +70,15 @@ TEST_F(WorkingFolder, unitCalcIsBuiltAgainOnlyForANewScript) {
 class FileOnFullDisk {
 public:
     FileOnFullDisk(const std::wstring& folder, const std::wstring& name) : folder_(folder), name_(name) {
-        runOnLinux(L"ln -sf /dev/full " + name_, true);
+        runOnLinux(L"ln -sf /dev/full " + name_, folder_, name_, true);
     }
-    ~FileOnFullDisk() { runOnLinux(L"rm " + name_, false); } // which Windows' functions do not delete
+    ~FileOnFullDisk() {
+        runOnLinux(L"rm " + name_, folder_, name_, false);
+    } // which Windows' functions do not delete
     FileOnFullDisk(const FileOnFullDisk&) = delete;
     FileOnFullDisk& operator=(const FileOnFullDisk&) = delete;
 
 private:
-    /// A program's end cannot be waited for.
-    void runOnLinux(std::wstring command, bool isThereThen) const {
-        const std::wstring program = L"\\\\?\\unix\\bin\\" + command.substr(0, 2);
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION started{};
-        EXPECT_TRUE(CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                   folder_.c_str(), &start, &started));
-        const Handle process(started.hProcess), thread(started.hThread);
-        for (int turn = 0; turn < 500; ++turn) {
-            if ((std::ranges::count(namesIn(folder_), name_) == 1) == isThereThen)
-                return;
-            Sleep(10);
-        }
-        ADD_FAILURE() << narrow(command);
-    }
-
     std::wstring folder_;
     std::wstring name_;
 };
@@ -129,6 +114,19 @@ TEST_F(WorkingFolder, aRunWithoutItsWholeScriptsFailsBeforeMatlabSeesThem) {
         }
         EXPECT_EQ(matlab.calls(), std::vector<std::wstring>());
     }
+}
+
+TEST_F(WorkingFolder, aLoadMakesTheFolderAnewThatADiskCleanerRemoved) {
+    ModelBag bag;
+    const HostedUnit unit = createUnit(bag.script("x"));
+    const std::wstring name = workingFolder().substr(temporary.path().size(), 38);
+    runOnLinux(L"rm -r " + name, temporary.path(), name, false); // whom open files do not hinder
+    EXPECT_EQ(unit.load(bag), S_OK) << narrow(unit.error());
+    EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("x"));
+    EXPECT_TRUE(readFile(workingFolder() + L"runUnit.m").starts_with("%Solvane"));
+    EXPECT_EQ(unit.terminate(), S_OK);
+    unit.load(bag); // makes none for a unit that has ended
+    EXPECT_EQ(namesIn(temporary.path()), std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14"});
 }
 
 TEST_F(WorkingFolder, initRunTellsTheRunsCompoundsAndPhases) {

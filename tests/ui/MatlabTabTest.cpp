@@ -1,5 +1,6 @@
 // The Matlab tab: the script's file and its view, test runs, the editor outside.
 
+#include "HostWindow.h"
 #include "Program.h"
 #include "ScriptedMatlab.h"
 #include "UiTest.h"
@@ -56,6 +57,16 @@ TEST(ErrorPlace, isCountedInTheUsersScript) {
 }
 
 const std::wstring editorStandIn = builtFile(L"..\\tests\\EditorStandIn.exe");
+
+TEST(ScriptEditor, theEndOfTheHostsMessageLoopIsThereAfterTheWait) {
+    PostQuitMessage(7);
+    Program editor(L"\"" + editorStandIn + L"\"");
+    waitForScriptEditor(editor.handle());
+    editor.wait();
+    MSG message{};
+    EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 7u);
+}
 
 class MatlabTab : public UiTest {
 protected:
@@ -173,6 +184,30 @@ TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
         }),
         S_OK);
     EXPECT_EQ(script(), "a = 1;\r\nb = foo;\r\nc\r\nd");
+}
+
+// The host comes back to the unit while it paints.
+TEST_F(MatlabTab, aTerminateDuringATestIsCarriedOutAfterTheWindow) {
+    HostWindow host;
+    const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    const std::wstring text = L"Terminate has been called on unit operation";
+    host.onPaint = [&] {
+        EXPECT_EQ(unit.as<ICapeUtilities>()->Edit(), capeFailure);
+        EXPECT_EQ(unit.terminate(), S_OK);
+        SetEvent(painted.get());
+    };
+    matlab.onRun = [&](const std::wstring&) {
+        host.post(WM_PAINT);
+        EXPECT_EQ(WaitForSingleObject(painted.get(), 5000), WAIT_OBJECT_0);
+        return printed(L"ran");
+    };
+    work([&](WindowDriver& user) {
+        user.press(L"&Test");
+        EXPECT_EQ(user.text(IDC_MATLAB_OUTPUT), L"ran\r\n\r\nError: " + text);
+        EXPECT_NE(readFile(scriptPath()), "?");
+    });
+    EXPECT_EQ(unit.validate(), text);
+    EXPECT_EQ(readFile(scriptPath()), "?");
 }
 
 TEST_F(MatlabTab, onlyTheTextThatTheUserChangedIsAChange) {

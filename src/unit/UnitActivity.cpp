@@ -1,0 +1,68 @@
+#include "UnitActivity.h"
+
+#include "CSolvaneUnitOp.h"
+
+#include <array>
+
+namespace solvane {
+
+namespace {
+
+constexpr unsigned bits(auto... activities) {
+    return (static_cast<unsigned>(activities) | ...);
+}
+
+using enum UnitActivity;
+
+struct ActivityRule {
+    UnitActivity activity;
+    const wchar_t* isDoing; ///< of the unit
+    const wchar_t* cannot;
+    unsigned hinderedBy;
+};
+
+/// Of several hindrances the refusal names the first. A save may begin in a run: what it reads is changed on
+/// its own thread only. Half a model must not be saved, and lists must not be replaced under one who goes
+/// through them.
+constexpr std::array rules{
+    ActivityRule{loading, L"is being loaded", L"load",
+                 bits(calculating, running, validating, editing, loading, saving)},
+    ActivityRule{calculating, L"is calculating", L"calculate",
+                 bits(calculating, running, validating, loading)},
+    ActivityRule{running, L"is running its script", L"run the script of", bits(running, loading)},
+    ActivityRule{validating, L"is being validated", L"validate", bits(validating)},
+    ActivityRule{editing, L"has its window open", L"edit",
+                 bits(calculating, running, validating, editing, loading, saving)},
+    ActivityRule{saving, L"is being saved", L"save", bits(loading)},
+};
+
+} // namespace
+
+bool mayBegin(const CSolvaneUnitOp& unit, UnitActivity activity, std::wstring& refusal) {
+    for (const ActivityRule& rule : rules) {
+        if (rule.activity != activity)
+            continue;
+        for (const ActivityRule& other : rules)
+            if ((unit.activities & rule.hinderedBy & bits(other.activity)) != 0) {
+                refusal = std::wstring(L"Cannot ") + rule.cannot + L" the unit while it " + other.isDoing +
+                          L"; try again after that";
+                return false;
+            }
+    }
+    return true;
+}
+
+ActivityScope::ActivityScope(CSolvaneUnitOp& unit, UnitActivity activity)
+    : unit_(unit), former_(unit.activities) {
+    unit_.AddRef();
+    unit_.activities |= bits(activity);
+}
+
+ActivityScope::~ActivityScope() {
+    unit_.activities = former_;
+    if (former_ == 0 && unit_.terminationAsked)
+        unit_.stop();
+    unit_.Release();
+}
+
+} // namespace solvane
