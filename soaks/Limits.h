@@ -96,6 +96,7 @@ inline constexpr std::array limitsOfEngine = {
 
 inline constexpr auto limits =
     joined(limitsOfWork, doorLimits("models"), limitsOfModels, doorLimits("bags"), doorLimits("requests10"),
-           doorLimits("requests11"), doorLimits("cases"), doorLimits("socket"), limitsOfEngine);
+           doorLimits("requests11"), doorLimits("reentry"), doorLimits("cases"), doorLimits("socket"),
+           limitsOfEngine);
 
 } // namespace solvane::soak

@@ -18,6 +18,7 @@ void soakModels(const Effort& effort, const Figures& figures);
 void soakBags(const Effort& effort, const Figures& figures);
 void soakRequests10(const Effort& effort, const Figures& figures);
 void soakRequests11(const Effort& effort, const Figures& figures);
+void soakReentry(const Effort& effort, const Figures& figures);
 void soakCases(const Effort& effort, const Figures& figures);
 void soakSocket(const Effort& effort, const Figures& figures);
 
@@ -43,6 +44,7 @@ inline constexpr std::array segments = {
     Segment{"requests10", "Requests of any content from the gateway, on materials of version 1.0",
             soakRequests10},
     Segment{"requests11", "The same on materials of version 1.1", soakRequests11},
+    Segment{"reentry", "A host that calls its unit from inside the unit's runs", soakReentry},
     Segment{"cases", "Damaged case files of the sample host", soakCases},
     Segment{"socket", "Strangers, floods and half messages on the engine's socket", soakSocket},
 };
