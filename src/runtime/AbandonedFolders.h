@@ -12,8 +12,8 @@ namespace solvane {
 FileHandle holdWorkingFolder(const std::string& folder);
 
 /// Deletes the working folders in the temporary folder, with a trailing backslash, whose processes have gone
-/// without a Terminate, and those that a Terminate had to leave, with all that is in them. What a link in them
-/// leads to stays.
+/// without a Terminate, and those that a Terminate had to leave, with all that is in them. What a link in
+/// them leads to stays.
 void deleteAbandonedFolders(const std::string& temporaryFolder);
 
 /// Deletes the files of a working folder, with a trailing backslash, and the folder. A sub-folder stays and

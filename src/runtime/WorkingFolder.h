@@ -18,7 +18,8 @@ bool createWorkingFolder(CSolvaneUnitOp& unit, std::string& error);
 /// Makes the folder and its two scripts anew where somebody has removed them, such as a cleaner of disks.
 bool restoreWorkingFolder(CSolvaneUnitOp& unit, std::string& error);
 
-/// Deletes the folder's files and the folder. A sub-folder stays and keeps the folder until a next unit starts.
+/// Deletes the folder's files and the folder. A sub-folder stays and keeps the folder until a next unit
+/// starts.
 void deleteWorkingFolder(CSolvaneUnitOp& unit);
 
 /// Writes a resource's bytes unchanged to a file of the working folder.
