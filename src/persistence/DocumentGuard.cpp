@@ -13,20 +13,20 @@ namespace solvane {
 
 namespace {
 
+/// One byte too many shows a document that is too long.
 std::string readWhole(std::FILE* file) {
     std::string bytes;
     std::array<char, 0x10000> piece;
-    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), file))
+    while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), file)) {
         bytes.append(piece.data(), count);
+        if (bytes.size() > modelLimits::document)
+            break;
+    }
     return bytes;
 }
 
-/// A byte for each unit of the document, and none for what is not ASCII: the library also reads UTF-16.
-std::string asciiOf(const std::string& document) {
-    const bool isLittleEndian = document.starts_with("\xFF\xFE") || document.starts_with({"<\0", 2});
-    const bool isBigEndian = document.starts_with("\xFE\xFF") || document.starts_with({"\0<", 2});
-    if (!isLittleEndian && !isBigEndian)
-        return document;
+/// A byte for each unit of a document in UTF-16, and a question mark for what is not ASCII.
+std::string asciiOf(std::string_view document, bool isLittleEndian) {
     std::string ascii;
     ascii.reserve(document.size() / 2);
     for (std::size_t i = 0; i + 1 < document.size(); i += 2) {
@@ -55,28 +55,54 @@ TagContent contentOf(std::string_view tag) {
     return content;
 }
 
-/// Looks at the tags alone. What stands in comments counts too: better too much is seen than too little,
-/// since the library goes on after errors.
+/// To entities that the library does not know by itself: it looks long at each before it says so.
+std::size_t unknownReferences(std::string_view document) {
+    constexpr std::array<std::string_view, 6> known{"&#", "&quot;", "&amp;", "&apos;", "&lt;", "&gt;"};
+    std::size_t count = 0;
+    for (std::size_t place = 0; (place = document.find('&', place)) != std::string_view::npos; ++place)
+        if (std::ranges::none_of(known, [rest = document.substr(place)](std::string_view reference) {
+                return rest.starts_with(reference);
+            }))
+            ++count;
+    return count;
+}
+
+/// Looks at tags and references. What stands in comments counts too, and the comments themselves: better too
+/// much is seen than too little, since the library goes on after errors.
 const char* documentFault(std::string_view document) {
     constexpr std::string_view type = "<!DOCTYPE";
     if (const std::size_t place = document.find(type); place != std::string_view::npos)
         if (contentOf(document.substr(place)).hasBracket ||
             document.find(type, place + type.size()) != std::string_view::npos)
             return "The document type in xml data file has declarations; a model has none";
+    if (unknownReferences(document) > modelLimits::unknownReferences)
+        return "More unknown references in xml data file than are worth reading";
     std::size_t elements = 0;
     for (std::size_t place = document.find('<'); place != std::string_view::npos;) {
         // A value holds no '<', so no tag goes beyond the next.
         const std::size_t next = document.find('<', place + 1);
         const std::string_view tag = document.substr(place + 1, next - place - 1);
         place = next;
-        if (tag.starts_with('/') || tag.starts_with('!') || tag.starts_with('?'))
+        if (tag.starts_with('/'))
             continue;
         if (++elements > modelLimits::elements)
             return "More elements in xml data file than a model can have";
-        if (contentOf(tag).attributes > modelLimits::attributes)
+        const bool isElement = !tag.starts_with('!') && !tag.starts_with('?');
+        if (isElement && contentOf(tag).attributes > modelLimits::attributes)
             return "More attributes of one element in xml data file than a model can have";
     }
     return nullptr;
+}
+
+/// The declaration at its beginning may change the encoding of the rest, whatever the first bytes were, so
+/// the document is looked at in each that the library knows. ASCII in UTF-16 has a zero byte in each unit.
+const char* faultInAnyEncoding(std::string_view document) {
+    const char* fault = documentFault(document);
+    if (document.find('\0') == std::string_view::npos)
+        return fault;
+    for (const bool isLittleEndian : {true, false})
+        fault = fault ? fault : documentFault(asciiOf(document, isLittleEndian));
+    return fault;
 }
 
 /// As XML 1.0 defines a character.
@@ -124,11 +150,16 @@ bool prepareDocument(const std::string& path, std::string& error) {
         return true;
     const std::string document = readWhole(file.get());
     file.reset();
-    if (const char* fault = documentFault(asciiOf(document))) {
+    if (document.size() > modelLimits::document) {
+        error = "The xml data file is longer than a model's can be";
+        return false;
+    }
+    // What is taken out may have stood in the middle of a tag.
+    const std::string kept = withoutEmptyReferences(document);
+    if (const char* fault = faultInAnyEncoding(kept)) {
         error = fault;
         return false;
     }
-    const std::string kept = withoutEmptyReferences(document);
     if (kept.size() == document.size())
         return true;
     file = openFile(path, "wb");

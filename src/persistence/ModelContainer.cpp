@@ -169,7 +169,30 @@ bool isReadable(unzFile zip) {
            (entry.compression_method == 0 || entry.compression_method == Z_DEFLATED);
 }
 
-/// `unpackable` is how many bytes the container may still unpack to.
+/// The bytes of the container's current entry, of which there may be `unpackable` more. Gives what failed;
+/// null where nothing did.
+const char* unpack(unzFile zip, StdioFile file, std::uint64_t& unpackable) {
+    static constexpr char readError[] = "read error in zip file";
+    static constexpr char writeError[] = "write error";
+    std::array<char, 0x10000> piece; // by kilobytes it takes a sixth longer
+    while (const int count = unzReadCurrentFile(zip, piece.data(), piece.size())) {
+        if (count < 0)
+            return readError;
+        const auto size = static_cast<std::size_t>(count);
+        if (size > unpackable)
+            return unpacksToTooMuch;
+        unpackable -= size;
+        if (std::fwrite(piece.data(), 1, size, file.get()) != size)
+            return writeError;
+    }
+    if (!closeWritten(std::move(file)))
+        return writeError;
+    // An entry that is cut off ends like any other, and a wrong checksum shows only when a whole one is
+    // closed.
+    return unzeof(zip) == 1 && unzCloseCurrentFile(zip) == UNZ_OK ? nullptr : readError;
+}
+
+/// `unpackable` is how many bytes the container may still unpack to. Nothing is left of a file that fails.
 bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const ContainerEntries& entries,
                           const std::string& name, std::uint64_t& unpackable, std::string& error) {
     const auto failed = [&](const std::string& reason) {
@@ -181,24 +204,15 @@ bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const Contain
         return failed(": it is encrypted, or packed in an unknown way");
     if (unzOpenCurrentFile(zip) != UNZ_OK)
         return failed("");
-    StdioFile file = openFile(unit.workingFolder + name, "wb");
+    const std::string path = unit.workingFolder + name;
+    StdioFile file = openFile(path, "wb");
     if (!file)
         return failed(": failed to open file in temporary working folder");
-    std::array<char, 0x10000> piece; // by kilobytes it takes a sixth longer
-    while (const int count = unzReadCurrentFile(zip, piece.data(), piece.size())) {
-        if (count < 0)
-            return failed(": read error in zip file");
-        const auto size = static_cast<std::size_t>(count);
-        if (size > unpackable)
-            return failed(std::string(": ") + unpacksToTooMuch);
-        unpackable -= size;
-        if (std::fwrite(piece.data(), 1, size, file.get()) != size)
-            return failed(": write error");
+    if (const char* fault = unpack(zip, std::move(file), unpackable)) {
+        DeleteFileA(path.c_str());
+        return failed(std::string(": ") + fault);
     }
-    if (!closeWritten(std::move(file)))
-        return failed(": write error");
-    // A wrong checksum shows only here.
-    return unzCloseCurrentFile(zip) == UNZ_OK || failed(": read error in zip file");
+    return true;
 }
 
 void clearModel(CSolvaneUnitOp& unit) {
@@ -267,10 +281,13 @@ bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::strin
         const auto extract = [&](const std::string& name) {
             return ExtractFromContainer(unit, zip.get(), entries, name, unpackable, error);
         };
-        if (!extract(modelWords::script) || !extract(modelDocument) || !readUnitDocument(unit, error))
-            return false;
+        const bool isRead =
+            extract(modelWords::script) && extract(modelDocument) && readUnitDocument(unit, error);
         // The unit has the files that have been unpacked.
-        for (std::string& name : std::exchange(unit.additionalFiles, {})) {
+        std::vector<std::string> names = std::exchange(unit.additionalFiles, {});
+        if (!isRead)
+            return false;
+        for (std::string& name : names) {
             if (!entries.find(name) && entries.find(bytesOf(name)))
                 name = bytesOf(name);
             if (const char* fault = workingFileFault(unit.workingFolder, name))

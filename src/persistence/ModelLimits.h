@@ -8,8 +8,12 @@
 
 namespace solvane::modelLimits {
 
-/// Elements of a description.
+/// Bytes of a description. The XML library and the unit need several times as much for its texts.
+inline constexpr std::size_t document = 50'000'000;
+/// Elements of a description, comments and instructions included: the XML library keeps them all.
 inline constexpr std::size_t elements = 100'000;
+/// References to entities that nobody declared, none of which a model can have.
+inline constexpr std::size_t unknownReferences = 1'000;
 /// Attributes of an element. The XML library compares each with all others.
 inline constexpr std::size_t attributes = 64;
 /// Bytes of a tag, with the values in it as they are written. The XML library takes ten million.

@@ -4,7 +4,6 @@
 #include "ModelLimits.h"
 #include "ModelWords.h"
 #include "ModelWriter.h"
-#include "WorkingFileName.h"
 #include "com/Handle.h"
 #include "com/Numbers.h"
 #include "com/Text.h"
@@ -46,8 +45,6 @@ public:
         if (warningsLeftOut_ > 0)
             unit_.loadWarnings += "and " + std::to_string(warningsLeftOut_) + " more\r\n";
     }
-    /// Why the model may not be loaded; empty where it may.
-    const std::string& refusal() const { return refusal_; }
 
 private:
     using Attribute = std::optional<std::string>;
@@ -103,7 +100,6 @@ private:
     CParameter* openOptionParameter = nullptr; ///< whose options are being read
     std::wstring* textTarget = nullptr;        ///< the report whose text is being read
     std::size_t warningsLeftOut_ = 0;
-    std::string refusal_;
 };
 
 const std::array<DocumentReader::Element, 8> DocumentReader::elements{{
@@ -199,14 +195,8 @@ void DocumentReader::beginPort(bool isFeed, std::vector<ComRef<CPort>>& ports, c
 }
 
 void DocumentReader::beginFile() {
-    const Attribute name = required("name", "External file is missing name\r\n");
-    if (!name)
-        return;
-    const char* fault = workingFileNameFault(*name);
-    if (!fault)
+    if (const Attribute name = required("name", "External file is missing name\r\n"))
         unit_.additionalFiles.push_back(*name);
-    else if (refusal_.empty())
-        refusal_ = "Failed to read \"" + *name + "\" in zipped document: " + fault;
 }
 
 void DocumentReader::beginOption() {
@@ -357,8 +347,6 @@ bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
     if (state < 0 && error.empty())
         error = firstFault.empty() ? parseError(1, "the document can't be read") : firstFault;
     document.finishWarnings();
-    if (error.empty())
-        error = document.refusal();
     return error.empty();
 }
 

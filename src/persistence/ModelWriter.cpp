@@ -30,7 +30,7 @@ public:
     explicit DocumentWriter(std::FILE* file) : file_(file) {}
 
     void begin(const CSolvaneUnitOp& unit) {
-        write("<?xml version=\"1.0\" standalone=\"yes\"?>\n");
+        tag("<?xml version=\"1.0\" standalone=\"yes\"?>\n");
         tag("<UnitOperation>\n");
         tag("<docInfo version=\"1\" infoLevel=\"" + std::to_string(unit.echoLevel) + "\" />\n");
     }
@@ -44,7 +44,7 @@ public:
             if (solid == text.npos || text.find_first_not_of(blanks, end) == text.npos)
                 break;
             writeRun(text.substr(0, end));
-            write("<!---->");
+            tag("<!---->");
             text.remove_prefix(end);
         }
         writeRun(text);
@@ -85,9 +85,15 @@ public:
     const std::string& fault() const { return fault_; }
 
 private:
-    void write(const char* text) { std::fputs(text, file_); }
+    void write(std::string_view text) {
+        size_ += text.size();
+        if (size_ > modelLimits::document)
+            fault_ = "the texts are longer than the " + std::to_string(modelLimits::document) +
+                     " bytes that a model file takes";
+        std::fwrite(text.data(), 1, text.size(), file_);
+    }
 
-    /// An element, or where it begins, as it stands on its line.
+    /// An element, or where it begins, as it stands on its line; a comment.
     void tag(const std::string& line) {
         constexpr std::size_t shownLength = 60;
         if (line.size() > modelLimits::tag)
@@ -96,7 +102,7 @@ private:
         if (++elements_ > modelLimits::elements)
             fault_ = "a model file takes " + std::to_string(modelLimits::elements) +
                      " ports, parameters, options, reports and files";
-        write(line.c_str());
+        write(line);
     }
     void named(const std::string& element, const char* name) {
         tag("<" + element + " name=\"" + name + "\" />\n");
@@ -141,6 +147,7 @@ private:
     std::string line_;
     std::string fault_;
     std::size_t elements_ = 0;
+    std::size_t size_ = 0;
 };
 
 } // namespace

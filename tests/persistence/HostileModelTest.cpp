@@ -114,6 +114,9 @@ TEST_F(HostileModel, declarationsDoNotExplode) {
         "<!DOCTYPE UnitOperation [<!ENTITY % f SYSTEM \"http://127.0.0.1:9/x.dtd\"> %f;]><UnitOperation/>",
         "<!DOCTYPE UnitOperation SYSTEM '>' [<!ATTLIST feed name CDATA \"F\">]><UnitOperation/>",
         "\xFF\xFE" + inUtf16("<!DOCTYPE \xFF [<!ELEMENT a ANY>]><UnitOperation/>"),
+        "<?xml version='1.0' encoding='UTF-16LE'" +
+            inUtf16("?><!DOCTYPE a [<!ELEMENT a ANY>]><UnitOperation/>"),
+        "<!DOC&#1;TYPE UnitOperation [<!ELEMENT a ANY>]><UnitOperation/>",
         "<!-- <!DOCTYPE \"--><!DOCTYPE UnitOperation [<!ELEMENT a ANY>]><!-- \" --><UnitOperation/>",
     };
     for (const std::string& document : documents) {
@@ -125,7 +128,7 @@ TEST_F(HostileModel, declarationsDoNotExplode) {
     EXPECT_EQ(load({{"unit.xml", "<!DOCTYPE UnitOperation><UnitOperation/>"}, {"calc.m", "1;"}}), S_OK);
 }
 
-TEST_F(HostileModel, elementsAndAttributesWithoutEndAreRefused) {
+TEST_F(HostileModel, aDocumentWithoutEndIsRefused) {
     const auto repeated = [](int count, const std::string& text) {
         std::string all;
         for (int i = 0; i < count; ++i)
@@ -136,14 +139,17 @@ TEST_F(HostileModel, elementsAndAttributesWithoutEndAreRefused) {
         std::string elements;
         std::wstring text;
     } cases[] = {
-        {"<feed" + repeated(80000, " a") + "/>", L"More attributes of one element in "},
-        {"<feed x='>'" + repeated(80000, " a") + "/>", L"More attributes of one element in "},
-        {repeated(1000000, "<feed name=\"F\"/>"), L"More elements in "},
+        {"<feed" + repeated(80000, " a") + "/>", L"More attributes of one element in xml data file"},
+        {"<feed x='>'" + repeated(80000, " a") + "/>", L"More attributes of one element in xml data file"},
+        {repeated(1000000, "<feed name=\"F\"/>"), L"More elements in xml data file"},
+        {repeated(1000000, "<!---->"), L"More elements in xml data file"},
+        {"<feed name=\"" + repeated(1000000, "&x;") + "\"/>", L"More unknown references in xml data file"},
+        {std::string(51'000'000, ' '), L"The xml data file is longer than a model's can be"},
     };
     for (const auto& row : cases) {
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(loadElements(row.elements), capeFailure);
-        EXPECT_EQ(failure(), row.text + L"xml data file than a model can have");
+        EXPECT_TRUE(failure().starts_with(row.text)) << narrow(failure());
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     }
     // A report may be full of what looks like attributes.

@@ -153,6 +153,8 @@ TEST_F(ModelStream, aFailedLoadLeavesAnEmptyUsableUnit) {
         {zipOf({model[1], {"unit.xml", std::string("<\0\0\0?\0\0\0", 8)}}, temporary.path()),
          L"Parse error in xml data file, line 1: encoding not supported USC4 little endian"},
         {zipOf({model[1], {"unit.xml", ""}}, temporary.path()), L"Parse error in xml data file, line 1: "},
+        {zipOf({model[1], {"unit.xml", "<UnitOperation><file name=\"data.bin\"/><"}}, temporary.path()),
+         L"Parse error in xml data file, line 1: "},
         {zipOf({model[0], model[1]}, temporary.path()), L"File \"data.bin\" not present in zipped document"},
     };
     const std::vector<std::wstring> before = namesIn(matlab.workingFolder());
@@ -170,6 +172,7 @@ TEST_F(ModelStream, aFailedLoadLeavesAnEmptyUsableUnit) {
             EXPECT_EQ(unit.as<ICapeCollection>()->Count(&count), S_OK);
             EXPECT_EQ(count, 0);
         }
+        EXPECT_NE(saved(), "") << narrow(failure());
     }
     ASSERT_EQ(load(model), S_OK);
     EXPECT_EQ(unit.parameter(L"p").real(), 1.5);
@@ -184,6 +187,16 @@ TEST_F(ModelStream, aWrongChecksumFailsTheLoad) {
     container[directory + checksum + 2] ^= 1;
     EXPECT_EQ(load(container), capeFailure);
     EXPECT_EQ(failure(), L"Failed to read \"unit.xml\" in zipped document: read error in zip file");
+}
+
+// Bytes that end before their time have no checksum: a half script would be taken for a whole one.
+TEST_F(ModelStream, anEntryThatIsCutOffFailsTheLoadAndLeavesNoPiece) {
+    std::string container = zipOf(model, temporary.path());
+    ++container[container.rfind("PK\3\4") + 22]; // the file's size, in its local header and in the directory
+    ++container[container.rfind("PK\1\2") + 24];
+    EXPECT_EQ(load(container), capeFailure);
+    EXPECT_EQ(failure(), L"Failed to read \"data.bin\" in zipped document: read error in zip file");
+    EXPECT_EQ(readFile(matlab.workingFolder() + L"data.bin"), "?");
 }
 
 TEST_F(ModelStream, whatCannotBeSavedIsNamed) {
