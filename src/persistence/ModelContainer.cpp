@@ -245,6 +245,9 @@ std::uint64_t sizeOf(const std::string& path) {
 } // namespace
 
 bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+    if (unit.additionalFiles.size() > modelLimits::files)
+        return fail(error, "The model has more than the " + std::to_string(modelLimits::files) +
+                               " files that a model file takes");
     const DocumentOfThisCall document(unit);
     if (!writeUnitDocument(unit, error))
         return false;
@@ -287,6 +290,8 @@ bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::strin
         std::vector<std::string> names = std::exchange(unit.additionalFiles, {});
         if (!isRead)
             return false;
+        if (names.size() > modelLimits::files)
+            return fail(error, "More files in xml data file than a model can have");
         for (std::string& name : names) {
             if (!entries.find(name) && entries.find(bytesOf(name)))
                 name = bytesOf(name);

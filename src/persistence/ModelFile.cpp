@@ -8,8 +8,23 @@
 
 namespace solvane {
 
+namespace {
+
+/// No longer than the path itself, which may be as long as the system takes; never a file that is there.
+std::string unusedPathBeside(const std::string& path) {
+    std::string beside = path;
+    for (const char last : std::string_view("~_0123456789")) {
+        beside.back() = last;
+        if (GetFileAttributesA(beside.c_str()) == INVALID_FILE_ATTRIBUTES)
+            return beside;
+    }
+    return {};
+}
+
+} // namespace
+
 bool saveModelFile(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
-    const std::string part = path + ".part";
+    const std::string part = unusedPathBeside(path);
     if (WriteModelDocument(unit, part, error)) {
         if (MoveFileExA(part.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
             return true;

@@ -18,6 +18,8 @@ inline constexpr std::size_t unknownReferences = 1'000;
 inline constexpr std::size_t attributes = 64;
 /// Bytes of a tag, with the values in it as they are written. The XML library takes ten million.
 inline constexpr std::size_t tag = 9'900'000;
+/// Files besides the script. Each takes the system a millisecond or more.
+inline constexpr std::size_t files = 1'000;
 /// Characters of the warnings of a load, about as many as a message box can show.
 inline constexpr std::size_t warnings = 2'000;
 

@@ -133,7 +133,7 @@ TEST_F(AspenPlus, aFailedSaveLeavesTheFileAsItWas) {
                                        narrow(temporary.path()) +
                                        "B1.svm\": Failed to add \"calc.m\" to zip: file has zero size"});
     EXPECT_TRUE(readFile(L"B1.svm") == former);
-    EXPECT_EQ(readFile(L"B1.svm.part"), "?");
+    EXPECT_EQ(readFile(L"B1.sv~"), "?");
 }
 
 TEST_F(AspenPlus, aFileThatIsInUseIsNeverWrittenOver) {

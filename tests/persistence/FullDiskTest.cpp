@@ -52,6 +52,18 @@ TEST_F(FullDisk, aModelFileIsReplacedWholeOrNotAtAll) {
     EXPECT_LT(failures, 25);
 }
 
+TEST_F(FullDisk, filesBesideTheModelStayAndThePathMayBeAsLongAsTheSystemTakes) {
+    const std::wstring name(MAX_PATH - 5 - folder.path().size(), L'm');
+    for (const wchar_t* beside : {L".svm.part", L".sv~", L".sv_"}) {
+        const std::wstring file = folder.path() + L"model" + beside;
+        writeFile(file, "the user's");
+        EXPECT_TRUE(save()) << error;
+        EXPECT_EQ(readFile(file), "the user's");
+    }
+    EXPECT_TRUE(saveModelFile(*unit.get(), narrow(folder.path() + name + L".svm"), error)) << error;
+    EXPECT_EQ(namesIn(folder.path()).size(), 6U);
+}
+
 TEST_F(FullDisk, noUnfinishedDescriptionStaysBehind) {
     unit->outputText.assign(70000, L'x');
     EXPECT_FALSE(save());

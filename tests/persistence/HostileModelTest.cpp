@@ -144,6 +144,7 @@ TEST_F(HostileModel, aDocumentWithoutEndIsRefused) {
         {repeated(1000000, "<feed name=\"F\"/>"), L"More elements in xml data file"},
         {repeated(1000000, "<!---->"), L"More elements in xml data file"},
         {"<feed name=\"" + repeated(1000000, "&x;") + "\"/>", L"More unknown references in xml data file"},
+        {repeated(1001, "<file name=\"calc.m\"/>"), L"More files in xml data file"},
         {std::string(51'000'000, ' '), L"The xml data file is longer than a model's can be"},
     };
     for (const auto& row : cases) {
