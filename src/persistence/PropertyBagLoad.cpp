@@ -24,15 +24,11 @@ public:
 
     /// `type` VT_EMPTY takes any. Nothing where the key can't be read or converted.
     std::optional<Variant> scalar(const std::wstring& key, VARTYPE type) const {
-        Variant value;
-        VARIANT* place = value.put();
-        place->vt = type;
-        if (FAILED(bag_->Read(key.c_str(), place, errorLog_)))
-            return std::nullopt;
-        if (type == VT_EMPTY || value.type() == type)
+        std::optional<Variant> value = read(key, type);
+        if (!value || type == VT_EMPTY || value->type() == type)
             return value;
         Variant converted;
-        if (FAILED(VariantChangeType(converted.put(), value.in(), 0, type)))
+        if (FAILED(VariantChangeType(converted.put(), value->in(), 0, type)))
             return std::nullopt;
         return converted;
     }
@@ -44,10 +40,10 @@ public:
 
     /// An empty list is VT_EMPTY.
     std::optional<VariantArray> array(const std::wstring& key, VARTYPE elementType) const {
-        Variant value;
-        if (FAILED(bag_->Read(key.c_str(), value.put(), errorLog_)))
+        std::optional<Variant> value = read(key, VT_EMPTY);
+        if (!value)
             return std::nullopt;
-        VariantArray array(std::move(value));
+        VariantArray array(std::move(*value));
         std::string error;
         return readVariantArray(array, elementType, error) ? std::optional(std::move(array)) : std::nullopt;
     }
@@ -70,6 +66,18 @@ public:
     }
 
 private:
+    /// What the host gives, or what that refers to.
+    std::optional<Variant> read(const std::wstring& key, VARTYPE type) const {
+        Variant given;
+        given.put()->vt = type;
+        if (FAILED(bag_->Read(key.c_str(), given.in(), errorLog_)))
+            return std::nullopt;
+        if ((given.type() & VT_BYREF) == 0)
+            return given;
+        Variant value;
+        return SUCCEEDED(VariantCopyInd(value.put(), given.in())) ? std::optional(value) : std::nullopt;
+    }
+
     IPropertyBag* bag_;
     IErrorLog* errorLog_;
 };

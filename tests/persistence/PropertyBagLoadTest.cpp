@@ -81,6 +81,21 @@ TEST_F(PropertyBagTest, valuesConvertAndMissingOnesHaveTheirKindsInitialValue) {
     EXPECT_EQ(unit.parameter(L"noString").text(), L"");
 }
 
+TEST_F(PropertyBagTest, aHostMayGiveReferencesToItsValues) {
+    ModelBag model;
+    model.script("1;").feeds({L"F"}).file("data.bin", "\x01").parameter(L"p", L"real", Variant(2.5));
+    std::map<std::wstring, Variant> values = model.values;
+    for (auto& [key, value] : values) {
+        VARIANT* reference = model.values[key].put();
+        reference->vt = VT_BYREF | VT_VARIANT;
+        reference->pvarVal = value.in();
+    }
+    ASSERT_EQ(load(model), S_OK);
+    EXPECT_EQ(unit.parameter(L"p").real(), 2.5);
+    EXPECT_TRUE(unit.port(L"F"));
+    EXPECT_EQ(saved().texts(L"files"), (std::vector<std::wstring>{L"data.bin", L"calc.m"}));
+}
+
 TEST_F(PropertyBagTest, aFileOfNoKnownFormIsSkippedAndTheRestIsLoaded) {
     ModelBag model;
     model.file("number.bin", "x").file("shifted.bin", "y").file("gone.txt", "z").script("1;");
