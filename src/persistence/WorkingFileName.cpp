@@ -20,6 +20,8 @@ constexpr std::wstring_view deviceNumbers = L"0123456789\u00B9\u00B2\u00B3";
 /// and what the unit makes of it is written again before the next run.
 constexpr std::array unitFiles{L"runUnit.m", L"initRun.m", L"unit.xml", L"_unitOperationModel_.svm"};
 
+constexpr char ownFile[] = "the name is that of a file of the unit's own";
+
 auto equals(const std::wstring& text) {
     return [&text](const wchar_t* word) { return compareNoCase(text, word) == 0; };
 }
@@ -49,7 +51,7 @@ const char* workingFileNameFault(const std::string& name) {
     // As the system will see it: a byte that looks like a separator may be half a character.
     const std::wstring wide = widen(name);
     if (std::ranges::any_of(unitFiles, equals(wide)))
-        return "the name is that of a file of the unit's own";
+        return ownFile;
     for (std::size_t start = 0;;) {
         const std::size_t separator = wide.find_first_of(L"\\/", start);
         if (const char* fault = partFault(wide.substr(start, separator - start)))
@@ -66,6 +68,9 @@ const char* workingFileFault(const std::string& folder, const std::string& name)
     WIN32_FIND_DATAA file{};
     const FindHandle search(FindFirstFileA((folder + name).c_str(), &file));
     const std::wstring found = widen(file.cFileName);
+    // The system folds the case of letters beyond ASCII too, by rules of its own.
+    if (search && std::ranges::any_of(unitFiles, equals(found)))
+        return ownFile;
     const std::wstring asked = widen(name);
     const std::wstring last = asked.substr(asked.find_last_of(L"\\/") + 1);
     return !search || CompareStringOrdinal(found.c_str(), -1, last.c_str(), -1, TRUE) == CSTR_EQUAL
