@@ -3,8 +3,8 @@
 
 function echo (varargin)
   persistent functions = {};
-  set = @(varargin) ["builtin (" strjoin(strcat ('"', [{"echo"} varargin], '"'), ", ") ");"];
-  isSwitch = ismember (varargin, {"on", "off"});
+  set = @(varargin) ["builtin (\"echo\"" sprintf(', "%s"', varargin{:}) ");"];
+  isSwitch = strcmp (varargin, "on") | strcmp (varargin, "off");
   varargin(! isSwitch) = cellfun (@fileThatRuns, varargin(! isSwitch), "UniformOutput", false);
   evalin ("caller", set (varargin{:}));
   name = varargin(! isSwitch);

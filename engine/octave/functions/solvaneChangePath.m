@@ -1,0 +1,14 @@
+% Changes the path by a built-in function, but keeps this engine's own folders on it: without them, functions that
+% wait for a user would do so. Calls built-in functions only, since a script may have taken away all others.
+
+function varargout = solvaneChangePath (name, varargin)
+  warning ("off", "backtrace", "local");
+  given = builtin ("path");
+  [varargout{1:nargout}] = builtin (name, varargin{:});
+  if (strcmp (builtin ("path"), given))
+    return;
+  end
+  engine = regexprep (mfilename ("fullpath"), '[^/\\]+[/\\][^/\\]+$', "");
+  folders = regexp (given, pathsep (), "split");
+  builtin ("addpath", folders{strncmp (folders, engine, numel (engine))});
+end
