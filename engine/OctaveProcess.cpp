@@ -72,6 +72,7 @@ HRESULT OctaveProcess::execute(const std::wstring& command, std::wstring& output
         error = L"Octave ended before the command was done";
         return HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED);
     }
+    isFit_ = answer.kind != MessageKind::lost;
     const bool isDone = answer.kind == MessageKind::result;
     (isDone ? output : error) = widen(text, CP_UTF8);
     return isDone ? S_OK : DISP_E_EXCEPTION;

@@ -23,12 +23,16 @@ public:
     /// that came.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
+    /// False once it is unknown what a command did: another Octave has to take over.
+    bool isFit() const { return isFit_; }
+
 private:
     // Where Octave starts: what lies in the client's current folder is not to be found there.
     OwnFolder folder_;
     EngineListener listener_;
     Handle process_; // null for a Linux program
     Connection commands_;
+    bool isFit_ = true;
 };
 
 } // namespace solvane::engine

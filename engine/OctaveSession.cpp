@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace solvane::engine {
 
@@ -94,13 +95,14 @@ HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, 
         result = perform(command, output, error);
     if (SUCCEEDED(result) && output.empty())
         remember(command);
-    return SUCCEEDED(result) || result == DISP_E_EXCEPTION ? result : fail(result);
+    const bool isUsable = SUCCEEDED(result) || result == DISP_E_EXCEPTION;
+    return isUsable && process_->isFit() ? result : fail(result);
 }
 
 /// Octave looks for new files when it changes its folder, or when it is asked to.
 HRESULT OctaveSession::perform(const std::wstring& command, std::wstring& output, std::wstring& error) {
     const HRESULT result =
-        scripts_.refresh(currentFolder_) ? process_->execute(L"rehash", output, error) : S_OK;
+        scripts_.refresh(currentFolder_) ? process_->execute(L"builtin ('rehash');", output, error) : S_OK;
     return SUCCEEDED(result) ? process_->execute(command, output, error) : result;
 }
 
@@ -129,8 +131,9 @@ void OctaveSession::remember(const std::wstring& command) {
     const std::wstring_view word = firstWord(command);
     if (isOneOf(word, folderWords)) {
         folderCommand_ = command;
-        currentFolder_ = namedFolder(command);
-        scripts_.refresh({}); // the former folder may be about to go
+        const std::wstring formerFolder = std::exchange(currentFolder_, namedFolder(command));
+        if (currentFolder_ != formerFolder)
+            scripts_.refresh({}); // the former folder may be about to go
     }
     if (!isOneOf(word, pathWords))
         return;

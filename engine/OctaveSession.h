@@ -28,7 +28,7 @@ public:
     /// Runs a command and takes what it printed. Apostrophes in the name of a folder that goes onto the path
     /// or becomes the current one may be single. DISP_E_EXCEPTION where the command raised an error. Where
     /// Octave ends meanwhile, the command fails too; the next one gets a fresh Octave, with the former one's
-    /// path entries and current folder.
+    /// path entries and current folder; so it does where it is unknown what the command did.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
     /// Ends Octave; a later command gets a fresh one.

@@ -31,7 +31,7 @@ bool TranslatedScripts::refresh(const std::wstring& folder) {
         scripts_.clear();
         folder_ = folder;
     }
-    bool isChanged = false;
+    bool isChanged = std::erase_if(scripts_, [this](const auto& script) { return isGone(script.first); }) > 0;
     WIN32_FIND_DATAW entry;
     const FindHandle search(folder.empty() ? INVALID_HANDLE_VALUE
                                            : FindFirstFileW((folder + L"\\*.m").c_str(), &entry));
@@ -43,6 +43,12 @@ bool TranslatedScripts::refresh(const std::wstring& folder) {
             isChanged = copy(entry.cFileName, script) || isChanged;
     }
     return isChanged;
+}
+
+/// Whether a script that was copied is there no more; then its copy goes too.
+bool TranslatedScripts::isGone(const std::wstring& name) const {
+    return GetFileAttributesW((folder_ + L'\\' + name).c_str()) == INVALID_FILE_ATTRIBUTES &&
+           DeleteFileW((copies_->path() + L'\\' + name).c_str());
 }
 
 bool TranslatedScripts::copy(const std::wstring& name, const std::string& script) {

@@ -19,6 +19,7 @@ public:
     bool refresh(const std::wstring& folder);
 
 private:
+    bool isGone(const std::wstring& name) const;
     bool copy(const std::wstring& name, const std::string& script);
 
     std::wstring folder_;

@@ -3,8 +3,10 @@
 //   SolvaneEngineLink ("connect", folder) connects to the server that started this Octave; when that is gone,
 //                                         the folder is removed if it is empty
 //   text = SolvaneEngineLink ("receive")  the next command, or [] once the server is gone
+//   SolvaneEngineLink ("begin")           from the base workspace: it is about to run there
 //   SolvaneEngineLink ("send", text)      what the command printed
 //   SolvaneEngineLink ("fail", text)      the error that it raised
+//   SolvaneEngineLink ("lose", text)      why it is unknown what it did
 //
 // It stays loaded, with its connection, whatever a script clears.
 
@@ -35,7 +37,14 @@ using namespace solvane::engine;
 // How long Octave may take to end by itself once the server is gone.
 constexpr std::chrono::seconds grace(1);
 
+constexpr std::string_view notCarriedOut =
+    "the command was not carried out: a function in the current folder, or elsewhere on the path, has the "
+    "name "
+    "of one that Octave itself needs, such as evalin; give it another name";
+
 LoopbackSocket server;
+/// Whether the last command came as far as the base workspace.
+bool hasBegun = false;
 
 /// Octave unloads what it loaded while it ends, locked or not. The thread that waits for the server may wake
 /// up after that, and needs its code.
@@ -83,6 +92,7 @@ bool connectToServer(const std::filesystem::path& folder, std::string& error) {
 }
 
 mxArray* receiveCommand() {
+    hasBegun = false;
     MessageKind kind;
     std::uint32_t length = 0;
     if (!server.receive(&kind, sizeof kind) || !server.receive(&length, sizeof length) ||
@@ -91,7 +101,7 @@ mxArray* receiveCommand() {
     std::string command(length, '\0');
     if (!server.receive(command.data(), command.size()))
         return mxCreateDoubleMatrix(0, 0, mxREAL);
-    return mxCreateString(command.c_str());
+    return mxCreateString(command.empty() ? " " : command.c_str()); // the engine's loop ends at nothing
 }
 
 void sendAnswer(MessageKind kind, std::string_view text) {
@@ -102,6 +112,15 @@ void sendAnswer(MessageKind kind, std::string_view text) {
     // A server that is gone shows at the next receive.
     if (server.send(message.data(), message.size()))
         server.send(text.data(), text.size());
+}
+
+void answer(std::string_view verb, std::string_view text) {
+    if (!hasBegun)
+        sendAnswer(MessageKind::lost, notCarriedOut);
+    else if (verb == "send")
+        sendAnswer(MessageKind::result, text);
+    else
+        sendAnswer(verb == "fail" ? MessageKind::failed : MessageKind::lost, text);
 }
 
 /// A text of Octave's, whose characters are bytes.
@@ -118,11 +137,15 @@ bool serve(mxArray* results[], int count, const mxArray* arguments[], std::strin
         results[0] = receiveCommand();
         return true;
     }
-    if (verb == "send" || verb == "fail") {
-        sendAnswer(verb == "send" ? MessageKind::result : MessageKind::failed, text);
+    if (verb == "begin") {
+        hasBegun = true;
         return true;
     }
-    error = "SolvaneEngineLink: takes \"receive\", or \"connect\", \"send\" or \"fail\" with a text";
+    if (verb == "send" || verb == "fail" || verb == "lose") {
+        answer(verb, text);
+        return true;
+    }
+    error = "SolvaneEngineLink: only the automation server's own script calls this";
     return false;
 }
 

@@ -16,18 +16,18 @@ function solvaneEngine ()
   % A handle is found whatever a script makes of the path.
   link = @SolvaneEngineLink;
   link ("connect", pwd ());
-  while (ischar (command = link ("receive")))
-    given = putBack (given);
-    builtin ("echo", "off", "all");
-    [printed, failure] = perform (command);
-    if (isempty (failure))
-      link ("send", printed);
-    else
-      link ("fail", failure);
+  while ((command = link ("receive")))
+    try
+      given = putBack (given);
+      builtin ("echo", "off", "all");
+      answer = perform (command);
+      if (! isempty (regexp (command, '^\s*(addpath|rmpath)\>', "once")))
+        given = path ();
+      end
+    catch fault
+      answer = {"lose", fault.message};
     end
-    if (! isempty (regexp (command, '^\s*(addpath|rmpath)\>', "once")))
-      given = path ();
-    end
+    link (answer{:});
   end
   % The client may have removed the current folder, in which Octave does not end quietly.
   warning ("off", "all");
@@ -51,25 +51,27 @@ function given = putBack (given)
   end
 end
 
-% The failure is empty where there was none. A function that reads from a terminal ends the capture of what is
-% printed, errors included; so a mark has to come out at its end.
-function [printed, failure] = perform (command)
+% What the link sends. A function that reads from a terminal ends the capture of what is printed, errors
+% included; so a mark has to come out at its end.
+function answer = perform (command)
   mark = "\4";
-  failure = "";
-  printed = evalc ("failure = run (command); builtin (\"puts\", mark);");
-  if (! isempty (printed) && printed(end) == mark)
-    printed(end) = [];
-  elseif (isempty (failure))
-    failure = ["what the command printed is lost: a function in it, such as input, waits for a user, and " ...
-               "there is none"];
+  printed = evalc ("answer = run (command); builtin (\"puts\", mark);");
+  if (isempty (printed) || printed(end) != mark)
+    answer = {"lose", ["what the command printed is lost: a function in it waits for a user, who is not there, " ...
+                       "as input does, or has the name of one that Octave itself needs, such as builtin"]};
+  elseif (strcmp (answer{1}, "send"))
+    answer{2} = printed(1:end-1);
   end
 end
 
-function failure = run (command)
-  failure = "";
+% Functions of the current folder go before Octave's own, and an evalin among them may do anything or nothing:
+% the link takes no answer unless that of the base workspace has come by.
+function answer = run (command)
+  answer = {"send"};
   try
+    evalin ("base", "SolvaneEngineLink (\"begin\");");
     evalin ("base", command);
-  catch
-    failure = lasterr ();
+  catch fault
+    answer = {"fail", fault.message};
   end
 end

@@ -26,6 +26,7 @@ TEST_F(Execute, returnsAllThatACommandPrints) {
     // One after the other in one workspace.
     const Case cases[] = {
         {L"x = 6;", L""},
+        {L"", L""},
         {L"x * 7", L"ans = 42\n"},
         {L"warning('hot'); printf('%d\\n', x)", L"warning: hot\n6\n"},
         {L"if x == 6\n  disp('lines')\nend", L"lines\n"},
@@ -50,6 +51,9 @@ TEST_F(Execute, failsAtOnceWhereAScriptWaitsForAUser) {
     for (const std::wstring name : {L"input", L"pause", L"yes_or_no", L"kbhit", L"dbstop", L"keyboard"})
         EXPECT_THAT(octave.failureOf(name), StartsWith(name + L": it waits for a user"));
     EXPECT_EQ(octave.execute(L"pause(0.01), disp(1)"), L"1\n");
+    EXPECT_THAT(octave.failureOf(L"path(''); clear all, evalc('keyboard');"),
+                StartsWith(L"keyboard: it waits"));
+    EXPECT_THAT(octave.failureOf(L"fork"), StartsWith(L"fork: "));
     // Octave's own reads the nothing that its input is.
     EXPECT_THAT(octave.failureOf(L"try, builtin('input', ''), catch, disp('caught'), end"),
                 StartsWith(L"what the command printed is lost"));
@@ -99,6 +103,16 @@ TEST_F(Execute, survivesWhatScriptsDoToTheirSurroundings) {
     EXPECT_EQ(octave.execute(L"disp(exist('answer'))"), L"0\n") << "the client may take its own away";
 }
 
+TEST_F(Execute, reportsACommandThatAFunctionOfAScriptsKeepsFromRunning) {
+    const ScriptFolder folder;
+    octave.execute(L"cd '" + folder.path() + L"'");
+    folder.write(L"evalin.m", "function evalin(varargin)\n");
+    octave.execute(L"rehash");
+    EXPECT_THAT(octave.failureOf(L"disp(1)"), StartsWith(L"the command was not carried out"));
+    std::filesystem::remove(folder.path() + L"\\evalin.m");
+    EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n");
+}
+
 TEST_F(Execute, readsScriptsInTheAnsiCodePageAndInUtf8) {
     const ScriptFolder folder;
     folder.write(L"start.m", "clear functions\necho ansi on\nutf8, ansi\necho ansi off\ndisp(v)\n");
@@ -113,7 +127,10 @@ TEST_F(Execute, readsScriptsInTheAnsiCodePageAndInUtf8) {
     EXPECT_EQ(folder.read(L"ansi.m"), "function ansi\ndisp('Z\xfcrich \x80'), utf8\n");
     folder.write(L"ansi.m", "disp('Zürich')\n");
     folder.write(L"script.m", "v = 2;\n");
+    octave.execute(L"cd '" + folder.path() + L"'");
     EXPECT_THAT(octave.execute(L"start"), testing::EndsWith(L"Zürich\n2\n")) << "after a change to UTF-8";
+    std::filesystem::remove(folder.path() + L"\\script.m");
+    EXPECT_THAT(octave.failureOf(L"start"), StartsWith(L"'script' undefined"));
     octave.execute(L"cd 'C:\\'");
     EXPECT_FALSE(std::filesystem::exists(folder.path() + L"\\private"));
 }

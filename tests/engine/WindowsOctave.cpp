@@ -64,6 +64,7 @@ int wmain(int count, wchar_t** options) {
 
     const mxArray connect{"connect", true};
     const mxArray receive{"receive", true};
+    const mxArray begin{"begin", true};
     const mxArray send{"send", true};
     call(link, &connect);
     for (;;) {
@@ -74,6 +75,7 @@ int wmain(int count, wchar_t** options) {
             ExitProcess(0);
         if (command.text == "hang")
             Sleep(INFINITE);
+        call(link, &begin);
         command.text = "ran " + command.text;
         call(link, &send, &command);
     }
