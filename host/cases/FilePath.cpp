@@ -34,8 +34,19 @@ std::string whyUnwritable(const std::filesystem::path& path) {
     return "look at the access rights and the room of its folder, and whether another program has it open";
 }
 
-/// What a file's name ends in until all of it is written.
-constexpr wchar_t unfinished[] = L".part";
+/// For a file until all of it is written: no longer than the path itself, which may be as long as the system
+/// takes, and never a file that is there.
+std::filesystem::path unusedPathBeside(const std::filesystem::path& path) {
+    std::wstring beside = path.wstring();
+    std::error_code fault;
+    for (const wchar_t last : std::wstring_view(L"~_0123456789")) {
+        if (!beside.empty())
+            beside.back() = last;
+        if (!std::filesystem::exists(beside, fault))
+            return beside;
+    }
+    return {};
+}
 
 } // namespace
 
@@ -67,8 +78,7 @@ bool readFile(const std::filesystem::path& path, std::string& bytes, std::string
 }
 
 bool writeFile(const std::filesystem::path& path, std::string_view bytes, std::string& error) {
-    std::filesystem::path part = path;
-    part += unfinished;
+    const std::filesystem::path part = unusedPathBeside(path);
     std::ofstream file(part, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();

@@ -2,6 +2,7 @@
 #include "CaseFolder.h"
 #include "Program.h"
 #include "WindowDriver.h"
+#include "com/Handle.h"
 
 #include <gtest/gtest.h>
 
@@ -41,13 +42,16 @@ TEST(EditCommand, aChangedModelGoesToItsFile) {
     std::string before, after, error;
     ASSERT_TRUE(readFile(target, before, error)) << error;
 
+    const std::string beside = folder.write("unit.svm.part", "the user's");
     outcome = edit(pathText(target), addFeed);
+    EXPECT_TRUE(exists(filePath(beside)));
     EXPECT_EQ(outcome.printed, "Saved the model to " + pathText(target) + "\n");
     ASSERT_TRUE(readFile(target, after, error)) << error;
     EXPECT_NE(before, after);
 
     // What cannot be written comes up again, until the user gives up.
-    create_directory(filePath(pathText(target) + ".part"));
+    const FileHandle inUse(
+        CreateFileW(target.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
     outcome = edit(pathText(target), [&](WindowDriver& user) {
         const HWND first = user.here();
         addFeed(user);
