@@ -6,6 +6,7 @@
 #include "com/Text.h"
 #include "thermo/CalculationMaterial.h"
 #include "thermo/CalculationRun.h"
+#include "thermo/HostTexts.h"
 #include "thermo/ProductFlash.h"
 #include "unit/CSolvaneUnitOp.h"
 
@@ -109,7 +110,8 @@ bool flashProducts(CSolvaneUnitOp& unit, std::wstring& error) {
             return false;
         std::string flashError;
         if (!flashProductPort(*products[i], flashError)) {
-            error = L"Failed to flash product " + numbered(i, *products[i]) + L": " + widen(flashError);
+            error = L"Failed to flash product " + numbered(i, *products[i]) + L": " +
+                    std::wstring(hostText(flashError).view());
             return false;
         }
     }

@@ -2,6 +2,7 @@
 
 #include "com/Text.h"
 #include "thermo/CalculationRun.h"
+#include "thermo/HostTexts.h"
 #include "unit/CSolvaneUnitOp.h"
 
 #include <algorithm>
@@ -76,7 +77,7 @@ bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& e
     std::FILE* initScript = file.get();
     std::vector<std::string> compounds;
     for (const std::wstring& compound : run.compoundIds.texts())
-        compounds.push_back(narrow(compound));
+        compounds.push_back(scriptText(compound));
     std::fprintf(initScript, "nComp=%d;\ncompNames={", static_cast<int>(run.nComp));
     writeNames(initScript, compounds);
     std::fprintf(initScript, "};\nnPhase=%d;\nphaseNames={", static_cast<int>(run.phaseNames.size()));

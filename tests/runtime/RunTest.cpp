@@ -11,6 +11,7 @@ namespace {
 
 using testing::_;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -258,6 +259,25 @@ TEST_F(RunWithProducts, aFailureLeavesTheProductsBehindItAlone) {
     scriptSets(both);
     expectFailure(L"Failed to flash product 2 (Bottom): no solution below the triple point", L"done");
     EXPECT_EQ(flashes(*top), 1u);
+}
+
+// A Greek user of a Western system.
+TEST_F(RunWithProducts, theHostsTextsPassThroughTheThreadsCodePageAndBack) {
+    FakeStream stream = makeFakeStream(2);
+    stream.compounds[1] = L"\u03B2";
+    const auto greek = FakeMaterial11::create(stream);
+    for (const wchar_t* port : {L"Top", L"Bottom"})
+        ASSERT_EQ(unit.connect(port, greek->dispatch()), S_OK);
+    greek->record->add({.call = "CalcEquilibrium",
+                        .result = static_cast<HRESULT>(ECapeComputationHR),
+                        .text = L"\u03BB\u03CD\u03C3\u03B7",
+                        .value = {}});
+    scriptSets({productRequest(1, "temperature", "pressure"), productRequest(2, "temperature", "pressure")});
+    const LCID former = GetThreadLocale();
+    SetThreadLocale(MAKELCID(MAKELANGID(LANG_GREEK, SUBLANG_DEFAULT), SORT_DEFAULT));
+    expectFailure(L"Failed to flash product 1 (Top): \u03BB\u03CD\u03C3\u03B7", L"done");
+    SetThreadLocale(former);
+    EXPECT_THAT(readFile(workingFolder() + L"initRun.m"), HasSubstr("compNames={'C1' '\xE2'};"));
 }
 
 TEST_F(RunWithProducts, anInvalidUnitIsNotRun) {
