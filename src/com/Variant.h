@@ -17,6 +17,10 @@ inline std::wstring_view viewOf(BSTR text) {
     return text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
 }
 
+/// The text that a caller passed as a BSTR. A plain wide literal has no length before its text: as far as
+/// that shows, it is read up to its terminator.
+std::wstring_view callersText(BSTR text);
+
 /// A new BSTR for the caller to free. Throws std::bad_alloc.
 BSTR newBstr(std::wstring_view text);
 
@@ -110,5 +114,9 @@ private:
 
     VARIANT value_{};
 };
+
+/// Copies what a caller passed, be it a reference to a variable of its own, as late-bound callers pass. A
+/// null text stays null. False where a reference leads nowhere.
+[[nodiscard]] bool readArgument(const VARIANT& given, Variant& value);
 
 } // namespace solvane

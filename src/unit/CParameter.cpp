@@ -82,15 +82,18 @@ STDMETHODIMP CParameter::put_value(VARIANT value) {
         if (!texts)
             return raise(L"internal error", L"Internal error; unknown parameter data type", L"put_value",
                          parameterInterface);
+        Variant given;
         Variant converted;
-        VariantChangeType(converted.put(), &value, 0, texts->variantType);
+        if (readArgument(value, given))
+            VariantChangeType(converted.put(), given.in(), 0, texts->variantType);
         if (converted.type() != texts->variantType)
             return raise(L"Invalid type", texts->expected, L"put_value", parameterInterface);
         if (parameterKind == ParameterKind::real &&
             (converted.real() == missingValue || std::isnan(converted.real())))
             return raiseInvalidValue(L"Value cannot be missing");
         if (parameterKind == ParameterKind::string && restrictedToList) {
-            if (!converted.get().bstrVal)
+            // The conversion makes an empty text of a null one.
+            if (given.type() == VT_BSTR && !given.get().bstrVal)
                 return raiseInvalidValue(L"A value has not been specified");
             if (!isOption(converted.text()))
                 return raiseInvalidValue(L"The specified value is not valid for this parameter");
@@ -321,7 +324,7 @@ STDMETHODIMP CParameter::Validate(BSTR value, BSTR* message, VARIANT_BOOL* isVal
         if (FAILED(checked))
             return checked;
         *isValid = VARIANT_TRUE;
-        if (restrictedToList && (!value || !isOption(viewOf(value)))) {
+        if (restrictedToList && (!value || !isOption(callersText(value)))) {
             // Without memory for the reason, the value passes.
             *message = SysAllocString(value ? L"Invalid value for this parameter" : L"Value cannot be empty");
             *isValid = *message ? VARIANT_FALSE : VARIANT_TRUE;

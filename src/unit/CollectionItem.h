@@ -23,8 +23,9 @@ HRESULT giveItem(CapeOpenBaseObject& owner, std::span<const ComRef<T>> items, co
     const auto refuse = [&](const wchar_t* name, const wchar_t* description) {
         return owner.raise(name, description, L"Item", L"ICapeCollection");
     };
-    Variant direct; // a late-bound caller may pass a reference to its variable
-    VariantCopyInd(direct.put(), const_cast<VARIANT*>(&id));
+    Variant direct;
+    if (!readArgument(id, direct))
+        return refuse(refusals.invalidId[0], refusals.invalidId[1]);
     std::size_t index = 0;
     if (direct.type() == VT_BSTR) {
         while (index < items.size() && compareNoCase(items[index]->componentName, direct.text()) != 0)

@@ -71,10 +71,18 @@ TEST_F(Parameters, aRestrictedTextMustBeAnOptionToTheLetter) {
     EXPECT_EQ(put(L"choice", text(L"Exact")), S_OK);
     for (const wchar_t* other : {L"exact", L"", L"Exact "})
         EXPECT_EQ(put(L"choice", text(other)), capeFailure) << other;
-    EXPECT_EQ(unit.parameter(L"choice").text(), L"Exact");
     EXPECT_EQ(
         errorOf(parameter(L"choice").get()),
         L"Invalid value | The specified value is not valid for this parameter | put_value | ICapeParameter");
+    Variant null;
+    null.put()->vt = VT_BSTR;
+    for (const VARIANT& none : {null.get(), toVariable(null), toVariable(null, VT_BSTR)}) {
+        put(L"choice", text(L"none"));
+        EXPECT_EQ(parameter(L"choice")->put_value(none), capeFailure);
+        EXPECT_EQ(errorOf(parameter(L"choice").get()),
+                  L"Invalid value | A value has not been specified | put_value | ICapeParameter");
+    }
+    EXPECT_EQ(unit.parameter(L"choice").text(), L"Exact");
     EXPECT_EQ(put(L"free", text(L"anything")), S_OK);
 }
 

@@ -39,12 +39,31 @@ TEST_F(Ports, feedsComeFirstByNumberAndByName) {
 
 TEST_F(Ports, aLateBoundCallersVariableNamesAPort) {
     Variant name = text(L"Feed 1");
-    VARIANT reference{};
-    reference.vt = VT_VARIANT | VT_BYREF;
-    reference.pvarVal = name.in();
     ComRef<IDispatch> found;
-    EXPECT_EQ(unit.as<ICapeCollection>()->Item(reference, found.put()), S_OK);
-    EXPECT_TRUE(found);
+    for (const VARTYPE type : {VT_VARIANT, VT_BSTR}) {
+        EXPECT_EQ(unit.as<ICapeCollection>()->Item(toVariable(name, type), found.put()), S_OK);
+        EXPECT_TRUE(found);
+    }
+    for (const VARTYPE type : {VT_VARIANT, VT_BSTR, VT_I4}) {
+        EXPECT_EQ(unit.as<ICapeCollection>()->Item(toNothing(type), found.put()), capeFailure);
+        EXPECT_EQ(unit.error().substr(0, 26), L"Invalid port specification");
+    }
+}
+
+// What stands before a literal is anything.
+TEST_F(Ports, aLiteralInPlaceOfABstrNamesAPort) {
+    struct {
+        std::uint32_t length;
+        wchar_t text[7];
+    } literal{0, L"Feed 1"};
+    for (const std::uint32_t length : {0u, 4u, 11u, 100u, 0x7FFFFFFEu, 0xFFFFFFFFu}) {
+        literal.length = length;
+        VARIANT name{};
+        name.vt = VT_BSTR;
+        name.bstrVal = literal.text;
+        ComRef<IDispatch> found;
+        EXPECT_EQ(unit.as<ICapeCollection>()->Item(name, found.put()), S_OK) << length;
+    }
 }
 
 TEST_F(Ports, aConnectedMaterialIsGivenBackAndLetGo) {

@@ -39,6 +39,19 @@ protected:
         return item(parameters(), text(name)).as<Interface>();
     }
 
+    /// A reference to a variable of a late-bound caller's.
+    static VARIANT toVariable(Variant& variable, VARTYPE type = VT_VARIANT) {
+        VARIANT reference{};
+        reference.vt = static_cast<VARTYPE>(type | VT_BYREF);
+        reference.byref = type == VT_VARIANT ? static_cast<void*>(variable.in()) : &variable.in()->byref;
+        return reference;
+    }
+    static VARIANT toNothing(VARTYPE type) {
+        VARIANT reference{};
+        reference.vt = static_cast<VARTYPE>(type | VT_BYREF);
+        return reference;
+    }
+
     static Variant text(std::wstring_view value) { return Variant(value); }
 
     HostedUnit unit{module};
