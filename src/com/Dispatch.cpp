@@ -4,6 +4,7 @@
 #include "Module.h"
 #include "Variant.h"
 
+#include <algorithm>
 #include <mutex>
 
 namespace solvane {
@@ -12,6 +13,17 @@ namespace {
 
 /// The resource number of the CAPE-OPEN type library in this module.
 constexpr wchar_t builtInTypeLibrary[] = L"\\2";
+
+/// From the thread's error object, where the type information has not done so: it may ask for an
+/// ISupportErrorInfo first, which the objects do not have.
+void fillException(EXCEPINFO& exception) {
+    ComRef<IErrorInfo> error;
+    if (exception.bstrDescription || GetErrorInfo(0, error.put()) != S_OK)
+        return;
+    error->GetDescription(&exception.bstrDescription);
+    if (!exception.bstrSource)
+        error->GetSource(&exception.bstrSource);
+}
 
 } // namespace
 
@@ -70,7 +82,7 @@ HRESULT DispatchTypeInfo::getTypeInfo(UINT index, ITypeInfo** result) {
 }
 
 HRESULT DispatchTypeInfo::getIdsOfNames(LPOLESTR* names, UINT count, DISPID* ids) {
-    if (!names || !ids)
+    if (!names || !ids || std::find(names, names + count, nullptr) != names + count)
         return E_POINTER;
     const HRESULT loaded = load();
     if (FAILED(loaded))
@@ -91,7 +103,12 @@ HRESULT DispatchTypeInfo::invoke(void* object, DISPID id, WORD flags, DISPPARAMS
     const HRESULT loaded = load();
     if (FAILED(loaded))
         return loaded;
-    return typeInfo_->Invoke(object, id, flags, parameters, result, exception, argumentError);
+    SetErrorInfo(0, nullptr); // what an earlier call left there is not this one's failure
+    const HRESULT invoked =
+        typeInfo_->Invoke(object, id, flags, parameters, result, exception, argumentError);
+    if (invoked == DISP_E_EXCEPTION && exception)
+        fillException(*exception);
+    return invoked;
 }
 
 } // namespace solvane

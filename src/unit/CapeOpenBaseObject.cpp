@@ -5,6 +5,7 @@ namespace solvane {
 namespace {
 
 constexpr wchar_t productPage[] = L"https://solvane.example/unit-operation";
+constexpr wchar_t errorSource[] = L"SolvaneUnitOperation.SolvaneUnitOp";
 
 HRESULT giveText(std::wstring_view text, BSTR* result) {
     return border([&]() -> HRESULT {
@@ -17,9 +18,19 @@ HRESULT giveText(std::wstring_view text, BSTR* result) {
 
 HRESULT takeText(BSTR text, std::wstring& field) {
     return border([&]() -> HRESULT {
-        field = std::wstring(viewOf(text)); // a copy first: the text may be the field's own
+        field = std::wstring(callersText(text)); // a copy first: the text may be the field's own
         return S_OK;
     });
+}
+
+/// Where late-bound callers, and some early-bound ones, look for a failure's text: the thread's error object.
+void setThreadsError(const std::wstring& description) {
+    ComRef<ICreateErrorInfo> error;
+    if (FAILED(CreateErrorInfo(error.put())))
+        return;
+    error->SetSource(const_cast<LPOLESTR>(errorSource));
+    error->SetDescription(const_cast<LPOLESTR>(description.c_str()));
+    SetErrorInfo(0, error.as<IErrorInfo>().get());
 }
 
 } // namespace
@@ -30,6 +41,7 @@ void CapeOpenBaseObject::SetError(std::wstring name, std::wstring description, s
     errorDescription = std::move(description);
     errorScope = std::move(scope);
     errorInterface = std::move(interfaceName);
+    setThreadsError(errorDescription);
 }
 
 HRESULT CapeOpenBaseObject::raise(std::wstring name, std::wstring description, std::wstring scope,

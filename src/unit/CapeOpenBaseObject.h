@@ -13,7 +13,8 @@ namespace solvane {
 /// Base of every object that the host can hold: its name, its description and its last failure.
 ///
 /// A method that fails stores four texts on its object with SetError and returns `capeFailure`; the host then
-/// reads them through ECapeRoot and ECapeUser. A later success does not clear them.
+/// reads them through ECapeRoot and ECapeUser. A later success does not clear them. The description is the
+/// thread's error object as well, from which a late-bound call takes its exception record.
 class CapeOpenBaseObject : public DispatchImpl<ECapeRoot>,
                            public DispatchImpl<ECapeUnknown>,
                            public DispatchImpl<ECapeUser>,

@@ -41,7 +41,7 @@ STDMETHODIMP CSolvaneUnitOp::put_selectedReport(BSTR report) {
     return border([&]() -> HRESULT {
         if (!startupOk)
             return raiseStopped(L"put_selectedReport", unitReport);
-        const std::wstring name(viewOf(report));
+        const std::wstring name(callersText(report));
         if (!isOutputReport(name) && !findReport(*this, name))
             return raise(L"Invalid report name", L"Invalid report name: no such report",
                          L"put_selectedReport", unitReport);

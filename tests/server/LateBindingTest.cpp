@@ -38,6 +38,7 @@ void usesEveryWayOfCalling(const UnitModule& module) {
     const LateBound::Call refused = script.call(L"Mode", DISPATCH_PROPERTYPUT, {one.get()});
     EXPECT_EQ(refused.result, DISP_E_EXCEPTION);
     EXPECT_EQ(refused.code, capeFailure);
+    EXPECT_EQ(refused.description, L"The mode of this parameter cannot be changed");
     EXPECT_EQ(get(parameter.as<ECapeRoot>(), L"name").text(), L"Access denied");
     EXPECT_EQ(get(parameter.as<ECapeUser>(), L"code").integer(), 0);
     EXPECT_EQ(script.call(L"value", DISPATCH_METHOD, {one.get()}).result, DISP_E_MEMBERNOTFOUND);
@@ -47,6 +48,21 @@ void usesEveryWayOfCalling(const UnitModule& module) {
     EXPECT_EQ(id, 2);
     EXPECT_EQ(script.find(L"valu", id), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(script.find(L"ComponentName", id), DISP_E_UNKNOWNNAME);
+    std::wstring known = L"value";
+    LPOLESTR names[] = {known.data(), nullptr};
+    DISPID ids[2] = {};
+    EXPECT_EQ(parameter->GetIDsOfNames(IID_NULL, nullptr, 1, LOCALE_NEUTRAL, ids), E_POINTER);
+    EXPECT_EQ(parameter->GetIDsOfNames(IID_NULL, names + 1, 1, LOCALE_NEUTRAL, ids), E_POINTER);
+    EXPECT_EQ(parameter->GetIDsOfNames(IID_NULL, names, 2, LOCALE_NEUTRAL, ids), E_POINTER);
+    EXPECT_EQ(parameter->GetIDsOfNames(IID_NULL, names, 1, LOCALE_NEUTRAL, nullptr), E_POINTER);
+
+    // A failure without a text does not show the text of an earlier one.
+    EXPECT_EQ(parameter->put_Mode(CAPE_INPUT), capeFailure);
+    place.pbstrVal = nullptr;
+    const LateBound::Call silent = scriptOf(parameter.as<ICapeRealParameterSpec>())
+                                       .call(L"Validate", DISPATCH_METHOD, {place, Variant(1.0).get()});
+    EXPECT_EQ(silent.code, E_POINTER);
+    EXPECT_EQ(silent.description, L"");
 
     const auto collection = module.create<ICapeCollection>(parameterCollectionClass);
     const auto named = collection.as<ICapeIdentification>();
