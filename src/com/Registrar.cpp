@@ -41,6 +41,14 @@ private:
     bool entered_;
 };
 
+/// In the script the variables stand between apostrophes.
+std::wstring withApostrophesDoubled(std::wstring_view text) {
+    std::wstring doubled;
+    for (const wchar_t c : text)
+        doubled.append(c == L'\'' ? 2 : 1, c);
+    return doubled;
+}
+
 } // namespace
 
 HRESULT runRegistryScript(const std::wstring& modulePath, UINT resourceId,
@@ -51,7 +59,8 @@ HRESULT runRegistryScript(const std::wstring& modulePath, UINT resourceId,
                                       registrar.putVoid());
     for (const RegistrarVariable& variable : variables)
         if (SUCCEEDED(result))
-            result = registrar->AddReplacement(variable.name.c_str(), variable.value.c_str());
+            result = registrar->AddReplacement(variable.name.c_str(),
+                                               withApostrophesDoubled(variable.value).c_str());
     if (FAILED(result))
         return result;
     return registration == Registration::add

@@ -8,7 +8,8 @@
 
 namespace solvane {
 
-/// A word of a script between percent signs, and what stands for it.
+/// A word of a script between percent signs, and what stands for it, which the script has between
+/// apostrophes.
 struct RegistrarVariable {
     std::wstring name;
     std::wstring value;

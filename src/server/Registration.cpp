@@ -72,8 +72,8 @@ HRESULT registerTypeLibrary(bool perUser) {
 HRESULT unregisterTypeLibrary() {
     const HRESULT removed =
         UnRegisterTypeLib(typeLibraryId, 1, 0, LOCALE_NEUTRAL, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
-    // Not there is as good as removed.
-    return removed == TYPE_E_REGISTRYACCESS ? S_OK : removed;
+    // Not there is as good as removed: the first is Windows' code for that, the second Wine's.
+    return removed == TYPE_E_REGISTRYACCESS || removed == E_INVALIDARG ? S_OK : removed;
 }
 
 /// A model file is a zip container, so it opens with the user's zip program. The shell's own zip view cannot

@@ -6,6 +6,7 @@
 #include "com/Text.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace solvane {
 
@@ -35,8 +36,7 @@ protected:
 
     /// All that stands in the registry after a registration on an empty machine. Of the type library's flags
     /// the system decides.
-    static Lines complete() {
-        const std::wstring path = UnitModule::builtPath();
+    static Lines complete(const std::wstring& path = UnitModule::builtPath()) {
         const std::wstring unit = L"{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}";
         const std::wstring library = L"{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}";
         const std::wstring application = L"{5C7A1E25-93B4-4D0E-8A61-2F0D7B9C41E3}";
@@ -142,8 +142,28 @@ TEST_F(Registration, itsRemovalSparesWhatOthersWrote) {
         write(key);
     const Lines before = registry.machineClasses();
     ASSERT_EQ(module.registerServer(), S_OK);
-    EXPECT_EQ(module.unregisterServer(), S_OK);
-    expectContents(registry.machineClasses(), before);
+    // What is not there needs no removal.
+    for (int turn = 0; turn < 2; ++turn) {
+        EXPECT_EQ(module.unregisterServer(), S_OK);
+        expectContents(registry.machineClasses(), before);
+    }
+}
+
+// As C:\Users\O'Brien is one.
+TEST_F(Registration, takesAFolderWithApostrophes) {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / L"two '' of O'Brien";
+    const std::wstring path = (folder / L"SolvaneUnitOperation.dll").wstring();
+    std::filesystem::create_directories(folder);
+    std::filesystem::copy_file(UnitModule::builtPath(), path,
+                               std::filesystem::copy_options::overwrite_existing);
+    {
+        const UnitModule there(path);
+        EXPECT_EQ(there.registerServer(), S_OK);
+        expectContents(registry.machineClasses(), complete(path));
+        EXPECT_EQ(there.unregisterServer(), S_OK);
+        expectContents(registry.machineClasses(), {L"appid", L"clsid", L"typelib"});
+    }
+    std::filesystem::remove_all(folder);
 }
 
 // An uninstaller runs for the machine, whatever the user's switch says.
