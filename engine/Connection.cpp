@@ -19,11 +19,6 @@ std::size_t receiveSome(SOCKET socket, std::byte* bytes, std::size_t count) {
 
 } // namespace
 
-void Connection::setReadTimeout(DWORD milliseconds) {
-    setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&milliseconds),
-               sizeof milliseconds);
-}
-
 bool Connection::refill() {
     begin_ = 0;
     end_ = receiveSome(socket_.get(), buffer_.data(), buffer_.size());

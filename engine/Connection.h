@@ -35,9 +35,6 @@ public:
 
     explicit operator bool() const { return static_cast<bool>(socket_); }
 
-    /// How long a read may take before it fails, in milliseconds; 0 for ever.
-    void setReadTimeout(DWORD milliseconds);
-
     /// Fills all of `bytes`.
     bool read(std::span<std::byte> bytes);
     template <class Value>

@@ -1,7 +1,9 @@
 #include "EngineListener.h"
 
 #include "GatewayConnection.h"
+#include "Strangers.h"
 
+#include <algorithm>
 #include <array>
 #include <mutex>
 #include <random>
@@ -9,17 +11,10 @@
 
 namespace solvane::engine {
 
-/// Where the connection that takes commands is left for the listener's owner.
-struct EngineListener::CommandConnection {
-    CriticalSection lock;
-    std::optional<Connection> connection;
-    Handle arrived{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-};
-
 namespace {
 
-// Octave's side greets as soon as it is connected.
-constexpr DWORD greetingTimeout = 5000;
+// How long to wait where the system could not give a connection, in milliseconds.
+constexpr DWORD pauseAfterRefusal = 10;
 
 std::string makeToken() {
     constexpr char digits[] = "0123456789abcdef";
@@ -54,23 +49,12 @@ bool isPassing(int acceptFault) {
     return acceptFault == WSAECONNRESET || acceptFault == WSAEMFILE || acceptFault == WSAENOBUFS;
 }
 
-/// Reads the greeting. Returns the role, or 0 for a stranger.
-char readRole(Connection& connection, std::string_view token) {
-    std::array<char, tokenLength> offered;
-    char role = 0;
-    connection.setReadTimeout(greetingTimeout);
-    if (!connection.readValue(offered) || !connection.readValue(role) ||
-        std::string_view(offered.data(), offered.size()) != token)
-        return 0;
-    connection.setReadTimeout(0);
-    return role;
-}
-
 } // namespace
 
 EngineListener::EngineListener()
     : token_(makeToken()),
-      command_(std::make_shared<CommandConnection>()),
+      commandArrived_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      isEnding_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       socket_(WSASocketW(AF_INET, SOCK_STREAM, IPPROTO_TCP, nullptr, 0,
                          WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT)) {
     port_ = listenOnLoopback(socket_.get());
@@ -79,49 +63,58 @@ EngineListener::EngineListener()
 }
 
 EngineListener::~EngineListener() {
-    socket_.reset(); // ends the waiting accept
+    SetEvent(isEnding_.get());
     if (acceptor_.joinable())
         acceptor_.join();
 }
 
 void EngineListener::accept() {
-    for (;;) {
+    const Handle activity(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    WSAEventSelect(socket_.get(), activity.get(), FD_ACCEPT);
+    Strangers strangers(token_, activity.get());
+    const std::array<HANDLE, 2> events = {isEnding_.get(), activity.get()};
+    DWORD patience = INFINITE;
+    while (WaitForMultipleObjects(2, events.data(), FALSE, patience) != WAIT_OBJECT_0) {
+        // One connection a round: each of the others is listened to once more before it gives way.
         Socket accepted(::accept(socket_.get(), nullptr, nullptr));
-        if (!accepted) {
-            if (!isPassing(WSAGetLastError()))
-                return;
-            Sleep(10);
-            continue;
-        }
-        const BOOL noDelay = TRUE;
-        setsockopt(accepted.get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&noDelay),
-                   sizeof noDelay);
+        const int fault = accepted ? 0 : WSAGetLastError();
+        if (accepted)
+            strangers.add(std::move(accepted));
+        for (Strangers::Guest& guest : strangers.listen())
+            serve(std::move(guest.socket), guest.role);
+        patience = fault == 0 ? 0 : strangers.patience();
+        if (isPassing(fault))
+            patience = std::min(patience, pauseAfterRefusal);
+    }
+}
+
+void EngineListener::serve(Socket socket, char role) {
+    const BOOL noDelay = TRUE;
+    setsockopt(socket.get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&noDelay),
+               sizeof noDelay);
+    if (role == commandRole) {
+        const std::lock_guard guard(lock_);
+        command_ = std::move(socket);
+        SetEvent(commandArrived_.get());
+        return;
+    }
+    try {
         // The thread ends with its connection, and the connection with Octave.
-        auto serve = [connection = Connection(std::move(accepted)), token = token_,
-                      command = command_]() mutable {
-            const char role = readRole(connection, token);
-            if (role == gatewayRole) {
-                serveGateway(connection);
-            } else if (role == commandRole) {
-                const std::lock_guard guard(command->lock);
-                command->connection = std::move(connection);
-                SetEvent(command->arrived.get());
-            }
-        };
-        try {
-            std::thread(std::move(serve)).detach();
-        } catch (const std::system_error&) {
-            // Without a thread the connection is hung up on.
-        }
+        std::thread([held = std::move(socket)]() mutable {
+            Connection connection(std::move(held));
+            serveGateway(connection);
+        }).detach();
+    } catch (const std::system_error&) {
+        // Without a thread the connection is hung up on.
     }
 }
 
 std::optional<Connection> EngineListener::waitForCommandConnection(HANDLE process, DWORD milliseconds) {
-    const std::array<HANDLE, 2> handles = {command_->arrived.get(), process};
+    const std::array<HANDLE, 2> handles = {commandArrived_.get(), process};
     if (WaitForMultipleObjects(process ? 2 : 1, handles.data(), FALSE, milliseconds) != WAIT_OBJECT_0)
         return std::nullopt;
-    const std::lock_guard guard(command_->lock);
-    return std::exchange(command_->connection, std::nullopt);
+    const std::lock_guard guard(lock_);
+    return std::optional<Connection>(std::in_place, std::move(command_));
 }
 
 } // namespace solvane::engine

@@ -11,7 +11,8 @@
 namespace solvane::engine {
 
 /// Listens on 127.0.0.1 for its lifetime. Knows connections by their greeting, keeps the one that takes
-/// commands for its owner, and serves each gateway connection on a thread of its own.
+/// commands for its owner, and serves each gateway connection on a thread of its own. Whoever connects
+/// without a greeting is hung up on after some seconds, and sooner where many do: strangers share one thread.
 class EngineListener {
 public:
     EngineListener();
@@ -29,14 +30,15 @@ public:
     std::optional<Connection> waitForCommandConnection(HANDLE process, DWORD milliseconds);
 
 private:
-    struct CommandConnection;
-
     void accept();
+    void serve(Socket socket, char role);
 
     std::string token_;
     std::uint16_t port_ = 0;
-    // Shared with the threads that read greetings, which may outlive the listener.
-    std::shared_ptr<CommandConnection> command_;
+    CriticalSection lock_;
+    Socket command_; // guarded by lock_
+    Handle commandArrived_;
+    Handle isEnding_;
     Socket socket_;
     std::thread acceptor_;
 };

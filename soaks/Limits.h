@@ -92,6 +92,13 @@ inline constexpr std::array limitsOfEngine = {
     Limit{"socket", "engine: handles gained", "", Bound::atMost, 0},
     Limit{"socket", "engine: threads gained", "", Bound::atMost, 0},
     Limit{"socket", "engine: memory gained", "KiB", Bound::atMost, 4096},
+
+    Limit{"strangers", "slow strangers at once", "", Bound::none, 0},
+    Limit{"strangers", "guests not served", "", Bound::atMost, 0},
+    Limit{"strangers", "longest service", "s", Bound::atMost, 5},
+    Limit{"strangers", "engine: handles at most gained", "", Bound::atMost, 100},
+    Limit{"strangers", "engine: threads at most gained", "", Bound::atMost, 5},
+    Limit{"strangers", "engine: memory at most gained", "KiB", Bound::atMost, 8192},
 };
 
 inline constexpr auto limits =

@@ -21,6 +21,7 @@ void soakRequests11(const Effort& effort, const Figures& figures);
 void soakReentry(const Effort& effort, const Figures& figures);
 void soakCases(const Effort& effort, const Figures& figures);
 void soakSocket(const Effort& effort, const Figures& figures);
+void soakStrangers(const Effort& effort, const Figures& figures);
 
 struct Segment {
     const char* name;
@@ -47,6 +48,9 @@ inline constexpr std::array segments = {
     Segment{"reentry", "A host that calls its unit from inside the unit's runs", soakReentry},
     Segment{"cases", "Damaged case files of the sample host", soakCases},
     Segment{"socket", "Strangers, floods and half messages on the engine's socket", soakSocket},
+    Segment{"strangers",
+            "Very many slow strangers on the engine's socket: guests are served, and it stays small",
+            soakStrangers},
 };
 
 } // namespace solvane::soak

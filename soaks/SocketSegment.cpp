@@ -1,18 +1,14 @@
 #include "../tests/engine/AutomationClient.h"
 #include "Damage.h"
 #include "Door.h"
+#include "EngineSocket.h"
 #include "Folders.h"
 #include "Growth.h"
 #include "Processes.h"
 #include "Segments.h"
-#include "com/Text.h"
-
-#include "../engine/Connection.h"
 
 #include <array>
 #include <optional>
-#include <stop_token>
-#include <thread>
 
 namespace solvane::soak {
 
@@ -21,7 +17,6 @@ namespace {
 using namespace std::string_view_literals;
 using namespace solvane::engine;
 
-constexpr char unitId[] = "{6E3C2A52-0F3B-4B0C-8A11-3F6F2B7D9C02}";
 constexpr std::array snippets = {"\xFF\xFF\xFF\xFF"sv,
                                  "\0\0\0\0"sv,
                                  "\0\0\0\x80"sv,
@@ -34,88 +29,8 @@ constexpr std::array snippets = {"\xFF\xFF\xFF\xFF"sv,
                                  "Q"sv,
                                  "{00000000-0000-0000-0000-000000000000}"sv};
 
-/// A unit in a run that answers whatever it is asked with the block as it stands.
-class AnsweringUnit {
-public:
-    AnsweringUnit()
-        : mapping_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 2048, unitId)),
-          request_(CreateEventA(nullptr, FALSE, FALSE, (std::string(unitId) + "_in").c_str())),
-          reply_(CreateEventA(nullptr, FALSE, FALSE, (std::string(unitId) + "_out").c_str())),
-          thread_([this](std::stop_token stop) {
-              while (!stop.stop_requested())
-                  if (WaitForSingleObject(request_.get(), 100) == WAIT_OBJECT_0)
-                      SetEvent(reply_.get());
-          }) {}
-
-private:
-    Handle mapping_;
-    Handle request_;
-    Handle reply_;
-    std::jthread thread_;
-};
-
-class Caller {
-public:
-    explicit Caller(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (connect(socket_.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-            socket_.reset();
-        const DWORD patience = 20000;
-        setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&patience),
-                   sizeof patience);
-    }
-
-    bool isConnected() const { return static_cast<bool>(socket_); }
-    void write(std::string_view bytes) {
-        send(socket_.get(), bytes.data(), static_cast<int>(bytes.size()), 0);
-    }
-    bool read(void* bytes, int count) {
-        return count == 0 || recv(socket_.get(), static_cast<char*>(bytes), count, MSG_WAITALL) == count;
-    }
-    /// Nothing where none comes.
-    std::optional<std::pair<MessageKind, std::string>> reply() {
-        MessageKind kind{};
-        std::uint32_t length = 0;
-        if (!read(&kind, sizeof kind) || !read(&length, sizeof length) || length > (1u << 20))
-            return std::nullopt;
-        std::string bytes(length, '\0');
-        return read(bytes.data(), static_cast<int>(length)) ? std::optional(std::pair(kind, bytes))
-                                                            : std::nullopt;
-    }
-    bool isHungUp() {
-        char byte;
-        const int received = recv(socket_.get(), &byte, 1, 0);
-        return received == 0 || (received < 0 && WSAGetLastError() != WSAETIMEDOUT);
-    }
-    /// Hangs up without the manners of it: the other side sees a reset.
-    void breakOff() {
-        const linger atOnce{1, 0};
-        setsockopt(socket_.get(), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&atOnce),
-                   sizeof atOnce);
-        socket_.reset();
-    }
-
-private:
-    Socket socket_;
-};
-
-std::string message(char kind, std::uint32_t length, std::string_view bytes) {
-    return kind + std::string(reinterpret_cast<const char*>(&length), sizeof length) + std::string(bytes);
-}
-
 class SocketDoor final : public Door {
 public:
-    SocketDoor() {
-        WSADATA sockets;
-        WSAStartup(MAKEWORD(2, 2), &sockets);
-        token_ = narrow(octave_.execute(L"printf(getenv('SOLVANE_ENGINE_TOKEN'))"));
-        const std::string port = narrow(octave_.execute(L"printf(getenv('SOLVANE_ENGINE_PORT'))"));
-        port_ = static_cast<std::uint16_t>(std::strtoul(port.c_str(), nullptr, 10));
-    }
-
     Verdict attempt(std::uint32_t seed, int number) override {
         Damage damage(seed, number, snippets);
         Verdict verdict = call(damage);
@@ -219,8 +134,9 @@ private:
     AutomationClient octave_;
     std::optional<Growth> growth_;
     AnsweringUnit unit_;
-    std::string token_;
-    std::uint16_t port_ = 0;
+    const EngineAddress address_{octave_};
+    const std::string& token_ = address_.token;
+    const std::uint16_t port_ = address_.port;
 };
 
 } // namespace

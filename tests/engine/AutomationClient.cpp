@@ -116,16 +116,30 @@ bool waitUntil(const std::function<bool()>& condition) {
     return condition();
 }
 
-bool isRunning(std::wstring_view program, DWORD parent) {
+namespace {
+
+/// The last of them.
+DWORD findProcess(std::wstring_view program, DWORD parent) {
     const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
+    DWORD found = 0;
     for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
          more = Process32NextW(snapshot.get(), &entry))
         if (compareNoCase(entry.szExeFile, program) == 0 &&
             (parent == 0 || entry.th32ParentProcessID == parent))
-            return true;
-    return false;
+            found = entry.th32ProcessID;
+    return found;
+}
+
+} // namespace
+
+bool isRunning(std::wstring_view program, DWORD parent) {
+    return findProcess(program, parent) != 0;
+}
+
+DWORD serverOfThisProcess() {
+    return findProcess(L"OctaveAutomationServer.exe", GetCurrentProcessId());
 }
 
 bool hasEnded(std::wstring_view program, DWORD parent) {

@@ -78,6 +78,9 @@ bool isRunning(std::wstring_view program, DWORD parent = 0);
 /// Waits some seconds at most for all of them to end.
 bool hasEnded(std::wstring_view program, DWORD parent = 0);
 
+/// The server that this process started last; 0 where there is none.
+DWORD serverOfThisProcess();
+
 /// Whether the Linux process lives and is an Octave.
 bool isOctaveRunning(const std::string& processId);
 

@@ -3,6 +3,7 @@
 #include "AutomationClient.h"
 
 #include "../../engine/Connection.h"
+#include "ProcessUsage.h"
 #include "com/Text.h"
 
 #include <gmock/gmock.h>
@@ -40,6 +41,10 @@ public:
     void write(std::string_view bytes) {
         EXPECT_EQ(send(socket_.get(), bytes.data(), static_cast<int>(bytes.size()), 0),
                   static_cast<int>(bytes.size()));
+    }
+    /// False once the other side has hung up.
+    bool tryToWrite(std::string_view bytes) {
+        return send(socket_.get(), bytes.data(), static_cast<int>(bytes.size()), 0) > 0;
     }
     void sendMessage(char kind, std::string_view bytes) {
         const auto length = static_cast<std::uint32_t>(bytes.size());
@@ -203,6 +208,26 @@ TEST_F(GatewayConnection, hangsUpOnStrangers) {
         EXPECT_TRUE(stranger.isHungUp()) << greeting;
     }
     EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n") << "the commands' connection is still Octave's";
+}
+
+// Whoever else is on the machine can connect, and say a byte now and then.
+TEST_F(GatewayConnection, strangersWhoTakeTheirTimeCostLittleAndDoNotStay) {
+    Unit unit(2048);
+    const DWORD server = serverOfThisProcess();
+    const DWORD threadsBefore = ProcessUsage::of(server).threads;
+    std::vector<Gateway> strangers;
+    for (int i = 0; i < 200; ++i)
+        strangers.emplace_back(port).write("0");
+    Gateway gateway = connectGateway();
+    EXPECT_EQ(gateway.ask('O', unitId).kind, MessageKind::done);
+    EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n");
+    EXPECT_LE(ProcessUsage::of(server).threads, threadsBefore + 5);
+
+    Gateway slow(port);
+    const ULONGLONG start = GetTickCount64();
+    while (GetTickCount64() - start < 12000 && slow.tryToWrite("0"))
+        Sleep(1000);
+    EXPECT_LT(GetTickCount64() - start, 12000u) << "may still greet";
 }
 
 TEST_F(GatewayConnection, letsGoOfTheUnitWhenItsAskerIsGone) {
