@@ -1,7 +1,8 @@
 #include "ClientWatch.h"
 
-#include "com/Handle.h"
 #include "com/Wine.h"
+
+#include <objbase.h>
 
 #include <tlhelp32.h>
 
@@ -23,7 +24,42 @@ Handle openParent() {
     return {};
 }
 
+/// The process on whose behalf COM called this thread. Null where that is not known, as under Wine, or is
+/// this one.
+Handle openCaller() {
+    DWORD thread = 0;
+    if (FAILED(CoGetCallerTID(&thread)))
+        return {};
+    const Handle calling(OpenThread(THREAD_QUERY_LIMITED_INFORMATION, FALSE, thread));
+    const DWORD process = calling ? GetProcessIdOfThread(calling.get()) : 0;
+    if (process == 0 || process == GetCurrentProcessId())
+        return {};
+    return Handle(OpenProcess(SYNCHRONIZE, FALSE, process));
+}
+
+/// Called while the main thread may be waiting for a script that never ends.
+void endNow(void (*cleanUp)()) {
+    if (cleanUp)
+        cleanUp();
+    ExitProcess(0);
+}
+
 } // namespace
+
+CallerWatch::CallerWatch(void (*cleanUp)()) : cleanUp_(cleanUp), caller_(openCaller()) {
+    if (caller_ && !RegisterWaitForSingleObject(&wait_, caller_.get(), callerHasEnded, this, INFINITE,
+                                                WT_EXECUTEONLYONCE))
+        wait_ = nullptr;
+}
+
+void CALLBACK CallerWatch::callerHasEnded(void* watch, BOOLEAN) {
+    endNow(static_cast<CallerWatch*>(watch)->cleanUp_);
+}
+
+CallerWatch::~CallerWatch() {
+    if (wait_)
+        UnregisterWaitEx(wait_, INVALID_HANDLE_VALUE);
+}
 
 void endWithClient(void (*cleanUp)()) {
     if (!isWine())
@@ -31,10 +67,7 @@ void endWithClient(void (*cleanUp)()) {
     std::thread([cleanUp, client = openParent()] {
         if (client)
             WaitForSingleObject(client.get(), INFINITE);
-        // The main thread may be waiting for a script that never ends.
-        if (cleanUp)
-            cleanUp();
-        ExitProcess(0);
+        endNow(cleanUp);
     }).detach();
 }
 

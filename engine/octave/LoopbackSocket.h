@@ -7,9 +7,9 @@
 #ifdef _WIN32
 #include <winsock2.h>
 #else
+#include <cerrno>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
-#include <poll.h>
 #include <sys/socket.h>
 #endif
 
@@ -28,9 +28,8 @@ inline SocketHandle openSocket() {
     return WSASocketW(AF_INET, SOCK_STREAM, IPPROTO_TCP, nullptr, 0,
                       WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT);
 }
-inline void waitForHangUp(SocketHandle socket) {
-    WSAPOLLFD waited = {socket, 0, 0}; // hang-ups and errors are told unasked
-    WSAPoll(&waited, 1, -1);
+inline bool wasInterrupted() {
+    return false;
 }
 
 #else
@@ -44,15 +43,15 @@ inline SocketHandle openSocket() {
     // Programs that a script starts must not hold the connection open.
     return socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, IPPROTO_TCP);
 }
-inline void waitForHangUp(SocketHandle socket) {
-    pollfd waited = {socket, POLLRDHUP, 0};
-    while (poll(&waited, 1, -1) < 0) // a signal came
-        ;
+/// A signal came while the caller waited.
+inline bool wasInterrupted() {
+    return errno == EINTR;
 }
 
 #endif
 
-/// A connection to a port of 127.0.0.1, open until the process ends. Every operation is false on failure.
+/// A connection to a port of 127.0.0.1, open until the process ends. Every operation is false on failure. One
+/// thread may send while another receives.
 class LoopbackSocket {
 public:
     bool connect(std::uint16_t port) {
@@ -84,6 +83,8 @@ public:
         char* next = static_cast<char*>(bytes);
         while (count > 0) {
             const auto received = recv(socket_, next, static_cast<Count>(count), 0);
+            if (received < 0 && wasInterrupted())
+                continue;
             if (received <= 0)
                 return false;
             next += received;
@@ -91,9 +92,6 @@ public:
         }
         return true;
     }
-
-    /// Returns when the other side has closed the connection; for a thread of its own.
-    void waitForHangUp() { engine::waitForHangUp(socket_); }
 
 private:
 #ifdef _WIN32

@@ -15,13 +15,17 @@
 #include "LoopbackSocket.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 
 #ifdef _WIN32
 #define SOLVANE_EXPORT extern "C" __declspec(dllexport)
@@ -46,6 +50,34 @@ LoopbackSocket server;
 /// Whether the last command came as far as the base workspace.
 bool hasBegun = false;
 
+/// Where the thread that listens to the server leaves what it has heard. The server sends its next command
+/// when it has the answer to the last.
+class Inbox {
+public:
+    void put(std::optional<std::string> command) {
+        const std::lock_guard guard(lock_);
+        command_ = std::move(command);
+        isFull_ = true;
+        arrived_.notify_one();
+    }
+    /// Waits. Nothing once the server is gone.
+    std::optional<std::string> take() {
+        std::unique_lock guard(lock_);
+        arrived_.wait(guard, [this] { return isFull_; });
+        isFull_ = !command_; // the server stays gone
+        return std::exchange(command_, std::nullopt);
+    }
+
+private:
+    std::mutex lock_;
+    std::condition_variable arrived_;
+    std::optional<std::string> command_;
+    bool isFull_ = false;
+};
+
+// Never destroyed: the thread that listens outlives whatever Octave does at its end.
+Inbox& inbox = *new Inbox;
+
 /// Octave unloads what it loaded while it ends, locked or not. The thread that waits for the server may wake
 /// up after that, and needs its code.
 void stayLoaded() {
@@ -60,11 +92,28 @@ void stayLoaded() {
 #endif
 }
 
-/// An endless script never comes back to read from the connection: when the server hangs up, the process
-/// ends.
-void endWithServer(const std::filesystem::path& folder) {
+/// Nothing once the server is gone.
+std::optional<std::string> receiveCommand() {
+    MessageKind kind;
+    std::uint32_t length = 0;
+    if (!server.receive(&kind, sizeof kind) || !server.receive(&length, sizeof length) ||
+        kind != MessageKind::execute)
+        return std::nullopt;
+    std::string command(length, '\0');
+    if (!server.receive(command.data(), command.size()))
+        return std::nullopt;
+    return command;
+}
+
+/// Listens at all times: an endless script never comes back for a command, and ends with the process when the
+/// server hangs up.
+void listenToServer(const std::filesystem::path& folder) {
     std::thread([folder] {
-        server.waitForHangUp();
+        for (bool isThere = true; isThere;) {
+            std::optional<std::string> command = receiveCommand();
+            isThere = command.has_value();
+            inbox.put(std::move(command));
+        }
         std::error_code ignored;
         std::filesystem::remove(folder, ignored);
         std::this_thread::sleep_for(grace);
@@ -87,21 +136,16 @@ bool connectToServer(const std::filesystem::path& folder, std::string& error) {
     }
     mexLock();
     stayLoaded();
-    endWithServer(folder);
+    listenToServer(folder);
     return true;
 }
 
-mxArray* receiveCommand() {
+mxArray* nextCommand() {
     hasBegun = false;
-    MessageKind kind;
-    std::uint32_t length = 0;
-    if (!server.receive(&kind, sizeof kind) || !server.receive(&length, sizeof length) ||
-        kind != MessageKind::execute)
+    const std::optional<std::string> command = inbox.take();
+    if (!command)
         return mxCreateDoubleMatrix(0, 0, mxREAL);
-    std::string command(length, '\0');
-    if (!server.receive(command.data(), command.size()))
-        return mxCreateDoubleMatrix(0, 0, mxREAL);
-    return mxCreateString(command.empty() ? " " : command.c_str()); // the engine's loop ends at nothing
+    return mxCreateString(command->empty() ? " " : command->c_str()); // the engine's loop ends at nothing
 }
 
 void sendAnswer(MessageKind kind, std::string_view text) {
@@ -134,7 +178,7 @@ bool serve(mxArray* results[], int count, const mxArray* arguments[], std::strin
     if (verb == "connect")
         return connectToServer(std::u8string(text.begin(), text.end()), error);
     if (verb == "receive") {
-        results[0] = receiveCommand();
+        results[0] = nextCommand();
         return true;
     }
     if (verb == "begin") {
