@@ -1,13 +1,15 @@
 #include "AutomationObject.h"
 
+#include "ClientWatch.h"
 #include "OctaveSession.h"
+#include "OwnFolder.h"
 #include "channel/DedicatedServer.h"
 #include "com/Border.h"
 #include "com/Text.h"
 #include "com/Variant.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace solvane::engine {
 
@@ -73,12 +75,8 @@ std::span<const InterfaceEntry> CAutomationObject::interfaceTable() {
 }
 
 HRESULT CAutomationObject::FinalConstruct() {
-    std::wstring error;
-    const HRESULT started = OctaveSession::current().start(error);
-    // The client of a failed creation gets no more than the code.
-    if (FAILED(started))
-        std::fprintf(stderr, "OctaveAutomationServer: %ls\n", error.c_str());
-    return started;
+    OctaveSession::current().waitUntilReady();
+    return S_OK;
 }
 
 STDMETHODIMP CAutomationObject::GetTypeInfoCount(UINT* count) {
@@ -90,7 +88,7 @@ STDMETHODIMP CAutomationObject::GetTypeInfo(UINT, LCID, ITypeInfo** result) {
 }
 
 STDMETHODIMP CAutomationObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-    if (!names || !ids)
+    if (!names || !ids || std::find(names, names + count, nullptr) != names + count)
         return E_POINTER;
     HRESULT result = S_OK;
     for (UINT i = 0; i < count; ++i) {
@@ -134,6 +132,7 @@ HRESULT CAutomationObject::execute(DISPPARAMS& parameters, VARIANT* result, EXCE
         return taken;
     std::wstring output;
     std::wstring error;
+    const CallerWatch watch(OwnFolder::removeAll);
     const HRESULT executed = OctaveSession::current().execute(std::wstring(command.text()), output, error);
     if (FAILED(executed))
         describe(exception, executed, error);

@@ -16,15 +16,16 @@ class CAutomationObject : public CComObjectRoot, public IDispatch {
 public:
     ~CAutomationObject() override;
     static std::span<const InterfaceEntry> interfaceTable();
-    /// Fails where Octave is not found, or does not start in time.
+    /// Waits for Octave. Its absence is the first command's to tell: the client of a failed creation gets no
+    /// more than a code.
     HRESULT FinalConstruct();
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override;
     STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
-    /// DISP_E_EXCEPTION where a command raised an error, with Octave's text in the exception record. Where
-    /// Octave has ended or does not start, the code of that, since it has a text of its own in the system's
-    /// table; the record says the same in words.
+    /// DISP_E_EXCEPTION where a command raised an error, with Octave's text in the exception record, and
+    /// where there is no Octave, with what to do. Where Octave has ended, the code of that, since it has a
+    /// text of its own in the system's table; the record says the same in words.
     STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* argumentError) override;
 

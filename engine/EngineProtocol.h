@@ -2,8 +2,8 @@
 ///
 /// The server listens on 127.0.0.1, on a port of the system's choice, and starts Octave with the port and a
 /// one-time token in the environment. Octave's side opens two kinds of connection. Each begins with a
-/// greeting: the token's characters, then one byte that tells the role. A wrong greeting is hung up on, and so
-/// is one that takes seconds.
+/// greeting: the token's characters, then one byte that tells the role. A wrong greeting is hung up on, and
+/// so is one that takes seconds.
 ///
 /// On both connections a message is one byte `kind`, a uint32 `length` and `length` bytes. All integers are
 /// little-endian.

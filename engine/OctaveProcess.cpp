@@ -26,37 +26,41 @@ std::wstring temporaryFolder() {
 
 } // namespace
 
-HRESULT OctaveProcess::launch(std::wstring& error) {
+bool OctaveProcess::launch(std::wstring& error) {
     OctaveProgram program;
     if (!OctaveProgram::find(program, error))
-        return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
+        return false;
     if (!listener_) {
-        error = L"No port of 127.0.0.1 could be had for Octave to connect to";
-        return HRESULT_FROM_WIN32(WSAEADDRNOTAVAIL);
+        error =
+            L"No port of 127.0.0.1 could be had for Octave to connect to; look whether a firewall or a virus "
+            L"scanner holds it back";
+        return false;
     }
     SetEnvironmentVariableA(portVariable, std::to_string(listener_.port()).c_str());
     SetEnvironmentVariableA(tokenVariable, listener_.token().c_str());
     SetEnvironmentVariableA(codePageVariable, std::to_string(GetACP()).c_str());
     if (!folder_.create(temporaryFolder() + L"SolvaneOctave-" + widen(listener_.token()))) {
-        error = L"A folder for Octave could not be made in " + temporaryFolder();
-        return HRESULT_FROM_WIN32(GetLastError());
+        const DWORD code = GetLastError();
+        error = L"A folder for Octave could not be made in " + temporaryFolder() + L" (error " +
+                std::to_wstring(code) + L"); look at the access rights of that folder";
+        return false;
     }
     return program.start(engineFolder(), folder_.path(), process_, error);
 }
 
-HRESULT OctaveProcess::waitUntilReady(std::wstring& error) {
+bool OctaveProcess::waitUntilReady(std::wstring& error) {
     if (commands_)
-        return S_OK;
+        return true;
     auto connection = listener_.waitForCommandConnection(process_.get(), startTimeout);
     if (!connection) {
         const bool hasEnded = process_ && WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0;
         error = hasEnded ? L"Octave ended before it took commands: start octave-cli by hand to see why"
                          : L"Octave was started, but did not connect to 127.0.0.1 in 30 s: look whether a "
                            L"firewall or a virus scanner holds it back";
-        return HRESULT_FROM_WIN32(hasEnded ? ERROR_PROCESS_ABORTED : ERROR_TIMEOUT);
+        return false;
     }
     commands_ = std::move(*connection);
-    return S_OK;
+    return true;
 }
 
 HRESULT OctaveProcess::execute(const std::wstring& command, std::wstring& output, std::wstring& error) {

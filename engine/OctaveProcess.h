@@ -13,10 +13,10 @@ namespace solvane::engine {
 class OctaveProcess {
 public:
     /// Starts Octave without waiting for it.
-    HRESULT launch(std::wstring& error);
+    [[nodiscard]] bool launch(std::wstring& error);
 
     /// Waits until Octave takes commands, for a bounded time.
-    HRESULT waitUntilReady(std::wstring& error);
+    [[nodiscard]] bool waitUntilReady(std::wstring& error);
 
     /// Runs a command in Octave's base workspace and takes what it printed. DISP_E_EXCEPTION where the
     /// command raised an error, with Octave's text, and ERROR_PROCESS_ABORTED once Octave has ended, however

@@ -124,8 +124,8 @@ std::wstring OctaveProgram::commandLine(const std::wstring& engineFolder) const 
            L"')); solvaneEngine\"";
 }
 
-HRESULT OctaveProgram::start(const std::wstring& engineFolder, const std::wstring& folder, Handle& process,
-                             std::wstring& error) const {
+bool OctaveProgram::start(const std::wstring& engineFolder, const std::wstring& folder, Handle& process,
+                          std::wstring& error) const {
     SECURITY_ATTRIBUTES inherited{};
     inherited.nLength = sizeof inherited;
     inherited.bInheritHandle = TRUE;
@@ -142,13 +142,13 @@ HRESULT OctaveProgram::start(const std::wstring& engineFolder, const std::wstrin
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(filePath().c_str(), command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
                         folder.c_str(), &startup, &started)) {
-        const DWORD code = GetLastError();
-        error = path_ + L" could not be started (error " + std::to_wstring(code) + L")";
-        return HRESULT_FROM_WIN32(code);
+        error = path_ + L" could not be started (error " + std::to_wstring(GetLastError()) +
+                L"); start it by hand to see why";
+        return false;
     }
     const Handle thread(started.hThread);
     process.reset(started.hProcess);
-    return S_OK;
+    return true;
 }
 
 } // namespace solvane::engine

@@ -15,13 +15,13 @@ public:
     /// OctaveProgram of Software\SolvaneUO of the user and of the machine - and else where Octave is usually
     /// installed. What is set must be there: nothing else is tried in its place. False, with a text, where
     /// none is found.
-    static bool find(OctaveProgram& program, std::wstring& error);
+    [[nodiscard]] static bool find(OctaveProgram& program, std::wstring& error);
 
     /// Starts it in the current folder `folder`, with its standard streams on nothing, so that it neither
     /// takes nor disturbs those of the process that made the server. `process` stays null where there is no
     /// handle.
-    HRESULT start(const std::wstring& engineFolder, const std::wstring& folder, Handle& process,
-                  std::wstring& error) const;
+    [[nodiscard]] bool start(const std::wstring& engineFolder, const std::wstring& folder, Handle& process,
+                             std::wstring& error) const;
 
 private:
     /// A path that begins with a slash is a Linux program's.

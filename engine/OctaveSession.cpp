@@ -70,33 +70,39 @@ std::wstring namedFolder(const std::wstring& command) {
 } // namespace
 
 void OctaveSession::launch() {
-    launchError_.clear();
     process_ = std::make_unique<OctaveProcess>();
-    launched_ = process_->launch(launchError_);
+    if (!process_->launch(startError_))
+        process_.reset();
 }
 
-HRESULT OctaveSession::start(std::wstring& error) {
-    if (!process_)
+void OctaveSession::waitUntilReady() {
+    if (process_ && !process_->waitUntilReady(startError_))
+        process_.reset();
+}
+
+bool OctaveSession::start() {
+    if (!process_ && startError_.empty())
         launch();
-    error = launchError_;
-    const HRESULT result = SUCCEEDED(launched_) ? process_->waitUntilReady(error) : launched_;
-    return SUCCEEDED(result) ? result : fail(result);
+    waitUntilReady();
+    return static_cast<bool>(process_);
 }
 
 HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, std::wstring& error) {
     const std::wstring command = withApostrophesDoubled(given);
     const bool isFresh = !process_;
-    HRESULT result = start(error);
-    if (FAILED(result))
-        return result;
-    if (isFresh)
-        result = replay(error);
+    if (!start()) {
+        error = std::exchange(startError_, {});
+        return DISP_E_EXCEPTION;
+    }
+    HRESULT result = isFresh ? replay(error) : S_OK;
     if (SUCCEEDED(result))
         result = perform(command, output, error);
     if (SUCCEEDED(result) && output.empty())
         remember(command);
-    const bool isUsable = SUCCEEDED(result) || result == DISP_E_EXCEPTION;
-    return isUsable && process_->isFit() ? result : fail(result);
+    const bool isAlive = SUCCEEDED(result) || result == DISP_E_EXCEPTION;
+    if (!isAlive || !process_->isFit())
+        process_.reset();
+    return result;
 }
 
 /// Octave looks for new files when it changes its folder, or when it is asked to.
@@ -104,11 +110,6 @@ HRESULT OctaveSession::perform(const std::wstring& command, std::wstring& output
     const HRESULT result =
         scripts_.refresh(currentFolder_) ? process_->execute(L"builtin ('rehash');", output, error) : S_OK;
     return SUCCEEDED(result) ? process_->execute(command, output, error) : result;
-}
-
-HRESULT OctaveSession::fail(HRESULT result) {
-    process_.reset();
-    return result;
 }
 
 /// A folder that has gone meanwhile is left out.

@@ -15,7 +15,7 @@ std::span<const Check> checks() {
         Check{"CAPE-OPEN interfaces", lookAtInterfaces, {}},
         Check{"temporary folder", lookAtTemporaryFolder, {}},
         Check{"engine class", lookAtEngineClass, {}},
-        Check{"engine start", startEngine, {"engine class"}},
+        Check{"engine start", startEngine, {"temporary folder", "engine class"}},
         Check{"engine files", lookAtEngineFiles, {"unit class", "engine start"}},
         Check{"engine path", lookAtEnginePath, {"unit class", "temporary folder", "engine start"}},
         Check{"unit start", startUnit, {"unit module", "engine path"}},

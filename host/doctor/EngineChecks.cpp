@@ -39,11 +39,10 @@ bool isOctaveServer(const std::filesystem::path& program) {
     return compareNoCase(program.filename().wstring(), octaveServer) == 0;
 }
 
-Finding engineFault(const Machine& machine, HRESULT created) {
+Finding engineFault(const Machine& machine, const std::string& reason) {
     const std::string text = "It does not start: ";
-    const std::string system = narrow(FormatHresultText(created), CP_UTF8);
     if (!isOctaveServer(machine.engineProgram))
-        return {text + system,
+        return {text + reason,
                 std::string("Start Matlab by hand and look at its licence. ") + registerEngine};
     engine::OctaveProgram program;
     std::wstring error;
@@ -51,7 +50,7 @@ Finding engineFault(const Machine& machine, HRESULT created) {
         return {text + narrow(error, CP_UTF8),
                 "Install GNU Octave, or set the path of octave-cli: the help book's "
                 "page \"Matlab and Octave\" tells where."};
-    return {text + system, std::string("Start octave-cli by hand. ") + filesAgain};
+    return {text + reason, std::string("Start octave-cli by hand. ") + filesAgain};
 }
 
 /// What a command prints, without the end of its line.
@@ -89,11 +88,14 @@ Finding startEngine(Machine& machine) {
         CoCreateInstance(machine.engineClass, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
                          IID_IDispatch, machine.engine.putVoid());
     if (FAILED(created))
-        return engineFault(machine, created);
+        return engineFault(machine, narrow(FormatHresultText(created), CP_UTF8));
     // One digit, then the version.
     std::string answer;
-    if (!ask(machine, L"disp([int2str(exist('OCTAVE_VERSION')) version])", answer) || answer.empty() ||
-        answer[0] < '0' || answer[0] > '9')
+    const bool hasAnswered = ask(machine, L"disp([int2str(exist('OCTAVE_VERSION')) version])", answer);
+    // The server is there without its Octave too, and its first command fails.
+    if (!hasAnswered && isOctaveServer(machine.engineProgram))
+        return engineFault(machine, answer);
+    if (!hasAnswered || answer.empty() || answer[0] < '0' || answer[0] > '9')
         return {"It starts, but does not answer: " + answer, "Start it by hand and look at what it says."};
     machine.isOctave = answer[0] != '0';
     return {(machine.isOctave ? "GNU Octave " : "Matlab ") + answer.substr(1) + " answers", {}};

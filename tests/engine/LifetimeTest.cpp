@@ -5,11 +5,14 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
+
 namespace solvane::engine {
 
 namespace {
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 std::string processIdOf(AutomationClient& octave) {
     std::string printed = narrow(octave.execute(L"disp(getpid())"));
@@ -100,32 +103,37 @@ TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
     EXPECT_TRUE(hasOctaveEnded(process));
 }
 
-TEST(Lifetime, creationTellsAtOnceThatOctaveIsMissingAndWhereItIsLookedFor) {
-    constexpr wchar_t settings[] = L"Software\\SolvaneUO";
-    ComRef<IDispatch> object;
-    const std::pair<const wchar_t*, DWORD> programs[] = {
-        {L"/nowhere/octave-cli", ERROR_FILE_NOT_FOUND},
-        {L"C:\\windows\\system32\\hostname.exe", ERROR_PROCESS_ABORTED}, // ends at once
+TEST(Lifetime, withoutOctaveTheFirstCommandTellsWhatIsMissing) {
+    const std::pair<const wchar_t*, const char*> programs[] = {
+        {L"/nowhere/octave-cli", "There is no file /nowhere/octave-cli, which is set as the Octave to run"},
+        {L"C:\\windows\\system32\\hostname.exe", "Octave ended before it took commands: start "},
     };
-    for (const auto& [program, error] : programs) {
-        const OctaveSetting setting(program);
+    for (const auto& [program, text] : programs) {
         const ULONGLONG start = GetTickCount64();
-        EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(error));
+        std::optional<OctaveSetting> setting(program);
+        AutomationClient octave;
+        setting.reset();
+        for (int command = 0; command < 2; ++command)
+            EXPECT_THAT(narrow(octave.failureOf(L"disp(1)")), StartsWith(text));
         EXPECT_LT(GetTickCount64() - start, 15000u) << "nothing was to be waited for";
     }
+    EXPECT_TRUE(haveServersEnded());
+}
+
+TEST(Lifetime, theEnvironmentNamesOctaveBeforeTheRegistryDoes) {
+    constexpr wchar_t settings[] = L"Software\\SolvaneUO";
     const auto former = readRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram");
     writeRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram", L"Z:\\nowhere\\octave-cli.exe");
-    EXPECT_EQ(AutomationClient::create(object), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    EXPECT_THAT(narrow(AutomationClient().failureOf(L"disp(1)")),
+                HasSubstr("OctaveProgram of HKEY_CURRENT_USER"));
     {
         const OctaveSetting found(L"/usr/bin/octave-cli");
-        EXPECT_EQ(AutomationClient::create(object), S_OK) << "the environment comes before the registry";
+        EXPECT_EQ(AutomationClient().execute(L"disp(1)"), L"1\n");
     }
     if (former)
         writeRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram", *former);
     else
         RegDeleteKeyValueW(HKEY_CURRENT_USER, settings, L"OctaveProgram");
-    object.reset();
-    EXPECT_TRUE(haveServersEnded()) << "those that could not serve too";
 }
 
 } // namespace
