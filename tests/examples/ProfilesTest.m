@@ -36,7 +36,8 @@ function yes = is_equal (result, expected, same_order)
 end
 
 program = argv ()(1:2);
-profiles = {'ui-thread-and-worker', true; 'early', true; 'reconnecting', true; 'strict', true; 'liquid-first', false};
+profiles = {'ui-thread-and-worker', true; 'early', true; 'reconnecting', true; 'strict', true; 'liquid-first', false; ...
+            'reentrant', true};
 count = 0;
 for folder = glob (fullfile (argv (){3}, '*'))'
   for generation = {'1.1', '1.0'}
