@@ -58,6 +58,24 @@ void runOnLinux(std::wstring command, const std::wstring& folder, const std::wst
     ADD_FAILURE() << std::string(command.begin(), command.end());
 }
 
+void deleteTree(const std::wstring& folder) {
+    for (const std::wstring& name : namesIn(folder)) {
+        const std::wstring path = folder + L'\\' + name;
+        const DWORD attributes = GetFileAttributesW(path.c_str());
+        const bool isFolder =
+            attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+        if (isFolder && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+            deleteTree(path);
+        } else if (isFolder) {
+            RemoveDirectoryW(path.c_str());
+        } else {
+            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+            DeleteFileW(path.c_str());
+        }
+    }
+    RemoveDirectoryW(folder.c_str());
+}
+
 TemporaryFolder::TemporaryFolder(const std::wstring& name) : former_(temporaryPath()) {
     static int count = 0;
     path_ = former_ + name + L"-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) +
@@ -68,8 +86,7 @@ TemporaryFolder::TemporaryFolder(const std::wstring& name) : former_(temporaryPa
 
 TemporaryFolder::~TemporaryFolder() {
     SetEnvironmentVariableW(L"TMP", former_.c_str());
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    deleteTree(path_);
 }
 
 } // namespace solvane

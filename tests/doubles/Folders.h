@@ -10,8 +10,12 @@ namespace solvane {
 std::string readFile(const std::wstring& path);
 void writeFile(const std::wstring& path, const std::string& bytes);
 
-/// The names in a folder, which ends in a backslash, sorted.
+/// The names in a folder, sorted.
 std::vector<std::wstring> namesIn(const std::wstring& folder);
+
+/// Deletes a folder as far as it goes; of links only the link. The library's remove_all never ends where
+/// another process, such as an engine that ends, removes an entry meanwhile.
+void deleteTree(const std::wstring& folder);
 
 /// Has the Linux system below Wine carry out a command of the form "rm name" in the folder, and waits until
 /// `name` is there, or no longer: the program's own end cannot be waited for.

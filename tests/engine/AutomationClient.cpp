@@ -1,5 +1,6 @@
 #include "AutomationClient.h"
 
+#include "Folders.h"
 #include "com/Registry.h"
 #include "com/Text.h"
 
@@ -91,8 +92,7 @@ ScriptFolder::ScriptFolder() {
 }
 
 ScriptFolder::~ScriptFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    deleteTree(path_);
 }
 
 void ScriptFolder::write(std::wstring_view name, std::string_view content) const {
