@@ -35,7 +35,7 @@ bool isSimple(wchar_t c) {
 struct VisibleScript {
     VisibleScript(HWND view, LONG firstCharacter) {
         const LONG from = std::max(firstCharacter - lookBack, 0L);
-        text.resize(static_cast<std::size_t>(firstCharacter - from + lookAhead + 1));
+        text.resize(static_cast<std::size_t>(firstCharacter - from) + lookAhead + 1);
         TEXTRANGEW range{{from, firstCharacter + lookAhead}, text.data()};
         text.resize(static_cast<std::size_t>(
             SendMessageW(view, EM_GETTEXTRANGE, 0, reinterpret_cast<LPARAM>(&range))));

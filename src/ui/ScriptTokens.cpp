@@ -134,9 +134,9 @@ private:
     void takeText(wchar_t quote) {
         const std::size_t begin = at_++;
         while (at_ < lineEnd_) {
-            if (quote == L'"' && peek() == L'\\' && peek(1) != L'\0')
-                ++at_;
-            else if (peek() == quote && peek(1) == quote)
+            const bool isEscape = quote == L'"' && peek() == L'\\' && peek(1) != L'\0';
+            const bool isDoubled = peek() == quote && peek(1) == quote;
+            if (isEscape || isDoubled)
                 ++at_;
             else if (peek() == quote)
                 break;
