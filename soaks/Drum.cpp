@@ -39,7 +39,7 @@ bool Drum::prepare(int number, const std::string& scriptBefore) {
     if (!host::readCase(caseFile, example, startError_))
         return false;
     example.feeds[0].flow += number;
-    if (!host::makeStreams(example, streams_, startError_))
+    if (!host::makeStreams(example, std::make_shared<host::MaterialHabits>(), streams_, startError_))
         return false;
     const auto& model = std::get<host::UnitModel>(example.units[0].model);
     ModelBag bag;
