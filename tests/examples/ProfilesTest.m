@@ -4,9 +4,13 @@
 1;
 
 function [result, text] = run (program, example, generation, profile)
+  % Into a file: the first window starts Wine's desktop, which would keep a pipe open.
   file = [tempname() '.json'];
-  [code, text] = system (sprintf ('%s %s run %s --generation %s --profile %s --json %s </dev/null 2>&1', program{:}, ...
-                                  example, generation, profile, file));
+  log = tempname ();
+  code = system (sprintf ('%s %s run %s --generation %s --profile %s --json %s </dev/null >%s 2>&1', program{:}, ...
+                          example, generation, profile, file, log));
+  text = fileread (log);
+  delete (log);
   result = [];
   if (code == 0)
     result = jsondecode (fileread (file));

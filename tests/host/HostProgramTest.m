@@ -5,9 +5,13 @@
 
 function [output, errors] = host (code, varargin)
   % Runs the host with these words and expects the exit code.
+  % Into files: the first window starts Wine's desktop, which would keep a pipe open.
   log = tempname ();
-  [got, output] = system ([strjoin([argv()(1:2)' varargin]) ' </dev/null 2>' log]);
+  printed = tempname ();
+  got = system ([strjoin([argv()(1:2)' varargin]) ' </dev/null >' printed ' 2>' log]);
+  output = fileread (printed);
   errors = fileread (log);
+  delete (printed);
   delete (log);
   if (got != code)
     error ('%s: exit code %d\n%s', strjoin (varargin), got, errors);
