@@ -131,7 +131,7 @@ bool MatlabSession::executeSilent(const std::wstring& command, std::wstring& out
 
 bool MatlabSession::run(std::wstring& error) {
     MatlabTurn turn;
-    if (isMatlabShared_ && !turn.takeForRun(error))
+    if (isMatlabShared_ && !turn.takeForRun(unit_.workerCancelEvent.get(), error))
         return false;
     if (!isReady(error))
         return false;

@@ -22,7 +22,7 @@ MatlabTurn::~MatlabTurn() {
         ReleaseMutex(mutex_.get());
 }
 
-bool MatlabTurn::takeForRun(std::wstring& error) {
+bool MatlabTurn::takeForRun(HANDLE cancelEvent, std::wstring& error) {
     if (isRunInProgress.exchange(true)) {
         error =
             L"Matlab is running the script of another unit of this simulator, which has started this "
@@ -31,22 +31,25 @@ bool MatlabTurn::takeForRun(std::wstring& error) {
         return false;
     }
     isForRun_ = true;
-    wait(INFINITE);
-    return true;
+    if (wait(INFINITE, cancelEvent))
+        return true;
+    error = L"The unit was terminated while it waited for its turn on Matlab";
+    return false;
 }
 
 bool MatlabTurn::takeSoon() {
     return wait(aMoment);
 }
 
-bool MatlabTurn::wait(DWORD patience) {
+bool MatlabTurn::wait(DWORD patience, HANDLE cancelEvent) {
     mutex_.reset(CreateMutexW(nullptr, FALSE, mutexName));
     // Another user of this session has it, who also has a Matlab of his own.
     if (!mutex_)
         return true;
     // The turn of a process that died comes as an abandoned mutex.
-    const DWORD waited = WaitForSingleObject(mutex_.get(), patience);
-    if (waited != WAIT_OBJECT_0 && waited != WAIT_ABANDONED)
+    const HANDLE handles[] = {mutex_.get(), cancelEvent};
+    const DWORD waited = WaitForMultipleObjects(cancelEvent ? 2 : 1, handles, FALSE, patience);
+    if (waited != WAIT_OBJECT_0 && waited != WAIT_ABANDONED_0)
         mutex_.reset();
     return static_cast<bool>(mutex_);
 }

@@ -18,15 +18,15 @@ public:
     MatlabTurn(const MatlabTurn&) = delete;
     MatlabTurn& operator=(const MatlabTurn&) = delete;
 
-    /// Waits until it is this unit's turn to run. False, with a text, within another run of this process,
-    /// whose turn would never end.
-    bool takeForRun(std::wstring& error);
+    /// Waits until it is this unit's turn to run, or the event is set. False, with a text, on that event, and
+    /// within another run of this process, whose turn would never end.
+    bool takeForRun(HANDLE cancelEvent, std::wstring& error);
 
     /// False where another unit has its turn, and keeps it longer than a moment.
     bool takeSoon();
 
 private:
-    bool wait(DWORD patience);
+    bool wait(DWORD patience, HANDLE cancelEvent = nullptr);
 
     Handle mutex_; ///< null where there is nothing to give back
     bool isForRun_ = false;

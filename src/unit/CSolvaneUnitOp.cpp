@@ -102,7 +102,8 @@ bool CSolvaneUnitOp::build(std::string& error) {
 
     workerCommandEvent = createAutoResetEvent({});
     workerDoneEvent = createAutoResetEvent({});
-    if (!workerCommandEvent || !workerDoneEvent)
+    workerCancelEvent.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    if (!workerCommandEvent || !workerDoneEvent || !workerCancelEvent)
         return fail("Failed to create event for internal communication");
     workerThread = startMatlabThread(*this);
     if (!workerThread)
@@ -134,6 +135,7 @@ STDMETHODIMP CSolvaneUnitOp::Terminate() {
     return border([&]() -> HRESULT {
         forbidUse();
         terminationAsked = true;
+        SetEvent(workerCancelEvent.get());
         return S_OK;
     });
 }
@@ -165,6 +167,7 @@ HRESULT CSolvaneUnitOp::stop() {
         }
         workerCommandEvent.reset();
         workerDoneEvent.reset();
+        workerCancelEvent.reset();
         workerThread.reset();
         deleteWorkingFolder(*this);
         return S_OK;

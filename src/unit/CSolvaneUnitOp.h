@@ -87,6 +87,7 @@ public:
     Handle workerCommandEvent;
     Handle workerDoneEvent;
     Handle workerThread;
+    Handle workerCancelEvent;       ///< once it is set, a run that waits for its turn on Matlab gives up
     std::wstring workerError;       ///< why a run failed (worker thread: run)
     std::wstring workerOutput;      ///< what Matlab printed in it (worker thread: run)
     std::int32_t workerCommand = 0; ///< a WorkerCommand and its outcome (worker thread: all)

@@ -91,8 +91,11 @@ TEST_F(WaitLoop, theHostPaintsWhileTheUnitWaitsForAnothersTurnOnASharedMatlab) {
     });
     ASSERT_EQ(WaitForSingleObject(taken.get(), 5000), WAIT_OBJECT_0);
     matlab.forgetCalls();
-    // A unit that ends meanwhile leaves Matlab where the other wants it.
-    EXPECT_EQ(leaving.terminate(), S_OK);
+    // A unit that is terminated meanwhile gives up, and leaves Matlab where the other wants it.
+    window.onPaint = [&] { EXPECT_EQ(leaving.terminate(), S_OK); };
+    window.post(WM_PAINT);
+    EXPECT_EQ(leaving.calculate(), capeFailure);
+    EXPECT_THAT(narrow(leaving.errorDescription()), HasSubstr("terminated while it waited"));
     EXPECT_THAT(matlab.calls(), Each(L"release"));
     window.onPaint = [&] {
         EXPECT_THAT(matlab.calls(), Each(L"release"));
