@@ -22,14 +22,12 @@ struct Cubic {
         for (int i = 0; i < 200; ++i) {
             const double step = value(z) / slope(z);
             const bool rounding = !(std::abs(step) < lastStep) && std::abs(step) <= nearby * std::abs(z);
-            if (rounding || !std::isfinite(step)) {
+            if (rounding || !std::isfinite(step))
                 break;
-            }
             z -= step;
             lastStep = std::abs(step);
-            if (lastStep <= 1e-16 * std::abs(z)) {
+            if (lastStep <= 1e-16 * std::abs(z))
                 break;
-            }
         }
         return z;
     }
@@ -47,9 +45,8 @@ CompressibilityRoots compressibilityRoots(double a, double b) {
         const double p = cubic.c2 + smallest;
         const double q = cubic.c1 + smallest * p;
         const double discriminant = p * p - 4 * q;
-        if (discriminant < 0) {
+        if (discriminant < 0)
             return {smallest, smallest};
-        }
         return {smallest, std::max(smallest, cubic.rootFrom((-p + std::sqrt(discriminant)) / 2))};
     }
 
@@ -60,9 +57,8 @@ CompressibilityRoots compressibilityRoots(double a, double b) {
     const double q = -cubic.c0 / largest;
     const double p = (q - cubic.c1) / largest;
     const double discriminant = p * p - 4 * q;
-    if (discriminant < 0 || p >= 0) {
+    if (discriminant < 0 || p >= 0)
         return {largest, largest};
-    }
     const double smallest = cubic.rootFrom(2 * q / (-p + std::sqrt(discriminant)));
     return {smallest > b && smallest < largest ? smallest : largest, largest};
 }

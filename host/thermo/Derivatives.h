@@ -22,9 +22,8 @@ inline void toMoles(std::span<double> slopes, std::span<const double> fractions,
             // What is absent changes nothing, even where its own slope is infinite.
             mean += fractions[i] > 0 ? fractions[i] * slopes[i * rows + row] : 0;
         }
-        for (std::size_t i = 0; i < fractions.size(); ++i) {
+        for (std::size_t i = 0; i < fractions.size(); ++i)
             slopes[i * rows + row] -= mean;
-        }
     }
 }
 
@@ -48,13 +47,12 @@ std::vector<double> derived(const Function& function, Derivative derivative, dou
                                &Dual::slope);
         variable.slope = 0;
     };
-    if (derivative == Derivative::temperature) {
+    if (derivative == Derivative::temperature)
         addSlopes(t);
-    } else if (derivative == Derivative::pressure) {
+    else if (derivative == Derivative::pressure)
         addSlopes(p);
-    } else {
+    else
         std::ranges::for_each(x, addSlopes);
-    }
     if (derivative == Derivative::moles) {
         const std::size_t block = count * values.size();
         for (std::size_t phase = 0; phase * count < fractions.size(); ++phase) {

@@ -27,9 +27,8 @@ template <PropertyFlash flash>
 bool atProperty(const Mixture& mixture, double first, const FlashCondition& property, Equilibrium& result,
                 std::string& error) {
     const FlashVariableRow& row = rowOf(property.variable);
-    if (flash(mixture, first, {row.property, property.value}, result, error)) {
+    if (flash(mixture, first, {row.property, property.value}, result, error))
         return true;
-    }
     error = text("the ", row.name, " ", property.value, " ", error, " (", row.unit + 1, ")");
     return false;
 }
@@ -63,11 +62,10 @@ constexpr std::array flashTable{
 
 /// Puts the stated temperature and pressure in the place of what a search by their logarithms left of them.
 void keepStated(const FlashCondition& condition, Equilibrium& result) {
-    if (condition.variable == temperature) {
+    if (condition.variable == temperature)
         result.temperature = condition.value;
-    } else if (condition.variable == pressure) {
+    else if (condition.variable == pressure)
         result.pressure = condition.value;
-    }
 }
 
 /// Null where there is none.
@@ -87,9 +85,8 @@ bool PropertyPackage::flash(std::span<const double> composition, const FlashCond
                             const FlashCondition& second, Equilibrium& result, std::string& error) const {
     std::vector<double> fractions;
     if (!normalize(composition, fractions, error) || !checkCondition(first, error) ||
-        !checkCondition(second, error)) {
+        !checkCondition(second, error))
         return false;
-    }
     const FlashRow* row = findFlash(first.variable, second.variable);
     if (!row) {
         error = text("a flash at given ", rowOf(first.variable).name, " and ", rowOf(second.variable).name,
@@ -108,16 +105,14 @@ bool PropertyPackage::flash(std::span<const double> composition, const FlashCond
     }
     const bool inOrder = row->isFor(first.variable, second.variable);
     Equilibrium found;
-    if (!row->flash(present, (inOrder ? first : second).value, inOrder ? second : first, found, error)) {
+    if (!row->flash(present, (inOrder ? first : second).value, inOrder ? second : first, found, error))
         return false;
-    }
     keepStated(first, found);
     keepStated(second, found);
     for (PhaseState& phase : found.phases) {
         std::vector<double> all(fractions.size(), 0.0);
-        for (std::size_t i = 0; i < places.size(); ++i) {
+        for (std::size_t i = 0; i < places.size(); ++i)
             all[places[i]] = phase.composition[i];
-        }
         phase.composition = std::move(all);
     }
     result = std::move(found);

@@ -42,17 +42,15 @@ bool checkCondition(const FlashCondition& condition, std::string& error) {
     const FlashVariableRow& row = rowOf(condition.variable);
     const double value = condition.value;
     const bool positive = condition.variable != FlashVariable::pressure || value > 0;
-    if (std::isfinite(value) && positive && value >= row.lowest && value <= row.highest) {
+    if (std::isfinite(value) && positive && value >= row.lowest && value <= row.highest)
         return true;
-    }
     error = text("the ", row.name, " ", value, row.unit);
-    if (!std::isfinite(value)) {
+    if (!std::isfinite(value))
         error += " is not a number";
-    } else if (!positive) {
+    else if (!positive)
         error += " is not positive";
-    } else {
+    else
         error += text(" lies outside ", row.lowest, " to ", row.highest, row.unit);
-    }
     return false;
 }
 

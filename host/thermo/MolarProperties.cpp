@@ -83,9 +83,8 @@ MolarPropertiesOf<Scalar> excessProperties(std::span<const Compound* const> comp
         const Properties ofPure = molarProperties(compounds.subspan(i, 1), phase, temperature, pressure,
                                                   std::span<const Scalar>(pure));
         for (Scalar Properties::*property :
-             {&Properties::enthalpyNF, &Properties::entropyNF, &Properties::volume}) {
+             {&Properties::enthalpyNF, &Properties::entropyNF, &Properties::volume})
             result.*property += -composition[i] * (ofPure.*property);
-        }
     }
     result.internalEnergy = result.enthalpyNF - pressure * result.volume;
     result.gibbsEnergy = result.enthalpyNF - temperature * result.entropyNF;

@@ -19,9 +19,8 @@ constexpr double rounding = 1e-11;
 
 double largest(const std::vector<double>& values) {
     double result = 0;
-    for (double value : values) {
+    for (double value : values)
         result = std::max(result, std::abs(value));
-    }
     return result;
 }
 
@@ -36,9 +35,8 @@ std::vector<double> newtonStep(const GibbsModel& model) {
             step[i] = -model.residual[i] * model.scale[i];
         }
         if (solvePositiveDefinite(std::move(matrix), step)) {
-            for (std::size_t i = 0; i < n; ++i) {
+            for (std::size_t i = 0; i < n; ++i)
                 step[i] /= model.scale[i];
-            }
             return step;
         }
     }
@@ -53,26 +51,23 @@ NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
     GibbsModel model = objective(variables);
     for (int iteration = 0; iteration < maxIterations && largest(model.residual) > smallEnough; ++iteration) {
         std::vector<double> step;
-        if (iteration >= substitutions) {
+        if (iteration >= substitutions)
             step = newtonStep(model);
-        }
         if (step.empty()) {
             step = model.residual;
             std::ranges::for_each(step, [](double& s) { s = -s; });
         }
         double slope = 0;
-        for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t i = 0; i < n; ++i)
             slope += model.residual[i] * model.scale[i] * model.scale[i] * step[i];
-        }
         double length = std::min(1.0, longestStep / largest(step));
         const double worst = largest(model.residual);
         bool accepted = false;
         const int maxHalvings = worst < nearlySmallEnough ? 1 : 12;
         for (int halving = 0; halving < maxHalvings && !accepted; ++halving, length /= 2) {
             std::vector<double> moved(n);
-            for (std::size_t i = 0; i < n; ++i) {
+            for (std::size_t i = 0; i < n; ++i)
                 moved[i] = variables[i] + length * step[i];
-            }
             GibbsModel there = objective(moved);
             // Where the objective's change is lost in rounding, the residuals have to tell.
             const bool lower = there.value <= model.value + 1e-4 * length * slope;
@@ -85,9 +80,8 @@ NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
                 accepted = true;
             }
         }
-        if (!accepted || (worst < nearlySmallEnough && largest(model.residual) > worst / 2)) {
+        if (!accepted || (worst < nearlySmallEnough && largest(model.residual) > worst / 2))
             break;
-        }
     }
     return {model.value, largest(model.residual)};
 }

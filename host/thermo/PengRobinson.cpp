@@ -76,9 +76,8 @@ Fugacity PengRobinson::fugacity(Root root, double pressure, std::span<const doub
         const double Di = 2 * mixture.rootA * rootA_[i];
         result.logCoefficient[i] = -g + FB * covolume_[i] + FD * Di - std::log(z);
     }
-    if (!derivatives) {
+    if (!derivatives)
         return result;
-    }
 
     const double gV = b / (v * (v - b));
     const double gVV = 1 / (v * v) - 1 / ((v - b) * (v - b));

@@ -151,9 +151,8 @@ std::vector<Scalar> compoundValues(PhaseProperty property, const State<Scalar>& 
     std::vector<Scalar> values = logCoefficients(s);
     const std::vector<Scalar> alone =
         row->againstPure ? pureLogCoefficients(s) : std::vector<Scalar>(values.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
+    for (std::size_t i = 0; i < values.size(); ++i)
         values[i] = row->value(s.composition[i], s.pressure, values[i], alone[i]);
-    }
     return values;
 }
 
@@ -162,12 +161,10 @@ std::vector<Scalar> valuesOf(PhaseProperty property, const State<Scalar>& s) {
     const auto of = [&](const auto& function) {
         return function(s.compounds, s.phase, s.temperature, s.pressure, s.composition);
     };
-    if (const auto* row = find<Scalar>(molarTable<Scalar>, property)) {
+    if (const auto* row = find<Scalar>(molarTable<Scalar>, property))
         return {of(molarProperties<Scalar>).*row->value};
-    }
-    if (const auto* row = find<Scalar>(excessTable<Scalar>, property)) {
+    if (const auto* row = find<Scalar>(excessTable<Scalar>, property))
         return {of(excessProperties<Scalar>).*row->value};
-    }
     if (property == viscosity || property == thermalConductivity) {
         const auto function =
             property == viscosity ? host::viscosity<Scalar> : host::thermalConductivity<Scalar>;
@@ -189,9 +186,8 @@ bool PropertyPackage::phaseProperty(PhaseProperty property, Phase phase, double 
     std::vector<double> fractions;
     if (!normalize(composition, fractions, error) ||
         !checkCondition({FlashVariable::temperature, temperature}, error) ||
-        !checkCondition({FlashVariable::pressure, pressure}, error)) {
+        !checkCondition({FlashVariable::pressure, pressure}, error))
         return false;
-    }
     const auto evaluate = [&]<class Scalar>(Scalar t, Scalar p, std::span<const Scalar> x) {
         return valuesOf(property, State<Scalar>{compounds_, phase, t, p, x});
     };

@@ -28,9 +28,8 @@ struct PhaseAmounts {
         std::ranges::transform(logAmounts, composition.begin(),
                                [](double amount) { return std::exp(amount); });
         total = std::accumulate(composition.begin(), composition.end(), 0.0);
-        for (double& fraction : composition) {
+        for (double& fraction : composition)
             fraction /= total;
-        }
     }
 };
 
@@ -84,11 +83,10 @@ std::optional<std::vector<PhaseState>> partition(const PengRobinson& equation, c
         }
         const double ideal = 1 / parts.trial.total + 1 / parts.rest.total;
         for (std::size_t i = 0; i < n; ++i) {
-            for (std::size_t j = 0; j < n; ++j) {
+            for (std::size_t j = 0; j < n; ++j)
                 model.curvature[i * n + j] = model.scale[i] * model.scale[j] *
                                              (trialDerivatives.moles[i * n + j] / parts.trial.total +
                                               restDerivatives.moles[i * n + j] / parts.rest.total - ideal);
-            }
             model.curvature[i * n + i] += 1;
         }
         return model;
@@ -96,9 +94,8 @@ std::optional<std::vector<PhaseState>> partition(const PengRobinson& equation, c
 
     // A small enough amount of a phase from below the tangent plane lowers the Gibbs energy.
     double amount = 0.5;
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < n; ++i)
         amount = std::min(amount, 0.5 * z[i] / start.composition[i]);
-    }
     std::vector<double> logRatios(n);
     do {
         for (std::size_t i = 0; i < n; ++i) {
@@ -115,9 +112,8 @@ std::optional<std::vector<PhaseState>> partition(const PengRobinson& equation, c
     const bool trialIsVapor = trial.volume / trial.covolume > rest.volume / rest.covolume;
     const Fugacity& vapor = trialIsVapor ? trial : rest;
     if (outcome.worstResidual > convergedResidual || outcome.value > 0 || parts.trial.total < leastAmount ||
-        parts.rest.total < leastAmount || vapor.volume < leastVaporVolumeRatio * vapor.covolume) {
+        parts.rest.total < leastAmount || vapor.volume < leastVaporVolumeRatio * vapor.covolume)
         return std::nullopt;
-    }
     const PhaseAmounts& light = trialIsVapor ? parts.trial : parts.rest;
     const PhaseAmounts& heavy = trialIsVapor ? parts.rest : parts.trial;
     return std::vector<PhaseState>{{Phase::vapor, light.total, light.composition},
@@ -134,23 +130,20 @@ std::vector<PhaseState> splitPhases(const Mixture& mixture, double temperature, 
     const Root ownRoot = vaporLike ? Root::vapor : Root::liquid;
     if (z.size() > 1) {
         std::vector<double> logFugacity = feed.logCoefficient;
-        for (std::size_t i = 0; i < z.size(); ++i) {
+        for (std::size_t i = 0; i < z.size(); ++i)
             logFugacity[i] += std::log(z[i]);
-        }
         // The trial on the other side than the mixture's own comes first: it is the one that finds a vapour
         // beside a liquid.
         const std::array trials{vaporLike ? Root::liquid : Root::vapor, ownRoot};
         for (Root root : trials) {
             const TrialPhase trial = tryPhase(equation, mixture.compounds, root, pressure, z, logFugacity);
-            if (!trial.belowPlane) {
+            if (!trial.belowPlane)
                 continue;
-            }
             // The rest starts as the mixture on its own root and stays there, lest it turn to a second
             // liquid.
             const Root restRoot = root == ownRoot ? Root::stable : ownRoot;
-            if (auto phases = partition(equation, mixture, pressure, root, restRoot, trial, logFugacity)) {
+            if (auto phases = partition(equation, mixture, pressure, root, restRoot, trial, logFugacity))
                 return *std::move(phases);
-            }
         }
     }
     return {{vaporLike ? Phase::vapor : Phase::liquid, 1, z}};

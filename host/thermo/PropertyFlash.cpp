@@ -31,14 +31,12 @@ Equilibrium blend(const Equilibrium& low, const Equilibrium& high, double highSh
         PhaseState sum{phase, 0, {}};
         for (const auto& [state, share] : {std::pair(&low, 1 - highShare), std::pair(&high, highShare)}) {
             for (const PhaseState& part : state->phases) {
-                if (part.phase != phase) {
+                if (part.phase != phase)
                     continue;
-                }
                 const double amount = share * part.fraction;
                 sum.composition.resize(part.composition.size());
-                for (std::size_t i = 0; i < part.composition.size(); ++i) {
+                for (std::size_t i = 0; i < part.composition.size(); ++i)
                     sum.composition[i] += amount * part.composition[i];
-                }
                 sum.fraction += amount;
             }
         }
@@ -62,13 +60,11 @@ bool narrow(Sample& low, Sample& high, double tolerance, const Path& path) {
         const double from = newest.place;
         const double to = opposite.place;
         const double spacing = 2e-16 * std::max(1.0, std::abs(from));
-        if (std::abs(to - from) <= 2 * spacing) {
+        if (std::abs(to - from) <= 2 * spacing)
             break;
-        }
         std::optional<Sample> found = path(from + part * (to - from));
-        if (!found) {
+        if (!found)
             return false;
-        }
         Sample sample = std::move(*found);
         if ((sample.difference > 0) == (newest.difference > 0)) {
             third = std::move(newest);
@@ -86,11 +82,10 @@ bool narrow(Sample& low, Sample& high, double tolerance, const Path& path) {
         const double fc = third.difference;
         const double xi = (a - b) / (c - b);
         const double phi = (fa - fb) / (fc - fb);
-        if (phi * phi < xi && (1 - phi) * (1 - phi) < 1 - xi) {
+        if (phi * phi < xi && (1 - phi) * (1 - phi) < 1 - xi)
             part = fa / (fb - fa) * fc / (fb - fc) + (c - a) / (b - a) * fa / (fc - fa) * fb / (fc - fb);
-        } else {
+        else
             part = 0.5;
-        }
         const double least = std::min(0.5, spacing / std::abs(b - a));
         part = std::clamp(part, least, 1 - least);
     }
@@ -127,9 +122,8 @@ bool take(const Mixture& mixture, const Sample& low, const Sample& high, const G
         return true;
     }
     // Close to a critical point neighbouring states are apart by more than the tolerance.
-    if (std::abs(nearer.difference) > 1e3 * tolerance) {
+    if (std::abs(nearer.difference) > 1e3 * tolerance)
         return false;
-    }
     result = nearer.state;
     return true;
 }
@@ -144,9 +138,8 @@ public:
     bool find(const std::vector<double>& places, Equilibrium& result, std::string& error) {
         for (double place : places) {
             if (std::optional<Sample> sample = path_(place)) {
-                if (reaches(*std::move(sample), result)) {
+                if (reaches(*std::move(sample), result))
                     return true;
-                }
             } else if (last_ && goToTheEnd(place, result)) {
                 return true;
             }
@@ -209,11 +202,10 @@ private:
             if (changesSign(*sample, nearest))
                 return goesUp ? liesBetween(nearest, *std::move(sample), result)
                               : liesBetween(low, *std::move(sample), result);
-            if (size(*sample) < size(nearest)) {
+            if (size(*sample) < size(nearest))
                 (goesUp ? low : high) = std::exchange(nearest, *std::move(sample));
-            } else {
+            else
                 end = *std::move(sample);
-            }
         }
         if (size(nearest) > tolerance())
             return false;
@@ -227,11 +219,10 @@ private:
         for (int i = 0; i < 40 && isWorthGoing(beyond - last_->place); ++i) {
             const double middle = (last_->place + beyond) / 2;
             std::optional<Sample> sample = path_(middle);
-            if (!sample) {
+            if (!sample)
                 beyond = middle;
-            } else if (reaches(*std::move(sample), result)) {
+            else if (reaches(*std::move(sample), result))
                 return true;
-            }
         }
         last_.reset();
         former_.reset();
@@ -241,9 +232,8 @@ private:
     /// Whether states this near may have the value, or the bounds that an error tells are still rough. Close
     /// to a critical point properties change with the square root of the distance from it, elsewhere less.
     bool isWorthGoing(double distance) const {
-        if (!former_) {
+        if (!former_)
             return true;
-        }
         constexpr double safety = 10;
         constexpr double rough = 1e-2;
         const double change = std::abs(last_->difference - former_->difference) *
@@ -263,9 +253,8 @@ private:
 
 std::vector<double> evenPlaces(double first, double last, int steps) {
     std::vector<double> places;
-    for (int i = 0; i <= steps; ++i) {
+    for (int i = 0; i <= steps; ++i)
         places.push_back(first + (last - first) * i / steps);
-    }
     return places;
 }
 
@@ -285,9 +274,8 @@ Path stableStates(const Mixture& mixture, const GivenProperty& given, const Cond
 bool flashAtPressure(const Mixture& mixture, double pressure, const GivenProperty& given, Equilibrium& result,
                      std::string& error) {
     const Path path = stableStates(mixture, given, [=](double t) { return std::pair(t, pressure); });
-    if (Search(mixture, path, given).find({lowestTemperature, highestTemperature}, result, error)) {
+    if (Search(mixture, path, given).find({lowestTemperature, highestTemperature}, result, error))
         return true;
-    }
     error = text("at ", pressure, " Pa ", error, ", the values from ", lowestTemperature, " K to ",
                  highestTemperature, " K");
     return false;
@@ -301,9 +289,8 @@ bool flashAtTemperature(const Mixture& mixture, double temperature, const GivenP
     const Path path = stableStates(
         mixture, given, [=](double logarithm) { return std::pair(temperature, std::exp(logarithm)); });
     if (Search(mixture, path, given)
-            .find(evenPlaces(std::log(lowestPressure), std::log(highestPressure), steps), result, error)) {
+            .find(evenPlaces(std::log(lowestPressure), std::log(highestPressure), steps), result, error))
         return true;
-    }
     error = text("at ", temperature, " K ", error, ", the values from ", lowestPressure, " Pa to ",
                  highestPressure, " Pa");
     return false;
@@ -315,9 +302,8 @@ bool flashAtVaporFraction(const Mixture& mixture, double vaporFraction, const Gi
         Equilibrium state;
         std::string ignored;
         if (!saturatedEquilibrium(mixture, vaporFraction, FlashVariable::temperature, std::exp(logarithm),
-                                  state, ignored)) {
+                                  state, ignored))
             return std::nullopt;
-        }
         const double difference = overallProperty(mixture, state, given.property) - given.value;
         return Sample{std::move(state), logarithm, difference};
     };
@@ -326,9 +312,8 @@ bool flashAtVaporFraction(const Mixture& mixture, double vaporFraction, const Gi
     if (Search(mixture, path, given)
             .find(
                 evenPlaces(std::log(lowestTemperature), std::log(1.1 * hottest->criticalTemperature), steps),
-                result, error)) {
+                result, error))
         return true;
-    }
     error = text("at vapor fraction ", vaporFraction, " ", error, ", the values up to the critical point");
     return false;
 }

@@ -38,9 +38,8 @@ bool PropertyPackage::pureProperty(const PurePropertyRow& property, double argum
                                    std::vector<double>& values, std::string& error, bool derivative) const {
     const bool byTemperature = property.argument == PureArgument::temperature;
     if (!checkCondition({byTemperature ? FlashVariable::temperature : FlashVariable::pressure, argument},
-                        error)) {
+                        error))
         return false;
-    }
     values.clear();
     for (const Compound* compound : compounds_) {
         const Dual value = property.value(*compound, argument);

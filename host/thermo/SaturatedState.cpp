@@ -33,9 +33,8 @@ bool follow(const SaturationLine& line, Point& point, const Target& target, doub
     extreme = point[target.index];
     for (int i = 0; i < maxPoints; ++i) {
         Point direction;
-        if (!line.tangent(point, held, direction)) {
+        if (!line.tangent(point, held, direction))
             return false;
-        }
         // The variable that changes fastest is held next; the line is never at a turning point for it.
         held = static_cast<std::size_t>(
             std::ranges::max_element(direction, {}, [](double d) { return std::abs(d); }) -
@@ -44,21 +43,18 @@ bool follow(const SaturationLine& line, Point& point, const Target& target, doub
         const double heading = lastDirection.empty() ? direction[line.pressureIndex()]
                                                      : std::inner_product(direction.begin(), direction.end(),
                                                                           lastDirection.begin(), 0.0);
-        for (double& d : direction) {
+        for (double& d : direction)
             d /= heading < 0 ? -fastest : fastest;
-        }
         lastDirection = direction;
 
         Point next;
         for (;; stepLength /= 2) {
-            if (stepLength < shortestStep) {
+            if (stepLength < shortestStep)
                 return false;
-            }
             const double step = std::min(stepLength, 0.1 / std::abs(direction[line.temperatureIndex()]));
             next = point;
-            for (std::size_t k = 0; k < next.size(); ++k) {
+            for (std::size_t k = 0; k < next.size(); ++k)
                 next[k] += step * direction[k];
-            }
             int iterations = 0;
             if (line.correct(next, held, iterations) && iterations <= 8) {
                 stepLength *= iterations <= 4 ? 1.5 : iterations >= 6 ? 0.7 : 1.0;
@@ -70,9 +66,8 @@ bool follow(const SaturationLine& line, Point& point, const Target& target, doub
         const double after = next[target.index] - target.logValue;
         if (before * after <= 0) {
             const double part = before / (before - after);
-            for (std::size_t k = 0; k < point.size(); ++k) {
+            for (std::size_t k = 0; k < point.size(); ++k)
                 point[k] += part * (next[k] - point[k]);
-            }
             point[target.index] = target.logValue;
             int iterations = 0;
             return line.correct(point, target.index, iterations);
@@ -114,27 +109,23 @@ bool search(const Mixture& mixture, const SaturationLine& line, const Target& ta
         Sample low = last;
         Sample high = next;
         last = std::move(next);
-        if (low.isAbove == high.isAbove || low.phases.size() + high.phases.size() == 2) {
+        if (low.isAbove == high.isAbove || low.phases.size() + high.phases.size() == 2)
             continue;
-        }
         for (int k = 0; k < halvings; ++k) {
             Sample middle = sample((low.position + high.position) / 2);
             (middle.isAbove == low.isAbove ? low : high) = std::move(middle);
         }
         const Sample& found = low.phases.size() == 2 ? low : high;
-        if (found.phases.size() < 2) {
+        if (found.phases.size() < 2)
             continue;
-        }
         point.resize(n + 2);
-        for (std::size_t k = 0; k < n; ++k) {
+        for (std::size_t k = 0; k < n; ++k)
             point[k] = std::log(found.phases[0].composition[k] / found.phases[1].composition[k]);
-        }
         point[n + (byTemperature ? 0 : 1)] = target.logValue;
         point[n + (byTemperature ? 1 : 0)] = found.position;
         int iterations = 0;
-        if (line.correct(point, target.index, iterations)) {
+        if (line.correct(point, target.index, iterations))
             return true;
-        }
     }
     return false;
 }
@@ -176,9 +167,8 @@ bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVaria
             continue;
         }
         point = line.estimate(line.pressureIndex(), std::log(startPressure));
-        if (!line.correct(point, line.pressureIndex(), iterations)) {
+        if (!line.correct(point, line.pressureIndex(), iterations))
             continue;
-        }
         if (follow(line, point, target, extreme)) {
             state = line.state(point);
             return true;
@@ -194,9 +184,8 @@ bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVaria
 
     const char* unit = byTemperature ? " K" : " Pa";
     error = text("no state with vapor fraction ", vaporFraction, " was found at ", value, unit);
-    if (std::isfinite(extreme)) {
+    if (std::isfinite(extreme))
         error += text("; followed from low pressure, such states reach ", std::exp(extreme), unit);
-    }
     return false;
 }
 
@@ -208,9 +197,8 @@ bool saturatedEquilibrium(const Mixture& mixture, double vaporFraction, FlashVar
     const bool found = mixture.compounds.size() == 1
                            ? pureAtVaporFraction(*mixture.compounds[0], fixed, value, state, error)
                            : findSaturatedState(mixture, vaporFraction, fixed, value, state, error);
-    if (!found) {
+    if (!found)
         return false;
-    }
     if (!checkCondition({FlashVariable::temperature, state.temperature}, error) ||
         !checkCondition({FlashVariable::pressure, state.pressure}, error)) {
         error = text("for vapor fraction ", vaporFraction, ", ", error);

@@ -20,9 +20,8 @@ template <typename Test>
 double bisect(double low, double high, const Test& isAbove) {
     for (;;) {
         const double middle = low + (high - low) / 2;
-        if (middle <= low || middle >= high) {
+        if (middle <= low || middle >= high)
             return middle;
-        }
         (isAbove(middle) ? high : low) = middle;
     }
 }
@@ -30,9 +29,8 @@ double bisect(double low, double high, const Test& isAbove) {
 } // namespace
 
 std::optional<double> vaporPressure(const Compound& compound, double temperature) {
-    if (temperature >= compound.criticalTemperature) {
+    if (temperature >= compound.criticalTemperature)
         return std::nullopt;
-    }
     constexpr double lowest = -200; // ln Pa: no compound boils there above a few kelvins
     return std::exp(bisect(lowest, std::log(compound.criticalPressure), [&](double logPressure) {
         return !boils(compound, temperature, std::exp(logPressure));
@@ -40,9 +38,8 @@ std::optional<double> vaporPressure(const Compound& compound, double temperature
 }
 
 std::optional<double> boilingTemperature(const Compound& compound, double pressure) {
-    if (pressure >= compound.criticalPressure) {
+    if (pressure >= compound.criticalPressure)
         return std::nullopt;
-    }
     constexpr double lowest = 10; // K
     return bisect(lowest, compound.criticalTemperature,
                   [&](double temperature) { return boils(compound, temperature, pressure); });

@@ -18,9 +18,8 @@ constexpr double leastDifference = 1e-3;
 
 double largest(const std::vector<double>& values) {
     double result = 0;
-    for (double value : values) {
+    for (double value : values)
         result = std::isnan(value) ? INFINITY : std::max(result, std::abs(value));
-    }
     return result;
 }
 
@@ -128,24 +127,20 @@ bool SaturationLine::correct(Point& point, std::size_t held, int& iterations) co
         equations(point, held, residual, jacobian);
         const double worst = largest(residual);
         // Newton's steps double the digits until rounding ends their gain.
-        if (worst < 1e-14 || (worst < 1e-11 && worst >= lastWorst / 2)) {
+        if (worst < 1e-14 || (worst < 1e-11 && worst >= lastWorst / 2))
             return isOrdered(point);
-        }
         lastWorst = worst;
-        if (!solveLinear(std::move(jacobian), residual)) {
+        if (!solveLinear(std::move(jacobian), residual))
             return false;
-        }
         double length = 1;
         for (std::size_t i = 0; i < point.size(); ++i) {
             const double longest = i == temperatureIndex() ? 0.1 : 2.0;
             length = std::min(length, longest / std::abs(residual[i]));
         }
-        if (!(largest(residual) < INFINITY)) {
+        if (!(largest(residual) < INFINITY))
             return false;
-        }
-        for (std::size_t i = 0; i < point.size(); ++i) {
+        for (std::size_t i = 0; i < point.size(); ++i)
             point[i] -= length * residual[i];
-        }
     }
     return false;
 }

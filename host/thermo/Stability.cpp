@@ -31,22 +31,19 @@ TrialPhase tryPhase(const PengRobinson& equation, std::span<const Compound* cons
 
     const auto fractions = [n](std::span<const double> logs, double& total) {
         std::vector<double> result(n);
-        for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t i = 0; i < n; ++i)
             result[i] = std::exp(logs[i]);
-        }
         total = std::accumulate(result.begin(), result.end(), 0.0);
-        for (double& fraction : result) {
+        for (double& fraction : result)
             fraction /= total;
-        }
         return result;
     };
 
     // Wilson's estimate far from saturation may be off by hundreds of orders of magnitude; the amount of the
     // trial phase is free, only its composition matters.
     const double most = *std::max_element(logAmounts.begin(), logAmounts.end());
-    for (double& amount : logAmounts) {
+    for (double& amount : logAmounts)
         amount -= most;
-    }
 
     const GibbsObjective distance = [&](std::span<const double> logs) {
         double total = 0;
@@ -60,9 +57,8 @@ TrialPhase tryPhase(const PengRobinson& equation, std::span<const Compound* cons
             model.scale[i] = std::exp(logs[i] / 2);
         }
         for (std::size_t i = 0; i < n; ++i) {
-            for (std::size_t j = 0; j < n; ++j) {
+            for (std::size_t j = 0; j < n; ++j)
                 model.curvature[i * n + j] *= model.scale[i] * model.scale[j] / total;
-            }
             model.curvature[i * n + i] += 1;
         }
         return model;
@@ -70,9 +66,8 @@ TrialPhase tryPhase(const PengRobinson& equation, std::span<const Compound* cons
 
     const NewtonOutcome outcome = minimizeGibbs(distance, substitutions, logAmounts);
     double difference = 0;
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < n; ++i)
         difference = std::max(difference, std::abs(logAmounts[i] - std::log(composition[i])));
-    }
     double total = 0;
     return {outcome.value < noDistance && difference > noDifference, fractions(logAmounts, total)};
 }

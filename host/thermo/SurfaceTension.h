@@ -13,9 +13,8 @@ Scalar surfaceTension(std::span<const Compound* const> compounds, Scalar firstVo
     const Scalar firstDensity = 1e-6 / translatedVolume(compounds, firstVolume, first); // mol/cm3
     const Scalar secondDensity = 1e-6 / translatedVolume(compounds, secondVolume, second);
     Scalar root = 0;
-    for (std::size_t i = 0; i < compounds.size(); ++i) {
+    for (std::size_t i = 0; i < compounds.size(); ++i)
         root += compounds[i]->parachor * (firstDensity * first[i] - secondDensity * second[i]);
-    }
     return 1e-3 * root * root * root * root;
 }
 

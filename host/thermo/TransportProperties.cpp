@@ -162,9 +162,8 @@ Scalar thermalConductivity(std::span<const Compound* const> compounds, Scalar te
     using std::sqrt;
     const EquivalentFluid<Scalar> fluid = equivalentFluid(compounds, temperature, volume, composition);
     Scalar heatCapacity = -gasConstant; // of the ideal gas at constant volume
-    for (std::size_t i = 0; i < compounds.size(); ++i) {
+    for (std::size_t i = 0; i < compounds.size(); ++i)
         heatCapacity += composition[i] * idealGasHeatCapacity(*compounds[i], temperature);
-    }
     const Scalar w = fluid.acentricFactor;
     const Scalar reduced = temperature / fluid.criticalTemperature;
     const Scalar alpha = heatCapacity / gasConstant - 1.5;

@@ -40,9 +40,8 @@ bool PropertyPackage::twoPhaseProperty(TwoPhaseProperty property, const TwoPhase
     if (!normalize(phases.compositions[0], fractions, error) ||
         !normalize(phases.compositions[1], others, error) ||
         !checkCondition({FlashVariable::temperature, temperature}, error) ||
-        !checkCondition({FlashVariable::pressure, pressure}, error)) {
+        !checkCondition({FlashVariable::pressure, pressure}, error))
         return false;
-    }
     fractions.insert(fractions.end(), others.begin(), others.end());
     const std::size_t n = compounds_.size();
     const auto evaluate = [&]<class Scalar>(Scalar t, Scalar p, std::span<const Scalar> x) {

@@ -15,9 +15,8 @@ std::map<char, int> atomsOf(std::string_view formula) {
     for (std::size_t i = 0; i < formula.size();) {
         const char element = formula[i++];
         int number = 0;
-        while (i < formula.size() && std::isdigit(static_cast<unsigned char>(formula[i]))) {
+        while (i < formula.size() && std::isdigit(static_cast<unsigned char>(formula[i])))
             number = 10 * number + (formula[i++] - '0');
-        }
         atoms[element] += number ? number : 1;
     }
     return atoms;
@@ -29,19 +28,16 @@ TEST(Compounds, identifiersAndMassesFitTheFormulas) {
     const std::map<char, double> atomicWeights{{'C', 12.011}, {'H', 1.008}, {'N', 14.007}, {'O', 15.999}};
     for (const Compound& compound : allCompounds()) {
         double mass = 0;
-        for (const auto& [element, number] : atomsOf(compound.formula)) {
+        for (const auto& [element, number] : atomsOf(compound.formula))
             mass += number * atomicWeights.at(element);
-        }
         EXPECT_NEAR(compound.molecularWeight, mass, 5e-4) << compound.name;
 
         // The last digit of a CAS number is the sum of the others, each times its place from the right.
         int sum = 0;
         int place = 0;
-        for (std::size_t i = compound.casNumber.size() - 2; i-- > 0;) {
-            if (compound.casNumber[i] != '-') {
+        for (std::size_t i = compound.casNumber.size() - 2; i-- > 0;)
+            if (compound.casNumber[i] != '-')
                 sum += ++place * (compound.casNumber[i] - '0');
-            }
-        }
         EXPECT_EQ(sum % 10, compound.casNumber.back() - '0') << compound.name;
     }
 }
@@ -84,9 +80,8 @@ TEST(Compounds, formationPropertiesAreConsistent) {
         {'C', 5.74}, {'H', 130.57 / 2}, {'N', 191.50 / 2}, {'O', 205.04 / 2}};
     for (const Compound& compound : allCompounds()) {
         double entropy = compound.absoluteEntropy;
-        for (const auto& [element, number] : atomsOf(compound.formula)) {
+        for (const auto& [element, number] : atomsOf(compound.formula))
             entropy -= number * elements.at(element);
-        }
         EXPECT_NEAR(compound.formationGibbsEnergy, compound.formationEnthalpy - 298.15 * entropy, 60)
             << compound.name;
     }
@@ -94,9 +89,8 @@ TEST(Compounds, formationPropertiesAreConsistent) {
 
 TEST(Compounds, boilNearTheirBoilingPoints) {
     for (const Compound& compound : allCompounds()) {
-        if (compound.name == "carbon dioxide") {
+        if (compound.name == "carbon dioxide")
             continue; // it sublimes
-        }
         EXPECT_NEAR(boilingTemperature(compound, 101325).value(), compound.normalBoilingPoint, 2.0)
             << compound.name;
     }

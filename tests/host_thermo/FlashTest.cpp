@@ -41,13 +41,11 @@ void expectEquilibrium(const Feed& feed, const Equilibrium& state) {
     EXPECT_NEAR(total, 1, 1e-12);
     for (std::size_t i = 0; i < feed.composition.size(); ++i) {
         double amount = 0;
-        for (const PhaseState& phase : state.phases) {
+        for (const PhaseState& phase : state.phases)
             amount += phase.fraction * phase.composition[i];
-        }
         EXPECT_NEAR(amount, feed.composition[i], 1e-12 * feed.composition[i]);
-        if (state.phases.size() == 2) {
+        if (state.phases.size() == 2)
             EXPECT_NEAR(fugacities[0][i], fugacities[1][i], 1e-10 * fugacities[0][i]);
-        }
     }
 }
 
@@ -69,11 +67,9 @@ void expectStable(const Feed& feed, const Equilibrium& state, std::mt19937& rand
             const std::vector<double> other =
                 valuesOf(feed.package, PhaseProperty::fugacity, kind, state.temperature, state.pressure, w);
             double distance = 0;
-            for (std::size_t i = 0; i < w.size(); ++i) {
-                if (w[i] > 0) {
+            for (std::size_t i = 0; i < w.size(); ++i)
+                if (w[i] > 0)
                     distance += w[i] / total * std::log(other[i] / fugacity[i]);
-                }
-            }
             EXPECT_GT(distance, -1e-9);
         }
     }
@@ -92,9 +88,8 @@ TEST(Flash, phasesAreInStableEquilibriumOverAGridOfStates) {
                 const Equilibrium state =
                     flashed(feed.package, feed.composition, {temperature, t}, {pressure, p});
                 expectEquilibrium(feed, state);
-                if (!formsTwoLiquids(feed)) {
+                if (!formsTwoLiquids(feed))
                     expectStable(feed, state, random);
-                }
                 twoPhases += state.phases.size() == 2;
             }
         }
@@ -123,9 +118,8 @@ TEST(Flash, everyPropertyLeadsBackToTheState) {
                 for (const Row& row : rows) {
                     SCOPED_TRACE(testing::Message() << feed.package.compounds()[0]->name << " " << t << " K, "
                                                     << p << " Pa, " << static_cast<int>(row.variable));
-                    if (formsTwoLiquids(feed) && (row.variable == volume || row.variable == internalEnergy)) {
+                    if (formsTwoLiquids(feed) && (row.variable == volume || row.variable == internalEnergy))
                         continue; // they jump up and down where the second liquid is missing
-                    }
                     const double value = overall(feed.package, row.property, state);
                     const FlashCondition given{row.variable, value};
                     const Equilibrium back = flashed(feed.package, feed.composition, given, {pressure, p});
@@ -205,9 +199,8 @@ TEST(Flash, propertiesFindStatesOfAVaporFraction) {
 
 TEST(Flash, vaporFractionsLieBetweenBubbleAndDewPoint) {
     for (const Feed& feed : feeds()) {
-        if (formsTwoLiquids(feed)) {
+        if (formsTwoLiquids(feed))
             continue; // its vapour fraction jumps where the gas would be the second liquid
-        }
         double lastTemperature = 0;
         for (double fraction : {0.0, 0.001, 0.35, 0.99, 1.0}) {
             SCOPED_TRACE(testing::Message() << feed.package.compounds()[0]->name << " " << fraction);

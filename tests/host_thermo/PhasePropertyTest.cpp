@@ -77,9 +77,8 @@ void expectDerivatives(const Function& function, const State& state, const std::
             amounts[other] += toOther * h;
             std::vector<double> result =
                 function(state.temperature, state.pressure, amounts, Derivative::none);
-            for (double& value : result) {
+            for (double& value : result)
                 value *= molar && toOther == 0 ? 1 + h : 1;
-            }
             return result;
         };
         expect(
@@ -88,9 +87,8 @@ void expectDerivatives(const Function& function, const State& state, const std::
         // Fractions cannot change alone; at the cost of another one of the same phase they can.
         const std::size_t other = j % n ? j - 1 : j + 1;
         std::vector<double> exchange(rows);
-        for (std::size_t i = 0; i < rows; ++i) {
+        for (std::size_t i = 0; i < rows; ++i)
             exchange[i] = toFractions[j * rows + i] - toFractions[other * rows + i];
-        }
         expect(
             exchange, 1, [&](double h) { return changed(other, -1, h); }, "fraction");
     }
@@ -186,9 +184,8 @@ TEST(PhaseProperties, obeyTheRelationsBetweenThem) {
                         analytic.logTemperature[i]);
             expectEqual(state.pressure * all(logFugacityCoefficient, Derivative::pressure)[i],
                         analytic.logPressure[i]);
-            for (std::size_t j = 0; j < n; ++j) {
+            for (std::size_t j = 0; j < n; ++j)
                 EXPECT_NEAR(all(logFugacityCoefficient, moles)[j * n + i], analytic.moles[i * n + j], 1e-9);
-            }
             excess += gasConstant * t * x[i] * std::log(all(activityCoefficient)[i]);
             expectEqual(all(activity)[i], x[i] * all(activityCoefficient)[i]);
             expectEqual(std::exp(all(logFugacity)[i]), all(fugacity)[i]);
@@ -248,9 +245,8 @@ TEST(PhaseProperties, ofADenseGasAreNearThoseOfNature) {
     for (const auto& [property, measured] :
          {std::pair(PhaseProperty::viscosity, 13.8e-6),
           std::pair(PhaseProperty::thermalConductivity, 42.5e-3),
-          std::pair(PhaseProperty::heatCapacityCp, 48.0), std::pair(PhaseProperty::speedOfSound, 450.0)}) {
+          std::pair(PhaseProperty::heatCapacityCp, 48.0), std::pair(PhaseProperty::speedOfSound, 450.0)})
         EXPECT_NEAR(valueOf(package, property, Phase::vapor, 300, 100e5, {1}), measured, 0.04 * measured);
-    }
 }
 
 } // namespace solvane::host

@@ -20,9 +20,8 @@ constexpr ReferenceState referenceStates[] = {
 
 PropertyPackage compoundsOfTheTable() {
     std::vector<const Compound*> compounds;
-    for (const Compound& compound : allCompounds().first(std::tuple_size_v<decltype(ReferenceState::feed)>)) {
+    for (const Compound& compound : allCompounds().first(std::tuple_size_v<decltype(ReferenceState::feed)>))
         compounds.push_back(&compound);
-    }
     return PropertyPackage(compounds);
 }
 
