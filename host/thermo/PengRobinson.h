@@ -60,6 +60,9 @@ private:
     };
     Mixture mix(std::span<const double> composition) const;
     double volume(const Mixture& mixture, Root root, double pressure) const;
+    struct State;
+    struct SecondDerivatives;
+    FugacityDerivatives differentiate(const State& state, double pressure) const;
 
     double temperature_;
     std::vector<double> rootA_;

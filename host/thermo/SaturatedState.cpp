@@ -10,6 +10,7 @@
 #include <limits>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 namespace solvane::host {
 
@@ -22,113 +23,161 @@ struct Target {
     double logValue;
 };
 
-/// Follows the line up from a point on it until it crosses the target, which `point` then is. `extreme` is
-/// the furthest that it came, in the target's variable.
-bool follow(const SaturationLine& line, Point& point, const Target& target, double& extreme) {
-    constexpr int maxPoints = 400;
-    constexpr double shortestStep = 1e-5;
-    std::size_t held = line.pressureIndex();
-    Point lastDirection;
-    double stepLength = 0.5;
-    extreme = point[target.index];
-    for (int i = 0; i < maxPoints; ++i) {
-        Point direction;
-        if (!line.tangent(point, held, direction))
-            return false;
-        // The variable that changes fastest is held next; the line is never at a turning point for it.
-        held = static_cast<std::size_t>(
-            std::ranges::max_element(direction, {}, [](double d) { return std::abs(d); }) -
-            direction.begin());
-        const double fastest = std::abs(direction[held]);
-        const double heading = lastDirection.empty() ? direction[line.pressureIndex()]
-                                                     : std::inner_product(direction.begin(), direction.end(),
-                                                                          lastDirection.begin(), 0.0);
-        for (double& d : direction)
-            d /= heading < 0 ? -fastest : fastest;
-        lastDirection = direction;
-
-        Point next;
-        for (;; stepLength /= 2) {
-            if (stepLength < shortestStep)
-                return false;
-            const double step = std::min(stepLength, 0.1 / std::abs(direction[line.temperatureIndex()]));
-            next = point;
-            for (std::size_t k = 0; k < next.size(); ++k)
-                next[k] += step * direction[k];
-            int iterations = 0;
-            if (line.correct(next, held, iterations) && iterations <= 8) {
-                stepLength *= iterations <= 4 ? 1.5 : iterations >= 6 ? 0.7 : 1.0;
-                stepLength = std::min(stepLength, 1.0);
-                break;
-            }
-        }
-        const double before = point[target.index] - target.logValue;
-        const double after = next[target.index] - target.logValue;
-        if (before * after <= 0) {
-            const double part = before / (before - after);
-            for (std::size_t k = 0; k < point.size(); ++k)
-                point[k] += part * (next[k] - point[k]);
-            point[target.index] = target.logValue;
-            int iterations = 0;
-            return line.correct(point, target.index, iterations);
-        }
-        point = std::move(next);
-        extreme = std::max(extreme, point[target.index]);
-    }
-    return false;
+double distance(const Point& point, const Target& target) {
+    return point[target.index] - target.logValue;
 }
 
-/// Looks for the target's vapour fraction among stable states at ever higher pressures or lower temperatures:
-/// a line that has its low end among states that would be two liquids cannot be followed from there.
-bool search(const Mixture& mixture, const SaturationLine& line, const Target& target, Point& point) {
-    constexpr int gridPoints = 100;
-    constexpr int halvings = 30;
-    constexpr double lowestPressure = 1;
-    const std::size_t n = mixture.composition.size();
-    const bool byTemperature = target.index == line.temperatureIndex();
-    const double from = std::log(byTemperature ? lowestPressure : highestTemperature);
-    const double to = std::log(byTemperature ? highestPressure : lowestTemperature);
+bool correct(const SaturationLine& line, Point& point, std::size_t held) {
+    int iterations = 0;
+    return line.correct(point, held, iterations);
+}
 
+/// A walk up the line from a point on it.
+class Walk {
+public:
+    Walk(const SaturationLine& line, Point start)
+        : line_(line), point_(std::move(start)), held_(line.pressureIndex()) {}
+
+    /// Follows the line until it crosses the target, and moves `point` there. `extreme` is the largest value
+    /// of the target's variable on the way.
+    bool follow(const Target& target, Point& point, double& extreme) {
+        constexpr int maxPoints = 400;
+        extreme = point_[target.index];
+        for (int i = 0; i < maxPoints; ++i) {
+            Point next;
+            if (!turn() || !step(next))
+                return false;
+            if (distance(point_, target) * distance(next, target) <= 0) {
+                point = between(point_, next, target);
+                return correct(line_, point, target.index);
+            }
+            point_ = std::move(next);
+            extreme = std::max(extreme, point_[target.index]);
+        }
+        return false;
+    }
+
+private:
+    /// Points the direction onwards, and holds the variable that changes fastest: the line never turns back
+    /// in that one.
+    bool turn() {
+        Point direction;
+        if (!line_.tangent(point_, held_, direction))
+            return false;
+        held_ = static_cast<std::size_t>(
+            std::ranges::max_element(direction, {}, [](double d) { return std::abs(d); }) -
+            direction.begin());
+        const double fastest = std::abs(direction[held_]);
+        const double heading = direction_.empty() ? direction[line_.pressureIndex()]
+                                                  : std::inner_product(direction.begin(), direction.end(),
+                                                                       direction_.begin(), 0.0);
+        for (double& d : direction)
+            d /= heading < 0 ? -fastest : fastest;
+        direction_ = std::move(direction);
+        return true;
+    }
+
+    /// Finds the next point, with steps that adapt to the iterations that it costs.
+    bool step(Point& next) {
+        constexpr double shortestStep = 1e-5;
+        for (; stepLength_ >= shortestStep; stepLength_ /= 2) {
+            const double step = std::min(stepLength_, 0.1 / std::abs(direction_[line_.temperatureIndex()]));
+            next = point_;
+            for (std::size_t k = 0; k < next.size(); ++k)
+                next[k] += step * direction_[k];
+            int iterations = 0;
+            if (line_.correct(next, held_, iterations) && iterations <= 8) {
+                stepLength_ *= iterations <= 4 ? 1.5 : iterations >= 6 ? 0.7 : 1.0;
+                stepLength_ = std::min(stepLength_, 1.0);
+                return true;
+            }
+        }
+        return false;
+    }
+
+    static Point between(Point point, const Point& next, const Target& target) {
+        const double before = distance(point, target);
+        const double part = before / (before - distance(next, target));
+        for (std::size_t k = 0; k < point.size(); ++k)
+            point[k] += part * (next[k] - point[k]);
+        point[target.index] = target.logValue;
+        return point;
+    }
+
+    const SaturationLine& line_;
+    Point point_;
+    std::size_t held_;
+    Point direction_; ///< empty before the first turn
+    double stepLength_ = 0.5;
+};
+
+/// The search for the target's vapour fraction among stable states at ever higher pressures or lower
+/// temperatures: a line whose low end lies among states that would be two liquids cannot be followed from
+/// there.
+class Scan {
+public:
+    Scan(const Mixture& mixture, const SaturationLine& line, const Target& target)
+        : mixture_(mixture),
+          line_(line),
+          target_(target),
+          byTemperature_(target.index == line.temperatureIndex()) {}
+
+    bool find(Point& point) const {
+        constexpr int gridPoints = 100;
+        constexpr double lowestPressure = 1;
+        const double from = std::log(byTemperature_ ? lowestPressure : highestTemperature);
+        const double to = std::log(byTemperature_ ? highestPressure : lowestTemperature);
+        Sample last = sample(from);
+        for (int i = 1; i <= gridPoints; ++i) {
+            Sample next = sample(from + i * (to - from) / gridPoints);
+            const bool crosses = last.isAbove != next.isAbove && last.phases.size() + next.phases.size() > 2;
+            const Sample low = std::exchange(last, std::move(next));
+            if (crosses && pointBetween(low, last, point) && correct(line_, point, target_.index))
+                return true;
+        }
+        return false;
+    }
+
+private:
     struct Sample {
-        double position;
-        bool isAbove; ///< has more vapour than is sought
+        double position; ///< logarithm of the variable that is not the target's
+        bool isAbove;    ///< has more vapour than the target
         std::vector<PhaseState> phases;
     };
-    const auto sample = [&](double position) {
-        const double t = std::exp(byTemperature ? target.logValue : position);
-        const double p = std::exp(byTemperature ? position : target.logValue);
-        std::vector<PhaseState> phases = splitPhases(mixture, t, p);
-        const bool vaporFirst = phases[0].phase == Phase::vapor;
-        const bool isAbove = phases.size() == 1 ? vaporFirst : phases[0].fraction > line.vaporFraction();
-        return Sample{position, isAbove, std::move(phases)};
-    };
 
-    Sample last = sample(from);
-    for (int i = 1; i <= gridPoints; ++i) {
-        Sample next = sample(from + i * (to - from) / gridPoints);
-        Sample low = last;
-        Sample high = next;
-        last = std::move(next);
-        if (low.isAbove == high.isAbove || low.phases.size() + high.phases.size() == 2)
-            continue;
+    Sample sample(double position) const {
+        const double t = std::exp(byTemperature_ ? target_.logValue : position);
+        const double p = std::exp(byTemperature_ ? position : target_.logValue);
+        std::vector<PhaseState> phases = splitPhases(mixture_, t, p);
+        const bool vaporFirst = phases[0].phase == Phase::vapor;
+        const bool isAbove = phases.size() == 1 ? vaporFirst : phases[0].fraction > line_.vaporFraction();
+        return {position, isAbove, std::move(phases)};
+    }
+
+    /// Halves the way between two samples. False if neither of the last two has two phases.
+    bool pointBetween(Sample low, Sample high, Point& point) const {
+        constexpr int halvings = 30;
         for (int k = 0; k < halvings; ++k) {
             Sample middle = sample((low.position + high.position) / 2);
             (middle.isAbove == low.isAbove ? low : high) = std::move(middle);
         }
         const Sample& found = low.phases.size() == 2 ? low : high;
         if (found.phases.size() < 2)
-            continue;
+            return false;
+        const std::size_t n = mixture_.composition.size();
         point.resize(n + 2);
         for (std::size_t k = 0; k < n; ++k)
             point[k] = std::log(found.phases[0].composition[k] / found.phases[1].composition[k]);
-        point[n + (byTemperature ? 0 : 1)] = target.logValue;
-        point[n + (byTemperature ? 1 : 0)] = found.position;
-        int iterations = 0;
-        if (line.correct(point, target.index, iterations))
-            return true;
+        point[target_.index] = target_.logValue;
+        point[byTemperature_ ? line_.pressureIndex() : line_.temperatureIndex()] = found.position;
+        return true;
     }
-    return false;
-}
+
+    const Mixture& mixture_;
+    const SaturationLine& line_;
+    Target target_;
+    bool byTemperature_;
+};
 
 bool pureAtVaporFraction(const Compound& compound, FlashVariable fixed, double value, SaturatedState& state,
                          std::string& error) {
@@ -146,42 +195,35 @@ bool pureAtVaporFraction(const Compound& compound, FlashVariable fixed, double v
     return true;
 }
 
+/// Follows the line up from low pressure, where Wilson's estimate is good enough to start.
+bool followLine(const SaturationLine& line, const Target& target, Point& point, double& extreme) {
+    constexpr std::array startPressures{1e5, 1e4, 1e6, 1e3};
+    for (const double startPressure : startPressures) {
+        point = line.estimate(target.index, target.logValue);
+        if (point[line.pressureIndex()] <= std::log(startPressure)) {
+            if (correct(line, point, target.index))
+                return true;
+            continue;
+        }
+        point = line.estimate(line.pressureIndex(), std::log(startPressure));
+        if (correct(line, point, line.pressureIndex()))
+            return Walk(line, point).follow(target, point, extreme);
+    }
+    return false;
+}
+
 /// For two compounds or more.
 bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
                         SaturatedState& state, std::string& error) {
     const SaturationLine line(mixture, vaporFraction);
     const bool byTemperature = fixed == FlashVariable::temperature;
     const Target target{byTemperature ? line.temperatureIndex() : line.pressureIndex(), std::log(value)};
-    double extreme = -std::numeric_limits<double>::infinity();
-    int iterations = 0;
-
-    // Wilson's estimate is good enough only at low pressure. Above, the line has to be followed up there.
-    constexpr std::array startPressures{1e5, 1e4, 1e6, 1e3};
-    for (double startPressure : startPressures) {
-        Point point = line.estimate(target.index, target.logValue);
-        if (point[line.pressureIndex()] <= std::log(startPressure)) {
-            if (line.correct(point, target.index, iterations)) {
-                state = line.state(point);
-                return true;
-            }
-            continue;
-        }
-        point = line.estimate(line.pressureIndex(), std::log(startPressure));
-        if (!line.correct(point, line.pressureIndex(), iterations))
-            continue;
-        if (follow(line, point, target, extreme)) {
-            state = line.state(point);
-            return true;
-        }
-        break;
-    }
-
     Point point;
-    if (search(mixture, line, target, point)) {
+    double extreme = -std::numeric_limits<double>::infinity();
+    if (followLine(line, target, point, extreme) || Scan(mixture, line, target).find(point)) {
         state = line.state(point);
         return true;
     }
-
     const char* unit = byTemperature ? " K" : " Pa";
     error = text("no state with vapor fraction ", vaporFraction, " was found at ", value, unit);
     if (std::isfinite(extreme))
