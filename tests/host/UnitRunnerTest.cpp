@@ -163,8 +163,9 @@ TEST_F(UnitRuns, tellWhatTheUnitTells) {
         row.fault(unitLog(), flowsheet);
         EXPECT_FALSE(run()) << row.message;
         EXPECT_TRUE(error.starts_with(row.message)) << error;
-        if (calls().find("Calculate") != std::string::npos)
+        if (calls().find("Calculate") != std::string::npos) {
             EXPECT_TRUE(calls().ends_with("Terminate")) << calls();
+        }
     }
 }
 

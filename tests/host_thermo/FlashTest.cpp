@@ -44,8 +44,9 @@ void expectEquilibrium(const Feed& feed, const Equilibrium& state) {
         for (const PhaseState& phase : state.phases)
             amount += phase.fraction * phase.composition[i];
         EXPECT_NEAR(amount, feed.composition[i], 1e-12 * feed.composition[i]);
-        if (state.phases.size() == 2)
+        if (state.phases.size() == 2) {
             EXPECT_NEAR(fugacities[0][i], fugacities[1][i], 1e-10 * fugacities[0][i]);
+        }
     }
 }
 
