@@ -3,7 +3,6 @@
 #include "GatewayConnection.h"
 #include "Strangers.h"
 
-#include <algorithm>
 #include <array>
 #include <mutex>
 #include <random>
@@ -13,7 +12,7 @@ namespace solvane::engine {
 
 namespace {
 
-// How long to wait where the system could not give a connection, in milliseconds.
+// How long to wait where the system lacks something, in milliseconds.
 constexpr DWORD pauseAfterRefusal = 10;
 
 std::string makeToken() {
@@ -32,21 +31,34 @@ sockaddr_in loopback() {
     return address;
 }
 
-/// Listens on a port of the system's choice, which is 0 on failure.
-std::uint16_t listenOnLoopback(SOCKET socket) {
-    sockaddr_in address = loopback();
+/// Binds to a port of the system's choice, which `address` then names.
+bool bindToLoopback(SOCKET socket, sockaddr_in& address) {
+    address = loopback();
     int size = sizeof address;
-    if (bind(socket, reinterpret_cast<const sockaddr*>(&address), size) != 0 ||
-        listen(socket, SOMAXCONN) != 0 ||
-        getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size) != 0)
+    return bind(socket, reinterpret_cast<const sockaddr*>(&address), size) == 0 &&
+           getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+}
+
+/// The port, which is 0 on failure. A connection that has gone meanwhile is not waited for.
+std::uint16_t listenOnLoopback(SOCKET socket) {
+    sockaddr_in address;
+    u_long isNonBlocking = 1;
+    if (!bindToLoopback(socket, address) || listen(socket, SOMAXCONN) != 0 ||
+        ioctlsocket(socket, FIONBIO, &isNonBlocking) != 0)
         return 0;
     return ntohs(address.sin_port);
 }
 
-/// Whether the listener may still accept the next connection: the caller was gone already, or too many are
-/// served at once.
-bool isPassing(int acceptFault) {
-    return acceptFault == WSAECONNRESET || acceptFault == WSAEMFILE || acceptFault == WSAENOBUFS;
+/// Connects a datagram socket with itself: it hears nobody else, and is readable once it has sent something.
+bool makeBell(SOCKET socket) {
+    sockaddr_in address;
+    return bindToLoopback(socket, address) &&
+           connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+Socket openSocket(int type, int protocol) {
+    return Socket(
+        WSASocketW(AF_INET, type, protocol, nullptr, 0, WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT));
 }
 
 } // namespace
@@ -54,37 +66,47 @@ bool isPassing(int acceptFault) {
 EngineListener::EngineListener()
     : token_(makeToken()),
       commandArrived_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      isEnding_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      socket_(WSASocketW(AF_INET, SOCK_STREAM, IPPROTO_TCP, nullptr, 0,
-                         WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT)) {
-    port_ = listenOnLoopback(socket_.get());
+      bell_(openSocket(SOCK_DGRAM, IPPROTO_UDP)),
+      socket_(openSocket(SOCK_STREAM, IPPROTO_TCP)) {
+    if (makeBell(bell_.get()))
+        port_ = listenOnLoopback(socket_.get());
     if (port_ != 0)
         acceptor_ = std::thread([this] { accept(); });
 }
 
 EngineListener::~EngineListener() {
-    SetEvent(isEnding_.get());
+    send(bell_.get(), "", 1, 0);
     if (acceptor_.joinable())
         acceptor_.join();
 }
 
+// Each round asks how the sockets are. An event reports a change once; under load Wine loses one, after which
+// the listener would wait for ever.
 void EngineListener::accept() {
-    const Handle activity(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-    WSAEventSelect(socket_.get(), activity.get(), FD_ACCEPT);
-    Strangers strangers(token_, activity.get());
-    const std::array<HANDLE, 2> events = {isEnding_.get(), activity.get()};
-    DWORD patience = INFINITE;
-    while (WaitForMultipleObjects(2, events.data(), FALSE, patience) != WAIT_OBJECT_0) {
-        // One connection a round: each of the others is listened to once more before it gives way.
-        Socket accepted(::accept(socket_.get(), nullptr, nullptr));
-        const int fault = accepted ? 0 : WSAGetLastError();
-        if (accepted)
-            strangers.add(std::move(accepted));
-        for (Strangers::Guest& guest : strangers.listen())
+    static_assert(Strangers::most + 2 <= FD_SETSIZE);
+    Strangers strangers(token_);
+    for (;;) {
+        fd_set readable;
+        FD_ZERO(&readable);
+        FD_SET(bell_.get(), &readable);
+        FD_SET(socket_.get(), &readable);
+        strangers.joinIn(readable);
+        std::optional<timeval> patience = strangers.patience();
+        if (select(0, &readable, nullptr, nullptr, patience ? &*patience : nullptr) < 0) {
+            FD_ZERO(&readable);
+            Sleep(pauseAfterRefusal);
+        }
+        if (FD_ISSET(bell_.get(), &readable))
+            return;
+        for (Strangers::Guest& guest : strangers.listen(readable))
             serve(std::move(guest.socket), guest.role);
-        patience = fault == 0 ? 0 : strangers.patience();
-        if (isPassing(fault))
-            patience = std::min(patience, pauseAfterRefusal);
+        if (!FD_ISSET(socket_.get(), &readable))
+            continue;
+        // One connection a round: each of the others is listened to once more before it gives way.
+        if (Socket accepted(::accept(socket_.get(), nullptr, nullptr)); accepted)
+            strangers.add(std::move(accepted));
+        else if (WSAGetLastError() != WSAEWOULDBLOCK)
+            Sleep(pauseAfterRefusal);
     }
 }
 

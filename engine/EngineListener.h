@@ -38,7 +38,7 @@ private:
     CriticalSection lock_;
     Socket command_; // guarded by lock_
     Handle commandArrived_;
-    Handle isEnding_;
+    Socket bell_; // readable once the acceptor is to end
     Socket socket_;
     std::thread acceptor_;
 };

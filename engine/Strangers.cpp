@@ -9,42 +9,34 @@ namespace {
 
 // Octave's side greets as soon as it is connected.
 constexpr std::chrono::seconds greetingTime(5);
-// Octave's side makes two connections; whoever makes more at once is somebody else.
-constexpr std::size_t mostStrangers = 32;
-static_assert(mostStrangers <= FD_SETSIZE);
 
-/// A socket whose events are selected never waits.
-void makeBlocking(SOCKET socket) {
-    WSAEventSelect(socket, nullptr, 0);
-    u_long no = 0;
-    ioctlsocket(socket, FIONBIO, &no);
+void setBlocking(SOCKET socket, bool waits) {
+    u_long isNonBlocking = waits ? 0 : 1;
+    ioctlsocket(socket, FIONBIO, &isNonBlocking);
 }
 
 } // namespace
 
 void Strangers::add(Socket socket) {
-    if (WSAEventSelect(socket.get(), activity_, FD_READ | FD_CLOSE) != 0)
-        return;
-    if (strangers_.size() >= mostStrangers)
+    setBlocking(socket.get(), false);
+    if (strangers_.size() >= most)
         strangers_.pop_front();
     strangers_.push_back({.socket = std::move(socket), .deadline = Clock::now() + greetingTime});
 }
 
-std::list<Strangers::Guest> Strangers::listen() {
+void Strangers::joinIn(fd_set& sockets) const {
+    for (const Stranger& stranger : strangers_)
+        FD_SET(stranger.socket.get(), &sockets);
+}
+
+std::list<Strangers::Guest> Strangers::listen(fd_set& readable) {
     std::list<Guest> guests;
     const auto now = Clock::now();
-    fd_set readable;
-    FD_ZERO(&readable);
-    for (const Stranger& stranger : strangers_)
-        FD_SET(stranger.socket.get(), &readable);
-    timeval atOnce{};
-    if (strangers_.empty() || select(0, &readable, nullptr, nullptr, &atOnce) < 0)
-        FD_ZERO(&readable);
     std::erase_if(strangers_, [&](Stranger& stranger) {
         const bool hasSpoken = FD_ISSET(stranger.socket.get(), &readable) != 0;
         const Greeting greeting = hasSpoken ? read(stranger) : Greeting::awaited;
         if (greeting == Greeting::complete) {
-            makeBlocking(stranger.socket.get());
+            setBlocking(stranger.socket.get(), true);
             guests.push_back({std::move(stranger.socket), stranger.greeting.back()});
         }
         return greeting != Greeting::awaited || stranger.deadline <= now;
@@ -57,7 +49,7 @@ Strangers::Greeting Strangers::read(Stranger& stranger) const {
     const int received = recv(stranger.socket.get(), greeting.data() + stranger.count,
                               static_cast<int>(greeting.size() - stranger.count), 0);
     if (received <= 0)
-        return Greeting::wrong;
+        return received < 0 && WSAGetLastError() == WSAEWOULDBLOCK ? Greeting::awaited : Greeting::wrong;
     stranger.count += static_cast<std::size_t>(received);
     if (stranger.count < greeting.size())
         return Greeting::awaited;
@@ -66,12 +58,13 @@ Strangers::Greeting Strangers::read(Stranger& stranger) const {
     return isRight ? Greeting::complete : Greeting::wrong;
 }
 
-DWORD Strangers::patience() const {
+std::optional<timeval> Strangers::patience() const {
     if (strangers_.empty())
-        return INFINITE;
-    const auto left =
-        std::chrono::ceil<std::chrono::milliseconds>(strangers_.front().deadline - Clock::now());
-    return static_cast<DWORD>(std::max<long long>(left.count(), 0));
+        return std::nullopt;
+    using std::chrono::microseconds;
+    const auto left = std::chrono::ceil<microseconds>(strangers_.front().deadline - Clock::now());
+    const auto count = static_cast<long>(std::max<microseconds::rep>(left.count(), 0)); // some seconds
+    return timeval{.tv_sec = count / 1000000, .tv_usec = count % 1000000};
 }
 
 } // namespace solvane::engine

@@ -6,6 +6,7 @@
 #include <array>
 #include <chrono>
 #include <list>
+#include <optional>
 #include <string>
 
 namespace solvane::engine {
@@ -19,18 +20,24 @@ public:
         char role = 0;
     };
 
-    /// `token` is what a greeting begins with. `activity`, an event, is set when a stranger says something.
-    Strangers(std::string token, HANDLE activity) : token_(std::move(token)), activity_(activity) {}
+    /// `token` is what a greeting begins with.
+    explicit Strangers(std::string token) : token_(std::move(token)) {}
+
+    /// Octave's side makes two connections; whoever makes more at once is somebody else.
+    static constexpr std::size_t most = 32;
 
     /// Takes a new connection in. With too many of them the one that came first is hung up on.
     void add(Socket socket);
 
-    /// Reads what has come. Returns those who have greeted, and hangs up on those who cannot any more: who
-    /// said something else, have gone, or have had their time.
-    std::list<Guest> listen();
+    /// Adds all of them to a set of sockets.
+    void joinIn(fd_set& sockets) const;
 
-    /// How long nothing needs to be done unless somebody says something, in milliseconds.
-    DWORD patience() const;
+    /// Reads what has come from those in the set. Returns those who have greeted, and hangs up on those who
+    /// cannot any more: who said something else, have gone, or have had their time.
+    std::list<Guest> listen(fd_set& readable);
+
+    /// How long nothing needs to be done unless somebody says something; without end where nobody is there.
+    std::optional<timeval> patience() const;
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -46,7 +53,6 @@ private:
     Greeting read(Stranger& stranger) const;
 
     std::string token_;
-    HANDLE activity_;
     std::list<Stranger> strangers_; // in the order in which they came, which is that of the deadlines
 };
 
