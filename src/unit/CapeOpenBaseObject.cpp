@@ -4,7 +4,6 @@ namespace solvane {
 
 namespace {
 
-constexpr wchar_t productPage[] = L"https://solvane.example/unit-operation";
 constexpr wchar_t errorSource[] = L"SolvaneUnitOperation.SolvaneUnitOp";
 
 HRESULT giveText(std::wstring_view text, BSTR* result) {
@@ -76,7 +75,7 @@ STDMETHODIMP CapeOpenBaseObject::get_operation(BSTR* operation) {
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_moreInfo(BSTR* moreInfo) {
-    return giveText(productPage, moreInfo);
+    return giveText(L"", moreInfo); // the address of the product's web page, were there one
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_ComponentName(BSTR* name) {

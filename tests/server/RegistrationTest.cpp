@@ -69,7 +69,7 @@ protected:
             {L"CLSID\\" + unit + L"\\CapeDescription",
              {L" [Name] = Solvane Unit Operation",
               L" [Description] = Unit operation calculated by Matlab script", L" [CapeVersion] = 1.0",
-              L" [ComponentVersion] = " + fileVersion(path), L" [VendorURL] = https://solvane.example",
+              L" [ComponentVersion] = " + fileVersion(path), L" [VendorURL] = ",
               L" [About] = Solvane Unit Operation: a unit operation whose model is a Matlab script. MIT "
               L"licence."}},
             {typeLibrary, {L" = SolvaneUnitOperation 1.0 Type Library"}},
