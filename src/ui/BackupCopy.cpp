@@ -1,6 +1,7 @@
 #include "BackupCopy.h"
 
 #include "com/StdioFile.h"
+#include "com/Text.h"
 #include "persistence/WorkingFileName.h"
 
 #include <windows.h>
@@ -12,27 +13,33 @@ namespace solvane {
 
 namespace {
 
-std::string backupOf(const std::string& path) {
-    return path + ".$$$";
+/// The path of the copy; empty where a file of the model stands in its place.
+std::string backupOf(const std::string& folder, const std::string& name,
+                     const std::vector<std::string>& files) {
+    const std::string backup = name + ".$$$";
+    const bool isTaken = std::ranges::any_of(
+        files, [&](const std::string& file) { return compareNoCase(widen(file), widen(backup)) == 0; });
+    return isTaken ? "" : folder + backup;
 }
 
 } // namespace
 
-void makeBackupCopy(const std::string& folder, const std::string& name) {
-    if (workingFileNameFault(name))
-        return;
+void makeBackupCopy(const std::string& folder, const std::string& name,
+                    const std::vector<std::string>& files) {
     const std::string path = folder + name;
-    const std::string backup = backupOf(path);
+    const std::string backup = backupOf(folder, name, files);
+    if (backup.empty() || workingFileNameFault(name))
+        return;
     // The copy of a read-only file is read-only, and could be neither written over nor deleted.
     SetFileAttributesA(backup.c_str(), FILE_ATTRIBUTE_NORMAL);
     if (CopyFileA(path.c_str(), backup.c_str(), FALSE))
         SetFileAttributesA(backup.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-bool differsFromBackupCopy(const std::string& folder, const std::string& name) {
-    const std::string path = folder + name;
-    const StdioFile file = openFile(path, "rb");
-    const StdioFile backup = openFile(backupOf(path), "rb");
+bool differsFromBackupCopy(const std::string& folder, const std::string& name,
+                           const std::vector<std::string>& files) {
+    const StdioFile file = openFile(folder + name, "rb");
+    const StdioFile backup = openFile(backupOf(folder, name, files), "rb");
     if (!file || !backup)
         return true;
     std::array<char, 2048> fileBlock;

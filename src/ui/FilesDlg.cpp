@@ -37,7 +37,7 @@ CFilesDlg::CFilesDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow) : Tab(IDD_FILES
 void CFilesDlg::onInit() {
     list_ = ListView(control(IDC_FILES_LIST), columns);
     for (const std::string& name : unit_.additionalFiles)
-        makeBackupCopy(unit_.workingFolder, name);
+        makeBackupCopy(unit_.workingFolder, name, unit_.additionalFiles);
     RefreshFromModel();
 }
 
@@ -253,7 +253,7 @@ void CFilesDlg::onDestroy() {
     for (const std::string& name : unit_.additionalFiles) {
         if (unit_.modelEdited)
             return;
-        if (differsFromBackupCopy(unit_.workingFolder, name))
+        if (differsFromBackupCopy(unit_.workingFolder, name, unit_.additionalFiles))
             unit_.markChanged();
     }
 }

@@ -73,7 +73,7 @@ void CMatlabDlg::onInit() {
     };
     loadScript();
     editOut_.setText(unit_.outputText);
-    makeBackupCopy(unit_.workingFolder, ScriptFile::name);
+    makeBackupCopy(unit_.workingFolder, ScriptFile::name, unit_.additionalFiles);
     showView(0);
 }
 
@@ -108,7 +108,8 @@ LRESULT CMatlabDlg::onNotify(const NMHDR& header) {
 void CMatlabDlg::onDestroy() {
     script_.write(window());
     editIn_.destroy();
-    if (!unit_.modelEdited && differsFromBackupCopy(unit_.workingFolder, ScriptFile::name))
+    if (!unit_.modelEdited &&
+        differsFromBackupCopy(unit_.workingFolder, ScriptFile::name, unit_.additionalFiles))
         unit_.markChanged();
     editOut_.destroy();
 }

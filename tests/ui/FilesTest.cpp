@@ -188,6 +188,15 @@ TEST_F(FilesPage, aChangeInAnEditorIsFoundAtTheEnd) {
     EXPECT_EQ(editFiles([](WindowDriver&) {}), S_FALSE);
 }
 
+TEST_F(FilesPage, aFileWhoseNameIsThatOfABackupCopyIsKept) {
+    ModelBag model;
+    model.script("1;").file("x", "x").file("X.$$$", "neighbour").file("calc.m.$$$", "the script's");
+    ASSERT_EQ(load(model), S_OK);
+    EXPECT_EQ(editFiles([](WindowDriver&) {}), S_OK) << "there is nothing to compare with";
+    EXPECT_EQ(contents(L"X.$$$"), "neighbour");
+    EXPECT_EQ(contents(L"calc.m.$$$"), "the script's");
+}
+
 TEST_F(FilesPage, aNameThatLeadsOutOfTheFolderIsLeftAlone) {
     const std::wstring outside = workingFolder() + L"..\\outside.txt";
     const std::wstring model = temporary.path() + L"hostile.svm";
