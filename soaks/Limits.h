@@ -93,12 +93,14 @@ inline constexpr std::array limitsOfEngine = {
     Limit{"socket", "engine: threads gained", "", Bound::atMost, 0},
     Limit{"socket", "engine: memory gained", "KiB", Bound::atMost, 4096},
 
+    // Of the strangers 32 are listened to, at two handles each; the guest has a thread, whose stack counts 2
+    // MiB.
     Limit{"strangers", "slow strangers at once", "", Bound::none, 0},
     Limit{"strangers", "guests not served", "", Bound::atMost, 0},
-    Limit{"strangers", "longest service", "s", Bound::atMost, 5},
-    Limit{"strangers", "engine: handles at most gained", "", Bound::atMost, 100},
-    Limit{"strangers", "engine: threads at most gained", "", Bound::atMost, 5},
-    Limit{"strangers", "engine: memory at most gained", "KiB", Bound::atMost, 8192},
+    Limit{"strangers", "longest service", "s", Bound::atMost, 1},
+    Limit{"strangers", "engine: handles at most gained", "", Bound::atMost, 80},
+    Limit{"strangers", "engine: threads at most gained", "", Bound::atMost, 2},
+    Limit{"strangers", "engine: memory at most gained", "KiB", Bound::atMost, 4096},
 };
 
 inline constexpr auto limits =
