@@ -4,6 +4,7 @@
 #include "OutOfProcessObject.h"
 #include "PhaseCalls.h"
 #include "RoundTrip.h"
+#include "Wire.h"
 #include "com/Text.h"
 
 #include <algorithm>
@@ -23,19 +24,16 @@ constexpr int callsInTurn = 200;
 
 using Way = std::function<bool()>;
 
-std::string command(std::uint32_t code) {
-    return {reinterpret_cast<const char*>(&code), sizeof code};
-}
-
 /// One call by that way; null for an unknown one.
 Way makeWay(const std::string& name, RoundTrip& unit, RoundTrip& responder, IDispatch* object) {
-    constexpr std::uint32_t getFeedProp = 1, getUnitName = 12;
     const std::string word = name.substr(0, name.find(' '));
     const std::string property = name.substr(std::min(name.size(), word.size() + 1));
     if (word == "ping")
-        return [&responder, request = command(getUnitName)] { return responder.ask(request); };
+        return [&responder, request = request(CommandCode::getUnitName).bytes()] {
+            return responder.ask(request);
+        };
     if (word == "getFeedProp")
-        return [&unit, request = command(getFeedProp) + command(1) + property + '\0'] {
+        return [&unit, request = (request(CommandCode::getFeedProp) << 1 << property).bytes()] {
             return unit.ask(request);
         };
     if (word == "command") {

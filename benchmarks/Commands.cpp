@@ -41,30 +41,36 @@ FakeStream answeringStream() {
 
 const std::vector<CommandRequest>& commandRequests() {
     static const std::vector<CommandRequest> requests{
-        {"getFeedProp", (request(1) << 1 << "enthalpy").bytes()},
-        {"setProduct", withState(withComposition(request(2) << 1 << 10.0)).bytes()},
-        {"setReport", (request(3) << "Duties").bytes(), 4}, // reads the text from its file
-        {"getParameter", (request(4) << "Duty").bytes()},
-        {"setParameter", (request(5) << "Duty" << 0U << 1.0).bytes()},
-        {"getCompoundConstant", (request(6) << "weight").bytes()},
-        {"getTDependentProperty", (request(7) << temperature << "vaporPressure").bytes()},
-        {"getPDependentProperty", (request(8) << pressure << "boilingPointTemperature").bytes()},
+        {"getFeedProp", (request(CommandCode::getFeedProp) << 1 << "enthalpy").bytes()},
+        {"setProduct", withState(withComposition(request(CommandCode::setProduct) << 1 << 10.0)).bytes()},
+        {"setReport", (request(CommandCode::setReport) << "Duties").bytes(),
+         4}, // reads the text from its file
+        {"getParameter", (request(CommandCode::getParameter) << "Duty").bytes()},
+        {"setParameter", (request(CommandCode::setParameter) << "Duty" << ValueTag::real << 1.0).bytes()},
+        {"getCompoundConstant", (request(CommandCode::getCompoundConstant) << "weight").bytes()},
+        {"getTDependentProperty",
+         (request(CommandCode::getTDependentProperty) << temperature << "vaporPressure").bytes()},
+        {"getPDependentProperty",
+         (request(CommandCode::getPDependentProperty) << pressure << "boilingPointTemperature").bytes()},
         {"getSinglePhaseProperty",
-         (withComposition(request(9) << temperature << pressure) << "fugacityCoefficient"
-                                                                 << "Vapor")
+         (withComposition(request(CommandCode::getSinglePhaseProperty) << temperature << pressure)
+          << "fugacityCoefficient"
+          << "Vapor")
              .bytes()},
-        {"getTwoPhaseProperty",
-         (withComposition(withComposition(request(10) << temperature << pressure)) << "kvalue"
-                                                                                   << "Vapor"
-                                                                                   << "Liquid")
-             .bytes()},
-        {"getPropertyUnit", (request(11) << "enthalpy").bytes()},
-        {"getUnitName", request(12).bytes()},
-        {"getFeedCount", request(13).bytes()},
-        {"getProductCount", request(14).bytes()},
-        {"getFeedEquilibrium", (request(15) << 1).bytes()},
-        {"flashEquilibrium", withState(withComposition(request(16))).bytes()},
-        {"flashProperty", (withState(withComposition(request(17))) << "enthalpy").bytes()},
+        {"getTwoPhaseProperty", (withComposition(withComposition(request(CommandCode::getTwoPhaseProperty)
+                                                                 << temperature << pressure))
+                                 << "kvalue"
+                                 << "Vapor"
+                                 << "Liquid")
+                                    .bytes()},
+        {"getPropertyUnit", (request(CommandCode::getPropertyUnit) << "enthalpy").bytes()},
+        {"getUnitName", request(CommandCode::getUnitName).bytes()},
+        {"getFeedCount", request(CommandCode::getFeedCount).bytes()},
+        {"getProductCount", request(CommandCode::getProductCount).bytes()},
+        {"getFeedEquilibrium", (request(CommandCode::getFeedEquilibrium) << 1).bytes()},
+        {"flashEquilibrium", withState(withComposition(request(CommandCode::flashEquilibrium))).bytes()},
+        {"flashProperty",
+         (withState(withComposition(request(CommandCode::flashProperty))) << "enthalpy").bytes()},
     };
     return requests;
 }

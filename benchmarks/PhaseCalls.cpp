@@ -46,8 +46,7 @@ ComRef<IDispatch> createHostMaterial(host::Generation generation) {
 }
 
 std::string phaseRequest(const std::string& property) {
-    constexpr std::uint32_t getSinglePhaseProperty = 9;
-    Wire wire = request(getSinglePhaseProperty) << givenTemperature << givenPressure;
+    Wire wire = request(CommandCode::getSinglePhaseProperty) << givenTemperature << givenPressure;
     for (const double share : Arguments(property).composition.reals())
         wire << share;
     return (wire << property << std::string("Vapor")).bytes();

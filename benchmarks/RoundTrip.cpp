@@ -1,5 +1,8 @@
 #include "RoundTrip.h"
 
+#include "channel/ChannelFrame.h"
+#include "channel/ChannelNames.h"
+
 #include <cstdint>
 #include <cstring>
 
@@ -7,8 +10,8 @@ namespace solvane {
 
 RoundTrip::RoundTrip(const std::string& id)
     : mapping_(OpenFileMappingA(FILE_MAP_ALL_ACCESS, FALSE, id.c_str())),
-      requestEvent_(OpenEventA(EVENT_MODIFY_STATE, FALSE, (id + "_in").c_str())),
-      replyEvent_(OpenEventA(SYNCHRONIZE, FALSE, (id + "_out").c_str())) {
+      requestEvent_(OpenEventA(EVENT_MODIFY_STATE, FALSE, requestEventName(id).c_str())),
+      replyEvent_(OpenEventA(SYNCHRONIZE, FALSE, replyEventName(id).c_str())) {
     if (mapping_ && requestEvent_ && replyEvent_)
         view_.reset(MapViewOfFile(mapping_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
 }
@@ -17,17 +20,17 @@ bool RoundTrip::ask(const std::string& request) {
     std::memcpy(view_.get(), request.data(), request.size());
     SetEvent(requestEvent_.get());
     WaitForSingleObject(replyEvent_.get(), INFINITE);
-    std::uint32_t status = 0;
+    std::uint32_t status = statusSuccess;
     std::memcpy(&status, view_.get(), sizeof status);
-    return status == 0;
+    return status == statusSuccess;
 }
 
 BareResponder::BareResponder() : id_("SolvaneBareResponder" + std::to_string(GetCurrentProcessId())) {
     constexpr DWORD size = 2048;
     mapping_.reset(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, size, id_.c_str()));
     view_.reset(MapViewOfFile(mapping_.get(), FILE_MAP_ALL_ACCESS, 0, 0, size));
-    requestEvent_.reset(CreateEventA(nullptr, FALSE, FALSE, (id_ + "_in").c_str()));
-    replyEvent_.reset(CreateEventA(nullptr, FALSE, FALSE, (id_ + "_out").c_str()));
+    requestEvent_.reset(CreateEventA(nullptr, FALSE, FALSE, requestEventName(id_).c_str()));
+    replyEvent_.reset(CreateEventA(nullptr, FALSE, FALSE, replyEventName(id_).c_str()));
     thread_.reset(CreateThread(nullptr, 0, respond, this, 0, nullptr));
 }
 

@@ -17,4 +17,4 @@ add_link_options(-static -Wl,--no-insert-timestamp)
 add_library(solvane_warnings INTERFACE)
 # Not -Wnon-virtual-dtor: no COM interface has a virtual destructor. -Wall catches the delete that would matter.
 target_compile_options(solvane_warnings INTERFACE -Wall -Wextra -Wshadow -Wconversion -Werror)
-target_include_directories(solvane_warnings INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_include_directories(solvane_warnings INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/src)

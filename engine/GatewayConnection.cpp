@@ -1,6 +1,8 @@
 #include "GatewayConnection.h"
 
-#include "../gateway/UnitClaim.h"
+#include "channel/ChannelNames.h"
+#include "channel/CommandCode.h"
+#include "gateway/UnitClaim.h"
 
 #include <algorithm>
 #include <string>
@@ -12,7 +14,7 @@ namespace {
 // Longer than any name that a kernel object may have.
 constexpr std::uint32_t longestUnitId = 260;
 // A request begins with its command code.
-constexpr std::uint32_t shortestRequest = 4;
+constexpr std::uint32_t shortestRequest = sizeof(CommandCode);
 // How often a long wait for the unit looks whether its asker is still there, in milliseconds.
 constexpr DWORD aliveCheckInterval = 500;
 
@@ -41,8 +43,8 @@ bool openUnit(const std::string& unitId, UnitChannel& unit, std::string& error) 
     channel.block = {static_cast<std::byte*>(channel.view.get()), region.RegionSize};
 
     constexpr DWORD access = SYNCHRONIZE | EVENT_MODIFY_STATE;
-    channel.requestEvent.reset(OpenEventA(access, FALSE, (unitId + "_in").c_str()));
-    channel.replyEvent.reset(OpenEventA(access, FALSE, (unitId + "_out").c_str()));
+    channel.requestEvent.reset(OpenEventA(access, FALSE, requestEventName(unitId).c_str()));
+    channel.replyEvent.reset(OpenEventA(access, FALSE, replyEventName(unitId).c_str()));
     if (!channel.requestEvent || !channel.replyEvent) {
         error = "The events of the unit " + unitId + " could not be opened";
         return false;

@@ -1,5 +1,6 @@
 #include "Transport.h"
 #include "UnitClaim.h"
+#include "channel/ChannelNames.h"
 
 #include <windows.h>
 
@@ -46,12 +47,12 @@ private:
 };
 
 bool BlockTransport::open(const std::string& unitId, std::string& error) {
-    requestName_ = unitId + "_in";
+    requestName_ = requestEventName(unitId);
     mapping_.reset(OpenFileMappingA(FILE_MAP_READ | FILE_MAP_WRITE, FALSE, unitId.c_str()));
     if (mapping_)
         view_.reset(
             static_cast<char*>(MapViewOfFile(mapping_.get(), FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, 0)));
-    replyEvent_.reset(OpenEventA(SYNCHRONIZE | EVENT_MODIFY_STATE, FALSE, (unitId + "_out").c_str()));
+    replyEvent_.reset(OpenEventA(SYNCHRONIZE | EVENT_MODIFY_STATE, FALSE, replyEventName(unitId).c_str()));
     MEMORY_BASIC_INFORMATION region{};
     if (!view_ || !replyEvent_ || !openRequestEvent() || !VirtualQuery(view_.get(), &region, sizeof region)) {
         error = "no unit operation is calculating under the id " + unitId;

@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include "channel/BlockSize.h"
+
 #include <algorithm>
 
 namespace solvane::gateway {
@@ -36,47 +38,47 @@ constexpr ReplyForm constants{unpackConstants, 1, ReplySize::compounds};
 constexpr ReplyForm equilibrium{unpackEquilibrium, 5, ReplySize::phases};
 
 // clang-format off
-constexpr std::array<Command, 18> commands{{
-    {1, "getFeedProp", "value = getFeedProp(feed, property)",
+constexpr std::array<Command, commandCount> commands{{
+    {CommandCode::getFeedProp, "getFeedProp", "value = getFeedProp(feed, property)",
      {port(1, "feed"), text(2, "property")}, shaped},
-    {2, "setProduct", "setProduct(product, flow, composition, name1, value1, name2, value2)",
+    {CommandCode::setProduct, "setProduct", "setProduct(product, flow, composition, name1, value1, name2, value2)",
      {port(1, "product"), number(2, "flow"), composition(3, "composition"), number(5, "value1"),
       number(7, "value2"), text(4, "name1"), text(6, "name2")}, nothing},
-    {3, "setReport", "setReport(name, content)",
+    {CommandCode::setReport, "setReport", "setReport(name, content)",
      {text(1, "name")}, nothing},
-    {4, "getParameter", "value = getParameter(name)",
+    {CommandCode::getParameter, "getParameter", "value = getParameter(name)",
      {text(1, "name")}, parameter},
-    {5, "setParameter", "setParameter(name, value)",
+    {CommandCode::setParameter, "setParameter", "setParameter(name, value)",
      {text(1, "name"), value(2, "value")}, nothing},
-    {6, "getCompoundConstant", "values = getCompoundConstant(name)",
+    {CommandCode::getCompoundConstant, "getCompoundConstant", "values = getCompoundConstant(name)",
      {filledText(1, "name")}, constants},
-    {7, "getTDependentProperty", "values = getTDependentProperty(name, T)",
+    {CommandCode::getTDependentProperty, "getTDependentProperty", "values = getTDependentProperty(name, T)",
      {number(2, "T"), text(1, "name")}, vector},
-    {8, "getPDependentProperty", "values = getPDependentProperty(name, P)",
+    {CommandCode::getPDependentProperty, "getPDependentProperty", "values = getPDependentProperty(name, P)",
      {number(2, "P"), text(1, "name")}, vector},
-    {9, "getSinglePhaseProperty", "value = getSinglePhaseProperty(name, phase, T, P, X)",
+    {CommandCode::getSinglePhaseProperty, "getSinglePhaseProperty", "value = getSinglePhaseProperty(name, phase, T, P, X)",
      {number(3, "T"), number(4, "P"), composition(5, "X"), text(1, "name"), text(2, "phase")}, shaped},
-    {10, "getTwoPhaseProperty", "value = getTwoPhaseProperty(name, phase1, phase2, T, P, X1, X2)",
+    {CommandCode::getTwoPhaseProperty, "getTwoPhaseProperty", "value = getTwoPhaseProperty(name, phase1, phase2, T, P, X1, X2)",
      {number(4, "T"), number(5, "P"), composition(6, "X1"), composition(7, "X2"), text(1, "name"),
       text(2, "phase1"), text(3, "phase2")}, shaped},
-    {11, "getPropertyUnit", "unit = getPropertyUnit(name)",
+    {CommandCode::getPropertyUnit, "getPropertyUnit", "unit = getPropertyUnit(name)",
      {text(1, "name")}, aText},
-    {12, "getUnitName", "name = getUnitName()",
+    {CommandCode::getUnitName, "getUnitName", "name = getUnitName()",
      {}, aText},
-    {13, "getFeedCount", "count = getFeedCount()",
+    {CommandCode::getFeedCount, "getFeedCount", "count = getFeedCount()",
      {}, aCount},
-    {14, "getProductCount", "count = getProductCount()",
+    {CommandCode::getProductCount, "getProductCount", "count = getProductCount()",
      {}, aCount},
-    {15, "getFeedEquilibrium", "[phases, fractions, compositions, T, P] = getFeedEquilibrium(feed)",
+    {CommandCode::getFeedEquilibrium, "getFeedEquilibrium", "[phases, fractions, compositions, T, P] = getFeedEquilibrium(feed)",
      {port(1, "feed")}, equilibrium},
-    {16, "flashEquilibrium",
+    {CommandCode::flashEquilibrium, "flashEquilibrium",
      "[phases, fractions, compositions, T, P] = flashEquilibrium(X, name1, value1, name2, value2)",
      {composition(1, "X"), number(3, "value1"), number(5, "value2"), text(2, "name1"), text(4, "name2")},
      equilibrium},
-    {17, "flashProperty", "value = flashProperty(X, name1, value1, name2, value2, property)",
+    {CommandCode::flashProperty, "flashProperty", "value = flashProperty(X, name1, value1, name2, value2, property)",
      {composition(1, "X"), number(3, "value1"), number(5, "value2"), text(2, "name1"), text(4, "name2"),
       text(6, "property")}, aNumber},
-    {18, "logMessage", "logMessage(text)",
+    {CommandCode::logMessage, "logMessage", "logMessage(text)",
      {text(1, "text")}, nothing},
 }};
 // clang-format on
@@ -100,14 +102,14 @@ const Command* findCommand(std::string_view name) {
 }
 
 std::size_t wantedBytes(const Command& command, const Run& run) {
-    const std::size_t perPhase = 8 * run.compoundCount + 12;
     switch (command.reply.size) {
     case ReplySize::small:
         return smallReply;
     case ReplySize::compounds:
         return smallReply + 8 * run.compoundCount;
     case ReplySize::phases:
-        return smallReply + perPhase * std::max(run.phaseNames.size(), usualPhaseCount);
+        return smallReply + static_cast<std::size_t>(bytesPerPhase(run.compoundCount)) *
+                                std::max(run.phaseNames.size(), usualPhaseCount);
     }
     return smallReply;
 }

@@ -3,9 +3,9 @@
 
 #include "Reply.h"
 #include "Request.h"
+#include "channel/CommandCode.h"
 
 #include <array>
-#include <cstdint>
 #include <string_view>
 
 namespace solvane::gateway {
@@ -20,7 +20,7 @@ struct ReplyForm {
 };
 
 struct Command {
-    std::uint32_t code;
+    CommandCode code;
     /// Also the name of the function that the user calls.
     std::string_view name;
     const char* usage;

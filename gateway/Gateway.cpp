@@ -8,6 +8,7 @@
 /// calls mexFunction on one thread only.
 #include "Commands.h"
 #include "Text.h"
+#include "channel/ChannelFrame.h"
 
 #include <exception>
 
@@ -17,10 +18,6 @@ namespace {
 
 using Arguments = std::span<const mxArray* const>;
 using Outputs = std::span<mxArray*>;
-
-constexpr std::uint32_t failedStatus = 1;
-/// Its code is still in the status word when the unit has not answered it.
-constexpr std::uint32_t compoundConstantCode = 6;
 
 /// Beside the commands: what setReport needs for its file.
 constexpr std::string_view reportBytesName = "reportBytes";
@@ -116,13 +113,13 @@ bool carryOut(const Command& command, const std::string& request, Outputs output
     };
     std::string firstBytes;
     std::string reason;
-    std::uint32_t status = failedStatus;
+    std::uint32_t status = statusFailure;
     if (!currentRun->transport->exchange(request, wantedBytes(command, *currentRun), firstBytes, reason))
         return fail(reason);
     Reply reply(*currentRun->transport, std::move(firstBytes));
     if (!reply.word(status, reason))
         return fail(reason);
-    if (status == failedStatus) {
+    if (status == statusFailure) {
         std::string unitsText;
         if (!reply.text(unitsText, reason))
             return fail(reason);
@@ -132,7 +129,9 @@ bool carryOut(const Command& command, const std::string& request, Outputs output
         error = messageText(unitsText);
         return false;
     }
-    if (status == compoundConstantCode && command.code == compoundConstantCode)
+    // Its code is still in the status word where the unit has not answered it.
+    if (command.code == CommandCode::getCompoundConstant &&
+        status == static_cast<std::uint32_t>(CommandCode::getCompoundConstant))
         return fail("the unit gave no answer: its material does not give this constant for all compounds");
     return command.reply.unpack(reply, *currentRun, outputs, reason) || fail(reason);
 }

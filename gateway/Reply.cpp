@@ -1,6 +1,7 @@
 #include "Reply.h"
 
 #include "Text.h"
+#include "channel/ValueTags.h"
 
 #include <algorithm>
 #include <array>
@@ -130,8 +131,7 @@ bool unpackShaped(Reply& reply, const Run& run, std::span<mxArray*> outputs, std
     struct Shape {
         std::size_t rows, columns;
     };
-    // By shape code. The last two are derivatives with respect to the composition of one phase, then of the
-    // other.
+    // By ValueShape.
     const std::array<Shape, 5> shapes{{{1, 1}, {n, 1}, {n, n}, {n, 2}, {n, 2 * n}}};
     std::uint32_t code = 0;
     std::vector<double> values;
@@ -150,16 +150,16 @@ bool unpackParameter(Reply& reply, const Run& run, std::span<mxArray*> outputs, 
     std::uint32_t integer = 0;
     if (!reply.word(tag, error))
         return false;
-    switch (tag) {
-    case 0:
+    switch (static_cast<ValueTag>(tag)) {
+    case ValueTag::real:
         return unpackNumber(reply, run, outputs, error);
-    case 1:
-    case 2:
+    case ValueTag::integer:
+    case ValueTag::boolean:
         if (!reply.word(integer, error))
             return false;
         outputs[0] = makeNumber(static_cast<std::int32_t>(integer));
         return true;
-    case 3:
+    case ValueTag::text:
         return unpackText(reply, run, outputs, error);
     default:
         return failUnknown("kind of value", tag, error);
@@ -167,13 +167,13 @@ bool unpackParameter(Reply& reply, const Run& run, std::span<mxArray*> outputs, 
 }
 
 bool unpackConstants(Reply& reply, const Run& run, std::span<mxArray*> outputs, std::string& error) {
-    std::uint32_t areTexts = 0;
-    if (!reply.word(areTexts, error))
+    std::uint32_t kind = 0;
+    if (!reply.word(kind, error))
         return false;
-    if (areTexts > 1)
-        return failUnknown("kind of constant", areTexts, error);
-    if (areTexts == 0)
+    if (kind == static_cast<std::uint32_t>(ConstantKind::numbers))
         return unpackVector(reply, run, outputs, error);
+    if (kind != static_cast<std::uint32_t>(ConstantKind::texts))
+        return failUnknown("kind of constant", kind, error);
     mxArray* texts = mxCreateCellMatrix(run.compoundCount, 1);
     std::string text;
     for (std::size_t compound = 0; compound < run.compoundCount; ++compound) {

@@ -1,6 +1,7 @@
 #include "Request.h"
 
 #include "Text.h"
+#include "channel/ValueTags.h"
 
 #include <algorithm>
 #include <array>
@@ -13,10 +14,6 @@ namespace solvane::gateway {
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "the block is little-endian");
-
-/// The wire's tags of a parameter's value that a script can give. Every number goes as a real: the unit
-/// rounds it where the parameter is an integer.
-enum class ValueTag : std::uint32_t { real = 0, boolean = 2, text = 3 };
 
 template <typename Number>
 void append(std::string& request, Number number) {
@@ -81,6 +78,7 @@ bool packFilledText(const mxArray* argument, std::size_t compoundCount, std::str
     return packText(argument, compoundCount, request, error);
 }
 
+/// A number goes as a real: the unit rounds it where the parameter is an integer.
 bool packValue(const mxArray* argument, std::size_t compoundCount, std::string& request, std::string& error) {
     if (mxIsChar(argument)) {
         append(request, ValueTag::text);
@@ -109,7 +107,7 @@ constexpr std::array<Pack*, 6> packers{packPort,  packNumber, packComposition,
 
 } // namespace
 
-bool packRequest(std::uint32_t code, std::span<const Field> fields, std::span<const mxArray* const> arguments,
+bool packRequest(CommandCode code, std::span<const Field> fields, std::span<const mxArray* const> arguments,
                  std::size_t compoundCount, std::string& request, std::string& error) {
     request.clear();
     append(request, code);

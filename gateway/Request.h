@@ -2,6 +2,7 @@
 #pragma once
 
 #include "MexFunctions.h"
+#include "channel/CommandCode.h"
 
 #include <cstddef>
 #include <span>
@@ -13,7 +14,7 @@ enum class FieldKind {
     port,        ///< int32, a port counted from 1; its range is the unit's to judge
     number,      ///< double, finite
     composition, ///< nComp doubles, finite, given as a row or a column
-    value,       ///< a parameter's value: uint32 tag 0 and a double, 2 and an int32, or 3 and text
+    value,       ///< a parameter's value after its tag
     text,        ///< text in the code page, with a closing NUL
     filledText,  ///< the same, not empty
 };
@@ -28,7 +29,7 @@ struct Field {
 
 /// Packs a request: the command's code, then the fields in the order of the wire. `arguments` are as many as
 /// the fields name. False with an error that begins with the argument's name.
-bool packRequest(std::uint32_t code, std::span<const Field> fields, std::span<const mxArray* const> arguments,
+bool packRequest(CommandCode code, std::span<const Field> fields, std::span<const mxArray* const> arguments,
                  std::size_t compoundCount, std::string& request, std::string& error);
 
 } // namespace solvane::gateway

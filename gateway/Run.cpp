@@ -1,20 +1,13 @@
 #include "Run.h"
 
 #include "Text.h"
+#include "channel/BlockSize.h"
 
 #include <algorithm>
 
 namespace solvane::gateway {
 
 namespace {
-
-/// The size that the unit gives its block for these counts, in bytes. The block itself can't tell: the system
-/// rounds it up to whole pages. No phases are taken as a material of version 1.0.
-std::size_t blockSizeFor(std::size_t compounds, std::size_t phases) {
-    const std::size_t equilibrium =
-        phases > 0 ? (8 * compounds + 12) * phases + 8 : (8 * compounds + 12) * 10 + 8 + 1024;
-    return std::max({std::size_t{2048}, 8 * compounds * compounds + 8, 64 * compounds + 8, equilibrium});
-}
 
 bool readCompoundCount(std::size_t& count, std::string& error) {
     const mxArray* number = mexGetVariable("global", "nComp");
@@ -51,8 +44,10 @@ std::unique_ptr<Run> openRun(const std::string& unitId, std::string& error) {
     run->transport = openTransport(unitId, error);
     if (!run->transport)
         return nullptr;
-    run->blockSize =
-        std::min(blockSizeFor(run->compoundCount, run->phaseNames.size()), run->transport->capacity());
+    const std::size_t phases = run->phaseNames.size();
+    const std::uint64_t blockSize =
+        blockSizeFor(run->compoundCount, phases > 0 ? std::optional<std::uint64_t>(phases) : std::nullopt);
+    run->blockSize = static_cast<std::size_t>(std::min<std::uint64_t>(blockSize, run->transport->capacity()));
     return run;
 }
 

@@ -2,6 +2,8 @@
 /// would take each other's answers and wait for ever.
 #pragma once
 
+#include "channel/ChannelNames.h"
+
 #include <windows.h>
 
 #include <memory>
@@ -17,7 +19,7 @@ public:
     /// have ended under its script.
     [[nodiscard]] bool take(const std::string& unitId, std::string& error) {
         constexpr DWORD patience = 2000;
-        const HANDLE mutex = CreateMutexA(nullptr, FALSE, (unitId + "_gateway").c_str());
+        const HANDLE mutex = CreateMutexA(nullptr, FALSE, claimName(unitId).c_str());
         const DWORD outcome = mutex ? WaitForSingleObject(mutex, patience) : WAIT_FAILED;
         if (outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED) {
             mutex_.reset(mutex);

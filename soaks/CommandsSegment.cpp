@@ -34,40 +34,46 @@ Wire composed(Wire wire, int shift) {
 /// Every kind of command, those that go wrong too.
 std::vector<Question> makeQuestions() {
     std::vector<Question> questions{
-        {request(12)}, // getUnitName
-        {request(13)}, // getFeedCount
-        {request(14)}, // getProductCount
-        {request(18) << "a line for nobody"},
-        {request(6) << "molecularWeight"},
-        {request(6) << "casRegistryNumber"},
-        {request(6) << "nonsense", true},
-        {request(8) << 1e5 << "boilingPointTemperature"},
-        {request(11) << "enthalpy.Dtemperature"},
-        {request(11) << "nonsense", true},
-        {request(15) << 1},
-        {request(15) << 2, true},
-        {request(4) << "nonsense", true},
-        {request(3) << "nonsense", true},
-        {request(99), true},
+        {request(CommandCode::getUnitName)},     // getUnitName
+        {request(CommandCode::getFeedCount)},    // getFeedCount
+        {request(CommandCode::getProductCount)}, // getProductCount
+        {request(CommandCode::logMessage) << "a line for nobody"},
+        {request(CommandCode::getCompoundConstant) << "molecularWeight"},
+        {request(CommandCode::getCompoundConstant) << "casRegistryNumber"},
+        {request(CommandCode::getCompoundConstant) << "nonsense", true},
+        {request(CommandCode::getPDependentProperty) << 1e5 << "boilingPointTemperature"},
+        {request(CommandCode::getPropertyUnit) << "enthalpy.Dtemperature"},
+        {request(CommandCode::getPropertyUnit) << "nonsense", true},
+        {request(CommandCode::getFeedEquilibrium) << 1},
+        {request(CommandCode::getFeedEquilibrium) << 2, true},
+        {request(CommandCode::getParameter) << "nonsense", true},
+        {request(CommandCode::setReport) << "nonsense", true},
+        {request(CommandCode{99}), true},
     };
     for (const char* property : {"temperature", "pressure", "totalFlow", "flow", "fraction", "enthalpy"})
-        questions.push_back({request(1) << 1 << property});
-    questions.push_back({request(1) << 7 << "temperature", true});
+        questions.push_back({request(CommandCode::getFeedProp) << 1 << property});
+    questions.push_back({request(CommandCode::getFeedProp) << 7 << "temperature", true});
     for (int i = 0; i < 10; ++i) {
         const double temperature = 240 + 10 * i;
         const double pressure = 2e6;
-        questions.push_back({request(7) << temperature << "vaporPressure"});
-        questions.push_back({composed(request(16), i) << temperature << pressure << "temperature"
-                                                      << "pressure"});
-        questions.push_back({composed(request(17), i) << temperature << pressure << "temperature"
-                                                      << "pressure"
-                                                      << "enthalpy"});
-        questions.push_back({composed(request(9) << temperature << pressure, i) << "fugacityCoefficient"
-                                                                                << "Vapor"});
-        questions.push_back({composed(composed(request(10) << temperature << pressure, i), i + 1)
-                             << "kvalue"
-                             << "Vapor"
-                             << "Liquid"});
+        questions.push_back({request(CommandCode::getTDependentProperty) << temperature << "vaporPressure"});
+        questions.push_back({composed(request(CommandCode::flashEquilibrium), i)
+                             << temperature << pressure << "temperature"
+                             << "pressure"});
+        questions.push_back({composed(request(CommandCode::flashProperty), i)
+                             << temperature << pressure << "temperature"
+                             << "pressure"
+                             << "enthalpy"});
+        questions.push_back(
+            {composed(request(CommandCode::getSinglePhaseProperty) << temperature << pressure, i)
+             << "fugacityCoefficient"
+             << "Vapor"});
+        questions.push_back(
+            {composed(composed(request(CommandCode::getTwoPhaseProperty) << temperature << pressure, i),
+                      i + 1)
+             << "kvalue"
+             << "Vapor"
+             << "Liquid"});
     }
     return questions;
 }
@@ -100,11 +106,12 @@ private:
         }
     }
     void set(GatewayClient& gateway) {
-        const Wire command = request(5) << "duty" << 0u << ++value_;
+        const Wire command = request(CommandCode::setParameter) << "duty" << ValueTag::real << ++value_;
         judge(gateway.call(command).starts_with(succeeded().bytes()), "setParameter");
     }
     void get(GatewayClient& gateway) {
-        judge(gateway.call(request(4) << "duty").starts_with((succeeded() << 0u << value_).bytes()),
+        judge(gateway.call(request(CommandCode::getParameter) << "duty")
+                  .starts_with((succeeded() << ValueTag::real << value_).bytes()),
               "getParameter");
     }
     void judge(bool isRight, const char* what) {
@@ -134,7 +141,7 @@ void soakCommands(const Effort& effort, const Figures& figures) {
         GatewayClient gateway(folder);
         examination.ask(gateway, commandsOfARun);
         for (const int product : {1, 2}) {
-            const Wire command = composed(request(2) << product << 10.0, product)
+            const Wire command = composed(request(CommandCode::setProduct) << product << 10.0, product)
                                  << 250.0 << 2e6 << "temperature"
                                  << "pressure";
             gateway.expect(command, succeeded());

@@ -1,9 +1,10 @@
 /// Both neighbours of the engine's socket, played: the gateway, or whoever else connects, and the unit.
 #pragma once
 
-#include "../engine/Connection.h"
 #include "../tests/engine/AutomationClient.h"
+#include "channel/ChannelNames.h"
 #include "com/Text.h"
+#include "engine/Connection.h"
 
 #include <cstdlib>
 #include <optional>
@@ -35,8 +36,8 @@ class AnsweringUnit {
 public:
     AnsweringUnit()
         : mapping_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 2048, unitId)),
-          request_(CreateEventA(nullptr, FALSE, FALSE, (std::string(unitId) + "_in").c_str())),
-          reply_(CreateEventA(nullptr, FALSE, FALSE, (std::string(unitId) + "_out").c_str())),
+          request_(CreateEventA(nullptr, FALSE, FALSE, requestEventName(unitId).c_str())),
+          reply_(CreateEventA(nullptr, FALSE, FALSE, replyEventName(unitId).c_str())),
           thread_([this](std::stop_token stop) {
               while (!stop.stop_requested())
                   if (WaitForSingleObject(request_.get(), 100) == WAIT_OBJECT_0)

@@ -40,10 +40,11 @@ public:
         Damage own(seed, 0);
         for (int i = 0; i < 5; ++i) {
             window_.post(WM_PAINT);
-            script.call(request(1) << 1 << std::string(own.anyOf(feedProperties)));
+            script.call(request(CommandCode::getFeedProp) << 1 << std::string(own.anyOf(feedProperties)));
         }
-        script.call(request(2) << 1 << 12.5 << std::vector{0.5, 0.3, 0.2} << 300.0 << 1e5 << "temperature"
-                               << "pressure");
+        script.call(request(CommandCode::setProduct)
+                    << 1 << 12.5 << std::vector{0.5, 0.3, 0.2} << 300.0 << 1e5 << "temperature"
+                    << "pressure");
     }
 
     HRESULT calculate() {

@@ -96,7 +96,7 @@ constexpr std::array layouts = {"pt",      "pnxnntt", "t", "t", "tv", "t", "nt",
 
 /// getCompoundConstant of a 1.0 material that has none, and logMessage without a log, leave the block as it
 /// is.
-constexpr std::array<std::uint32_t, 2> mayStaySilent = {6, 18};
+constexpr std::array mayStaySilent = {CommandCode::getCompoundConstant, CommandCode::logMessage};
 
 class RequestDoor final : public Door {
 public:
@@ -109,17 +109,19 @@ public:
         client_.send(request);
         if (!client_.receive(block))
             return {.fault = "the unit does not answer" + of(request)};
-        std::uint32_t code = 0, status = 0;
+        CommandCode code{};
+        std::uint32_t status = statusSuccess;
         std::memcpy(&code, request.data(), sizeof code);
         std::memcpy(&status, block.data(), sizeof status);
         const std::size_t end = block.find('\0', sizeof status);
         if (block.find_first_not_of(untouched, blockSize) != std::string::npos)
             return {.fault = "the unit writes beyond the block" + of(request)};
-        if (status == 0)
+        if (status == statusSuccess)
             return {.isAccepted = true};
-        if (status == code && std::ranges::find(mayStaySilent, code) != mayStaySilent.end())
+        if (status == static_cast<std::uint32_t>(code) &&
+            std::ranges::find(mayStaySilent, code) != mayStaySilent.end())
             return {};
-        if (status != 1 || end == sizeof status || end >= blockSize)
+        if (status != statusFailure || end == sizeof status || end >= blockSize)
             return {.fault = "neither an answer nor a refusal with a text" + of(request)};
         return {};
     }
@@ -150,19 +152,19 @@ private:
             wire << std::string(damage.anyOf(texts));
             return;
         default: {
-            const auto tag = static_cast<std::uint32_t>(damage.below(5));
+            const auto tag = static_cast<ValueTag>(damage.below(5)); // the last one is unknown
             wire << tag;
-            appendField(tag == 0 ? 'n' : tag == 3 ? 't' : 'p', damage, wire);
+            appendField(tag == ValueTag::real ? 'n' : tag == ValueTag::text ? 't' : 'p', damage, wire);
         }
         }
     }
 
-    /// As the gateway would pack it, and every other one with damage behind the code; never longer than the
+    /// As the gateway would pack it, and every other one with damage after the code; never longer than the
     /// block.
     static std::string damagedRequest(Damage& damage) {
         const std::size_t command = damage.below(layouts.size());
         Wire wire =
-            request(static_cast<std::uint32_t>(damage.oneIn(200) ? damage.below(SIZE_MAX) : command + 1));
+            request(static_cast<CommandCode>(damage.oneIn(200) ? damage.below(SIZE_MAX) : command + 1));
         for (const char* field = layouts[command]; *field; ++field)
             appendField(*field, damage, wire);
         std::string bytes = wire.bytes();

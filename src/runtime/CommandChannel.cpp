@@ -2,11 +2,10 @@
 
 #include "CommandTable.h"
 #include "PaintMessages.h"
+#include "channel/BlockSize.h"
 #include "channel/ChannelFrame.h"
 #include "thermo/CalculationRun.h"
 #include "unit/CSolvaneUnitOp.h"
-
-#include <algorithm>
 
 namespace solvane {
 
@@ -21,14 +20,8 @@ constexpr DWORD paintPause = 30;
 } // namespace
 
 std::uint32_t blockSize(const CalculationRun& run) {
-    const auto nComp = static_cast<std::uint32_t>(run.nComp);
-    const auto nPhase = static_cast<std::uint32_t>(run.phaseNames.size());
-    constexpr std::uint32_t phasesOf10 = 10;
-    constexpr std::uint32_t phaseNamesOf10 = 1024;
-    const std::uint32_t onePhase = 8 * nComp + 12;
-    const std::uint32_t equilibrium =
-        run.material10 ? onePhase * phasesOf10 + 8 + phaseNamesOf10 : onePhase * nPhase + 8;
-    return std::max({8 * nComp * nComp + 8, std::uint32_t{2048}, 64 * nComp + 8, equilibrium});
+    const auto phases = run.material10 ? std::nullopt : std::optional<std::uint64_t>(run.phaseNames.size());
+    return static_cast<std::uint32_t>(blockSizeFor(run.nComp, phases));
 }
 
 bool CommandChannel::open(const CalculationRun& run, std::wstring& error) {

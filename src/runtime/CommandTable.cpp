@@ -2,6 +2,7 @@
 
 #include "UnitCommands.h"
 #include "channel/ChannelFrame.h"
+#include "channel/CommandCode.h"
 #include "thermo/CompoundCommands.h"
 #include "thermo/FeedCommands.h"
 #include "thermo/FlashCommands.h"
@@ -20,38 +21,49 @@ namespace {
 
 using Handler = bool (*)(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
 
-/// The commands in the order of their codes, from 1.
-constexpr std::array<Handler, 18> handlers{
-    getFeedProp,
-    setProduct,
-    setReport,
-    getParameter,
-    setParameter,
-    getCompoundConstant,
-    getTDependentProperty,
-    getPDependentProperty,
-    getSinglePhaseProperty,
-    getTwoPhaseProperty,
-    getPropertyUnit,
-    getUnitName,
-    getFeedCount,
-    getProductCount,
-    getFeedEquilibrium,
-    flashEquilibrium,
-    flashProperty,
-    logMessage,
+struct Command {
+    CommandCode code;
+    Handler carryOut;
 };
+
+/// In the order of their codes, which is that of the look-up.
+constexpr std::array<Command, commandCount> commands{{
+    {CommandCode::getFeedProp, getFeedProp},
+    {CommandCode::setProduct, setProduct},
+    {CommandCode::setReport, setReport},
+    {CommandCode::getParameter, getParameter},
+    {CommandCode::setParameter, setParameter},
+    {CommandCode::getCompoundConstant, getCompoundConstant},
+    {CommandCode::getTDependentProperty, getTDependentProperty},
+    {CommandCode::getPDependentProperty, getPDependentProperty},
+    {CommandCode::getSinglePhaseProperty, getSinglePhaseProperty},
+    {CommandCode::getTwoPhaseProperty, getTwoPhaseProperty},
+    {CommandCode::getPropertyUnit, getPropertyUnit},
+    {CommandCode::getUnitName, getUnitName},
+    {CommandCode::getFeedCount, getFeedCount},
+    {CommandCode::getProductCount, getProductCount},
+    {CommandCode::getFeedEquilibrium, getFeedEquilibrium},
+    {CommandCode::flashEquilibrium, flashEquilibrium},
+    {CommandCode::flashProperty, flashProperty},
+    {CommandCode::logMessage, logMessage},
+}};
+static_assert([] {
+    for (std::size_t row = 0; row < commands.size(); ++row)
+        if (static_cast<std::size_t>(commands[row].code) != row + 1)
+            return false;
+    return true;
+}());
 
 bool dispatch(CalculationRun& run, std::span<std::byte> block, std::string& error) {
     std::uint32_t code = 0;
     std::memcpy(&code, block.data(), sizeof code);
-    if (code < 1 || code > handlers.size()) {
+    if (code < 1 || code > commands.size()) {
         error = "Internal error: unknonw/undefined function call";
         return false;
     }
     RequestReader request(block);
     ReplyWriter reply(block);
-    return handlers[code - 1](run, request, reply, error);
+    return commands[code - 1].carryOut(run, request, reply, error);
 }
 
 } // namespace

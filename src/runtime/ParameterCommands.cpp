@@ -2,6 +2,7 @@
 
 #include "UnitCommands.h"
 #include "channel/ChannelFrame.h"
+#include "channel/ValueTags.h"
 #include "com/Text.h"
 #include "thermo/CalculationRun.h"
 #include "unit/CSolvaneUnitOp.h"
@@ -12,9 +13,6 @@
 namespace solvane {
 
 namespace {
-
-/// The types of a value on the wire. The last two stand in another order than in ParameterKind.
-enum class ValueTag : std::uint32_t { real = 0, integer = 1, boolean = 2, string = 3 };
 
 /// A value as the gateway sends it.
 struct WireValue {
@@ -134,24 +132,23 @@ bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& repl
     const CParameter* parameter = findParameter(run.unit, request.text(), error);
     if (!parameter)
         return false;
-    const auto writeTag = [&](ValueTag tag) { reply.unsignedInteger(static_cast<std::uint32_t>(tag)); };
     const Variant& value = parameter->currentValue;
     reply.success();
     switch (parameter->parameterKind) {
     case ParameterKind::real:
-        writeTag(ValueTag::real);
+        reply.tag(ValueTag::real);
         reply.real(value.real());
         return true;
     case ParameterKind::integer:
-        writeTag(ValueTag::integer);
+        reply.tag(ValueTag::integer);
         reply.integer(value.integer());
         return true;
     case ParameterKind::boolean:
-        writeTag(ValueTag::boolean);
+        reply.tag(ValueTag::boolean);
         reply.integer(value.boolean() ? 1 : 0);
         return true;
     case ParameterKind::string: {
-        writeTag(ValueTag::string);
+        reply.tag(ValueTag::text);
         const std::string text = narrow(value.text());
         constexpr std::size_t reserve = 4; // kept free behind the longest text
         if (reply.room() < text.size() + reserve) {

@@ -3,6 +3,7 @@
 #include "CalculationMaterial.h"
 #include "HostTexts.h"
 #include "channel/ChannelFrame.h"
+#include "channel/ValueTags.h"
 
 #include <algorithm>
 #include <limits>
@@ -47,7 +48,7 @@ bool writeNumbers(std::span<const VARIANT> values, ReplyWriter& reply, std::stri
         numbers.push_back(value.vt == VT_R8 ? value.dblVal : std::numeric_limits<double>::quiet_NaN());
     }
     reply.success();
-    reply.unsignedInteger(0);
+    reply.tag(ConstantKind::numbers);
     reply.reals(numbers);
     return true;
 }
@@ -65,7 +66,7 @@ bool writeTexts(std::span<const VARIANT> values, ReplyWriter& reply, std::string
         return fail(error,
                     "Values too large to transfer (insufficient memory on data transfer memory block)");
     reply.success();
-    reply.unsignedInteger(1);
+    reply.tag(ConstantKind::texts);
     for (const std::string& text : texts)
         reply.text(text);
     return true;

@@ -8,6 +8,7 @@
 #include "OverallProperty.h"
 #include "PortNumber.h"
 #include "channel/ChannelFrame.h"
+#include "channel/ValueTags.h"
 #include "unit/CSolvaneUnitOp.h"
 
 #include <algorithm>
@@ -101,7 +102,7 @@ bool notConnected(const char* command, std::int32_t number, std::string& error) 
 
 void writeProperty(ReplyWriter& reply, bool isVector, std::span<const double> values) {
     reply.success();
-    reply.unsignedInteger(isVector);
+    reply.tag(isVector ? ValueShape::vector : ValueShape::scalar);
     reply.reals(values);
 }
 

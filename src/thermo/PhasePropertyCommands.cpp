@@ -4,6 +4,7 @@
 #include "HostTexts.h"
 #include "PropertyTables.h"
 #include "channel/ChannelFrame.h"
+#include "channel/ValueTags.h"
 #include "com/Text.h"
 
 #include <algorithm>
@@ -137,9 +138,9 @@ bool calculate11(CalculationRun& run, const Question& question, VariantArray& va
     return SUCCEEDED(hr) || fail(error, resultFailed(question) + describeFailure(material, hr));
 }
 
-/// How a number of values is told to the script.
+/// The shape of so many values.
 struct Shape {
-    std::uint32_t code;
+    ValueShape shape;
     std::size_t count;
 };
 
@@ -157,7 +158,7 @@ bool answer(CalculationRun& run, const Question& question, std::span<const Shape
     if (shape == shapes.end())
         return fail(error, "Invalid return values: unexpected number of values");
     reply.success();
-    reply.unsignedInteger(shape->code);
+    reply.tag(shape->shape);
     reply.reals(values.reals());
     return true;
 }
@@ -174,7 +175,7 @@ bool getSinglePhaseProperty(CalculationRun& run, RequestReader& request, ReplyWr
     if (property->molar)
         question.basis = hostTexts.mole.get();
     const std::size_t n = run.nComp;
-    const Shape shapes[] = {{0, 1}, {1, n}, {2, n * n}};
+    const Shape shapes[] = {{ValueShape::scalar, 1}, {ValueShape::vector, n}, {ValueShape::matrix, n * n}};
     return answer(run, question, shapes, reply, error);
 }
 
@@ -188,8 +189,8 @@ bool getTwoPhaseProperty(CalculationRun& run, RequestReader& request, ReplyWrite
     if (question.phases[0].label.view() == question.phases[1].label.view())
         return fail(error, "phase names should not be the same");
     const std::size_t n = run.nComp;
-    const Shape surfaceTension[] = {{0, 1}, {3, 2 * n}};
-    const Shape kValue[] = {{1, n}, {4, 2 * n * n}};
+    const Shape surfaceTension[] = {{ValueShape::scalar, 1}, {ValueShape::vectorOfPair, 2 * n}};
+    const Shape kValue[] = {{ValueShape::vector, n}, {ValueShape::matricesOfPair, 2 * n * n}};
     return answer(run, question, isSurfaceTension ? surfaceTension : kValue, reply, error);
 }
 

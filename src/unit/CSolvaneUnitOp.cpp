@@ -4,6 +4,7 @@
 #include "HostKind.h"
 #include "LicenceCheck.h"
 #include "ReportNames.h"
+#include "channel/ChannelNames.h"
 #include "com/Text.h"
 #include "persistence/PrivateModel.h"
 #include "persistence/PropertyBag.h"
@@ -109,8 +110,8 @@ bool CSolvaneUnitOp::build(std::string& error) {
     if (!workerThread)
         return fail("Failed to create Matlab execution thread");
 
-    requestEvent = createAutoResetEvent(unitId + "_in");
-    replyEvent = createAutoResetEvent(unitId + "_out");
+    requestEvent = createAutoResetEvent(requestEventName(unitId));
+    replyEvent = createAutoResetEvent(replyEventName(unitId));
     if (!requestEvent || !replyEvent)
         return fail("Failed to create event for data communication");
 

@@ -56,8 +56,8 @@ public:
     FileHandle workingFolderHold;  ///< tells other processes that the folder is in use
     std::string startupError;      ///< why `startupOk` is false (worker thread: start)
     bool startupOk = true;         ///< the unit may be used (worker thread: start)
-    Handle requestEvent;           ///< named `unitId` + "_in", set by the gateway
-    Handle replyEvent;             ///< named `unitId` + "_out", set by the driver
+    Handle requestEvent;           ///< set by the gateway
+    Handle replyEvent;             ///< set by the driver
     bool terminated = true;        ///< Terminate has nothing (more) to do
     unsigned activities = 0;       ///< UnitActivity bits: what the unit is in the middle of
     bool terminationAsked = false; ///< Terminate came in the middle of something

@@ -1,6 +1,7 @@
 #include "GatewayClient.h"
 
 #include "Folders.h"
+#include "channel/ChannelNames.h"
 
 #include <gtest/gtest.h>
 
@@ -35,8 +36,8 @@ std::string unitIdOf(const std::wstring& workingFolder) {
 GatewayClient::GatewayClient(const std::wstring& workingFolder) {
     const std::string id = unitIdOf(workingFolder);
     mapping_.reset(OpenFileMappingA(FILE_MAP_ALL_ACCESS, FALSE, id.c_str()));
-    requestEvent_.reset(OpenEventA(EVENT_MODIFY_STATE, FALSE, (id + "_in").c_str()));
-    replyEvent_.reset(OpenEventA(SYNCHRONIZE, FALSE, (id + "_out").c_str()));
+    requestEvent_.reset(OpenEventA(EVENT_MODIFY_STATE, FALSE, requestEventName(id).c_str()));
+    replyEvent_.reset(OpenEventA(SYNCHRONIZE, FALSE, replyEventName(id).c_str()));
     if (mapping_)
         view_.reset(MapViewOfFile(mapping_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
     MEMORY_BASIC_INFORMATION region{};
@@ -87,8 +88,7 @@ void GatewayClient::expect(const Wire& command, const Wire& reply, std::source_l
 }
 
 std::size_t GatewayClient::blockSize() {
-    constexpr std::uint32_t setReport = 3;
-    const std::string block = call(request(setReport) << std::string(size_ - 8, 'x'));
+    const std::string block = call(request(CommandCode::setReport) << std::string(size_ - 8, 'x'));
     const std::size_t end = block.find('\0', sizeof(std::uint32_t));
     return end == std::string::npos ? 0 : end + 1;
 }

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "channel/ChannelFrame.h"
+#include "channel/CommandCode.h"
+#include "channel/ValueTags.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -11,6 +15,8 @@ class Wire {
 public:
     Wire& operator<<(std::uint32_t number) { return append(&number, sizeof number); }
     Wire& operator<<(std::int32_t number) { return append(&number, sizeof number); }
+    Wire& operator<<(CommandCode code) { return append(&code, sizeof code); }
+    Wire& operator<<(ValueTag tag) { return append(&tag, sizeof tag); }
     Wire& operator<<(double number) { return append(&number, sizeof number); }
     /// With its NUL.
     Wire& operator<<(const std::string& text) { return append(text.c_str(), text.size() + 1); }
@@ -32,14 +38,14 @@ Wire wireOf(const auto&... parts) {
     (wire << ... << parts);
     return wire;
 }
-inline Wire request(std::uint32_t code) {
+inline Wire request(CommandCode code) {
     return wireOf(code);
 }
 inline Wire succeeded() {
-    return wireOf(0u);
+    return wireOf(statusSuccess);
 }
 inline Wire refused(const std::string& message) {
-    return wireOf(1u, message);
+    return wireOf(statusFailure, message);
 }
 
 } // namespace solvane

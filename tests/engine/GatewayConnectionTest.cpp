@@ -2,9 +2,10 @@
 // unit, at the block and the events.
 #include "AutomationClient.h"
 
-#include "../../engine/Connection.h"
 #include "ProcessUsage.h"
+#include "channel/ChannelNames.h"
 #include "com/Text.h"
+#include "engine/Connection.h"
 
 #include <gmock/gmock.h>
 
@@ -94,8 +95,8 @@ public:
     explicit Unit(DWORD size)
         : mapping_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, size, unitId)),
           view_(MapViewOfFile(mapping_.get(), FILE_MAP_WRITE, 0, 0, 0)),
-          request_(CreateEventA(nullptr, FALSE, FALSE, (std::string(unitId) + "_in").c_str())),
-          reply_(CreateEventA(nullptr, FALSE, FALSE, (std::string(unitId) + "_out").c_str())) {}
+          request_(CreateEventA(nullptr, FALSE, FALSE, requestEventName(unitId).c_str())),
+          reply_(CreateEventA(nullptr, FALSE, FALSE, replyEventName(unitId).c_str())) {}
 
     char* block() { return static_cast<char*>(view_.get()); }
     bool waitForRequest() { return WaitForSingleObject(request_.get(), 10000) == WAIT_OBJECT_0; }
@@ -110,7 +111,7 @@ private:
 
 /// Whether anybody holds the unit's events; the block's name goes with the unit's own handle.
 bool isUnitHeld() {
-    return static_cast<bool>(Handle(OpenEventA(SYNCHRONIZE, FALSE, (std::string(unitId) + "_in").c_str())));
+    return static_cast<bool>(Handle(OpenEventA(SYNCHRONIZE, FALSE, requestEventName(unitId).c_str())));
 }
 
 class GatewayConnection : public testing::Test {

@@ -2,7 +2,7 @@
 #include "Caller.h"
 #include "UnitSide.h"
 
-#include "../../gateway/UnitClaim.h"
+#include "gateway/UnitClaim.h"
 
 #include <gtest/gtest.h>
 

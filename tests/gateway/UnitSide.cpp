@@ -1,5 +1,7 @@
 #include "UnitSide.h"
 
+#include "channel/ChannelNames.h"
+
 #include <array>
 #include <cstring>
 #include <utility>
@@ -19,11 +21,11 @@ UnitSide::UnitSide(std::size_t blockSize)
       mapping_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
                                   static_cast<DWORD>(blockSize), id_.c_str())),
       block_(static_cast<char*>(MapViewOfFile(mapping_, FILE_MAP_ALL_ACCESS, 0, 0, 0))),
-      requestEvent_(CreateEventA(nullptr, FALSE, FALSE, (id_ + "_in").c_str())),
+      requestEvent_(CreateEventA(nullptr, FALSE, FALSE, solvane::requestEventName(id_).c_str())),
       // Set, as a command that nobody waited for leaves it.
-      replyEvent_(CreateEventA(nullptr, FALSE, TRUE, (id_ + "_out").c_str())),
+      replyEvent_(CreateEventA(nullptr, FALSE, TRUE, solvane::replyEventName(id_).c_str())),
       stopEvent_(CreateEventA(nullptr, TRUE, FALSE, nullptr)) {
-    answer(solvane::wireOf(0u));
+    answer(solvane::succeeded());
     thread_ = std::thread(&UnitSide::serve, this);
 }
 

@@ -89,8 +89,8 @@ TEST_F(Apartments, aUnitIsUsedThroughProxies) {
     matlab.onRun = [&](const std::wstring& folder) {
         scriptThread = GetCurrentThreadId();
         GatewayClient script(folder);
-        script.expect(request(5) << "Duty" << 0u << 7.0, succeeded());
-        script.expect(request(13), succeeded() << 1u);
+        script.expect(request(CommandCode::setParameter) << "Duty" << ValueTag::real << 7.0, succeeded());
+        script.expect(request(CommandCode::getFeedCount), succeeded() << 1u);
         return printed(L"Evaluation error: far away");
     };
     ASSERT_EQ(unit.connect(L"Feed", FakeMaterial11::create()->dispatch()), S_OK);
@@ -124,7 +124,7 @@ TEST_F(Apartments, aThreadThatWaitsForAnothersRunServesThatRunsMaterial) {
         SetEvent(inScript.get());
         EXPECT_EQ(WaitForSingleObject(isAboutToWait.get(), 5000), WAIT_OBJECT_0);
         Sleep(100); // it waits
-        script.expect(request(1) << 1 << "temperature", succeeded() << 0u << 300.0);
+        script.expect(request(CommandCode::getFeedProp) << 1 << "temperature", succeeded() << 0u << 300.0);
         return MatlabAnswer();
     };
     useFromAnotherApartment(

@@ -8,15 +8,13 @@ namespace solvane {
 
 namespace {
 
-constexpr std::uint32_t setReportCode = 3;
-constexpr std::uint32_t getParameterCode = 4;
-
 using Channel = RuntimeTest;
 
 TEST_F(Channel, unknownCodesAreRefused) {
     calculate([](GatewayClient& script) {
         for (const std::uint32_t code : {0u, 19u, 0x80000001u, 0xffffffffu})
-            script.expect(request(code), refused("Internal error: unknonw/undefined function call"));
+            script.expect(request(CommandCode{code}),
+                          refused("Internal error: unknonw/undefined function call"));
     });
 }
 
@@ -25,10 +23,10 @@ TEST_F(Channel, aMessageLongerThanTheBlockIsCut) {
         const std::string refusal = "Invalid report name: ";
         // The last name that fits, and the first that does not.
         const std::string name(2048 - 5 - refusal.size(), 'n');
-        script.expect(request(setReportCode) << name, refused(refusal + name));
+        script.expect(request(CommandCode::setReport) << name, refused(refusal + name));
         const std::string cut = (refusal + name).substr(0, 2048 - 8) + "...";
-        script.expect(request(setReportCode) << name + 'n', refused(cut));
-        script.expect(request(setReportCode) << name + "and much more than that", refused(cut));
+        script.expect(request(CommandCode::setReport) << name + 'n', refused(cut));
+        script.expect(request(CommandCode::setReport) << name + "and much more than that", refused(cut));
     });
 }
 
@@ -65,7 +63,7 @@ TEST_F(Channel, theBlockGrowsWithCompoundsAndPhases) {
 // The gateway is not trusted so far that a request without an end is read past the block's.
 TEST_F(Channel, aNameWithoutAnEndEndsWithTheBlock) {
     calculate([](GatewayClient& script) {
-        const std::string block = script.call(request(getParameterCode) << std::string(4000, 'p'));
+        const std::string block = script.call(request(CommandCode::getParameter) << std::string(4000, 'p'));
         const std::string message = "Invalid parameter name: ";
         EXPECT_EQ(block.substr(4, 2044),
                   message + std::string(2048 - 8 - message.size(), 'p') + "..." + '\0');

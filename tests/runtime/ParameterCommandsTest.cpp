@@ -31,10 +31,10 @@ Value text(const std::string& value) {
 }
 
 Wire get(const std::string& name) {
-    return request(4) << name;
+    return request(CommandCode::getParameter) << name;
 }
 Wire set(const std::string& name, const Value& value) {
-    return value(request(5) << name);
+    return value(request(CommandCode::setParameter) << name);
 }
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();

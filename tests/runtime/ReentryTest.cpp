@@ -47,13 +47,14 @@ protected:
         };
         matlab.onRun = [&](const std::wstring& folder) {
             GatewayClient script(folder);
-            script.call(request(1) << 1 << "temperature");
+            script.call(request(CommandCode::getFeedProp) << 1 << "temperature");
             if (place == painting) {
                 window.post(WM_PAINT);
                 EXPECT_EQ(WaitForSingleObject(done.get(), 5000), WAIT_OBJECT_0);
             }
-            script.call(request(2) << 1 << 12.5 << std::vector{0.5, 0.3, 0.2} << 300.0 << 1e5 << "temperature"
-                                   << "pressure");
+            script.call(request(CommandCode::setProduct)
+                        << 1 << 12.5 << std::vector{0.5, 0.3, 0.2} << 300.0 << 1e5 << "temperature"
+                        << "pressure");
             return MatlabAnswer();
         };
         // Without a reference of the call's own: some hosts hold one in all.
@@ -149,7 +150,8 @@ TEST_F(Reentry, aScriptOfATerminatedUnitGetsNoMoreAnswers) {
         GatewayClient script(folder);
         window.post(WM_PAINT);
         Sleep(400); // longer than a paint message ever waits
-        script.expect(request(12), refused("Terminate has been called on unit operation"));
+        script.expect(request(CommandCode::getUnitName),
+                      refused("Terminate has been called on unit operation"));
         return MatlabAnswer();
     };
     EXPECT_EQ(unit.calculate(), capeFailure);

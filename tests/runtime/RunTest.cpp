@@ -176,7 +176,7 @@ TEST_F(Run, reportsOfAFailedRunNeverShowTheRunBefore) {
     matlab.onRun = [](const std::wstring& folder) {
         GatewayClient client(folder);
         writeFile(folder + L"report.txt", "12 kW");
-        client.expect(request(3) << "Duties", succeeded());
+        client.expect(request(CommandCode::setReport) << "Duties", succeeded());
         return printed(L"good");
     };
     ASSERT_EQ(unit.calculate(), S_OK);
@@ -197,10 +197,9 @@ TEST_F(Run, reportsOfAFailedRunNeverShowTheRunBefore) {
 
 // ---- products
 
-constexpr std::uint32_t setProduct = 2;
-
 Wire productRequest(std::int32_t port, const std::string& constraint1, const std::string& constraint2) {
-    return request(setProduct) << port << 2.5 << 0.25 << 0.75 << 350.0 << 2e5 << constraint1 << constraint2;
+    return request(CommandCode::setProduct)
+           << port << 2.5 << 0.25 << 0.75 << 350.0 << 2e5 << constraint1 << constraint2;
 }
 
 class RunWithProducts : public Run {

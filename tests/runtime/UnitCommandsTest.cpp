@@ -8,12 +8,6 @@ namespace solvane {
 
 namespace {
 
-constexpr std::uint32_t setReportCode = 3;
-constexpr std::uint32_t getUnitNameCode = 12;
-constexpr std::uint32_t getFeedCountCode = 13;
-constexpr std::uint32_t getProductCountCode = 14;
-constexpr std::uint32_t logMessageCode = 18;
-
 /// A host's simulation context with its log, on the test's frame.
 class DiagnosticContext final : public DispatchImpl<ICapeDiagnostic> {
 public:
@@ -67,7 +61,7 @@ TEST_F(UnitCommands, aReportTakesTheTextOfTheFileOrTellsWhyItCannot) {
     const auto runWith = [&](const std::function<void(const std::wstring& file)>& writeReport) {
         run(unit, [&](GatewayClient& script, const std::wstring& folder) {
             writeReport(folder + L"report.txt");
-            script.expect(request(setReportCode) << "DUTIES", succeeded());
+            script.expect(request(CommandCode::setReport) << "DUTIES", succeeded());
         });
         return unit.report(L"Duties");
     };
@@ -92,10 +86,10 @@ TEST_F(UnitCommands, reportsThatAScriptMayNotSet) {
     const HostedUnit unit = createUnit(bag);
     run(unit, [](GatewayClient& script, const std::wstring&) {
         for (const char* name : {"Matlab Output", "MATLAB OUTPUT"})
-            script.expect(request(setReportCode) << name,
+            script.expect(request(CommandCode::setReport) << name,
                           refused("Cannot write to the Matlab output report"));
-        script.expect(request(setReportCode) << "Duty", refused("Invalid report name: Duty"));
-        script.expect(request(setReportCode) << "", refused("Invalid report name: "));
+        script.expect(request(CommandCode::setReport) << "Duty", refused("Invalid report name: Duty"));
+        script.expect(request(CommandCode::setReport) << "", refused("Invalid report name: "));
     });
 }
 
@@ -107,17 +101,17 @@ TEST_F(UnitCommands, nameAndCountsOfTheUnit) {
     const auto identification = unit.as<ICapeIdentification>();
     identification->put_ComponentName(Bstr(L"Flash-101 \u00e9").get());
     run(unit, [](GatewayClient& script, const std::wstring&) {
-        script.expect(request(getUnitNameCode), succeeded() << "Flash-101 \xe9");
-        script.expect(request(getFeedCountCode), succeeded() << 2u);
-        script.expect(request(getProductCountCode), succeeded() << 1u);
+        script.expect(request(CommandCode::getUnitName), succeeded() << "Flash-101 \xe9");
+        script.expect(request(CommandCode::getFeedCount), succeeded() << 2u);
+        script.expect(request(CommandCode::getProductCount), succeeded() << 1u);
     });
     // The name fills the block, and then no longer fits.
     for (const std::size_t length : {2048 - 5, 2048 - 4}) {
         identification->put_ComponentName(Bstr(std::wstring(length, L'n')).get());
         run(unit, [&](GatewayClient& script, const std::wstring&) {
-            script.expect(request(getUnitNameCode), length == 2048 - 5
-                                                        ? succeeded() << std::string(length, 'n')
-                                                        : refused("memory overrun"));
+            script.expect(request(CommandCode::getUnitName), length == 2048 - 5
+                                                                 ? succeeded() << std::string(length, 'n')
+                                                                 : refused("memory overrun"));
         });
     }
 }
@@ -128,10 +122,10 @@ TEST_F(UnitCommands, logLinesGoToTheHostAndTheStatusStaysWhereThereIsNowhereToLo
     const auto utilities = unit.as<ICapeUtilities>();
     const auto logs = [&](const std::string& line, const Wire& reply) {
         run(unit, [&](GatewayClient& script, const std::wstring&) {
-            script.expect(request(logMessageCode) << line, reply);
+            script.expect(request(CommandCode::logMessage) << line, reply);
         });
     };
-    const Wire untouched = request(logMessageCode);
+    const Wire untouched = request(CommandCode::logMessage);
     logs("line", untouched);
     context.hasLog = false;
     ASSERT_EQ(utilities->put_simulationContext(&context), S_OK);

@@ -30,7 +30,7 @@ TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
             const ULONGLONG begin = GetTickCount64();
             while (WaitForSingleObject(painted.get(), asksWithoutPause ? 0 : 5000) != WAIT_OBJECT_0 &&
                    GetTickCount64() - begin < 5000)
-                script.call(request(12));
+                script.call(request(CommandCode::getUnitName));
             EXPECT_LT(GetTickCount64() - begin, 2000u);
             return MatlabAnswer();
         };
@@ -136,7 +136,7 @@ TEST_F(WaitLoop, aWindowThatPaintsWithoutEndDoesNotHoldTheScriptUp) {
             window.post(WM_PAINT);
             EXPECT_EQ(WaitForSingleObject(painted.get(), 5000), WAIT_OBJECT_0);
             for (int i = 0; i < 100; ++i)
-                script.call(request(12));
+                script.call(request(CommandCode::getUnitName));
             return MatlabAnswer();
         };
         EXPECT_EQ(unit.calculate(), S_OK);
@@ -160,7 +160,7 @@ TEST_F(WaitLoop, aRequestThatArrivesWithTheEndIsStillServed) {
     matlab.onRun = [&](const std::wstring& folder) {
         window.post(WM_PAINT);
         EXPECT_EQ(WaitForSingleObject(painting.get(), 5000), WAIT_OBJECT_0);
-        GatewayClient(folder).send(request(5) << "Duty" << 0u << 7.0);
+        GatewayClient(folder).send(request(CommandCode::setParameter) << "Duty" << ValueTag::real << 7.0);
         SetEvent(requested.get());
         return MatlabAnswer();
     };

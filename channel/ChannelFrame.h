@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace solvane {
@@ -24,7 +25,7 @@ inline constexpr const char* memoryOverrun = "memory overrun";
 /// The gateway is trusted to send well-formed requests; nothing outside the block is read all the same.
 class RequestReader {
 public:
-    /// Begins behind the command code.
+    /// Begins after the command code.
     explicit RequestReader(std::span<const std::byte> block)
         : block_(block), position_(sizeof(std::uint32_t)) {}
 
@@ -54,6 +55,10 @@ public:
     void unsignedInteger(std::uint32_t value) { copy(&value, sizeof value); }
     void real(double value) { copy(&value, sizeof value); }
     void reals(std::span<const double> values) { copy(values.data(), values.size_bytes()); }
+    /// The word that says what follows (ValueTags.h).
+    template <class Tag>
+    requires std::is_enum_v<Tag>
+    void tag(Tag value) { unsignedInteger(static_cast<std::uint32_t>(value)); }
     /// Up to and with its first NUL.
     void text(const std::string& value) { copy(value.c_str(), std::strlen(value.c_str()) + 1); }
 
