@@ -7,8 +7,9 @@
 
 namespace solvane::soak {
 
-/// Of a segment that tries damaged inputs at a door.
-constexpr auto doorLimits(const char* segment) {
+/// Of a segment that tries damaged inputs at a door. Where it calls another process, COM's pool grows and
+/// shrinks by a thread.
+constexpr auto doorLimits(const char* segment, double threads = 0) {
     return std::array{
         Limit{segment, "damaged inputs", "", Bound::none, 0},
         Limit{segment, "taken all the same", "", Bound::atLeast,
@@ -17,7 +18,7 @@ constexpr auto doorLimits(const char* segment) {
         Limit{segment, "longest", "s", Bound::atMost, 30},
         Limit{segment, "files outside the unit's folder", "", Bound::atMost, 0},
         Limit{segment, "host: handles gained", "", Bound::atMost, 0},
-        Limit{segment, "host: threads gained", "", Bound::atMost, 0},
+        Limit{segment, "host: threads gained", "", Bound::atMost, threads},
         Limit{segment, "host: memory gained", "KiB", Bound::atMost, 4096},
     };
 }
@@ -97,15 +98,15 @@ inline constexpr std::array limitsOfEngine = {
     // MiB.
     Limit{"strangers", "slow strangers at once", "", Bound::none, 0},
     Limit{"strangers", "guests not served", "", Bound::atMost, 0},
-    Limit{"strangers", "longest service", "s", Bound::atMost, 1},
-    Limit{"strangers", "engine: handles at most gained", "", Bound::atMost, 80},
+    Limit{"strangers", "longest service", "s", Bound::atMost, 2},
+    Limit{"strangers", "engine: handles at most gained", "", Bound::atMost, 128},
     Limit{"strangers", "engine: threads at most gained", "", Bound::atMost, 2},
     Limit{"strangers", "engine: memory at most gained", "KiB", Bound::atMost, 4096},
 };
 
 inline constexpr auto limits =
     joined(limitsOfWork, doorLimits("models"), limitsOfModels, doorLimits("bags"), doorLimits("requests10"),
-           doorLimits("requests11"), doorLimits("reentry"), doorLimits("cases"), doorLimits("socket"),
+           doorLimits("requests11"), doorLimits("reentry"), doorLimits("cases"), doorLimits("socket", 1),
            limitsOfEngine);
 
 } // namespace solvane::soak

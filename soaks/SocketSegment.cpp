@@ -33,7 +33,8 @@ class SocketDoor final : public Door {
 public:
     Verdict attempt(std::uint32_t seed, int number) override {
         Damage damage(seed, number, snippets);
-        Verdict verdict = call(damage);
+        // The first of them before the counting: what a flood needs is then there.
+        Verdict verdict = number % 200 == 0 ? flood(damage) : call(damage);
         if (verdict.fault.empty() && number % 50 == 0 && octave_.execute(L"disp(1)") != L"1\n")
             verdict.fault = "the engine takes no more commands";
         return verdict;
@@ -55,8 +56,6 @@ private:
     static void letGo() { Sleep(6000); }
 
     Verdict call(Damage& damage) {
-        if (damage.oneIn(200))
-            return flood(damage);
         Caller caller(port_);
         if (!caller.isConnected())
             return {.fault = "the engine takes no connection"};
@@ -121,7 +120,7 @@ private:
     /// Many at once who say nothing.
     Verdict flood(Damage& damage) const {
         std::vector<Caller> callers;
-        for (std::size_t count = 20 + damage.below(80); count > 0; --count)
+        for (int i = 0; i < 100; ++i)
             if (!callers.emplace_back(port_).isConnected())
                 return {.fault = "the engine takes no connection"};
         for (Caller& caller : callers)
