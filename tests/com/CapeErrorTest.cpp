@@ -84,11 +84,18 @@ TEST(DescribeCapeError, outsideTheCodesTheObjectIsNotAsked) {
 }
 
 TEST(DescribeCapeError, codesHaveWordsWithoutAnObject) {
-    EXPECT_EQ(DescribeCapeError(nullptr, capeCode(0x01)), L"Failed to get error name for ECapeUnknown");
-    EXPECT_EQ(DescribeCapeError(nullptr, capeCode(0x0B)), L"computation error");
-    EXPECT_EQ(DescribeCapeError(nullptr, capeCode(0x10)), L"solution error");
-    EXPECT_EQ(DescribeCapeError(nullptr, capeCode(0x1A)),
-              L"One or more of the requested thermodynamic properties are not set on the material");
+    std::wstring texts;
+    for (unsigned code = 0x01; code <= 0x1A; ++code)
+        texts += DescribeCapeError(nullptr, capeCode(code)) + L"|";
+    EXPECT_EQ(texts, L"Failed to get error name for ECapeUnknown|invalid data|license problem|"
+                     L"Bad Cape-Open parameter|Bad argument|Invalid argument|index out of bounds|"
+                     L"current implementation related error|not implemented|implementation is limited|"
+                     L"computation error|out of resources|out of memory|operation was timed out|"
+                     L"initialization error|solution error|invalid order of invocations|invalid operation|"
+                     L"storage / persistence error|illegal access|persistence error: not found|"
+                     L"persistence system error|persistence overflow error|solver scope error|"
+                     L"Hessian information not available|"
+                     L"One or more of the requested thermodynamic properties are not set on the material|");
 }
 
 TEST(FormatHresultText, systemTextsLoseTheirLineEndAndUnknownCodesAreHexadecimal) {

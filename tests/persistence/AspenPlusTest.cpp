@@ -1,6 +1,7 @@
 // Under Aspen Plus, which this program is named after, a unit keeps its model in a file beside the flowsheet.
 
 #include "ModelFileTest.h"
+#include "Program.h"
 #include "WindowDriver.h"
 #include "com/Module.h"
 #include "com/Text.h"
@@ -80,6 +81,14 @@ TEST_F(AspenPlus, theFileOfTheUnitsNameIsLoadedAtTheFirstNeed) {
         row.need(fresh);
         EXPECT_EQ(portCount(fresh), 1);
     }
+}
+
+TEST_F(AspenPlus, itsOtherProgramCountsToo) {
+    const std::wstring other = builtFile(L"..\\tests\\apwin.exe");
+    ASSERT_TRUE(CopyFileW(builtFile(L"..\\tests\\apmain.exe").c_str(), other.c_str(), FALSE));
+    const Outcome outcome = Program(L"\"" + other + L"\" --gtest_filter=*.theFileOfTheUnitsName*").wait();
+    EXPECT_EQ(outcome.exitCode, 0u) << outcome.printed;
+    DeleteFileW(other.c_str());
 }
 
 TEST_F(AspenPlus, theFileIsLookedForOnceAndNotAfterAStream) {

@@ -60,24 +60,37 @@ TEST_F(ModelStream, savingLeavesTheUnitAsItWas) {
 }
 
 // Whichever way it comes, nothing of the former model is left.
-TEST_F(ModelStream, aLoadTakesTheFormerModelsFilesAndValidityAway) {
-    ModelBag bag;
-    bag.script("1;");
-    const std::function<HRESULT()> loads[] = {
-        [&] {
-            return load({{"unit.xml", "<UnitOperation/>"}, {"calc.m", "1;"}});
-        },
-        [&] { return unit.load(bag); },
+TEST_F(ModelStream, aLoadTakesTheFormerModelsFilesScriptAndValidityAway) {
+    struct Way {
+        std::function<HRESULT(const std::string& script)> load;
+        const wchar_t* selectedReport; ///< afterwards; a bag says nothing of it
+    };
+    const Way ways[] = {
+        {[&](const std::string& script) {
+             return load({{"unit.xml", "<UnitOperation/>"}, {"calc.m", script}});
+         },
+         L""},
+        {[&](const std::string& script) {
+             ModelBag bag;
+             return unit.load(bag.script(script));
+         },
+         L"R"},
     };
     const std::wstring file = matlab.workingFolder() + L"data.bin";
-    for (const auto& load_ : loads) {
+    for (const Way& way : ways) {
         ASSERT_EQ(load(model), S_OK);
         SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
-        ASSERT_EQ(load_(), S_OK);
+        EXPECT_EQ(unit.as<ICapeUnitReport>()->put_selectedReport(Bstr(L"R").get()), S_OK);
+        ASSERT_EQ(way.load("1;"), S_OK);
         EXPECT_EQ(readFile(file), "?");
-        EXPECT_EQ(unit.validate(), L"");
-        ASSERT_EQ(load_(), S_OK);
+        Bstr selected;
+        EXPECT_EQ(unit.as<ICapeUnitReport>()->get_selectedReport(selected.put()), S_OK);
+        EXPECT_EQ(selected.view(), way.selectedReport);
+        EXPECT_EQ(unit.calculate(), S_OK);
+        ASSERT_EQ(way.load("2;"), S_OK);
         EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
+        EXPECT_EQ(unit.calculate(), S_OK);
+        EXPECT_TRUE(readFile(matlab.workingFolder() + L"unitCalc.m").ends_with("2;"));
     }
 }
 

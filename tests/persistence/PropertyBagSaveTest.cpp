@@ -67,8 +67,11 @@ TEST_F(PropertyBagTest, everyKeyIsWrittenInItsOrder) {
 
 TEST_F(PropertyBagTest, absentBoundsReadZeroAndAStringsDefaultDoesNotTravel) {
     ModelBag model = wholeModel();
+    model.parameter(L"note", L"string", Variant(std::wstring_view(L"free")));
     ASSERT_EQ(load(model), S_OK);
     ModelBag bag = saved();
+    EXPECT_EQ(bag.value(L"method \\ restricted").boolean(), VARIANT_TRUE);
+    EXPECT_EQ(bag.value(L"note \\ restricted").boolean(), VARIANT_FALSE);
     for (const wchar_t* key : {L"area \\ minimum", L"area \\ default"}) {
         EXPECT_EQ(bag.value(key).type(), VT_R8);
         EXPECT_EQ(bag.value(key).real(), 0);

@@ -19,7 +19,7 @@ Handle makeEvent() {
 TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
     const Handle secondMayStart = makeEvent();
     const Handle secondStarted = makeEvent();
-    const Handle secondReachedMatlab = makeEvent();
+    const Handle secondReachedMatlab = makeEvent(); // or its material
     std::atomic<int> inScript{0};
     std::atomic<int> runs{0};
     matlab.onRun = [&](const std::wstring&) {
@@ -27,7 +27,7 @@ TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
         if (++runs == 1) {
             SetEvent(secondMayStart.get());
             EXPECT_EQ(WaitForSingleObject(secondStarted.get(), 5000), WAIT_OBJECT_0);
-            // The other unit waits for the lock, not at Matlab's door.
+            // The other unit waits for the lock, not at Matlab's door, and has not read its lists.
             EXPECT_EQ(WaitForSingleObject(secondReachedMatlab.get(), 200), DWORD{WAIT_TIMEOUT});
         }
         --inScript;
@@ -41,8 +41,15 @@ TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
     const HostedUnit first = createUnit();
     std::thread second([&] {
         const Apartment ownApartment;
-        const HostedUnit unit = createUnit();
+        ModelBag bag;
+        const HostedUnit unit = createUnit(bag.script("").feeds({L"Feed"}));
+        const auto material = FakeMaterial11::create();
+        EXPECT_EQ(unit.connect(L"Feed", material->dispatch()), S_OK);
         EXPECT_EQ(WaitForSingleObject(secondMayStart.get(), 5000), WAIT_OBJECT_0);
+        material->record->onCall = [&](const std::string& call) {
+            if (call.starts_with("copy."))
+                SetEvent(secondReachedMatlab.get());
+        };
         SetEvent(secondStarted.get());
         EXPECT_EQ(unit.calculate(), S_OK);
         EXPECT_EQ(unit.output(), L"2");
@@ -88,6 +95,10 @@ TEST_F(Apartments, aUnitIsUsedThroughProxies) {
     DWORD scriptThread = 0;
     matlab.onRun = [&](const std::wstring& folder) {
         scriptThread = GetCurrentThreadId();
+        APTTYPE kind = APTTYPE_CURRENT;
+        APTTYPEQUALIFIER ignored;
+        EXPECT_EQ(CoGetApartmentType(&kind, &ignored), S_OK);
+        EXPECT_EQ(kind, APTTYPE_STA);
         GatewayClient script(folder);
         script.expect(request(CommandCode::setParameter) << "Duty" << ValueTag::real << 7.0, succeeded());
         script.expect(request(CommandCode::getFeedCount), succeeded() << 1u);

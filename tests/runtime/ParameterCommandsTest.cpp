@@ -49,6 +49,10 @@ protected:
             .parameter(L"Bounded", L"real", Variant(5.0))
             .with(L"Bounded", L"minimum", Variant(-1.0))
             .with(L"Bounded", L"maximum", Variant(10.0))
+            .parameter(L"At least", L"real", Variant(5.0))
+            .with(L"At least", L"minimum", Variant(-1.0))
+            .parameter(L"At most", L"real", Variant(5.0))
+            .with(L"At most", L"maximum", Variant(10.0))
             .parameter(L"Stages", L"int", Variant(LONG{-7}))
             .parameter(L"Tray", L"int", Variant(LONG{1}))
             .with(L"Tray", L"minimum", Variant(LONG{1}))
@@ -115,6 +119,10 @@ TEST_F(ParameterCommands, whatAScriptSetsIsConvertedCheckedAndReadBack) {
         {"Bounded", integer(-2), real(10), below},
         {"Bounded", real(10.0001), real(10), above},
         {"Bounded", real(notANumber), real(10), below},
+        {"At least", real(notANumber), real(5), below},
+        {"At least", real(infinity), real(infinity)},
+        {"At most", real(notANumber), real(5), above},
+        {"At most", real(-infinity), real(-infinity)},
         {"Stages", real(2.5), integer(3)}, // halves go up
         {"Stages", real(-2.5), integer(-2)},
         {"Stages", real(2.499), integer(2)},

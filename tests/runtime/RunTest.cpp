@@ -241,6 +241,8 @@ TEST_F(RunWithProducts, eachProductIsFlashedWithWhatTheScriptSaidLast) {
     // What the run before said does not count, and no product is flashed before all are set.
     scriptSets({productRequest(2, "temperature", "pressure")});
     expectFailure(L"setProduct was not called for product 1 (Top)", L"done");
+    scriptSets({productRequest(1, "temperature", "pressure")});
+    expectFailure(L"setProduct was not called for product 2 (Bottom)", L"done");
     EXPECT_EQ(flashes(*top) + flashes(*bottom), 2u);
 }
 

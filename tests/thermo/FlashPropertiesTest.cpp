@@ -37,11 +37,20 @@ TEST(FlashType, everyPairHasItsNameInEitherOrder) {
 }
 
 TEST(FlashPropertyCodes, namesAreKnownInAnyCase) {
-    EXPECT_EQ(flashPropertyCode(L"VAPORfraction"), vaporFraction);
-    EXPECT_EQ(flashPropertyCode(L"energy"), flashPropertyCode(L"InternalEnergy"));
-    EXPECT_EQ(flashPropertyCode(L"totalflow"), totalFlow);
-    EXPECT_EQ(flashPropertyCode(L"enthalpyN"), unknown);
-    EXPECT_EQ(flashPropertyCode(L""), unknown);
+    // By their codes; the names up to 10 are those of constraints.
+    const std::vector<std::wstring> names[] = {
+        {L"temperature"},   {L"pressure"},
+        {L"VAPORfraction"}, {L"enthalpy"},
+        {L"enthalpyF"},     {L"ENTHALPYnf"},
+        {L"entropy"},       {L"entropyF"},
+        {L"entropyNF"},     {L"internalEnergy", L"energy"},
+        {L"volume"},        {L"enthalpyN", L"", L"energyF"},
+        {L"flow"},          {L"totalflow"},
+        {L"fraction"},
+    };
+    for (const auto& row : names)
+        for (const std::wstring& name : row)
+            EXPECT_EQ(static_cast<int>(flashPropertyCode(name)), &row - names) << name;
 }
 
 TEST(StringMap, namesOfAnyLengthAreFound) {

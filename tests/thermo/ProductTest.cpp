@@ -108,12 +108,18 @@ TEST(ProductFlash, interfacesAreAskedForOnceAndKeptOnThePort) {
     material.hidden = {__uuidof(ICapeThermoPhases), __uuidof(ICapeThermoEquilibriumRoutine)};
     EXPECT_TRUE(flashProductPort(port, error)) << error;
 
-    port.equilibriumRoutine.reset();
-    EXPECT_FALSE(flashProductPort(port, error));
-    EXPECT_EQ(error, "Failed to get ICapeThermoEquilibriumRoutine from material");
-    port.phases.reset();
-    EXPECT_FALSE(flashProductPort(port, error));
-    EXPECT_EQ(error, "Failed to get ICapeThermoPhases from material");
+    // Not beyond its connection.
+    const std::pair<IID, std::string> lacks[] = {
+        {__uuidof(ICapeThermoEquilibriumRoutine), "ICapeThermoEquilibriumRoutine"},
+        {__uuidof(ICapeThermoPhases), "ICapeThermoPhases"},
+    };
+    for (const auto& [hidden, name] : lacks) {
+        Rig::connect(port, Generation::v11, makeFakeStream());
+        EXPECT_TRUE(flashProductPort(port, error)) << error;
+        Rig::connect(port, Generation::v11, makeFakeStream()).hidden = {hidden};
+        EXPECT_FALSE(flashProductPort(port, error));
+        EXPECT_EQ(error, "Failed to get " + name + " from material");
+    }
     port.Disconnect();
     EXPECT_FALSE(flashProductPort(port, error));
     EXPECT_EQ(error, "Port is not connected");

@@ -80,7 +80,8 @@ TEST_F(MainWindow, whatCannotBeSavedOrLoadedIsTold) {
     writeFile(file, "no zip");
     writeFile(foreign, "no zip");
     ModelBag model;
-    model.script("1;").feeds({L"Feed"});
+    model.script("1;").feeds({L"Feed"}).products({L"Product"}).reports({L"Report"}).file("data", "1");
+    model.parameter(L"P", L"real", Variant(1.0));
     ASSERT_EQ(load(model), S_OK);
     EXPECT_EQ(edit([&](WindowDriver& user) {
                   loadModel(user, foreign);
@@ -94,6 +95,16 @@ TEST_F(MainWindow, whatCannotBeSavedOrLoadedIsTold) {
     EXPECT_EQ(edit([&](WindowDriver& user) {
                   loadModel(user, file);
                   EXPECT_EQ(user.answer(L"Failed to load:"), L"Failed to open SVM file as ZIP file");
+                  const std::pair<const wchar_t*, int> lists[] = {{L"Parameters", IDC_PARAMETER_LIST},
+                                                                  {L"Additional files", IDC_FILES_LIST},
+                                                                  {L"Ports", IDC_PORT_FEEDS},
+                                                                  {L"Ports", IDC_PORT_PRODUCTS}};
+                  user.pickTab(L"Reports");
+                  EXPECT_EQ(user.entries(IDC_REPORT_LIST), std::vector<std::wstring>{L"Matlab Output"});
+                  for (const auto& [tab, list] : lists) {
+                      user.pickTab(tab);
+                      EXPECT_TRUE(user.rows(list).empty()) << narrow(tab);
+                  }
               }),
               S_OK);
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_OK);

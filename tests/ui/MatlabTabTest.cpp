@@ -237,16 +237,19 @@ TEST_F(MatlabTab, onlyTheTextThatTheUserChangedIsAChange) {
     EXPECT_EQ(script(), text + "end");
 }
 
-TEST_F(MatlabTab, aLoadedModelBringsItsInfoLevel) {
+TEST_F(MatlabTab, aLoadedModelBringsItsScriptAndInfoLevel) {
     const std::wstring file = temporary.path() + L"echo.svm";
     setScript("1;");
     work([&](WindowDriver& user) {
         user.choose(IDC_MATLAB_LEVEL, L"echo each command line");
         saveModel(user, file);
         user.choose(IDC_MATLAB_LEVEL, L"default echo");
+        typeAtEnd(user, L"2;");
+        user.press(L"&Test");
         loadModel(user, file);
         EXPECT_EQ(user.text(IDC_MATLAB_LEVEL), L"echo each command line");
     });
+    EXPECT_EQ(script(), "1;");
 }
 
 TEST_F(MatlabTab, keysOfTheViews) {

@@ -12,6 +12,7 @@ protected:
     Reports() {
         ModelBag model;
         model.script("1;").reports({L"Balance"});
+        model.values[L"report \\ Balance"] = Variant(std::wstring_view(L"closed"));
         EXPECT_EQ(load(model), S_OK);
     }
 
@@ -76,6 +77,13 @@ TEST_F(Reports, aLoadKeepsThePositionOrTakesTheLast) {
             add(user, name);
             user.answer(L"Report added:");
         }
+        user.choose(IDC_REPORT_LIST, L"Balance");
+        EXPECT_EQ(user.text(IDC_REPORT_TEXT), L"closed");
+        user.press(L"&Remove");
+        user.answer(L"Remove report:");
+        user.choose(IDC_REPORT_LIST, L"Second");
+        EXPECT_EQ(user.text(IDC_REPORT_TEXT), L"Report not available...\r\n");
+        user.choose(IDC_REPORT_LIST, L"Third");
         loadModel(user, file);
         EXPECT_EQ(user.entries(IDC_REPORT_LIST), (Names{L"Matlab Output", L"Balance"}));
         EXPECT_EQ(user.text(IDC_REPORT_LIST), L"Balance");

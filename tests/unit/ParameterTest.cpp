@@ -86,10 +86,12 @@ TEST_F(Parameters, aRestrictedTextMustBeAnOptionToTheLetter) {
     EXPECT_EQ(put(L"free", text(L"anything")), S_OK);
 }
 
-TEST_F(Parameters, aLaterSuccessKeepsTheFailure) {
+TEST_F(Parameters, aLaterSuccessKeepsTheFailureAndALaterFailureReplacesIt) {
     put(L"real", text(L"abc"));
     put(L"real", Variant(4.0));
     EXPECT_EQ(errorOf(parameter(L"real").get()).substr(0, 12), L"Invalid type");
+    put(L"real", Variant(-DBL_MAX));
+    EXPECT_EQ(errorOf(parameter(L"real").get()).substr(0, 13), L"Invalid value");
 }
 
 TEST_F(Parameters, aChangedValueInvalidatesTheUnitAndMakesItDirty) {

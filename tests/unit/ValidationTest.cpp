@@ -36,9 +36,10 @@ TEST_F(Validation, theFirstUnconnectedPortIsNamedFeedsFirst) {
 }
 
 TEST_F(Validation, compoundsMustAgreeInOrderButNotInCaseAcrossGenerations) {
-    loadPorts({L"Feed 1"}, {L"Product 1"});
+    loadPorts({L"Feed 1", L"Feed 2"}, {L"Product 1"});
     const auto feed = FakeMaterial11::create(streamOf({L"A", L"B"}));
-    unit.connect(L"Feed 1", feed->dispatch());
+    for (const wchar_t* port : {L"Feed 1", L"Feed 2"})
+        unit.connect(port, feed->dispatch());
     struct Row {
         std::vector<std::wstring> compounds;
         const wchar_t* message;
