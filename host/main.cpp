@@ -1,5 +1,6 @@
 // SolvaneHost: runs unit operations in a small flowsheet, from the command line.
 #include "cases/CaseReader.h"
+#include "com/LocalMemory.h"
 #include "com/Module.h"
 #include "com/Text.h"
 #include "commands/Commands.h"
@@ -48,10 +49,10 @@ std::string usageFault(const CLI::App* app, const CLI::Error& fault) {
 std::vector<std::string> commandLineWords() {
     int count = 0;
     wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+    const LocalMemory owner(words);
     std::vector<std::string> result;
     for (int i = count - 1; i > 0; --i)
         result.push_back(narrow(words[i], CP_UTF8));
-    LocalFree(words);
     return result;
 }
 

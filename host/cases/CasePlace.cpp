@@ -1,5 +1,7 @@
 #include "CasePlace.h"
 
+#include "NameList.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -17,12 +19,8 @@ bool CasePlace::isObject(std::initializer_list<std::string_view> keys) const {
     if (!value_.is_object())
         return fail("an object with keys in braces is expected");
     for (const auto& [key, value] : value_.items()) {
-        if (std::ranges::find(keys, key) != keys.end())
-            continue;
-        std::string known;
-        for (const std::string_view allowed : keys)
-            known.append(known.empty() ? "" : ", ").append(allowed);
-        return fail("the key \"" + key + "\" is unknown; known keys: " + known);
+        if (std::ranges::find(keys, key) == keys.end())
+            return fail("the key \"" + key + "\" is unknown; known keys: " + nameList(keys));
     }
     return true;
 }

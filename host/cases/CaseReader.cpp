@@ -2,6 +2,7 @@
 
 #include "CaseParts.h"
 #include "FilePath.h"
+#include "NameList.h"
 
 #include <algorithm>
 
@@ -89,12 +90,9 @@ bool read(const CasePlace& place, Profile& result) {
     if (!read(place, name))
         return false;
     const Profile* profile = findProfile(name);
-    if (!profile) {
-        std::string known;
-        for (const Profile& one : profiles)
-            known.append(known.empty() ? "" : ", ").append(one.name);
-        return place.fail("the profile \"" + name + "\" is unknown; profiles: " + known);
-    }
+    if (!profile)
+        return place.fail("the profile \"" + name +
+                          "\" is unknown; profiles: " + nameList(profiles, &Profile::name));
     result = *profile;
     return true;
 }
@@ -104,12 +102,8 @@ bool read(const CasePlace& place, const Compound*& result) {
     if (!read(place, name))
         return false;
     result = findCompound(name);
-    if (result)
-        return true;
-    std::string known;
-    for (const Compound& compound : allCompounds())
-        known.append(known.empty() ? "" : ", ").append(compound.name);
-    return place.fail("the compound \"" + name + "\" is unknown; compounds: " + known);
+    return result || place.fail("the compound \"" + name +
+                                "\" is unknown; compounds: " + nameList(allCompounds(), &Compound::name));
 }
 
 bool readCase(std::string_view path, Case& result, std::string& error) {

@@ -1,4 +1,5 @@
 #include "CaseParts.h"
+#include "NameList.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,13 +19,6 @@ std::string numberText(double number) {
     return text.str();
 }
 
-std::string nameList(const std::vector<const Compound*>& compounds) {
-    std::string names;
-    for (const Compound* compound : compounds)
-        names.append(names.empty() ? "" : ", ").append(compound->name);
-    return names;
-}
-
 bool readComposition(const CasePlace& place, const std::vector<const Compound*>& compounds,
                      std::vector<double>& fractions) {
     if (!place.value().is_object())
@@ -36,7 +30,8 @@ bool readComposition(const CasePlace& place, const std::vector<const Compound*>&
         const Compound* compound = findCompound(name);
         const auto found = std::ranges::find(compounds, compound);
         if (!compound || found == compounds.end())
-            return fraction.fail("the compound is not among the case's: " + nameList(compounds));
+            return fraction.fail("the compound is not among the case's: " +
+                                 nameList(compounds, &Compound::name));
         double& number = fractions[static_cast<std::size_t>(found - compounds.begin())];
         if (number != 0)
             return fraction.fail("the compound is given twice");

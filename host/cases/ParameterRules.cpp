@@ -1,6 +1,7 @@
 #include "ParameterRules.h"
 
 #include "CaseParts.h"
+#include "NameList.h"
 #include "com/Text.h"
 
 #include <algorithm>
@@ -68,10 +69,8 @@ std::string limitFault(const ModelParameter& parameter, const ParameterValue& va
     if (!text || !parameter.restricted ||
         std::ranges::find(parameter.options, *text) != parameter.options.end())
         return {};
-    std::string options;
-    for (const std::string& option : parameter.options)
-        options.append(options.empty() ? "" : ", ").append(option);
-    return "the value is not one of the options, which are written in the same letters: " + options;
+    return "the value is not one of the options, which are written in the same letters: " +
+           nameList(parameter.options);
 }
 
 } // namespace solvane::host

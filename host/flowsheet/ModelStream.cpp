@@ -3,8 +3,7 @@
 #include "UnitCalls.h"
 #include "com/Border.h"
 #include "com/Object.h"
-
-#include <objidl.h>
+#include "com/ReadWriteStream.h"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +15,7 @@ namespace {
 
 /// Bytes in memory of which a unit may expect no more than of the streams of real hosts: a short read
 /// succeeds, and there is nothing but reading and writing in order.
-class MemoryStream : public IStream, public CComObjectRoot {
+class MemoryStream : public ReadWriteStream, public CComObjectRoot {
 public:
     std::string bytes;
 
@@ -46,17 +45,6 @@ public:
             return S_OK;
         });
     }
-    STDMETHODIMP Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
-    STDMETHODIMP SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
-    STDMETHODIMP CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP Commit(DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP Revert() override { return E_NOTIMPL; }
-    STDMETHODIMP LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP Clone(IStream**) override { return E_NOTIMPL; }
 
 private:
     std::size_t place_ = 0;

@@ -1,6 +1,7 @@
 // A model for people and for programs.
 #include "ModelDescription.h"
 #include "cases/Dimensionality.h"
+#include "cases/NameList.h"
 #include "cases/ParameterRules.h"
 #include "results/TextTable.h"
 
@@ -12,15 +13,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string joined(const std::vector<std::string>& parts) {
-    std::string text;
-    for (const std::string& part : parts)
-        text.append(text.empty() ? "" : ", ").append(part);
-    return text;
-}
-
-std::string nameList(const std::vector<std::string>& names) {
-    return names.empty() ? "none" : joined(names);
+std::string namesOrNone(const std::vector<std::string>& names) {
+    return names.empty() ? "none" : nameList(names);
 }
 
 std::string limitsText(const ModelParameter& parameter) {
@@ -34,8 +28,8 @@ std::string limitsText(const ModelParameter& parameter) {
     if (parameter.defaultValue)
         parts.push_back("default " + valueText(parameter.defaultValue));
     if (!parameter.options.empty())
-        parts.push_back((parameter.restricted ? "one of " : "such as ") + joined(parameter.options));
-    return joined(parts);
+        parts.push_back((parameter.restricted ? "one of " : "such as ") + nameList(parameter.options));
+    return nameList(parts);
 }
 
 std::string section(const char* title, const std::vector<Line>& lines) {
@@ -71,9 +65,9 @@ Json parameterJson(const ModelParameter& parameter) {
 
 std::string modelText(const ModelDescription& description) {
     const UnitModel& model = description.model;
-    std::string text = columns({{"Feeds", nameList(description.feeds)},
-                                {"Products", nameList(description.products)},
-                                {"Reports", nameList(model.reports)},
+    std::string text = columns({{"Feeds", namesOrNone(description.feeds)},
+                                {"Products", namesOrNone(description.products)},
+                                {"Reports", namesOrNone(model.reports)},
                                 {"Echo", model.echo ? "each command line of the script" : "none"}},
                                2);
     std::vector<Line> lines;

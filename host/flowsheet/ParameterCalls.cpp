@@ -1,12 +1,14 @@
 #include "ParameterCalls.h"
 
 #include "UnitCalls.h"
+#include "cases/NameList.h"
 #include "cases/ParameterRules.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
 
 #include <algorithm>
 #include <array>
+#include <ranges>
 
 namespace solvane::host {
 
@@ -33,29 +35,24 @@ bool listParameters(ICapeUnit* unit, std::vector<ComRef<IDispatch>>& items, std:
     return true;
 }
 
-ParameterValue owned(double value) {
+ParameterValue valueOf(double value) {
     return value;
 }
-ParameterValue owned(LONG value) {
+ParameterValue valueOf(LONG value) {
     return static_cast<std::int32_t>(value);
 }
-ParameterValue owned(VARIANT_BOOL value) {
+ParameterValue valueOf(VARIANT_BOOL value) {
     return value != VARIANT_FALSE;
-}
-ParameterValue owned(BSTR value) {
-    std::string text = narrow(viewOf(value), CP_UTF8);
-    SysFreeString(value);
-    return text;
 }
 
 std::optional<ParameterValue> valueOf(const Variant& value) {
     switch (value.type()) {
     case VT_R8:
-        return owned(value.real());
+        return valueOf(value.real());
     case VT_I4:
-        return owned(value.integer());
+        return valueOf(value.integer());
     case VT_BOOL:
-        return owned(value.boolean());
+        return valueOf(value.boolean());
     case VT_BSTR:
         return narrow(value.text(), CP_UTF8);
     default:
@@ -63,20 +60,28 @@ std::optional<ParameterValue> valueOf(const Variant& value) {
     }
 }
 
-/// What a getter gives. What a specification has not it tells by a failure.
+/// A getter fails if the specification lacks the value.
 template <class Specification, class T>
-std::optional<ParameterValue> told(Specification& specification,
-                                   HRESULT (WINAPI Specification::*getter)(T*)) {
+std::optional<ParameterValue> get(Specification& specification, HRESULT (WINAPI Specification::*getter)(T*)) {
     T value{};
     if (FAILED((specification.*getter)(&value)))
         return std::nullopt;
-    return owned(value);
+    return valueOf(value);
+}
+
+template <class Specification>
+std::optional<ParameterValue> get(Specification& specification,
+                                  HRESULT (WINAPI Specification::*getter)(BSTR*)) {
+    Bstr value;
+    if (FAILED((specification.*getter)(value.put())))
+        return std::nullopt;
+    return narrow(value.view(), CP_UTF8);
 }
 
 template <class Specification>
 void readBounds(Specification& specification, ModelParameter& parameter) {
-    parameter.minimum = told(specification, &Specification::get_LowerBound);
-    parameter.maximum = told(specification, &Specification::get_UpperBound);
+    parameter.minimum = get(specification, &Specification::get_LowerBound);
+    parameter.maximum = get(specification, &Specification::get_UpperBound);
 }
 
 void readOptions(ICapeOptionParameterSpec& specification, ModelParameter& parameter) {
@@ -97,7 +102,7 @@ void readSpecification(IUnknown* object, ModelParameter& parameter,
     const auto specification = queryInterface<Specification>(object);
     if (!specification)
         return;
-    parameter.defaultValue = told(*specification, &Specification::get_DefaultValue);
+    parameter.defaultValue = get(*specification, &Specification::get_DefaultValue);
     readMore(*specification, parameter);
 }
 
@@ -202,11 +207,9 @@ bool setParameter(IUnknown* item, const ModelParameter& parameter, ParameterValu
 }
 
 std::string inputList(const std::vector<ModelParameter>& parameters) {
-    std::string names;
-    for (const ModelParameter& parameter : parameters)
-        if (parameter.isInput)
-            names.append(names.empty() ? "; its input parameters: " : ", ").append(parameter.name);
-    return names.empty() ? "; it has no input parameters" : names;
+    const std::string names =
+        nameList(parameters | std::views::filter(&ModelParameter::isInput), &ModelParameter::name);
+    return names.empty() ? "; it has no input parameters" : "; its input parameters: " + names;
 }
 
 } // namespace

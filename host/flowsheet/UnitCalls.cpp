@@ -1,6 +1,7 @@
 #include "UnitCalls.h"
 
 #include "capeopen/CapeError.h"
+#include "cases/NameList.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
 
@@ -8,11 +9,11 @@ namespace solvane::host {
 
 namespace {
 
-/// The names of the ports, for whoever asked for one that is not there.
+/// The names of the ports, for the message that one is missing.
 std::string portList(ICapeCollection& ports) {
     LONG count = 0;
     ports.Count(&count);
-    std::string names;
+    std::vector<std::string> names;
     for (LONG i = 1; i <= count; ++i) {
         ComRef<IDispatch> item;
         Bstr name;
@@ -20,9 +21,9 @@ std::string portList(ICapeCollection& ports) {
             continue;
         const auto identification = queryInterface<ICapeIdentification>(item.get());
         if (identification && SUCCEEDED(identification->get_ComponentName(name.put())))
-            names.append(names.empty() ? "; the unit's ports: " : ", ").append(narrow(name.view(), CP_UTF8));
+            names.push_back(narrow(name.view(), CP_UTF8));
     }
-    return names.empty() ? "; the unit has none" : names;
+    return names.empty() ? "; the unit has none" : "; the unit's ports: " + nameList(names);
 }
 
 /// The port of that name. A unit gives its ports as a collection.

@@ -106,6 +106,13 @@ void replace(VARIANT* place, Variant value) {
     *place = value.release();
 }
 
+HRESULT returnCount(LONG* result, std::size_t count) {
+    if (!prepareResult(result))
+        return E_POINTER;
+    *result = static_cast<LONG>(count);
+    return S_OK;
+}
+
 std::vector<std::wstring> compoundIds(const PropertyPackage& package) {
     std::vector<std::wstring> ids;
     for (const Compound* compound : package.compounds())

@@ -3,6 +3,7 @@
 
 #include "Failure.h"
 #include "StreamState.h"
+#include "com/Border.h"
 #include "com/VariantArray.h"
 
 #include <initializer_list>
@@ -38,6 +39,20 @@ bool clearResults(std::initializer_list<VARIANT*> places);
 
 /// Replaces what the caller's in-out variant holds. An empty array gives VT_EMPTY.
 void replace(VARIANT* place, Variant value);
+
+/// The body of a method that returns a list of names, which `list()` makes.
+template <class List>
+HRESULT returnNames(VARIANT* result, List list) {
+    return border([&]() -> HRESULT {
+        if (!prepareResult(result))
+            return E_POINTER;
+        *result = VariantArray::of(std::span<const std::wstring>(list())).release();
+        return S_OK;
+    });
+}
+
+/// The body of a method that returns a count.
+HRESULT returnCount(LONG* result, std::size_t count);
 
 /// The compounds' names, by which they are identified.
 std::vector<std::wstring> compoundIds(const PropertyPackage& package);

@@ -1,6 +1,6 @@
 #include "HostObject.h"
 
-#include "com/Variant.h"
+#include "com/TextProperty.h"
 
 #include <algorithm>
 #include <array>
@@ -23,22 +23,6 @@ constexpr std::array codeNames{
     CodeName{ECapeThrmPropertyNotAvailableHR, L"ECapeThrmPropertyNotAvailable"},
 };
 
-HRESULT giveText(std::wstring_view text, BSTR* result) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(result))
-            return E_POINTER;
-        *result = newBstr(text);
-        return S_OK;
-    });
-}
-
-HRESULT takeText(BSTR text, std::wstring& field) {
-    return border([&]() -> HRESULT {
-        field = std::wstring(viewOf(text));
-        return S_OK;
-    });
-}
-
 } // namespace
 
 HRESULT HostObject::keep(Failure failure, const wchar_t* interfaceName, const wchar_t* operation) {
@@ -58,7 +42,7 @@ HRESULT HostObject::notImplemented(const wchar_t* interfaceName, const wchar_t* 
 STDMETHODIMP HostObject::get_name(BSTR* name) {
     const auto known = std::ranges::find_if(
         codeNames, [&](const CodeName& row) { return static_cast<HRESULT>(row.code) == failure_.code; });
-    return giveText(known == codeNames.end() ? L"" : known->name, name);
+    return getText(known == codeNames.end() ? L"" : known->name, name);
 }
 
 STDMETHODIMP HostObject::get_code(LONG* code) {
@@ -69,39 +53,39 @@ STDMETHODIMP HostObject::get_code(LONG* code) {
 }
 
 STDMETHODIMP HostObject::get_description(BSTR* description) {
-    return giveText(failure_.text, description);
+    return getText(failure_.text, description);
 }
 
 STDMETHODIMP HostObject::get_scope(BSTR* scope) {
-    return giveText(componentName, scope);
+    return getText(componentName, scope);
 }
 
 STDMETHODIMP HostObject::get_interfaceName(BSTR* interfaceName) {
-    return giveText(failedInterface_, interfaceName);
+    return getText(failedInterface_, interfaceName);
 }
 
 STDMETHODIMP HostObject::get_operation(BSTR* operation) {
-    return giveText(failedOperation_, operation);
+    return getText(failedOperation_, operation);
 }
 
 STDMETHODIMP HostObject::get_moreInfo(BSTR* moreInfo) {
-    return giveText(L"", moreInfo);
+    return getText(L"", moreInfo);
 }
 
 STDMETHODIMP HostObject::get_ComponentName(BSTR* name) {
-    return giveText(componentName, name);
+    return getText(componentName, name);
 }
 
 STDMETHODIMP HostObject::put_ComponentName(BSTR name) {
-    return takeText(name, componentName);
+    return putText(name, componentName);
 }
 
 STDMETHODIMP HostObject::get_ComponentDescription(BSTR* description) {
-    return giveText(componentDescription, description);
+    return getText(componentDescription, description);
 }
 
 STDMETHODIMP HostObject::put_ComponentDescription(BSTR description) {
-    return takeText(description, componentDescription);
+    return putText(description, componentDescription);
 }
 
 } // namespace solvane::host

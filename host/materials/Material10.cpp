@@ -94,24 +94,16 @@ std::span<const InterfaceEntry> Material10::interfaceTable() {
 }
 
 STDMETHODIMP Material10::get_ComponentIds(VARIANT* compIds) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(compIds))
-            return E_POINTER;
-        *compIds = VariantArray::of(std::span<const std::wstring>(compoundIds(*state_->package()))).release();
-        return S_OK;
-    });
+    return returnNames(compIds, [&] { return compoundIds(*state_->package()); });
 }
 
 STDMETHODIMP Material10::get_PhaseIds(VARIANT* phaseIds) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(phaseIds))
-            return E_POINTER;
+    return returnNames(phaseIds, [&] {
         std::vector<std::wstring> labels{std::wstring(placeLabel(Place::overall))};
         for (const Place phase : state_->phases())
             if (state_->isPresent(phase))
                 labels.emplace_back(placeLabel(phase));
-        *phaseIds = VariantArray::of(std::span<const std::wstring>(labels)).release();
-        return S_OK;
+        return labels;
     });
 }
 
@@ -245,22 +237,16 @@ STDMETHODIMP Material10::Duplicate(IDispatch** clone) {
 }
 
 STDMETHODIMP Material10::GetPropList(VARIANT* props) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(props))
-            return E_POINTER;
+    return returnNames(props, [] {
         std::vector<std::wstring> names;
         for (const StreamProperty& property : streamProperties())
             names.push_back(property.name);
-        *props = VariantArray::of(std::span<const std::wstring>(names)).release();
-        return S_OK;
+        return names;
     });
 }
 
 STDMETHODIMP Material10::GetNumComponents(LONG* numComp) {
-    if (!prepareResult(numComp))
-        return E_POINTER;
-    *numComp = static_cast<LONG>(state_->compoundCount());
-    return S_OK;
+    return returnCount(numComp, state_->compoundCount());
 }
 
 STDMETHODIMP Material10::GetUniversalConstant(VARIANT, VARIANT* propVals) {
@@ -271,12 +257,10 @@ STDMETHODIMP Material10::GetComponentConstant(VARIANT props, VARIANT compIds, VA
     if (!prepareResult(propVals))
         return E_POINTER;
     return call(materialInterface, L"GetComponentConstant", [&](Failure& failure) {
-        std::vector<std::wstring> names;
-        std::vector<std::size_t> compounds;
-        if (!readNames(props, L"list of constants", names, failure) ||
-            !readCompounds(compIds, *state_->package(), compounds, failure))
+        PureQuestion question;
+        if (!readQuestion(props, L"list of constants", compIds, *state_->package(), question, failure))
             return false;
-        ConstantValues constants = readConstants(*state_->package(), names, compounds);
+        ConstantValues constants = readConstants(*state_->package(), question);
         if (!constants.unknown.empty())
             return fail(failure, ECapeThrmPropertyNotAvailableHR,
                         L"The constant \"" + constants.unknown.front() + L"\" is not available");

@@ -226,10 +226,7 @@ STDMETHODIMP Material11::SetTwoPhaseProp(BSTR, VARIANT, BSTR, VARIANT) {
 }
 
 STDMETHODIMP Material11::GetNumPhases(LONG* num) {
-    if (!prepareResult(num))
-        return E_POINTER;
-    *num = static_cast<LONG>(phasePlaces.size());
-    return S_OK;
+    return returnCount(num, phasePlaces.size());
 }
 
 STDMETHODIMP Material11::GetPhaseInfo(BSTR phaseLabel, BSTR phaseAttribute, VARIANT* value) {

@@ -18,15 +18,6 @@ VariantArray ofCompounds(const PropertyPackage& package, T (*value)(const Compou
     return VariantArray::of(std::span<const T>(values));
 }
 
-HRESULT giveNames(const std::vector<std::wstring>& names, VARIANT* result) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(result))
-            return E_POINTER;
-        *result = VariantArray::of(std::span<const std::wstring>(names)).release();
-        return S_OK;
-    });
-}
-
 } // namespace
 
 STDMETHODIMP Material11::GetCompoundList(VARIANT* compIds, VARIANT* formulae, VARIANT* names,
@@ -50,22 +41,19 @@ STDMETHODIMP Material11::GetCompoundList(VARIANT* compIds, VARIANT* formulae, VA
 }
 
 STDMETHODIMP Material11::GetNumCompounds(LONG* num) {
-    if (!prepareResult(num))
-        return E_POINTER;
-    *num = static_cast<LONG>(state_->compoundCount());
-    return S_OK;
+    return returnCount(num, state_->compoundCount());
 }
 
 STDMETHODIMP Material11::GetConstPropList(VARIANT* props) {
-    return giveNames(constantNames(), props);
+    return returnNames(props, constantNames);
 }
 
 STDMETHODIMP Material11::GetTDependentPropList(VARIANT* props) {
-    return giveNames(purePropertyNames(PureArgument::temperature), props);
+    return returnNames(props, [] { return purePropertyNames(PureArgument::temperature); });
 }
 
 STDMETHODIMP Material11::GetPDependentPropList(VARIANT* props) {
-    return giveNames(purePropertyNames(PureArgument::pressure), props);
+    return returnNames(props, [] { return purePropertyNames(PureArgument::pressure); });
 }
 
 /// Where a value is missing the others are given with the code that says so.
@@ -73,12 +61,10 @@ STDMETHODIMP Material11::GetCompoundConstant(VARIANT props, VARIANT compIds, VAR
     if (!prepareResult(propVals))
         return E_POINTER;
     return call(compoundsInterface, L"GetCompoundConstant", [&](Failure& failure) {
-        std::vector<std::wstring> names;
-        std::vector<std::size_t> compounds;
-        if (!readNames(props, L"list of constants", names, failure) ||
-            !readCompounds(compIds, *state_->package(), compounds, failure))
+        PureQuestion question;
+        if (!readQuestion(props, L"list of constants", compIds, *state_->package(), question, failure))
             return false;
-        ConstantValues constants = readConstants(*state_->package(), names, compounds);
+        ConstantValues constants = readConstants(*state_->package(), question);
         *propVals = constants.values.release();
         return constants.isComplete || fail(failure, ECapeThrmPropertyNotAvailableHR,
                                             L"Not every compound has each of the constants");
@@ -102,12 +88,10 @@ HRESULT Material11::getPureProperties(const wchar_t* operation, PureArgument arg
     if (!clearResults({propVals}))
         return E_POINTER;
     return call(compoundsInterface, operation, [&](Failure& failure) {
-        std::vector<std::wstring> names;
-        std::vector<std::size_t> compounds;
+        PureQuestion question;
         std::vector<double> values;
-        if (!readNames(props, L"list of properties", names, failure) ||
-            !readCompounds(compIds, *state_->package(), compounds, failure) ||
-            !readPureProperties(*state_->package(), argument, at, names, compounds, values, failure))
+        if (!readQuestion(props, L"list of properties", compIds, *state_->package(), question, failure) ||
+            !readPureProperties(*state_->package(), argument, at, question, values, failure))
             return false;
         replace(propVals, VariantArray::of(values));
         return true;

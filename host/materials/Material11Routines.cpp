@@ -58,16 +58,13 @@ bool isOffered(BSTR name) {
 
 /// The names of all properties of that kind.
 template <class Request>
-HRESULT giveOffered(VARIANT* result) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(result))
-            return E_POINTER;
+HRESULT returnOffered(VARIANT* result) {
+    return returnNames(result, [] {
         std::vector<std::wstring> names;
         for (const StreamProperty& property : streamProperties())
             if (std::holds_alternative<Request>(property.request))
                 names.push_back(property.name);
-        *result = VariantArray::of(std::span<const std::wstring>(names)).release();
-        return S_OK;
+        return names;
     });
 }
 
@@ -146,11 +143,11 @@ STDMETHODIMP Material11::CheckTwoPhasePropSpec(BSTR property, VARIANT phaseLabel
 }
 
 STDMETHODIMP Material11::GetSinglePhasePropList(VARIANT* props) {
-    return giveOffered<PhaseRequest>(props);
+    return returnOffered<PhaseRequest>(props);
 }
 
 STDMETHODIMP Material11::GetTwoPhasePropList(VARIANT* props) {
-    return giveOffered<TwoPhaseRequest>(props);
+    return returnOffered<TwoPhaseRequest>(props);
 }
 
 STDMETHODIMP Material11::CalcAndGetLnPhi(BSTR phaseLabel, double temperature, double pressure,

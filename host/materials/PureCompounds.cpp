@@ -43,15 +43,20 @@ VariantArray arrayOf(std::vector<Variant> values) {
 
 } // namespace
 
-ConstantValues readConstants(const PropertyPackage& package, const std::vector<std::wstring>& names,
-                             std::span<const std::size_t> compounds) {
+bool readQuestion(const VARIANT& names, std::wstring_view what, const VARIANT& compounds,
+                  const PropertyPackage& package, PureQuestion& question, Failure& failure) {
+    return readNames(names, what, question.names, failure) &&
+           readCompounds(compounds, package, question.compounds, failure);
+}
+
+ConstantValues readConstants(const PropertyPackage& package, const PureQuestion& question) {
     ConstantValues result;
     std::vector<Variant> values;
-    for (const std::wstring& name : names) {
+    for (const std::wstring& name : question.names) {
         const CompoundConstantRow* row = findConstant(name);
         if (!row)
             result.unknown.push_back(name);
-        for (const std::size_t compound : compounds) {
+        for (const std::size_t compound : question.compounds) {
             values.push_back(row ? valueOf(*row, *package.compounds()[compound]) : Variant());
             result.isComplete = result.isComplete && values.back().type() != VT_EMPTY;
         }
@@ -77,9 +82,8 @@ std::vector<std::wstring> purePropertyNames(PureArgument argument) {
 }
 
 bool readPureProperties(const PropertyPackage& package, PureArgument argument, double at,
-                        const std::vector<std::wstring>& names, std::span<const std::size_t> compounds,
-                        std::vector<double>& values, Failure& failure) {
-    for (const std::wstring& name : names) {
+                        const PureQuestion& question, std::vector<double>& values, Failure& failure) {
+    for (const std::wstring& name : question.names) {
         const StreamProperty* property = nullptr;
         if (!readProperty(name, property, failure))
             return false;
@@ -94,7 +98,7 @@ bool readPureProperties(const PropertyPackage& package, PureArgument argument, d
         if (!package.pureProperty(*request->property, at, all, error, request->derivative))
             return fail(failure, ECapeComputationHR,
                         property->name + L" cannot be calculated: " + widen(error, CP_UTF8));
-        for (const std::size_t compound : compounds)
+        for (const std::size_t compound : question.compounds)
             values.push_back(all[compound]);
     }
     return true;

@@ -11,6 +11,14 @@
 
 namespace solvane::host {
 
+/// What a call asks of which pure compounds.
+struct PureQuestion {
+    std::vector<std::wstring> names;
+    std::vector<std::size_t> compounds; ///< indices in the package
+};
+bool readQuestion(const VARIANT& names, std::wstring_view what, const VARIANT& compounds,
+                  const PropertyPackage& package, PureQuestion& question, Failure& failure);
+
 /// Constants as they are asked for: an array of VARIANTs, the values of all `compounds` for the first name,
 /// then those for the next. A value that there is not is VT_EMPTY.
 struct ConstantValues {
@@ -18,8 +26,7 @@ struct ConstantValues {
     std::vector<std::wstring> unknown; ///< names that no constant has
     bool isComplete = true;            ///< whether no value is empty
 };
-ConstantValues readConstants(const PropertyPackage& package, const std::vector<std::wstring>& names,
-                             std::span<const std::size_t> compounds);
+ConstantValues readConstants(const PropertyPackage& package, const PureQuestion& question);
 
 std::vector<std::wstring> constantNames();
 
@@ -29,7 +36,6 @@ std::vector<std::wstring> purePropertyNames(PureArgument argument);
 /// Adds the values of such properties at the temperature or pressure to `values`: those of all `compounds`
 /// for the first name, then those for the next. Fails for other names, and at values out of range.
 bool readPureProperties(const PropertyPackage& package, PureArgument argument, double at,
-                        const std::vector<std::wstring>& names, std::span<const std::size_t> compounds,
-                        std::vector<double>& values, Failure& failure);
+                        const PureQuestion& question, std::vector<double>& values, Failure& failure);
 
 } // namespace solvane::host

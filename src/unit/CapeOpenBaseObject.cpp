@@ -1,26 +1,12 @@
 #include "CapeOpenBaseObject.h"
 
+#include "com/TextProperty.h"
+
 namespace solvane {
 
 namespace {
 
 constexpr wchar_t errorSource[] = L"SolvaneUnitOperation.SolvaneUnitOp";
-
-HRESULT giveText(std::wstring_view text, BSTR* result) {
-    return border([&]() -> HRESULT {
-        if (!prepareResult(result))
-            return E_POINTER;
-        *result = newBstr(text);
-        return S_OK;
-    });
-}
-
-HRESULT takeText(BSTR text, std::wstring& field) {
-    return border([&]() -> HRESULT {
-        field = std::wstring(callersText(text)); // a copy first: the text may be the field's own
-        return S_OK;
-    });
-}
 
 /// Where late-bound callers, and some early-bound ones, look for a failure's text: the thread's error object.
 void setThreadsError(const std::wstring& description) {
@@ -50,7 +36,7 @@ HRESULT CapeOpenBaseObject::raise(std::wstring name, std::wstring description, s
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_name(BSTR* name) {
-    return giveText(errorName, name);
+    return getText(errorName, name);
 }
 
 // The code stays 0: what failed is told by the texts alone.
@@ -59,39 +45,39 @@ STDMETHODIMP CapeOpenBaseObject::get_code(LONG* code) {
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_description(BSTR* description) {
-    return giveText(errorDescription, description);
+    return getText(errorDescription, description);
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_scope(BSTR* scope) {
-    return giveText(errorScope, scope);
+    return getText(errorScope, scope);
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_interfaceName(BSTR* interfaceName) {
-    return giveText(errorInterface, interfaceName);
+    return getText(errorInterface, interfaceName);
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_operation(BSTR* operation) {
-    return giveText(L"N/A", operation);
+    return getText(L"N/A", operation);
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_moreInfo(BSTR* moreInfo) {
-    return giveText(L"", moreInfo); // the address of the product's web page, were there one
+    return getText(L"", moreInfo); // the address of the product's web page, were there one
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_ComponentName(BSTR* name) {
-    return giveText(componentName, name);
+    return getText(componentName, name);
 }
 
 STDMETHODIMP CapeOpenBaseObject::put_ComponentName(BSTR name) {
-    return takeText(name, componentName);
+    return putText(name, componentName);
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_ComponentDescription(BSTR* description) {
-    return giveText(componentDescription, description);
+    return getText(componentDescription, description);
 }
 
 STDMETHODIMP CapeOpenBaseObject::put_ComponentDescription(BSTR description) {
-    return takeText(description, componentDescription);
+    return putText(description, componentDescription);
 }
 
 } // namespace solvane

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <windows.h>
-
-#include <objidl.h>
+#include "com/ReadWriteStream.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,7 +10,7 @@ namespace solvane {
 
 /// A host's stream, on the test's frame: it is not counted. Only Read and Write work, as with some hosts, and
 /// one call can go wrong.
-class HostStream final : public IStream {
+class HostStream final : public ReadWriteStream {
 public:
     virtual ~HostStream() = default;
 
@@ -46,17 +44,6 @@ public:
     STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
     STDMETHODIMP_(ULONG) AddRef() override { return 1; }
     STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
-    STDMETHODIMP SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
-    STDMETHODIMP CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP Commit(DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP Revert() override { return E_NOTIMPL; }
-    STDMETHODIMP LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
-    STDMETHODIMP Clone(IStream**) override { return E_NOTIMPL; }
 
 private:
     HRESULT outcome(ULONG* count) {
