@@ -2,13 +2,13 @@
 // turn in one run, so that the machine's speed cancels out.
 
 #include "ClientRun.h"
-#include "Commands.h"
+#include "CommandRequests.h"
 #include "FakeMaterial10.h"
 #include "FirstRun.h"
-#include "Growth.h"
 #include "ModelFiles.h"
 #include "PhaseCalls.h"
 #include "Scripts.h"
+#include "TimeGrowth.h"
 #include "Verdict.h"
 #include "Window.h"
 

@@ -1,6 +1,6 @@
 #include "ClientProcess.h"
 
-#include "Commands.h"
+#include "CommandRequests.h"
 #include "OutOfProcessObject.h"
 #include "PhaseCalls.h"
 #include "RoundTrip.h"

@@ -3,7 +3,7 @@
 #include "com/LocalMemory.h"
 #include "com/Module.h"
 #include "com/Text.h"
-#include "commands/Commands.h"
+#include "commands/HostCommands.h"
 #include "flowsheet/MessageBoxes.h"
 
 #include <CLI/CLI.hpp>

@@ -3,8 +3,8 @@
 #include "Drum.h"
 #include "Folders.h"
 #include "GatewayClient.h"
-#include "Growth.h"
 #include "MatlabStandIn.h"
+#include "ProcessGrowth.h"
 #include "Progress.h"
 #include "Segments.h"
 

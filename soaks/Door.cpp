@@ -1,7 +1,7 @@
 #include "Door.h"
 
 #include "Folders.h"
-#include "Growth.h"
+#include "ProcessGrowth.h"
 #include "Progress.h"
 
 #include <windows.h>

@@ -2,7 +2,7 @@
 
 #include "Drum.h"
 #include "Folders.h"
-#include "Growth.h"
+#include "ProcessGrowth.h"
 #include "Processes.h"
 #include "Progress.h"
 #include "Segments.h"

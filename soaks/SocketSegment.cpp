@@ -3,7 +3,7 @@
 #include "Door.h"
 #include "EngineSocket.h"
 #include "Folders.h"
-#include "Growth.h"
+#include "ProcessGrowth.h"
 #include "Processes.h"
 #include "Segments.h"
 

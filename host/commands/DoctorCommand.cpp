@@ -1,4 +1,4 @@
-#include "Commands.h"
+#include "HostCommands.h"
 
 #include "doctor/Checks.h"
 

@@ -1,4 +1,4 @@
-#include "Commands.h"
+#include "HostCommands.h"
 
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"

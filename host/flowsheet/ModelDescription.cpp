@@ -1,7 +1,7 @@
 #include "ModelDescription.h"
 
-#include "ModelBag.h"
 #include "ParameterCalls.h"
+#include "PropertyBag.h"
 #include "UnitCalls.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"

@@ -1,8 +1,8 @@
 #include "UnitSession.h"
 
-#include "ModelBag.h"
 #include "ModelStream.h"
 #include "ParameterCalls.h"
+#include "PropertyBag.h"
 #include "UnitCalls.h"
 #include "capeopen/CapeError.h"
 #include "com/Text.h"

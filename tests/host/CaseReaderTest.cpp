@@ -1,6 +1,5 @@
-#include "CaseFolder.h"
-
 #include "cases/CaseReader.h"
+#include "CaseFolder.h"
 #include "cases/Dimensionality.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 // What the materials of both generations have in common.
 #include "LateBound.h"
 #include "MaterialCalls.h"
-
 #include "com/Module.h"
 
 namespace solvane::host {

@@ -1,9 +1,8 @@
 // How a unit is called, in which order, and what is told of its failures.
+#include "flowsheet/UnitRunner.h"
 #include "RecordingUnit.h"
-
 #include "com/Module.h"
 #include "flowsheet/InterfaceRegistration.h"
-#include "flowsheet/UnitRunner.h"
 
 #include <gtest/gtest.h>
 

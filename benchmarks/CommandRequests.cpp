@@ -1,4 +1,4 @@
-#include "Commands.h"
+#include "CommandRequests.h"
 
 #include "ClientRun.h"
 #include "FakeMaterial11.h"

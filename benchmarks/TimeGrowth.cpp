@@ -1,4 +1,4 @@
-#include "Growth.h"
+#include "TimeGrowth.h"
 
 #include "ClientRun.h"
 #include "FakeMaterial10.h"

@@ -1,4 +1,4 @@
-#include "ModelBag.h"
+#include "PropertyBag.h"
 
 #include "ParameterCalls.h"
 #include "com/Border.h"
@@ -16,12 +16,12 @@ namespace {
 
 using Values = std::map<std::wstring, Variant>;
 
-class ModelBag : public IPropertyBag, public CComObjectRoot {
+class PropertyBag : public IPropertyBag, public CComObjectRoot {
 public:
     Values values;
 
     static std::span<const InterfaceEntry> interfaceTable() {
-        static constexpr std::array table{interfaceEntry<ModelBag, IPropertyBag>()};
+        static constexpr std::array table{interfaceEntry<PropertyBag, IPropertyBag>()};
         return table;
     }
 
@@ -162,11 +162,11 @@ std::vector<std::string> portsOf(const std::vector<PortConnection>& connections)
 } // namespace
 
 ComRef<IPropertyBag> createBag() {
-    return ComRef<IPropertyBag>(ComRef(new CComObject<ModelBag>()).get());
+    return ComRef<IPropertyBag>(ComRef(new CComObject<PropertyBag>()).get());
 }
 
 ComRef<IPropertyBag> createModelBag(const UnitModel& model, const UnitCase& unit) {
-    const ComRef bag(new CComObject<ModelBag>());
+    const ComRef bag(new CComObject<PropertyBag>());
     Values& values = bag->values;
     values[L"info level"] = Variant(static_cast<LONG>(model.echo ? 1 : 0));
     values[L"reports"] = listOf(model.reports);
