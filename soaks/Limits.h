@@ -98,7 +98,7 @@ inline constexpr std::array limitsOfEngine = {
     // MiB.
     Limit{"strangers", "slow strangers at once", "", Bound::none, 0},
     Limit{"strangers", "guests not served", "", Bound::atMost, 0},
-    Limit{"strangers", "longest service", "s", Bound::atMost, 2},
+    Limit{"strangers", "longest service", "s", Bound::atMost, 5},
     Limit{"strangers", "engine: handles at most gained", "", Bound::atMost, 128},
     Limit{"strangers", "engine: threads at most gained", "", Bound::atMost, 2},
     Limit{"strangers", "engine: memory at most gained", "KiB", Bound::atMost, 4096},

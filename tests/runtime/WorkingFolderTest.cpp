@@ -148,11 +148,11 @@ TEST_F(WorkingFolder, initRunTellsTheRunsCompoundsAndPhases) {
     FakeStream stream = makeFakeStream(2);
     stream.phases[0].label = L"VAPOR";
     stream.phases[2] = {L"Gas", L"Vapor", 0, {}, {}, false};
-    stream.compounds[1] = L"it's";
+    stream.compounds[1] = L"it's \u00e9";
     const HostedUnit unit11 = createUnit(bag);
     ASSERT_EQ(unit11.connect(L"Feed", FakeMaterial11::create(stream)->dispatch()), S_OK);
     expect(unit11, "0",
-           "nComp=2;\r\ncompNames={'C1' 'it's'};\r\nnPhase=3;\r\n"
+           "nComp=2;\r\ncompNames={'C1' 'it's \xE9'};\r\nnPhase=3;\r\n"
            "phaseNames={'VAPOR' 'Liquid' 'Gas'};\r\nphaseAggregationStates=[1,2,0];\r\n");
 
     bag.values[L"info level"] = Variant(LONG{1});

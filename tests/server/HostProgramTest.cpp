@@ -42,13 +42,6 @@ TEST_F(HostProgram, onlyProIIIsRefusedThePropertyBag) {
         EXPECT_EQ(answerOf(probe, row.commandLine), row.answer) << narrow(row.commandLine);
 }
 
-TEST_F(HostProgram, aProgramOfThatNameIsRefusedIt) {
-    const std::wstring program = builtFile(L"..\\tests\\proii.exe");
-    CopyFileW(probe.c_str(), program.c_str(), FALSE);
-    EXPECT_EQ(answerOf(program, L"\"" + program + L"\""), refused);
-    DeleteFileW(program.c_str());
-}
-
 } // namespace
 
 } // namespace solvane
