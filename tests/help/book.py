@@ -45,7 +45,8 @@ class Page(HTMLParser):
 
 def product_texts(source):
     """All sources of the product as one text, literals in pieces joined."""
-    files = [path for room in ("src", "gateway", "engine") for path in (source / room).rglob("*")
+    rooms = ("src", "channel", "gateway", "link", "engine")
+    files = [path for room in rooms for path in (source / room).rglob("*")
              if path.suffix in (".cpp", ".h", ".m")]
     text = "\n".join(path.read_text(encoding="utf-8") for path in files)
     return re.sub(r'"\s*\n\s*L?"', "", text).replace('\\"', '"')
