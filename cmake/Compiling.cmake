@@ -9,9 +9,15 @@ if(CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
-add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601)
-# What is built twice is the same twice: no times in it.
-add_link_options(-static -Wl,--no-insert-timestamp)
+if(WIN32)
+  add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601)
+  # What is built twice is the same twice: no times in it, and no address from its name.
+  add_link_options(-static -Wl,--no-insert-timestamp,--disable-auto-image-base)
+else()
+  # Octave loads modules, and sees of them only what they export.
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+endif()
 
 # Linked to everything of our own; the compiler's headers and GoogleTest keep their own warnings.
 add_library(solvane_warnings INTERFACE)

@@ -1,7 +1,7 @@
 /// One TCP connection to Octave's side, on which messages pass.
 #pragma once
 
-#include "EngineProtocol.h"
+#include "link/EngineProtocol.h"
 
 #include <winsock2.h>
 

@@ -10,7 +10,7 @@ namespace solvane::gateway {
 bool utf8ToCodePage(std::string_view text, std::string& bytes);
 std::string codePageToUtf8(std::string_view bytes);
 
-#ifndef SOLVANE_OCTAVE
+#ifdef _WIN32
 bool utf16ToCodePage(std::u16string_view text, std::string& bytes);
 std::u16string codePageToUtf16(std::string_view bytes);
 #endif

@@ -1,6 +1,6 @@
 #include "CodePage.h"
 
-#include "../engine/EngineProtocol.h"
+#include "link/EngineProtocol.h"
 
 #include <iconv.h>
 

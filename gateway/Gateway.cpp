@@ -179,15 +179,9 @@ void raise(const char* message) {
 
 } // namespace solvane::gateway
 
-#ifdef SOLVANE_OCTAVE
-#define GATEWAY_EXPORT extern "C" __attribute__((visibility("default")))
-#else
-#define GATEWAY_EXPORT extern "C" __declspec(dllexport)
-#endif
-
 /// There is always room for one output, the `ans` of a call that asks for none.
-GATEWAY_EXPORT void mexFunction(int outputCount, mxArray* outputs[], int argumentCount,
-                                const mxArray* arguments[]) {
+SOLVANE_MEX_EXPORT void mexFunction(int outputCount, mxArray* outputs[], int argumentCount,
+                                    const mxArray* arguments[]) {
     // An error jumps past destructors: the message outlives the call, all else has gone by then.
     static std::string error;
     error.clear();

@@ -1,8 +1,8 @@
 /// Reading a unit's answer, field by field, and what each form of answer gives to the script.
 #pragma once
 
-#include "MexFunctions.h"
 #include "Run.h"
+#include "mex/MexFunctions.h"
 
 #include <cstdint>
 #include <span>

@@ -1,8 +1,8 @@
 /// Reading a command's arguments and packing them into its request.
 #pragma once
 
-#include "MexFunctions.h"
 #include "channel/CommandCode.h"
+#include "mex/MexFunctions.h"
 
 #include <cstddef>
 #include <span>

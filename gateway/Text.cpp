@@ -22,7 +22,7 @@ mxArray* makeCharRow(const Characters& characters) {
 bool toCodePage(const mxArray* array, std::string& bytes) {
     const void* data = mxGetData(array);
     const std::size_t size = mxGetNumberOfElements(array);
-#ifndef SOLVANE_OCTAVE
+#ifdef _WIN32
     if (isMatlab())
         return utf16ToCodePage({static_cast<const char16_t*>(data), size}, bytes);
 #endif
@@ -51,7 +51,7 @@ bool readText(const mxArray* array, std::string& bytes, std::string& error) {
 }
 
 mxArray* makeText(std::string_view bytes) {
-#ifndef SOLVANE_OCTAVE
+#ifdef _WIN32
     if (isMatlab())
         return makeCharRow(codePageToUtf16(bytes));
 #endif

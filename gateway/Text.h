@@ -4,7 +4,7 @@
 /// of UTF-8. The Windows builds meet both.
 #pragma once
 
-#include "MexFunctions.h"
+#include "mex/MexFunctions.h"
 
 #include <string>
 #include <string_view>

@@ -1,10 +1,10 @@
 /// Both neighbours of the engine's socket, played: the gateway, or whoever else connects, and the unit.
 #pragma once
 
-#include "../tests/engine/AutomationClient.h"
 #include "channel/ChannelNames.h"
 #include "com/Text.h"
 #include "engine/Connection.h"
+#include "tests/engine/AutomationClient.h"
 
 #include <cstdlib>
 #include <optional>

@@ -1,4 +1,3 @@
-#include "../tests/engine/AutomationClient.h"
 #include "Damage.h"
 #include "Door.h"
 #include "EngineSocket.h"
@@ -6,6 +5,7 @@
 #include "ProcessGrowth.h"
 #include "Processes.h"
 #include "Segments.h"
+#include "tests/engine/AutomationClient.h"
 
 #include <array>
 #include <optional>

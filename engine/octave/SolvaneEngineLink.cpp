@@ -10,14 +10,12 @@
 //
 // It stays loaded, with its connection, whatever a script clears.
 
-#include "../../gateway/MexFunctions.h"
-#include "../EngineProtocol.h"
-#include "LoopbackSocket.h"
+#include "link/EngineClient.h"
+#include "mex/MexFunctions.h"
 
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <mutex>
@@ -28,10 +26,9 @@
 #include <utility>
 
 #ifdef _WIN32
-#define SOLVANE_EXPORT extern "C" __declspec(dllexport)
+#include <windows.h>
 #else
 #include <dlfcn.h>
-#define SOLVANE_EXPORT extern "C" __attribute__((visibility("default")))
 #endif
 
 namespace {
@@ -46,7 +43,6 @@ constexpr std::string_view notCarriedOut =
     "name "
     "of one that Octave itself needs, such as evalin; give it another name";
 
-LoopbackSocket server;
 /// Whether the last command came as far as the base workspace.
 bool hasBegun = false;
 
@@ -76,6 +72,7 @@ private:
 };
 
 // Never destroyed: the thread that listens outlives whatever Octave does at its end.
+EngineClient& server = *new EngineClient;
 Inbox& inbox = *new Inbox;
 
 /// Octave unloads what it loaded while it ends, locked or not. The thread that waits for the server may wake
@@ -94,13 +91,9 @@ void stayLoaded() {
 
 /// Nothing once the server is gone.
 std::optional<std::string> receiveCommand() {
-    MessageKind kind;
-    std::uint32_t length = 0;
-    if (!server.receive(&kind, sizeof kind) || !server.receive(&length, sizeof length) ||
-        kind != MessageKind::execute)
-        return std::nullopt;
-    std::string command(length, '\0');
-    if (!server.receive(command.data(), command.size()))
+    MessageKind kind{};
+    std::string command;
+    if (!server.receive(kind, command) || kind != MessageKind::execute)
         return std::nullopt;
     return command;
 }
@@ -122,16 +115,8 @@ void listenToServer(const std::filesystem::path& folder) {
 }
 
 bool connectToServer(const std::filesystem::path& folder, std::string& error) {
-    const char* port = std::getenv(portVariable);
-    const char* token = std::getenv(tokenVariable);
-    if (!port || !token || std::strlen(token) != tokenLength) {
-        error = "SolvaneEngineLink: only the automation server starts this";
-        return false;
-    }
-    const std::string greeting = std::string(token) + commandRole;
-    if (!server.connect(static_cast<std::uint16_t>(std::atoi(port))) ||
-        !server.send(greeting.data(), greeting.size())) {
-        error = "SolvaneEngineLink: the automation server does not answer";
+    if (!server.connect(commandRole, error)) {
+        error = "SolvaneEngineLink: " + error;
         return false;
     }
     mexLock();
@@ -148,14 +133,9 @@ mxArray* nextCommand() {
     return mxCreateString(command->empty() ? " " : command->c_str()); // the engine's loop ends at nothing
 }
 
+/// A server that is gone shows at the next receive.
 void sendAnswer(MessageKind kind, std::string_view text) {
-    const auto length = static_cast<std::uint32_t>(text.size());
-    std::string message(sizeof kind + sizeof length, '\0');
-    std::memcpy(message.data(), &kind, sizeof kind);
-    std::memcpy(message.data() + sizeof kind, &length, sizeof length);
-    // A server that is gone shows at the next receive.
-    if (server.send(message.data(), message.size()))
-        server.send(text.data(), text.size());
+    static_cast<void>(server.send(kind, text));
 }
 
 void answer(std::string_view verb, std::string_view text) {
@@ -196,7 +176,7 @@ bool serve(mxArray* results[], int count, const mxArray* arguments[], std::strin
 } // namespace
 
 /// There is always room for one result.
-SOLVANE_EXPORT void mexFunction(int, mxArray* results[], int count, const mxArray* arguments[]) {
+SOLVANE_MEX_EXPORT void mexFunction(int, mxArray* results[], int count, const mxArray* arguments[]) {
     // An error jumps past destructors: the message outlives the call, all else has gone by then.
     static std::string error;
     bool ok = false;

@@ -1,10 +1,10 @@
 #include "Steps.h"
 
-#include "../../engine/OctaveProgram.h"
 #include "capeopen/CapeError.h"
 #include "cases/FilePath.h"
 #include "com/Registry.h"
 #include "com/Text.h"
+#include "engine/OctaveProgram.h"
 #include "runtime/AutomationCall.h"
 
 #include <objbase.h>

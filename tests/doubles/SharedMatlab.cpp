@@ -2,13 +2,13 @@
 // one command after another and keeps its folder between them. Started otherwise than by COM, it is a client:
 // the process of a simulator that calculates one unit often.
 
-#include "../../engine/ClientWatch.h"
 #include "Folders.h"
 #include "HostTest.h"
 #include "HostedUnit.h"
 #include "ScriptedMatlab.h"
 #include "com/ClassFactory.h"
 #include "com/Text.h"
+#include "engine/ClientWatch.h"
 
 #include <array>
 #include <cstdio>

@@ -21,7 +21,7 @@ GET_UNIT_NAME, LOG_MESSAGE = 12, 18
 
 
 class Unit(socketserver.StreamRequestHandler):
-    """A connection of the gateway's, with the words of engine/EngineProtocol.h."""
+    """A connection of the gateway's, with the words of link/EngineProtocol.h."""
     block = reply = b""
     request, messages, sent = "", 0, 0
 

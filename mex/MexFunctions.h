@@ -1,15 +1,18 @@
-/// The published MEX functions that the gateway calls, under their published names.
+/// The published MEX functions that the gateway and the engine's link call, under their published names.
 ///
-/// On Linux they come from Octave, whose header is used. On Windows nothing of Matlab is needed to build the
-/// gateway: the functions below find the real ones, when first called, in the process that loaded it
+/// On Linux they come from Octave, whose header is used. On Windows nothing of Matlab is needed to build a
+/// module: the functions below find the real ones, when first called, in the process that loaded it
 /// (MexLookup.cpp), and throw std::runtime_error with the name of one that isn't there. Only functions that
 /// Matlab 5 already had, if by another name, are used. What they create belongs to the interpreter, which
 /// frees it when mexFunction returns unless it was handed out in plhs or set into a cell.
 #pragma once
 
-#ifdef SOLVANE_OCTAVE
+#ifndef _WIN32
 
 #include <mex.h>
+
+/// Before the definition of mexFunction.
+#define SOLVANE_MEX_EXPORT extern "C" __attribute__((visibility("default")))
 
 inline bool isMatlab() {
     return false;
@@ -18,6 +21,8 @@ inline bool isMatlab() {
 #else
 
 #include <cstddef>
+
+#define SOLVANE_MEX_EXPORT extern "C" __declspec(dllexport)
 
 /// True in Matlab, false in a Windows Octave.
 bool isMatlab();
