@@ -7,11 +7,11 @@
 #include "Folders.h"
 #include "GatewayClient.h"
 #include "HostStream.h"
-#include "HostWindow.h"
 #include "HostedUnit.h"
 #include "MatlabStandIn.h"
 #include "Segments.h"
-#include "capeopen/CapeError.h"
+#include "SimulatorWindow.h"
+#include "com/CapeError.h"
 
 #include <array>
 
@@ -121,7 +121,7 @@ private:
     Damage& damage_;
     HostedUnit unit_;
     ModelBag bag_;
-    HostWindow window_;
+    SimulatorWindow window_;
     std::shared_ptr<CallRecord> record_ = std::make_shared<CallRecord>();
     int depth_ = 0;
     std::string fault_;

@@ -1,7 +1,7 @@
 #include "Steps.h"
 
-#include "capeopen/CapeError.h"
 #include "cases/FilePath.h"
+#include "com/CapeError.h"
 #include "com/Registry.h"
 #include "com/Text.h"
 #include "com/Variant.h"

@@ -1,7 +1,7 @@
 #include "InterfaceRegistration.h"
 
 #include "CapeOpen.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/ComRef.h"
 #include "com/Module.h"
 #include "com/Text.h"

@@ -1,7 +1,7 @@
 #include "UnitCalls.h"
 
-#include "capeopen/CapeError.h"
 #include "cases/NameList.h"
+#include "com/CapeError.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
 

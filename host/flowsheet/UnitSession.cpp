@@ -4,7 +4,7 @@
 #include "ParameterCalls.h"
 #include "PropertyBag.h"
 #include "UnitCalls.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Text.h"
 #include "com/Variant.h"
 

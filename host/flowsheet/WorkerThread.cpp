@@ -1,7 +1,7 @@
 #include "WorkerThread.h"
 
 #include "InterfaceRegistration.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Handle.h"
 #include "com/Text.h"
 

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <utility>
 
 namespace solvane {
@@ -45,6 +47,7 @@ struct FileHandlePolicy   { using Type = HANDLE; static Type empty() { return IN
 struct FindHandlePolicy   { using Type = HANDLE; static Type empty() { return INVALID_HANDLE_VALUE; } static void close(Type h) { FindClose(h); } };
 struct MappedViewPolicy   { using Type = void*;  static Type empty() { return nullptr; } static void close(Type v) { UnmapViewOfFile(v); } };
 struct RegistryKeyPolicy  { using Type = HKEY;   static Type empty() { return nullptr; } static void close(Type k) { RegCloseKey(k); } };
+struct TaskTextPolicy     { using Type = LPOLESTR; static Type empty() { return nullptr; } static void close(Type t) { CoTaskMemFree(t); } };
 // clang-format on
 
 using Handle = Unique<KernelHandlePolicy>; ///< events, mutexes, threads, processes, mappings
@@ -52,6 +55,7 @@ using FileHandle = Unique<FileHandlePolicy>;
 using FindHandle = Unique<FindHandlePolicy>;
 using MappedView = Unique<MappedViewPolicy>;
 using RegistryKey = Unique<RegistryKeyPolicy>;
+using TaskText = Unique<TaskTextPolicy>; ///< a text that the system allocated for its caller
 
 /// A critical section with a lifetime; usable with std::lock_guard.
 class CriticalSection {

@@ -1,6 +1,7 @@
 #include "DocumentGuard.h"
 
 #include "ModelLimits.h"
+#include "com/Failure.h"
 #include "com/StdioFile.h"
 
 #include <algorithm>
@@ -150,24 +151,19 @@ bool prepareDocument(const std::string& path, std::string& error) {
         return true;
     const std::string document = readWhole(file.get());
     file.reset();
-    if (document.size() > modelLimits::document) {
-        error = "The xml data file is longer than a model's can be";
-        return false;
-    }
+    if (document.size() > modelLimits::document)
+        return fail(error, "The xml data file is longer than a model's can be");
     // What is taken out may have stood in the middle of a tag.
     const std::string kept = withoutEmptyReferences(document);
-    if (const char* fault = faultInAnyEncoding(kept)) {
-        error = fault;
-        return false;
-    }
+    if (const char* fault = faultInAnyEncoding(kept))
+        return fail(error, fault);
     if (kept.size() == document.size())
         return true;
     file = openFile(path, "wb");
     if (file && std::fwrite(kept.data(), 1, kept.size(), file.get()) == kept.size() &&
         closeWritten(std::move(file)))
         return true;
-    error = "Failed to prepare XML data file for reading: write error";
-    return false;
+    return fail(error, "Failed to prepare XML data file for reading: write error");
 }
 
 } // namespace solvane

@@ -1,16 +1,16 @@
 #include "ModelContainer.h"
 
-#include "DiscardedModel.h"
 #include "ModelLimits.h"
 #include "ModelReader.h"
 #include "ModelWords.h"
 #include "ModelWriter.h"
 #include "WorkingFileName.h"
+#include "com/Failure.h"
 #include "com/Handle.h"
 #include "com/StdioFile.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/UserMessage.h"
+#include "unit/model/Unit.h"
+#include "unit/model/UserMessage.h"
 
 #include <minizip/unzip.h>
 #include <minizip/zip.h>
@@ -46,7 +46,7 @@ using ZipReader = Unique<ZipReaderPolicy>;
 /// The description lies in the working folder only while a model is saved or loaded.
 class DocumentOfThisCall {
 public:
-    explicit DocumentOfThisCall(const CSolvaneUnitOp& unit) : path_(unit.workingFolder + modelDocument) {}
+    explicit DocumentOfThisCall(const Unit& unit) : path_(unit.workingFolder.pathOf(modelDocument)) {}
     ~DocumentOfThisCall() { DeleteFileA(path_.c_str()); }
     DocumentOfThisCall(const DocumentOfThisCall&) = delete;
     DocumentOfThisCall& operator=(const DocumentOfThisCall&) = delete;
@@ -54,11 +54,6 @@ public:
 private:
     std::string path_;
 };
-
-bool fail(std::string& error, std::string text) {
-    error = std::move(text);
-    return false;
-}
 
 // ---- saving
 
@@ -88,8 +83,8 @@ ZipWriter openContainer(const std::string& path) {
 }
 
 /// Adds the file's size to `total`.
-bool AddFileToContainer(const CSolvaneUnitOp& unit, const std::string& name, zipFile zip,
-                        std::uint64_t& total, std::string& error) {
+bool AddFileToContainer(const Unit& unit, const std::string& name, zipFile zip, std::uint64_t& total,
+                        std::string& error) {
     const auto failed = [&](const char* reason) {
         return fail(error, "Failed to add \"" + name + "\" to zip: " + reason);
     };
@@ -97,7 +92,7 @@ bool AddFileToContainer(const CSolvaneUnitOp& unit, const std::string& name, zip
     if (zipOpenNewFileInZip(zip, name.c_str(), &information, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
                             Z_DEFAULT_COMPRESSION) != ZIP_OK)
         return fail(error, "Failed to add file entry to zip file");
-    const FileHandle file(CreateFileA((unit.workingFolder + name).c_str(), GENERIC_READ, 0, nullptr,
+    const FileHandle file(CreateFileA(unit.workingFolder.pathOf(name).c_str(), GENERIC_READ, 0, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
         return failed("unable to re-open file");
@@ -193,7 +188,7 @@ const char* unpack(unzFile zip, StdioFile file, std::uint64_t& unpackable) {
 }
 
 /// `unpackable` is how many bytes the container may still unpack to. Nothing is left of a file that fails.
-bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const ContainerEntries& entries,
+bool ExtractFromContainer(const Unit& unit, unzFile zip, const ContainerEntries& entries,
                           const std::string& name, std::uint64_t& unpackable, std::string& error) {
     const auto failed = [&](const std::string& reason) {
         return fail(error, "Failed to read \"" + name + "\" in zipped document" + reason);
@@ -204,7 +199,7 @@ bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const Contain
         return failed(": it is encrypted, or packed in an unknown way");
     if (unzOpenCurrentFile(zip) != UNZ_OK)
         return failed("");
-    const std::string path = unit.workingFolder + name;
+    const std::string path = unit.workingFolder.pathOf(name);
     StdioFile file = openFile(path, "wb");
     if (!file)
         return failed(": failed to open file in temporary working folder");
@@ -213,15 +208,6 @@ bool ExtractFromContainer(const CSolvaneUnitOp& unit, unzFile zip, const Contain
         return failed(std::string(": ") + fault);
     }
     return true;
-}
-
-void clearModel(CSolvaneUnitOp& unit) {
-    discardModel(unit);
-    unit.loadWarnings.clear();
-    unit.reportNames.clear();
-    unit.reportTexts.clear();
-    unit.selectedReport.clear();
-    unit.outputText.clear();
 }
 
 /// The description holds a name's bytes as if they were characters, and reads as UTF-8: the entry has the
@@ -244,7 +230,7 @@ std::uint64_t sizeOf(const std::string& path) {
 
 } // namespace
 
-bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+bool WriteModelDocument(Unit& unit, const std::string& path, std::string& error) {
     if (unit.additionalFiles.size() > modelLimits::files)
         return fail(error, "The model has more than the " + std::to_string(modelLimits::files) +
                                " files that a model file takes");
@@ -258,7 +244,7 @@ bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::stri
     const auto add = [&](const std::string& name) {
         return AddFileToContainer(unit, name, zip.get(), total, error);
     };
-    if (!add(modelDocument) || !add(modelWords::script))
+    if (!add(modelDocument) || !add(userScriptName))
         return false;
     for (const std::string& name : unit.additionalFiles) {
         if (const char* fault = workingFileNameFault(name))
@@ -272,8 +258,10 @@ bool WriteModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::stri
            fail(error, std::string("Failed to complete zip file: ") + unpacksToTooMuch);
 }
 
-bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
-    clearModel(unit);
+bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) {
+    unit.clear();
+    unit.clearReports();
+    unit.loadWarnings.clear();
     {
         const DocumentOfThisCall document(unit);
         const ZipReader zip(unzOpen(path.c_str()));
@@ -285,7 +273,7 @@ bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::strin
             return ExtractFromContainer(unit, zip.get(), entries, name, unpackable, error);
         };
         const bool isRead =
-            extract(modelWords::script) && extract(modelDocument) && readUnitDocument(unit, error);
+            extract(userScriptName) && extract(modelDocument) && readUnitDocument(unit, error);
         // The unit has the files that have been unpacked.
         std::vector<std::string> names = std::exchange(unit.additionalFiles, {});
         if (!isRead)
@@ -295,7 +283,7 @@ bool ReadModelDocument(CSolvaneUnitOp& unit, const std::string& path, std::strin
         for (std::string& name : names) {
             if (!entries.find(name) && entries.find(bytesOf(name)))
                 name = bytesOf(name);
-            if (const char* fault = workingFileFault(unit.workingFolder, name))
+            if (const char* fault = workingFileFault(unit.workingFolder.path(), name))
                 return fail(error, "Failed to read \"" + name + "\" in zipped document: " + fault);
             if (!extract(name))
                 return false;

@@ -1,7 +1,7 @@
 #include "ModelFile.h"
 
 #include "ModelContainer.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Text.h"
 
 #include <windows.h>
@@ -23,7 +23,7 @@ std::string unusedPathBeside(const std::string& path) {
 
 } // namespace
 
-bool saveModelFile(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+bool saveModelFile(Unit& unit, const std::string& path, std::string& error) {
     const std::string part = unusedPathBeside(path);
     if (WriteModelDocument(unit, part, error)) {
         if (MoveFileExA(part.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))

@@ -5,10 +5,10 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// Saves the model to `path` (ANSI). The container is written beside it and takes its place when it is whole:
 /// a failure leaves the file that was there.
-[[nodiscard]] bool saveModelFile(CSolvaneUnitOp& unit, const std::string& path, std::string& error);
+[[nodiscard]] bool saveModelFile(Unit& unit, const std::string& path, std::string& error);
 
 } // namespace solvane

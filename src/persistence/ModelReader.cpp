@@ -4,11 +4,12 @@
 #include "ModelLimits.h"
 #include "ModelWords.h"
 #include "ModelWriter.h"
+#include "com/Failure.h"
 #include "com/Handle.h"
 #include "com/Numbers.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/ReportNames.h"
+#include "unit/model/ReportNames.h"
+#include "unit/model/Unit.h"
 
 #include <libxml/xmlreader.h>
 
@@ -35,7 +36,7 @@ std::wstring wide(const std::string& text) {
 /// One reading of a document into a unit.
 class DocumentReader {
 public:
-    DocumentReader(CSolvaneUnitOp& unit, xmlTextReader* reader) : unit_(unit), reader_(reader) {}
+    DocumentReader(Unit& unit, xmlTextReader* reader) : unit_(unit), reader_(reader) {}
 
     /// Takes the node that the reader is at.
     void HandleModelNode();
@@ -95,7 +96,7 @@ private:
             unit_.loadWarnings += line;
     }
 
-    CSolvaneUnitOp& unit_;
+    Unit& unit_;
     xmlTextReader* reader_;
     CParameter* openOptionParameter = nullptr; ///< whose options are being read
     std::wstring* textTarget = nullptr;        ///< the report whose text is being read
@@ -328,16 +329,14 @@ Unique<TextReaderPolicy> openReader(const std::string& path, std::string& fault)
 
 } // namespace
 
-bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error) {
-    const std::string path = unit.workingFolder + modelDocument;
+bool readUnitDocument(Unit& unit, std::string& error) {
+    const std::string path = unit.workingFolder.pathOf(modelDocument);
     if (!prepareDocument(path, error))
         return false;
     std::string firstFault;
     const Unique<TextReaderPolicy> reader = openReader(path, firstFault);
-    if (!reader) {
-        error = "Failed to open XML data file in zipped file for reading";
-        return false;
-    }
+    if (!reader)
+        return fail(error, "Failed to open XML data file in zipped file for reading");
     xmlTextReaderSetErrorHandler(reader.get(), ParseErrorHandler, &error);
     error.clear();
     DocumentReader document(unit, reader.get());

@@ -4,7 +4,7 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// Reads the description of a model from the working folder into an emptied unit. What is wrong with its
 /// content goes to the unit's `loadWarnings`, a line each, and the rest is read; false with a text only for a
@@ -13,6 +13,6 @@ class CSolvaneUnitOp;
 ///
 /// Text is taken as of the thread's ANSI code page, though the document is UTF-8: characters beyond ASCII do
 /// not survive.
-bool readUnitDocument(CSolvaneUnitOp& unit, std::string& error);
+bool readUnitDocument(Unit& unit, std::string& error);
 
 } // namespace solvane

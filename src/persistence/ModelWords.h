@@ -11,7 +11,4 @@ inline constexpr wchar_t output[] = L"output";
 /// The words for the kinds, in the order of ParameterKind.
 inline constexpr std::array<const wchar_t*, 4> kinds{L"real", L"int", L"string", L"bool"};
 
-/// The user's script, without which there is no model.
-inline constexpr char script[] = "calc.m";
-
 } // namespace solvane::modelWords

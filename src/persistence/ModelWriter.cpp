@@ -3,11 +3,12 @@
 #include "DocumentEscape.h"
 #include "ModelLimits.h"
 #include "ModelWords.h"
+#include "com/Failure.h"
 #include "com/Numbers.h"
 #include "com/StdioFile.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/ReportNames.h"
+#include "unit/model/ReportNames.h"
+#include "unit/model/Unit.h"
 
 #include <algorithm>
 
@@ -29,7 +30,7 @@ class DocumentWriter {
 public:
     explicit DocumentWriter(std::FILE* file) : file_(file) {}
 
-    void begin(const CSolvaneUnitOp& unit) {
+    void begin(const Unit& unit) {
         tag("<?xml version=\"1.0\" standalone=\"yes\"?>\n");
         tag("<UnitOperation>\n");
         tag("<docInfo version=\"1\" infoLevel=\"" + std::to_string(unit.echoLevel) + "\" />\n");
@@ -152,12 +153,10 @@ private:
 
 } // namespace
 
-bool writeUnitDocument(const CSolvaneUnitOp& unit, std::string& error) {
-    StdioFile file = openFile(unit.workingFolder + modelDocument, "wb");
-    if (!file) {
-        error = "Failed to open temporary data file for writing";
-        return false;
-    }
+bool writeUnitDocument(const Unit& unit, std::string& error) {
+    StdioFile file = openFile(unit.workingFolder.pathOf(modelDocument), "wb");
+    if (!file)
+        return fail(error, "Failed to open temporary data file for writing");
     DocumentWriter document(file.get());
     document.begin(unit);
     document.report(outputReportName, unit.outputText);
@@ -173,8 +172,8 @@ bool writeUnitDocument(const CSolvaneUnitOp& unit, std::string& error) {
     const bool isWritten = closeWritten(std::move(file));
     if (isWritten && document.fault().empty())
         return true;
-    error = "Failed to write temporary data file: " + (isWritten ? document.fault() : "write error");
-    return false;
+    return fail(error,
+                "Failed to write temporary data file: " + (isWritten ? document.fault() : "write error"));
 }
 
 } // namespace solvane

@@ -4,12 +4,12 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// The description of a model: everything but its script and its further files.
 inline constexpr char modelDocument[] = "unit.xml";
 
 /// Writes the description to the working folder. Numbers keep six significant digits.
-bool writeUnitDocument(const CSolvaneUnitOp& unit, std::string& error);
+bool writeUnitDocument(const Unit& unit, std::string& error);
 
 } // namespace solvane

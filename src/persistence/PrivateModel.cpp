@@ -2,12 +2,13 @@
 
 #include "ModelContainer.h"
 #include "ModelFile.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
+#include "com/Failure.h"
 #include "com/Handle.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/HostKind.h"
-#include "unit/UserMessage.h"
+#include "unit/model/HostKind.h"
+#include "unit/model/Unit.h"
+#include "unit/model/UserMessage.h"
 
 #include <array>
 
@@ -18,7 +19,7 @@ namespace {
 constexpr char workaroundTitle[] = "AspenPlus persistence work-around:";
 
 /// In the process's current folder, which is the flowsheet's.
-std::string privateModelPath(const CSolvaneUnitOp& unit) {
+std::string privateModelPath(const Unit& unit) {
     std::array<char, 0x104> folder{};
     GetCurrentDirectoryA(static_cast<DWORD>(folder.size()), folder.data());
     return std::string(folder.data()) + '\\' + narrow(unit.componentName, CP_THREAD_ACP) + ".svm";
@@ -29,22 +30,20 @@ bool exists(const std::string& path) {
     return static_cast<bool>(FindHandle(FindFirstFileA(path.c_str(), &entry)));
 }
 
-void tellFailure(CSolvaneUnitOp& unit, const std::string& text) {
+void tellFailure(Unit& unit, const std::string& text) {
     tellUser(unit, text, workaroundTitle, MB_ICONERROR);
 }
 
 /// A file that could not be loaded may be whole, and only in use at the moment: it goes out of the way.
-bool keepUnreadModel(CSolvaneUnitOp& unit, const std::string& path, std::string& error) {
+bool keepUnreadModel(Unit& unit, const std::string& path, std::string& error) {
     if (unit.unreadPrivateModel != path || !exists(path))
         return true;
     std::string other;
     for (int number = 1; other.empty() || exists(other); ++number)
         other = path + ".unread" + std::to_string(number) + ".svm";
-    if (!MoveFileA(path.c_str(), other.c_str())) {
-        error = "the file that could not be loaded cannot be renamed: " +
-                narrow(FormatHresultText(static_cast<HRESULT>(GetLastError())));
-        return false;
-    }
+    if (!MoveFileA(path.c_str(), other.c_str()))
+        return fail(error, "the file that could not be loaded cannot be renamed: " +
+                               narrow(FormatHresultText(static_cast<HRESULT>(GetLastError()))));
     unit.unreadPrivateModel.clear();
     tellUser(unit, "The file that could not be loaded is kept as \"" + other + "\"", workaroundTitle,
              MB_ICONWARNING);
@@ -53,8 +52,8 @@ bool keepUnreadModel(CSolvaneUnitOp& unit, const std::string& path, std::string&
 
 } // namespace
 
-void LoadPrivateModel(CSolvaneUnitOp& unit) {
-    if (detectHost() != HostKind::aspenPlus || unit.workaroundDone || !unit.hasWorkingFolder())
+void LoadPrivateModel(Unit& unit) {
+    if (detectHost() != HostKind::aspenPlus || unit.workaroundDone || !unit.canHoldModel())
         return;
     unit.workaroundDone = true;
     const std::string path = privateModelPath(unit);
@@ -65,7 +64,7 @@ void LoadPrivateModel(CSolvaneUnitOp& unit) {
     tellFailure(unit, "Loading private data failed; failed to load \"" + path + "\": " + error);
 }
 
-void StorePrivateModel(CSolvaneUnitOp& unit) {
+void StorePrivateModel(Unit& unit) {
     if (detectHost() != HostKind::aspenPlus || !unit.modelEdited)
         return;
     const std::string path = privateModelPath(unit);

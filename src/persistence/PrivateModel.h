@@ -4,14 +4,14 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// Loads the file, if there is one, at the first moment that the host needs the unit. A failure is shown to
 /// the user and leaves the unit with what was loaded so far.
-void LoadPrivateModel(CSolvaneUnitOp& unit);
+void LoadPrivateModel(Unit& unit);
 
 /// Saves the file if the model was edited. A failure is shown to the user. A file that could not be loaded is
 /// kept under another name, which the user is shown.
-void StorePrivateModel(CSolvaneUnitOp& unit);
+void StorePrivateModel(Unit& unit);
 
 } // namespace solvane

@@ -8,11 +8,11 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// The results are those of IPersistPropertyBag's operations; texts are stored on the unit. What is wrong
 /// with a parameter or a file is told to the host's log, and the rest is loaded.
-HRESULT saveToBag(CSolvaneUnitOp& unit, IPropertyBag* bag);
-HRESULT loadFromBag(CSolvaneUnitOp& unit, IPropertyBag* bag, IErrorLog* errorLog);
+HRESULT saveToBag(Unit& unit, IPropertyBag* bag);
+HRESULT loadFromBag(Unit& unit, IPropertyBag* bag, IErrorLog* errorLog);
 
 } // namespace solvane

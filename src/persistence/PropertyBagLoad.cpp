@@ -1,5 +1,4 @@
 #include "BagKeys.h"
-#include "DiscardedModel.h"
 #include "ModelWords.h"
 #include "PropertyBag.h"
 #include "WorkingFileName.h"
@@ -7,8 +6,8 @@
 #include "com/Handle.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/ReportNames.h"
+#include "unit/model/ReportNames.h"
+#include "unit/model/Unit.h"
 
 #include <limits>
 #include <optional>
@@ -82,7 +81,7 @@ private:
     IErrorLog* errorLog_;
 };
 
-void loadReports(const BagReader& bag, CSolvaneUnitOp& unit) {
+void loadReports(const BagReader& bag, Unit& unit) {
     for (const std::wstring& name : bag.texts(bagKeys::reports).value_or(std::vector<std::wstring>())) {
         if (name.empty())
             continue;
@@ -95,7 +94,7 @@ void loadReports(const BagReader& bag, CSolvaneUnitOp& unit) {
     }
 }
 
-void loadPorts(const BagReader& bag, CSolvaneUnitOp& unit, bool areFeeds) {
+void loadPorts(const BagReader& bag, Unit& unit, bool areFeeds) {
     const wchar_t* key = areFeeds ? bagKeys::feeds : bagKeys::products;
     for (const std::wstring& name : bag.texts(key).value_or(std::vector<std::wstring>()))
         if (!name.empty())
@@ -150,8 +149,8 @@ std::optional<ParameterKind> kindOf(const std::wstring& word) {
     return std::nullopt;
 }
 
-void loadParameter(const BagReader& bag, CSolvaneUnitOp& unit, const std::wstring& name,
-                   const std::wstring& type, const std::wstring& mode) {
+void loadParameter(const BagReader& bag, Unit& unit, const std::wstring& name, const std::wstring& type,
+                   const std::wstring& mode) {
     const bool isInput = compareNoCase(mode, modelWords::input) == 0;
     if (!isInput && compareNoCase(mode, modelWords::output) != 0) {
         bag.log(bagKeys::parameterModes, L"Invalid model \"" + mode + L"\" for parameter \"" + name + L"\"");
@@ -167,7 +166,7 @@ void loadParameter(const BagReader& bag, CSolvaneUnitOp& unit, const std::wstrin
     loadParameterFields(bag, *unit.parameters.back());
 }
 
-void loadParameters(const BagReader& bag, CSolvaneUnitOp& unit) {
+void loadParameters(const BagReader& bag, Unit& unit) {
     const auto names = bag.texts(bagKeys::parameters);
     const auto types = bag.texts(bagKeys::parameterTypes);
     const auto modes = bag.texts(bagKeys::parameterModes);
@@ -206,8 +205,8 @@ bool fileBytes(Variant value, std::vector<unsigned char>& bytes) {
     return true;
 }
 
-HRESULT restoreFile(CSolvaneUnitOp& unit, const std::string& name, std::span<const unsigned char> bytes) {
-    const std::string path = unit.workingFolder + name;
+HRESULT restoreFile(Unit& unit, const std::string& name, std::span<const unsigned char> bytes) {
+    const std::string path = unit.workingFolder.pathOf(name);
     const FileHandle file(
         CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
@@ -221,7 +220,7 @@ HRESULT restoreFile(CSolvaneUnitOp& unit, const std::string& name, std::span<con
     return S_OK;
 }
 
-HRESULT loadFiles(const BagReader& bag, CSolvaneUnitOp& unit) {
+HRESULT loadFiles(const BagReader& bag, Unit& unit) {
     bool foundScript = false;
     std::vector<unsigned char> bytes;
     for (const std::wstring& wideName : bag.texts(bagKeys::files).value_or(std::vector<std::wstring>())) {
@@ -236,13 +235,13 @@ HRESULT loadFiles(const BagReader& bag, CSolvaneUnitOp& unit) {
             continue;
         }
         const std::string name = narrow(wideName);
-        if (const char* fault = workingFileFault(unit.workingFolder, name))
+        if (const char* fault = workingFileFault(unit.workingFolder.path(), name))
             return unit.raise(L"load error", widen("Failed to restore \"" + name + "\": " + fault), L"Load",
                               L"IPersistPropertyBag");
         const HRESULT restored = restoreFile(unit, name, bytes);
         if (FAILED(restored))
             return restored;
-        if (name == modelWords::script)
+        if (name == userScriptName)
             foundScript = true;
         else
             unit.additionalFiles.push_back(name);
@@ -256,11 +255,11 @@ HRESULT loadFiles(const BagReader& bag, CSolvaneUnitOp& unit) {
 
 } // namespace
 
-HRESULT loadFromBag(CSolvaneUnitOp& unit, IPropertyBag* bag, IErrorLog* errorLog) {
+HRESULT loadFromBag(Unit& unit, IPropertyBag* bag, IErrorLog* errorLog) {
     if (!bag)
         return E_POINTER;
     const BagReader reader(bag, errorLog);
-    discardModel(unit);
+    unit.clear();
     // The reports stay, so a load into a used unit adds to them.
     if (const std::optional<Variant> level = reader.scalar(bagKeys::infoLevel, VT_I4))
         unit.echoLevel = level->integer();

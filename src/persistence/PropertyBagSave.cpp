@@ -6,8 +6,8 @@
 #include "com/Handle.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/ReportNames.h"
+#include "unit/model/ReportNames.h"
+#include "unit/model/Unit.h"
 
 #include <algorithm>
 
@@ -35,7 +35,7 @@ Variant text(std::wstring_view value) {
     return Variant(value);
 }
 
-bool writeReports(BagWriter& bag, const CSolvaneUnitOp& unit) {
+bool writeReports(BagWriter& bag, const Unit& unit) {
     if (!bag.write(bagKeys::reports, allReportNames(unit)) ||
         !bag.write(bagKeys::outputReport, text(unit.outputText)))
         return false;
@@ -94,7 +94,7 @@ bool writeParameter(BagWriter& bag, const CParameter& parameter) {
     return false;
 }
 
-bool writeParameters(BagWriter& bag, const CSolvaneUnitOp& unit) {
+bool writeParameters(BagWriter& bag, const Unit& unit) {
     std::vector<std::wstring> modes;
     std::vector<std::wstring> types;
     for (const ComRef<CParameter>& parameter : unit.parameters) {
@@ -141,16 +141,16 @@ Variant fileValue(std::vector<unsigned char> bytes) {
     return VariantArray::ofBytes(bytes);
 }
 
-HRESULT writeFiles(BagWriter& bag, CSolvaneUnitOp& unit) {
+HRESULT writeFiles(BagWriter& bag, Unit& unit) {
     std::vector<std::string> names = unit.additionalFiles;
-    names.push_back(modelWords::script);
+    names.push_back(userScriptName);
     std::vector<std::wstring> wideNames;
     for (const std::string& name : names)
         wideNames.push_back(widen(name));
     if (!bag.write(bagKeys::files, wideNames))
         return E_FAIL;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        const std::string path = unit.workingFolder + names[i];
+        const std::string path = unit.workingFolder.pathOf(names[i]);
         std::vector<unsigned char> bytes;
         const char* reason = workingFileNameFault(names[i]);
         if (!reason)
@@ -166,7 +166,7 @@ HRESULT writeFiles(BagWriter& bag, CSolvaneUnitOp& unit) {
 
 } // namespace
 
-HRESULT saveToBag(CSolvaneUnitOp& unit, IPropertyBag* bag) {
+HRESULT saveToBag(Unit& unit, IPropertyBag* bag) {
     if (!bag)
         return E_POINTER;
     BagWriter writer(bag);

@@ -1,11 +1,11 @@
 #include "StreamPersistence.h"
 
 #include "ModelContainer.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Handle.h"
 #include "com/StdioFile.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <memory>
 #include <new>
@@ -19,8 +19,8 @@ constexpr wchar_t persistStream[] = L"IPersistStream";
 /// The container on its way into or out of the stream.
 class TemporaryModel {
 public:
-    explicit TemporaryModel(const CSolvaneUnitOp& unit)
-        : path_(unit.workingFolder + "_unitOperationModel_.svm") {}
+    explicit TemporaryModel(const Unit& unit)
+        : path_(unit.workingFolder.pathOf("_unitOperationModel_.svm")) {}
     ~TemporaryModel() { DeleteFileA(path_.c_str()); }
     TemporaryModel(const TemporaryModel&) = delete;
     TemporaryModel& operator=(const TemporaryModel&) = delete;
@@ -32,7 +32,7 @@ private:
 };
 
 /// A text that is name and description at once.
-HRESULT raiseText(CSolvaneUnitOp& unit, const std::string& text, const wchar_t* method) {
+HRESULT raiseText(Unit& unit, const std::string& text, const wchar_t* method) {
     return unit.raise(widen(text), widen(text), method, persistStream);
 }
 
@@ -56,7 +56,7 @@ bool writeWhole(IStream& stream, const void* bytes, ULONG size) {
 }
 
 /// Writes the model and opens the file that holds it. `unable` is the beginning of a failure's text.
-HRESULT openWritten(CSolvaneUnitOp& unit, const TemporaryModel& model, const std::string& unable,
+HRESULT openWritten(Unit& unit, const TemporaryModel& model, const std::string& unable,
                     const std::string& tooLarge, const wchar_t* method, FileHandle& file, DWORD& size) {
     std::string error;
     if (!WriteModelDocument(unit, model.path(), error))
@@ -73,7 +73,7 @@ HRESULT openWritten(CSolvaneUnitOp& unit, const TemporaryModel& model, const std
 
 } // namespace
 
-HRESULT loadFromStream(CSolvaneUnitOp& unit, IStream* stream) {
+HRESULT loadFromStream(Unit& unit, IStream* stream) {
     if (!stream)
         return E_POINTER;
     unit.workaroundDone = true;
@@ -99,7 +99,7 @@ HRESULT loadFromStream(CSolvaneUnitOp& unit, IStream* stream) {
     return ReadModelDocument(unit, model.path(), error) ? S_OK : raiseText(unit, error, L"Load");
 }
 
-HRESULT saveToStream(CSolvaneUnitOp& unit, IStream* stream) {
+HRESULT saveToStream(Unit& unit, IStream* stream) {
     if (!stream)
         return E_POINTER;
     constexpr wchar_t method[] = L"Save";
@@ -122,7 +122,7 @@ HRESULT saveToStream(CSolvaneUnitOp& unit, IStream* stream) {
     return S_OK;
 }
 
-HRESULT sizeInStream(CSolvaneUnitOp& unit, ULARGE_INTEGER& size) {
+HRESULT sizeInStream(Unit& unit, ULARGE_INTEGER& size) {
     const TemporaryModel model(unit);
     const std::string unable = "Unable to open \"" + model.path() + "\": ";
     FileHandle file;

@@ -8,12 +8,12 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 // The results are those of IPersistStream's operations; texts are stored on the unit.
-HRESULT loadFromStream(CSolvaneUnitOp& unit, IStream* stream);
-HRESULT saveToStream(CSolvaneUnitOp& unit, IStream* stream);
+HRESULT loadFromStream(Unit& unit, IStream* stream);
+HRESULT saveToStream(Unit& unit, IStream* stream);
 /// The model is written once more to be measured: a size is never guessed.
-HRESULT sizeInStream(CSolvaneUnitOp& unit, ULARGE_INTEGER& size);
+HRESULT sizeInStream(Unit& unit, ULARGE_INTEGER& size);
 
 } // namespace solvane

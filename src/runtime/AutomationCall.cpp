@@ -1,7 +1,7 @@
 #include "AutomationCall.h"
 
-#include "capeopen/CapeError.h"
 #include "channel/DedicatedServer.h"
+#include "com/CapeError.h"
 
 #include <algorithm>
 #include <array>

@@ -3,12 +3,14 @@
 #include "CalculationLock.h"
 #include "CommandChannel.h"
 #include "RunScripts.h"
+#include "com/Failure.h"
 #include "com/Text.h"
 #include "thermo/CalculationMaterial.h"
 #include "thermo/CalculationRun.h"
 #include "thermo/HostTexts.h"
 #include "thermo/ProductFlash.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
+#include "unit/model/UnitActivity.h"
 
 #include <algorithm>
 #include <new>
@@ -17,12 +19,12 @@ namespace solvane {
 
 namespace {
 
-bool isEnding(const CSolvaneUnitOp& unit, std::wstring& error);
+bool isEnding(const Unit& unit, std::wstring& error);
 bool prepareScriptAndMaterial(CalculationRun& run, std::wstring& error);
 bool runScript(CalculationRun& run, std::wstring& error);
-bool judge(CSolvaneUnitOp& unit, std::wstring& error);
+bool judge(Unit& unit, std::wstring& error);
 
-bool calculate(CSolvaneUnitOp& unit, std::wstring& error) {
+bool calculate(Unit& unit, std::wstring& error) {
     CalculationRun run(unit);
     if (!prepareScriptAndMaterial(run, error))
         return false;
@@ -38,7 +40,7 @@ bool calculate(CSolvaneUnitOp& unit, std::wstring& error) {
 }
 
 /// The host may have ended the unit from a material, or while this thread waited.
-bool isEnding(const CSolvaneUnitOp& unit, std::wstring& error) {
+bool isEnding(const Unit& unit, std::wstring& error) {
     if (unit.terminationAsked)
         error = widen(unit.startupError);
     return unit.terminationAsked;
@@ -55,7 +57,7 @@ bool prepareScriptAndMaterial(CalculationRun& run, std::wstring& error) {
 
 /// False only where the script could not be started.
 bool runScript(CalculationRun& run, std::wstring& error) {
-    CSolvaneUnitOp& unit = run.unit;
+    Unit& unit = run.unit;
     CommandChannel channel;
     if (!channel.open(run, error))
         return false;
@@ -98,31 +100,25 @@ std::wstring numbered(std::size_t index, const CPort& port) {
     return std::to_wstring(index + 1) + L" (" + port.componentName + L")";
 }
 
-bool flashProducts(CSolvaneUnitOp& unit, std::wstring& error) {
+bool flashProducts(Unit& unit, std::wstring& error) {
     const std::vector<ComRef<CPort>> products = unit.productPorts; // which a flash may have the host change
     for (std::size_t i = 0; i < products.size(); ++i)
-        if (!products[i]->product.specified) {
-            error = L"setProduct was not called for product " + numbered(i, *products[i]);
-            return false;
-        }
+        if (!products[i]->product.specified)
+            return fail(error, L"setProduct was not called for product " + numbered(i, *products[i]));
     for (std::size_t i = 0; i < products.size(); ++i) {
         if (isEnding(unit, error))
             return false;
         std::string flashError;
-        if (!flashProductPort(*products[i], flashError)) {
-            error = L"Failed to flash product " + numbered(i, *products[i]) + L": " +
-                    std::wstring(hostText(flashError).view());
-            return false;
-        }
+        if (!flashProductPort(*products[i], flashError))
+            return fail(error, L"Failed to flash product " + numbered(i, *products[i]) + L": " +
+                                   std::wstring(hostText(flashError).view()));
     }
     return true;
 }
 
-bool judge(CSolvaneUnitOp& unit, std::wstring& error) {
-    if (unit.workerCommand != WorkerCommand::succeeded) {
-        error = unit.workerError;
-        return false;
-    }
+bool judge(Unit& unit, std::wstring& error) {
+    if (unit.workerCommand != WorkerCommand::succeeded)
+        return fail(error, unit.workerError);
     unit.outputText = std::move(unit.workerOutput);
     if (isEnding(unit, error))
         return false;
@@ -132,13 +128,12 @@ bool judge(CSolvaneUnitOp& unit, std::wstring& error) {
         return flashProducts(unit, error);
     const std::size_t begin = marker + errorMarker.size();
     const std::size_t end = std::min(output.find(endMarker, begin), output.size());
-    error = joinLines(std::wstring_view(output).substr(begin, end - begin));
-    return false;
+    return fail(error, joinLines(std::wstring_view(output).substr(begin, end - begin)));
 }
 
 } // namespace
 
-bool runCalculation(CSolvaneUnitOp& unit, std::wstring& error) {
+bool runCalculation(Unit& unit, std::wstring& error) {
     try {
         if (!mayBegin(unit, UnitActivity::running, error))
             return false;

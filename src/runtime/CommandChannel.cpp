@@ -4,8 +4,9 @@
 #include "PaintMessages.h"
 #include "channel/BlockSize.h"
 #include "channel/ChannelFrame.h"
+#include "com/Failure.h"
 #include "thermo/CalculationRun.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 namespace solvane {
 
@@ -28,15 +29,11 @@ bool CommandChannel::open(const CalculationRun& run, std::wstring& error) {
     size_ = blockSize(run);
     mapping_.reset(
         CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, size_, run.unit.unitId.c_str()));
-    if (!mapping_) {
-        error = L"Failed to create shared memory mapping for inter-process communication";
-        return false;
-    }
+    if (!mapping_)
+        return fail(error, L"Failed to create shared memory mapping for inter-process communication");
     view_.reset(MapViewOfFile(mapping_.get(), FILE_MAP_ALL_ACCESS, 0, 0, size_));
-    if (!view_) {
-        error = L"Failed to map shared memory mapping for inter-process communication";
-        return false;
-    }
+    if (!view_)
+        return fail(error, L"Failed to map shared memory mapping for inter-process communication");
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "UnitCommands.h"
 #include "channel/ChannelFrame.h"
 #include "channel/CommandCode.h"
+#include "com/Failure.h"
 #include "thermo/CompoundCommands.h"
 #include "thermo/FeedCommands.h"
 #include "thermo/FlashCommands.h"
@@ -57,10 +58,8 @@ static_assert([] {
 bool dispatch(CalculationRun& run, std::span<std::byte> block, std::string& error) {
     std::uint32_t code = 0;
     std::memcpy(&code, block.data(), sizeof code);
-    if (code < 1 || code > commands.size()) {
-        error = "Internal error: unknonw/undefined function call";
-        return false;
-    }
+    if (code < 1 || code > commands.size())
+        return fail(error, "Internal error: unknonw/undefined function call"); // prescribed text
     RequestReader request(block);
     ReplyWriter reply(block);
     return commands[code - 1].carryOut(run, request, reply, error);

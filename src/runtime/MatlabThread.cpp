@@ -5,10 +5,12 @@
 #include "MatlabTurn.h"
 #include "MexPlacement.h"
 #include "com/Border.h"
+#include "com/CapeError.h"
 #include "com/ComRef.h"
+#include "com/Failure.h"
 #include "com/Module.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/MatlabWorker.h"
 
 #include <algorithm>
 #include <utility>
@@ -35,7 +37,7 @@ private:
 
 class MatlabSession {
 public:
-    explicit MatlabSession(CSolvaneUnitOp& unit) : unit_(unit) {}
+    explicit MatlabSession(MatlabWorker& worker) : worker_(worker) {}
     ~MatlabSession() { end(); }
     MatlabSession(const MatlabSession&) = delete;
     MatlabSession& operator=(const MatlabSession&) = delete;
@@ -57,7 +59,7 @@ private:
     /// A command that prints nothing when it works.
     bool executeSilent(const std::wstring& command, std::wstring& output);
 
-    CSolvaneUnitOp& unit_;
+    MatlabWorker& worker_;
     Handle mutex_;
     bool hasApartment_ = false;
     std::wstring startError_;
@@ -77,25 +79,20 @@ bool MatlabSession::start(std::wstring& error) {
 
 bool MatlabSession::connect(std::wstring& error) {
     mutex_.reset(CreateMutexW(nullptr, FALSE, mutexName)); // opens it where it exists
-    if (!mutex_) {
-        error = L"Failed to create mutex for Matlab calculations";
-        return false;
-    }
+    if (!mutex_)
+        return fail(error, L"Failed to create mutex for Matlab calculations");
     hasApartment_ = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     return create(error) && preparePath(error);
 }
 
 bool MatlabSession::create(std::wstring& error) {
     CLSID classId;
-    if (FAILED(CLSIDFromProgID(L"Matlab.Application", &classId))) {
-        error = L"Failed to get CLSDID for Matlab.Application; Matlab not installed?";
-        return false;
-    }
+    if (FAILED(CLSIDFromProgID(L"Matlab.Application", &classId)))
+        // The prescribed text, with its misspelling.
+        return fail(error, L"Failed to get CLSDID for Matlab.Application; Matlab not installed?");
     const HRESULT created = createMatlabApplication(classId, matlabApplication_);
-    if (FAILED(created)) {
-        error = L"Failed to create Matlab application: " + FormatHresultText(created);
-        return false;
-    }
+    if (FAILED(created))
+        return fail(error, L"Failed to create Matlab application: " + FormatHresultText(created));
     isMatlabShared_ = !isServerDedicated(matlabApplication_.get());
     return true;
 }
@@ -103,21 +100,17 @@ bool MatlabSession::create(std::wstring& error) {
 bool MatlabSession::preparePath(std::wstring& error) {
     const std::wstring modulePath = ComModule::current().path();
     const std::wstring moduleFolder = modulePath.substr(0, modulePath.rfind(L'\\'));
-    const std::wstring workingFolder = widen(unit_.workingFolder);
+    const std::wstring workingFolder = widen(worker_.workingFolder.path());
     const std::wstring gatewayFolder = widen(mexFolder());
 
     const MutexHold hold(mutex_.get());
     std::wstring output;
     // What went wrong is told by Matlab's words for the first folder, by the folder for the others.
-    if (!executeSilent(L"addpath '" + moduleFolder + L"'", output)) {
-        error = L"Failed to add to MATLAB path: " + output;
-        return false;
-    }
+    if (!executeSilent(L"addpath '" + moduleFolder + L"'", output))
+        return fail(error, L"Failed to add to MATLAB path: " + output);
     for (const std::wstring& folder : {workingFolder, gatewayFolder})
-        if (!executeSilent(L"addpath '" + folder + L"'", output)) {
-            error = L"Failed to add to MATLAB path: " + folder;
-            return false;
-        }
+        if (!executeSilent(L"addpath '" + folder + L"'", output))
+            return fail(error, L"Failed to add to MATLAB path: " + folder);
     putProperty(output, matlabApplication_.get(), L"Visible", Variant(LONG{0}).get());
     return true;
 }
@@ -131,7 +124,7 @@ bool MatlabSession::executeSilent(const std::wstring& command, std::wstring& out
 
 bool MatlabSession::run(std::wstring& error) {
     MatlabTurn turn;
-    if (isMatlabShared_ && !turn.takeForRun(unit_.workerCancelEvent.get(), error))
+    if (isMatlabShared_ && !turn.takeForRun(worker_.workerCancelEvent.get(), error))
         return false;
     if (!isReady(error))
         return false;
@@ -157,22 +150,19 @@ bool MatlabSession::runScript(std::wstring& error) {
     if (!changeDirectory(error))
         return false;
     std::wstring output;
-    if (!executeCommand(matlabApplication_.get(), L"runUnit", output)) {
-        error = L"Failed to calculate: " + output;
-        return false;
-    }
+    if (!executeCommand(matlabApplication_.get(), L"runUnit", output))
+        return fail(error, L"Failed to calculate: " + output);
     std::erase(output, bell);
-    unit_.workerOutput = output;
+    worker_.workerOutput = output;
     return true;
 }
 
 bool MatlabSession::changeDirectory(std::wstring& error) {
     const MutexHold hold(mutex_.get());
     std::wstring output;
-    if (executeSilent(L"cd '" + widen(unit_.workingFolder) + L"'", output))
+    if (executeSilent(L"cd '" + widen(worker_.workingFolder.path()) + L"'", output))
         return true;
-    error = L"Failed to change MATLAB working directory: " + output;
-    return false;
+    return fail(error, L"Failed to change MATLAB working directory: " + output);
 }
 
 // ---- quit
@@ -185,7 +175,7 @@ bool MatlabSession::leaveFolder() {
         return false;
     std::wstring output;
     if (!executeCommand(matlabApplication_.get(), L"cd '" + widen(mexFolder()) + L"'", output))
-        unit_.workerCommand = WorkerCommand::succeeded;
+        worker_.workerCommand = WorkerCommand::succeeded;
     return true;
 }
 
@@ -196,21 +186,21 @@ void MatlabSession::end() {
     mutex_.reset();
 }
 
-void carryOut(MatlabSession& session, CSolvaneUnitOp& unit) {
+void carryOut(MatlabSession& session, MatlabWorker& worker) {
     std::wstring error;
-    switch (unit.workerCommand) {
+    switch (worker.workerCommand) {
     case WorkerCommand::start:
         if (!session.start(error)) {
-            unit.startupError = narrow(error);
-            unit.startupOk = false;
-            unit.workerCommand = WorkerCommand::failed;
+            worker.startupError = narrow(error);
+            worker.startupOk = false;
+            worker.workerCommand = WorkerCommand::failed;
         }
         break;
     case WorkerCommand::run:
-        unit.workerCommand = WorkerCommand::succeeded;
+        worker.workerCommand = WorkerCommand::succeeded;
         if (!session.run(error)) {
-            unit.workerError = error;
-            unit.workerCommand = WorkerCommand::failed;
+            worker.workerError = error;
+            worker.workerCommand = WorkerCommand::failed;
         }
         break;
     default:
@@ -219,35 +209,35 @@ void carryOut(MatlabSession& session, CSolvaneUnitOp& unit) {
 }
 
 /// The thread's frame: no exception leaves it, so the host's thread never waits in vain.
-void carryOutGuarded(MatlabSession& session, CSolvaneUnitOp& unit) noexcept {
-    const bool isStart = unit.workerCommand == WorkerCommand::start;
+void carryOutGuarded(MatlabSession& session, MatlabWorker& worker) noexcept {
+    const bool isStart = worker.workerCommand == WorkerCommand::start;
     try {
-        carryOut(session, unit);
+        carryOut(session, worker);
     } catch (...) {
-        unit.workerCommand = WorkerCommand::failed;
-        unit.workerError = L"out of memory";
+        worker.workerCommand = WorkerCommand::failed;
+        worker.workerError = L"out of memory";
         if (isStart) {
-            unit.startupError = "out of memory";
-            unit.startupOk = false;
+            worker.startupError = "out of memory";
+            worker.startupOk = false;
         }
     }
 }
 
-/// The thread's work. `unit` must not be touched after the last `workerDoneEvent`.
-void serveUnit(CSolvaneUnitOp& unit) {
+/// The thread's work. `worker` must not be touched after the last `workerDoneEvent`.
+void serveUnit(MatlabWorker& worker) {
     const FloatingPointGuard floatingPoint;
-    const HANDLE done = unit.workerDoneEvent.get();
-    MatlabSession session(unit);
+    const HANDLE done = worker.workerDoneEvent.get();
+    MatlabSession session(worker);
     for (;;) {
-        WaitForSingleObject(unit.workerCommandEvent.get(), INFINITE);
-        if (unit.workerCommand == WorkerCommand::quit) {
+        WaitForSingleObject(worker.workerCommandEvent.get(), INFINITE);
+        if (worker.workerCommand == WorkerCommand::quit) {
             if (session.leaveFolder())
                 session.end();
             SetEvent(
                 done); // before the end where Matlab is busy: it may be with the script of who waits here
             return;
         }
-        carryOutGuarded(session, unit);
+        carryOutGuarded(session, worker);
         SetEvent(done);
     }
 }
@@ -256,15 +246,15 @@ DWORD WINAPI matlabThread(void* argument) {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&matlabThread),
                        &module);
-    serveUnit(*static_cast<CSolvaneUnitOp*>(argument));
+    serveUnit(*static_cast<MatlabWorker*>(argument));
     // The host may unload the module as soon as the unit is gone, while this thread is still on its way out.
     FreeLibraryAndExitThread(module, 0);
 }
 
 } // namespace
 
-Handle startMatlabThread(CSolvaneUnitOp& unit) {
-    return Handle(CreateThread(nullptr, 0, matlabThread, &unit, 0, nullptr));
+Handle startMatlabThread(MatlabWorker& worker) {
+    return Handle(CreateThread(nullptr, 0, matlabThread, &worker, 0, nullptr));
 }
 
 } // namespace solvane

@@ -6,10 +6,10 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+struct MatlabWorker;
 
 /// Starts the thread, which waits for its first WorkerCommand and ends after `quit`. Each command is answered
 /// with `workerDoneEvent`.
-Handle startMatlabThread(CSolvaneUnitOp& unit);
+Handle startMatlabThread(MatlabWorker& worker);
 
 } // namespace solvane

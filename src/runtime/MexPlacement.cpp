@@ -1,9 +1,11 @@
 #include "MexPlacement.h"
 
+#include "com/Failure.h"
 #include "com/Handle.h"
 #include "com/Module.h"
 #include "com/Registry.h"
 #include "com/Text.h"
+#include "unit/model/WorkingFolder.h"
 
 #include <array>
 #include <mutex>
@@ -47,22 +49,14 @@ bool placeMexFile(std::string& error) {
     const std::lock_guard guard(placing);
     if (place.done)
         return true;
-    std::array<char, 1024> buffer{};
-    const DWORD length = GetTempPathA(static_cast<DWORD>(buffer.size()), buffer.data());
-    if (length == 0 || length >= buffer.size()) {
-        error = "Failed to get a temporary folder name";
+    if (!findTemporaryFolder(place.folder, error))
         return false;
-    }
-    place.folder.assign(buffer.data(), length);
-    if (!place.folder.ends_with('\\'))
-        place.folder += '\\';
     const std::optional<std::wstring> version = installedMatlab();
     place.folder += "SolvaneUnitMEX" + (version ? narrow(*version) : "SolvaneUnitMEX");
     CreateDirectoryA(place.folder.c_str(), nullptr);
-    if (!version) {
-        error = "Unable to determine current version of Matlab.Application; Matlab not installed?";
-        return false;
-    }
+    if (!version)
+        return fail(error,
+                    "Unable to determine current version of Matlab.Application; Matlab not installed?");
 
     const std::string modulePath = narrow(ComModule::current().path());
     const std::string source = modulePath.substr(0, modulePath.rfind('\\') + 1) + "CapeOpenUnitMex.";

@@ -3,9 +3,10 @@
 #include "UnitCommands.h"
 #include "channel/ChannelFrame.h"
 #include "channel/ValueTags.h"
+#include "com/Failure.h"
 #include "com/Text.h"
 #include "thermo/CalculationRun.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <cmath>
 #include <limits>
@@ -41,7 +42,7 @@ WireValue readValue(RequestReader& request) {
     return value;
 }
 
-CParameter* findParameter(CSolvaneUnitOp& unit, const std::string& name, std::string& error) {
+CParameter* findParameter(Unit& unit, const std::string& name, std::string& error) {
     const std::wstring wideName = widen(name);
     for (const ComRef<CParameter>& parameter : unit.parameters)
         if (compareNoCase(parameter->componentName, wideName) == 0)
@@ -54,14 +55,10 @@ CParameter* findParameter(CSolvaneUnitOp& unit, const std::string& name, std::st
 template <class T>
 bool isWithinBounds(T value, const Variant& minimum, const Variant& maximum, T (Variant::*number)() const,
                     std::string& error) {
-    if (!minimum.isEmpty() && !((minimum.*number)() <= value)) {
-        error = "Value below minimum value";
-        return false;
-    }
-    if (!maximum.isEmpty() && !(value <= (maximum.*number)())) {
-        error = "Value above maximum value";
-        return false;
-    }
+    if (!minimum.isEmpty() && !((minimum.*number)() <= value))
+        return fail(error, "Value below minimum value");
+    if (!maximum.isEmpty() && !(value <= (maximum.*number)()))
+        return fail(error, "Value above maximum value");
     return true;
 }
 
@@ -74,10 +71,8 @@ LONG rounded(double value) {
 }
 
 bool assignReal(CParameter& parameter, const WireValue& value, std::string& error) {
-    if (value.isText()) {
-        error = "Cannot assign string to real parameter";
-        return false;
-    }
+    if (value.isText())
+        return fail(error, "Cannot assign string to real parameter");
     const double number = value.tag == ValueTag::real ? value.real : value.integer;
     if (!isWithinBounds(number, parameter.minimumValue, parameter.maximumValue, &Variant::real, error))
         return false;
@@ -86,10 +81,8 @@ bool assignReal(CParameter& parameter, const WireValue& value, std::string& erro
 }
 
 bool assignInteger(CParameter& parameter, const WireValue& value, std::string& error) {
-    if (value.isText()) {
-        error = "Cannot assign string to integer parameter";
-        return false;
-    }
+    if (value.isText())
+        return fail(error, "Cannot assign string to integer parameter");
     const LONG number = value.tag == ValueTag::real ? rounded(value.real) : value.integer;
     if (!isWithinBounds(number, parameter.minimumValue, parameter.maximumValue, &Variant::integer, error))
         return false;
@@ -98,10 +91,8 @@ bool assignInteger(CParameter& parameter, const WireValue& value, std::string& e
 }
 
 bool assignBoolean(CParameter& parameter, const WireValue& value, std::string& error) {
-    if (value.isText() && value.text != "true" && value.text != "false") {
-        error = "Cannot assign string to boolean parameter";
-        return false;
-    }
+    if (value.isText() && value.text != "true" && value.text != "false")
+        return fail(error, "Cannot assign string to boolean parameter");
     const bool truth = value.isText()                ? value.text == "true"
                        : value.tag == ValueTag::real ? value.real != 0
                                                      : value.integer != 0;
@@ -110,16 +101,13 @@ bool assignBoolean(CParameter& parameter, const WireValue& value, std::string& e
 }
 
 bool assignString(CParameter& parameter, const WireValue& value, std::string& error) {
-    if (!value.isText()) {
-        error = value.tag == ValueTag::boolean ? "Cannot assign boolean value to string parameter"
-                                               : "Cannot assign numeric value to string parameter";
-        return false;
-    }
+    if (!value.isText())
+        return fail(error, value.tag == ValueTag::boolean
+                               ? "Cannot assign boolean value to string parameter"
+                               : "Cannot assign numeric value to string parameter");
     const std::wstring text = widen(value.text);
-    if (parameter.restrictedToList && !parameter.isOption(text)) {
-        error = "Invalid value for parameter: value is not in list of exclusive options";
-        return false;
-    }
+    if (parameter.restrictedToList && !parameter.isOption(text))
+        return fail(error, "Invalid value for parameter: value is not in list of exclusive options");
     parameter.currentValue = Variant(std::wstring_view(text));
     return true;
 }
@@ -151,16 +139,13 @@ bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& repl
         reply.tag(ValueTag::text);
         const std::string text = narrow(value.text());
         constexpr std::size_t reserve = 4; // kept free behind the longest text
-        if (reply.room() < text.size() + reserve) {
-            error = "String value too large for allocated memory";
-            return false;
-        }
+        if (reply.room() < text.size() + reserve)
+            return fail(error, "String value too large for allocated memory");
         reply.text(text);
         return true;
     }
     }
-    error = unknownKind;
-    return false;
+    return fail(error, unknownKind);
 }
 
 bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {

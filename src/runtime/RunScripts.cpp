@@ -1,9 +1,10 @@
 #include "RunScripts.h"
 
+#include "com/Failure.h"
 #include "com/Text.h"
 #include "thermo/CalculationRun.h"
 #include "thermo/HostTexts.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <algorithm>
 #include <array>
@@ -24,17 +25,16 @@ constexpr char runScriptReading[] = "Failed to open run script for reading: ";
 constexpr char initScriptWriting[] = "Failed to open initialization file for writing: ";
 
 /// `failure` and the system's text for errno.
-bool fail(std::wstring& error, const char* failure) {
-    error = widen(std::string(failure) + std::strerror(errno));
-    return false;
+std::wstring withSystemsText(const char* failure) {
+    return widen(std::string(failure) + std::strerror(errno));
 }
 
 /// Null on failure.
-StdioFile openScript(const CSolvaneUnitOp& unit, const char* fileName, const char* mode, const char* failure,
+StdioFile openScript(const Unit& unit, const char* fileName, const char* mode, const char* failure,
                      std::wstring& error) {
-    StdioFile file = openFile(unit.workingFolder + fileName, mode);
+    StdioFile file = openFile(unit.workingFolder.pathOf(fileName), mode);
     if (!file)
-        fail(error, failure);
+        error = withSystemsText(failure);
     return file;
 }
 
@@ -48,11 +48,11 @@ void writeNames(std::FILE* file, const std::vector<std::string>& names) {
 
 } // namespace
 
-bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
+bool writeUnitScript(const Unit& unit, std::wstring& error) {
     StdioFile target = openScript(unit, "unitCalc.m", "w", runScriptWriting, error);
     if (!target)
         return false;
-    const StdioFile source = openScript(unit, "calc.m", "r", runScriptReading, error);
+    const StdioFile source = openScript(unit, userScriptName, "r", runScriptReading, error);
     if (!source)
         return false;
     std::fputs(unitScriptHeader, target.get());
@@ -60,12 +60,12 @@ bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), source.get()))
         std::fwrite(block.data(), 1, count, target.get());
     if (std::ferror(source.get()))
-        return fail(error, runScriptReading);
+        return fail(error, withSystemsText(runScriptReading));
     // Half a script may well run, and give other numbers.
-    return closeWritten(std::move(target)) || fail(error, runScriptWriting);
+    return closeWritten(std::move(target)) || fail(error, withSystemsText(runScriptWriting));
 }
 
-StdioFile openInitScript(const CSolvaneUnitOp& unit, std::wstring& error) {
+StdioFile openInitScript(const Unit& unit, std::wstring& error) {
     StdioFile file = openScript(unit, "initRun.m", "w", initScriptWriting, error);
     if (file)
         std::fprintf(file.get(), "setEchoOnValue=%i;\nunit_ID='%s';\n", static_cast<int>(unit.echoLevel),
@@ -89,7 +89,7 @@ bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& e
         separator = ",";
     }
     std::fputs("];\n", initScript);
-    return closeWritten(std::move(file)) || fail(error, initScriptWriting);
+    return closeWritten(std::move(file)) || fail(error, withSystemsText(initScriptWriting));
 }
 
 } // namespace solvane

@@ -7,17 +7,17 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 struct CalculationRun;
 
 /// Lines of unitCalc.m before the first one of the user's script.
 inline constexpr int unitScriptHeaderLines = 2;
 
 /// Builds unitCalc.m, a function whose body is the user's calc.m.
-bool writeUnitScript(const CSolvaneUnitOp& unit, std::wstring& error);
+bool writeUnitScript(const Unit& unit, std::wstring& error);
 
 /// Opens initRun.m and writes what does not depend on a material. Null on failure.
-StdioFile openInitScript(const CSolvaneUnitOp& unit, std::wstring& error);
+StdioFile openInitScript(const Unit& unit, std::wstring& error);
 
 /// Writes the run's compounds and phases and closes the file. No quote in a name is escaped.
 bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& error);

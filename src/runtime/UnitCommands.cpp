@@ -2,25 +2,22 @@
 
 #include "WorkingFile.h"
 #include "channel/ChannelFrame.h"
+#include "com/Failure.h"
 #include "com/Text.h"
 #include "thermo/CalculationRun.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/ReportNames.h"
+#include "unit/model/ReportNames.h"
+#include "unit/model/Unit.h"
 
 namespace solvane {
 
 bool setReport(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
     const std::string name = request.text();
     const std::wstring wideName = widen(name);
-    if (isOutputReport(wideName)) {
-        error = "Cannot write to the Matlab output report";
-        return false;
-    }
+    if (isOutputReport(wideName))
+        return fail(error, "Cannot write to the Matlab output report");
     const auto index = findReport(run.unit, wideName);
-    if (!index) {
-        error = "Invalid report name: " + name;
-        return false;
-    }
+    if (!index)
+        return fail(error, "Invalid report name: " + name);
     run.unit.reportTexts[*index] = readWorkingFile(run.unit, "report.txt");
     reply.success();
     return true;

@@ -2,16 +2,16 @@
 
 #include "com/Handle.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <cstring>
 #include <new>
 
 namespace solvane {
 
-std::wstring readWorkingFile(const CSolvaneUnitOp& unit, const std::string& fileName) {
+std::wstring readWorkingFile(const Unit& unit, const std::string& fileName) {
     const std::wstring failure = L"Unable to open \"" + widen(fileName) + L"\": ";
-    const FileHandle file(CreateFileA((unit.workingFolder + fileName).c_str(), GENERIC_READ, 0, nullptr,
+    const FileHandle file(CreateFileA(unit.workingFolder.pathOf(fileName).c_str(), GENERIC_READ, 0, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
         return failure + FormatHresultText(static_cast<HRESULT>(GetLastError()));

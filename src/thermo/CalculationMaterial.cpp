@@ -1,9 +1,10 @@
 #include "CalculationMaterial.h"
 
 #include "HostTexts.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
+#include "com/Failure.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <array>
 
@@ -11,12 +12,7 @@ namespace solvane {
 
 namespace {
 
-bool fail(std::wstring& error, std::wstring text) {
-    error = std::move(text);
-    return false;
-}
-
-const CPort* firstConnectedPort(const CSolvaneUnitOp& unit) {
+const CPort* firstConnectedPort(const Unit& unit) {
     for (const auto* ports : {&unit.feedPorts, &unit.productPorts})
         for (const ComRef<CPort>& port : *ports)
             if (port->isConnected())

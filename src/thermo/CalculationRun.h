@@ -12,12 +12,12 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 struct CalculationRun {
-    explicit CalculationRun(CSolvaneUnitOp& owner) : unit(owner) {}
+    explicit CalculationRun(Unit& owner) : unit(owner) {}
 
-    CSolvaneUnitOp& unit;
+    Unit& unit;
 
     // The calculation material: the unit's private copy of the first connected port's material. At most one
     // generation is set, none where no port is connected.

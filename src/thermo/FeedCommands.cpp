@@ -9,7 +9,7 @@
 #include "PortNumber.h"
 #include "channel/ChannelFrame.h"
 #include "channel/ValueTags.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 #include "CapeOpen.h"
 #include "OneElementArrays.h"
 #include "com/VariantArray.h"
-#include "unit/CPort.h"
+#include "unit/model/CPort.h"
 
 #include <span>
 #include <string>

@@ -1,6 +1,6 @@
 #include "HostTexts.h"
 
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Text.h"
 
 namespace solvane {

@@ -1,6 +1,7 @@
 /// Texts between the script, whose names are ANSI, and the host's materials.
 #pragma once
 
+#include "com/Failure.h"
 #include "com/Variant.h"
 
 #include <unknwn.h>
@@ -42,11 +43,5 @@ std::string scriptText(std::wstring_view text);
 
 /// What the host's `object` has to say of the failure `hr` of one of its methods.
 std::string describeFailure(IUnknown& object, HRESULT hr);
-
-/// Ends a function that fails with a text.
-inline bool fail(std::string& error, std::string text) {
-    error = std::move(text);
-    return false;
-}
 
 } // namespace solvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "unit/CPort.h"
+#include "unit/model/CPort.h"
 
 #include <cstdint>
 #include <string>

@@ -4,7 +4,7 @@
 #include "FlashConstraints.h"
 #include "PortNumber.h"
 #include "channel/ChannelFrame.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 namespace solvane {
 

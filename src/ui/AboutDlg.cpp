@@ -6,7 +6,7 @@
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
 #include "runtime/MexPlacement.h"
-#include "unit/LicenceCheck.h"
+#include "unit/model/LicenceCheck.h"
 
 #include <filesystem>
 #include <fstream>
@@ -24,7 +24,7 @@ std::wstring licenceText() {
 
 } // namespace
 
-CAboutDlg::CAboutDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow) : Tab(IDD_ABOUT, unit, mainWindow) {}
+CAboutDlg::CAboutDlg(Unit& unit, CEditDlg& mainWindow) : Tab(IDD_ABOUT, unit, mainWindow) {}
 
 void CAboutDlg::onInit() {
     setText(IDC_ABOUT_CODE, licenceCode);

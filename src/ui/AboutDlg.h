@@ -7,7 +7,7 @@ namespace solvane {
 /// What this module is, and under which licence.
 class CAboutDlg : public Tab {
 public:
-    CAboutDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
+    CAboutDlg(Unit& unit, CEditDlg& mainWindow);
 
     /// None of it is of the model.
     void RefreshFromModel() override {}

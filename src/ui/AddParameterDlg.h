@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Dialog.h"
-#include "unit/CParameter.h"
+#include "unit/model/CParameter.h"
 
 namespace solvane {
 

@@ -1,14 +1,14 @@
 #include "Edit.h"
 
 #include "EditDlg.h"
+#include "HostWindow.h"
 #include "TabKeys.h"
 #include "WindowContext.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/HostWindow.h"
+#include "unit/model/Unit.h"
 
 namespace solvane {
 
-HRESULT editUnit(CSolvaneUnitOp& unit) {
+HRESULT editUnit(Unit& unit) {
     const WindowContext context;
     const TabKeys keys;
     CEditDlg(unit).runModal(FindHostWindow());

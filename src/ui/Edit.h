@@ -4,9 +4,9 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// Lets the user configure the unit in its window. S_OK where something was changed, S_FALSE where not.
-HRESULT editUnit(CSolvaneUnitOp& unit);
+HRESULT editUnit(Unit& unit);
 
 } // namespace solvane

@@ -12,12 +12,13 @@
 #include "ParameterDlg.h"
 #include "PortDlg.h"
 #include "ReportDlg.h"
+#include "com/Failure.h"
 #include "com/Module.h"
 #include "com/Text.h"
 #include "persistence/ModelContainer.h"
 #include "persistence/ModelFile.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <commctrl.h>
 
@@ -28,13 +29,13 @@ namespace solvane {
 namespace {
 
 template <class Page>
-std::unique_ptr<Tab> make(CSolvaneUnitOp& unit, CEditDlg& mainWindow) {
+std::unique_ptr<Tab> make(Unit& unit, CEditDlg& mainWindow) {
     return std::make_unique<Page>(unit, mainWindow);
 }
 
 struct TabRow {
     const wchar_t* label;
-    std::unique_ptr<Tab> (*make)(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
+    std::unique_ptr<Tab> (*make)(Unit& unit, CEditDlg& mainWindow);
 };
 constexpr std::array<TabRow, 6> tabRows{{
     {L"Ports", make<CPortDlg>},
@@ -56,14 +57,13 @@ constexpr wchar_t modelFilter[] =
 bool isUsablePath(const std::wstring& path, std::string& error) {
     if (isInCodePage(path))
         return true;
-    error = "The path holds a character that the system's ANSI code page does not have. "
-            "Choose a file whose folder and name do without it.";
-    return false;
+    return fail(error, "The path holds a character that the system's ANSI code page does not have. "
+                       "Choose a file whose folder and name do without it.");
 }
 
 } // namespace
 
-CEditDlg::CEditDlg(CSolvaneUnitOp& unit) : Dialog(IDD_EDIT), unit_(unit) {}
+CEditDlg::CEditDlg(Unit& unit) : Dialog(IDD_EDIT), unit_(unit) {}
 
 void CEditDlg::onInit() {
     const HINSTANCE instance = ComModule::current().instance;

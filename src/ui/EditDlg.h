@@ -11,7 +11,7 @@ namespace solvane {
 /// no working copy: what is done in it is done.
 class CEditDlg : public Dialog {
 public:
-    explicit CEditDlg(CSolvaneUnitOp& unit);
+    explicit CEditDlg(Unit& unit);
 
     /// All tabs show the model anew.
     void RefreshTabs() const;
@@ -32,7 +32,7 @@ private:
     bool replaceModel(const std::wstring& path, std::string& error) const;
     void help() const;
 
-    CSolvaneUnitOp& unit_;
+    Unit& unit_;
     std::vector<std::unique_ptr<Tab>> tabs_;
     SIZE smallest_{}; ///< of the window
     int dpi_ = 0;     ///< by which it is measured

@@ -7,11 +7,11 @@
 #include "Layout.h"
 #include "Messages.h"
 #include "ShellVerbs.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Handle.h"
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <commctrl.h>
 
@@ -32,12 +32,12 @@ constexpr wchar_t saveFilter[] = L"All files (*.*)\0*.*\0";
 
 } // namespace
 
-CFilesDlg::CFilesDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow) : Tab(IDD_FILES, unit, mainWindow) {}
+CFilesDlg::CFilesDlg(Unit& unit, CEditDlg& mainWindow) : Tab(IDD_FILES, unit, mainWindow) {}
 
 void CFilesDlg::onInit() {
     list_ = ListView(control(IDC_FILES_LIST), columns);
     for (const std::string& name : unit_.additionalFiles)
-        makeBackupCopy(unit_.workingFolder, name, unit_.additionalFiles);
+        makeBackupCopy(unit_.workingFolder.path(), name, unit_.additionalFiles);
     RefreshFromModel();
 }
 
@@ -226,7 +226,7 @@ std::string& CFilesDlg::nameOf(int row) const {
 }
 
 std::wstring CFilesDlg::workingFolder() const {
-    return widen(unit_.workingFolder);
+    return widen(unit_.workingFolder.path());
 }
 
 void CFilesDlg::onSize(int width, int height) {
@@ -253,7 +253,7 @@ void CFilesDlg::onDestroy() {
     for (const std::string& name : unit_.additionalFiles) {
         if (unit_.modelEdited)
             return;
-        if (differsFromBackupCopy(unit_.workingFolder, name, unit_.additionalFiles))
+        if (differsFromBackupCopy(unit_.workingFolder.path(), name, unit_.additionalFiles))
             unit_.markChanged();
     }
 }

@@ -9,7 +9,7 @@ namespace solvane {
 /// their names.
 class CFilesDlg : public Tab {
 public:
-    CFilesDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
+    CFilesDlg(Unit& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
 

@@ -12,7 +12,7 @@
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
 #include "runtime/CalculationDriver.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <commctrl.h>
 #include <windowsx.h>
@@ -45,7 +45,7 @@ std::wstring placeText(const TextPlace& place) {
 
 } // namespace
 
-CMatlabDlg::CMatlabDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow)
+CMatlabDlg::CMatlabDlg(Unit& unit, CEditDlg& mainWindow)
     : Tab(IDD_MATLAB, unit, mainWindow),
       lineNumbers_(IDC_MATLAB_LINES),
       editIn_(TextView::Kind::editable, IDC_MATLAB_SCRIPT),
@@ -73,7 +73,7 @@ void CMatlabDlg::onInit() {
     };
     loadScript();
     editOut_.setText(unit_.outputText);
-    makeBackupCopy(unit_.workingFolder, ScriptFile::name, unit_.additionalFiles);
+    makeBackupCopy(unit_.workingFolder.path(), userScriptName, unit_.additionalFiles);
     showView(0);
 }
 
@@ -109,7 +109,7 @@ void CMatlabDlg::onDestroy() {
     script_.write(window());
     editIn_.destroy();
     if (!unit_.modelEdited &&
-        differsFromBackupCopy(unit_.workingFolder, ScriptFile::name, unit_.additionalFiles))
+        differsFromBackupCopy(unit_.workingFolder.path(), userScriptName, unit_.additionalFiles))
         unit_.markChanged();
     editOut_.destroy();
 }
@@ -183,7 +183,7 @@ void CMatlabDlg::edit() {
     if (GetKeyState(VK_CONTROL) < 0)
         return chooseScriptEditor(window());
     const std::wstring command = L"\"" + findScriptEditor() + L"\" \"" + widen(script_.path()) + L"\"";
-    const Handle process = startProgram(command, widen(unit_.workingFolder), true);
+    const Handle process = startProgram(command, widen(unit_.workingFolder.path()), true);
     if (!process)
         return showError(window(),
                          L"Failed to run command:\r\n" + command +

@@ -13,7 +13,7 @@ namespace solvane {
 /// is read from it, and written back for a test, for the editor outside and at the page's end.
 class CMatlabDlg : public Tab {
 public:
-    CMatlabDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
+    CMatlabDlg(Unit& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
 

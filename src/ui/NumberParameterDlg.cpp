@@ -3,7 +3,7 @@
 #include "NumberFields.h"
 #include "ParameterTexts.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 namespace solvane {
 

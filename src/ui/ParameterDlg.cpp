@@ -9,7 +9,7 @@
 #include "ParameterTexts.h"
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <commctrl.h>
 
@@ -26,8 +26,7 @@ constexpr wchar_t nameUsed[] = L"The specified name is already used for another 
 
 } // namespace
 
-CParameterDlg::CParameterDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow)
-    : Tab(IDD_PARAMETER, unit, mainWindow) {}
+CParameterDlg::CParameterDlg(Unit& unit, CEditDlg& mainWindow) : Tab(IDD_PARAMETER, unit, mainWindow) {}
 
 void CParameterDlg::onInit() {
     list_ = ListView(control(IDC_PARAMETER_LIST), columns);
@@ -101,7 +100,7 @@ void CParameterDlg::add() {
         return;
     unit_.parameters.push_back(parameter);
     unit_.markChanged();
-    unit_.valStatus = CAPE_NOT_VALIDATED;
+    unit_.invalidate();
     showSelected(static_cast<int>(unit_.parameters.size()) - 1);
 }
 

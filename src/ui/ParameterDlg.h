@@ -2,14 +2,14 @@
 
 #include "ListView.h"
 #include "Tab.h"
-#include "unit/CParameter.h"
+#include "unit/model/CParameter.h"
 
 namespace solvane {
 
 /// The unit's parameters, which the script reads and writes by name.
 class CParameterDlg : public Tab {
 public:
-    CParameterDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
+    CParameterDlg(Unit& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
 

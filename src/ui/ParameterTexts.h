@@ -1,7 +1,7 @@
 /// How a parameter is shown.
 #pragma once
 
-#include "unit/CParameter.h"
+#include "unit/model/CParameter.h"
 
 namespace solvane {
 

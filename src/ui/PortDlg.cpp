@@ -6,12 +6,12 @@
 #include "PortNames.h"
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 namespace solvane {
 
 struct CPortDlg::Side {
-    std::vector<ComRef<CPort>> CSolvaneUnitOp::*ports;
+    std::vector<ComRef<CPort>> Unit::*ports;
     bool isFeed;
     const wchar_t* word; ///< of the names of new ports
     const wchar_t* question;
@@ -19,13 +19,13 @@ struct CPortDlg::Side {
 };
 
 constexpr std::array<CPortDlg::Side, 2> CPortDlg::sides{{
-    {&CSolvaneUnitOp::feedPorts, true, L"Feed", L"Delete feed port \"", IDC_PORT_FEEDS_LABEL, IDC_PORT_FEEDS,
+    {&Unit::feedPorts, true, L"Feed", L"Delete feed port \"", IDC_PORT_FEEDS_LABEL, IDC_PORT_FEEDS,
      IDC_PORT_ADD_FEED, IDC_PORT_REMOVE_FEED},
-    {&CSolvaneUnitOp::productPorts, false, L"Product", L"Delete product port \"", IDC_PORT_PRODUCTS_LABEL,
+    {&Unit::productPorts, false, L"Product", L"Delete product port \"", IDC_PORT_PRODUCTS_LABEL,
      IDC_PORT_PRODUCTS, IDC_PORT_ADD_PRODUCT, IDC_PORT_REMOVE_PRODUCT},
 }};
 
-CPortDlg::CPortDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow) : Tab(IDD_PORT, unit, mainWindow) {}
+CPortDlg::CPortDlg(Unit& unit, CEditDlg& mainWindow) : Tab(IDD_PORT, unit, mainWindow) {}
 
 const ListView& CPortDlg::listOf(const Side& side) const {
     return lists_[static_cast<std::size_t>(&side - sides.data())];
@@ -84,7 +84,7 @@ void CPortDlg::add(const Side& side) {
     fill(side);
     listOf(side).select(row);
     updateButtons();
-    unit_.valStatus = CAPE_NOT_VALIDATED;
+    unit_.invalidate();
     unit_.markChanged();
     focus(side.list);
     listOf(side).editLabel(row); // so that a name can be typed at once
@@ -105,7 +105,7 @@ void CPortDlg::remove(const Side& side) {
     focus(side.list); // before the button is disabled
     fill(side);
     updateButtons();
-    unit_.valStatus = CAPE_NOT_VALIDATED;
+    unit_.invalidate();
     unit_.markChanged();
 }
 

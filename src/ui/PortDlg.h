@@ -12,7 +12,7 @@ namespace solvane {
 /// The unit's feeds and products, in two lists.
 class CPortDlg : public Tab {
 public:
-    CPortDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
+    CPortDlg(Unit& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
 

@@ -1,19 +1,19 @@
 #include "PortNames.h"
 
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <algorithm>
 
 namespace solvane {
 
-bool isPortName(const CSolvaneUnitOp& unit, const std::wstring& name, const CPort* except) {
+bool isPortName(const Unit& unit, const std::wstring& name, const CPort* except) {
     return std::ranges::any_of(unit.allPorts(), [&](const ComRef<CPort>& port) {
         return port.get() != except && compareNoCase(port->componentName, name) == 0;
     });
 }
 
-std::wstring freePortName(const CSolvaneUnitOp& unit, const std::wstring& word) {
+std::wstring freePortName(const Unit& unit, const std::wstring& word) {
     for (int number = 1;; ++number) {
         std::wstring name = word + L' ' + std::to_wstring(number);
         if (!isPortName(unit, name))

@@ -4,7 +4,7 @@
 #include "com/Numbers.h"
 #include "com/Text.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 namespace solvane {
 

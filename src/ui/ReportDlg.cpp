@@ -5,14 +5,14 @@
 #include "Layout.h"
 #include "Messages.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/ReportNames.h"
+#include "unit/model/ReportNames.h"
+#include "unit/model/Unit.h"
 
 #include <algorithm>
 
 namespace solvane {
 
-CReportDlg::CReportDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow)
+CReportDlg::CReportDlg(Unit& unit, CEditDlg& mainWindow)
     : Tab(IDD_REPORT, unit, mainWindow), text_(TextView::Kind::readOnly, IDC_REPORT_TEXT) {}
 
 void CReportDlg::onInit() {

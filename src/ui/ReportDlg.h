@@ -8,7 +8,7 @@ namespace solvane {
 /// The unit's reports: Matlab's output, at position 0, and those that the script fills.
 class CReportDlg : public Tab {
 public:
-    CReportDlg(CSolvaneUnitOp& unit, CEditDlg& mainWindow);
+    CReportDlg(Unit& unit, CEditDlg& mainWindow);
 
     void RefreshFromModel() override;
 

@@ -3,7 +3,7 @@
 #include "Messages.h"
 #include "com/StdioFile.h"
 #include "com/Text.h"
-#include "unit/CSolvaneUnitOp.h"
+#include "unit/model/Unit.h"
 
 #include <array>
 #include <cerrno>
@@ -25,7 +25,7 @@ bool readAll(std::FILE* file, std::string& bytes) {
 } // namespace
 
 std::string ScriptFile::path() const {
-    return unit_.workingFolder + name;
+    return unit_.workingFolder.pathOf(userScriptName);
 }
 
 bool ScriptFile::load(HWND owner) {

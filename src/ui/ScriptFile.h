@@ -6,15 +6,13 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// The script's file in the working folder, and the view that shows it. The file is read into the view and
 /// written from it; what fails is said in a box and, where the file cannot be opened, in the view too.
 class ScriptFile {
 public:
-    ScriptFile(CSolvaneUnitOp& unit, TextView& view) : unit_(unit), view_(view) {}
-
-    static constexpr char name[] = "calc.m"; ///< in the working folder
+    ScriptFile(Unit& unit, TextView& view) : unit_(unit), view_(view) {}
 
     /// ANSI.
     std::string path() const;
@@ -31,7 +29,7 @@ private:
     /// Undo brings back what the view held.
     void refuse(HWND owner);
 
-    CSolvaneUnitOp& unit_;
+    Unit& unit_;
     TextView& view_;
     bool isLoaded_ = false;   ///< the last load came to its end
     std::string loadedBytes_; ///< of the file, at the last load

@@ -6,12 +6,12 @@
 namespace solvane {
 
 class CEditDlg;
-class CSolvaneUnitOp;
+class Unit;
 
 /// A page of the main window. It shows the unit's fields, and each action changes them at once.
 class Tab : public Dialog, public DialogFunctions {
 protected:
-    Tab(int templateId, CSolvaneUnitOp& unit, CEditDlg& mainWindow)
+    Tab(int templateId, Unit& unit, CEditDlg& mainWindow)
         : Dialog(templateId), unit_(unit), mainWindow_(mainWindow) {}
 
     /// A view of a text asks its page for the control after it. Behind the page's last one come the main
@@ -23,7 +23,7 @@ protected:
         return TRUE;
     }
 
-    CSolvaneUnitOp& unit_;
+    Unit& unit_;
     CEditDlg& mainWindow_;
 };
 

@@ -1,7 +1,7 @@
 #include "CParameterCollection.h"
 
-#include "CSolvaneUnitOp.h"
 #include "CollectionItem.h"
+#include "unit/model/Unit.h"
 
 #include <array>
 

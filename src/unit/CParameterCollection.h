@@ -1,10 +1,10 @@
 #pragma once
 
-#include "CapeOpenBaseObject.h"
+#include "unit/model/CapeOpenBaseObject.h"
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// The host's view of the unit's list of parameters. It holds none itself, so it always shows the present
 /// ones.
@@ -13,7 +13,7 @@ public:
     CParameterCollection();
 
     /// Not counted. Null for a collection that no unit made.
-    CSolvaneUnitOp* ownerUnit = nullptr;
+    Unit* ownerUnit = nullptr;
 
     // One of each for all interfaces; the form in which the object is created implements them.
     STDMETHODIMP QueryInterface(REFIID iid, void** result) override = 0;

@@ -1,18 +1,17 @@
 #include "CSolvaneUnitOp.h"
 
 #include "ClassIds.h"
-#include "HostKind.h"
-#include "LicenceCheck.h"
-#include "ReportNames.h"
 #include "channel/ChannelNames.h"
+#include "com/Failure.h"
 #include "com/Text.h"
 #include "persistence/PrivateModel.h"
 #include "persistence/PropertyBag.h"
 #include "persistence/StreamPersistence.h"
 #include "runtime/MatlabThread.h"
 #include "runtime/MexPlacement.h"
-#include "runtime/WorkingFolder.h"
 #include "ui/Edit.h"
+#include "unit/model/HostKind.h"
+#include "unit/model/LicenceCheck.h"
 
 #include <array>
 
@@ -54,15 +53,7 @@ std::span<const InterfaceEntry> CSolvaneUnitOp::interfaceTable() {
 
 // ---- birth and end
 
-CSolvaneUnitOp::CSolvaneUnitOp() : numericLocale(_create_locale(LC_NUMERIC, "C")) {
-    componentName = L"Solvane Unit Operation";
-    componentDescription = L"Unit operation using Matlab script for calculations";
-    selectedReport = outputReportName;
-    outputText = L"Unit operation has not yet been run...";
-}
-
 CSolvaneUnitOp::~CSolvaneUnitOp() {
-    numericLocale.reset();
     stop(); // of a unit that was never finished
 }
 
@@ -79,41 +70,35 @@ HRESULT CSolvaneUnitOp::FinalConstruct() {
 }
 
 bool CSolvaneUnitOp::build(std::string& error) {
-    const auto fail = [&](const char* text) {
-        error = text;
-        return false;
-    };
-
     GUID guid;
     if (FAILED(CoCreateGuid(&guid)))
-        return fail("CoCreateGuid failed");
-    LPOLESTR guidText = nullptr;
-    if (FAILED(StringFromCLSID(guid, &guidText)))
-        return fail("StringFromCLSID failed");
-    unitId = narrow(guidText, CP_UTF8);
-    CoTaskMemFree(guidText);
+        return fail(error, "CoCreateGuid failed");
+    TaskText guidText;
+    if (FAILED(StringFromCLSID(guid, guidText.put())))
+        return fail(error, "StringFromCLSID failed");
+    unitId = narrow(guidText.get(), CP_UTF8);
 
-    if (!createWorkingFolder(*this, error))
+    std::string temporaryFolder;
+    if (!findTemporaryFolder(temporaryFolder, error))
         return false;
-    if (!isLicensed(error) || !placeMexFile(error))
-        return false;
-    if (!placeResourceFile(*this, runScriptResource, "runUnit.m", error) ||
-        !placeResourceFile(*this, defaultScriptResource, "calc.m", error))
+    terminated = false; // from here there is something to end
+    workingFolder = WorkingFolder(temporaryFolder, unitId, error);
+    if (!workingFolder || !isLicensed(error) || !placeMexFile(error) || !workingFolder.placeScripts(error))
         return false;
 
     workerCommandEvent = createAutoResetEvent({});
     workerDoneEvent = createAutoResetEvent({});
     workerCancelEvent.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     if (!workerCommandEvent || !workerDoneEvent || !workerCancelEvent)
-        return fail("Failed to create event for internal communication");
+        return fail(error, "Failed to create event for internal communication");
     workerThread = startMatlabThread(*this);
     if (!workerThread)
-        return fail("Failed to create Matlab execution thread");
+        return fail(error, "Failed to create Matlab execution thread");
 
     requestEvent = createAutoResetEvent(requestEventName(unitId));
     replyEvent = createAutoResetEvent(replyEventName(unitId));
     if (!requestEvent || !replyEvent)
-        return fail("Failed to create event for data communication");
+        return fail(error, "Failed to create event for data communication");
 
     workerCommand = WorkerCommand::start;
     SetEvent(workerCommandEvent.get());
@@ -170,7 +155,7 @@ HRESULT CSolvaneUnitOp::stop() {
         workerDoneEvent.reset();
         workerCancelEvent.reset();
         workerThread.reset();
-        deleteWorkingFolder(*this);
+        workingFolder.reset();
         return S_OK;
     });
 }
@@ -178,47 +163,6 @@ HRESULT CSolvaneUnitOp::stop() {
 HRESULT CSolvaneUnitOp::raiseStopped(const wchar_t* scope, const wchar_t* interfaceName) {
     const std::wstring text = widen(startupError);
     return raise(text, text, scope, interfaceName);
-}
-
-void CSolvaneUnitOp::releasePorts() {
-    for (auto* ports : {&feedPorts, &productPorts})
-        for (const ComRef<CPort>& port : std::exchange(*ports, {})) { // a material's release may call
-            port->Disconnect();
-            port->ownerUnit = nullptr;
-        }
-}
-
-void CSolvaneUnitOp::releaseParameters() {
-    for (const ComRef<CParameter>& parameter : parameters)
-        parameter->ownerUnit = nullptr;
-    parameters.clear();
-}
-
-ComRef<CPort> CSolvaneUnitOp::CreatePort(bool isFeed, const std::wstring& name) {
-    ComRef<CPort> port(new CComObject<CPort>());
-    port->isFeed = isFeed;
-    port->ownerUnit = this;
-    port->componentName = name;
-    return port;
-}
-
-ComRef<CParameter> CSolvaneUnitOp::CreateParameter(ParameterKind kind, bool isInput,
-                                                   const std::wstring& name) {
-    ComRef<CParameter> parameter(new CComObject<CParameter>());
-    parameter->ownerUnit = this;
-    parameter->parameterKind = kind;
-    parameter->isInput = isInput;
-    parameter->componentName = name;
-    parameter->componentDescription = L"Solvane unit operation parameter";
-    return parameter;
-}
-
-ComRef<ICapeDiagnostic> CSolvaneUnitOp::hostLog() {
-    if (!diagnostic) {
-        const ComRef<IDispatch> context = simulationContext; // which the host may replace meanwhile
-        diagnostic = context.as<ICapeDiagnostic>();
-    }
-    return diagnostic;
 }
 
 // ---- ICapeUtilities
@@ -291,15 +235,18 @@ HRESULT CSolvaneUnitOp::persist(UnitActivity activity, const wchar_t* scope, con
                                 Body&& body) {
     return border([&]() -> HRESULT {
         // A unit that could not even make its working folder, or is terminated, has nowhere to put a model.
-        if (!hasWorkingFolder())
+        if (!canHoldModel())
             return raiseStopped(scope, interfaceName);
         std::wstring refusal;
         if (!mayBegin(*this, activity, refusal))
             return raise(refusal, refusal, scope, interfaceName);
         const ActivityScope activityScope(*this, activity);
         std::string error;
-        if (activity == UnitActivity::loading && !restoreWorkingFolder(*this, error))
-            return raise(widen(error), widen(error), scope, interfaceName);
+        if (activity == UnitActivity::loading && !workingFolder.isComplete()) {
+            scriptDirty = true;
+            if (!workingFolder.restore(error))
+                return raise(widen(error), widen(error), scope, interfaceName);
+        }
         return body();
     });
 }

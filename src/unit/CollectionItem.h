@@ -1,8 +1,8 @@
 #pragma once
 
-#include "CapeOpenBaseObject.h"
 #include "com/ComRef.h"
 #include "com/Text.h"
+#include "unit/model/CapeOpenBaseObject.h"
 
 #include <span>
 

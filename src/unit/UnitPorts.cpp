@@ -18,12 +18,6 @@ constexpr ItemRefusals refusals{
 
 } // namespace
 
-std::vector<ComRef<CPort>> CSolvaneUnitOp::allPorts() const {
-    std::vector<ComRef<CPort>> ports = feedPorts;
-    ports.insert(ports.end(), productPorts.begin(), productPorts.end());
-    return ports;
-}
-
 STDMETHODIMP CSolvaneUnitOp::get_ports(IDispatch** ports) {
     return border([&]() -> HRESULT {
         if (!prepareResult(ports))

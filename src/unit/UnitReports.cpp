@@ -2,8 +2,8 @@
 // raises before a null pointer is looked at.
 
 #include "CSolvaneUnitOp.h"
-#include "ReportNames.h"
 #include "com/VariantArray.h"
+#include "unit/model/ReportNames.h"
 
 namespace solvane {
 

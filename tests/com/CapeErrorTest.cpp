@@ -1,4 +1,4 @@
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 
 #include "CapeOpen.h"
 #include "com/ClassFactory.h"

@@ -3,7 +3,7 @@
 #include "Folders.h"
 #include "MatlabStandIn.h"
 #include "UnitModule.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 // Under Aspen Plus, which this program is named after, a unit keeps its model in a file beside the flowsheet.
 
+#include "BareUnit.h"
 #include "ModelFileTest.h"
 #include "Program.h"
 #include "WindowDriver.h"
@@ -7,8 +8,7 @@
 #include "com/Text.h"
 #include "persistence/PrivateModel.h"
 #include "resources/ResourceIds.h"
-#include "unit/CSolvaneUnitOp.h"
-#include "unit/HostWindow.h"
+#include "ui/HostWindow.h"
 
 #include <filesystem>
 
@@ -46,22 +46,20 @@ private:
     std::filesystem::path former_ = std::filesystem::current_path();
 };
 
-/// A unit of this program's own, named B1 and edited, without a thread and with that working folder.
+/// A unit of this program's own, named B1 and edited, without a thread.
 class EditedUnit {
 public:
-    explicit EditedUnit(const std::wstring& folder) {
-        unit_->workingFolder = narrow(folder);
-        unit_->terminated = false;
+    explicit EditedUnit(const std::wstring& folder, const std::string& script = "1;") {
+        unit_->makeWorkingFolder(folder, "B1", script);
         unit_->componentName = L"B1";
         unit_->markChanged();
-        writeFile(folder + L"calc.m", "1;");
     }
-    CSolvaneUnitOp* operator->() const { return unit_.get(); }
-    CSolvaneUnitOp& operator*() const { return *unit_.get(); }
+    BareUnit* operator->() const { return unit_.get(); }
+    BareUnit& operator*() const { return *unit_.get(); }
 
 private:
     ComModule module_;
-    ComRef<CSolvaneUnitOp> unit_{new CComObject<CSolvaneUnitOp>()};
+    ComRef<BareUnit> unit_ = BareUnit::create();
 };
 
 TEST_F(AspenPlus, theFileOfTheUnitsNameIsLoadedAtTheFirstNeed) {
@@ -133,8 +131,7 @@ TEST_F(AspenPlus, anEditedModelIsStored) {
 // It is the only place where the model is.
 TEST_F(AspenPlus, aFailedSaveLeavesTheFileAsItWas) {
     const std::string former = readFile(L"B1.svm");
-    EditedUnit edited(temporary.path());
-    writeFile(temporary.path() + L"calc.m", "");
+    const EditedUnit edited(temporary.path(), "");
     StorePrivateModel(*edited);
     EXPECT_EQ(boxes,
               std::vector<std::string>{"AspenPlus persistence work-around: Storing private data failed; "

@@ -1,10 +1,10 @@
 // This program runs where no file can grow beyond 64 KiB.
 
+#include "BareUnit.h"
 #include "Folders.h"
 #include "com/Module.h"
 #include "com/Text.h"
 #include "persistence/ModelFile.h"
-#include "unit/CSolvaneUnitOp.h"
 
 #include <gtest/gtest.h>
 
@@ -16,15 +16,12 @@ namespace {
 
 class FullDisk : public testing::Test {
 protected:
-    FullDisk() {
-        unit->workingFolder = narrow(folder.path());
-        writeFile(folder.path() + L"calc.m", "1;");
-    }
+    FullDisk() { unit->makeWorkingFolder(folder.path(), "unit", "1;"); }
     bool save() { return saveModelFile(*unit.get(), narrow(folder.path() + L"model.svm"), error); }
 
     ComModule module;
     TemporaryFolder folder;
-    ComRef<CSolvaneUnitOp> unit{new CComObject<CSolvaneUnitOp>()};
+    ComRef<BareUnit> unit = BareUnit::create();
     std::string error;
 };
 
@@ -37,7 +34,7 @@ TEST_F(FullDisk, aModelFileIsReplacedWholeOrNotAtAll) {
     int failures = 0;
     for (std::size_t size = 64000; size <= noise.size(); size += 64) {
         SCOPED_TRACE(size);
-        writeFile(folder.path() + L"data.bin", noise.substr(0, size));
+        writeFile(folder.path() + L"unit\\data.bin", noise.substr(0, size));
         writeFile(folder.path() + L"model.svm", "former");
         if (save()) {
             EXPECT_TRUE(readFile(folder.path() + L"model.svm").ends_with("Solvane Unit Operation File"));
@@ -46,7 +43,7 @@ TEST_F(FullDisk, aModelFileIsReplacedWholeOrNotAtAll) {
         ++failures;
         EXPECT_TRUE(error.ends_with("write error")) << error;
         EXPECT_EQ(readFile(folder.path() + L"model.svm"), "former");
-        EXPECT_EQ(namesIn(folder.path()), (std::vector<std::wstring>{L"calc.m", L"data.bin", L"model.svm"}));
+        EXPECT_EQ(namesIn(folder.path()), (std::vector<std::wstring>{L"model.svm", L"unit"}));
     }
     EXPECT_GT(failures, 0);
     EXPECT_LT(failures, 25);
@@ -68,7 +65,7 @@ TEST_F(FullDisk, noUnfinishedDescriptionStaysBehind) {
     unit->outputText.assign(70000, L'x');
     EXPECT_FALSE(save());
     EXPECT_EQ(error, "Failed to write temporary data file: write error");
-    EXPECT_EQ(namesIn(folder.path()), std::vector<std::wstring>{L"calc.m"});
+    EXPECT_EQ(namesIn(folder.path() + L"unit\\"), (std::vector<std::wstring>{L"calc.m", L"runUnit.m"}));
 }
 
 } // namespace

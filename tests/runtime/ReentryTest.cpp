@@ -2,8 +2,8 @@
 
 #include "FakeMaterial11.h"
 #include "HostStream.h"
-#include "HostWindow.h"
 #include "RuntimeTest.h"
+#include "SimulatorWindow.h"
 
 #include <utility>
 
@@ -33,7 +33,7 @@ protected:
     HRESULT calculateAnd(const char* place, const std::function<void()>& action) {
         SCOPED_TRACE(place);
         createConnectedUnit();
-        HostWindow window;
+        SimulatorWindow window;
         const Handle done(CreateEventW(nullptr, FALSE, FALSE, nullptr));
         const auto once = [&, isDone = false]() mutable {
             if (!std::exchange(isDone, true))
@@ -144,7 +144,7 @@ TEST_F(Reentry, theLastReleaseDuringARunIsCarriedOutAfterIt) {
 
 TEST_F(Reentry, aScriptOfATerminatedUnitGetsNoMoreAnswers) {
     createConnectedUnit();
-    HostWindow window;
+    SimulatorWindow window;
     window.onPaint = [&] { unit.terminate(); };
     matlab.onRun = [&](const std::wstring& folder) {
         GatewayClient script(folder);

@@ -1,7 +1,7 @@
 // What the host's thread does while the script runs.
 
-#include "HostWindow.h"
 #include "RuntimeTest.h"
+#include "SimulatorWindow.h"
 
 #include <gmock/gmock.h>
 
@@ -18,14 +18,14 @@ using testing::HasSubstr;
 using WaitLoop = RuntimeTest;
 
 TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
-    HostWindow window;
+    SimulatorWindow window;
     const HostedUnit unit = createUnit();
     const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
     window.onPaint = [&] { SetEvent(painted.get()); };
     for (const bool asksWithoutPause : {false, true}) {
         matlab.onRun = [&](const std::wstring& folder) {
             GatewayClient script(folder);
-            window.post(HostWindow::inputMessage);
+            window.post(SimulatorWindow::inputMessage);
             window.post(WM_PAINT);
             const ULONGLONG begin = GetTickCount64();
             while (WaitForSingleObject(painted.get(), asksWithoutPause ? 0 : 5000) != WAIT_OBJECT_0 &&
@@ -48,7 +48,7 @@ TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
 TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPassesWhereEachUnitHasAMatlab) {
     for (const bool isDedicated : {true, false}) {
         matlab.dedicated = isDedicated;
-        HostWindow window;
+        SimulatorWindow window;
         const HostedUnit outer = createUnit();
         const HostedUnit inner = createUnit();
         const Handle innerDone(CreateEventW(nullptr, FALSE, FALSE, nullptr));
@@ -78,7 +78,7 @@ TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPassesWhereEachUnitHasA
 
 // The other's process dies, which gives its turn away.
 TEST_F(WaitLoop, theHostPaintsWhileTheUnitWaitsForAnothersTurnOnASharedMatlab) {
-    HostWindow window;
+    SimulatorWindow window;
     const HostedUnit unit = createUnit();
     const HostedUnit leaving = createUnit();
     const Handle taken(CreateEventW(nullptr, FALSE, FALSE, nullptr));
@@ -121,7 +121,7 @@ TEST_F(WaitLoop, theEndOfTheHostsMessageLoopIsThereAfterTheRun) {
 
 TEST_F(WaitLoop, aWindowThatPaintsWithoutEndDoesNotHoldTheScriptUp) {
     for (const DWORD paintTime : {0, 5}) {
-        HostWindow window;
+        SimulatorWindow window;
         const HostedUnit unit = createUnit();
         const Handle painted(CreateEventW(nullptr, TRUE, FALSE, nullptr));
         const ULONGLONG begin = GetTickCount64();
@@ -147,7 +147,7 @@ TEST_F(WaitLoop, aWindowThatPaintsWithoutEndDoesNotHoldTheScriptUp) {
 TEST_F(WaitLoop, aRequestThatArrivesWithTheEndIsStillServed) {
     ModelBag bag;
     bag.script("").parameter(L"Duty", L"real", Variant(1.0));
-    HostWindow window;
+    SimulatorWindow window;
     const HostedUnit unit = createUnit(bag);
     const Handle painting(CreateEventW(nullptr, FALSE, FALSE, nullptr));
     const Handle requested(CreateEventW(nullptr, FALSE, FALSE, nullptr));

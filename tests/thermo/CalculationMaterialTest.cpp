@@ -2,7 +2,7 @@
 
 #include "OddVariants.h"
 #include "Rig.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Text.h"
 
 #include <gmock/gmock.h>

@@ -17,10 +17,6 @@ ComModule module;
 
 } // namespace
 
-ComRef<CSolvaneUnitOp> Rig::makeUnit() {
-    return ComRef<CSolvaneUnitOp>(new CComObject<CSolvaneUnitOp>());
-}
-
 CPort& Rig::addPort(std::vector<ComRef<CPort>>& ports, bool isFeed) {
     ports.push_back(unit->CreatePort(isFeed, L"a port"));
     return *ports.back().get();

@@ -2,12 +2,12 @@
 /// request in the block, a reply in the block.
 #pragma once
 
+#include "BareUnit.h"
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
 #include "Road.h"
 #include "Wire.h"
 #include "thermo/CalculationRun.h"
-#include "unit/CSolvaneUnitOp.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -55,10 +55,8 @@ private:
 
 class Rig {
 public:
-    Rig() : unit(makeUnit()), run(*unit.get()) {}
-
-    ComRef<CSolvaneUnitOp> unit;
-    CalculationRun run;
+    ComRef<BareUnit> unit = BareUnit::create();
+    CalculationRun run{*unit.get()};
     std::size_t blockBytes = 2048;
 
     CPort& addFeed() { return addPort(unit->feedPorts, true); }
@@ -82,7 +80,6 @@ public:
     std::string failureOf(const Wire& request);
 
 private:
-    static ComRef<CSolvaneUnitOp> makeUnit();
     CPort& addPort(std::vector<ComRef<CPort>>& ports, bool isFeed);
 };
 

@@ -1,8 +1,8 @@
 // The Matlab tab: the script's file and its view, test runs, the editor outside.
 
-#include "HostWindow.h"
 #include "Program.h"
 #include "ScriptedMatlab.h"
+#include "SimulatorWindow.h"
 #include "UiTest.h"
 #include "com/Registry.h"
 #include "com/Text.h"
@@ -188,7 +188,7 @@ TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
 
 // The host comes back to the unit while it paints.
 TEST_F(MatlabTab, aTerminateDuringATestIsCarriedOutAfterTheWindow) {
-    HostWindow host;
+    SimulatorWindow host;
     const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
     const std::wstring text = L"Terminate has been called on unit operation";
     host.onPaint = [&] {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CapeOpen.h"
-#include "capeopen/CapeError.h"
+#include "com/CapeError.h"
 #include "com/Dispatch.h"
 #include "com/Object.h"
 #include "com/Variant.h"

@@ -1,6 +1,6 @@
 #include "UnitActivity.h"
 
-#include "CSolvaneUnitOp.h"
+#include "Unit.h"
 
 #include <array>
 
@@ -38,7 +38,7 @@ constexpr std::array rules{
 
 } // namespace
 
-bool mayBegin(const CSolvaneUnitOp& unit, UnitActivity activity, std::wstring& refusal) {
+bool mayBegin(const Unit& unit, UnitActivity activity, std::wstring& refusal) {
     for (const ActivityRule& rule : rules) {
         if (rule.activity != activity)
             continue;
@@ -52,8 +52,7 @@ bool mayBegin(const CSolvaneUnitOp& unit, UnitActivity activity, std::wstring& r
     return true;
 }
 
-ActivityScope::ActivityScope(CSolvaneUnitOp& unit, UnitActivity activity)
-    : unit_(unit), former_(unit.activities) {
+ActivityScope::ActivityScope(Unit& unit, UnitActivity activity) : unit_(unit), former_(unit.activities) {
     unit_.AddRef();
     unit_.activities |= bits(activity);
 }

@@ -1,6 +1,6 @@
 #include "CParameter.h"
 
-#include "CSolvaneUnitOp.h"
+#include "Unit.h"
 #include "com/VariantArray.h"
 
 #include <algorithm>
@@ -126,7 +126,7 @@ STDMETHODIMP CParameter::Reset() {
 void CParameter::markValueChanged() {
     if (!ownerUnit)
         return;
-    ownerUnit->valStatus = CAPE_NOT_VALIDATED;
+    ownerUnit->invalidate();
     ownerUnit->markChanged();
 }
 

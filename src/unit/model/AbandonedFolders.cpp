@@ -1,5 +1,6 @@
 #include "AbandonedFolders.h"
 
+#include "WorkingFolder.h"
 #include "com/Text.h"
 
 #include <array>
@@ -11,7 +12,6 @@ namespace solvane {
 
 namespace {
 
-constexpr char runScript[] = "runUnit.m";
 // How the run script begins, and the name of a folder.
 constexpr std::string_view scriptTitle = "%Solvane Unit Operation Script";
 constexpr char folderPattern[] = "{*-*-*-*-*}";
@@ -32,7 +32,7 @@ std::optional<std::string> beginningOf(const std::string& path) {
 /// Whether the run script is one of ours that no process holds. It is empty where the process ended before it
 /// could write it.
 bool isScriptAbandoned(const std::string& folder) {
-    const auto beginning = beginningOf(folder + runScript);
+    const auto beginning = beginningOf(folder + runScriptName);
     return beginning && (beginning->empty() || *beginning == scriptTitle);
 }
 
@@ -98,7 +98,7 @@ void forEachName(const std::string& pattern, bool isFolder, Body&& body) {
 } // namespace
 
 FileHandle holdWorkingFolder(const std::string& folder) {
-    return FileHandle(CreateFileA((folder + runScript).c_str(), GENERIC_READ,
+    return FileHandle(CreateFileA((folder + runScriptName).c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS, 0, nullptr));
 }
 

@@ -1,6 +1,6 @@
 #include "UserMessage.h"
 
-#include "CSolvaneUnitOp.h"
+#include "Unit.h"
 #include "com/Text.h"
 
 namespace solvane {
@@ -15,7 +15,7 @@ bool isDesktopVisible() {
 
 } // namespace
 
-void tellUser(CSolvaneUnitOp& unit, const std::string& text, const char* title, UINT style) {
+void tellUser(Unit& unit, const std::string& text, const char* title, UINT style) {
     if (isDesktopVisible())
         MessageBoxA(nullptr, text.c_str(), title, style);
     else if (const ComRef<ICapeDiagnostic> log = unit.hostLog())

@@ -6,9 +6,9 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
-/// Bits of CSolvaneUnitOp::activities.
+/// Bits of Unit::activities.
 enum class UnitActivity : unsigned {
     calculating = 1, ///< Calculate, from its validation to its end
     running = 2,     ///< a run of the script, of Calculate or of the window
@@ -19,19 +19,19 @@ enum class UnitActivity : unsigned {
 };
 
 /// Whether the unit may begin this while it does what it does. False with a text.
-[[nodiscard]] bool mayBegin(const CSolvaneUnitOp& unit, UnitActivity activity, std::wstring& refusal);
+[[nodiscard]] bool mayBegin(const Unit& unit, UnitActivity activity, std::wstring& refusal);
 
 /// An activity for its lifetime. It keeps the unit alive, and a Terminate that comes meanwhile is carried out
 /// when the outermost activity ends. The unit may be gone after that.
 class ActivityScope {
 public:
-    ActivityScope(CSolvaneUnitOp& unit, UnitActivity activity);
+    ActivityScope(Unit& unit, UnitActivity activity);
     ~ActivityScope();
     ActivityScope(const ActivityScope&) = delete;
     ActivityScope& operator=(const ActivityScope&) = delete;
 
 private:
-    CSolvaneUnitOp& unit_;
+    Unit& unit_;
     unsigned former_;
 };
 

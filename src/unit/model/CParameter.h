@@ -7,7 +7,7 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// The values of CapeParamType; the kinds of parameter that a unit can have.
 enum class ParameterKind : std::int32_t { real = 0, integer = 1, string = 2, boolean = 3 };
@@ -26,7 +26,7 @@ class CParameter : public DispatchImpl<ICapeBooleanParameterSpec>,
                    public CapeOpenBaseObject {
 public:
     /// Not counted: the unit owns its parameters. Null for a parameter that no unit made.
-    CSolvaneUnitOp* ownerUnit = nullptr;
+    Unit* ownerUnit = nullptr;
     ParameterKind parameterKind = ParameterKind::real;
     bool isInput = true;
     /// Of a real parameter only: exponents of the SI base units, in the order that ui/UnitOfMeasure.h tells;

@@ -8,7 +8,7 @@
 
 namespace solvane {
 
-class CSolvaneUnitOp;
+class Unit;
 
 /// What the script said of a product: the stream is flashed so when the script has ended.
 struct ProductSpecification {
@@ -30,7 +30,7 @@ class CPort : public DispatchImpl<ICapeUnitPort>, public CapeOpenBaseObject {
 public:
     bool isFeed = true;
     /// Not counted: the unit owns its ports. Null for a port that no unit made.
-    CSolvaneUnitOp* ownerUnit = nullptr;
+    Unit* ownerUnit = nullptr;
 
     ComRef<ICapeThermoMaterial> materialObject11;
     ComRef<ICapeThermoMaterialObject> materialObject10;

@@ -1,6 +1,6 @@
 #include "CPort.h"
 
-#include "CSolvaneUnitOp.h"
+#include "Unit.h"
 
 #include <array>
 
@@ -44,7 +44,7 @@ STDMETHODIMP CPort::Connect(IDispatch* object) {
 STDMETHODIMP CPort::Disconnect() {
     return border([&]() -> HRESULT {
         if (ownerUnit)
-            ownerUnit->valStatus = CAPE_NOT_VALIDATED;
+            ownerUnit->invalidate();
         materialObject11.reset();
         materialObject10.reset();
         compounds.reset();
