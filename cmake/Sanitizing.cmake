@@ -1,11 +1,21 @@
-# Builds that look for faults while the tests run (presets win64-ubsan and win64-guard). What they find is written
-# to the error output and to build/PRESET/findings.txt, and ends the process; tests/sanitizing has the runtime,
-# since the compiler brings none for Windows.
-set(SOLVANE_SANITIZER "" CACHE STRING "What this build looks for: undefined behaviour, misuse of the heap, or nothing")
-set_property(CACHE SOLVANE_SANITIZER PROPERTY STRINGS "" undefined heap)
+# Builds that look for faults while the tests run.
+set(SOLVANE_SANITIZER "" CACHE STRING "What this build looks for")
+set_property(CACHE SOLVANE_SANITIZER PROPERTY STRINGS "" undefined heap address)
 if(NOT SOLVANE_SANITIZER)
   return()
 endif()
+
+# What is free of Windows: undefined behaviour and misuse of memory at once, by the compiler's own runtime.
+if(NOT WIN32)
+  set(sanitizing_flags -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
+                       -fno-omit-frame-pointer)
+  add_compile_options(${sanitizing_flags} -D_GLIBCXX_ASSERTIONS)
+  add_link_options(${sanitizing_flags})
+  return()
+endif()
+
+# For Windows, the presets win64-ubsan and win64-guard. What they find is written to the error output and to
+# build/PRESET/findings.txt, and ends the process; tests/sanitizing has the runtime, since the compiler brings none.
 
 add_subdirectory(tests/sanitizing/runtime)
 link_libraries($<BUILD_INTERFACE:sanitizing>) # the text reader exports its targets, and this is not one
@@ -20,5 +30,5 @@ elseif(SOLVANE_SANITIZER STREQUAL "heap")
     add_link_options(-Wl,-u,__wrap_${function} -Wl,--wrap=${function})
   endforeach()
 else()
-  message(FATAL_ERROR "SOLVANE_SANITIZER is undefined or heap, not ${SOLVANE_SANITIZER}")
+  message(FATAL_ERROR "For Windows SOLVANE_SANITIZER is undefined or heap, not ${SOLVANE_SANITIZER}")
 endif()

@@ -1,10 +1,12 @@
-# solvane_test(name SOURCES ... LIBRARIES ...): a GoogleTest program that ctest runs under Wine.
+# solvane_test(name SOURCES ... LIBRARIES ...): a GoogleTest program that ctest runs, that of another system under Wine.
 enable_testing()
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/wine)
+if(WIN32)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/wine)
+endif()
 
 if(NOT TARGET gtest)
   set(INSTALL_GTEST OFF)
-  set(gtest_disable_pthreads ON)
+  set(gtest_disable_pthreads ${WIN32})
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 endif()
 
