@@ -10,10 +10,10 @@ else()
   set(octave_system windows32)
 endif()
 
-# mex_module(target file objects): the module `file`, below the product's folder, of an object library.
-function(mex_module target file objects)
-  add_library(${target} MODULE $<TARGET_OBJECTS:${objects}>)
-  target_link_libraries(${target} PRIVATE ${objects})
+# mex_module(target file libraries...): the module `file`, below the product's folder, of object libraries.
+function(mex_module target file)
+  add_library(${target} MODULE)
+  target_link_libraries(${target} PRIVATE ${ARGN})
   get_filename_component(folder ${file} DIRECTORY)
   get_filename_component(name ${file} NAME_WE)
   get_filename_component(ending ${file} LAST_EXT)

@@ -1,14 +1,18 @@
 # Builds that look for faults while the tests run.
 set(SOLVANE_SANITIZER "" CACHE STRING "What this build looks for")
-set_property(CACHE SOLVANE_SANITIZER PROPERTY STRINGS "" undefined heap address)
+set_property(CACHE SOLVANE_SANITIZER PROPERTY STRINGS "" undefined heap address fuzzer)
 if(NOT SOLVANE_SANITIZER)
   return()
 endif()
 
 # What is free of Windows: undefined behaviour and misuse of memory at once, by the compiler's own runtime.
+# libFuzzer also follows which way an input takes.
 if(NOT WIN32)
   set(sanitizing_flags -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
                        -fno-omit-frame-pointer)
+  if(SOLVANE_SANITIZER STREQUAL "fuzzer")
+    list(APPEND sanitizing_flags -fsanitize=fuzzer-no-link)
+  endif()
   add_compile_options(${sanitizing_flags} -D_GLIBCXX_ASSERTIONS)
   add_link_options(${sanitizing_flags})
   return()

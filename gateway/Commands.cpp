@@ -96,6 +96,10 @@ std::span<const Field> Command::usedFields() const {
     return {fields.begin(), end};
 }
 
+std::span<const Command> allCommands() {
+    return commands;
+}
+
 const Command* findCommand(std::string_view name) {
     const auto found = std::ranges::find(commands, name, &Command::name);
     return found == commands.end() ? nullptr : &*found;

@@ -31,6 +31,8 @@ struct Command {
     std::span<const Field> usedFields() const;
 };
 
+std::span<const Command> allCommands();
+
 /// Null for an unknown name. The case of letters counts, as in all of Matlab's names.
 const Command* findCommand(std::string_view name);
 

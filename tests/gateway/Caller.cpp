@@ -64,7 +64,7 @@ std::string show(const mxArray* array) {
 }
 
 mxArray* makeText(std::size_t size, std::string characters) {
-    auto* array = new mxArray{.kind = ArrayKind::text, .rows = size > 0 ? 1u : 0u, .columns = size};
+    mxArray* array = keep({.kind = ArrayKind::text, .rows = size > 0 ? 1u : 0u, .columns = size});
     array->characters = std::move(characters);
     return array;
 }
@@ -72,7 +72,7 @@ mxArray* makeText(std::size_t size, std::string characters) {
 } // namespace
 
 mxArray* matrix(std::size_t rows, std::size_t columns, std::vector<double> columnByColumn) {
-    auto* array = new mxArray{.rows = rows, .columns = columns};
+    mxArray* array = keep({.rows = rows, .columns = columns});
     array->numbers = std::move(columnByColumn);
     return array;
 }
@@ -110,7 +110,7 @@ void useGateway(StandInHooks& hooks, double compoundCount, const Arguments& phas
     hooks.raise = raise;
     hooks.globalVariable = globalVariable;
     nComp = Argument(compoundCount).array;
-    phases = new mxArray{.kind = ArrayKind::cell, .rows = 1, .columns = phaseNames.size()};
+    phases = keep({.kind = ArrayKind::cell, .rows = 1, .columns = phaseNames.size()});
     for (const Argument& name : phaseNames)
         phases->cells.push_back(name.array);
     if (mexFunction)

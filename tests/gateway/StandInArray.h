@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,16 @@ struct mxArray_tag {
 };
 using mxArray = mxArray_tag;
 
-/// What the test program hands to the stand-in libraries. Arrays are never freed: the tests are short.
+/// All arrays of a module, which live until it forgets them.
+inline std::deque<mxArray>& standInArrays() {
+    static std::deque<mxArray> arrays;
+    return arrays;
+}
+inline mxArray* keep(mxArray array) {
+    return &standInArrays().emplace_back(std::move(array));
+}
+
+/// What the test program hands to the stand-in libraries.
 struct StandInHooks {
     void (*raise)(const char* message) = nullptr;
     mxArray* (*globalVariable)(const char* name) = nullptr;

@@ -1,5 +1,6 @@
 // An interpreter's array functions as far as the gateway needs them: Matlab's, or with STAND_IN_OCTAVE under
-// plain names, with characters of one byte and without mxCreateCellMatrix.
+// plain names, with characters of one byte and, on Windows,
+// without mxCreateCellMatrix.
 #include "StandInArray.h"
 
 #ifdef STAND_IN_OCTAVE
@@ -10,7 +11,11 @@ using Character = char16_t;
 #define SIZED(name) name##_730
 #endif
 
+#ifdef _WIN32
 #define EXPORTED extern "C" __declspec(dllexport)
+#else
+#define EXPORTED extern "C"
+#endif
 
 EXPORTED bool mxIsDouble(const mxArray* a) {
     return a->kind == ArrayKind::number;
@@ -54,8 +59,7 @@ EXPORTED void* mxGetData(mxArray* a) {
 #ifdef STAND_IN_OCTAVE
 EXPORTED mxArray* mxCreateString(const char* text) {
     const std::string characters = text;
-    return new mxArray{
-        .kind = ArrayKind::text, .rows = 1, .columns = characters.size(), .characters = characters};
+    return keep({.kind = ArrayKind::text, .rows = 1, .columns = characters.size(), .characters = characters});
 }
 #endif
 
@@ -66,20 +70,20 @@ EXPORTED void SIZED(mxSetCell)(mxArray* a, std::size_t index, mxArray* value) {
     a->cells.at(index) = value;
 }
 EXPORTED mxArray* SIZED(mxCreateDoubleMatrix)(std::size_t rows, std::size_t columns, int) {
-    auto* a = new mxArray{.rows = rows, .columns = columns};
+    mxArray* a = keep({.rows = rows, .columns = columns});
     a->numbers.resize(rows * columns);
     return a;
 }
 EXPORTED mxArray* SIZED(mxCreateCharArray)(std::size_t count, const std::size_t* dimensions) {
     if (count != 2)
         return nullptr;
-    auto* a = new mxArray{.kind = ArrayKind::text, .rows = dimensions[0], .columns = dimensions[1]};
+    mxArray* a = keep({.kind = ArrayKind::text, .rows = dimensions[0], .columns = dimensions[1]});
     a->characters.resize(a->rows * a->columns * sizeof(Character));
     return a;
 }
-#ifndef STAND_IN_OCTAVE
+#if !defined STAND_IN_OCTAVE || !defined _WIN32
 EXPORTED mxArray* SIZED(mxCreateCellMatrix)(std::size_t rows, std::size_t columns) {
-    auto* a = new mxArray{.kind = ArrayKind::cell, .rows = rows, .columns = columns};
+    mxArray* a = keep({.kind = ArrayKind::cell, .rows = rows, .columns = columns});
     a->cells.resize(rows * columns);
     return a;
 }
