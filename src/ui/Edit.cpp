@@ -2,8 +2,8 @@
 
 #include "EditDlg.h"
 #include "HostWindow.h"
-#include "TabKeys.h"
-#include "WindowContext.h"
+#include "ui/controls/TabKeys.h"
+#include "ui/controls/WindowContext.h"
 #include "unit/model/Unit.h"
 
 namespace solvane {

@@ -6,7 +6,7 @@ namespace solvane {
 
 class Unit;
 
-/// Lets the user configure the unit in its window. S_OK where something was changed, S_FALSE where not.
+/// Shows the unit's window until the user closes it. Returns S_OK if the model was changed, else S_FALSE.
 HRESULT editUnit(Unit& unit);
 
 } // namespace solvane

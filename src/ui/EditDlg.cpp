@@ -1,23 +1,23 @@
 #include "EditDlg.h"
 
-#include "AboutDlg.h"
-#include "Dpi.h"
 #include "FileDialog.h"
 #include "FileNames.h"
-#include "FilesDlg.h"
 #include "HelpFile.h"
-#include "Layout.h"
-#include "MatlabDlg.h"
 #include "Messages.h"
-#include "ParameterDlg.h"
-#include "PortDlg.h"
-#include "ReportDlg.h"
 #include "com/Failure.h"
 #include "com/Module.h"
 #include "com/Text.h"
 #include "persistence/ModelContainer.h"
 #include "persistence/ModelFile.h"
 #include "resources/ResourceIds.h"
+#include "ui/controls/Dpi.h"
+#include "ui/controls/Layout.h"
+#include "ui/tabs/AboutDlg.h"
+#include "ui/tabs/FilesDlg.h"
+#include "ui/tabs/MatlabDlg.h"
+#include "ui/tabs/ParameterDlg.h"
+#include "ui/tabs/PortDlg.h"
+#include "ui/tabs/ReportDlg.h"
 #include "unit/model/Unit.h"
 
 #include <commctrl.h>
@@ -46,14 +46,14 @@ constexpr std::array<TabRow, 6> tabRows{{
     {L"About", make<CAboutDlg>},
 }};
 
-// Where the last window of the process was, for the next one, of whatever unit.
+// Where the last window of this process was: the next one opens there, whichever unit it belongs to.
 int lastTab = 0;
 RECT lastPlace{};
 
 constexpr wchar_t modelFilter[] =
     L"Solvane Unit-Operation Model files (*.SVM)\0*.svm\0All files (*.*)\0*.*\0";
 
-/// Model files are opened by their ANSI names.
+/// Model files are opened by ANSI names.
 bool isUsablePath(const std::wstring& path, std::string& error) {
     if (isInCodePage(path))
         return true;
@@ -131,8 +131,8 @@ LRESULT CEditDlg::onNotify(const NMHDR& header) {
     return 0;
 }
 
-/// The script goes as it lies in the working folder, without what is only typed into its view. An existing
-/// file is written over without a question.
+/// Saves the script as it lies in the working folder, without what is only typed into its view. Overwrites an
+/// existing file without asking.
 void CEditDlg::saveModel() {
     const FileDialog dialog{.title = L"Save model file:", .filter = modelFilter, .extension = L"svm"};
     const std::wstring path = dialog.save(window());
@@ -155,7 +155,7 @@ void CEditDlg::loadModel() {
     RefreshTabs();
 }
 
-/// The old model is gone from the start, which is a change even where no other takes its place.
+/// Discards the old model first, so even a failed load is a change.
 bool CEditDlg::replaceModel(const std::wstring& path, std::string& error) const {
     unit_.markChanged();
     return ReadModelDocument(unit_, narrow(path), error);
@@ -195,7 +195,7 @@ void CEditDlg::onSize(int width, int height) {
 std::optional<INT_PTR> CEditDlg::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_GETMINMAXINFO)
         reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest_.cx, smallest_.cy};
-    if (message == WM_DPICHANGED) { // the window has come to another screen
+    if (message == WM_DPICHANGED) { // the window moved to another screen
         const int dpi = LOWORD(wParam);
         smallest_ = {MulDiv(smallest_.cx, dpi, dpi_), MulDiv(smallest_.cy, dpi, dpi_)};
         dpi_ = dpi;
@@ -203,7 +203,7 @@ std::optional<INT_PTR> CEditDlg::onMessage(UINT message, WPARAM wParam, LPARAM l
     return std::nullopt;
 }
 
-/// The last chance of a page to find what was changed.
+/// Closing is the last chance for a page to find what was changed.
 void CEditDlg::onDestroy() {
     GetWindowRect(window(), &lastPlace);
     for (const auto& tab : tabs_)

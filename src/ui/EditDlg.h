@@ -1,21 +1,21 @@
 #pragma once
 
-#include "Tab.h"
+#include "ui/tabs/Tab.h"
 
 #include <memory>
 #include <vector>
 
 namespace solvane {
 
-/// The main window: six tabs, and the buttons to save and load a model file, for help and to close. There is
-/// no working copy: what is done in it is done.
+/// The main window: six tabs, and buttons to save and load a model file, for help and to close. There is no
+/// working copy: each action changes the unit at once.
 class CEditDlg : public Dialog {
 public:
     explicit CEditDlg(Unit& unit);
 
-    /// All tabs show the model anew.
+    /// Refreshes all tabs from the model.
     void RefreshTabs() const;
-    /// Ends the window, as Escape in any place of it does.
+    /// Closes the window, as Escape does wherever the focus is.
     void close() const { end(0); }
 
 private:
@@ -35,7 +35,7 @@ private:
     Unit& unit_;
     std::vector<std::unique_ptr<Tab>> tabs_;
     SIZE smallest_{}; ///< of the window
-    int dpi_ = 0;     ///< by which it is measured
+    int dpi_ = 0;     ///< of the screen that the layout was made for
 };
 
 } // namespace solvane

@@ -12,11 +12,11 @@ namespace solvane {
 struct FileDialog {
     const wchar_t* title;
     const wchar_t* filter;
-    const wchar_t* extension; ///< added to a name that has none; may be null
+    const wchar_t* extension; ///< added to a name without an extension; may be null
     DWORD flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
-    std::wstring start{}; ///< the name that it opens with
+    std::wstring start{}; ///< the name shown at first
 
-    // Empty where the user gave up.
+    // Empty if the user cancelled.
     std::wstring open(HWND owner) const { return ask(owner, GetOpenFileNameW); }
     std::wstring save(HWND owner) const { return ask(owner, GetSaveFileNameW); }
 

@@ -21,7 +21,7 @@ bool holds(const std::array<const wchar_t*, count>& words, std::wstring_view tex
     return std::ranges::any_of(words, [&](const wchar_t* word) { return compareNoCase(word, text) == 0; });
 }
 
-/// What follows the last point. No extension of the tables is empty.
+/// What follows the last point. The tables have no empty extension.
 std::wstring_view extensionOf(std::wstring_view name) {
     const std::size_t point = name.rfind(L'.');
     return point == std::wstring_view::npos ? std::wstring_view{} : name.substr(point + 1);

@@ -1,4 +1,4 @@
-/// What the name of a file tells that is to travel with the model. Names stand without their folder.
+/// What the name of an additional file says about it. Names do not include the folder.
 #pragma once
 
 #include <string>
@@ -6,10 +6,10 @@
 
 namespace solvane {
 
-/// A program or a library: nothing that an editor could show.
+/// A program or a library, which no editor can show.
 bool isExecutableLike(std::wstring_view name);
 
-/// A text that the system would run instead of showing it.
+/// A text that the system would run instead of show.
 bool isScriptLike(std::wstring_view name);
 
 /// Whether the unit itself keeps a file of this name in its working folder or in a model file. unitCalc.m is

@@ -14,7 +14,7 @@ namespace {
 constexpr UINT displayTopic = 0; // HH_DISPLAY_TOPIC
 using HtmlHelpFunction = HWND(WINAPI*)(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data);
 
-/// The system's viewer, asked for once a process. Null where there is none.
+/// The system's viewer, looked up once per process. Null if there is none.
 HtmlHelpFunction htmlHelp() {
     static const HtmlHelpFunction function = []() -> HtmlHelpFunction {
         const auto registered = readRegistryString(

@@ -2,7 +2,7 @@
 
 namespace solvane {
 
-/// Opens the help file that lies beside the module. False where there is none, or no viewer of such files.
+/// Opens the help file beside the module. Returns false without a help file or a viewer.
 bool openHelp();
 
 } // namespace solvane

@@ -24,7 +24,7 @@ HWND FindHostWindow() {
     HWND window = GetActiveWindow();
     if (window && IsWindowVisible(window))
         return window;
-    // The engine of Aspen Plus is a process without windows of its own; the flowsheet's is another's.
+    // Aspen Plus calculates in a process without windows; the flowsheet's window belongs to another process.
     if (toLower(GetCommandLineW()).find(L"apmain") == std::wstring::npos)
         return window;
     HWND found = nullptr;

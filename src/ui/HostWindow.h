@@ -4,7 +4,7 @@
 
 namespace solvane {
 
-/// The window of the host that owns the unit's own windows; null where there is none.
+/// The host's window, which owns the unit's windows; null if there is none.
 HWND FindHostWindow();
 
 } // namespace solvane

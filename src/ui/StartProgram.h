@@ -6,8 +6,8 @@
 
 namespace solvane {
 
-/// A running program that is ready for its user, as far as that does not take long; empty where it cannot be
-/// started. `folder` is its current one.
+/// Starts a program in the folder and waits a moment until it is ready for input. Empty if it cannot be
+/// started.
 Handle startProgram(std::wstring command, const std::wstring& folder, bool inheritsHandles);
 
 } // namespace solvane
