@@ -19,9 +19,9 @@ if(NOT WIN32)
 endif()
 
 # For Windows, the presets win64-ubsan and win64-guard. What they find is written to the error output and to
-# build/PRESET/findings.txt, and ends the process; tests/sanitizing has the runtime, since the compiler brings none.
+# build/PRESET/findings.txt, and ends the process; cmake/sanitizing has the runtime, since the compiler brings none.
 
-add_subdirectory(tests/sanitizing/runtime)
+add_subdirectory(cmake/sanitizing)
 link_libraries($<BUILD_INTERFACE:sanitizing>) # the text reader exports its targets, and this is not one
 add_link_options(-Wl,-u,__wrap_abort -Wl,--wrap=abort)
 if(SOLVANE_SANITIZER STREQUAL "undefined")

@@ -1,5 +1,5 @@
 #include "Faults.h"
-#include "runtime/Finding.h"
+#include "cmake/sanitizing/Finding.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // What becomes of an exception in a dialog or in one of its pages.
 
-#include "ui/Dialog.h"
+#include "ui/controls/Dialog.h"
 #include "UiTest.h"
 #include "com/Module.h"
 

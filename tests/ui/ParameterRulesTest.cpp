@@ -1,7 +1,7 @@
 // What a parameter's editor makes of what is typed, and unit texts.
 
-#include "ui/NumberFields.h"
-#include "ui/UnitOfMeasure.h"
+#include "ui/controls/NumberFields.h"
+#include "ui/parameters/UnitOfMeasure.h"
 
 #include <windows.h>
 
