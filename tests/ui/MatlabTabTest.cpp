@@ -6,9 +6,9 @@
 #include "UiTest.h"
 #include "com/Registry.h"
 #include "com/Text.h"
-#include "ui/tabs/ErrorPlace.h"
 #include "ui/controls/ScriptEditor.h"
 #include "ui/controls/ScriptTokens.h"
+#include "ui/tabs/ErrorPlace.h"
 
 #include <gmock/gmock.h>
 #include <richedit.h>
