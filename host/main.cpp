@@ -20,7 +20,7 @@ namespace solvane::host {
 namespace {
 
 std::string profileHelp() {
-    std::string text = "Whose habits of calling the unit are played, instead of the case's:";
+    std::string text = "How the host calls the unit, instead of the case's profile:";
     for (const Profile& profile : profiles)
         text.append("\n").append(profile.name).append(": ").append(profile.summary);
     return text;
@@ -32,7 +32,7 @@ constexpr char exitCodes[] =
     "  1  the calculation or the unit's window failed, or the doctor found something wrong\n"
     "  2  a bad command line, case or model file";
 
-/// A word that is no command is what is wrong, not that a command is missing.
+/// An unknown command is reported as such, not as a missing one.
 std::string usageFault(const CLI::App* app, const CLI::Error& fault) {
     const std::vector<const CLI::App*> commands = app->get_subcommands(nullptr);
     const auto given = std::ranges::find_if(commands, [](const CLI::App* one) { return one->parsed(); });
@@ -41,11 +41,11 @@ std::string usageFault(const CLI::App* app, const CLI::Error& fault) {
                " --help\".\n";
     const std::vector<std::string> strangers = app->remaining();
     return "error: " +
-           (strangers.empty() ? "a command is missing" : "there is no command " + strangers.front()) +
+           (strangers.empty() ? "a command is missing" : "unknown command \"" + strangers.front() + "\"") +
            "\nSee \"SolvaneHost --help\".\n";
 }
 
-/// The command line's words in UTF-8, from the last to the first, as CLI11 takes them.
+/// The command line's words in UTF-8, last to first, the order that CLI11 expects.
 std::vector<std::string> commandLineWords() {
     int count = 0;
     wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
@@ -61,15 +61,15 @@ void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
     command->add_option("case", run.casePath, "The case file (see \"SolvaneHost help-case\")")->required();
     command
         ->add_option("--generation", run.generation,
-                     "Version of CAPE-OPEN thermodynamics of the materials, instead of the case's")
+                     "CAPE-OPEN thermodynamics version of the materials, instead of the case's")
         ->check(CLI::IsMember({"1.0", "1.1"}));
     std::vector<std::string> profileNames;
     for (const Profile& profile : profiles)
         profileNames.emplace_back(profile.name);
     command->add_option("--profile", run.profile, profileHelp())->check(CLI::IsMember(profileNames));
-    command->add_option("--json", run.jsonPath, "Write the results to this JSON file as well, in SI units");
+    command->add_option("--json", run.jsonPath, "Also write the results to this JSON file, in SI units");
     command->add_flag("--verbose", run.verbose,
-                      "Print the report \"Matlab Output\" too: what the script printed");
+                      "Also print the report \"Matlab Output\": what the script printed");
     command->final_callback([&] { result = runCommand(run); });
 }
 
@@ -89,14 +89,13 @@ void addShow(CLI::App& app, ShowOptions& show, ExitCode& result) {
     command->final_callback([&] { result = showCommand(show); });
 }
 
-/// A user sits before the screen: message boxes are theirs to answer.
+/// The user at the screen answers message boxes, so the automatic answers end.
 void addEdit(CLI::App& app, EditOptions& edit, std::optional<MessageBoxes>& boxes, ExitCode& result) {
-    auto* command =
-        app.add_subcommand("edit", "Open the unit's window over a model and save what was changed");
+    auto* command = app.add_subcommand("edit", "Open the unit's window on a model and save the changes");
     command
         ->add_option("model", edit.path,
-                     "The model file (.svm), or the case file of one unit: the model then goes to the model "
-                     "file that the case names, or else to a new one beside the case")
+                     "The model file (.svm), or the case file of one unit: the model is then saved to the "
+                     "model file that the case names, or to a new one next to the case")
         ->required();
     command->final_callback([&] {
         boxes.reset();
@@ -107,17 +106,17 @@ void addEdit(CLI::App& app, EditOptions& edit, std::optional<MessageBoxes>& boxe
 void addRegister(CLI::App& app, bool& unregister, ExitCode& result) {
     auto* command = app.add_subcommand(
         "register-interfaces",
-        "Register the CAPE-OPEN type library for all users, which calls between threads and processes need");
+        "Register the CAPE-OPEN type library, which calls between threads and processes need, for all users");
     command->add_flag("--unregister", unregister, "Remove the registration instead");
     command->final_callback([&] { result = registerCommand(unregister); });
 }
 
 void addDoctor(CLI::App& app, ExitCode& result) {
-    auto* command = app.add_subcommand("doctor", "Look step by step at what the unit needs on this machine");
+    auto* command = app.add_subcommand("doctor", "Check step by step what the unit needs on this machine");
     command->footer(
-        "Looks at the unit's registration and files, the type libraries, the temporary folder, and at "
-        "Matlab or what stands for it; starts it, starts the unit and runs a script of one line. What "
-        "is wrong comes with what to do about it. Takes as long as Matlab takes to start, twice.\n\n" +
+        "Checks the unit's registration and files, the type libraries, the temporary folder, and Matlab or "
+        "its replacement; starts it, starts the unit and runs a one-line script. Each fault comes with a "
+        "remedy. Takes about twice as long as Matlab takes to start.\n\n" +
         std::string(exitCodes));
     command->final_callback([&] { result = doctorCommand(); });
 }

@@ -105,7 +105,7 @@ int runProgram(int count, char** arguments) {
     app.add_option("segment", options.segments, "Only these segments")->check(CLI::IsMember(names));
     app.add_flag("--full", options.effort.isFull, "As many of everything as proof takes: hours");
     app.add_option("--scale", options.effort.scale, "A factor on every count")->check(CLI::PositiveNumber);
-    app.add_option("--seed", options.effort.seed, "Of what is random");
+    app.add_option("--seed", options.effort.seed, "Random seed");
     app.add_option("--input", options.effort.input,
                    "Of the damaged inputs of a segment, only the one of that number");
     app.add_flag("--list", onlyLists, "Only name the segments");

@@ -8,17 +8,17 @@ constexpr std::size_t lineLength = 110;
 
 constexpr char format[] =
     R"(A case is a JSON file (UTF-8). Quantities are in SI units: K, Pa, mol/s, mole fractions, J/mol.
-One unit: what stands right of the keys explains them and is no part of the file.
+One unit (the notes to the right are not part of the file):
 
 {
-  "unit": {                          the unit operation; all keys may be left out
+  "unit": {                          the unit operation; all keys are optional
     "progId": "SolvaneUnitOperation.SolvaneUnitOp",   or a class id in braces
-    "name": "Drum"                   the name that the unit gets in the flowsheet
+    "name": "Drum"                   the unit's name in the flowsheet
   },
-  "generation": "1.1",               of the materials' thermodynamics, CAPE-OPEN 1.1 (the default) or 1.0
-  "profile": "standard",             in which order the unit is called: see "SolvaneHost run --help"
+  "generation": "1.1",               CAPE-OPEN thermodynamics of the materials, 1.1 (the default) or 1.0
+  "profile": "standard",             how the unit is called: see "SolvaneHost run --help"
   "compounds": ["methane", "ethane"],
-  "feeds": [                         each is connected to the unit's port of its name
+  "feeds": [                         each is connected to the unit's port of the same name
     { "name": "Feed",
       "temperature": 300,            two of temperature, pressure, vaporFraction
       "pressure": 2e6,
@@ -34,27 +34,27 @@ One unit: what stands right of the keys explains them and is no part of the file
       { "name": "stages", "kind": "integer", "mode": "input", "value": 5, "minimum": 1, "maximum": 50 },
       { "name": "print", "kind": "boolean", "mode": "input", "value": true },
       { "name": "method", "kind": "string", "mode": "input", "value": "fast",
-        "options": ["fast", "exact"], "restricted": true }      true, as if left out: nothing else
+        "options": ["fast", "exact"], "restricted": true }      true (the default): no other value
     ],
     "reports": ["Summary"],          reports that the script fills
     "script": "drum.m",              a file, or the list of the script's lines
-    "files": ["data.txt"],           further files that the script finds in its folder
+    "files": ["data.txt"],           more files, which the script finds in its folder
     "echo": false                    true: each command line of the script is echoed
   },
-  "parameters": { "T": 250 }         values that input parameters get once the model is loaded
+  "parameters": { "T": 250 }         values of input parameters, set after the model is loaded
 }
 
 Instead of a model written out, "model" may name a model file: "model": "drum.svm". Its ports are the file's own.
 
-Several units: each stream goes from the product of a unit to the feed of one behind it. The units are calculated
-in the order of the list.
+Several units: each stream goes from the product of a unit to the feed of a later one. The units are calculated in
+the order of the list.
 
 {
   "generation": "1.1", "profile": "standard", "compounds": ["methane", "ethane"],
   "streams": [ { "name": "S1", "temperature": 300, ... } ],     as "feeds" above
   "units": [
     { "name": "Reactor",
-      "progId": "SolvaneUnitOperation.SolvaneUnitOp",           may be left out, as above
+      "progId": "SolvaneUnitOperation.SolvaneUnitOp",           optional, as above
       "model": "reactor.svm",                                   or written out
       "parameters": { "temperature": 900 },
       "feeds": { "Feed": "S1" },                                streams by port
@@ -64,9 +64,9 @@ in the order of the list.
   ]
 }
 
-What may be left out: unit, generation, profile, model, parameters; in a model all but the script; of a parameter all
-but name, kind, mode, and for an input one of value and default.
-A dimensionality is a unit of SI units ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.
+Optional keys: unit, generation, profile, model, parameters; in a model all but the script; in a parameter all but
+name, kind, mode, and for an input one of value and default.
+A dimensionality is an SI unit ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.
 Paths are relative to the case file.
 Compounds: )";
 

@@ -1,4 +1,4 @@
-/// What a case file says, checked.
+/// The checked contents of a case file.
 #pragma once
 
 #include "Profile.h"
@@ -13,7 +13,7 @@
 
 namespace solvane::host {
 
-/// A stream that the case gives. Two of temperature, pressure and vapour fraction are given.
+/// A stream given by the case, at two of temperature, pressure and vapour fraction.
 struct FeedStream {
     std::string name{};
     std::optional<double> temperature{};   ///< K
@@ -37,7 +37,7 @@ struct ModelParameter {
     std::optional<ParameterValue> minimum{};
     std::optional<ParameterValue> maximum{};
     std::optional<ParameterValue> defaultValue{};
-    std::vector<double> dimensionality{}; ///< exponents of m, kg, s, A, K, mol, cd, rad; none: not said
+    std::vector<double> dimensionality{}; ///< exponents of m, kg, s, A, K, mol, cd, rad; empty if not stated
     std::vector<std::string> options{};
     bool restricted = false;
 };
@@ -46,10 +46,10 @@ struct ModelParameter {
 struct ModelFile {
     std::string name{}; ///< without folders
     std::string bytes{};
-    std::filesystem::path path{}; ///< where it was found; empty for what the case itself tells
+    std::filesystem::path path{}; ///< where it was found; empty for text in the case itself
 };
 
-/// What a unit is configured with, its ports aside.
+/// What a unit is configured with, except its ports.
 struct UnitModel {
     std::vector<ModelParameter> parameters{};
     std::vector<std::string> reports{};
@@ -58,7 +58,7 @@ struct UnitModel {
     bool echo = false;
 };
 
-/// A value that an input parameter of the unit gets once its model is loaded.
+/// A value for an input parameter of the unit, set after its model is loaded.
 struct ParameterSetting {
     std::string name;
     ParameterValue value;
@@ -72,7 +72,7 @@ struct PortConnection {
 struct UnitCase {
     std::string progId = "SolvaneUnitOperation.SolvaneUnitOp";
     std::string name = "Unit";
-    /// None for a unit that needs none, one that the case tells, or the file of a saved one.
+    /// No model, one written out in the case, or the file of a saved one.
     std::variant<std::monostate, UnitModel, ModelFile> model{};
     std::vector<ParameterSetting> parameters{};
     std::vector<PortConnection> feeds{};
@@ -88,7 +88,7 @@ struct Case {
     /// In the order of their calculation: each feed of a unit is one of the flowsheet or a product of a unit
     /// before it, and feeds no other unit.
     std::vector<UnitCase> units{};
-    bool isFlowsheet = false; ///< the case lists its units, be it a single one
+    bool isFlowsheet = false; ///< the case lists its units, even if only one
 };
 
 } // namespace solvane::host

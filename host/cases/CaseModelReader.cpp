@@ -11,7 +11,7 @@ namespace solvane::host {
 
 namespace {
 
-/// Names that the unit keeps for itself.
+/// Names that the unit reserves.
 constexpr std::array<std::string_view, 7> reservedFileNames{
     "calc.m", "unitCalc.m", "runUnit.m", "initRun.m", "report.txt", "unit.xml", "_unitOperationModel_.svm"};
 constexpr std::array<std::string_view, 1> reservedReports{"Matlab Output"};
@@ -32,7 +32,7 @@ bool readValue(const CasePlace& place, ParameterKind kind, ParameterValue& resul
     case ParameterKind::boolean:
         return readAs<bool>(place, result);
     case ParameterKind::text:
-        // Here alone a text may be empty.
+        // Only here may a text be empty.
         result = std::string();
         return place.value() == "" || readAs<std::string>(place, result);
     }
@@ -64,8 +64,7 @@ bool readMode(const CasePlace& parameter, bool& isInput) {
     if (!parameter.required("mode", mode))
         return false;
     isInput = mode == "input";
-    return isInput || mode == "output" ||
-           parameter.member("mode").fail("\"input\" or \"output\" is expected");
+    return isInput || mode == "output" || parameter.member("mode").fail("expected \"input\" or \"output\"");
 }
 
 /// A unit such as "W", or the list of exponents.
@@ -117,7 +116,7 @@ bool readParameters(const CasePlace& model, std::vector<ModelParameter>& paramet
         return true;
     const CasePlace list = model.member("parameters");
     if (!list.value().is_array())
-        return list.fail("a list is expected");
+        return list.fail("expected a list");
     std::vector<std::string> names;
     for (std::size_t i = 0; i < list.value().size(); ++i) {
         const CasePlace place = list.element(i);
@@ -128,10 +127,10 @@ bool readParameters(const CasePlace& model, std::vector<ModelParameter>& paramet
     return true;
 }
 
-/// That the unit does not keep the name for itself.
+/// Whether the unit does not reserve the name.
 bool isFree(const CasePlace& place, const std::string& name, std::span<const std::string_view> reserved) {
     return std::ranges::none_of(reserved, [&](std::string_view own) { return isSameName(name, own); }) ||
-           place.fail("the unit keeps the name \"" + name + "\" for itself; give another one");
+           place.fail("the unit reserves the name \"" + name + "\"; choose another one");
 }
 
 bool readReports(const CasePlace& model, std::vector<std::string>& reports) {
@@ -151,11 +150,11 @@ bool readScript(const CasePlace& place, const std::filesystem::path& folder, Mod
     if (place.value().is_string())
         return readModelFile(place, folder, script);
     if (!place.value().is_array())
-        return place.fail("the path of the script or the list of its lines is expected");
+        return place.fail("expected the path of the script or the list of its lines");
     for (std::size_t i = 0; i < place.value().size(); ++i) {
         const CasePlace line = place.element(i);
         if (!line.value().is_string())
-            return line.fail("a line in quotes is expected");
+            return line.fail("expected a line in quotes");
         script.bytes += line.value().get<std::string>() + "\r\n";
     }
     return true;
@@ -166,7 +165,7 @@ bool readFiles(const CasePlace& model, const std::filesystem::path& folder, std:
         return true;
     const CasePlace list = model.member("files");
     if (!list.value().is_array())
-        return list.fail("a list of paths is expected");
+        return list.fail("expected a list of paths");
     std::vector<std::string> names;
     for (std::size_t i = 0; i < list.value().size(); ++i) {
         const CasePlace place = list.element(i);
@@ -183,7 +182,7 @@ bool readFiles(const CasePlace& model, const std::filesystem::path& folder, std:
 bool isNewName(const CasePlace& place, const std::string& name, std::vector<std::string>& names) {
     const auto isSame = [&](const std::string& other) { return isSameName(name, other); };
     if (std::ranges::any_of(names, isSame))
-        return place.fail("the name \"" + name + "\" is taken already");
+        return place.fail("the name \"" + name + "\" is already taken");
     names.push_back(name);
     return true;
 }

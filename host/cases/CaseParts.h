@@ -1,4 +1,4 @@
-/// The parts of a case file. Each function is false with a text that names the place.
+/// The parts of a case file. Each function returns false with a text that names the place.
 #pragma once
 
 #include "CaseModel.h"
@@ -15,10 +15,10 @@ bool read(const CasePlace& place, Profile& result);
 bool read(const CasePlace& place, const Compound*& result);
 bool read(const CasePlace& place, ParameterKind& result);
 
-/// Reads a "model". The files that it names are found from `folder` and read too.
+/// Reads a "model" and the files that it names, relative to `folder`.
 bool readModel(const CasePlace& place, const std::filesystem::path& folder, UnitModel& model);
 
-/// Reads a file by its path in the case, which `folder` precedes unless it is absolute.
+/// Reads a file by its path in the case, relative to `folder` unless absolute.
 bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, ModelFile& file);
 
 /// Reads a feed, its composition in the order of `compounds`.
@@ -30,8 +30,8 @@ bool readOnlyUnit(const CasePlace& root, const std::filesystem::path& folder, Ca
 /// Reads the case's list of units, and checks that the streams go from unit to unit in the list's order.
 bool readUnits(const CasePlace& units, const std::filesystem::path& folder, Case& result);
 
-/// Adds the name to `names`; false with a text where it is there already. The unit tells no names apart by
-/// the case of their letters.
+/// Adds the name to `names`; false with a text if it is among them. Like the unit, ignores the case of
+/// letters.
 bool isNewName(const CasePlace& place, const std::string& name, std::vector<std::string>& names);
 
 } // namespace solvane::host

@@ -17,7 +17,7 @@ CasePlace CasePlace::element(std::size_t index) const {
 
 bool CasePlace::isObject(std::initializer_list<std::string_view> keys) const {
     if (!value_.is_object())
-        return fail("an object with keys in braces is expected");
+        return fail("expected an object with keys in braces");
     for (const auto& [key, value] : value_.items()) {
         if (std::ranges::find(keys, key) == keys.end())
             return fail("the key \"" + key + "\" is unknown; known keys: " + nameList(keys));
@@ -27,7 +27,7 @@ bool CasePlace::isObject(std::initializer_list<std::string_view> keys) const {
 
 bool read(const CasePlace& place, double& result) {
     if (!place.value().is_number())
-        return place.fail("a number is expected");
+        return place.fail("expected a number");
     result = place.value().get<double>();
     return true;
 }
@@ -35,21 +35,21 @@ bool read(const CasePlace& place, double& result) {
 bool read(const CasePlace& place, std::int32_t& result) {
     using Limits = std::numeric_limits<std::int32_t>;
     if (!place.value().is_number_integer() || place.value() > Limits::max() || place.value() < Limits::min())
-        return place.fail("a whole number of at most 32 bits is expected");
+        return place.fail("expected a whole number of at most 32 bits");
     result = place.value().get<std::int32_t>();
     return true;
 }
 
 bool read(const CasePlace& place, bool& result) {
     if (!place.value().is_boolean())
-        return place.fail("true or false is expected");
+        return place.fail("expected true or false");
     result = place.value().get<bool>();
     return true;
 }
 
 bool read(const CasePlace& place, std::string& result) {
     if (!place.value().is_string() || place.value().get_ref<const std::string&>().empty())
-        return place.fail("a text in quotes that is not empty is expected");
+        return place.fail("expected a non-empty text in quotes");
     result = place.value().get<std::string>();
     return true;
 }

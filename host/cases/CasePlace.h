@@ -1,4 +1,4 @@
-/// Reading JSON values by type, with messages that name the place.
+/// Reads JSON values by type, with messages that name the place.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -12,11 +12,11 @@
 
 namespace solvane::host {
 
-/// Keeps the order of an object's keys: that of the ports.
+/// Keeps the order of an object's keys, which is that of the ports.
 using CaseJson = nlohmann::ordered_json;
 
-/// A value of a case file with its path, as `feeds["Feed"].composition.methane`. It refers to the value and
-/// to the text of errors, which outlive it.
+/// A value of a case file with its path, such as `feeds["Feed"].composition.methane`. The value and the
+/// error text must outlive it.
 class CasePlace {
 public:
     CasePlace(const CaseJson& value, std::string path, std::string& error)
@@ -33,13 +33,13 @@ public:
     CasePlace member(const std::string& key) const {
         return {value_.at(key), path_.empty() ? key : path_ + "." + key, error_};
     }
-    /// In the path an element has its "name", where it has one, and else its index from 0.
+    /// In the path an element appears by its "name" or, without one, by its index from 0.
     CasePlace element(std::size_t index) const;
 
-    /// That the value is an object which has no other keys than these.
+    /// Whether the value is an object with no keys but these.
     bool isObject(std::initializer_list<std::string_view> keys) const;
 
-    /// Reads the value of a key into `result`, which a missing key leaves as it is.
+    /// Reads the value of a key into `result`; a missing key leaves it unchanged.
     template <class T>
     bool optional(const char* key, T& result) const {
         return !value_.contains(key) || read(member(key), result);
@@ -72,7 +72,7 @@ bool read(const CasePlace& place, std::optional<T>& result) {
 template <class T>
 bool read(const CasePlace& place, std::vector<T>& result) {
     if (!place.value().is_array())
-        return place.fail("a list is expected");
+        return place.fail("expected a list");
     for (std::size_t i = 0; i < place.value().size(); ++i)
         if (!read(place.element(i), result.emplace_back()))
             return false;

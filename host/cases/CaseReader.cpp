@@ -10,14 +10,14 @@ namespace solvane::host {
 
 namespace {
 
-/// nlohmann's text for what is wrong, behind `end` of its own words for the kind or the place.
+/// nlohmann's description of a fault, without its prefix for the kind or the place, which ends with `end`.
 std::string faultText(const nlohmann::json::exception& fault, std::string_view end) {
     std::string text = fault.what();
     const auto ownWords = text.find(end);
     return ownWords == std::string::npos ? text : text.substr(ownWords + end.size());
 }
 
-/// An editor's other encodings, in which no JSON parser finds sense.
+/// Some editors save in this encoding, which the JSON parser cannot read.
 bool isUtf16(std::string_view text) {
     return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
@@ -26,17 +26,17 @@ bool isUtf16(std::string_view text) {
 std::string lineAndColumn(std::string_view text, std::size_t byte) {
     const std::string_view before = text.substr(0, std::min(byte > 0 ? byte - 1 : 0, text.size()));
     const auto line = std::ranges::count(before, '\n') + 1;
-    const auto lineStart = before.rfind('\n') + 1; // 0 where there is no line end before
+    const auto lineStart = before.rfind('\n') + 1; // 0 on the first line
     return std::to_string(line) + ":" + std::to_string(before.size() - lineStart + 1);
 }
 
-/// Reads the streams that a case gives, which is a list under `key`.
+/// Reads the list of given streams under `key`.
 bool readFeeds(const CasePlace& root, const char* key, Case& result) {
     if (!root.value().contains(key))
         return root.fail(std::string("the key \"") + key + "\" is missing");
     const CasePlace feeds = root.member(key);
     if (!feeds.value().is_array())
-        return feeds.fail("a list is expected");
+        return feeds.fail("expected a list");
     std::vector<std::string> names;
     for (std::size_t i = 0; i < feeds.value().size(); ++i) {
         const CasePlace feed = feeds.element(i);
@@ -52,7 +52,7 @@ bool readCompounds(const CasePlace& root, Case& result) {
         return false;
     const CasePlace place = root.member("compounds");
     if (result.compounds.empty())
-        return place.fail("at least one compound is expected");
+        return place.fail("expected at least one compound");
     std::vector<std::string> names;
     for (std::size_t i = 0; i < result.compounds.size(); ++i)
         if (!isNewName(place.element(i), std::string(result.compounds[i]->name), names))
@@ -82,7 +82,7 @@ bool read(const CasePlace& place, Generation& result) {
             result = generation;
             return true;
         }
-    return place.fail("\"1.0\" or \"1.1\" is expected");
+    return place.fail("expected \"1.0\" or \"1.1\"");
 }
 
 bool read(const CasePlace& place, Profile& result) {
@@ -123,7 +123,7 @@ bool readCase(std::string_view path, Case& result, std::string& error) {
         error = pathText(file) + ": " + error;
     } catch (const nlohmann::json::parse_error& fault) {
         error = pathText(file) + ":" + lineAndColumn(text, fault.byte) + ": " + faultText(fault, ": ");
-    } catch (const nlohmann::json::out_of_range& fault) { // a number beyond all that a double can be
+    } catch (const nlohmann::json::out_of_range& fault) { // a number beyond the range of a double
         error = pathText(file) + ": " + faultText(fault, "] ");
     }
     return false;

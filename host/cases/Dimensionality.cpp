@@ -39,7 +39,7 @@ constexpr std::array units{
 };
 // clang-format on
 
-/// Units of several factors that are written so rather than in base units.
+/// Units that are usually written as such and not in base units.
 constexpr std::array<std::string_view, 6> usualQuotients{"J/mol", "J/mol/K", "W/m2/K",
                                                          "W/m/K", "Pa s",    "J/kg"};
 
@@ -95,21 +95,21 @@ std::optional<std::vector<double>> parseUnit(std::string_view unit) {
 std::string unitText(std::span<const double> exponents) {
     if (std::ranges::all_of(exponents, [](double exponent) { return exponent == 0; }))
         return {};
-    Exponents wanted{};
-    std::ranges::copy(exponents.first(std::min(exponents.size(), dimensionCount)), wanted.begin());
-    const auto unit = std::ranges::find(units, wanted, &Unit::exponents);
+    Exponents padded{};
+    std::ranges::copy(exponents.first(std::min(exponents.size(), dimensionCount)), padded.begin());
+    const auto unit = std::ranges::find(units, padded, &Unit::exponents);
     if (unit != units.end())
         return std::string(unit->symbol);
     for (const std::string_view quotient : usualQuotients)
-        if (std::ranges::equal(*parseUnit(quotient), wanted))
+        if (std::ranges::equal(*parseUnit(quotient), padded))
             return std::string(quotient);
     std::string text;
     for (std::size_t i = 0; i < dimensionCount; ++i) {
-        if (wanted[i] == 0)
+        if (padded[i] == 0)
             continue;
         text.append(text.empty() ? "" : " ").append(units[i].symbol);
-        if (wanted[i] != 1)
-            text += numberText(wanted[i]);
+        if (padded[i] != 1)
+            text += numberText(padded[i]);
     }
     return text;
 }

@@ -9,11 +9,11 @@
 
 namespace solvane::host {
 
-/// The exponents of a unit: powers of SI units such as "J/mol/K", "kg m2 s-3", "1", where a stroke divides by
-/// the one factor behind it. Nothing for a unit that is not known.
+/// The exponents of a unit: powers of SI units such as "J/mol/K", "kg m2 s-3", "1", where a slash divides by
+/// the single factor after it. Nothing for an unknown unit.
 std::optional<std::vector<double>> parseUnit(std::string_view unit);
 
-/// The unit with these exponents, one of the usual ones where it fits. Empty where all are 0, or none given.
+/// The unit with these exponents, preferably one of the usual ones. Empty if all are 0 or none is given.
 std::string unitText(std::span<const double> exponents);
 
 } // namespace solvane::host

@@ -22,7 +22,7 @@ std::string numberText(double number) {
 bool readComposition(const CasePlace& place, const std::vector<const Compound*>& compounds,
                      std::vector<double>& fractions) {
     if (!place.value().is_object())
-        return place.fail("an object of mole fractions by compound is expected");
+        return place.fail("expected an object of mole fractions by compound");
     fractions.assign(compounds.size(), 0.0);
     double sum = 0;
     for (const auto& [name, value] : place.value().items()) {
@@ -47,7 +47,7 @@ bool readComposition(const CasePlace& place, const std::vector<const Compound*>&
 
 bool isPositive(const CasePlace& place, const char* key, std::optional<double> number, const char* unit) {
     return !number || *number > 0 ||
-           place.member(key).fail(std::string("a number above 0 is expected, in ") + unit);
+           place.member(key).fail(std::string("expected a number above 0, in ") + unit);
 }
 
 } // namespace
@@ -60,9 +60,9 @@ bool readFeed(const CasePlace& place, const std::vector<const Compound*>& compou
         !isPositive(place, "pressure", feed.pressure, "Pa"))
         return false;
     if (feed.temperature.has_value() + feed.pressure.has_value() + feed.vaporFraction.has_value() != 2)
-        return place.fail("two of \"temperature\", \"pressure\" and \"vaporFraction\" are expected");
+        return place.fail("expected two of \"temperature\", \"pressure\" and \"vaporFraction\"");
     if (feed.vaporFraction && !(*feed.vaporFraction >= 0 && *feed.vaporFraction <= 1))
-        return place.member("vaporFraction").fail("a number from 0 to 1 is expected");
+        return place.member("vaporFraction").fail("expected a number from 0 to 1");
     if (feed.flow < 0)
         return place.member("flow").fail("a flow cannot be negative");
     if (!place.value().contains("composition"))

@@ -21,7 +21,7 @@ std::string whyUnreadable(const std::filesystem::path& path) {
         return "does not exist";
     if (std::filesystem::is_directory(path, fault))
         return "is a folder";
-    return "cannot be opened: look at its access rights, and whether another program has it open";
+    return "cannot be opened: check its access rights, and whether another program has it open";
 }
 
 std::string whyUnwritable(const std::filesystem::path& path) {
@@ -31,11 +31,11 @@ std::string whyUnwritable(const std::filesystem::path& path) {
         return "there is no folder " + pathText(folder);
     if (std::filesystem::is_directory(path, fault))
         return "it is a folder";
-    return "look at the access rights and the room of its folder, and whether another program has it open";
+    return "check the access rights and free space of its folder, and whether another program has it open";
 }
 
-/// For a file until all of it is written: no longer than the path itself, which may be as long as the system
-/// takes, and never a file that is there.
+/// A path for the file until it is complete: no longer than the path itself, which may have the longest
+/// length that the system accepts, and never that of an existing file.
 std::filesystem::path unusedPathBeside(const std::filesystem::path& path) {
     std::wstring beside = path.wstring();
     std::error_code fault;
@@ -67,7 +67,7 @@ bool readFile(const std::filesystem::path& path, std::string& bytes, std::string
         error = "the file " + pathText(path) + " " + whyUnreadable(path);
         return false;
     }
-    // By pieces: an iterator over the file throws where reading fails.
+    // In pieces: a stream iterator throws if reading fails.
     bytes.clear();
     std::array<char, 0x10000> piece;
     while (file.read(piece.data(), piece.size()) || file.gcount() > 0)

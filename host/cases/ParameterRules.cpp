@@ -51,7 +51,7 @@ bool read(const CasePlace& place, ParameterKind& result) {
         return false;
     const auto known = std::ranges::find(kindNames, name, &KindName::name);
     if (known == kindNames.end())
-        return place.fail("\"real\", \"integer\", \"boolean\" or \"string\" is expected");
+        return place.fail("expected \"real\", \"integer\", \"boolean\" or \"string\"");
     result = known->kind;
     return true;
 }
@@ -69,8 +69,7 @@ std::string limitFault(const ModelParameter& parameter, const ParameterValue& va
     if (!text || !parameter.restricted ||
         std::ranges::find(parameter.options, *text) != parameter.options.end())
         return {};
-    return "the value is not one of the options, which are written in the same letters: " +
-           nameList(parameter.options);
+    return "the value is not one of the options (case-sensitive): " + nameList(parameter.options);
 }
 
 } // namespace solvane::host

@@ -1,4 +1,4 @@
-/// What case files and units agree on about parameters: kinds, names, and limits.
+/// The rules on parameters that case files and units share: kinds, names and limits.
 #pragma once
 
 #include "CaseModel.h"
@@ -8,17 +8,17 @@
 
 namespace solvane::host {
 
-/// The word of case files for a kind, as "integer".
+/// The kind as case files spell it, such as "integer".
 std::string_view kindName(ParameterKind kind);
 
-/// A parameter's value, a number with six digits; "?" for none.
+/// A parameter's value, a number with six digits; "?" for no value.
 std::string valueText(const std::optional<ParameterValue>& value);
 
-/// The unit tells no names apart by the case of their letters.
+/// Like the unit, ignores the case of letters.
 bool isSameName(std::string_view left, std::string_view right);
 
-/// What is wrong with a value of the parameter's kind: it lies beyond a bound or is not one of the options.
-/// Empty where it is a good one.
+/// The fault of a value of the parameter's kind: it lies beyond a bound or is not one of the options. Empty
+/// for a valid one.
 std::string limitFault(const ModelParameter& parameter, const ParameterValue& value);
 
 } // namespace solvane::host

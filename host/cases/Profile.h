@@ -1,4 +1,4 @@
-/// How a host calls a unit, and what its materials are like: the habits of real hosts.
+/// How a host calls a unit and how its materials behave: the habits of real hosts.
 #pragma once
 
 #include "materials/MaterialHabits.h"
@@ -12,19 +12,19 @@ namespace solvane::host {
 
 enum class StartupStep { context, load, initialize };
 
-/// What a host calls from inside the unit's Calculate.
+/// What a host calls during the unit's Calculate.
 enum class ReentrantCall { look, validate, save, calculate, terminate, release };
 
 struct Profile {
     std::string_view name;
     std::string_view summary;
-    std::array<StartupStep, 3> startup; ///< what follows the creation
+    std::array<StartupStep, 3> startup; ///< after the creation
     bool reconnects;                    ///< disconnects and connects all ports around every call
     bool calculatesOnWorker;            ///< on a thread of the multi-threaded apartment, through proxies
     bool terminates;                    ///< calls Terminate before it releases the unit
     MaterialRules materials{};
     std::span<const ReentrantCall> reentrantCalls{}; ///< in the first material call
-    bool reentersWhilePainting = false;              ///< also, or instead where that comes first
+    bool reentersWhilePainting = false;              ///< additionally, or instead if that comes first
 };
 
 using enum StartupStep;
@@ -34,23 +34,23 @@ inline constexpr std::array harmlessCalls{ReentrantCall::look, ReentrantCall::va
 inline constexpr std::array terminateCall{ReentrantCall::terminate};
 inline constexpr std::array releaseCall{ReentrantCall::release};
 
-/// The first is what a case has that names none.
+/// The first is the default.
 inline constexpr std::array profiles{
     Profile{.name = "standard",
-            .summary = "the standard's own order: context, load, Initialize",
+            .summary = "the order of the standard: context, load, Initialize",
             .startup = {context, load, initialize},
             .reconnects = false,
             .calculatesOnWorker = false,
             .terminates = true},
     Profile{.name = "ui-thread-and-worker",
             .summary =
-                "made on a thread with a message loop, calculated from a worker thread through proxies",
+                "created on a thread with a message loop, calculated from a worker thread through proxies",
             .startup = {initialize, context, load},
             .reconnects = false,
             .calculatesOnWorker = true,
             .terminates = true},
     Profile{.name = "early",
-            .summary = "loads before it gives a context, and never calls Terminate",
+            .summary = "loads before it sets a context, and never calls Terminate",
             .startup = {load, initialize, context},
             .reconnects = false,
             .calculatesOnWorker = false,
@@ -63,7 +63,7 @@ inline constexpr std::array profiles{
             .terminates = true},
     Profile{.name = "strict",
             .summary =
-                "materials refuse absent phases, other bases than \"mole\", fractions that do not sum to 1",
+                "materials reject absent phases, bases other than \"mole\", fractions that do not sum to 1",
             .startup = {context, load, initialize},
             .reconnects = false,
             .calculatesOnWorker = false,
@@ -77,7 +77,7 @@ inline constexpr std::array profiles{
             .terminates = true,
             .materials = {.liquidFirst = true}},
     Profile{.name = "reentrant",
-            .summary = "reads, validates, saves and calculates the unit from inside its calculation",
+            .summary = "reads, validates, saves and calculates the unit during its calculation",
             .startup = {context, load, initialize},
             .reconnects = false,
             .calculatesOnWorker = false,
@@ -85,7 +85,7 @@ inline constexpr std::array profiles{
             .reentrantCalls = harmlessCalls,
             .reentersWhilePainting = true},
     Profile{.name = "reentrant-terminate",
-            .summary = "calls Terminate from inside a material call; the calculation fails then",
+            .summary = "calls Terminate during a material call; the calculation then fails",
             .startup = {context, load, initialize},
             .reconnects = false,
             .calculatesOnWorker = false,
@@ -93,7 +93,7 @@ inline constexpr std::array profiles{
             .reentrantCalls = terminateCall},
     Profile{.name = "reentrant-release",
             .summary =
-                "releases the unit while it paints within the calculation, and reads nothing from it then",
+                "releases the unit while painting during its calculation, and then reads nothing from it",
             .startup = {context, load, initialize},
             .reconnects = false,
             .calculatesOnWorker = false,
@@ -102,7 +102,7 @@ inline constexpr std::array profiles{
             .reentersWhilePainting = true},
 };
 
-/// Null where there is none of that name.
+/// Null for an unknown name.
 constexpr const Profile* findProfile(std::string_view name) {
     const auto found = std::ranges::find(profiles, name, &Profile::name);
     return found == profiles.end() ? nullptr : &*found;

@@ -21,12 +21,12 @@ bool readSetting(const CasePlace& place, ParameterValue& value) {
     if (json.is_number())
         return read(place, value.emplace<double>());
     if (!json.is_string())
-        return place.fail("a number, true, false or a text in quotes is expected");
+        return place.fail("expected a number, true, false or a text in quotes");
     value = json.get<std::string>(); // which may be empty
     return true;
 }
 
-/// What the only unit of a case and one of several have alike: "model" and "parameters".
+/// Reads what the only unit of a case and one of several share: "model" and "parameters".
 bool readConfiguration(const CasePlace& place, const std::filesystem::path& folder, UnitCase& unit) {
     if (place.value().contains("model") && !readUnitModel(place.member("model"), folder, unit))
         return false;
@@ -34,7 +34,7 @@ bool readConfiguration(const CasePlace& place, const std::filesystem::path& fold
         return true;
     const CasePlace settings = place.member("parameters");
     if (!settings.value().is_object())
-        return settings.fail("an object of values by parameter is expected");
+        return settings.fail("expected an object of values by parameter");
     for (const auto& [name, value] : settings.value().items()) {
         ParameterSetting& setting = unit.parameters.emplace_back();
         setting.name = name;
@@ -44,7 +44,7 @@ bool readConfiguration(const CasePlace& place, const std::filesystem::path& fold
     return true;
 }
 
-/// The streams that a unit can still be fed with, and all names that are taken.
+/// The streams that no unit is fed with yet, and all names in use.
 struct Streams {
     std::vector<std::string> names;
     std::vector<std::string> unused;
@@ -55,7 +55,7 @@ bool readPorts(const CasePlace& unit, const char* key, std::vector<PortConnectio
         return true;
     const CasePlace place = unit.member(key);
     if (!place.value().is_object())
-        return place.fail("an object of streams by port is expected");
+        return place.fail("expected an object of streams by port");
     for (const auto& [port, stream] : place.value().items())
         if (!read(place.member(port), ports.emplace_back(PortConnection{port, {}}).stream))
             return false;
@@ -71,11 +71,11 @@ bool takeFeed(const CasePlace& place, const std::string& unit, const std::string
     const bool isKnown = std::ranges::find(streams.names, stream) != streams.names.end();
     return place.fail(
         "the stream \"" + stream + "\" " +
-        (isKnown ? "feeds another port already"
+        (isKnown ? "already feeds another port"
                  : "is neither given in \"streams\" nor a product of a unit before \"" + unit + "\""));
 }
 
-/// A unit of several.
+/// Reads one of several units.
 bool readUnit(const CasePlace& place, const std::filesystem::path& folder, Streams& streams, UnitCase& unit) {
     if (!place.isObject({"name", "progId", "model", "parameters", "feeds", "products"}) ||
         !place.required("name", unit.name) || !place.optional("progId", unit.progId) ||
@@ -120,7 +120,7 @@ bool readOnlyUnit(const CasePlace& root, const std::filesystem::path& folder, Ca
 
 bool readUnits(const CasePlace& units, const std::filesystem::path& folder, Case& result) {
     if (!units.value().is_array() || units.value().empty())
-        return units.fail("a list of at least one unit is expected");
+        return units.fail("expected a list of at least one unit");
     Streams streams;
     for (const FeedStream& feed : result.feeds)
         streams.names.push_back(feed.name);

@@ -16,7 +16,7 @@ ExitCode complain(Fault fault, const std::string& error) {
     if (fault != Fault::machine)
         return complain(fault == Fault::model ? badUsage : calculationFailed, error);
     return complain(calculationFailed,
-                    error + "\n\"SolvaneHost doctor\" tells what is wrong with this machine, and "
+                    error + "\n\"SolvaneHost doctor\" shows what is wrong with this machine and "
                             "what to do.");
 }
 

@@ -1,4 +1,4 @@
-/// What all commands print alike.
+/// Printing that all commands share.
 #pragma once
 
 #include "results/Fault.h"
@@ -9,19 +9,19 @@
 
 namespace solvane::host {
 
-/// A bad case or model file is bad usage too.
+/// A bad case or model file counts as bad usage.
 enum ExitCode { ok = 0, calculationFailed = 1, badUsage = 2 };
 
 /// Texts are UTF-8.
 void print(std::FILE* stream, std::string_view text);
 
-/// Prints an error to stderr; the result is `code`.
+/// Prints an error to stderr and returns `code`.
 ExitCode complain(ExitCode code, const std::string& error);
 
-/// With the exit code for that fault, and for the machine's with where to look further.
+/// Returns the exit code for that fault; for one of the machine it also prints what to do next.
 ExitCode complain(Fault fault, const std::string& error);
 
-/// Prints to stderr what a unit has to say.
+/// Prints a unit's log line to stderr.
 void printUnitLine(std::string_view unit, std::string_view line);
 
 } // namespace solvane::host

@@ -16,7 +16,7 @@ std::string padded(std::string text, std::size_t width) {
     return text;
 }
 
-/// The first of the steps that this one needs and that is not right; null where there is none.
+/// The first step that this one needs and that failed; null if there is none.
 const char* hindrance(const Check& check, const std::vector<std::string>& notRight) {
     const auto found = std::ranges::find_if(
         check.needs, [&](const char* need) { return std::ranges::find(notRight, need) != notRight.end(); });
@@ -29,7 +29,7 @@ ExitCode doctorCommand() {
     Machine machine;
     std::vector<std::string> notRight;
     for (const Check& check : checks()) {
-        print(stdout, padded(check.name, nameWidth)); // first, since a step may take its time
+        print(stdout, padded(check.name, nameWidth)); // first, since a step may take long
         if (const char* need = hindrance(check, notRight)) {
             print(stdout, "skipped  needs the step \"" + std::string(need) + "\"\n");
             notRight.emplace_back(check.name);

@@ -12,7 +12,7 @@ namespace solvane::host {
 
 namespace {
 
-/// A model, and the file that it goes to once it is changed.
+/// A model, and the file that it is saved to after a change.
 struct EditedModel {
     UnitCase unit{};
     Profile profile = profiles.front();
@@ -27,8 +27,8 @@ bool readModelFile(const std::filesystem::path& path, EditedModel& model, std::s
     return readFile(path, file.bytes, error);
 }
 
-/// What a case itself tells is not written back into it; its model goes to a file beside it. One that is
-/// there already may be the work of an earlier time.
+/// A model written out in the case is not written back into it but to a file beside it. A file that already
+/// exists may be earlier work.
 bool readModelOfCase(const std::string& casePath, EditedModel& model, std::string& error) {
     Case flowsheet;
     if (!readCase(casePath, flowsheet, error))
@@ -47,7 +47,7 @@ bool readModelOfCase(const std::string& casePath, EditedModel& model, std::strin
     model.target = filePath(casePath).replace_extension(L".svm");
     if (std::error_code fault; std::filesystem::exists(model.target, fault)) {
         error = casePath + ": the changed model would go to " + pathText(model.target) +
-                ", which exists; edit that file, or take it away";
+                ", which exists; edit or remove that file";
         return false;
     }
     return true;
@@ -57,8 +57,7 @@ bool isModelFile(const std::filesystem::path& path) {
     return compareNoCase(path.extension().wstring(), L".svm") == 0;
 }
 
-/// Nobody sees the windows of a service; under Wine they need an X display, or there are none, or they are
-/// shown nowhere.
+/// Nobody sees the windows of a service. Under Wine they need an X display.
 bool hasScreen() {
     USEROBJECTFLAGS flags{};
     if (!GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) ||
@@ -75,8 +74,8 @@ bool save(ICapeUnit* unit, const std::filesystem::path& target, std::string& err
     return saveModelFile(unit, bytes, error) && writeFile(target, bytes, error);
 }
 
-/// Opens the window. It opens again where the model cannot be saved as it is, so that no work is lost, until
-/// it can or the user changes nothing more.
+/// Opens the window. It opens again if the model cannot be saved, so that no work is lost, until the model
+/// can be saved or the user makes no more changes.
 ExitCode edit(ICapeUnit* unit, const EditedModel& model) {
     const auto utilities = queryInterface<ICapeUtilities>(unit);
     for (std::string unsaved;;) {
@@ -91,12 +90,13 @@ ExitCode edit(ICapeUnit* unit, const EditedModel& model) {
         }
         if (save(unit, model.target, unsaved))
             break;
-        complain(calculationFailed, unsaved + "\nThe window opens again: the model can be put right there.");
+        complain(calculationFailed, unsaved + "\nThe window opens again, so that you can correct the model.");
     }
     const std::string name = pathText(model.target.filename());
     print(stdout, "Saved the model to " + pathText(model.target) + "\n");
     if (model.isNewFile)
-        print(stdout, "The case stays as it is: with \"model\": \"" + name + "\" it uses this one.\n");
+        print(stdout,
+              "The case file is unchanged; set \"model\": \"" + name + "\" in it to use this model.\n");
     return ok;
 }
 
@@ -112,8 +112,8 @@ ExitCode editCommand(const EditOptions& options) {
     if (!hasScreen())
         return complain(
             calculationFailed,
-            "there is no screen to show the unit's window on: call this from a desktop, not from a service" +
-                std::string(isWine() ? "; under Wine, with DISPLAY set" : ""));
+            "there is no screen to show the unit's window on: run this from a desktop, not from a service" +
+                std::string(isWine() ? "; under Wine, set DISPLAY" : ""));
     UnitSession session(model.unit, model.profile);
     if (!session.start([&](std::string_view line) { printUnitLine(model.unit.name, line); }, error))
         return complain(session.fault(), options.path + ": " + error);

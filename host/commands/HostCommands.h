@@ -1,4 +1,4 @@
-/// The commands of SolvaneHost, behind the command line. Paths are UTF-8.
+/// The commands of SolvaneHost, after the command line is parsed. Paths are UTF-8.
 #pragma once
 
 #include "Console.h"
@@ -11,8 +11,8 @@ struct RunOptions {
     std::string casePath;
     std::string generation; ///< "1.0" or "1.1"; empty for the case's own
     std::string profile;    ///< the name of one of `profiles`; empty for the case's own
-    std::string jsonPath;   ///< where the results go too; empty for nowhere
-    bool verbose = false;   ///< what Matlab printed is printed too
+    std::string jsonPath;   ///< also receives the results; empty for none
+    bool verbose = false;   ///< also prints what Matlab printed
 };
 
 /// Calculates a case and prints its streams and reports.
@@ -31,7 +31,7 @@ struct ShowOptions {
     bool json = false;
 };
 
-/// Prints what the unit makes of a model file.
+/// Prints a model file as the unit reads it.
 ExitCode showCommand(const ShowOptions& options);
 
 struct EditOptions {
@@ -41,10 +41,10 @@ struct EditOptions {
 /// Opens the unit's window and writes the changed model to its file.
 ExitCode editCommand(const EditOptions& options);
 
-/// Registers the CAPE-OPEN type library for all users, or takes its registration back.
+/// Registers the CAPE-OPEN type library for all users, or removes its registration.
 ExitCode registerCommand(bool unregister);
 
-/// Prints step by step what is right and wrong with this machine, and what to do.
+/// Checks this machine step by step, and prints what is wrong and what to do.
 ExitCode doctorCommand();
 
 } // namespace solvane::host

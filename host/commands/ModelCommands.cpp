@@ -12,7 +12,7 @@ namespace solvane::host {
 
 namespace {
 
-/// A unit that is made for its model alone, in the standard's own order.
+/// Starts a unit that is created only for its model, in the order of the standard.
 bool start(UnitSession& session, const UnitCase& unit, std::string& error) {
     return session.start([&](std::string_view line) { printUnitLine(unit.name, line); }, error);
 }
@@ -21,16 +21,16 @@ bool isAscii(const std::string& name) {
     return std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// A model file holds names in the code page of the machine that writes it.
+/// A model file stores names in the code page of the machine that writes it.
 void warnOfNames(ICapeUnit* unit, const std::string& modelPath) {
     ModelDescription description;
     std::string error;
     if (!describeModel(unit, description, error))
-        return; // the file is written all the same
+        return; // the file is written nevertheless
     for (const ModelFile& file : description.model.files)
         if (!isAscii(file.name))
             print(stderr, "warning: " + modelPath + ": the name of the file \"" + file.name +
-                              "\" has letters beyond ASCII, which another machine may not read back; rename "
+                              "\" has letters beyond ASCII, which another machine may misread; rename "
                               "the file, also in the script\n");
 }
 
@@ -42,18 +42,18 @@ ExitCode saveCommand(const SaveOptions& options) {
     if (!readCase(options.casePath, flowsheet, error))
         return complain(badUsage, error);
     const UnitCase& unit = flowsheet.units.front();
-    const auto refuse = [&](const std::string& why) {
+    const auto reject = [&](const std::string& why) {
         return complain(badUsage, options.casePath + ": " + why);
     };
     if (flowsheet.isFlowsheet)
-        return refuse("the case lists units; a model file holds the model of a case of one unit");
+        return reject("the case lists units; a model file holds the model of a case of one unit");
     if (std::holds_alternative<std::monostate>(unit.model))
-        return refuse("the case has no \"model\" to save");
+        return reject("the case has no \"model\" to save");
     UnitSession session(unit, profiles.front());
     if (!start(session, unit, error))
         return complain(session.fault(), options.casePath + ": the model cannot be saved: " + error);
     if (!saveModelFile(session.unit(), bytes, error))
-        return refuse("the model cannot be saved: " + error);
+        return reject("the model cannot be saved: " + error);
     if (!writeFile(filePath(options.modelPath), bytes, error))
         return complain(badUsage, error);
     warnOfNames(session.unit(), options.modelPath);

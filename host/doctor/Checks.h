@@ -1,4 +1,4 @@
-/// What a machine needs to run the unit, looked at step by step.
+/// Checks step by step what the unit needs on a machine.
 #pragma once
 
 #include "com/ComRef.h"
@@ -12,7 +12,7 @@
 
 namespace solvane::host {
 
-/// What the steps find, for those behind them. A step may read what the steps that it needs have set.
+/// What the steps find, for later steps. A step may read what the steps that it needs have set.
 struct Machine {
     CLSID unitClass{};
     std::filesystem::path unitFolder{};
@@ -28,7 +28,7 @@ struct Machine {
 /// What a step saw. Texts are UTF-8.
 struct Finding {
     std::string text;
-    std::string remedy; ///< what to do; empty where all is right
+    std::string remedy; ///< what to do; empty if all is right
 
     bool isRight() const { return remedy.empty(); }
 };
@@ -36,10 +36,10 @@ struct Finding {
 struct Check {
     const char* name;
     Finding (*look)(Machine& machine);
-    std::vector<const char*> needs; ///< names of steps before this one, without which it cannot be looked at
+    std::vector<const char*> needs; ///< names of earlier steps that must be right before this one
 };
 
-/// In the order in which they are looked at.
+/// In the order of their execution.
 std::span<const Check> checks();
 
 } // namespace solvane::host

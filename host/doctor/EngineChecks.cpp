@@ -42,18 +42,17 @@ bool isOctaveServer(const std::filesystem::path& program) {
 Finding engineFault(const Machine& machine, const std::string& reason) {
     const std::string text = "It does not start: ";
     if (!isOctaveServer(machine.engineProgram))
-        return {text + reason,
-                std::string("Start Matlab by hand and look at its licence. ") + registerEngine};
+        return {text + reason, std::string("Start Matlab by hand and check its licence. ") + registerEngine};
     engine::OctaveProgram program;
     std::wstring error;
     if (!engine::OctaveProgram::find(program, error))
         return {text + narrow(error, CP_UTF8),
                 "Install GNU Octave, or set the path of octave-cli: the help book's "
-                "page \"Matlab and Octave\" tells where."};
+                "page \"Matlab and Octave\" says where."};
     return {text + reason, std::string("Start octave-cli by hand. ") + filesAgain};
 }
 
-/// What a command prints, without the end of its line.
+/// Reads what a command prints, without the final line end.
 bool ask(const Machine& machine, const wchar_t* command, std::string& answer) {
     std::wstring output;
     const bool isExecuted = executeCommand(machine.engine.get(), command, output);
@@ -69,16 +68,16 @@ Finding lookAtEngineClass(Machine& machine) {
     if (!classId && !version)
         return {"No Matlab.Application is registered", registerEngine};
     if (!classId || !version || FAILED(CLSIDFromString(classId->c_str(), &machine.engineClass)))
-        return {std::string("Matlab.Application is registered by halves: its key ") +
+        return {std::string("The registration of Matlab.Application is incomplete: its key ") +
                     (version ? "CLSID" : "CurVer") + " is missing or damaged",
                 registerEngine};
     machine.engineProgram = registeredProgram(*classId);
     if (machine.engineProgram.empty())
-        return {"Matlab.Application leads to the class " + narrow(*classId) + ", which is not registered",
+        return {"Matlab.Application refers to the class " + narrow(*classId) + ", which is not registered",
                 registerEngine};
     std::error_code fault;
     if (machine.engineProgram.has_parent_path() && !std::filesystem::exists(machine.engineProgram, fault))
-        return {"Matlab.Application leads to " + pathText(machine.engineProgram) + ", which is not there",
+        return {"Matlab.Application refers to " + pathText(machine.engineProgram) + ", which does not exist",
                 registerEngine};
     return {narrow(*version, CP_UTF8) + ", " + pathText(machine.engineProgram), {}};
 }
@@ -92,28 +91,28 @@ Finding startEngine(Machine& machine) {
     // One digit, then the version.
     std::string answer;
     const bool hasAnswered = ask(machine, L"disp([int2str(exist('OCTAVE_VERSION')) version])", answer);
-    // The server is there without its Octave too, and its first command fails.
+    // The server starts even without Octave; then its first command fails.
     if (!hasAnswered && isOctaveServer(machine.engineProgram))
         return engineFault(machine, answer);
     if (!hasAnswered || answer.empty() || answer[0] < '0' || answer[0] > '9')
-        return {"It starts, but does not answer: " + answer, "Start it by hand and look at what it says."};
+        return {"It starts, but does not answer: " + answer, "Start it by hand and see what it reports."};
     machine.isOctave = answer[0] != '0';
     return {(machine.isOctave ? "GNU Octave " : "Matlab ") + answer.substr(1) + " answers", {}};
 }
 
 Finding lookAtEnginePath(Machine& machine) {
-    // As the unit does: what is printed is a complaint.
+    // As the unit does: anything printed is a complaint.
     for (const std::wstring& folder : {machine.unitFolder.wstring(), machine.temporaryFolder}) {
         std::string answer;
         if (!ask(machine, (L"addpath '" + folder + L"'").c_str(), answer) || !answer.empty())
             return {"It cannot reach " + pathText(folder) + ": " + answer,
                     folder.find(L'\'') == std::wstring::npos
-                        ? "Look at the access rights of that folder and of those above it."
-                        : "Matlab takes no folder with an apostrophe in its name. Let the environment "
-                          "variables TMP and TEMP name another folder, or put the unit's files into another "
+                        ? "Check the access rights of that folder and of its parents."
+                        : "Matlab accepts no folder with an apostrophe in its name. Set the environment "
+                          "variables TMP and TEMP to another folder, or put the unit's files into another "
                           "one and register it there."};
     }
-    // A Matlab that has other clients too keeps its path.
+    // A shared Matlab would keep the folder on its path.
     std::string ignored;
     ask(machine, (L"rmpath '" + machine.temporaryFolder + L"'").c_str(), ignored);
     return {"It reaches the unit's folder and the temporary folder", {}};

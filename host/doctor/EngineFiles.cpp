@@ -10,7 +10,7 @@ namespace solvane::host {
 
 namespace {
 
-/// The gateway's build for each ending that Matlab gives its binary functions.
+/// The gateway's build for each file ending of Matlab's binary functions.
 struct GatewayBuild {
     std::wstring_view ending;
     const wchar_t* file;
@@ -37,10 +37,10 @@ Finding lookAtGatewayForMatlab(const Machine& machine) {
                 return {pathText(file.filename()), {}};
             return {pathText(file) + " is missing", filesAgain};
         }
-    return {"There is no gateway for this Matlab", "Use Matlab for Windows, of 32 or 64 bits."};
+    return {"There is no gateway for this Matlab", "Use Matlab for Windows, 32-bit or 64-bit."};
 }
 
-/// The server has put the build for its Octave on the path.
+/// The server puts the build for its Octave on the path.
 Finding lookAtGatewayForOctave(const Machine& machine) {
     constexpr wchar_t binaryFile[] = L"3";
     if (answerOf(machine, L"disp(exist('CapeOpenUnitMex'))") == binaryFile)
@@ -74,7 +74,8 @@ Finding lookAtEngineFiles(Machine& machine) {
     for (const std::filesystem::path& file : files)
         if (std::error_code fault; !std::filesystem::exists(file, fault))
             return {pathText(file) + " is missing", filesAgain};
-    return {gateway.text + " and the " + std::to_string(files.size() - 1) + " functions of scripts are there",
+    return {gateway.text + " and the " + std::to_string(files.size() - 1) +
+                " functions for scripts are there",
             {}};
 }
 

@@ -8,7 +8,7 @@ namespace solvane::host {
 
 namespace {
 
-constexpr char asItSays[] =
+constexpr char seeHelp[] =
     "The message says why; the page \"Messages and what they mean\" of the help book says "
     "what to do.";
 constexpr char answerName[] = "answer";
@@ -23,7 +23,7 @@ UnitModel trialModel() {
     return model;
 }
 
-/// The report that tells what the engine printed.
+/// The report of what the engine printed.
 std::string printed(ICapeUnit* unit) {
     std::vector<ReportResult> reports;
     std::string ignored;
@@ -35,12 +35,12 @@ std::string printed(ICapeUnit* unit) {
 } // namespace
 
 Finding startUnit(Machine& machine) {
-    machine.engine.reset(); // the unit has one of its own
+    machine.engine.reset(); // the unit starts its own
     machine.unitCase.model = trialModel();
     machine.session = std::make_unique<UnitSession>(machine.unitCase, profiles.front());
     std::string error;
     if (!machine.session->start([](std::string_view) {}, error))
-        return {error, asItSays};
+        return {error, seeHelp};
     return {"It starts and takes a model", {}};
 }
 
@@ -49,10 +49,10 @@ Finding runUnit(Machine& machine) {
     std::vector<ModelParameter> parameters;
     std::string error;
     if (!validate(unit, error) || !calculate(unit, error) || !readParameters(unit, parameters, error))
-        return {error + printed(unit), asItSays};
+        return {error + printed(unit), seeHelp};
     if (parameters.empty() || parameters.front().value != ParameterValue(answer))
-        return {"The script did not set its output." + printed(unit), asItSays};
-    return {"A script of one line ran and set its output", {}};
+        return {"The script did not set its output." + printed(unit), seeHelp};
+    return {"A one-line script ran and set its output", {}};
 }
 
 } // namespace solvane::host

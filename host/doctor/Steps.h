@@ -1,11 +1,11 @@
-/// The steps of the examination. What is wrong comes with a remedy.
+/// The steps of the check. Each fault comes with a remedy.
 #pragma once
 
 #include "Checks.h"
 
 namespace solvane::host {
 
-inline constexpr char filesAgain[] = "Put the unit's files into their folder again, all of them.";
+inline constexpr char filesAgain[] = "Put all of the unit's files into their folder again.";
 
 // The unit's registration and module, UnitChecks.cpp.
 Finding lookAtUnitClass(Machine& machine);
@@ -21,7 +21,7 @@ Finding lookAtEngineClass(Machine& machine);
 Finding startEngine(Machine& machine);
 Finding lookAtEnginePath(Machine& machine);
 
-/// What the unit brings for the engine: the gateway's build and the functions of scripts.
+/// What the unit supplies to the engine: the gateway's build and the functions for scripts.
 Finding lookAtEngineFiles(Machine& machine);
 
 // The unit at work, RunChecks.cpp.

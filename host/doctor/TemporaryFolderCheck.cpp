@@ -14,9 +14,8 @@ namespace {
 // The gateway's builds take half a megabyte; the rest is for the script's own files.
 constexpr DWORD neededBytes = 4U << 20;
 
-constexpr char anotherFolder[] =
-    "Let the environment variables TMP and TEMP name a folder that exists and can be "
-    "written to, C:\\Temp for instance, and start the simulator again.";
+constexpr char anotherFolder[] = "Set the environment variables TMP and TEMP to a folder that exists and is "
+                                 "writable, for instance C:\\Temp, and start the simulator again.";
 
 /// Removed with the file in it.
 class TrialFolder {
@@ -62,7 +61,7 @@ Finding lookAtTemporaryFolder(Machine& machine) {
     std::array<wchar_t, 1024> buffer{};
     const DWORD length = GetTempPathW(static_cast<DWORD>(buffer.size()), buffer.data());
     if (length == 0 || length >= buffer.size())
-        return {"There is none", anotherFolder};
+        return {"There is no temporary folder", anotherFolder};
     std::wstring& folder = machine.temporaryFolder;
     folder.assign(buffer.data(), length);
     if (!folder.ends_with(L'\\'))
@@ -78,9 +77,9 @@ Finding lookAtTemporaryFolder(Machine& machine) {
     const TrialFolder trial(folder);
     const FileHandle file = trial ? trial.makeFile() : FileHandle();
     if (!file)
-        return {name + " cannot be written to", anotherFolder};
+        return {name + " is not writable", anotherFolder};
     if (!hasRoom(file.get()))
-        return {name + " is full", std::string("Make room there. Or: ") + anotherFolder};
+        return {name + " is full", std::string("Free some space there. Or: ") + anotherFolder};
     return {name + freeText(folder), {}};
 }
 

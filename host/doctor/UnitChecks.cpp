@@ -36,18 +36,18 @@ std::wstring classKey(const CLSID& classId) {
     return std::wstring(L"CLSID\\") + text.data();
 }
 
-/// 64 or 32; 0 where the file is no module of these.
+/// 64 or 32; 0 if the file is neither such module.
 int wordSizeOf(const std::string& module) {
     constexpr std::size_t headerPlace = 0x3c;
-    constexpr std::size_t machineBehindHeader = 4;
+    constexpr std::size_t machineAfterHeader = 4;
     std::uint32_t header = 0;
     std::uint16_t machine = 0;
     if (module.size() < headerPlace + sizeof header)
         return 0;
     std::memcpy(&header, module.data() + headerPlace, sizeof header);
-    if (module.size() < std::size_t{header} + machineBehindHeader + sizeof machine)
+    if (module.size() < std::size_t{header} + machineAfterHeader + sizeof machine)
         return 0;
-    std::memcpy(&machine, module.data() + header + machineBehindHeader, sizeof machine);
+    std::memcpy(&machine, module.data() + header + machineAfterHeader, sizeof machine);
     return machine == IMAGE_FILE_MACHINE_AMD64 ? 64 : machine == IMAGE_FILE_MACHINE_I386 ? 32 : 0;
 }
 
@@ -55,7 +55,7 @@ Finding notRegistered(const std::string& progId) {
     std::string text = "\"" + progId + "\" is not registered";
     if (readRegistryString(HKEY_LOCAL_MACHINE, L"Software\\Classes\\" + widen(progId) + L"\\CLSID", L"",
                            otherView))
-        return {text + " for programs of " + std::to_string(ownBits) + " bits, only for the others",
+        return {text + " for " + std::to_string(ownBits) + "-bit programs, only for the others",
                 registerWordSize};
     return {text, registerAgain};
 }
@@ -76,8 +76,8 @@ Finding lookAtUnitClass(Machine& machine) {
         return {error + ", but is registered as the unit", registerAgain};
     const int bits = wordSizeOf(bytes);
     if (bits != ownBits)
-        return {pathText(path) + " is registered as the unit, but is no module of " +
-                    std::to_string(ownBits) + " bits",
+        return {pathText(path) + " is registered as the unit, but is not a " + std::to_string(ownBits) +
+                    "-bit module",
                 registerWordSize};
     machine.unitFolder = path.parent_path();
     return {pathText(path) + ", " + std::to_string(bits) + " bits", {}};
@@ -109,11 +109,10 @@ Finding lookAtModule(Machine& machine) {
                                             IID_IClassFactory, factory.putVoid());
     if (SUCCEEDED(result))
         return {"It loads", {}};
-    return {
-        "It does not load: " + narrow(FormatHresultText(result), CP_UTF8),
-        std::string("Windows may hold back a file from the internet: choose Unblock in the Properties of the "
-                    "unit's files. ") +
-            filesAgain};
+    return {"It does not load: " + narrow(FormatHresultText(result), CP_UTF8),
+            std::string("Windows may block a file from the internet: choose Unblock in the Properties of the "
+                        "unit's files. ") +
+                filesAgain};
 }
 
 Finding lookAtUnitTypeLibrary(Machine& machine) {

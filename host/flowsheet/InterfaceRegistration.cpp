@@ -48,7 +48,7 @@ bool areInterfacesRegistered() {
 bool registerInterfaces(std::string& report, std::string& error) {
     const std::wstring registered = registeredLibrary();
     if (areInterfacesRegistered() && compareNoCase(registered, ownLibrary()) != 0) {
-        report = "The CAPE-OPEN type library is registered already: " + narrow(registered, CP_UTF8);
+        report = "The CAPE-OPEN type library is already registered: " + narrow(registered, CP_UTF8);
         return true;
     }
     ComRef<ITypeLib> library;
@@ -68,7 +68,7 @@ bool unregisterInterfaces(std::string& report, std::string& error) {
         return true;
     }
     if (compareNoCase(registered, ownLibrary()) != 0) {
-        report = "The registered CAPE-OPEN type library is not this program's and stays: " +
+        report = "The registered CAPE-OPEN type library is not this program's and is kept: " +
                  narrow(registered, CP_UTF8);
         return true;
     }
@@ -76,7 +76,7 @@ bool unregisterInterfaces(std::string& report, std::string& error) {
         UnRegisterTypeLib(LIBID_CAPEOPEN110, majorVersion, minorVersion, LOCALE_NEUTRAL, system);
     if (FAILED(result))
         return failed(error, "The registration of the CAPE-OPEN type library cannot be removed", result);
-    report = "The registration of the CAPE-OPEN type library is removed";
+    report = "The registration of the CAPE-OPEN type library has been removed";
     return true;
 }
 

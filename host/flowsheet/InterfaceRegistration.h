@@ -1,4 +1,4 @@
-/// The registration of the CAPE-OPEN type library, by which calls pass between apartments and processes.
+/// The registration of the CAPE-OPEN type library, which calls between apartments and processes need.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@ namespace solvane::host {
 /// Whether a type library is registered and its file can be loaded.
 bool areInterfacesRegistered();
 
-/// Registers the type library in this program machine-wide. One that another program has registered stays.
-/// False with a text. `report` says what was done.
+/// Registers this program's type library machine-wide, unless another program has registered one. False with
+/// a text. `report` says what was done.
 bool registerInterfaces(std::string& report, std::string& error);
 
 /// Removes the registration if it is this program's.

@@ -8,10 +8,10 @@ namespace solvane::host {
 
 namespace {
 
-/// The class of dialogs.
+/// The window class of dialogs.
 constexpr std::wstring_view dialogClass = L"#32770";
 
-/// The control in which a message box shows its text; other dialogs have none of this number.
+/// The id of the control that shows a message box's text; other dialogs have no such control.
 constexpr int textControl = 0xFFFF;
 
 thread_local MessageBoxes* current = nullptr;

@@ -7,9 +7,9 @@
 
 namespace solvane::host {
 
-/// Answers message boxes that come up on the calling thread while it lives, since nobody may sit before a
-/// screen: each is told as its title and text and gets Enter pressed, its default answer. One object at a
-/// time in a thread.
+/// Answers message boxes that open on the calling thread during its lifetime, since nobody may be at the
+/// screen: the sink receives the title and text, and Enter gives the default answer. One object at a time in
+/// a thread.
 class MessageBoxes {
 public:
     using Sink = std::function<void(const std::string& title, const std::string& text)>; ///< UTF-8

@@ -36,7 +36,7 @@ bool readPorts(ICapeUnit* unit, ModelDescription& description, std::string& erro
         CapePortDirection direction{};
         if (!port || !identification || FAILED(identification->get_ComponentName(name.put())) ||
             FAILED(port->get_direction(&direction))) {
-            error = "Port " + std::to_string(i) + " of the unit tells no name or direction";
+            error = "Port " + std::to_string(i) + " of the unit has no name or direction";
             return false;
         }
         (direction == CAPE_INLET ? description.feeds : description.products)
@@ -45,7 +45,7 @@ bool readPorts(ICapeUnit* unit, ModelDescription& description, std::string& erro
     return true;
 }
 
-/// The bytes of a file as a unit writes it into a bag: text, or bytes and one more behind them.
+/// The bytes of a file as a unit writes it into a bag: text, or bytes and one more at the end.
 std::string fileBytes(Variant value) {
     if (value.type() == VT_BSTR)
         return narrow(value.text(), CP_UTF8);
@@ -61,7 +61,7 @@ std::string fileBytes(Variant value) {
 bool readFiles(ICapeUnit* unit, UnitModel& model, std::string& error) {
     const auto persistence = queryInterface<IPersistPropertyBag>(unit);
     if (!persistence) {
-        error = "The unit does not tell its files: it has no IPersistPropertyBag";
+        error = "The unit's files cannot be read: it has no IPersistPropertyBag";
         return false;
     }
     const auto bag = createBag();
@@ -78,7 +78,7 @@ bool readFiles(ICapeUnit* unit, UnitModel& model, std::string& error) {
     VariantArray names(read(L"files"));
     std::string fault;
     if (!readVariantArray(names, VT_BSTR, fault)) {
-        error = "The unit's list of files is not one: " + fault;
+        error = "The unit's list of files is invalid: " + fault;
         return false;
     }
     for (const std::wstring& name : names.texts()) {

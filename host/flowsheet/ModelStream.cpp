@@ -13,8 +13,8 @@ namespace solvane::host {
 
 namespace {
 
-/// Bytes in memory of which a unit may expect no more than of the streams of real hosts: a short read
-/// succeeds, and there is nothing but reading and writing in order.
+/// Bytes in memory, with no more than the streams of real hosts offer: a short read succeeds, and nothing
+/// but reading and writing in order works.
 class MemoryStream : public ReadWriteStream, public CComObjectRoot {
 public:
     std::string bytes;
@@ -25,10 +25,10 @@ public:
         return table;
     }
 
-    STDMETHODIMP Read(void* target, ULONG wanted, ULONG* done) override {
+    STDMETHODIMP Read(void* target, ULONG size, ULONG* done) override {
         if (!target)
             return STG_E_INVALIDPOINTER;
-        const auto count = static_cast<ULONG>(std::min<std::size_t>(wanted, bytes.size() - place_));
+        const auto count = static_cast<ULONG>(std::min<std::size_t>(size, bytes.size() - place_));
         std::memcpy(target, bytes.data() + place_, count);
         place_ += count;
         if (done)
@@ -50,7 +50,7 @@ private:
     std::size_t place_ = 0;
 };
 
-/// In the stream the number of the bytes stands before them, little-endian as the machine.
+/// The count of bytes, which precedes them in the stream, little-endian like the machine.
 using Length = std::uint32_t;
 
 bool hasStreams(const ComRef<IPersistStream>& persistence, std::string& error) {
@@ -91,8 +91,9 @@ bool saveModelFile(ICapeUnit* unit, std::string& bytes, std::string& error) {
     Length length = 0;
     std::memcpy(&length, written.data(), std::min(written.size(), sizeof length));
     if (written.size() != sizeof length + length || written.size() != announced.QuadPart) {
-        error = "The unit announced " + std::to_string(announced.QuadPart) + " bytes of a model and wrote " +
-                std::to_string(written.size()) + ", " + std::to_string(length) + " by its own count";
+        error = "The unit announced " + std::to_string(announced.QuadPart) + " bytes of a model but wrote " +
+                std::to_string(written.size()) + ", " + std::to_string(length) +
+                " according to its own count";
         return false;
     }
     bytes = written.substr(sizeof length);

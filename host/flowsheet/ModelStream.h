@@ -1,4 +1,4 @@
-/// Model files: what a unit writes into a stream of its host's, without the length before it.
+/// Model files: what a unit writes into a host's stream, without the length at its start.
 #pragma once
 
 #include "CapeOpen.h"
@@ -12,8 +12,8 @@ namespace solvane::host {
 /// text that names the file.
 bool loadModelFile(ICapeUnit* unit, const ModelFile& file, std::string& error);
 
-/// What the unit saves by its IPersistStream, as the bytes of a model file. False with a text, also where the
-/// unit announces another size than it writes.
+/// Reads the bytes of a model file that the unit saves by its IPersistStream. False with a text, also if the
+/// unit writes another size than it announces.
 bool saveModelFile(ICapeUnit* unit, std::string& bytes, std::string& error);
 
 } // namespace solvane::host

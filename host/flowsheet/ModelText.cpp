@@ -1,4 +1,4 @@
-// A model for people and for programs.
+// A model as text for people and as JSON for programs.
 #include "ModelDescription.h"
 #include "cases/Dimensionality.h"
 #include "cases/NameList.h"
@@ -94,7 +94,7 @@ std::string modelJson(const ModelDescription& description) {
         json["parameters"].push_back(parameterJson(parameter));
     for (const ModelFile& file : model.files)
         json["files"].push_back({{"name", file.name}, {"size", file.bytes.size()}});
-    // A script in another code page is no UTF-8.
+    // A script in another code page is not UTF-8.
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -14,7 +14,7 @@ namespace solvane::host {
 
 namespace {
 
-/// A unit without a collection of parameters has none.
+/// A unit without a collection of parameters has no parameters.
 bool listParameters(ICapeUnit* unit, std::vector<ComRef<IDispatch>>& items, std::string& error) {
     const auto utilities = queryInterface<ICapeUtilities>(unit);
     if (!utilities)
@@ -95,7 +95,7 @@ void readOptions(ICapeOptionParameterSpec& specification, ModelParameter& parame
     parameter.restricted = restricted != VARIANT_FALSE;
 }
 
-/// Asks for the interface of one kind, and reads what all kinds have and what this one has beyond it.
+/// Reads what the specifications of all kinds share, and what this kind adds.
 template <class Specification>
 void readSpecification(IUnknown* object, ModelParameter& parameter,
                        void (*readMore)(Specification&, ModelParameter&)) {
@@ -187,20 +187,20 @@ struct ToVariant {
 };
 
 bool setParameter(IUnknown* item, const ModelParameter& parameter, ParameterValue value, std::string& error) {
-    const auto refuse = [&](const std::string& why) {
+    const auto reject = [&](const std::string& why) {
         error = "Parameter \"" + parameter.name + "\" cannot be set: " + why;
         return false;
     };
     if (!parameter.isInput)
-        return refuse("it is an output, which the script sets");
+        return reject("it is an output, which the script sets");
     if (const auto* number = std::get_if<std::int32_t>(&value);
         number && parameter.kind == ParameterKind::real)
         value = static_cast<double>(*number);
     if (value.index() != static_cast<std::size_t>(parameter.kind))
-        return refuse("it is of kind \"" + std::string(kindName(parameter.kind)) + "\", " + valueText(value) +
-                      " is not");
+        return reject("expected a value of kind \"" + std::string(kindName(parameter.kind)) + "\", got " +
+                      valueText(value));
     if (const std::string fault = limitFault(parameter, value); !fault.empty())
-        return refuse(fault);
+        return reject(fault);
     const HRESULT result = queryInterface<ICapeParameter>(item)->put_value(variantOf(value).get());
     return SUCCEEDED(result) ||
            callFailed(error, "put_value of parameter \"" + parameter.name + "\"", item, result);

@@ -25,19 +25,19 @@ public:
         return table;
     }
 
-    /// On entry the variant's type says which type is wanted; VT_EMPTY takes any.
+    /// On entry the variant's type is the requested one; VT_EMPTY accepts any.
     STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
         return border([&]() -> HRESULT {
             if (!name || !value)
                 return E_POINTER;
-            const VARTYPE wanted = value->vt;
+            const VARTYPE requested = value->vt;
             *value = VARIANT{};
             const auto found = values.find(name);
             if (found == values.end())
                 return E_INVALIDARG;
             Variant copy = found->second;
-            if (wanted != VT_EMPTY && wanted != copy.type()) {
-                const HRESULT changed = VariantChangeType(copy.put(), found->second.in(), 0, wanted);
+            if (requested != VT_EMPTY && requested != copy.type()) {
+                const HRESULT changed = VariantChangeType(copy.put(), found->second.in(), 0, requested);
                 if (FAILED(changed))
                     return changed;
             }
@@ -131,7 +131,7 @@ void putParameters(Values& values, const std::vector<ModelParameter>& parameters
     values[L"parameter types"] = listOf(types);
 }
 
-/// Plain text travels as text, everything else as bytes.
+/// Plain text is stored as text, everything else as bytes.
 Variant fileContent(const std::string& bytes) {
     const bool isText = std::ranges::all_of(
         bytes, [](char c) { return (c >= 0x20 && c < 0x7F) || c == '\r' || c == '\n' || c == '\t'; });

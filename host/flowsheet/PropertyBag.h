@@ -1,4 +1,4 @@
-/// The unit's model as a saved flowsheet keeps it: named values in a property bag.
+/// The unit's model as a saved flowsheet stores it: named values in a property bag.
 #pragma once
 
 #include "cases/CaseModel.h"
@@ -14,11 +14,11 @@ namespace solvane::host {
 /// An empty bag, for a unit to save itself into.
 ComRef<IPropertyBag> createBag();
 
-/// A bag with a model under the unit's keys, and the ports that the case connects. What the model leaves out
-/// has no key.
+/// A bag with a model under the unit's keys, and the ports that the case connects. What the model lacks has
+/// no key.
 ComRef<IPropertyBag> createModelBag(const UnitModel& model, const UnitCase& unit);
 
-/// A log that adds what a load finds wrong, as "key: text", to `entries`, which must outlive it.
+/// A log that adds the faults of a load, as "key: text", to `entries`, which must outlive it.
 ComRef<IErrorLog> createErrorLog(std::vector<std::string>& entries);
 
 } // namespace solvane::host

@@ -88,12 +88,12 @@ LRESULT CALLBACK Reentry::receive(HWND window, UINT message, WPARAM w, LPARAM l)
 }
 
 void Reentry::act(Place place) {
-    // A call of its own may call materials again.
+    // The calls below may call materials again.
     if (!calculates_ || std::exchange(done_[place], true))
         return;
     for (const ReentrantCall call : profile_.reentrantCalls) {
         if (!session_.unit())
-            return; // released before
+            return; // already released
         const auto row = std::ranges::find(callTable, call, &CallRow::call);
         std::string error;
         const bool made = row->make(session_, error);

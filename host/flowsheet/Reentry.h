@@ -1,4 +1,4 @@
-/// Calls on a unit from inside its own calculation, as hosts make them.
+/// Calls on a unit during its own calculation, as some hosts make them.
 #pragma once
 
 #include "UnitSession.h"
@@ -9,21 +9,21 @@
 
 namespace solvane::host {
 
-/// Makes the profile's calls once in the first material call of a calculation, and, where the profile has it
-/// so, once while a window of the host paints. What comes of them goes to the log.
+/// Makes the profile's calls once in the first material call of a calculation and, if the profile says so,
+/// once while a window of the host paints. Their outcome goes to the log.
 class Reentry {
 public:
-    /// All three outlive it.
+    /// All three must outlive it.
     Reentry(UnitSession& session, const Profile& profile, const LogSink& log);
     ~Reentry();
     Reentry(const Reentry&) = delete;
     Reentry& operator=(const Reentry&) = delete;
 
-    /// Around the unit's Calculate: only then are calls made.
+    /// Enclose the unit's Calculate: calls are made only between them.
     void begin();
     void end();
 
-    /// A material is being called.
+    /// To be called in each material call.
     void onMaterialCall();
 
 private:

@@ -10,11 +10,11 @@
 
 namespace solvane::host {
 
-/// Takes a line (UTF-8) that a unit has to say.
+/// Receives a log line (UTF-8) of a unit.
 using LogSink = std::function<void(std::string_view line)>;
 
-/// The simulation context that a unit gets: its log. Messages that would pop up go to the log too. The sink
-/// is called on the thread of the call.
+/// The simulation context of a unit: its log, which also receives the messages that would pop up. The sink is
+/// called on the thread of the call.
 class SimulationContext : public DispatchImpl<ICapeSimulationContext>,
                           public DispatchImpl<ICapeDiagnostic>,
                           public CComObjectRoot {

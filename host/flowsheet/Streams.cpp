@@ -8,7 +8,7 @@ namespace solvane::host {
 
 namespace {
 
-/// A condition that a feed can be given by.
+/// A condition that can specify a feed.
 struct FeedCondition {
     std::optional<double> FeedStream::*value;
     FlashSpecification specification;
@@ -69,7 +69,7 @@ bool makeStreams(const Case& flowsheet, std::shared_ptr<const MaterialHabits> ha
 }
 
 bool readStream(const Stream& stream, StreamResult& result, std::string& error) {
-    StreamState state = *stream.state; // calculations leave no trace on the stream
+    StreamState state = *stream.state; // a copy: calculations must not change the stream
     Failure failure;
     result.name = stream.name;
     if (!readScalar(state, Place::overall, temperatureProperty, result.temperature, failure) ||

@@ -12,12 +12,13 @@ struct Stream {
     ComRef<IDispatch> material;
 };
 
-/// Makes the streams of the case and of its units over one property package and with the same habits, and
+/// Creates the streams of the case and of its units with one property package and the same habits, and
 /// flashes the case's feeds. False with a text that names the stream.
 bool makeStreams(const Case& flowsheet, std::shared_ptr<const MaterialHabits> habits,
                  std::vector<Stream>& streams, std::string& error);
 
-/// The stream as it was flashed last; false with a text that names it where a value is missing.
+/// Reads the stream's state after its last flash; false with a text that names the stream if a value is
+/// missing.
 bool readStream(const Stream& stream, StreamResult& result, std::string& error);
 
 } // namespace solvane::host

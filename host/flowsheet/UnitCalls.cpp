@@ -26,7 +26,7 @@ std::string portList(ICapeCollection& ports) {
     return names.empty() ? "; the unit has none" : "; the unit's ports: " + nameList(names);
 }
 
-/// The port of that name. A unit gives its ports as a collection.
+/// Finds the port of that name in the unit's collection.
 bool findPort(ICapeUnit* unit, const std::string& name, ComRef<ICapeUnitPort>& port, std::string& error) {
     ComRef<IDispatch> ports, item;
     HRESULT result = unit->get_ports(ports.put());
@@ -118,7 +118,7 @@ bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::stri
         return callFailed(error, "get_reports", unit, result);
     std::string fault;
     if (!readVariantArray(list, VT_BSTR, fault)) {
-        error = "The unit's list of reports is not one: " + fault;
+        error = "The unit's list of reports is invalid: " + fault;
         return false;
     }
     for (const std::wstring& name : list.texts())

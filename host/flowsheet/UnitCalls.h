@@ -1,6 +1,6 @@
-/// The calls on a unit that is ready: connecting its ports, validating, calculating, and reading what it
-/// gives. They serve for the unit itself and for a proxy of it alike. Each is false with a text that says
-/// which call failed and what the unit told about it.
+/// The calls on a unit that is ready: connecting its ports, validating, calculating, and reading its results.
+/// They work on the unit itself and on a proxy of it. Each returns false with a text that names the failed
+/// call and includes the unit's message.
 #pragma once
 
 #include "CapeOpen.h"
@@ -28,12 +28,12 @@ bool disconnectPorts(ICapeUnit* unit, const std::vector<Connection>& connections
 bool validate(ICapeUnit* unit, std::string& error);
 bool calculate(ICapeUnit* unit, std::string& error);
 
-/// The report that our own unit has beside the script's: what Matlab printed.
+/// The report that our own unit adds to the script's: what Matlab printed.
 inline constexpr char outputReport[] = "Matlab Output";
-/// It stands there once the script has ended, be it by an error of its own.
+/// Ends that report once the script has ended, even with an error.
 inline constexpr char outputEnd[] = "MATLAB done";
 
-/// A unit without reports has none.
+/// No names for a unit that has no reports.
 bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::string& error);
 bool readReports(ICapeUnit* unit, std::vector<ReportResult>& reports, std::string& error);
 

@@ -35,7 +35,7 @@ bool runUnit(ICapeUnit* unit, const UnitSession& session, const std::vector<Conn
     });
     if (!session.unit())
         return calculated;
-    // A unit that failed to calculate may still tell why in its reports.
+    // The reports of a unit that failed to calculate may still say why.
     std::string laterError;
     const bool read = around([&] { return readParameters(unit, results.parameters, laterError); }) &&
                       around([&] { return readReports(unit, results.reports, laterError); }) &&
@@ -45,7 +45,7 @@ bool runUnit(ICapeUnit* unit, const UnitSession& session, const std::vector<Conn
     return calculated && read;
 }
 
-/// The units of a case live all at the same time, as in a simulator.
+/// All units of a case exist at the same time, as in a simulator.
 class Flowsheet {
 public:
     Flowsheet(const Case& flowsheet, RunResults& results) : case_(flowsheet), results_(results) {}
@@ -106,7 +106,7 @@ private:
         return true;
     }
 
-    /// What the results themselves tell about the unit.
+    /// Adds the unit's balance and warnings.
     void review(const UnitCase& unitCase, const UnitResult& result) {
         const auto resultsOf = [&](const std::vector<PortConnection>& ports) {
             std::vector<const StreamResult*> streams;

@@ -9,13 +9,13 @@
 
 namespace solvane::host {
 
-/// Takes a line (UTF-8) that a unit of this name has to say.
+/// Receives a log line (UTF-8) of the named unit.
 using RunLog = std::function<void(std::string_view unit, std::string_view line)>;
 
-/// Runs a case: makes the streams and the units, hands the units their models, calculates one after the other
-/// in the order of the case's profile, and reads the results. The calling thread is in a single-threaded
+/// Runs a case: creates the streams and the units, loads the units' models, calculates one unit after the
+/// other in the way of the case's profile, and reads the results. The calling thread is in a single-threaded
 /// apartment. False with the host's or the unit's text; `results` then holds what is known of the units up to
-/// the one that failed, the reports of it too as far as it still gives them.
+/// the failed one, including its reports if it still returns them.
 bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std::string& error);
 
 } // namespace solvane::host

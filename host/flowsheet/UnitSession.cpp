@@ -26,7 +26,7 @@ bool loadFromBag(ICapeUnit* unit, const UnitModel& model, const UnitCase& unitCa
     const HRESULT result = persistence->Load(createModelBag(model, unitCase).get(), errorLog.get());
     if (SUCCEEDED(result) && entries.empty())
         return true;
-    error = FAILED(result) ? callFailure("Load", unit, result) : "The unit refuses a part of its model";
+    error = FAILED(result) ? callFailure("Load", unit, result) : "The unit rejects a part of its model";
     for (const std::string& entry : entries)
         error += "; " + entry;
     return false;
@@ -35,8 +35,8 @@ bool loadFromBag(ICapeUnit* unit, const UnitModel& model, const UnitCase& unitCa
 constexpr int ownBits = sizeof(void*) * 8;
 
 std::string notRegistered(const std::string& progId) {
-    return "No component is registered as \"" + progId + "\" for programs of " + std::to_string(ownBits) +
-           " bits: look at \"progId\" in the case, and register the unit's module by regsvr32";
+    return "No component is registered as \"" + progId + "\" for " + std::to_string(ownBits) +
+           "-bit programs: check \"progId\" in the case, and register the unit's module with regsvr32";
 }
 
 } // namespace
@@ -47,7 +47,7 @@ UnitSession::~UnitSession() {
 }
 
 bool UnitSession::start(const LogSink& log, std::string& error) {
-    // Of other units nothing is known.
+    // Nothing is known about other units.
     fault_ = case_.progId == UnitCase().progId ? Fault::machine : Fault::calculation;
     if (!create(error))
         return false;

@@ -9,7 +9,7 @@
 
 namespace solvane::host {
 
-/// A unit operation from its creation to its release. What it is made from must outlive it.
+/// A unit operation from its creation to its release. The constructor's arguments must outlive it.
 class UnitSession {
 public:
     UnitSession(const UnitCase& unitCase, const Profile& profile) : case_(unitCase), profile_(profile) {}
@@ -17,18 +17,18 @@ public:
     UnitSession(const UnitSession&) = delete;
     UnitSession& operator=(const UnitSession&) = delete;
 
-    /// Creates the unit, hands it its model in the order of the profile, and sets its parameters. False with
-    /// the host's or the unit's text.
+    /// Creates the unit, loads its model in the order of the profile, and sets its parameters. False with the
+    /// host's or the unit's text.
     bool start(const LogSink& log, std::string& error);
 
-    /// Of a failed `start`.
+    /// The cause of a failed `start`.
     Fault fault() const { return fault_; }
 
-    /// Null after a release.
+    /// Null after `release`.
     ICapeUnit* unit() const { return unit_.get(); }
 
     bool terminate(std::string& error);
-    /// Gives up all references of the host.
+    /// Releases all references of the host.
     void release();
 
 private:

@@ -66,9 +66,9 @@ bool runOnWorker(ICapeUnit* unit, const std::vector<Connection>& connections,
                                           std::string& error)>& task,
                  std::string& error) {
     if (!areInterfacesRegistered()) {
-        error =
-            "This profile passes calls between threads by the registered CAPE-OPEN type library, and none is "
-            "registered here; run \"SolvaneHost register-interfaces\" first";
+        error = "This profile passes calls between threads through the registered CAPE-OPEN type library, "
+                "but none "
+                "is registered; run \"SolvaneHost register-interfaces\" first";
         return false;
     }
     Parcel<ICapeUnit> unitParcel;

@@ -11,7 +11,7 @@ namespace solvane::host {
 
 namespace {
 
-/// A copy that owns its array, read through where a script passed it by reference.
+/// Copies the array, also one that a script passed by reference.
 bool readArray(const VARIANT& argument, VARTYPE elementType, std::wstring_view what, VariantArray& array,
                Failure& failure) {
     std::string error;
@@ -23,7 +23,7 @@ bool readArray(const VARIANT& argument, VARTYPE elementType, std::wstring_view w
                 L"Invalid " + std::wstring(what) + L": " + widen(error, CP_UTF8));
 }
 
-/// Names as hosts spell them. A missing basis is the mole basis too.
+/// Names as hosts spell them. A missing basis counts as the mole basis.
 constexpr std::array<std::wstring_view, 3> moleBases{L"", L"mole", L"molar"};
 
 } // namespace
@@ -58,13 +58,13 @@ bool readProperty(std::wstring_view name, const StreamProperty*& property, Failu
 
 bool checkBasis(BSTR basis, const StreamProperty& property, const MaterialRules& rules, Failure& failure) {
     const std::wstring_view expected = property.hasBasis() ? L"mole" : L"";
-    // Which pure properties have one is not settled among hosts.
+    // Hosts do not agree on which pure properties have one.
     if (rules.strict && !property.isPure() && compareNoCase(viewOf(basis), expected) != 0)
         return fail(failure, ECapeInvalidArgumentHR,
                     property.name + (property.hasBasis() ? L" needs the basis \"mole\"" : L" has no basis") +
-                        L"; the call gives \"" + std::wstring(viewOf(basis)) + L"\"");
-    const auto isSpeltSo = [&](std::wstring_view name) { return compareNoCase(viewOf(basis), name) == 0; };
-    return std::ranges::any_of(moleBases, isSpeltSo) ||
+                        L"; got \"" + std::wstring(viewOf(basis)) + L"\"");
+    const auto isBasis = [&](std::wstring_view name) { return compareNoCase(viewOf(basis), name) == 0; };
+    return std::ranges::any_of(moleBases, isBasis) ||
            fail(failure, ECapeNoImplHR,
                 L"The basis \"" + std::wstring(viewOf(basis)) + L"\" is not supported; use \"mole\"");
 }

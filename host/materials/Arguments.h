@@ -1,4 +1,4 @@
-/// What the materials of both generations take and give: names, labels, bases and arrays.
+/// The arguments and results of materials of both generations: names, labels, bases and arrays.
 #pragma once
 
 #include "Failure.h"
@@ -13,31 +13,31 @@
 
 namespace solvane::host {
 
-/// An array of strings; VT_EMPTY is one of no elements. A single string is refused, as it is by many hosts.
+/// Reads an array of strings; VT_EMPTY is an empty one. Rejects a single string, as many hosts do.
 bool readNames(const VARIANT& argument, std::wstring_view what, std::vector<std::wstring>& names,
                Failure& failure);
 
-/// An array of double precision values, or one such value where the rules are not strict.
+/// Reads an array of doubles or, unless the rules are strict, a single double.
 bool readValues(const VARIANT& argument, std::wstring_view what, const MaterialRules& rules,
                 std::vector<double>& values, Failure& failure);
 
-/// Fails for a name that no property has, derivatives included.
+/// Finds a property or derivative by its name.
 bool readProperty(std::wstring_view name, const StreamProperty*& property, Failure& failure);
 
-/// Only the mole basis is served: "mole", "molar" in any case of letters, or none. By strict rules, "mole"
-/// for what has a basis and none for what has not.
+/// Only the mole basis is supported: "mole", "molar" in any case of letters, or none. Under strict rules,
+/// "mole" for properties that have a basis and none for the others.
 bool checkBasis(BSTR basis, const StreamProperty& property, const MaterialRules& rules, Failure& failure);
 
-/// The label of a phase, in any case of letters.
+/// Reads the label of a phase, in any case of letters.
 bool readPhase(std::wstring_view label, Place& phase, Failure& failure);
 
-/// An array of the labels of two different phases.
+/// Reads an array of the labels of two different phases.
 bool readPhasePair(const VARIANT& labels, Place& both, Failure& failure);
 
-/// Empties the caller's in-out variants. False where one of them is missing.
+/// Empties the caller's in-out variants. False if one of them is null.
 bool clearResults(std::initializer_list<VARIANT*> places);
 
-/// Replaces what the caller's in-out variant holds. An empty array gives VT_EMPTY.
+/// Replaces the contents of the caller's in-out variant. An empty array becomes VT_EMPTY.
 void replace(VARIANT* place, Variant value);
 
 /// The body of a method that returns a list of names, which `list()` makes.
@@ -54,10 +54,10 @@ HRESULT returnNames(VARIANT* result, List list) {
 /// The body of a method that returns a count.
 HRESULT returnCount(LONG* result, std::size_t count);
 
-/// The compounds' names, by which they are identified.
+/// The compounds' names, which are their ids.
 std::vector<std::wstring> compoundIds(const PropertyPackage& package);
 
-/// The indices of the named compounds in the package, in the order of the names; VT_EMPTY names all of them.
+/// Finds the indices of the named compounds in the package, in the order of the names; VT_EMPTY names all.
 bool readCompounds(const VARIANT& argument, const PropertyPackage& package,
                    std::vector<std::size_t>& compounds, Failure& failure);
 

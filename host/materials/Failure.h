@@ -6,8 +6,8 @@
 
 namespace solvane::host {
 
-/// Why a request on a material could not be met: the CAPE-OPEN code that the caller gets, and the text that
-/// it can ask for.
+/// Why a call on a material failed: the CAPE-OPEN code that the caller gets, and the text that it can ask
+/// for.
 struct Failure {
     HRESULT code = S_OK;
     std::wstring text;

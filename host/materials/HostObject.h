@@ -10,8 +10,8 @@
 
 namespace solvane::host {
 
-/// Base of the objects that a unit gets from this host: a name, and the last failure, which the unit asks the
-/// object for after a call that returned an ECape...HR code.
+/// Base of the objects that a unit gets from this host: a name, and the last failure, which the unit reads
+/// after a call that returned an ECape...HR code.
 class HostObject : public DispatchImpl<ECapeRoot>,
                    public DispatchImpl<ECapeUser>,
                    public DispatchImpl<ICapeIdentification>,
@@ -38,14 +38,14 @@ public:
     STDMETHODIMP put_ComponentDescription(BSTR description) override;
 
 protected:
-    /// Comes before each operation that can fail.
+    /// Called before each operation that can fail.
     virtual void onCall() {}
     static void callBack(const MaterialHabits& habits) {
         if (habits.onCall)
             habits.onCall();
     }
 
-    /// The frame of every operation that can fail: `body(failure)` is true, or false with the failure.
+    /// The frame of every operation that can fail: `body(failure)` returns true, or false with the failure.
     template <class Body>
     HRESULT call(const wchar_t* interfaceName, const wchar_t* operation, Body&& body) {
         return border([&]() -> HRESULT {

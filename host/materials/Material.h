@@ -1,4 +1,4 @@
-/// Materials: the COM objects that a unit connects to, of either generation, over a shared stream state.
+/// Materials: the COM objects that a unit connects to, of either generation, on a shared stream state.
 #pragma once
 
 #include "StreamState.h"
@@ -17,7 +17,8 @@ enum class Generation { v10, v11 };
 /// "1.0", "1.1".
 std::string_view generationName(Generation generation);
 
-/// A material of that generation which shows `state`. Like the unit's, its calls belong to one apartment.
+/// Creates a material of that generation with the values of `state`. Like the unit, it lives in one
+/// apartment.
 ComRef<IDispatch> createMaterial(Generation generation, std::shared_ptr<StreamState> state,
                                  std::wstring name);
 

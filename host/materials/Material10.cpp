@@ -54,7 +54,7 @@ FlashSpecification specificationOf(FlashVariable variable) {
     return {&flashProperty(variable), variable == vaporFraction ? Place::vapor : Place::overall};
 }
 
-/// Values are those of the mixture, but for the properties that only pure compounds have.
+/// Values are those of the mixture, except for properties that only pure compounds have.
 bool checkCalcType(BSTR calcType, const StreamProperty& property, Failure& failure) {
     const std::wstring_view type = viewOf(calcType);
     const std::wstring_view expected = property.isPure() ? L"pure" : L"mixture";
@@ -212,7 +212,8 @@ STDMETHODIMP Material10::RemoveResults(VARIANT props) {
         if (!readNames(props, L"list of properties", properties, failure))
             return false;
         if (!properties.empty())
-            return fail(failure, ECapeNoImplHR, L"RemoveResults removes all results or none");
+            return fail(failure, ECapeNoImplHR,
+                        L"RemoveResults can only remove all results; pass no property names");
         state_->clearCalculated();
         return true;
     });

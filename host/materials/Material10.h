@@ -5,7 +5,7 @@
 
 namespace solvane::host {
 
-/// A material of the 1.0 generation: everything behind one interface.
+/// A material of the 1.0 generation: everything in one interface.
 class Material10 : public DispatchImpl<ICapeThermoMaterialObject>, public HostObject {
 public:
     static ComRef<IDispatch> create(std::shared_ptr<StreamState> state, std::wstring name);

@@ -44,7 +44,7 @@ bool Material11::readOwnPhase(BSTR label, Place& phase, Failure& failure) const 
            (!state_->habits().rules.strict || state_->isPresent(phase) ||
             fail(failure, ECapeInvalidArgumentHR,
                  L"The phase " + std::wstring(placeLabel(phase)) +
-                     L" is not present; SetPresentPhases or a flash that finds it comes first"));
+                     L" is not present; call SetPresentPhases first, or a flash that finds it"));
 }
 
 bool Material11::readOwnPhasePair(const VARIANT& labels, Place& both, Failure& failure) const {
@@ -253,7 +253,7 @@ STDMETHODIMP Material11::GetPhaseList(VARIANT* phaseLabels, VARIANT* stateOfAggr
         std::vector<std::wstring> labels;
         for (const Place phase : state_->phases())
             labels.emplace_back(placeLabel(phase));
-        // The phases are called after their states of aggregation, and no compound tells them apart.
+        // The phases have the names of their states of aggregation, and no key compound distinguishes them.
         replace(phaseLabels, VariantArray::of(std::span<const std::wstring>(labels)));
         replace(stateOfAggregation, VariantArray::of(std::span<const std::wstring>(labels)));
         replace(keyCompoundId, VariantArray::ofTexts({nullptr, nullptr}));

@@ -5,7 +5,7 @@
 
 namespace solvane::host {
 
-/// How one material of this host knows another: the stream behind it.
+/// By this interface a material of this host recognises another: its stream.
 MIDL_INTERFACE("7E0B8F0C-3C0E-4B57-9F5B-6C2D1E6A9B41")
 IStreamOwner : public IUnknown {
     virtual StreamState& STDMETHODCALLTYPE stream() = 0;
@@ -81,7 +81,7 @@ public:
 
 private:
     void onCall() override { callBack(state_->habits()); }
-    /// The label of a phase, which strict rules want present.
+    /// Reads the label of a phase, which must be present under strict rules.
     bool readOwnPhase(BSTR label, Place& phase, Failure& failure) const;
     bool readOwnPhasePair(const VARIANT& labels, Place& both, Failure& failure) const;
     bool getValues(Place place, BSTR property, BSTR basis, VARIANT* results, Failure& failure) const;

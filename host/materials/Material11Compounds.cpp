@@ -1,4 +1,4 @@
-// What a 1.1 material knows of its compounds.
+// The compounds' constants and properties as a 1.1 material returns them.
 #include "Arguments.h"
 #include "Material11.h"
 #include "PureCompounds.h"
@@ -56,7 +56,7 @@ STDMETHODIMP Material11::GetPDependentPropList(VARIANT* props) {
     return returnNames(props, [] { return purePropertyNames(PureArgument::pressure); });
 }
 
-/// Where a value is missing the others are given with the code that says so.
+/// If a value is missing, the others are returned with the code that says so.
 STDMETHODIMP Material11::GetCompoundConstant(VARIANT props, VARIANT compIds, VARIANT* propVals) {
     if (!prepareResult(propVals))
         return E_POINTER;

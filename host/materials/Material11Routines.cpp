@@ -13,11 +13,11 @@ namespace {
 constexpr wchar_t propertyInterface[] = L"ICapeThermoPropertyRoutine";
 constexpr wchar_t equilibriumInterface[] = L"ICapeThermoEquilibriumRoutine";
 
-/// The kinds of solutions that may be asked for where a flash has several. This package has one for each.
+/// The solution types that a flash may request. This package has one solution for each.
 constexpr std::array<std::wstring_view, 3> solutionTypes{L"", L"unspecified", L"normal"};
 
-/// A specification is an array of property, basis and phase label. The basis is not looked at: the value was
-/// converted from its own when it was set.
+/// A specification is an array of property, basis and phase label. The basis is ignored: the value was
+/// converted when it was set.
 bool readSpecification(const VARIANT& argument, FlashSpecification& specification, Failure& failure) {
     std::vector<std::wstring> words;
     if (!readNames(argument, L"flash specification", words, failure))
@@ -159,7 +159,7 @@ STDMETHODIMP Material11::CalcAndGetLnPhi(BSTR phaseLabel, double temperature, do
     return call(propertyInterface, L"CalcAndGetLnPhi", [&](Failure& failure) {
         if (fFlags != CAPE_LOG_FUGACITY_COEFFICIENTS || !lnPhi)
             return fail(failure, ECapeNoImplHR,
-                        L"CalcAndGetLnPhi gives the logarithmic fugacity coefficients and no derivatives");
+                        L"CalcAndGetLnPhi returns only logarithmic fugacity coefficients, no derivatives");
         StreamState phaseOnly(state_->package());
         Place phase{};
         std::vector<double> moles, values;

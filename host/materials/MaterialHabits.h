@@ -1,4 +1,4 @@
-/// In what the materials of one host differ from those of another.
+/// How the materials of hosts differ.
 #pragma once
 
 #include <functional>
@@ -6,8 +6,8 @@
 namespace solvane::host {
 
 struct MaterialRules {
-    /// Refuses what the standard's letter does not allow: properties of phases that are not stated as present
-    /// (1.1), other bases than "mole" for amounts and none for the rest, single values in the place of
+    /// Rejects what the standard does not allow to the letter: properties of phases that are not stated as
+    /// present (1.1), a basis other than "mole" for amounts or any for the rest, single values instead of
     /// arrays, fractions that do not sum to 1.
     bool strict = false;
     bool liquidFirst = false; ///< lists the liquid before the vapour
@@ -16,7 +16,7 @@ struct MaterialRules {
 /// Shared by all materials of a flowsheet.
 struct MaterialHabits {
     MaterialRules rules{};
-    std::function<void()> onCall{}; ///< at the beginning of each operation of a material that can fail
+    std::function<void()> onCall{}; ///< called at the start of each material operation that can fail
 };
 
 } // namespace solvane::host

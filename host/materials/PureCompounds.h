@@ -1,4 +1,4 @@
-/// Constants and properties of the pure compounds as materials of both generations give them.
+/// Constants and properties of the pure compounds as materials of both generations return them.
 #pragma once
 
 #include "Failure.h"
@@ -11,7 +11,7 @@
 
 namespace solvane::host {
 
-/// What a call asks of which pure compounds.
+/// The names that a call asks for, of which pure compounds.
 struct PureQuestion {
     std::vector<std::wstring> names;
     std::vector<std::size_t> compounds; ///< indices in the package
@@ -19,11 +19,11 @@ struct PureQuestion {
 bool readQuestion(const VARIANT& names, std::wstring_view what, const VARIANT& compounds,
                   const PropertyPackage& package, PureQuestion& question, Failure& failure);
 
-/// Constants as they are asked for: an array of VARIANTs, the values of all `compounds` for the first name,
-/// then those for the next. A value that there is not is VT_EMPTY.
+/// Constants as an array of VARIANTs, the values of all `compounds` for the first name,
+/// then those for the next. A missing value is VT_EMPTY.
 struct ConstantValues {
     VariantArray values;
-    std::vector<std::wstring> unknown; ///< names that no constant has
+    std::vector<std::wstring> unknown; ///< names of no constant
     bool isComplete = true;            ///< whether no value is empty
 };
 ConstantValues readConstants(const PropertyPackage& package, const PureQuestion& question);

@@ -1,4 +1,4 @@
-// What a stream has the property package calculate.
+// The calculations of a stream by the property package.
 #include "CapeOpen.h"
 #include "StreamState.h"
 #include "com/Text.h"
@@ -11,7 +11,7 @@ Phase packagePhase(Place place) {
     return place == Place::vapor ? Phase::vapor : Phase::liquid;
 }
 
-/// `answered` is what the package said.
+/// `answered` is the package's result.
 bool check(bool answered, Place place, const StreamProperty& property, const std::string& error,
            Failure& failure) {
     return answered || fail(failure, ECapeComputationHR,

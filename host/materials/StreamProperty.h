@@ -1,4 +1,4 @@
-/// The names by which a material is asked for its values, of either generation.
+/// The names of a material's values, for both generations.
 #pragma once
 
 #include "thermo/PropertyPackage.h"
@@ -11,11 +11,11 @@
 
 namespace solvane::host {
 
-/// How many values there are: one, one a compound, or as many as some derivatives to amounts have.
+/// How many values a property has: one, one per compound, or as many as a derivative to amounts.
 enum class ValueShape { scalar, perCompound, other };
 
-/// What the property package is asked for: a property of a phase, one of two phases, or one of the pure
-/// compounds, or a derivative.
+/// What the property package calculates: a property of a phase, of two phases or of the pure compounds, or a
+/// derivative.
 struct PhaseRequest {
     const PhasePropertyRow* property;
     Derivative derivative;
@@ -30,28 +30,28 @@ struct PureRequest {
 };
 
 struct StreamProperty {
-    std::wstring name; ///< with the derivative's suffix, as "volume.Dtemperature"
+    std::wstring name; ///< with the derivative's suffix, such as "volume.Dtemperature"
     ValueShape shape;
-    /// Nothing for what is set or comes from a flash and is never calculated.
+    /// Empty for a value that is set or comes from a flash and is never calculated.
     std::variant<std::monostate, PhaseRequest, TwoPhaseRequest, PureRequest> request;
-    /// The condition of a flash that the property can be.
+    /// The flash condition that the property can state.
     std::optional<FlashVariable> flashVariable;
 
     bool isPure() const { return std::holds_alternative<PureRequest>(request); }
-    /// Whether values count for an amount, so that they have a basis.
+    /// Whether values refer to an amount, so that they have a basis.
     bool hasBasis() const;
 };
 
 std::span<const StreamProperty> streamProperties();
 
-/// The property of that name, in any case of letters; null where there is none. Some properties have a second
-/// name of the first generation.
+/// The property of that name, in any case of letters; null if there is none. Some properties have a second
+/// name in the 1.0 generation.
 const StreamProperty* findStreamProperty(std::wstring_view name);
 
-/// The property that sets a flash condition.
+/// The property that states a flash condition.
 const StreamProperty& flashProperty(FlashVariable variable);
 
-// The properties that the stream itself knows how to treat.
+// The properties that the stream treats specially.
 extern const StreamProperty& temperatureProperty;
 extern const StreamProperty& pressureProperty;
 extern const StreamProperty& fractionProperty;

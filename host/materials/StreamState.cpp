@@ -73,7 +73,7 @@ void StreamState::clearCalculated() {
         record.calculated.clear();
 }
 
-/// Drops what was calculated for the present phases together.
+/// Drops the values that were calculated for the present phases together.
 void StreamState::clearSums() {
     std::erase_if(at(Place::overall).calculated, [](const auto& value) { return !value.first->isPure(); });
 }
@@ -119,7 +119,8 @@ bool StreamState::set(Place place, const StreamProperty& property, std::span<con
     const std::size_t expected = property.shape == ValueShape::scalar ? 1 : compoundCount();
     if (property.shape != ValueShape::other && values.size() != expected)
         return fail(failure, ECapeInvalidArgumentHR,
-                    describe(place, property) + L" takes " + std::to_wstring(expected) + L" values, not " +
+                    describe(place, property) + L": expected " + std::to_wstring(expected) +
+                        (expected == 1 ? L" value, got " : L" values, got ") +
                         std::to_wstring(values.size()));
     if (place != Place::overall && !isPhase(place))
         return fail(failure, ECapeNoImplHR, describe(place, property) + L" cannot be set, only calculated");
@@ -135,7 +136,7 @@ bool StreamState::set(Place place, const StreamProperty& property, std::span<con
             return fail(failure, ECapeInvalidArgumentHR,
                         describe(place, property) + L" sums to " + std::to_wstring(sum) + L", not to 1");
 
-    // What was calculated for another state is not true of the new one.
+    // Values that were calculated for the old state are not valid for the new one.
     if (&property == &temperatureProperty || &property == &pressureProperty ||
         &property == &fractionProperty) {
         const std::array affected{place, Place::vaporLiquid, Place::liquidVapor};
@@ -155,7 +156,7 @@ bool StreamState::setFlows(std::span<const double> flows, Failure& failure) {
     const double total = std::reduce(flows.begin(), flows.end());
     if (!(total > 0))
         return fail(failure, ECapeInvalidArgumentHR,
-                    L"flow gives no composition: the compounds' flows must have a positive sum");
+                    L"flow determines no composition: the compounds' flows must have a positive sum");
     std::vector<double> fractions(flows.begin(), flows.end());
     for (double& fraction : fractions)
         fraction /= total;

@@ -14,7 +14,7 @@
 
 namespace solvane::host {
 
-/// What a value of a stream belongs to: the stream, one of its phases, or two of them in this order.
+/// The owner of a stream's value: the stream, one of its phases, or two of them in this order.
 enum class Place { overall, vapor, liquid, vaporLiquid, liquidVapor };
 
 /// The phases that the property package can form.
@@ -22,7 +22,7 @@ inline constexpr std::array phasePlaces{Place::vapor, Place::liquid};
 
 bool isPhase(Place place);
 
-/// The place of two phases; nothing where they are one phase.
+/// The place of two phases; empty if they are the same.
 std::optional<Place> placeOfBoth(Place first, Place second);
 
 /// "Overall", "Vapor", "Liquid", "VaporLiquid", "LiquidVapor".
@@ -34,24 +34,24 @@ std::optional<Place> findPlace(std::wstring_view label);
 /// "enthalpy of phase Vapor", "temperature", for messages.
 std::wstring describe(Place place, const StreamProperty& property);
 
-/// Fails for a value that was neither set nor calculated.
+/// Always false, with the failure that the value was neither set nor calculated.
 bool notAvailable(Failure& failure, Place place, const StreamProperty& property);
 
-/// Whether the stream has the phase, as far as is known.
+/// What is known about the presence of a phase.
 enum class PhaseStatus { unknown, atEquilibrium, estimated };
 
 /// One of the two conditions of a flash: the value of a property as it is set on the stream.
 struct FlashSpecification {
     const StreamProperty* property;
-    Place place; ///< a phase for phaseFraction, else overall
+    Place place; ///< a phase for phaseFraction, otherwise overall
 };
 
-/// The state of one material stream, which both generations of materials show: what was set, what the last
+/// The state of one material stream, shared by both generations of materials: what was set, what the last
 /// flash found, and what was calculated since. Values are in SI units on a mole basis: K, Pa, mol/s, mole
-/// fractions, J/mol. Values stay until they are replaced, cleared, or made untrue by another value.
+/// fractions, J/mol. They stay until they are replaced, cleared, or invalidated by another value.
 class StreamState {
 public:
-    /// No values, and all phases present with an unknown status; by strict rules no phase.
+    /// No values, and all phases present with an unknown status; under strict rules no phase.
     explicit StreamState(std::shared_ptr<const PropertyPackage> package,
                          std::shared_ptr<const MaterialHabits> habits = std::make_shared<MaterialHabits>());
     /// A new stream of the same flowsheet.
@@ -64,33 +64,32 @@ public:
     const std::shared_ptr<const PropertyPackage>& package() const { return package_; }
     std::size_t compoundCount() const { return package_->compounds().size(); }
 
-    /// Back to the state of a new stream.
+    /// Resets to the state of a new stream.
     void clear();
-    /// Drops all calculated values; what was set and what a flash found stays.
+    /// Drops all calculated values; values that were set or that a flash found stay.
     void clearCalculated();
 
-    /// Fails for a value that was neither set nor calculated. Temperature, pressure and flows of a phase
-    /// that has none of its own follow from the stream's.
+    /// Fails for a value that was neither set nor calculated. A phase without its own temperature, pressure
+    /// or flows takes them from the stream.
     bool get(Place place, const StreamProperty& property, std::vector<double>& values,
              Failure& failure) const;
-    /// Fails for a wrong count of values, for two phases, and for flows of a phase; by strict rules also for
-    /// fractions that do not sum to 1. Setting the compounds'
-    /// flows sets total flow and composition.
+    /// Fails for a wrong count of values, for two phases, and for flows of a phase; under strict rules also
+    /// for fractions that do not sum to 1. Setting the compounds' flows sets total flow and composition.
     bool set(Place place, const StreamProperty& property, std::span<const double> values, Failure& failure);
 
-    /// Calculates a property, to be read with `get`: for a phase at its composition, for two phases, overall
+    /// Calculates a property, which `get` then reads: for a phase at its composition, for two phases, overall
     /// for the present phases together (amounts for one mole only), or overall for each pure compound.
     bool calculate(Place place, const StreamProperty& property, Failure& failure);
 
     bool isPresent(Place phase) const { return at(phase).present; }
     PhaseStatus status(Place phase) const { return at(phase).status; }
-    /// Phases that are not listed lose their values.
+    /// Drops the values of phases that are not listed.
     void setPresentPhases(std::span<const std::pair<Place, PhaseStatus>> phases);
 
-    /// Whether the package can flash with the two conditions at all.
+    /// Whether the package supports a flash with the two conditions.
     static bool canFlash(const FlashSpecification& first, const FlashSpecification& second);
-    /// Flashes the overall composition at two conditions that are set on the stream, which keep their values
-    /// exactly. A failure leaves the stream as it was.
+    /// Flashes the overall composition at two conditions that are set on the stream, whose values stay
+    /// exactly the same. A failure leaves the stream unchanged.
     bool flash(const FlashSpecification& first, const FlashSpecification& second, Failure& failure);
 
 private:
@@ -100,7 +99,7 @@ private:
         bool present = true;
         PhaseStatus status = PhaseStatus::unknown;
         Values values;     ///< set, or found by a flash
-        Values calculated; ///< true of the temperature, pressure and composition only
+        Values calculated; ///< valid for this temperature, pressure and composition only
     };
 
     Record& at(Place place) { return records_[static_cast<std::size_t>(place)]; }

@@ -1,4 +1,4 @@
-/// What goes into a unit and what comes out.
+/// The balances of a unit.
 #pragma once
 
 #include "RunResults.h"
@@ -7,11 +7,11 @@
 
 namespace solvane::host {
 
-/// The balance of a unit of that name, whose streams are in the order of the compounds.
+/// The balance of a unit of that name. The streams' fractions are in the order of the compounds.
 Balance balanceOf(const std::string& unit, std::span<const Compound* const> compounds,
                   std::span<const StreamResult* const> feeds, std::span<const StreamResult* const> products);
 
-/// Whether as much goes out as comes in, up to the rounding of molecular weights and what a script leaves.
+/// Whether the flows agree up to the rounding of molecular weights and of scripts.
 bool isKept(const Flows& flows);
 
 } // namespace solvane::host

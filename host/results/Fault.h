@@ -2,8 +2,8 @@
 
 namespace solvane::host {
 
-/// What a failure has its cause in: the calculation itself, a unit's model or the value of a parameter, or
-/// the machine, which lacks something that our own unit needs.
+/// The cause of a failure: the calculation itself, a unit's model or a parameter's value, or the machine,
+/// which lacks something that our own unit needs.
 enum class Fault { calculation, model, machine };
 
 } // namespace solvane::host

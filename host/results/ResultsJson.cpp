@@ -30,7 +30,7 @@ Json balanceJson(const Balance& balance) {
             {"reacts", balance.reacts}};
 }
 
-/// Adds what a unit told.
+/// Adds the unit's parameters and reports.
 void putUnit(Json& json, const UnitResult& unit) {
     json["parameters"] = Json::object();
     json["reports"] = Json::object();

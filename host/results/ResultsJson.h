@@ -15,7 +15,7 @@ namespace solvane::host {
 ///       "warnings": [ { "unit", "subject", "text" } ],
 ///       "parameters": { name: value },
 ///       "reports": { name: text } }
-/// A case that lists its units has their parameters and reports by unit instead:
+/// A case that lists its units has the parameters and reports of each unit instead:
 ///       "units": [ { "name", "parameters": { name: value }, "reports": { name: text } } ]
 /// A number that is not finite is null.
 std::string resultsJson(const RunResults& results);

@@ -33,7 +33,7 @@ struct BalanceRow {
     const char* unit;
     Flows Balance::*flows;
     double divisor;
-    bool ofReactors; ///< also where the unit reacts
+    bool ofReactors; ///< also if the unit reacts
 };
 
 constexpr double wattPerKilowatt = 1000;

@@ -1,4 +1,4 @@
-/// What a run of a case gave. Texts are UTF-8, quantities SI.
+/// The results of a case. Texts are UTF-8, quantities SI.
 #pragma once
 
 #include "Fault.h"
@@ -25,14 +25,14 @@ struct ReportResult {
     std::string text;
 };
 
-/// What a unit told after its calculation, or after the failure of it.
+/// What a unit returns after its calculation, failed or not.
 struct UnitResult {
     std::string name;
     std::vector<ModelParameter> parameters{};
     std::vector<ReportResult> reports{};
 };
 
-/// What goes into a unit with its feeds and comes out with its products.
+/// The totals of a unit's feeds and of its products.
 struct Flows {
     double in = 0;
     double out = 0;
@@ -42,16 +42,16 @@ struct Balance {
     std::string unit{};
     Flows mass{};  ///< kg/s
     Flows moles{}; ///< mol/s
-    /// W; with the enthalpies of formation in a unit that reacts. The difference is the heat and the work
-    /// that the unit takes up.
+    /// W; includes the enthalpies of formation if the unit reacts. The difference is the heat and work that
+    /// the unit takes up.
     Flows enthalpy{};
-    bool reacts = false; ///< the mass is kept, but not the moles of each compound
+    bool reacts = false; ///< conserves the mass, but not the moles of each compound
 };
 
-/// Something in the results that can hardly be meant.
+/// An implausible result.
 struct Warning {
     std::string unit;
-    std::string subject; ///< as "stream Vapor", "parameter duty"
+    std::string subject; ///< such as "stream Vapor", "parameter duty"
     std::string text;
 };
 

@@ -8,15 +8,15 @@ namespace solvane::host {
 
 namespace {
 
-/// Characters of a UTF-8 text.
+/// The count of characters of a UTF-8 text.
 std::size_t width(const std::string& text) {
     return static_cast<std::size_t>(
         std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
-/// Pads to a width: labels and units to the right, numbers to the left.
-std::string padded(const std::string& text, std::size_t wanted, bool isNumber) {
-    const std::string blanks(wanted - std::min(wanted, width(text)), ' ');
+/// Pads to a width: labels and units on the right, numbers on the left.
+std::string padded(const std::string& text, std::size_t total, bool isNumber) {
+    const std::string blanks(total - std::min(total, width(text)), ' ');
     return isNumber ? blanks + text : text + blanks;
 }
 

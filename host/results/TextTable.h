@@ -8,10 +8,10 @@ namespace solvane::host {
 
 using Line = std::vector<std::string>;
 
-/// One line or more, all of the same length, as columns. The first `labels` of them are aligned to the left.
+/// Aligns one line or more, all of the same length, in columns; the first `labels` columns to the left.
 std::string columns(const std::vector<Line>& lines, std::size_t labels);
 
-/// A number by printf's format.
+/// Formats a number like printf.
 std::string numberText(const char* format, double value);
 
 } // namespace solvane::host

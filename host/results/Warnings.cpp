@@ -19,7 +19,7 @@ std::string number(double value) {
     return numberText("%.7g", value);
 }
 
-// Each rule: the text of what is wrong with a stream, or nothing.
+// Each rule returns the fault of a stream, if it has one.
 
 std::optional<std::string> compositionFault(const StreamResult& stream) {
     const double total = std::reduce(stream.fraction.begin(), stream.fraction.end());
@@ -31,14 +31,14 @@ std::optional<std::string> compositionFault(const StreamResult& stream) {
 std::optional<std::string> flowFault(const StreamResult& stream) {
     if (stream.totalFlow >= 0)
         return std::nullopt;
-    return "the flow, " + number(stream.totalFlow) + " mol/s, is not 0 or above";
+    return "the flow, " + number(stream.totalFlow) + " mol/s, must not be negative";
 }
 
 std::optional<std::string> temperatureFault(const StreamResult& stream) {
     if (stream.temperature >= lowestFitted && stream.temperature <= highestFitted)
         return std::nullopt;
     return "the temperature, " + number(stream.temperature) + " K, lies outside " + number(lowestFitted) +
-           " to " + number(highestFitted) + " K, where the package's heat capacities hold";
+           " to " + number(highestFitted) + " K, the range of the package's heat capacities";
 }
 
 constexpr std::array streamRules{compositionFault, flowFault, temperatureFault};
@@ -62,7 +62,7 @@ void addWarnings(const UnitResult& unit, const Balance& balance,
         if (!parameter.isInput && !isSet(parameter))
             warnings.push_back({unit.name, "parameter " + parameter.name,
                                 "the output has no value: the script never set it"});
-    // A source or a sink of the flowsheet keeps nothing.
+    // A source or a sink of the flowsheet conserves nothing.
     if (balance.mass.in != 0 && !products.empty() && !isKept(balance.mass))
         warnings.push_back(
             {unit.name, "balance",

@@ -1,4 +1,4 @@
-/// What a user should look at, though the run did not fail.
+/// What a user should check although the run succeeded.
 #pragma once
 
 #include "RunResults.h"
@@ -7,7 +7,7 @@
 
 namespace solvane::host {
 
-/// Adds what can hardly be meant in the products and output parameters of a unit and in its balance.
+/// Adds the implausible results in a unit's products, output parameters and balance.
 void addWarnings(const UnitResult& unit, const Balance& balance,
                  std::span<const StreamResult* const> products, std::vector<Warning>& warnings);
 

@@ -7,9 +7,9 @@
 
 namespace solvane::host {
 
-/// Constants of one compound, whose sources stand at their table. The ideal-gas heat capacity is
+/// Constants of one compound; their table names the sources. The ideal-gas heat capacity is
 /// `idealGasHeatCapacity[0] + [1] T + [2] T^2 + [3] T^3` in J/mol/K, T in K. Formation properties and the
-/// absolute entropy are those of the ideal gas at 298.15 K and 101325 Pa. What there is not is not a number.
+/// absolute entropy are those of the ideal gas at 298.15 K and 101325 Pa. A missing constant is NaN.
 struct Compound {
     std::string_view name;
     std::string_view formula;
@@ -18,7 +18,7 @@ struct Compound {
     double criticalTemperature; ///< K
     double criticalPressure;    ///< Pa
     double acentricFactor;
-    double normalBoilingPoint; ///< K; for carbon dioxide the temperature where the solid sublimes
+    double normalBoilingPoint; ///< K; for carbon dioxide the sublimation temperature
     std::array<double, 4> idealGasHeatCapacity;
     double formationEnthalpy;    ///< J/mol
     double formationGibbsEnergy; ///< J/mol
@@ -36,7 +36,7 @@ struct Compound {
 
 std::span<const Compound> allCompounds();
 
-/// The compound of that name, in any case of letters; null where there is none.
+/// The compound of that name, in any case of letters; null if there is none.
 const Compound* findCompound(std::string_view name);
 
 } // namespace solvane::host

@@ -21,7 +21,7 @@ double criticalCompressibility(const Compound& c) {
     return c.criticalPressure * c.criticalVolume / (gasConstant * c.criticalTemperature);
 }
 
-/// Of what boils at the pressure of an atmosphere, and does not sublime.
+/// Only for compounds that boil at atmospheric pressure and do not sublime.
 double heatOfBoiling(const Compound& c) {
     const double freezing = c.normalFreezingPoint;
     return std::isnan(freezing) ? freezing : heatOfVaporization(c, boilingPoint(c, 101325.0).value).value;

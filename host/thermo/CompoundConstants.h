@@ -9,8 +9,7 @@
 
 namespace solvane::host {
 
-/// A constant is a number in SI units (molecular weights in g/mol) or a text. A number that there is not for
-/// a compound is not a number.
+/// A constant is a number in SI units (molecular weights in g/mol) or a text. A missing number is NaN.
 struct CompoundConstantRow {
     using Text = std::string_view (*)(const Compound&);
     using Number = double (*)(const Compound&);

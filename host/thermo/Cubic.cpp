@@ -13,10 +13,10 @@ struct Cubic {
     double value(double z) const { return ((z + c2) * z + c1) * z + c0; }
     double slope(double z) const { return (3 * z + 2 * c2) * z + c1; }
 
-    /// Newton's iteration from a start that lies beyond the root on the side where the cubic bends away from
-    /// the axis, whence it comes nearer step by step, or from next to the root.
+    /// Newton's iteration from a start next to the root, or beyond it on the side where the cubic bends away
+    /// from the axis, so that every step comes nearer.
     double rootFrom(double start) const {
-        constexpr double nearby = 1e-8; // from here on a step that does not shrink is rounding
+        constexpr double nearby = 1e-8; // below this, a step that does not shrink is rounding
         double z = start;
         double lastStep = INFINITY;
         for (int i = 0; i < 200; ++i) {
@@ -39,7 +39,7 @@ CompressibilityRoots compressibilityRoots(double a, double b) {
     const Cubic cubic{b - 1, a - 3 * b * b - 2 * b, -(a * b - b * b - b * b * b)};
     const double inflection = -cubic.c2 / 3;
 
-    // The cubic is -2 B^2 at Z = B, so that a root to the left of the inflection needs B to lie left of it.
+    // The cubic is -2 B^2 at Z = B, so a root to the left of the inflection requires B to lie left of it.
     if (b < inflection && cubic.value(inflection) > 0) {
         const double smallest = cubic.rootFrom(b);
         const double p = cubic.c2 + smallest;

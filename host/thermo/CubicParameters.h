@@ -1,4 +1,4 @@
-/// What the Peng-Robinson equation makes of each compound.
+/// The Peng-Robinson parameters of each compound.
 #pragma once
 
 #include "Compound.h"
@@ -36,7 +36,7 @@ AttractionRoot<Scalar> attractionRoot(const Compound& compound, Scalar temperatu
     const double criticalRoot =
         gasConstant * criticalTemperature * std::sqrt(omegaA / compound.criticalPressure);
     // Beyond some ten times the critical temperature this root turns negative. It keeps its sign, so that a
-    // mixture's a stays a smooth function of temperature there, where it is next to nothing.
+    // mixture's a stays a smooth function of temperature there, where it is almost zero.
     return {criticalRoot * (1 + m * (1 - reducedRoot)), -criticalRoot * m * reducedRoot / (2 * temperature)};
 }
 
@@ -52,10 +52,10 @@ Scalar attractionLogarithm(Scalar volume, Scalar b) {
     return log1p((delta1 - delta2) * b / (volume + delta2 * b));
 }
 
-/// The volume, m3/mol, less the equation's error: its volumes of liquids are some 10 % off, by an amount that
-/// hardly depends on temperature. What estimates take from real volumes is given those without it: A.
-/// Peneloux, E. Rauzy, R. Freze, Fluid Phase Equilibria 8 (1982) 7, with the constants for this equation of
-/// K. S. Pedersen, P. L. Christensen, Phase Behavior of Petroleum Reservoir Fluids (2007), chapter 4.
+/// The volume, m3/mol, without the equation's error: its volumes of liquids are some 10 % off, by an amount
+/// that hardly depends on temperature. Correlations of real volumes take these: A. Peneloux, E. Rauzy, R.
+/// Freze, Fluid Phase Equilibria 8 (1982) 7, with the constants for this equation of K. S. Pedersen, P. L.
+/// Christensen, Phase Behavior of Petroleum Reservoir Fluids (2007), chapter 4.
 template <class Scalar>
 Scalar translatedVolume(std::span<const Compound* const> compounds, Scalar volume,
                         std::span<const Scalar> composition) {

@@ -1,4 +1,4 @@
-/// Derivatives of what is a function of temperature, pressure and the compositions of phases.
+/// Derivatives of functions of temperature, pressure and the compositions of phases.
 #pragma once
 
 #include "Dual.h"
@@ -12,14 +12,14 @@
 namespace solvane::host {
 
 /// Turns slopes to the fractions of one phase into those to its amounts: with x_i = n_i/N the one to n_j of f
-/// is f_j - sum x_k f_k for one mole in all, and f more where f counts for one mole.
+/// is f_j - sum x_k f_k for one mole in all, plus f if f is per mole.
 inline void toMoles(std::span<double> slopes, std::span<const double> fractions,
                     std::span<const double> values, bool molar) {
     const std::size_t rows = values.size();
     for (std::size_t row = 0; row < rows; ++row) {
         double mean = molar ? -values[row] : 0;
         for (std::size_t i = 0; i < fractions.size(); ++i) {
-            // What is absent changes nothing, even where its own slope is infinite.
+            // An absent compound contributes nothing, even if its own slope is infinite.
             mean += fractions[i] > 0 ? fractions[i] * slopes[i * rows + row] : 0;
         }
         for (std::size_t i = 0; i < fractions.size(); ++i)
@@ -29,7 +29,7 @@ inline void toMoles(std::span<double> slopes, std::span<const double> fractions,
 
 /// The values of `function(temperature, pressure, fractions)`, which takes double or Dual arguments, or their
 /// derivative. `fractions` are those of one phase after the other, `count` each. Derivatives to amounts are
-/// laid out as PropertyPackage has them: all values for the first amount, then all for the next.
+/// laid out as PropertyPackage returns them: all values for the first amount, then all for the next.
 template <class Function>
 std::vector<double> derived(const Function& function, Derivative derivative, double temperature,
                             double pressure, const std::vector<double>& fractions, std::size_t count,

@@ -1,5 +1,5 @@
 /// A number with its derivative to one variable, so that a formula written for any number also gives its own
-/// derivative, exact but for rounding.
+/// derivative, exact except for rounding.
 #pragma once
 
 #include <cmath>
@@ -29,7 +29,7 @@ struct Dual {
     constexpr Dual& operator+=(const Dual& x) { return *this = *this + x; }
 };
 
-/// By the chain rule. What does not change stays so where the function is infinitely steep.
+/// By the chain rule. A constant stays constant where the function is infinitely steep.
 inline Dual chained(const Dual& x, double value, double derivative) {
     return {value, x.slope == 0 ? 0 : derivative * x.slope};
 }
@@ -58,7 +58,7 @@ inline Dual pow(const Dual& x, double exponent) {
     return chained(x, std::pow(x.value, exponent), exponent * std::pow(x.value, exponent - 1));
 }
 
-/// x ln x, which is 0 for what is absent.
+/// x ln x, which is 0 at 0.
 inline double timesLog(double x) {
     return x > 0 ? x * std::log(x) : 0;
 }
@@ -75,7 +75,7 @@ inline double plain(const Dual& x) {
     return x.value;
 }
 
-/// The number with another value and the derivative that it has.
+/// The number with another value and the same derivative.
 inline double withValue(double, double value) {
     return value;
 }

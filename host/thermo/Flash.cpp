@@ -12,7 +12,7 @@ namespace solvane::host {
 
 namespace {
 
-/// Fractions from here on count; what is less is absent.
+/// Compounds with smaller fractions count as absent.
 constexpr double leastFraction = 1e-100;
 
 bool atTemperatureAndPressure(const Mixture& mixture, double temperature, const FlashCondition& pressure,
@@ -41,7 +41,7 @@ bool atVaporFraction(const Mixture& mixture, double value, const FlashCondition&
 
 struct FlashRow {
     FlashVariable first;
-    std::optional<FlashVariable> second; ///< nothing for any property of the whole mixture
+    std::optional<FlashVariable> second; ///< empty for any property of the whole mixture
     bool (*flash)(const Mixture& mixture, double first, const FlashCondition& second, Equilibrium& result,
                   std::string& error);
 
@@ -60,7 +60,7 @@ constexpr std::array flashTable{
     FlashRow{vaporFraction, {}, atProperty<flashAtVaporFraction>},
 };
 
-/// Puts the stated temperature and pressure in the place of what a search by their logarithms left of them.
+/// Restores the stated temperature and pressure, which a search by their logarithms rounds.
 void keepStated(const FlashCondition& condition, Equilibrium& result) {
     if (condition.variable == temperature)
         result.temperature = condition.value;
@@ -68,7 +68,7 @@ void keepStated(const FlashCondition& condition, Equilibrium& result) {
         result.pressure = condition.value;
 }
 
-/// Null where there is none.
+/// Null if there is none.
 const FlashRow* findFlash(FlashVariable first, FlashVariable second) {
     const auto row = std::ranges::find_if(
         flashTable, [&](const FlashRow& r) { return r.isFor(first, second) || r.isFor(second, first); });

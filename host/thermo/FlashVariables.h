@@ -1,4 +1,4 @@
-/// Names, bounds and texts of what a flash can be given.
+/// Names, bounds and texts of flash conditions.
 #pragma once
 
 #include "MolarProperties.h"
@@ -8,7 +8,7 @@
 
 namespace solvane::host {
 
-/// Bounds of what the package answers for, K and Pa.
+/// The package's bounds, K and Pa.
 inline constexpr double lowestTemperature = 50;
 inline constexpr double highestTemperature = 3000;
 inline constexpr double highestPressure = 1e9;
@@ -18,7 +18,7 @@ struct FlashVariableRow {
     const char* name;
     double lowest;
     double highest;
-    const char* unit;                  ///< behind a blank, as " K"; empty for a fraction
+    const char* unit;                  ///< after a blank, as " K"; empty for a fraction
     double MolarProperties::*property; ///< of the overall mixture; null for the others
 };
 

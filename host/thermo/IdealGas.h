@@ -1,4 +1,4 @@
-/// Ideal-gas heat, of which every enthalpy and entropy of the package is the sum with the equation of state's
+/// Ideal-gas heat. Every enthalpy and entropy of the package is its sum with the equation of state's
 /// residual.
 #pragma once
 
@@ -19,7 +19,7 @@ inline constexpr double lowestFitted = 150.0;
 inline constexpr double highestFitted = 1500.0;
 
 /// Heat capacity at constant pressure, J/mol/K. The polynomials are fits from room temperature to about
-/// 1500 K: some turn negative below 80 K or above 2000 K. So the value at 150 K holds below it, and that at
+/// 1500 K: some turn negative below 80 K or above 2000 K. So the value at 150 K is used below it, and that at
 /// 1500 K above it, which keeps enthalpy and entropy rising with temperature everywhere. Like all that
 /// follows, for double and for Dual.
 template <class Scalar>

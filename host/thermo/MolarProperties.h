@@ -1,4 +1,4 @@
-/// Enthalpy, entropy and their kin of a homogeneous phase.
+/// Enthalpy, entropy and related properties of a homogeneous phase.
 #pragma once
 
 #include "HomogeneousPhase.h"
@@ -28,13 +28,13 @@ struct MolarPropertiesOf {
 
 using MolarProperties = MolarPropertiesOf<double>;
 
-/// Zeros are welcome in the composition. For double and for Dual.
+/// Zeros are allowed in the composition. For double and for Dual.
 template <class Scalar>
 MolarPropertiesOf<Scalar> molarProperties(std::span<const Compound* const> compounds, Phase phase,
                                           Scalar temperature, Scalar pressure,
                                           std::span<const Scalar> composition);
 
-/// What the mixture has more than an ideal one of the pure compounds in the same phase. Enthalpy, entropy,
+/// The excess over an ideal mixture of the pure compounds in the same phase. Enthalpy, entropy,
 /// energies (without formation) and volume; the other members have no meaning.
 template <class Scalar>
 MolarPropertiesOf<Scalar> excessProperties(std::span<const Compound* const> compounds, Phase phase,

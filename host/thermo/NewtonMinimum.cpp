@@ -12,9 +12,9 @@ namespace {
 
 constexpr int maxIterations = 100;
 constexpr double smallEnough = 1e-13;
-constexpr double nearlySmallEnough = 1e-10; ///< from here on a step that does not halve the residuals ends it
+constexpr double nearlySmallEnough = 1e-10; ///< below this, every step must halve the residuals
 constexpr double longestStep = 4.0;         ///< a factor of 55 in an amount
-/// Of the objective, relative to it or to 1, as the fugacities of cold dense liquids are rounded.
+/// The rounding of the objective, relative to it or to 1, that the fugacities of cold dense liquids cause.
 constexpr double rounding = 1e-11;
 
 double largest(const std::vector<double>& values) {
@@ -69,7 +69,7 @@ NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
             for (std::size_t i = 0; i < n; ++i)
                 moved[i] = variables[i] + length * step[i];
             GibbsModel there = objective(moved);
-            // Where the objective's change is lost in rounding, the residuals have to tell.
+            // If the objective's change is lost in rounding, the residuals decide.
             const bool lower = there.value <= model.value + 1e-4 * length * slope;
             const bool closer =
                 there.value <= model.value + rounding * std::max(1.0, std::abs(model.value)) &&

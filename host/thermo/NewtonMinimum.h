@@ -9,7 +9,7 @@ namespace solvane::host {
 
 /// An objective around one point. The variables are logarithms of amounts, so that no step leaves the allowed
 /// range; `residual` is the objective's gradient to the amounts themselves (a difference of chemical
-/// potentials over RT, what has to vanish), `scale` the square root of the amounts' derivatives to the
+/// potentials over RT, which must vanish), `scale` the square root of the amounts' derivatives to the
 /// variables, and `curvature` the objective's second derivatives to the amounts, multiplied from both sides
 /// by `scale`. In these measures an ideal solution's curvature is about the unit matrix, for traces as well.
 struct GibbsModel {
@@ -26,7 +26,7 @@ struct NewtonOutcome {
     double worstResidual = 0; ///< largest absolute value
 };
 
-/// Goes down from `variables` until the residuals vanish to about 1e-13 or no step helps any more: at first
+/// Goes down from `variables` until the residuals vanish to about 1e-13 or no step helps any more: first
 /// by `substitutions` steps of the variables by minus the residuals (successive substitution), then by Newton
 /// steps, shifted towards these where the curvature is not positive. The objective never rises beyond
 /// rounding.

@@ -11,21 +11,21 @@
 
 namespace solvane::host {
 
-/// Which real root of the cubic to take. Where there is but one, every choice takes it.
+/// Which real root of the cubic to take. If there is only one, every choice takes it.
 enum class Root {
     vapor,  ///< the largest
     liquid, ///< the smallest above b
     stable, ///< of these two the one of lower Gibbs energy
 };
 
-/// A homogeneous phase's fugacity coefficients, and what is known of it once they are.
+/// The fugacity coefficients of a homogeneous phase, and its volume.
 struct Fugacity {
     double volume = 0;                  ///< m3/mol
     double covolume = 0;                ///< b, m3/mol
     std::vector<double> logCoefficient; ///< ln phi, one for each compound
 
-    /// The volume of the equation's critical point parts the vapour-like from the liquid-like: where the
-    /// cubic has three roots, it lies between the outer two, and where it has one, it goes on from there.
+    /// The volume of the equation's critical point separates vapour-like from liquid-like phases: if the
+    /// cubic has three roots, it lies between the outer two.
     bool isVaporLike() const { return volume > criticalVolumeRatio * covolume; }
 
     static constexpr double criticalVolumeRatio = 3.9513730355914394; ///< critical volume over b
@@ -40,7 +40,7 @@ struct FugacityDerivatives {
 };
 
 /// The equation for a set of compounds at one temperature. Compositions are mole fractions that sum to 1;
-/// zeros are welcome.
+/// zeros are allowed.
 class PengRobinson {
 public:
     PengRobinson(std::span<const Compound* const> compounds, double temperature);
@@ -70,8 +70,8 @@ private:
     std::vector<double> covolume_;
 };
 
-/// ln(K P), P in Pa, of a compound by Wilson's correlation (1968) of K = y/x at low pressure: where searches
-/// for equilibria start.
+/// ln(K P), P in Pa, of a compound by Wilson's correlation (1968) of K = y/x at low pressure, the start of
+/// searches for equilibria.
 double wilsonLogVolatility(const Compound& compound, double temperature);
 
 } // namespace solvane::host

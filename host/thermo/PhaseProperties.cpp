@@ -125,7 +125,7 @@ std::vector<Scalar> pureLogCoefficients(const State<Scalar>& s) {
 template <class Scalar>
 struct CompoundRow {
     PhaseProperty property;
-    bool againstPure; ///< else there is no ln phi alone
+    bool againstPure; ///< otherwise ln phi alone is not needed
     Scalar (*value)(Scalar fraction, Scalar pressure, Scalar inMixture, Scalar alone);
 };
 

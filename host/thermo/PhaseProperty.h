@@ -1,4 +1,4 @@
-/// What phases can be asked for.
+/// The properties of phases.
 #pragma once
 
 #include <span>
@@ -8,8 +8,8 @@ namespace solvane::host {
 
 enum class Phase { vapor, liquid };
 
-/// What a single phase can be asked for. Enthalpies and energies are in J/mol, entropies and heat capacities
-/// in J/mol/K, volumes in m3/mol; what follows otherwise without a unit has none. Enthalpy and entropy are
+/// The properties of a single phase. Enthalpies and energies are in J/mol, entropies and heat capacities
+/// in J/mol/K, volumes in m3/mol; the rest without a unit is dimensionless. Enthalpy and entropy are
 /// zero for each pure compound as ideal gas at 298.15 K and 101325 Pa in the "NF" forms; the "F" forms add
 /// the enthalpy and the entropy of formation of that ideal gas from the elements, so that enthalpyF - T
 /// entropyF there is the Gibbs energy of formation. Enthalpy, entropy and the energies without either are
@@ -53,8 +53,8 @@ enum class PhaseProperty {
 struct PhasePropertyRow {
     PhaseProperty property;
     std::string_view name;
-    bool perCompound; ///< one value a compound, else one for the phase
-    bool molar;       ///< an amount for one mole, whose derivative to moles is the partial molar property
+    bool perCompound; ///< one value per compound, otherwise one for the phase
+    bool molar;       ///< per mole, so that the derivative to moles is the partial molar property
 };
 
 std::span<const PhasePropertyRow> phaseProperties();
@@ -65,7 +65,7 @@ enum class TwoPhaseProperty {
     surfaceTension, ///< N/m, in either order of the phases
 };
 
-/// What a property is derived to, all else constant: for `moles` the amounts of one mole in all, for
+/// The variable of a derivative, all else constant: for `moles` the amounts of one mole in all, for
 /// `molFraction` the fractions as if each could change alone.
 enum class Derivative { none, temperature, pressure, moles, molFraction };
 

@@ -6,7 +6,7 @@
 
 namespace solvane::host {
 
-/// A mixture without the compounds that are absent: all mole fractions are positive and sum to 1.
+/// A mixture without absent compounds: all mole fractions are positive and sum to 1.
 struct Mixture {
     std::vector<const Compound*> compounds;
     std::vector<double> composition;
@@ -15,11 +15,11 @@ struct Mixture {
 /// The stable state: a vapour, a liquid, or both, vapour first. There is no second liquid: of two liquids
 /// that the equation would rather form (both denser than 1/(1.75 b), a common bound of vapour-like density),
 /// the mixture stays one. A single phase is a vapour if its volume is greater than the equation's critical
-/// volume of the mixture, about 3.95 b, else a liquid; so a dense supercritical fluid counts as liquid, a
-/// thin one as vapour.
+/// volume of the mixture, about 3.95 b, otherwise a liquid; so a dense supercritical fluid counts as liquid,
+/// a thin one as vapour.
 std::vector<PhaseState> splitPhases(const Mixture& mixture, double temperature, double pressure);
 
-/// The least volume over b of what may be called a vapour beside a liquid.
+/// The least volume over b of a vapour beside a liquid.
 inline constexpr double leastVaporVolumeRatio = 1.75;
 
 } // namespace solvane::host

@@ -1,8 +1,8 @@
 /// The sample host's thermodynamics: Peng-Robinson with ideal-gas heat capacities.
 ///
 /// Units are SI on a mole basis throughout: K, Pa, mol, J/mol, J/mol/K, m3/mol. Compositions are mole
-/// fractions in the package's compound order; they are normalised here, and zeros are welcome. Temperatures
-/// lie within 50 K and 3000 K, pressures within 0 and 1e9 Pa.
+/// fractions in the package's compound order; the package normalises them, and zeros are allowed.
+/// Temperatures lie within 50 K and 3000 K, pressures within 0 and 1e9 Pa.
 #pragma once
 
 #include "Compound.h"
@@ -30,8 +30,8 @@ struct PhaseState {
 
 /// The phases at equilibrium, vapour first: one, or two. A flash at a given vapour fraction always gives two;
 /// at a bubble or dew point one of them has the fraction 0. A phase that is alone is a vapour if its volume
-/// is greater than the equation's critical volume of the mixture (about 3.95 b), else a liquid. There is no
-/// second liquid.
+/// is greater than the equation's critical volume of the mixture (about 3.95 b), otherwise a liquid. There is
+/// no second liquid.
 struct Equilibrium {
     double temperature = 0;
     double pressure = 0;
@@ -60,14 +60,14 @@ struct FlashCondition {
 
 class PropertyPackage {
 public:
-    /// The compounds outlive the package, as those of allCompounds() do.
+    /// The compounds must outlive the package, as those of allCompounds() do.
     explicit PropertyPackage(std::vector<const Compound*> compounds);
 
     std::span<const Compound* const> compounds() const { return compounds_; }
 
-    /// Values of `property` for the phase at T and P: one for the mixture, or one a compound. A derivative
+    /// Values of `property` for the phase at T and P: one for the mixture, or one per compound. A derivative
     /// to temperature or pressure has as many; one to moles or fractions has them for the first compound's
-    /// amount, then for the second's, and so on. Where the equation of state has one root only, both phases
+    /// amount, then for the second's, and so on. If the equation of state has only one root, both phases
     /// take it. False with a text for values out of range.
     bool phaseProperty(PhaseProperty property, Phase phase, double temperature, double pressure,
                        std::span<const double> composition, std::vector<double>& values, std::string& error,
@@ -80,7 +80,7 @@ public:
                           Derivative derivative = Derivative::none) const;
 
     /// A property of each pure compound at the temperature or pressure that it depends on, or its derivative
-    /// to that. Not a number for a compound that has none there. False with a text for values out of range.
+    /// to that. NaN for a compound that has none there. False with a text for values out of range.
     bool pureProperty(const PurePropertyRow& property, double argument, std::vector<double>& values,
                       std::string& error, bool derivative = false) const;
 
@@ -90,9 +90,9 @@ public:
     /// Flashes the composition at two of temperature, pressure and vapour fraction, or at one of them and a
     /// property of the whole mixture, in either order. Of several states that have the values, it is the one
     /// of the lowest pressure where the temperature is given, that of the lowest temperature where the vapour
-    /// fraction and a property are. A stated temperature, pressure or vapour fraction is in the result as it
-    /// was given. False with a text for a pair that is not supported, for values out of
-    /// range, and where there is no solution.
+    /// fraction and a property are. The result has exactly the stated temperature, pressure or vapour
+    /// fraction. False with a text for a pair that is not supported, for values out of range, and if there is
+    /// no solution.
     bool flash(std::span<const double> composition, const FlashCondition& first, const FlashCondition& second,
                Equilibrium& result, std::string& error) const;
 

@@ -12,8 +12,8 @@ namespace solvane::host {
 /// What the property depends on.
 enum class PureArgument { temperature, pressure };
 
-/// The value and its derivative, in SI units on a mole basis, not numbers where there is none: what is about
-/// vapour and liquid together ends at the critical point.
+/// The value and its derivative, in SI units on a mole basis. NaN if there is none: properties of
+/// vapour and liquid together end at the critical point.
 struct PurePropertyRow {
     std::string_view name;
     PureArgument argument;

@@ -31,7 +31,7 @@ double bisect(double low, double high, const Test& isAbove) {
 std::optional<double> vaporPressure(const Compound& compound, double temperature) {
     if (temperature >= compound.criticalTemperature)
         return std::nullopt;
-    constexpr double lowest = -200; // ln Pa: no compound boils there above a few kelvins
+    constexpr double lowest = -200; // ln Pa: there every compound boils below a few kelvins
     return std::exp(bisect(lowest, std::log(compound.criticalPressure), [&](double logPressure) {
         return !boils(compound, temperature, std::exp(logPressure));
     }));

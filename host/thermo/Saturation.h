@@ -7,10 +7,10 @@
 
 namespace solvane::host {
 
-/// The pressure, Pa, at which vapour and liquid coexist; nothing from the critical temperature on.
+/// The pressure, Pa, at which vapour and liquid coexist; empty from the critical temperature on.
 std::optional<double> vaporPressure(const Compound& compound, double temperature);
 
-/// The temperature, K, at which vapour and liquid coexist; nothing from the critical pressure on.
+/// The temperature, K, at which vapour and liquid coexist; empty from the critical pressure on.
 std::optional<double> boilingTemperature(const Compound& compound, double pressure);
 
 } // namespace solvane::host

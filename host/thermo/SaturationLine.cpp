@@ -12,7 +12,7 @@ using Point = SaturationLine::Point;
 
 namespace {
 
-/// Relative, of the phases' volumes over b. Nearer to the critical point, two phases that are one fulfil the
+/// Relative, of the phases' volumes over b. Nearer to the critical point, one phase counted twice fulfils the
 /// equations to the last digits at any vapour fraction.
 constexpr double leastDifference = 1e-3;
 
@@ -126,7 +126,7 @@ bool SaturationLine::correct(Point& point, std::size_t held, int& iterations) co
     for (iterations = 0; iterations < maxIterations; ++iterations) {
         equations(point, held, residual, jacobian);
         const double worst = largest(residual);
-        // Newton's steps double the digits until rounding ends their gain.
+        // Newton's steps double the correct digits until rounding stops them.
         if (worst < 1e-14 || (worst < 1e-11 && worst >= lastWorst / 2))
             return isOrdered(point);
         lastWorst = worst;

@@ -20,7 +20,7 @@ class SaturationLine {
 public:
     using Point = std::vector<double>;
 
-    /// Two compounds or more; the mixture outlives the line.
+    /// For two compounds or more; the mixture must outlive the line.
     SaturationLine(const Mixture& mixture, double vaporFraction)
         : mixture_(mixture), vaporFraction_(vaporFraction), n_(mixture.composition.size()) {}
 
@@ -32,11 +32,11 @@ public:
     Point estimate(std::size_t held, double logValue) const;
 
     /// Moves the point onto the line by Newton's method with one variable held where it is, and counts its
-    /// iterations. False if it finds no way, or ends where the two phases are one, both are liquids, or the
-    /// vapour is the denser.
+    /// iterations. False if it does not converge, or if the two phases are the same, both are liquids, or the
+    /// vapour is denser than the liquid.
     bool correct(Point& point, std::size_t held, int& iterations) const;
 
-    /// How the variables of a point on the line change with the held one. False where it turns back.
+    /// How the variables of a point on the line change with the held one. False if the line turns back there.
     bool tangent(const Point& point, std::size_t held, Point& direction) const;
 
     SaturatedState state(const Point& point) const;

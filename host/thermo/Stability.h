@@ -5,14 +5,14 @@
 
 namespace solvane::host {
 
-/// The deepest point below the tangent plane that a trial phase found.
+/// The deepest point that a trial phase found below the tangent plane.
 struct TrialPhase {
     bool belowPlane = false;         ///< the mixture gains by forming this phase
     std::vector<double> composition; ///< mole fractions
 };
 
-/// Tries whether the mixture would gain by forming a phase on the given root. `logFugacity` is ln(z phi) of
-/// the mixture in the state that is tested; all mole fractions are positive.
+/// Tests whether the mixture gains by forming a phase on the given root. `logFugacity` is ln(z phi) of the
+/// mixture in the tested state; all mole fractions are positive.
 TrialPhase tryPhase(const PengRobinson& equation, std::span<const Compound* const> compounds, Root root,
                     double pressure, std::span<const double> composition,
                     std::span<const double> logFugacity);

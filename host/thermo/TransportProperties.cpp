@@ -37,7 +37,7 @@ constexpr std::array<CoefficientRow, 7> conductivityTable{{
     {91.089, 128.11, -54.217, 523.81},
 }};
 
-/// The one fluid that stands for the mixture, and its state in reduced terms.
+/// The fluid that represents the mixture, and its state in reduced terms.
 template <class Scalar>
 struct EquivalentFluid {
     Scalar criticalTemperature; ///< K
@@ -61,7 +61,7 @@ struct EquivalentFluid {
 
 constexpr double temperatureRatio = 1.2593;
 
-/// Hydrogen's acentric factor tells of its quantum effects and not of its molecules' shape.
+/// Hydrogen's acentric factor reflects its quantum effects, not the shape of its molecules.
 double shapeFactor(const Compound& compound) {
     return std::max(compound.acentricFactor, 0.0);
 }
@@ -110,8 +110,8 @@ EquivalentFluid<Scalar> equivalentFluid(std::span<const Compound* const> compoun
     return fluid;
 }
 
-/// How the density weakens what a dilute gas would do: "G2" of the paper, 1 for the dilute gas. `c` are the
-/// coefficients 1 to 5.
+/// How the density weakens the behaviour of a dilute gas: "G2" of the paper, 1 for the dilute gas. `c` are
+/// the coefficients 1 to 5.
 template <class Scalar>
 Scalar densityFactor(const auto& c, Scalar y) {
     using std::exp;

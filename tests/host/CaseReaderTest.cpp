@@ -11,7 +11,7 @@ namespace solvane::host {
 
 namespace {
 
-/// A case that uses all that a case can have.
+/// A case with every key.
 constexpr char fullCase[] = R"json({
   "unit": { "progId": "Some.Unit", "name": "Säule" },
   "generation": "1.0",
@@ -40,7 +40,7 @@ constexpr char fullCase[] = R"json({
   "parameters": { "T": 250, "how": "" }
 })json";
 
-/// Of two units; the second's model is a file.
+/// Two units; the second's model is a file.
 constexpr char flowsheetCase[] = R"json({
   "compounds": ["methane"],
   "streams": [
@@ -60,7 +60,7 @@ protected:
     std::string error;
 };
 
-TEST_F(CaseFiles, areReadWhole) {
+TEST_F(CaseFiles, readsEveryKey) {
     folder.write("more.bin", std::string("\x00\xFF", 2));
     ASSERT_TRUE(readCase(folder.write("case.json", fullCase), result, error)) << error;
 
@@ -79,7 +79,7 @@ TEST_F(CaseFiles, areReadWhole) {
     EXPECT_EQ(unit.parameters.at(0).value, ParameterValue(250));
     EXPECT_EQ(unit.parameters.at(1).value, ParameterValue(std::string()));
 
-    // The rest of the model comes to the unit: `show` tells it in HostProgramTest.m.
+    // The rest of the model reaches the unit: HostProgramTest.m checks it by `show`.
     const auto& model = std::get<UnitModel>(unit.model);
     ASSERT_EQ(model.parameters.size(), 5u);
     EXPECT_EQ(model.parameters[0].value, ParameterValue(260.0)); // from the default
@@ -89,8 +89,8 @@ TEST_F(CaseFiles, areReadWhole) {
     EXPECT_EQ(model.script.bytes, "x = 1;\r\ndisp('ü')\r\n");
 }
 
-/// What is changed in the full case, by the JSON pointer of the place; no value removes it. And what the
-/// message must contain.
+/// A change of the full case at a JSON pointer (no value removes the place), and what the message must
+/// contain.
 struct Fault {
     const char* place;
     const char* value;
@@ -101,17 +101,17 @@ constexpr Fault faults[] = {
     {"/compounds", nullptr, "the key \"compounds\" is missing"},
     {"/compounds/1", "\"propan\"", "compounds[1]: the compound \"propan\" is unknown; compounds: methane, "},
     {"/feeds", nullptr, "the key \"feeds\" is missing"},
-    {"/products/0", "\"a\"", "products[0]: the name \"a\" is taken"},
+    {"/products/0", "\"a\"", "products[0]: the name \"a\" is already taken"},
     {"/colour", "\"red\"", "the key \"colour\" is unknown; known keys: unit, generation, "},
-    {"/generation", "1.1", "generation: \"1.0\" or \"1.1\" is expected"},
+    {"/generation", "1.1", "generation: expected \"1.0\" or \"1.1\""},
     {"/profile", "\"late\"", "profile: the profile \"late\" is unknown; profiles: standard, "},
     {"/feeds/0/flow", "-1", "feeds[\"A\"].flow: a flow cannot be negative"},
-    {"/feeds/0/flow", "\"2\"", "feeds[\"A\"].flow: a number is expected"},
-    {"/feeds/0/temperature", "0", "feeds[\"A\"].temperature: a number above 0 is expected, in K"},
+    {"/feeds/0/flow", "\"2\"", "feeds[\"A\"].flow: expected a number"},
+    {"/feeds/0/temperature", "0", "feeds[\"A\"].temperature: expected a number above 0, in K"},
     {"/feeds/0/pressure", nullptr,
-     "feeds[\"A\"]: two of \"temperature\", \"pressure\" and \"vaporFraction\""},
-    {"/feeds/1/vaporFraction", "1.1", "feeds[\"B\"].vaporFraction: a number from 0 to 1 is expected"},
-    {"/feeds/1/composition", "[1, 0]", "feeds[\"B\"].composition: an object of mole fractions"},
+     "feeds[\"A\"]: expected two of \"temperature\", \"pressure\" and \"vaporFraction\""},
+    {"/feeds/1/vaporFraction", "1.1", "feeds[\"B\"].vaporFraction: expected a number from 0 to 1"},
+    {"/feeds/1/composition", "[1, 0]", "feeds[\"B\"].composition: expected an object of mole fractions"},
     {"/feeds/1/composition/methane", "0.2",
      "feeds[\"B\"].composition: the mole fractions sum to 0.95, not to 1"},
     {"/feeds/1/composition/methane", "-0.25",
@@ -121,12 +121,14 @@ constexpr Fault faults[] = {
     {"/feeds/1/composition/PROPANE", "0.1", "the compound is given twice"},
     {"/model/script", "\"none.m\"", "none.m does not exist"},
     {"/model/script", "\"..\"", "is a folder"},
-    {"/model/script/1", "2", "model.script[1]: a line in quotes is expected"},
-    {"/model/reports/0", "\"matlab output\"", "model.reports[0]: the unit keeps the name \"matlab output\""},
-    {"/model/files/0", "\"calc.m\"", "model.files[0]: the unit keeps the name \"calc.m\" for itself"},
-    {"/model/echo", "1", "model.echo: true or false is expected"},
-    {"/model/parameters/0/kind", "\"float\"", "model.parameters[\"T\"].kind: \"real\", \"integer\""},
-    {"/model/parameters/0/mode", "\"both\"", "model.parameters[\"T\"].mode: \"input\" or \"output\""},
+    {"/model/script/1", "2", "model.script[1]: expected a line in quotes"},
+    {"/model/reports/0", "\"matlab output\"",
+     "model.reports[0]: the unit reserves the name \"matlab output\""},
+    {"/model/files/0", "\"calc.m\"", "model.files[0]: the unit reserves the name \"calc.m\""},
+    {"/model/echo", "1", "model.echo: expected true or false"},
+    {"/model/parameters/0/kind", "\"float\"", "model.parameters[\"T\"].kind: expected \"real\", \"integer\""},
+    {"/model/parameters/0/mode", "\"both\"",
+     "model.parameters[\"T\"].mode: expected \"input\" or \"output\""},
     {"/model/parameters/0/default", nullptr,
      "model.parameters[\"T\"]: an input needs a \"value\" or a \"default\""},
     {"/model/parameters/0/value", "99.5",
@@ -136,30 +138,29 @@ constexpr Fault faults[] = {
     {"/model/parameters/0/dimensionality", "\"degC\"",
      "model.parameters[\"T\"].dimensionality: the unit is unknown"},
     {"/model/parameters/4/dimensionality", "[0, 0, 0, 0, 0, 0, 0, 0, 1]", "there are more than 8 exponents"},
-    {"/model/parameters/1/value", "2.5", "model.parameters[\"n\"].value: a whole number"},
-    {"/model/parameters/1/value", "3000000000", "model.parameters[\"n\"].value: a whole number"},
-    {"/model/parameters/1/name", "\"t\"", "model.parameters[\"t\"]: the name \"t\" is taken"},
+    {"/model/parameters/1/value", "2.5", "model.parameters[\"n\"].value: expected a whole number"},
+    {"/model/parameters/1/value", "3000000000", "model.parameters[\"n\"].value: expected a whole number"},
+    {"/model/parameters/1/name", "\"t\"", "model.parameters[\"t\"]: the name \"t\" is already taken"},
     {"/model/parameters/3/value", "\"c\"",
-     "model.parameters[\"how\"].value: the value is not one of the options, which are written in the same "
-     "letters: a, b"},
+     "model.parameters[\"how\"].value: the value is not one of the options (case-sensitive): a, b"},
     {"/model", "\"none.svm\"", "model: the file "},
-    {"/parameters/T", "[]", "parameters.T: a number, true, false or a text"},
+    {"/parameters/T", "[]", "parameters.T: expected a number, true, false or a text"},
 };
 
 constexpr Fault flowsheetFaults[] = {
     {"/feeds", "[]", "the key \"feeds\" is unknown; known keys: generation, profile, compounds, streams, "},
-    {"/units", "[]", "units: a list of at least one unit"},
-    {"/units/1/name", "\"first\"", "units[\"first\"]: the name \"first\" is taken"},
+    {"/units", "[]", "units: expected a list of at least one unit"},
+    {"/units/1/name", "\"first\"", "units[\"first\"]: the name \"first\" is already taken"},
     {"/units/0/feeds/in", "\"S4\"",
      "units[\"First\"].feeds.in: the stream \"S4\" is neither given in \"streams\" nor a product of a unit "
      "before "
      "\"First\""},
-    {"/units/1/feeds/a", "\"S1\"", "units[\"Second\"].feeds.a: the stream \"S1\" feeds another port already"},
-    {"/units/1/products/out", "\"s1\"", "units[\"Second\"].products.out: the name \"s1\" is taken"},
-    {"/units/1/products", "[\"S4\"]", "units[\"Second\"].products: an object of streams by port"},
+    {"/units/1/feeds/a", "\"S1\"", "units[\"Second\"].feeds.a: the stream \"S1\" already feeds another port"},
+    {"/units/1/products/out", "\"s1\"", "units[\"Second\"].products.out: the name \"s1\" is already taken"},
+    {"/units/1/products", "[\"S4\"]", "units[\"Second\"].products: expected an object of streams by port"},
 };
 
-TEST_F(CaseFiles, tellWhereTheyAreWrong) {
+TEST_F(CaseFiles, reportsThePlaceOfAFault) {
     folder.write("more.bin", "x");
     folder.write("calc.m", "x");
     const auto check = [&](const char* good, std::span<const Fault> table) {
@@ -180,7 +181,7 @@ TEST_F(CaseFiles, tellWhereTheyAreWrong) {
     check(flowsheetCase, flowsheetFaults);
 }
 
-TEST_F(CaseFiles, ofSeveralUnitsKeepTheOrderOfUnitsAndPorts) {
+TEST_F(CaseFiles, keepsTheOrderOfUnitsAndPorts) {
     folder.write("more.bin", "x");
     ASSERT_TRUE(readCase(folder.write("case.json", flowsheetCase), result, error)) << error;
     EXPECT_TRUE(result.isFlowsheet);
@@ -194,7 +195,7 @@ TEST_F(CaseFiles, ofSeveralUnitsKeepTheOrderOfUnitsAndPorts) {
     EXPECT_EQ(second.parameters.at(0).value, ParameterValue(1.5));
 }
 
-TEST_F(CaseFiles, thatAreNoJsonTellLineAndColumn) {
+TEST_F(CaseFiles, reportsLineAndColumnOfInvalidJson) {
     const std::string path =
         folder.write("case.json", "{\n  \"compounds\": [\"methane\"],\n  \"feeds\" []\n}\n");
     EXPECT_FALSE(readCase(path, result, error));
@@ -210,7 +211,7 @@ TEST_F(CaseFiles, thatAreNoJsonTellLineAndColumn) {
     EXPECT_EQ(error, path + ": number overflow parsing '1e999'");
 }
 
-TEST(Units, areReadAndWritten) {
+TEST(Units, parseAndFormat) {
     struct Row {
         const char* text;
         std::vector<double> exponents;

@@ -1,4 +1,4 @@
-// The host's edit command, with a user before the window that it opens.
+// The host's edit command, with a user at the window that it opens.
 #include "CaseFolder.h"
 #include "Program.h"
 #include "WindowDriver.h"
@@ -16,7 +16,7 @@ Outcome edit(const std::string& path, const WindowDriver::Actions& actions) {
     return program.wait();
 }
 
-TEST(EditCommand, aChangedModelGoesToItsFile) {
+TEST(EditCommand, savesAChangedModelToItsFile) {
     const CaseFolder folder;
     const std::string path = folder.write("unit.json", R"({
         "compounds": ["methane"],
@@ -38,7 +38,7 @@ TEST(EditCommand, aChangedModelGoesToItsFile) {
     EXPECT_EQ(outcome.exitCode, 0u);
     EXPECT_EQ(outcome.printed,
               "Saved the model to " + pathText(target) +
-                  "\nThe case stays as it is: with \"model\": \"unit.svm\" it uses this one.\n");
+                  "\nThe case file is unchanged; set \"model\": \"unit.svm\" in it to use this model.\n");
     std::string before, after, error;
     ASSERT_TRUE(readFile(target, before, error)) << error;
 
@@ -49,7 +49,7 @@ TEST(EditCommand, aChangedModelGoesToItsFile) {
     ASSERT_TRUE(readFile(target, after, error)) << error;
     EXPECT_NE(before, after);
 
-    // What cannot be written comes up again, until the user gives up.
+    // The window opens again if the file cannot be written, until the user gives up.
     const FileHandle inUse(
         CreateFileW(target.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
     outcome = edit(pathText(target), [&](WindowDriver& user) {

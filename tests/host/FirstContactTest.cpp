@@ -1,5 +1,4 @@
-// What a user is told on a machine that lacks something: by a run, by the doctor, and that nothing stays
-// behind.
+// What a run and the doctor report on a machine that lacks something, and that no files remain.
 #include "Folders.h"
 #include "MatlabRegistration.h"
 #include "Program.h"
@@ -19,7 +18,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-/// For its lifetime this process and those that it starts have another value of an environment variable.
+/// Changes an environment variable of this process and of those that it starts, for its lifetime.
 class Setting {
 public:
     Setting(const wchar_t* name, const std::wstring& value) : name_(name), former_(32767, L'\0') {
@@ -35,8 +34,7 @@ private:
     std::wstring former_;
 };
 
-/// For its lifetime a file of the product is not there. The build makes it anew where a test ended without
-/// that.
+/// Removes a file of the product for its lifetime. If a test crashes, the build makes the file anew.
 class MissingFile {
 public:
     explicit MissingFile(const std::string& name)
@@ -52,7 +50,7 @@ private:
     std::filesystem::path away_;
 };
 
-using Breakage = std::shared_ptr<void>; ///< mended by its end
+using Breakage = std::shared_ptr<void>; ///< repaired at its end
 
 Breakage breakMatlab(const std::function<void(MatlabRegistration&)>& act) {
     auto registration = std::make_shared<MatlabRegistration>();
@@ -86,8 +84,8 @@ protected:
     }
     static Outcome doctor() { return Program(hostProgram + L" doctor").wait(); }
 
-    /// What units have put into a temporary folder and left there, the gateway's folder aside. An engine ends
-    /// a moment after its client, and its folder with it.
+    /// What units left in a temporary folder, except the gateway's folder. An engine ends a moment after its
+    /// client and takes its folder with it.
     static std::vector<std::wstring> leftIn(const std::wstring& place) {
         const auto isEngines = [](const std::wstring& name) { return name.starts_with(L"SolvaneOctave"); };
         std::vector<std::wstring> names = namesIn(place);
@@ -102,7 +100,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(FirstContact, aHealthyMachine) {
+TEST_F(FirstContact, passesOnAHealthyMachine) {
     const Outcome outcome = doctor();
     EXPECT_EQ(outcome.exitCode, 0u) << outcome.printed;
     EXPECT_THAT(outcome.printed,
@@ -110,8 +108,8 @@ TEST_F(FirstContact, aHealthyMachine) {
                       HasSubstr("\nAll is right.\n"), Not(HasSubstr("skipped"))));
 }
 
-// Of users who are called O'Brien or Müller.
-TEST_F(FirstContact, temporaryFoldersOfAnyName) {
+// For users called O'Brien or Müller.
+TEST_F(FirstContact, worksWithTemporaryFoldersOfAnyName) {
     for (const wchar_t* name : {L"with blanks", L"O'Brien", L"two ''", L"Müller"}) {
         const std::wstring place = folder.path() + name + L"\\";
         CreateDirectoryW(place.c_str(), nullptr);
@@ -125,7 +123,7 @@ TEST_F(FirstContact, temporaryFoldersOfAnyName) {
     }
 }
 
-TEST_F(FirstContact, aBrokenMachineIsExplained) {
+TEST_F(FirstContact, explainsWhatIsBroken) {
     const std::string notInstalled = "; Matlab not installed?";
     const struct {
         std::function<Breakage()> arrange;
@@ -149,16 +147,16 @@ TEST_F(FirstContact, aBrokenMachineIsExplained) {
              return breakMatlab(
                  [](MatlabRegistration& matlab) { matlab.setServer(L"C:\\gone\\matlab.exe"); });
          },
-         "Failed to create Matlab application: ", "engine class", "C:\\gone\\matlab.exe, which is not there",
-         "matlab /regserver"},
+         "Failed to create Matlab application: ", "engine class",
+         "C:\\gone\\matlab.exe, which does not exist", "matlab /regserver"},
         {[] { return std::make_shared<Setting>(L"SOLVANE_OCTAVE", L"/no/such/octave"); },
          "There is no file /no/such/octave, which is set as the Octave to run", "engine start",
          "There is no file /no/such/octave", "Install GNU Octave"},
         {[] { return std::make_shared<MissingFile>("octave/linux/CapeOpenUnitMex.mex"); },
          "'CapeOpenUnitMex' undefined", "engine files", "CapeOpenUnitMex.mex is missing",
-         "files into their folder"},
+         "unit's files into their folder"},
         {[] { return std::make_shared<MissingFile>("setProduct.m"); }, "'setProduct' undefined",
-         "engine files", "setProduct.m is missing", "files into their folder"},
+         "engine files", "setProduct.m is missing", "unit's files into their folder"},
         {[] { return std::make_shared<MissingFile>("SolvaneUnitOperation.dll"); }, "cannot be created",
          "unit class", "SolvaneUnitOperation.dll does not exist", "regsvr32"},
         {[this] { return std::make_shared<Setting>(L"TMP", folder.path() + L"gone\\"); },
@@ -177,9 +175,9 @@ TEST_F(FirstContact, aBrokenMachineIsExplained) {
         const Outcome run = host(L"run", L"case.json");
         EXPECT_EQ(run.exitCode, 1u) << run.printed;
         EXPECT_THAT(run.printed, HasSubstr(row.run));
-        // A script that ran to its end had what it needs of the machine, as far as can be told.
+        // A script that ran to its end apparently had all that it needs of the machine.
         const bool hasRun = run.printed.find("MATLAB done") != std::string::npos;
-        EXPECT_NE(run.printed.find("\"SolvaneHost doctor\" tells") != std::string::npos, hasRun)
+        EXPECT_NE(run.printed.find("\"SolvaneHost doctor\" shows") != std::string::npos, hasRun)
             << run.printed;
 
         const Outcome found = doctor();

@@ -1,5 +1,5 @@
-% The host's commands as a user gives them: what goes to which stream with which exit code, model files and what is
-% loaded of them, flowsheets.
+% The host's commands as a user runs them: output streams, exit codes, model files and what a unit loads from them,
+% flowsheets.
 %   octave-cli HostProgramTest.m WINE SOLVANEHOST EXAMPLES
 1;
 
@@ -18,11 +18,11 @@ function [output, errors] = host (code, varargin)
   end
 end
 
-function refuse (code, message, varargin)
+function errors = expect_failure (code, message, varargin)
   [output, errors] = host (code, varargin{:});
   expect_text (errors, message);
   if (! isempty (output))
-    error ('a refusal prints %s', output);
+    error ('a failure prints %s to the standard output', output);
   end
 end
 
@@ -58,7 +58,7 @@ usage = {1, 'unit.json: No component is registered as "No.Such.Unit"', ['run ' f
          2, '/proc/self/mem cannot be read', 'run /proc/self/mem'
          2, 'error: case is required', 'run'
          2, 'See "SolvaneHost run --help"', ['run ' file('unit.json') ' --profile late']
-         2, 'error: there is no command calculate', 'calculate'
+         2, 'error: unknown command "calculate"', 'calculate'
          2, 'error: a command is missing', ''
          2, 'model.svm does not exist', 'show /no/such/model.svm'
          2, 'the case lists units', ['save ' fullfile(examples, 'flowsheet', 'case.json') ' -o ' file('new.svm')]
@@ -73,12 +73,12 @@ write (file ('bad.json'), '{}');
 write (file ('unit.svm'), '');
 unsetenv ('DISPLAY');
 for i = 1:rows (usage)
-  refuse (usage{i, :});
+  expect_failure (usage{i, :});
 end
-expect_text (host (0, 'run', '--help'), 'ui-thread-and-worker: made on');
+expect_text (host (0, 'run', '--help'), 'ui-thread-and-worker: created on');
 expect_text (host (0, 'help-case'), 'Compounds: methane, ');
 
-% All that a model can hold comes back, and nothing else.
+% Saves and shows everything that a model can hold, and nothing else.
 parameters = ['[{"name": "T", "kind": "real", "mode": "input", "value": 260.5, "minimum": 0, "default": 1e-7,' ...
               '  "dimensionality": [0, 0, 0, 0, 1, 0, 0, 0]},' ...
               ' {"name": "duty", "kind": "real", "mode": "output", "value": 1.5e6, "maximum": 2e6},' ...
@@ -99,13 +99,13 @@ expected = struct ('feeds', {{'F 1'}}, 'products', {{'B'; 'A'}}, 'parameters', {
                    'reports', {{'Two words'; 'R'}}, 'script', "x = 1;\r\n\r\n", 'echo', true);
 expected.files = struct ('name', {'notes.txt'; 'data.bin'}, 'size', {3; 5});
 if (! isequal (shown, expected))
-  error ('show tells %s', jsonencode (shown));
+  error ('show prints %s', jsonencode (shown));
 end
 text = host (0, 'show', file ('full.svm'));
 expect_text (text, 'n     input   integer  -3          from -5 to 0');
 expect_text (text, 'how   input   string   a           default <b>, one of a, <b>');
 
-% A case of the model file gives what the one of the written-out model gives.
+% A model file gives the same results as the model written out in the case.
 host (0, 'save', written, '-o', file ('drum.svm'));
 start = strfind (written_text, '"model"');
 from_file = @(rest) write (file ('case.json'), [written_text(1:start-1) '"model": "drum.svm"' rest '}']);
@@ -116,32 +116,32 @@ if (! isequal (run_case (file ('case.json')), expected) ...
   error ('the model file gives other results than the model in the case');
 end
 
-% A value set beside the file counts, and what cannot be set is named.
+% A parameter value of the case replaces the file's; the message names one that cannot be set.
 from_file (', "parameters": { "Temperature": 250, "pressure": 1e6 }');
 result = run_case (file ('case.json'));
 if (result.streams(2).temperature != 250 || result.streams(3).pressure != 1e6)
   error ('the parameters of the case are not set');
 end
-refusals = {'"temperature": 601', 'Parameter "temperature" cannot be set: the value lies above the maximum, 600'
+failures = {'"temperature": 601', 'Parameter "temperature" cannot be set: the value lies above the maximum, 600'
             '"duty": 1', 'Parameter "duty" cannot be set: it is an output'
-            '"pressure": "high"', 'Parameter "pressure" cannot be set: it is of kind "real", high is not'
+            '"pressure": "high"', 'Parameter "pressure" cannot be set: expected a value of kind "real", got high'
             '"level": 1', 'The unit has no parameter "level"; its input parameters: temperature, pressure'};
-for i = 1:rows (refusals)
-  from_file ([', "parameters": {' refusals{i, 1} '}']);
-  refuse (2, refusals{i, 2}, 'run', file ('case.json'));
+for i = 1:rows (failures)
+  from_file ([', "parameters": {' failures{i, 1} '}']);
+  expect_failure (2, failures{i, 2}, 'run', file ('case.json'));
 end
 
-% Ports that the file has not, damaged files, and what cannot be saved.
+% Ports that the file lacks, damaged files, and models that cannot be saved.
 from_file ('');
 write (file ('port.json'), strrep (fileread (file ('case.json')), '"Vapor"', '"Top"'));
-refuse (1, 'the unit''s ports: Feed, Vapor, Liquid', 'run', file ('port.json'));
+expect_failure (1, 'the unit''s ports: Feed, Vapor, Liquid', 'run', file ('port.json'));
 bytes = fileread (file ('drum.svm'));
 write (file ('drum.svm'), bytes(1:end/2));
-refuse (2, 'Model file "drum.svm": Load failed: ', 'run', file ('case.json'));
-refuse (2, 'drum.svm": Load failed: ', 'show', file ('drum.svm'));
+expect_failure (2, 'Model file "drum.svm": Load failed: ', 'run', file ('case.json'));
+expect_failure (2, 'drum.svm": Load failed: ', 'show', file ('drum.svm'));
 write (file ('empty.txt'), '');
 write (file ('empty.json'), strrep (written_text, '"script": "drum.m"', '"script": ["x"], "files": ["empty.txt"]'));
-refuse (2, 'empty.txt', 'save', file ('empty.json'), '-o', file ('new.svm'));
+expect_failure (2, 'empty.txt', 'save', file ('empty.json'), '-o', file ('new.svm'));
 if (! isempty (glob (file ('new.svm*'))))
   error ('a half file remains');
 end
@@ -150,7 +150,7 @@ write (file ('names.json'), strrep (written_text, '"script": "drum.m"', '"script
 [~, errors] = host (0, 'save', file ('names.json'), '-o', file ('names.svm'));
 expect_text (errors, 'the name of the file "größe.txt" has letters beyond ASCII');
 
-% What can hardly be meant is shown, and the run does not fail of it.
+% Implausible results are reported, and the run succeeds.
 write (file ('odd.json'), strrep (written_text, '"script": "drum.m"', ['"script": ["for i = 1:2", ' ...
   '"setProduct(i, 1, [0.5 0 0 0 0.4], ''temperature'', 300, ''pressure'', 1e5);", "end"]']));
 shown = host (0, 'run', file ('odd.json'));
@@ -161,19 +161,21 @@ if (! isequal ({result.warnings.subject}, {'stream Vapor', 'stream Liquid', 'par
   error ('the warnings are %s', jsonencode (result.warnings));
 end
 
-% A strict material has no phase before a flash, and its refusal says what to do.
+% A strict material has no phase before a flash, and its message says what to do.
 write (file ('strict.json'), strrep (written_text, '"script": "drum.m"', ...
   '"script": ["getSinglePhaseProperty(''volume'', ''Vapor'', 300, 1e5, [1 0 0 0 0]);"]'));
-refuse (1, ['Failed to set temperature on material: The phase Vapor is not present; SetPresentPhases or a flash ' ...
-            'that finds it comes first'], 'run', file ('strict.json'), '--profile', 'strict');
+errors = expect_failure (1, ['Failed to set temperature on material: The phase Vapor is not present; call ' ...
+                             'SetPresentPhases first, or a flash that finds it'], 'run', file ('strict.json'), ...
+                         '--profile', 'strict');
+expect_text (errors, sprintf ('Report: Matlab Output\nMATLAB output:'));
 
-% A host may end the unit from inside its calculation.
-refuse (1, 'Calculate failed: Terminate has been called on unit operation', 'run', written, '--profile', ...
+% A host may terminate or release the unit during its calculation.
+expect_failure (1, 'Calculate failed: Terminate has been called on unit operation', 'run', written, '--profile', ...
         'reentrant-terminate');
 [~, errors] = host (0, 'run', written, '--profile', 'reentrant-release');
 expect_text (errors, 'Release while painting: done');
 
-% What a script asks of the materials of both generations.
+% A script queries the materials of both generations.
 copyfile (fullfile (fileparts (mfilename ('fullpath')), 'MaterialAnswers.m'), folder);
 write (file ('answers.json'), ['{"compounds": ["n-pentane", "carbon dioxide", "nitrogen"], "feeds": [{"name": "F",' ...
                                '"temperature": 300, "pressure": 1e5, "flow": 1, "composition": {"nitrogen": 1}}],' ...
@@ -182,7 +184,7 @@ for generation = {'1.0', '1.1'}
   host (0, 'run', file ('answers.json'), '--generation', generation{:});
 end
 
-% The flowsheet of the examples' model files: carbon monoxide reacts, and nothing is lost behind the reactor.
+% The flowsheet of the examples' model files: carbon monoxide reacts, and nothing is lost after the reactor.
 result = run_case (fullfile (examples, 'flowsheet', 'case.json'));
 flow = struct ();
 for stream = result.streams'
@@ -195,4 +197,4 @@ if (norm (shifted - flow.Condensate - flow.Acid_gas - flow.Fuel_gas) > 1e-9 || !
 end
 confirm_recursive_rmdir (false);
 rmdir (folder, 's');
-disp ('the commands do what they say, and model files keep the model')
+disp ('the commands work, and model files keep the model')

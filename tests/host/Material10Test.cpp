@@ -1,4 +1,4 @@
-// What only the 1.0 generation has.
+// What only the 1.0 generation offers.
 #include "MaterialCalls.h"
 
 namespace solvane::host {
@@ -12,7 +12,7 @@ protected:
     const Bstr fraction{L"fraction"}, overall{L"Overall"}, mole{L"mole"}, mixture{L"Mixture"};
 };
 
-TEST_F(Material10, servesTheCompoundsThatAreAskedForInTheirOrder) {
+TEST_F(Material10, returnsTheRequestedCompoundsInTheirOrder) {
     ASSERT_EQ(calls.set(L"fraction", gasFractions), S_OK);
     Variant answer;
     ASSERT_EQ(material->GetProp(fraction.get(), overall.get(), texts({L"propane", L"METHANE"}).get(), nullptr,
@@ -56,7 +56,7 @@ TEST_F(Material10, calculatesPropertiesWithTheFlash) {
     EXPECT_EQ(calls.get(L"fraction", values, L"Liquid"), S_OK);
 }
 
-TEST_F(Material10, refusesOtherCalculationAndFlashTypes) {
+TEST_F(Material10, rejectsUnknownCalculationAndFlashTypes) {
     ASSERT_EQ(calls.flash(), S_OK);
     EXPECT_EQ(material->CalcProp(texts({L"enthalpy"}).get(), texts({L"Vapor"}).get(), Bstr(L"pure").get()),
               HRESULT(ECapeNoImplHR));
@@ -64,7 +64,7 @@ TEST_F(Material10, refusesOtherCalculationAndFlashTypes) {
     EXPECT_NE(failureOf(material.get()).description.find(L"\"XY\""), std::wstring::npos);
 }
 
-TEST_F(Material10, duplicatesAreIndependent) {
+TEST_F(Material10, makesIndependentDuplicates) {
     ASSERT_EQ(calls.flash(), S_OK);
     ComRef<IDispatch> clone;
     ASSERT_EQ(material->Duplicate(clone.put()), S_OK);

@@ -1,4 +1,4 @@
-// What only the 1.1 generation has.
+// What only the 1.1 generation offers.
 #include "MaterialCalls.h"
 
 #include <cmath>
@@ -15,7 +15,7 @@ protected:
     ComRef<ICapeThermoPropertyRoutine> properties = calls.as<ICapeThermoPropertyRoutine>();
 };
 
-TEST_F(Material11, aVaporFractionIsSpecifiedInManyForms) {
+TEST_F(Material11, acceptsVaporFractionsInManyForms) {
     struct Form {
         VariantArray specification;
         const wchar_t* phase;
@@ -48,7 +48,7 @@ TEST_F(Material11, aVaporFractionIsSpecifiedInManyForms) {
         }
 }
 
-TEST_F(Material11, refusesWhatIsNoFlashSpecification) {
+TEST_F(Material11, rejectsInvalidFlashSpecifications) {
     ASSERT_EQ(calls.flash(), S_OK);
     const auto temperature = VariantArray::ofTexts({L"temperature", nullptr, L"overall"});
     const Variant wrong[] = {
@@ -76,7 +76,7 @@ TEST_F(Material11, refusesWhatIsNoFlashSpecification) {
     EXPECT_EQ(equilibria->CalcEquilibrium(enthalpy.get(), entropy.get(), nullptr), HRESULT(ECapeNoImplHR));
 }
 
-TEST_F(Material11, phasesThatAreNotListedLoseTheirValues) {
+TEST_F(Material11, dropsValuesOfUnlistedPhases) {
     ASSERT_EQ(calls.flash(), S_OK);
     const LONG status[] = {CAPE_ESTIMATES};
     ASSERT_EQ(material->SetPresentPhases(texts({L"liquid"}).get(),
@@ -98,7 +98,7 @@ TEST_F(Material11, phasesThatAreNotListedLoseTheirValues) {
     EXPECT_TRUE(labels.isEmpty());
 }
 
-TEST_F(Material11, aPhaseIsCalculatedAtItsOwnConditionsWithoutAFlash) {
+TEST_F(Material11, calculatesAPhaseAtItsOwnConditions) {
     ASSERT_EQ(calls.set(L"temperature", {350}, L"Vapor"), S_OK);
     ASSERT_EQ(calls.set(L"pressure", {1e5}, L"Vapor"), S_OK);
     ASSERT_EQ(calls.set(L"fraction", gasFractions, L"Vapor"), S_OK);
@@ -121,7 +121,7 @@ TEST_F(Material11, aPhaseIsCalculatedAtItsOwnConditionsWithoutAFlash) {
               HRESULT(ECapeNoImplHR));
 }
 
-TEST_F(Material11, onlyExactArraysAreTaken) {
+TEST_F(Material11, acceptsOnlyExactArrays) {
     const Bstr fraction(L"fraction"), temperature(L"temperature"), mole(L"mole");
     SAFEARRAYBOUND bounds[] = {{5, 0}, {1, 0}};
     Variant twoDimensions;
@@ -141,7 +141,7 @@ TEST_F(Material11, onlyExactArraysAreTaken) {
               HRESULT(ECapeNoImplHR));
 }
 
-TEST_F(Material11, copiesAreIndependent) {
+TEST_F(Material11, makesIndependentCopies) {
     ASSERT_EQ(calls.flash(), S_OK);
     ComRef<IDispatch> created;
     ASSERT_EQ(material->CreateMaterial(created.put()), S_OK);
@@ -191,23 +191,23 @@ TEST_F(Material11, listsItsCompoundsAndPhases) {
 
 TEST_F(Material11, byStrictRulesGivesPropertiesOfPresentPhasesOnly) {
     MaterialCalls strict(Generation::v11, newState(gasNames, {.strict = true}));
-    const auto refused = [&](HRESULT result) {
+    const auto isRejected = [&](HRESULT result) {
         EXPECT_EQ(result, HRESULT(ECapeInvalidArgumentHR));
-        EXPECT_NE(failureOf(strict.object()).description.find(L"is not present; SetPresentPhases"),
+        EXPECT_NE(failureOf(strict.object()).description.find(L"is not present; call SetPresentPhases"),
                   std::wstring::npos);
     };
-    refused(strict.set(L"temperature", {300}, L"Vapor")); // nothing is stated of a new material
-    ASSERT_EQ(strict.flash(500, 1e5), S_OK);              // all of it vapour
+    isRejected(strict.set(L"temperature", {300}, L"Vapor")); // a new material has no stated phases
+    ASSERT_EQ(strict.flash(500, 1e5), S_OK);                 // all of it vapour
     EXPECT_EQ(strict.set(L"temperature", {510}, L"Vapor"), S_OK);
-    refused(strict.set(L"temperature", {510}, L"Liquid"));
-    refused(strict.calculate(L"density", L"Liquid"));
+    isRejected(strict.set(L"temperature", {510}, L"Liquid"));
+    isRejected(strict.calculate(L"density", L"Liquid"));
     std::vector<double> values;
-    refused(strict.get(L"fraction", values, L"Liquid"));
-    refused(strict.as<ICapeThermoPropertyRoutine>()->CalcTwoPhaseProp(texts({L"kvalue"}).get(),
-                                                                      texts({L"Vapor", L"Liquid"}).get()));
+    isRejected(strict.get(L"fraction", values, L"Liquid"));
+    isRejected(strict.as<ICapeThermoPropertyRoutine>()->CalcTwoPhaseProp(texts({L"kvalue"}).get(),
+                                                                         texts({L"Vapor", L"Liquid"}).get()));
 }
 
-TEST_F(Material11, listsTheLiquidFirstWhereItsHostDoes) {
+TEST_F(Material11, listsTheLiquidFirstIfItsHostDoes) {
     MaterialCalls other(Generation::v11, newState(gasNames, {.liquidFirst = true}));
     Variant labels, states, keys;
     ASSERT_EQ(other.as<ICapeThermoPhases>()->GetPhaseList(labels.put(), states.put(), keys.put()), S_OK);

@@ -1,4 +1,4 @@
-% The script of a unit, run by HostProgramTest.m: what the host's materials answer beyond the examples' questions.
+% The script of a unit, run by HostProgramTest.m: queries of the host's materials that the examples do not make.
 z = [0.4 0.3 0.3];
 
 % Some compounds lack some data.
@@ -19,7 +19,7 @@ two = @(name) size (getTwoPhaseProperty (name, 'Vapor', 'Liquid', 300, 2e6, z, z
 assert ({two('surfaceTension'), two('surfaceTension.Dmoles')}, {[1 1], [3 2]});
 assert ({two('logKvalue.Dpressure'), two('logKvalue.DmolFraction')}, {[3 1], [3 6]});
 
-% A state found at T and P is found again from its other properties.
+% A state found at T and P is found again by its other properties.
 state = {'temperature', 260, 'pressure', 2e6};
 [phases, fractions] = flashEquilibrium (z, state{:});
 known = struct (state{:}, 'vaporFraction', fractions(strcmp (phases, 'Vapor')));

@@ -1,4 +1,4 @@
-/// Calls on a material as a unit makes them, with the answers as plain values.
+/// Calls on a material as a unit makes them, with plain values as results.
 #pragma once
 
 #include "CapeOpen.h"
@@ -13,7 +13,7 @@
 
 namespace solvane::host {
 
-/// Five compounds at two phases: the feed of the tests.
+/// Five compounds that form two phases: the feed of the tests.
 inline const std::vector<std::string> gasNames{"methane", "ethane", "propane", "n-butane", "n-pentane"};
 inline const std::vector<double> gasFractions{0.50, 0.20, 0.15, 0.10, 0.05};
 
@@ -24,19 +24,19 @@ std::shared_ptr<StreamState> newState(const std::vector<std::string>& names = ga
 Variant reals(std::vector<double> values);
 Variant texts(std::vector<std::wstring> values);
 
-/// The elements of an answer, which must be a one-dimensional array from 0 of just this type.
+/// The elements of an answer, which must be a one-dimensional array from 0 of exactly this type.
 std::vector<double> realsOf(const Variant& answer);
 std::vector<std::wstring> textsOf(const Variant& answer);
 std::vector<LONG> integersOf(const Variant& answer);
 
-/// What the object tells about its last failure.
+/// The object's last failure.
 struct FailureTexts {
     std::wstring name, description, interfaceName, operation;
     LONG code = 0;
 };
 FailureTexts failureOf(IUnknown* object);
 
-/// One material, called by either generation's interfaces in the way of a unit.
+/// One material, called through the interfaces of either generation.
 class MaterialCalls {
 public:
     MaterialCalls(Generation generation, std::shared_ptr<StreamState> state)
@@ -52,7 +52,7 @@ public:
     HRESULT set(const wchar_t* property, std::vector<double> values, const wchar_t* phase = L"overall");
     HRESULT get(const wchar_t* property, std::vector<double>& values, const wchar_t* phase = L"overall");
     HRESULT calculate(const wchar_t* property, const wchar_t* phase);
-    /// Of the tests' feed; into two phases, unless told otherwise.
+    /// Flashes the tests' feed, by default into two phases.
     HRESULT flash(double temperature = 260, double pressure = 2e6);
     std::vector<std::wstring> presentPhases();
 

@@ -6,13 +6,13 @@ namespace solvane::host {
 
 namespace {
 
-TEST(MessageBoxes, areToldAndGetTheirDefaultAnswer) {
-    std::string told;
+TEST(MessageBoxes, areReportedAndAnswered) {
+    std::string reported;
     const MessageBoxes boxes(
-        [&](const std::string& title, const std::string& text) { told += title + "|" + text + "\n"; });
+        [&](const std::string& title, const std::string& text) { reported += title + "|" + text + "\n"; });
     EXPECT_EQ(MessageBoxA(nullptr, "Report is missing name\r\n", "Unit:", MB_ICONWARNING), IDOK);
     EXPECT_EQ(MessageBoxW(nullptr, L"Gr\u00fc\u00dfe?", L"Frage", MB_OKCANCEL | MB_DEFBUTTON2), IDCANCEL);
-    EXPECT_EQ(told, "Unit:|Report is missing name\r\n\nFrage|Grüße?\n");
+    EXPECT_EQ(reported, "Unit:|Report is missing name\r\n\nFrage|Grüße?\n");
 }
 
 } // namespace

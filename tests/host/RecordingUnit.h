@@ -1,4 +1,4 @@
-/// A small unit operation that writes down how it is called. It copies its feed to its product.
+/// A small unit operation that records how it is called. It copies its feed to its product.
 #pragma once
 
 #include "CapeOpen.h"
@@ -10,20 +10,20 @@
 
 namespace solvane::host {
 
-/// What the unit shall do in a test, and what happened. One for all units of the process.
+/// What the unit must do in a test, and what happened. One for all units of the process.
 struct UnitLog {
     std::vector<std::string> calls; ///< names, in order
-    std::vector<DWORD> threads;     ///< on which each came
+    std::vector<DWORD> threads;     ///< of each call
     std::wstring invalidMessage;    ///< makes Validate answer so
     std::wstring initializeFailure; ///< makes Initialize fail with this description
     std::wstring calculateFailure;
-    std::wstring loadEntry; ///< what Load tells the error log about the key "files"
+    std::wstring loadEntry; ///< what Load reports to the error log for the key "files"
     bool producesNothing = false;
     int liveUnits = 0;
 };
 UnitLog& unitLog();
 
-/// While it lives, units can be created in this process by the class id `recordingUnit`. Clears the log.
+/// Registers the class id `recordingUnit` in this process for its lifetime. Clears the log.
 class RecordingUnitClass {
 public:
     RecordingUnitClass();

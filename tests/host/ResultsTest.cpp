@@ -76,7 +76,7 @@ TEST(StreamTable, alignsItsColumnsByCharacters) {
     EXPECT_EQ(lines[7], "x propane        mol/mol   0.75000                    0.00000");
 }
 
-TEST(Balances, ofMassMolesAndEnthalpy) {
+TEST(Balances, coverMassMolesAndEnthalpy) {
     const std::array compounds{findCompound("carbon monoxide"), findCompound("water"),
                                findCompound("carbon dioxide"), findCompound("hydrogen")};
     const StreamResult syngas{"in", 600, 1e5, 2, {0.5, 0.5, 0, 0}, 1, 1e3, -2e5};
@@ -94,7 +94,7 @@ TEST(Balances, ofMassMolesAndEnthalpy) {
                                  "Enthalpy  kW    -400.0000  -399.9000    0.1000\n");
 }
 
-TEST(Warnings, nameWhatCanHardlyBeMeant) {
+TEST(Warnings, reportImplausibleResults) {
     UnitResult unit = someResults().units[0];
     const Balance lossy{"Drum", {2, 1}, {2, 1}, {0, 0}};
     const StreamResult sound{"sound", 300, 1e5, 1, {0.25, 0.75}}, half{"half", 300, 1e5, 1, {0.25, 0.25}},
@@ -103,15 +103,15 @@ TEST(Warnings, nameWhatCanHardlyBeMeant) {
     addWarnings(unit, lossy, std::array{&sound, &half, &backwards, &cold}, warnings);
     EXPECT_EQ(warningLines(warnings),
               "warning: Drum, stream half: the mole fractions sum to 0.5, not to 1\n"
-              "warning: Drum, stream backwards: the flow, -1 mol/s, is not 0 or above\n"
-              "warning: Drum, stream cold: the temperature, 100 K, lies outside 150 to 1500 K, where the "
-              "package's heat capacities hold\n"
+              "warning: Drum, stream backwards: the flow, -1 mol/s, must not be negative\n"
+              "warning: Drum, stream cold: the temperature, 100 K, lies outside 150 to 1500 K, the range "
+              "of the package's heat capacities\n"
               "warning: Drum, parameter none: the output has no value: the script never set it\n"
               "warning: Drum, parameter odd: the output has no value: the script never set it\n"
               "warning: Drum, balance: 2 kg/s go in and 1 kg/s come out\n");
 }
 
-TEST(OutputParameters, areShownWithTheirUnits) {
+TEST(OutputParameters, appearWithTheirUnits) {
     EXPECT_EQ(outputParameterLines(someResults().units[0]), "duty  W  -1.5e+06\n"
                                                             "none          nan\n"
                                                             "odd             ?\n"

@@ -1,4 +1,4 @@
-// How a unit is called, in which order, and what is told of its failures.
+// How a unit is called, in which order, and how its failures are reported.
 #include "flowsheet/UnitRunner.h"
 #include "RecordingUnit.h"
 #include "com/Module.h"
@@ -14,7 +14,7 @@ namespace {
 
 ComModule module;
 
-/// The test's thread is that of a host's windows.
+/// The test runs on the thread of a host's windows.
 class UnitRuns : public testing::Test {
 protected:
     UnitRuns() {
@@ -59,7 +59,7 @@ protected:
     std::string error;
 };
 
-TEST_F(UnitRuns, giveTheStreamsAndPassTheUnitsLog) {
+TEST_F(UnitRuns, returnStreamsAndTheUnitsLog) {
     ASSERT_TRUE(run()) << error;
     EXPECT_EQ(log, "Mixer: grüße\n");
     ASSERT_EQ(results.streams.size(), 2u);
@@ -102,7 +102,7 @@ TEST_F(UnitRuns, callTheUnitInTheProfilesOrder) {
     EXPECT_NE(log.find("Mixer: Release in a material call: done"), std::string::npos) << log;
 }
 
-TEST_F(UnitRuns, fromAWorkerThreadReachTheUnitOnItsOwn) {
+TEST_F(UnitRuns, reachTheUnitOnItsOwnThread) {
     const bool wasRegistered = areInterfacesRegistered();
     std::string report;
     if (!wasRegistered) {
@@ -130,7 +130,7 @@ TEST_F(UnitRuns, fromAWorkerThreadReachTheUnitOnItsOwn) {
     }
 }
 
-TEST_F(UnitRuns, tellWhatTheUnitTells) {
+TEST_F(UnitRuns, reportFailuresOfHostAndUnit) {
     struct Row {
         std::function<void(UnitLog&, Case&)> fault;
         const char* message;
@@ -138,7 +138,7 @@ TEST_F(UnitRuns, tellWhatTheUnitTells) {
     const Row rows[] = {
         {[](UnitLog& unit, Case&) { unit.initializeFailure = L"no Matlab"; }, "Initialize failed: no Matlab"},
         {[](UnitLog& unit, Case&) { unit.loadEntry = L"calc.m not found"; },
-         "The unit refuses a part of its model; files: calc.m not found"},
+         "The unit rejects a part of its model; files: calc.m not found"},
         {[](UnitLog& unit, Case&) { unit.invalidMessage = L"Feed port not connected"; },
          "The unit is not valid: Feed port not connected"},
         {[](UnitLog& unit, Case&) { unit.calculateFailure = L"it boils over"; },
@@ -172,7 +172,7 @@ TEST_F(UnitRuns, passStreamsFromUnitToUnit) {
     flowsheet.isFlowsheet = true;
     flowsheet.units.push_back(flowsheet.units[0]);
     flowsheet.units[1].name = "Splitter";
-    flowsheet.units[1].model = {}; // it needs none
+    flowsheet.units[1].model = {}; // it needs no model
     flowsheet.units[1].feeds[0].stream = "out";
     flowsheet.units[1].products[0].stream = "end";
     ASSERT_TRUE(run()) << error;

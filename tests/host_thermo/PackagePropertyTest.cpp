@@ -34,7 +34,7 @@ PropertyPackage mixed() {
 using Function = std::function<std::vector<double>(double, double, const std::vector<double>&, Derivative)>;
 
 /// All derivatives of `function(temperature, pressure, moles)` against central differences. `moles` are those
-/// of one phase or of two; `molar` tells whether they count for the value. Tolerances: 1e-5 of the slope, and
+/// of one phase or of two; `molar` says whether the value is per mole. Tolerances: 1e-5 of the slope, and
 /// what the step of 1e-4 leaves of the value's own digits.
 void expectDerivatives(const Function& function, const State& state, const std::vector<double>& moles,
                        bool molar) {

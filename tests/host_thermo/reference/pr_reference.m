@@ -1,7 +1,7 @@
 % Reference states for the property package, computed from the published equations by other means than the
 % package's own: the cubic by its companion matrix (roots), mixing by the double sum of sqrt(a_i a_j), phase
 % splits by plain successive substitution with the Rachford-Rice equation under fzero, da/dT by complex steps,
-% ideal-gas heat by quadrature. No stability test: which states have two phases is told here.
+% ideal-gas heat by quadrature. No stability test: this file states which states have two phases.
 %
 %   octave-cli pr_reference.m FILE    writes the table that ReferenceTest.cpp includes
 1;
