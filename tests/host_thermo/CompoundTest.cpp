@@ -1,9 +1,12 @@
+#include "CompoundConstants.h"
 #include "IdealGas.h"
 #include "Saturation.h"
 #include "Thermodynamics.h"
 
 #include <cctype>
+#include <cmath>
 #include <map>
+#include <variant>
 
 namespace solvane::host {
 
@@ -43,7 +46,7 @@ TEST(Compounds, identifiersAndMassesFitTheFormulas) {
 }
 
 // Measured values of the NIST Chemistry WebBook: ideal-gas Cp and enthalpy of formation at 298.15 K.
-TEST(Compounds, idealGasHeatAndFormationAreThoseOfNature) {
+TEST(Compounds, matchMeasuredIdealGasHeatAndFormation) {
     struct Measured {
         const char* name;
         double heatCapacity;
@@ -84,6 +87,51 @@ TEST(Compounds, formationPropertiesAreConsistent) {
             entropy -= number * elements.at(element);
         EXPECT_NEAR(compound.formationGibbsEnergy, compound.formationEnthalpy - 298.15 * entropy, 60)
             << compound.name;
+    }
+}
+
+// IAPWS-95 and the NIST Chemistry WebBook; parachor: O. R. Quayle, Chem. Rev. 53 (1953) 439.
+TEST(Compounds, haveTheConstantsOfWater) {
+    using Value = std::variant<std::string_view, double>;
+    const std::map<std::string_view, Value> measured{
+        {"casRegistryNumber", "7732-18-5"},
+        {"chemicalFormula", "H2O"},
+        {"iupacName", "water"},
+        {"SMILESformula", "O"},
+        {"acentricFactor", 0.3443},
+        {"charge", 0.0},
+        {"criticalCompressibilityFactor", 0.2294},
+        {"criticalDensity", 17874.0},
+        {"criticalPressure", 22.064e6},
+        {"criticalTemperature", 647.096},
+        {"criticalVolume", 55.95e-6},
+        {"dipoleMoment", 6.187e-30},
+        {"heatOfVaporizationAtNormalBoilingPoint", 40.65e3},
+        {"idealGasEnthalpyOfFormationAt25C", -241.83e3},
+        {"idealGasGibbsFreeEnergyOfFormationAt25C", -228.6e3},
+        {"liquidDensityAt25C", 55345.0},
+        {"liquidVolumeAt25C", 18.069e-6},
+        {"molecularWeight", 18.0153},
+        {"normalBoilingPoint", 373.12},
+        {"normalFreezingPoint", 273.15},
+        {"parachor", 9.35e-6},
+        {"standardEntropyGas", 188.84},
+        {"standardFormationEnthalpyGas", -241.83e3},
+        {"standardFormationGibbsEnergyGas", -228.6e3},
+    };
+    const Compound& water = *findCompound("water");
+    ASSERT_EQ(compoundConstants().size(), measured.size());
+    for (const CompoundConstantRow& row : compoundConstants()) {
+        ASSERT_TRUE(measured.contains(row.name)) << row.name;
+        const Value& expected = measured.at(row.name);
+        if (const auto* text = std::get_if<CompoundConstantRow::Text>(&row.value)) {
+            EXPECT_EQ(Value((*text)(water)), expected) << row.name;
+        } else {
+            const double number = std::get<double>(expected);
+            EXPECT_NEAR(std::get<CompoundConstantRow::Number>(row.value)(water), number,
+                        0.04 * std::abs(number)) // the equation's heat of boiling is 3 % off
+                << row.name;
+        }
     }
 }
 

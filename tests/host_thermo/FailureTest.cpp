@@ -23,7 +23,7 @@ struct Failure {
 
 } // namespace
 
-TEST(Failures, sayWhatIsWrong) {
+TEST(Failures, nameTheFault) {
     const FlashCondition warm{temperature, 300};
     const FlashCondition mild{pressure, 20e5};
     const Failure failures[] = {
@@ -33,7 +33,9 @@ TEST(Failures, sayWhatIsWrong) {
         {{0, 0, 0, 0, 0}, warm, mild, "the mole fractions sum to 0"},
         {feed, warm, {pressure, 0}, "the pressure 0 Pa is not positive"},
         {feed, warm, {pressure, nan}, "the pressure nan Pa is not a number"},
-        {feed, {temperature, 20}, mild, "the temperature 20 K lies outside 50 to 3000 K"},
+        {feed, {temperature, 49.9}, mild, "the temperature 49.9 K lies outside 50 to 3000 K"},
+        {feed, {temperature, 3001}, mild, "the temperature 3001 K lies outside 50 to 3000 K"},
+        {feed, warm, {pressure, 1.1e9}, "the pressure 1.1e+09 Pa lies outside 0 to 1e+09 Pa"},
         {feed, mild, {vaporFraction, 1.5}, "the vapor fraction 1.5 lies outside 0 to 1"},
         {feed, {volume, 1}, {enthalpy, 1e5}, "a flash at given volume and enthalpy is not supported"},
         {feed, mild, {enthalpy, 1e9}, "the enthalpy 1e+09 at 2e+06 Pa lies outside"},
@@ -63,7 +65,7 @@ TEST(Failures, sayWhatIsWrong) {
     }
 }
 
-TEST(Failures, ofPhasePropertiesToo) {
+TEST(Failures, namePhasePropertyFaults) {
     const PropertyPackage package = lightGases();
     std::vector<double> values;
     std::string error;
