@@ -1,5 +1,4 @@
-#include "PengRobinson.h"
-#include "Thermodynamics.h"
+#include "Feed.h"
 
 #include <cmath>
 #include <random>
@@ -9,67 +8,6 @@ namespace solvane::host {
 namespace {
 
 using enum FlashVariable;
-
-struct Feed {
-    PropertyPackage package;
-    std::vector<double> composition;
-};
-
-std::vector<Feed> feeds() {
-    return {{lightGases(), {0.50, 0.20, 0.15, 0.10, 0.05}},
-            {lightGases(), {0.95, 0, 0, 0.05, 0}},
-            {lightGases(), {1e-9, 1e-5, 0.59, 0.409989999, 0}},
-            {packageOf({"nitrogen", "methane", "carbon dioxide", "n-butane"}), {0.2, 0.4, 0.3, 0.1}},
-            {packageOf({"benzene", "toluene", "n-pentane"}), {0.3, 0.3, 0.4}},
-            {packageOf({"carbon dioxide", "water", "ethane"}), {0.5, 0.5, 0}}};
-}
-
-/// The equation would rather have two liquids than one of this feed at low temperatures.
-bool formsTwoLiquids(const Feed& feed) {
-    return feed.package.compounds()[1]->name == "water";
-}
-
-/// K values are vapour over liquid, and their logarithms say the same.
-void expectRatios(const Feed& feed, const Equilibrium& state) {
-    const std::vector<double>&y = state.phases[0].composition, &x = state.phases[1].composition;
-    std::vector<double> ratios, logarithms;
-    std::string error;
-    const TwoPhases phases{{Phase::vapor, Phase::liquid}, {y, x}};
-    for (const auto& [property, values] :
-         {std::pair(TwoPhaseProperty::kvalue, &ratios), std::pair(TwoPhaseProperty::logKvalue, &logarithms)})
-        EXPECT_TRUE(feed.package.twoPhaseProperty(property, phases, state.temperature, state.pressure,
-                                                  *values, error))
-            << error;
-    for (std::size_t i = 0; i < feed.composition.size(); ++i) {
-        if (feed.composition[i] == 0)
-            continue;
-        EXPECT_NEAR(ratios[i], y[i] / x[i], 1e-9 * ratios[i]);
-        EXPECT_NEAR(logarithms[i], std::log(y[i] / x[i]), 1e-9);
-    }
-}
-
-/// Equal fugacities and the material balance, to the last digits but three.
-void expectEquilibrium(const Feed& feed, const Equilibrium& state) {
-    std::vector<std::vector<double>> fugacities;
-    double total = 0;
-    for (const PhaseState& phase : state.phases) {
-        fugacities.push_back(valuesOf(feed.package, PhaseProperty::fugacity, phase.phase, state.temperature,
-                                      state.pressure, phase.composition));
-        total += phase.fraction;
-    }
-    EXPECT_NEAR(total, 1, 1e-12);
-    for (std::size_t i = 0; i < feed.composition.size(); ++i) {
-        double amount = 0;
-        for (const PhaseState& phase : state.phases)
-            amount += phase.fraction * phase.composition[i];
-        EXPECT_NEAR(amount, feed.composition[i], 1e-12 * feed.composition[i]);
-        if (state.phases.size() == 2) {
-            EXPECT_NEAR(fugacities[0][i], fugacities[1][i], 1e-10 * fugacities[0][i]);
-        }
-    }
-    if (state.phases.size() == 2)
-        expectRatios(feed, state);
-}
 
 /// No phase of any composition lies below the tangent plane of the state.
 void expectStable(const Feed& feed, const Equilibrium& state, std::mt19937& random) {
@@ -192,69 +130,6 @@ TEST(Flash, findsStatesNextToWhereAPropertyTurnsBack) {
     }
 }
 
-TEST(Flash, propertiesFindStatesOfAVaporFraction) {
-    for (const Feed& feed :
-         {Feed{lightGases(), {0.50, 0.20, 0.15, 0.10, 0.05}}, Feed{packageOf({"propane"}), {1}}}) {
-        for (const double fraction : {0.0, 0.7, 1.0}) {
-            // The last is close to propane's critical point.
-            for (const double t : {200.0, feed.composition.size() == 1 ? 369.0 : 280.0}) {
-                const Equilibrium state =
-                    flashed(feed.package, feed.composition, {temperature, t}, {vaporFraction, fraction});
-                for (const auto& [variable, property] :
-                     {std::pair(volume, PhaseProperty::volume), std::pair(entropy, PhaseProperty::entropy),
-                      std::pair(enthalpyF, PhaseProperty::enthalpyF)}) {
-                    SCOPED_TRACE(testing::Message()
-                                 << feed.composition.size() << " compounds, " << t << " K, " << fraction
-                                 << ", " << static_cast<int>(variable));
-                    const double value = overall(feed.package, property, state);
-                    const Equilibrium back =
-                        flashed(feed.package, feed.composition, {variable, value}, {vaporFraction, fraction});
-                    EXPECT_NEAR(overall(feed.package, property, back), value, 1e-9 * std::abs(value));
-                    EXPECT_EQ(back.phases.at(0).fraction, fraction);
-                    EXPECT_LT(back.temperature, t * (1 + 1e-7));
-                    expectEquilibrium(feed, back);
-                }
-            }
-        }
-    }
-}
-
-TEST(Flash, vaporFractionsLieBetweenBubbleAndDewPoint) {
-    for (const Feed& feed : feeds()) {
-        if (formsTwoLiquids(feed))
-            continue; // its vapour fraction jumps where the gas would be the second liquid
-        double lastTemperature = 0;
-        for (double fraction : {0.0, 0.001, 0.35, 0.99, 1.0}) {
-            SCOPED_TRACE(testing::Message() << feed.package.compounds()[0]->name << " " << fraction);
-            const Equilibrium state =
-                flashed(feed.package, feed.composition, {vaporFraction, fraction}, {pressure, 8e5});
-            expectEquilibrium(feed, state);
-            EXPECT_EQ(state.phases.at(0).fraction, fraction);
-            EXPECT_GT(state.temperature, lastTemperature);
-            lastTemperature = state.temperature;
-            const Equilibrium back = flashed(feed.package, feed.composition, {temperature, state.temperature},
-                                             {vaporFraction, fraction});
-            EXPECT_NEAR(back.pressure, 8e5, 1e-3);
-            if (fraction > 0 && fraction < 1) {
-                const Equilibrium plain = flashed(feed.package, feed.composition,
-                                                  {temperature, state.temperature}, {pressure, 8e5});
-                EXPECT_NEAR(vaporFractionOf(plain), fraction, 1e-8);
-            }
-        }
-    }
-}
-
-// The line of this fraction begins among cryogenic states of two liquids, far from those at room temperature.
-TEST(Flash, vaporFractionIsFoundWhereTheLowPressureStatesAreTwoLiquids) {
-    const Feed feed{packageOf({"nitrogen", "toluene"}), {0.41, 0.59}};
-    const Equilibrium state =
-        flashed(feed.package, feed.composition, {temperature, 333}, {vaporFraction, 0.3});
-    expectEquilibrium(feed, state);
-    EXPECT_NEAR(vaporFractionOf(
-                    flashed(feed.package, feed.composition, {temperature, 333}, {pressure, state.pressure})),
-                0.3, 1e-8);
-}
-
 TEST(Flash, pureCompoundBoilsByTheLeverRule) {
     const PropertyPackage package = packageOf({"methane", "benzene"});
     const std::vector<double> benzene{0, 1};
@@ -295,25 +170,6 @@ TEST(Flash, nearlyPureCompoundBoils) {
     EXPECT_NEAR(state.temperature, boiling.temperature, 1e-7);
     EXPECT_NEAR(overall(feed.package, PhaseProperty::enthalpy, state), value, 1e-6 * std::abs(value));
     EXPECT_NEAR(vaporFractionOf(state), 0.4, 1e-6);
-}
-
-// Close to the critical point, one phase counted twice solves the equations for any vapour fraction.
-TEST(Flash, rejectsOnePhaseCountedTwice) {
-    const PropertyPackage package = packageOf({"methane", "carbon dioxide", "benzene"});
-    const std::vector<double> feed{0.5537, 0.0053, 0.4410};
-    int failures = 0;
-    for (double t = 470; t < 510; t += 0.5) {
-        Equilibrium state;
-        std::string error;
-        if (package.flash(feed, {temperature, t}, {vaporFraction, 0.3}, state, error)) {
-            const Equilibrium plain = flashed(package, feed, {temperature, t}, {pressure, state.pressure});
-            EXPECT_NEAR(vaporFractionOf(plain), 0.3, 1e-6) << t;
-        } else {
-            ++failures;
-        }
-    }
-    EXPECT_GT(failures, 0);
-    EXPECT_LT(failures, 80);
 }
 
 TEST(Flash, namesASinglePhaseByItsDensity) {
