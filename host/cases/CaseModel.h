@@ -2,7 +2,8 @@
 #pragma once
 
 #include "Profile.h"
-#include "materials/Material.h"
+#include "materials/Generation.h"
+#include "thermo/Compound.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -2,7 +2,6 @@
 
 #include "CaseParts.h"
 #include "NameList.h"
-#include "com/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -54,10 +53,6 @@ bool read(const CasePlace& place, ParameterKind& result) {
         return place.fail("expected \"real\", \"integer\", \"boolean\" or \"string\"");
     result = known->kind;
     return true;
-}
-
-bool isSameName(std::string_view left, std::string_view right) {
-    return compareNoCase(widen(left, CP_UTF8), widen(right, CP_UTF8)) == 0;
 }
 
 std::string limitFault(const ModelParameter& parameter, const ParameterValue& value) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cases/CaseModel.h"
+#include "materials/Material.h"
 #include "results/RunResults.h"
 
 namespace solvane::host {

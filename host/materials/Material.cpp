@@ -5,10 +5,6 @@
 
 namespace solvane::host {
 
-std::string_view generationName(Generation generation) {
-    return generation == Generation::v10 ? "1.0" : "1.1";
-}
-
 ComRef<IDispatch> createMaterial(Generation generation, std::shared_ptr<StreamState> state,
                                  std::wstring name) {
     return generation == Generation::v10 ? Material10::create(std::move(state), std::move(name))

@@ -1,6 +1,7 @@
 /// Materials: the COM objects that a unit connects to, of either generation, on a shared stream state.
 #pragma once
 
+#include "Generation.h"
 #include "StreamState.h"
 #include "com/ComRef.h"
 
@@ -10,12 +11,6 @@
 #include <string>
 
 namespace solvane::host {
-
-/// The two generations of the CAPE-OPEN thermodynamic interfaces.
-enum class Generation { v10, v11 };
-
-/// "1.0", "1.1".
-std::string_view generationName(Generation generation);
 
 /// Creates a material of that generation with the values of `state`. Like the unit, it lives in one
 /// apartment.
