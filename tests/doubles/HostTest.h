@@ -2,6 +2,7 @@
 
 #include "Folders.h"
 #include "MatlabStandIn.h"
+#include "NoMaterialLeft.h"
 #include "UnitModule.h"
 #include "com/CapeError.h"
 

@@ -47,7 +47,7 @@ TEST_F(Execute, failsWithTheErrorThatACommandRaises) {
     EXPECT_EQ(octave.execute(L"disp(x)"), L"1\n") << "what came before the error is done";
 }
 
-TEST_F(Execute, failsAtOnceWhereAScriptWaitsForAUser) {
+TEST_F(Execute, failsAtOnceIfAScriptWaitsForAUser) {
     for (const std::wstring name : {L"input", L"pause", L"yes_or_no", L"kbhit", L"dbstop", L"keyboard"})
         EXPECT_THAT(octave.failureOf(name), StartsWith(name + L": it waits for a user"));
     EXPECT_EQ(octave.execute(L"pause(0.01), disp(1)"), L"1\n");
@@ -82,7 +82,7 @@ TEST_F(Execute, takesWhatLateBoundClientsSend) {
     EXPECT_EQ(octave.call(dedicatedServerProperty, DISPATCH_PROPERTYGET).value.boolean(), VARIANT_TRUE);
 }
 
-TEST_F(Execute, survivesWhatScriptsDoToTheirSurroundings) {
+TEST_F(Execute, survivesChangesOfScriptsToOctave) {
     ScriptFolder folder;
     for (const wchar_t* command : {L"clear functions", L"clear globals", L"clear variables", L"clear all",
                                    L"clear -all", L"clear mex", L"restoredefaultpath;", L"echo on all",
@@ -103,7 +103,7 @@ TEST_F(Execute, survivesWhatScriptsDoToTheirSurroundings) {
     EXPECT_EQ(octave.execute(L"disp(exist('answer'))"), L"0\n") << "the client may take its own away";
 }
 
-TEST_F(Execute, reportsACommandThatAFunctionOfAScriptsKeepsFromRunning) {
+TEST_F(Execute, reportsACommandThatAnOverrideStops) {
     const ScriptFolder folder;
     octave.execute(L"cd '" + folder.path() + L"'");
     folder.write(L"evalin.m", "function evalin(varargin)\n");

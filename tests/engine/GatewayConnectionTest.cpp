@@ -164,7 +164,7 @@ TEST_F(GatewayConnection, carriesRequestsToTheUnitAndItsRepliesBack) {
     EXPECT_EQ(gateway.ask('R', number(0) + number(4)).kind, MessageKind::failed);
 }
 
-TEST_F(GatewayConnection, refusesWhatCannotBeDoneAndServesOn) {
+TEST_F(GatewayConnection, rejectsImpossibleRequestsAndServesOn) {
     Unit unit(2048); // a page of 4096 bytes
     Gateway gateway = connectGateway();
     EXPECT_THAT(gateway.ask('X', number(4) + "abcd").bytes, HasSubstr("No unit is open"));
@@ -214,7 +214,7 @@ TEST_F(GatewayConnection, hangsUpOnStrangers) {
 }
 
 // Whoever else is on the machine can connect, and say a byte now and then.
-TEST_F(GatewayConnection, strangersWhoTakeTheirTimeCostLittleAndDoNotStay) {
+TEST_F(GatewayConnection, limitsAndDropsSlowStrangers) {
     Unit unit(2048);
     const DWORD server = serverOfThisProcess();
     const DWORD threadsBefore = ProcessUsage::of(server).threads;
@@ -233,7 +233,7 @@ TEST_F(GatewayConnection, strangersWhoTakeTheirTimeCostLittleAndDoNotStay) {
     EXPECT_LT(GetTickCount64() - start, 12000u) << "may still greet";
 }
 
-TEST_F(GatewayConnection, letsGoOfTheUnitWhenItsAskerIsGone) {
+TEST_F(GatewayConnection, releasesTheUnitWhenTheGatewayHangsUp) {
     {
         Unit unit(2048);
         Gateway gateway = connectGateway();

@@ -28,7 +28,7 @@ bool haveServersEnded() {
     return hasEnded(L"OctaveAutomationServer.exe", GetCurrentProcessId());
 }
 
-TEST(Lifetime, quitAndTheLastReleaseEndServerAndOctave) {
+TEST(Lifetime, endsServerAndOctaveOnQuitAndLastRelease) {
     AutomationClient first;
     AutomationClient second;
     const std::string firstOctave = processIdOf(first);
@@ -42,7 +42,7 @@ TEST(Lifetime, quitAndTheLastReleaseEndServerAndOctave) {
     EXPECT_TRUE(haveServersEnded());
 }
 
-TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathAndFolder) {
+TEST(Lifetime, restartsADeadOctaveWithPathAndFolder) {
     const ScriptFolder toolbox;
     const ScriptFolder left;
     const ScriptFolder current;
@@ -71,7 +71,7 @@ TEST(Lifetime, octavesDeathFailsTheCommandAndTheNextOneGetsAFreshOctaveWithPathA
     }
 }
 
-TEST(Lifetime, octaveStartsInAFolderOfItsOwnThatGoesWithIt) {
+TEST(Lifetime, startsOctaveInATemporaryFolder) {
     const ScriptFolder host;
     for (const wchar_t* name : {L"size.m", L"fileparts.m", L"strsplit.m"})
         host.write(name, "error('the host''s own')\n");
@@ -88,7 +88,7 @@ TEST(Lifetime, octaveStartsInAFolderOfItsOwnThatGoesWithIt) {
     EXPECT_FALSE(std::filesystem::exists(L"\\\\?\\unix" + folder, ignored)) << narrow(folder);
 }
 
-TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
+TEST(Lifetime, endsOctaveAfterItsClientIsKilled) {
     const ScriptFolder folder;
     const Program client =
         startClient(folder, "set octave = CreateObject(\"SolvaneOctave.Application\")\n"
@@ -103,7 +103,7 @@ TEST(Lifetime, aKilledClientLeavesNoOctaveEvenInAnEndlessScript) {
     EXPECT_TRUE(hasOctaveEnded(process));
 }
 
-TEST(Lifetime, withoutOctaveTheFirstCommandTellsWhatIsMissing) {
+TEST(Lifetime, reportsAMissingOctave) {
     const std::pair<const wchar_t*, const char*> programs[] = {
         {L"/nowhere/octave-cli", "There is no file /nowhere/octave-cli, which is set as the Octave to run"},
         {L"C:\\windows\\system32\\hostname.exe", "Octave ended before it took commands: start "},
@@ -120,7 +120,7 @@ TEST(Lifetime, withoutOctaveTheFirstCommandTellsWhatIsMissing) {
     EXPECT_TRUE(haveServersEnded());
 }
 
-TEST(Lifetime, theEnvironmentNamesOctaveBeforeTheRegistryDoes) {
+TEST(Lifetime, prefersTheEnvironmentToTheRegistry) {
     constexpr wchar_t settings[] = L"Software\\SolvaneUO";
     const auto former = readRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram");
     writeRegistryString(HKEY_CURRENT_USER, settings, L"OctaveProgram", L"Z:\\nowhere\\octave-cli.exe");

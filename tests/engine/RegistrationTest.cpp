@@ -46,7 +46,7 @@ protected:
     }
 };
 
-TEST_F(Registration, standsInForMatlabInTheScopeAskedFor) {
+TEST_F(Registration, registersInTheRequestedScope) {
     struct Case {
         const wchar_t* options;
         HKEY root;
@@ -76,7 +76,7 @@ TEST_F(Registration, standsInForMatlabInTheScopeAskedFor) {
     }
 }
 
-TEST_F(Registration, leavesAnotherMatlabAloneWhereverAndWheneverItWasRegistered) {
+TEST_F(Registration, leavesAnotherMatlabAlone) {
     const std::wstring name = std::wstring(classes) + L"Matlab.Application";
     for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER})
         for (const bool isLater : {false, true}) {

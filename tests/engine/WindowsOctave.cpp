@@ -1,6 +1,6 @@
 // Stands for octave-cli.exe of a Windows Octave: takes the options that the server gives, and runs the loop
 // of commands with the same link, to which it offers Octave's functions as Octave's own libraries do. What a
-// command does is only told; "hang" never returns, and "die" ends the process.
+// command does is only reported; "hang" sets an event and never returns, and "die" ends the process.
 #include <windows.h>
 
 #include <string>
@@ -73,8 +73,10 @@ int wmain(int count, wchar_t** options) {
             return 0;
         if (command.text == "die")
             ExitProcess(0);
-        if (command.text == "hang")
+        if (command.text == "hang") {
+            SetEvent(OpenEventW(EVENT_MODIFY_STATE, FALSE, L"SolvaneWindowsOctaveHangs"));
             Sleep(INFINITE);
+        }
         call(link, &begin);
         command.text = "ran " + command.text;
         call(link, &send, &command);

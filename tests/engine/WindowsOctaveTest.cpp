@@ -1,4 +1,5 @@
 #include "AutomationClient.h"
+#include "com/Handle.h"
 
 #include <gtest/gtest.h>
 
@@ -20,13 +21,13 @@ TEST(WindowsOctave, takesCommandsDiesAndIsReplaced) {
     EXPECT_TRUE(hasEnded(L"windows_octave.exe"));
 }
 
-TEST(WindowsOctave, endsWithItsServerEvenWhereAScriptNeverDoes) {
+TEST(WindowsOctave, endsWithItsServerDuringAnEndlessScript) {
     const OctaveSetting setting(windowsOctave);
     const ScriptFolder folder;
+    const Handle hangs(CreateEventW(nullptr, TRUE, FALSE, L"SolvaneWindowsOctaveHangs"));
     const Program client =
         startClient(folder, "CreateObject(\"SolvaneOctave.Application\").Execute \"hang\"\n");
-    ASSERT_TRUE(waitUntil([] { return isRunning(L"windows_octave.exe"); }));
-    Sleep(1500); // until the command runs
+    ASSERT_EQ(WaitForSingleObject(hangs.get(), 30000), WAIT_OBJECT_0);
     ASSERT_TRUE(isRunning(L"windows_octave.exe"));
     TerminateProcess(client.handle(), 1);
     EXPECT_TRUE(hasEnded(L"windows_octave.exe"));

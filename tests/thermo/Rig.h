@@ -5,6 +5,7 @@
 #include "BareUnit.h"
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
+#include "NoMaterialLeft.h"
 #include "Road.h"
 #include "Wire.h"
 #include "thermo/CalculationRun.h"

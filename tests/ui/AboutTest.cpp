@@ -7,7 +7,7 @@ namespace {
 
 using About = UiTest;
 
-TEST_F(About, itTellsTheVersionsAndTheLicence) {
+TEST_F(About, showsTheVersionsAndTheLicence) {
     edit(L"About", [](WindowDriver& user) {
         EXPECT_EQ(user.text(IDC_ABOUT_VERSION), SOLVANE_VERSION);
         EXPECT_EQ(user.text(IDC_ABOUT_MATLAB), L"Matlab.Application.9.14");

@@ -117,7 +117,7 @@ protected:
     }
 };
 
-TEST_F(Appearance, everyTabAtItsSmallestAndLarge) {
+TEST_F(Appearance, fitsEveryTabInSmallAndLargeWindows) {
     const struct {
         const wchar_t* label;
         Ids order;
@@ -157,7 +157,7 @@ TEST_F(Appearance, everyTabAtItsSmallestAndLarge) {
     });
 }
 
-TEST_F(Appearance, everyDialog) {
+TEST_F(Appearance, fitsEveryDialog) {
     const Ids numbers{IDC_PARAMETER_MODE, IDC_PARAMETER_VALUE, IDC_PARAMETER_DEFAULT, IDC_PARAMETER_MINIMUM,
                       IDC_PARAMETER_MAXIMUM};
     Ids real = numbers;
@@ -206,7 +206,7 @@ TEST_F(Appearance, everyDialog) {
     });
 }
 
-TEST_F(Appearance, aQuestionLiesWithinTheWindowThatAsks) {
+TEST_F(Appearance, placesAQuestionWithinItsWindow) {
     edit(L"Parameters", [](WindowDriver& user) {
         user.selectRow(IDC_PARAMETER_LIST, 3);
         user.press(L"&Edit");
@@ -221,7 +221,7 @@ TEST_F(Appearance, aQuestionLiesWithinTheWindowThatAsks) {
     });
 }
 
-TEST_F(Appearance, columnsThatTheUserWidenedStaySo) {
+TEST_F(Appearance, keepsColumnsThatTheUserWidened) {
     edit(L"Parameters", [](WindowDriver& user) {
         const auto list = user.control(IDC_PARAMETER_LIST);
         const auto width = [&](int column) { return ListView_GetColumnWidth(list, column); };
@@ -239,7 +239,7 @@ TEST_F(Appearance, columnsThatTheUserWidenedStaySo) {
     });
 }
 
-TEST_F(Appearance, tabsAreReachedWithTheKeyboard) {
+TEST_F(Appearance, reachesTabsByKeyboard) {
     edit([](WindowDriver& user) {
         const auto tabKey = [&](const std::vector<int>& held) {
             user.holding(held, [&] { user.key(VK_TAB); });

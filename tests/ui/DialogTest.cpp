@@ -45,7 +45,7 @@ private:
 
 using DialogFailure = UiTest;
 
-TEST_F(DialogFailure, ofAPageEndsTheDialogAroundIt) {
+TEST_F(DialogFailure, endsTheDialogAroundAPage) {
     ComModule templates;
     templates.instance = GetModuleHandleW(L"SolvaneUnitOperation.dll");
     EXPECT_EQ(Frame(Moment::never).runModal(nullptr), IDCANCEL);

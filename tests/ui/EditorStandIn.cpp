@@ -1,5 +1,5 @@
-// An editor that changes its file as a user would: some time after its start it adds a line, and tells beside
-// the file how it was started.
+// An editor that changes its file as a user would: once the test has seen that it runs, it adds a line, and
+// notes beside the file how it was started.
 
 #include <windows.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 
 int main(int count, char** arguments) {
-    Sleep(500); // by now the unit has written the file
+    WaitForSingleObject(OpenEventW(SYNCHRONIZE, FALSE, L"SolvaneEditorMayWrite"), 10000);
     char folder[MAX_PATH] = "";
     GetCurrentDirectoryA(MAX_PATH, folder);
     if (std::FILE* note = std::fopen("editor.txt", "wb")) {

@@ -12,7 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(FileNames, tellWhatAFileIs) {
+TEST(FileNames, showWhatAFileIs) {
     using Names = std::vector<std::wstring>;
     const Names plain{L"x.m", L"dll", L"x.exe.m", L"x.batch", L"reg", L"calc2.m"};
     const Names executable{L"x.DLL", L"a.b.Exe", L"com.com", L"x.msi"};
@@ -65,7 +65,7 @@ public:
     }
 };
 
-TEST_F(FilesPage, theButtonsFollowTheSelection) {
+TEST_F(FilesPage, enablesButtonsBySelection) {
     const auto enabled = [](const WindowDriver& user) {
         std::wstring result;
         for (const wchar_t* label :
@@ -86,7 +86,7 @@ TEST_F(FilesPage, theButtonsFollowTheSelection) {
               S_FALSE);
 }
 
-TEST_F(FilesPage, namesThatCannotBeAreRefused) {
+TEST_F(FilesPage, rejectsInvalidNames) {
     struct Refusal {
         void (FilesPage::*enter)(WindowDriver& user, const std::wstring& name);
         const wchar_t* name;
@@ -127,7 +127,7 @@ TEST_F(FilesPage, namesThatCannotBeAreRefused) {
     EXPECT_EQ(contents(L"a.m") + contents(L"b.dat"), "text of atext of b");
 }
 
-TEST_F(FilesPage, filesAreAddedAndRenamed) {
+TEST_F(FilesPage, addsAndRenamesFiles) {
     for (const wchar_t* name : {L"new.m", L"own.dat", L"tools.m"})
         writeFile(workingFolder() + name, "in the way");
     const auto changes = [&](void (FilesPage::*change)(WindowDriver&, const std::wstring&),
@@ -157,7 +157,7 @@ TEST_F(FilesPage, filesAreAddedAndRenamed) {
     EXPECT_EQ(contents(L"a.m"), "?");
 }
 
-TEST_F(FilesPage, filesAreTakenOutOfTheModelAndExported) {
+TEST_F(FilesPage, removesAndExportsFiles) {
     const std::wstring target = temporary.path() + L"exported.dat";
     EXPECT_EQ(editFiles([&](WindowDriver& user) {
                   user.selectRow(IDC_FILES_LIST, 1);
@@ -182,13 +182,13 @@ TEST_F(FilesPage, filesAreTakenOutOfTheModelAndExported) {
     EXPECT_EQ(contents(L"b.dat"), "text of b");
 }
 
-TEST_F(FilesPage, aChangeInAnEditorIsFoundAtTheEnd) {
+TEST_F(FilesPage, findsChangesOfAnExternalEditor) {
     EXPECT_EQ(editFiles([](WindowDriver&) {}), S_FALSE);
     EXPECT_EQ(editFiles([&](WindowDriver&) { writeFile(workingFolder() + L"b.dat", "Text of b"); }), S_OK);
     EXPECT_EQ(editFiles([](WindowDriver&) {}), S_FALSE);
 }
 
-TEST_F(FilesPage, aFileWhoseNameIsThatOfABackupCopyIsKept) {
+TEST_F(FilesPage, keepsAFileNamedLikeABackupCopy) {
     ModelBag model;
     model.script("1;").file("x", "x").file("X.$$$", "neighbour").file("calc.m.$$$", "the script's");
     ASSERT_EQ(load(model), S_OK);
@@ -197,7 +197,7 @@ TEST_F(FilesPage, aFileWhoseNameIsThatOfABackupCopyIsKept) {
     EXPECT_EQ(contents(L"calc.m.$$$"), "the script's");
 }
 
-TEST_F(FilesPage, aNameThatLeadsOutOfTheFolderIsLeftAlone) {
+TEST_F(FilesPage, leavesNamesOutsideTheFolderAlone) {
     const std::wstring outside = workingFolder() + L"..\\outside.txt";
     const std::wstring model = temporary.path() + L"hostile.svm";
     writeFile(outside, "of the user");
@@ -213,7 +213,7 @@ TEST_F(FilesPage, aNameThatLeadsOutOfTheFolderIsLeftAlone) {
     DeleteFileW(outside.c_str());
 }
 
-TEST_F(FilesPage, aScriptOfTheSystemIsShownAndNotRun) {
+TEST_F(FilesPage, showsSystemScriptsWithoutRunningThem) {
     const std::wstring trace = temporary.path() + L"run";
     ModelBag model;
     model.script("1;").file("x.bat", "echo >\"" + narrow(trace) + '"');

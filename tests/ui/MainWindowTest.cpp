@@ -19,7 +19,7 @@ TEST_F(MainWindow, closingAtOnceChangesNothing) {
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
 }
 
-TEST_F(MainWindow, theEnterKeyClosesItOnTheButtonOnly) {
+TEST_F(MainWindow, closesOnEnterOnlyFromTheButton) {
     edit(L"Parameters", [](WindowDriver& user) {
         focusOn(user.control(IDC_PARAMETER_LIST));
         user.key(VK_RETURN);
@@ -31,7 +31,7 @@ TEST_F(MainWindow, theEnterKeyClosesItOnTheButtonOnly) {
     });
 }
 
-TEST_F(MainWindow, itOpensOnTheLastTabAndAtTheLastPlace) {
+TEST_F(MainWindow, opensOnTheLastTabAtTheLastPlace) {
     RECT place{};
     edit([&](WindowDriver& user) {
         for (const wchar_t* tab :
@@ -51,7 +51,7 @@ TEST_F(MainWindow, itOpensOnTheLastTabAndAtTheLastPlace) {
     });
 }
 
-TEST_F(MainWindow, aModelGoesToAFileAndComesBack) {
+TEST_F(MainWindow, savesAndLoadsAModel) {
     ModelBag model;
     model.script("1;").feeds({L"Feed A"}).products({L"Product B"});
     ASSERT_EQ(load(model), S_OK);
@@ -74,7 +74,7 @@ TEST_F(MainWindow, aModelGoesToAFileAndComesBack) {
     second.release();
 }
 
-TEST_F(MainWindow, whatCannotBeSavedOrLoadedIsTold) {
+TEST_F(MainWindow, reportsFailedSavesAndLoads) {
     const std::wstring file = temporary.path() + L"bad.svm";
     const std::wstring foreign = temporary.path() + L"\u65e5.svm";
     writeFile(file, "no zip");

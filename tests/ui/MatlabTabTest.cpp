@@ -19,7 +19,7 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(ErrorPlace, isCountedInTheUsersScript) {
+TEST(ErrorPlace, countsLinesInTheUsersScript) {
     const std::wstring script = L"a = 1;\r\n\tb = a + foo;\r\nc = 2;\r\n";
     struct Row {
         const wchar_t* error;
@@ -58,7 +58,7 @@ TEST(ErrorPlace, isCountedInTheUsersScript) {
 
 const std::wstring editorStandIn = builtFile(L"..\\tests\\EditorStandIn.exe");
 
-TEST(ScriptEditor, theEndOfTheHostsMessageLoopIsThereAfterTheWait) {
+TEST(ScriptEditor, keepsTheQuitMessageOfTheHost) {
     PostQuitMessage(7);
     Program editor(L"\"" + editorStandIn + L"\"");
     waitForScriptEditor(editor.handle());
@@ -123,6 +123,7 @@ protected:
     void editOutside(WindowDriver& user, const std::function<void()>& meanwhile = {}) {
         const HWND page = GetParent(user.button(L"&Edit"));
         bool wasDisabled = false;
+        const Handle mayWrite(CreateEventW(nullptr, TRUE, FALSE, L"SolvaneEditorMayWrite"));
         DeleteFileW((workingFolder() + L"editor.txt").c_str());
         user.press(L"&Edit");
         for (int turn = 0; turn < 500; ++turn) {
@@ -130,6 +131,7 @@ protected:
                 wasDisabled = true;
                 if (meanwhile)
                     meanwhile();
+                SetEvent(mayWrite.get());
             }
             if (IsWindowEnabled(page) && readFile(workingFolder() + L"editor.txt") != "?")
                 break;
@@ -140,7 +142,7 @@ protected:
     }
 };
 
-TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
+TEST_F(MatlabTab, testWritesTheScriptAndShowsTheResult) {
     setScript("a = 1;\r\nb = foo;\r\n");
     matlab.onRun = [](const std::wstring& folder) {
         return printed(
@@ -187,7 +189,7 @@ TEST_F(MatlabTab, aTestWritesTheScriptAndShowsItsVerdict) {
 }
 
 // The host comes back to the unit while it paints.
-TEST_F(MatlabTab, aTerminateDuringATestIsCarriedOutAfterTheWindow) {
+TEST_F(MatlabTab, terminatesAfterTheWindowIfAskedDuringATest) {
     SimulatorWindow host;
     const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
     const std::wstring text = L"Terminate has been called on unit operation";
@@ -210,7 +212,7 @@ TEST_F(MatlabTab, aTerminateDuringATestIsCarriedOutAfterTheWindow) {
     EXPECT_EQ(readFile(scriptPath()), "?");
 }
 
-TEST_F(MatlabTab, onlyTheTextThatTheUserChangedIsAChange) {
+TEST_F(MatlabTab, marksOnlyTextThatTheUserChanged) {
     // Line ends of all kinds, bytes that are no characters, and a line's end wherever a block may end.
     std::string text = "unix\nboth\r\nold\rnone \x81\x8d\n";
     for (int i = 0; i < 3000; ++i)
@@ -237,7 +239,7 @@ TEST_F(MatlabTab, onlyTheTextThatTheUserChangedIsAChange) {
     EXPECT_EQ(script(), text + "end");
 }
 
-TEST_F(MatlabTab, aLoadedModelBringsItsScriptAndInfoLevel) {
+TEST_F(MatlabTab, showsTheLoadedScriptAndInfoLevel) {
     const std::wstring file = temporary.path() + L"echo.svm";
     setScript("1;");
     work([&](WindowDriver& user) {
@@ -252,7 +254,7 @@ TEST_F(MatlabTab, aLoadedModelBringsItsScriptAndInfoLevel) {
     EXPECT_EQ(script(), "1;");
 }
 
-TEST_F(MatlabTab, keysOfTheViews) {
+TEST_F(MatlabTab, handlesTheKeysOfTheViews) {
     setScript("ab");
     const auto copy = [] {
         const UINT formats[] = {RegisterClipboardFormatW(L"Rich Text Format"), CF_TEXT};
@@ -332,7 +334,7 @@ TEST(ScriptTokens, followTheLanguage) {
     }
 }
 
-TEST_F(MatlabTab, theScriptHasLineNumbersTabStopsAndColours) {
+TEST_F(MatlabTab, showsLineNumbersTabStopsAndColours) {
     std::string text = "\ta % green\n    b\n";
     for (int i = 3; i <= 200; ++i)
         text += "% line\n";
@@ -364,7 +366,7 @@ TEST_F(MatlabTab, theScriptHasLineNumbersTabStopsAndColours) {
     EXPECT_EQ(script(), text);
 }
 
-TEST_F(MatlabTab, aScriptThatCannotBeReadIsNeitherTestedNorWritten) {
+TEST_F(MatlabTab, neitherTestsNorWritesAnUnreadableScript) {
     DeleteFileW(scriptPath().c_str());
     const std::wstring failure = L"Failed to open Matlab script: No such file or directory";
     work(
@@ -406,7 +408,7 @@ TEST_F(MatlabTab, aScriptThatCannotBeReadIsNeitherTestedNorWritten) {
     EXPECT_EQ(script(), "keptx");
 }
 
-TEST_F(MatlabTab, clicksAndKeysAreThrownAwayWhileTheWindowIsBusy) {
+TEST_F(MatlabTab, discardsClicksAndKeysWhileBusy) {
     const auto knockOn = [](HWND close, HWND view) {
         PostMessageW(close, WM_LBUTTONDOWN, MK_LBUTTON, 0);
         PostMessageW(close, WM_LBUTTONUP, 0, 0);
@@ -437,7 +439,7 @@ TEST_F(MatlabTab, clicksAndKeysAreThrownAwayWhileTheWindowIsBusy) {
     });
 }
 
-TEST_F(MatlabTab, theEditorOutsideHasTheScriptForAsLongAsItRuns) {
+TEST_F(MatlabTab, leavesTheScriptToTheExternalEditor) {
     const std::string lines(12'000, '\n');
     setScript("a");
     const ChosenEditor chosen(editorStandIn);
@@ -469,7 +471,7 @@ TEST_F(MatlabTab, theEditorOutsideHasTheScriptForAsLongAsItRuns) {
     EXPECT_TRUE(script().ends_with("\r\n% edited\r\n["));
 }
 
-TEST_F(MatlabTab, theEditorIsChosenWithTheControlKey) {
+TEST_F(MatlabTab, choosesTheEditorWithTheControlKey) {
     const std::wstring medit = temporary.path() + L"medit.exe";
     EXPECT_EQ(findScriptEditor(), L"notepad.exe");
     writeRegistryString(HKEY_LOCAL_MACHINE,

@@ -15,7 +15,7 @@ BOOL CALLBACK countIfShown(HWND window, LPARAM count) {
     return TRUE;
 }
 
-TEST_F(Openings, aHundredLeaveNothingBehind) {
+TEST_F(Openings, leakNothingInAHundredRounds) {
     ModelBag model;
     model.script("1;").feeds({L"F"}).products({L"P"}).reports({L"R"}).file("data.txt", "1");
     model.parameter(L"p", L"real", Variant(1.0));

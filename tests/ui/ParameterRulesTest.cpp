@@ -32,7 +32,7 @@ void expectFaults(std::initializer_list<Typed> cases) {
 
 constexpr wchar_t invalid[] = L"You must supply a valid current value for the parameter";
 
-TEST(ParameterNumbers, areCheckedInTheirOrder) {
+TEST(ParameterNumbers, areCheckedInOrder) {
     const std::initializer_list<Typed> cases{
         {L"abc", L"", L"", L"", invalid},
         {L"", L"1", L"", L"", invalid},
@@ -59,7 +59,7 @@ TEST(ParameterNumbers, areCheckedInTheirOrder) {
     });
 }
 
-TEST(ParameterNumbers, areReadFromTheirBeginning) {
+TEST(ParameterNumbers, areReadFromTheStartOfTheText) {
     EXPECT_EQ(readNumber<double>(L"1.5abc", locale), 1.5);
     EXPECT_EQ(readNumber<double>(L"2,5", locale), 2.0);
     EXPECT_EQ(readNumber<double>(L"\t-1e3e", locale), -1000.0);
@@ -67,7 +67,7 @@ TEST(ParameterNumbers, areReadFromTheirBeginning) {
     EXPECT_EQ(readNumber<LONG>(L"1.9", locale), 1);
 }
 
-TEST(UnitOfMeasure, textsHaveNumeratorsFirst) {
+TEST(UnitOfMeasure, writesNumeratorsFirst) {
     const std::vector<std::pair<std::vector<double>, const wchar_t*>> cases{
         {{}, L""},
         {{1, 1, -2}, L"m kg / s2"},
@@ -83,7 +83,7 @@ TEST(UnitOfMeasure, textsHaveNumeratorsFirst) {
         EXPECT_EQ(unitText(exponents), text);
 }
 
-TEST(UnitOfMeasure, exponentsAreReadUpToTheLastOne) {
+TEST(UnitOfMeasure, readsExponentsUpToTheLastOne) {
     using Vector = std::vector<double>;
     EXPECT_EQ(readDimensionality({}, false, locale), Vector());
     EXPECT_EQ(readDimensionality({L"1", L"", L"-1", L"", L"x"}, false, locale), (Vector{1, 0, -1}));

@@ -48,7 +48,7 @@ protected:
     ModelBag model;
 };
 
-TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
+TEST_F(ParameterTab, addsParametersOfAllTypes) {
     unit.validate();
     EXPECT_NE(unit.status(), CAPE_NOT_VALIDATED);
     const HRESULT edited = editParameters([&](WindowDriver& user) {
@@ -92,7 +92,7 @@ TEST_F(ParameterTab, parametersOfAllTypesAreAdded) {
     EXPECT_EQ(edited, S_OK);
 }
 
-TEST_F(ParameterTab, theyAreRenamedAndRemoved) {
+TEST_F(ParameterTab, renamesAndRemovesParameters) {
     model.script("1;").parameter(L"a", L"real", Variant(1.0)).parameter(L"b", L"int", Variant(LONG{2}));
     ASSERT_EQ(load(model), S_OK);
     unit.validate();
@@ -137,7 +137,7 @@ TEST_F(ParameterTab, theyAreRenamedAndRemoved) {
     EXPECT_EQ(unit.status(), before);
 }
 
-TEST_F(ParameterTab, aRealParameterIsEdited) {
+TEST_F(ParameterTab, editsARealParameter) {
     const VariantArray acceleration = VariantArray::of(std::vector<double>{1, 0, -2});
     model.script("1;").parameter(L"x", L"real", Variant(0.25)).with(L"x", L"minimum", Variant(0.1));
     model.with(L"x", L"dimensionality", acceleration);
@@ -182,7 +182,7 @@ TEST_F(ParameterTab, aRealParameterIsEdited) {
     });
 }
 
-TEST_F(ParameterTab, aBooleanDefaultOpensAsTheCurrentValue) {
+TEST_F(ParameterTab, showsABooleanDefaultAsTheCurrentValue) {
     model.script("1;").parameter(L"b", L"bool", Variant(true)).with(L"b", L"default", Variant(false));
     ASSERT_EQ(load(model), S_OK);
     EXPECT_EQ(row(L"b", 0)[4], L"False");
@@ -200,7 +200,7 @@ TEST_F(ParameterTab, aBooleanDefaultOpensAsTheCurrentValue) {
     });
 }
 
-TEST_F(ParameterTab, anOptionParameterIsEdited) {
+TEST_F(ParameterTab, editsAnOptionParameter) {
     const std::vector<std::wstring> options{L"b", L"a"};
     model.script("1;").parameter(L"s", L"string", Variant(std::wstring_view(L"a")));
     model.with(L"s", L"options", VariantArray::of(options));

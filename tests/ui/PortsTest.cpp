@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(Ports, aNewPortGetsTheFirstFreeNameAndIsNamedAtOnce) {
+TEST_F(Ports, namesANewPortAndStartsEditing) {
     loadPorts({L"Feed 1", L"Feed 4"}, {L"feed 2"});
     EXPECT_EQ(edit(L"Ports",
                    [&](WindowDriver& user) {
@@ -63,7 +63,7 @@ TEST_F(Ports, aNewPortGetsTheFirstFreeNameAndIsNamedAtOnce) {
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_OK);
 }
 
-TEST_F(Ports, addingResetsTheValidationAndRenamingDoesNot) {
+TEST_F(Ports, invalidatesOnAddingButNotOnRenaming) {
     loadPorts({}, {});
     ASSERT_EQ(unit.validate(), L"");
     edit(L"Ports", [&](WindowDriver& user) {
@@ -84,7 +84,7 @@ TEST_F(Ports, addingResetsTheValidationAndRenamingDoesNot) {
     EXPECT_EQ(unit.status(), CAPE_VALID);
 }
 
-TEST_F(Ports, aNameOfAnotherPortIsRefusedOnceWhicheverListHasIt) {
+TEST_F(Ports, rejectsTheNameOfAnotherPort) {
     loadPorts({L"A", L"B"}, {L"C"});
     EXPECT_EQ(edit(L"Ports",
                    [](WindowDriver& user) {
@@ -102,7 +102,7 @@ TEST_F(Ports, aNameOfAnotherPortIsRefusedOnceWhicheverListHasIt) {
               S_FALSE);
 }
 
-TEST_F(Ports, whatIsConnectedIsShownAndDisconnectedWithItsPort) {
+TEST_F(Ports, showsAndDisconnectsStreams) {
     loadPorts({L"A", L"B", L"C"}, {L"D"});
     const auto named = FakeMaterial11::create();
     named->componentName = L"Steam";

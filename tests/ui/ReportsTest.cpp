@@ -21,7 +21,7 @@ protected:
     }
 };
 
-TEST_F(Reports, aNewOneWaitsForTheScriptAndARemovedOneIsGone) {
+TEST_F(Reports, addsAReportThatWaitsForTheScriptAndRemovesOne) {
     matlab.onRun = [](const std::wstring&) { return printed(L"{\\rtf1 not \\b a formatted text}"); };
     ASSERT_EQ(unit.calculate(), S_OK);
     EXPECT_EQ(edit(L"Reports",
@@ -50,7 +50,7 @@ TEST_F(Reports, aNewOneWaitsForTheScriptAndARemovedOneIsGone) {
     EXPECT_EQ(unit.report(L"Fin's"), L"Report not available...\r\n");
 }
 
-TEST_F(Reports, anEmptyOrAKnownNameMakesNone) {
+TEST_F(Reports, rejectsEmptyAndKnownNames) {
     EXPECT_EQ(edit(L"Reports",
                    [](WindowDriver& user) {
                        for (const wchar_t* name : {L"matlab output", L"BALANCE"}) {
@@ -69,7 +69,7 @@ TEST_F(Reports, anEmptyOrAKnownNameMakesNone) {
               S_FALSE);
 }
 
-TEST_F(Reports, aLoadKeepsThePositionOrTakesTheLast) {
+TEST_F(Reports, keepsTheSelectedPositionAfterALoad) {
     const std::wstring file = temporary.path() + L"one.svm";
     edit(L"Reports", [&](WindowDriver& user) {
         saveModel(user, file);

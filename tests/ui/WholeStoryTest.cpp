@@ -16,7 +16,7 @@ constexpr wchar_t script[] = L"F = getFeedProp(1, 'totalFlow');\r\n"
                              L"setProduct(1, half(F), z, 'temperature', T, 'pressure', 1e5);\r\n"
                              L"setReport('Summary', sprintf('%g mol/s', half(F)));\r\n";
 
-TEST_F(WholeStory, aUnitIsBuiltTestedSavedAndLoadedAgain) {
+TEST_F(WholeStory, buildsTestsSavesAndLoadsAUnit) {
     const std::wstring helper = temporary.path() + L"half.m";
     writeFile(helper, "function y = half(x)\ny = x/2;\n");
     const std::wstring model = builtFile(L"..\\tests\\BuiltInWindow.svm");

@@ -7,6 +7,7 @@
 #include "com/ComRef.h"
 #include "com/Dispatch.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -22,9 +23,12 @@ class FakeMaterial : public DispatchImpl<ECapeUser>,
                      public DispatchImpl<ECapeRoot>,
                      public DispatchImpl<ICapeIdentification> {
 public:
-    explicit FakeMaterial(FakeStream initial) : stream(std::move(initial)) {}
+    explicit FakeMaterial(FakeStream initial) : stream(std::move(initial)) { ++alive; }
     FakeMaterial(const FakeMaterial&) = delete;
     FakeMaterial& operator=(const FakeMaterial&) = delete;
+
+    /// How many materials there are, copies included.
+    static inline std::atomic<int> alive = 0;
 
     FakeStream stream;
     std::shared_ptr<CallRecord> record = std::make_shared<CallRecord>();
@@ -57,7 +61,7 @@ public:
     STDMETHODIMP put_ComponentDescription(BSTR) override { return E_NOTIMPL; }
 
 protected:
-    virtual ~FakeMaterial() = default;
+    virtual ~FakeMaterial() { --alive; }
 
     /// QueryInterface, with the object that answers for a generation's own interface, null for another.
     HRESULT query(REFIID iid, IUnknown* own, void** result);
