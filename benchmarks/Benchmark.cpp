@@ -119,9 +119,9 @@ int runProgram(int count, char** arguments) {
         names.emplace_back(group.name);
         list += std::string("\n  ") + group.name + std::string(10 - names.back().size(), ' ') + group.summary;
     }
-    CLI::App app("Measures the unit's speed against what it is made of, side by side in one run.", "bench");
+    CLI::App app("Measures the unit's speed, each time against a reference in the same run.", "bench");
     app.allow_windows_style_options(false);
-    app.add_option("group", chosen, "Only these groups")->check(CLI::IsMember(names));
+    app.add_option("group", chosen, "Run only these groups")->check(CLI::IsMember(names));
     app.footer(list + "\n\nExit codes: 0 every goal is met, 1 a goal is missed, 2 a bad command line.");
     try {
         app.parse(count, arguments);

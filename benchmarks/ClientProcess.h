@@ -1,4 +1,4 @@
-/// The process that plays Matlab's: it takes turns at several ways of asking and measures each.
+/// The process in Matlab's place: it takes turns at several ways of asking and measures each.
 #pragma once
 
 #include <map>
@@ -25,7 +25,7 @@ Timings measureInClient(const ClientTask& task, const std::wstring& resultFile);
 
 inline constexpr char clientWord[] = "--client";
 
-/// The client's main function, with the arguments behind the client word.
+/// The client's main function, with the arguments after the client word.
 int runClient(const std::vector<std::string>& arguments);
 
 } // namespace solvane

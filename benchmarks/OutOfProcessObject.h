@@ -31,7 +31,7 @@ private:
     Handle thread_;
 };
 
-/// The proxy of an object that another process offers; empty where there is none.
+/// The proxy of an object that another process offers; empty if there is no such object.
 ComRef<IDispatch> openOfferedObject(const std::wstring& file);
 
 /// Asks a 1.0 material for a property of the whole stream through IDispatch::Invoke.

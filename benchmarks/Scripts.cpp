@@ -51,7 +51,7 @@ bool compareScript(const Script& script) {
     const auto executeBare = [&] { return milliseconds([&] { isDone &= runBare(engine, folder); }); };
     std::vector<double> calculations, commands;
     for (int turn = 0; turn <= script.turns && isDone; ++turn) {
-        // Who comes second finds the machine's caches warm, so they take turns in that too.
+        // The second finds the machine's caches warm, so they also take turns in who comes first.
         const bool calculatesFirst = turn % 2 == 0;
         double calculation = calculatesFirst ? calculate() : 0;
         const double bare = executeBare();

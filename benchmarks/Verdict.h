@@ -6,7 +6,7 @@
 
 namespace solvane {
 
-/// The upper one of two in the middle; 0 where there are none.
+/// The upper of the two middle values of an even count; 0 without values.
 double median(std::vector<double> values);
 
 /// The ratios of two series that were measured turn by turn.
@@ -19,7 +19,7 @@ double milliseconds(const std::function<void()>& work);
 bool printAtMost(const std::string& what, double measured, double goal);
 bool printAtLeast(const std::string& what, double measured, double goal);
 
-/// All that was printed by the two above, as a table in Markdown.
+/// Everything that these two printed, as a table in Markdown.
 void printTable();
 
 } // namespace solvane

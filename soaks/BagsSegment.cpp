@@ -72,7 +72,7 @@ Variant damagedValue(Damage& damage) {
                                       VT_CY,    VT_ERROR, VT_DISPATCH, VT_UNKNOWN, VT_DECIMAL, VT_R4};
         return ofType(static_cast<VARTYPE>(damage.anyOf(types)));
     }
-    case 8: // an array that isn't there
+    case 8: // a missing array
         return ofType(static_cast<VARTYPE>(VT_ARRAY | (damage.oneIn(2) ? VT_BSTR : VT_UI1)));
     case 9:
     case 10:
@@ -118,7 +118,7 @@ public:
                 bag.values[key] = damagedValue(damage);
         }
         RecordingLog log;
-        // A unit is new, or takes one model after the other.
+        // The unit is new, or takes one model after another.
         if (damage.oneIn(4)) {
             unit_ = HostedUnit(module_);
             matlab_.forgetCalls();

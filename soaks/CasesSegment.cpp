@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// What a reader of cases may stumble over.
+/// Pieces that may confuse a reader of cases.
 constexpr std::array snippets = {
     "null"sv,
     "true"sv,
@@ -45,7 +45,7 @@ constexpr std::array snippets = {
     "\"model\": {},"sv,
 };
 
-/// Cases that use all that a case can have, and one of two units.
+/// Cases that use everything a case can have, and one with two units.
 constexpr std::array cases = {
     R"json({"unit": {"progId": "Some.Unit", "name": "U"}, "generation": "1.0", "profile": "early",
  "compounds": ["Methane", "propane"],
@@ -85,7 +85,7 @@ public:
             return {.fault = std::string("throws: ") + exception.what()};
         }
         return {.fault = error.find("case.json:") == std::string::npos
-                             ? "a refusal without the file: " + error
+                             ? "a refusal that does not name the file: " + error
                              : ""};
     }
 

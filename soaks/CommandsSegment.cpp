@@ -1,4 +1,4 @@
-// Very many commands on one unit, asked by a gateway that is played here: each reply is looked at whole.
+// Very many commands to one unit, from a gateway that is simulated here: each reply is compared whole.
 
 #include "Drum.h"
 #include "Folders.h"
@@ -31,7 +31,7 @@ Wire composed(Wire wire, int shift) {
     return wire;
 }
 
-/// Every kind of command, those that go wrong too.
+/// Every kind of command, including some that fail.
 std::vector<Question> makeQuestions() {
     std::vector<Question> questions{
         {request(CommandCode::getUnitName)},     // getUnitName
@@ -164,7 +164,7 @@ void soakCommands(const Effort& effort, const Figures& figures) {
         matlab.forgetCalls();
         progress.at((run + 1) * commandsOfARun);
     }
-    figures.put("commands of a played gateway", double(runs) * commandsOfARun);
+    figures.put("commands of a simulated gateway", double(runs) * commandsOfARun);
     figures.put("wrong answers", examination.wrong() + (examination.isWhole() ? 0 : 1));
     figures.put("failed runs", failedRuns);
     growth->put(figures);

@@ -54,7 +54,7 @@ private:
             const Clock::time_point began{Clock::duration(began_.load())};
             if (Clock::now() - began < patience)
                 continue;
-            tell("still not done after a minute");
+            tell("not done after a minute");
             TerminateProcess(GetCurrentProcess(), 1);
         }
     }
@@ -63,8 +63,8 @@ private:
     std::jthread thread_;
 };
 
-/// Makes the temporary folder, which is the door's own, the current one too: what is written outside a unit's
-/// folder, and by a name without one, is found there.
+/// Makes the temporary folder, which is the door's own, the current folder too: a file written outside the
+/// unit's folder, or by a name without a folder, is found there.
 class WatchedFolder {
 public:
     WatchedFolder() { std::filesystem::current_path(path_); }
@@ -74,7 +74,7 @@ public:
 
     std::vector<std::wstring> names() const {
         std::vector<std::wstring> names = namesIn(path_.wstring());
-        // A unit's folder has a name of its own in every run of it.
+        // The name of a unit's folder differs each time.
         for (std::wstring& name : names)
             if (name.starts_with(L'{'))
                 name = L"{unit}";
@@ -102,7 +102,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
     int accepted = 0;
     int faults = 0;
     auto longest = Clock::duration::zero();
-    // What is only made once is made by the first tenth.
+    // The first tenth makes everything that is made only once.
     const int warmUp = first + (end - first) / 10;
     for (int number = first; number < end; ++number) {
         numberInWork = number;
@@ -123,7 +123,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
     growth->put(figures);
     std::signal(SIGABRT, SIG_DFL);
     figures.put("damaged inputs", end - first);
-    figures.put("taken all the same", accepted);
+    figures.put("damaged inputs accepted", accepted);
     figures.put("crashes, silent refusals, wrong answers", faults);
     figures.put("longest", std::chrono::duration<double>(longest).count());
     figures.put("files outside the unit's folder", folder.names() == outside ? 0 : 1);

@@ -1,4 +1,4 @@
-/// A way into the product by which damaged inputs can come.
+/// An entrance of the product that can receive damaged inputs.
 #pragma once
 
 #include "Effort.h"
@@ -11,7 +11,7 @@ namespace solvane::soak {
 
 struct Verdict {
     bool isAccepted = false; ///< else it was refused
-    std::string fault = {};  ///< of the product; empty where accepting or refusing was well done
+    std::string fault = {};  ///< of the product; empty if it accepted or refused the input correctly
 };
 
 class Door {
@@ -19,13 +19,13 @@ public:
     virtual ~Door() = default;
     /// Makes the damaged input of that number and gives it to the product.
     virtual Verdict attempt(std::uint32_t seed, int number) = 0;
-    /// What is made only once has been made, and growth counts from now on.
+    /// Called when everything that is made only once exists: growth counts from now on.
     virtual void startCounting() {}
 };
 
-/// Tries `count` inputs and puts the figures of every door. The temporary folder, which is the door's own
-/// while it lives, is the current one meanwhile. Tells the seed and the number of the first faults, and of an
-/// input that crashes or hangs, on which the process ends.
+/// Tries `count` inputs and puts the figures that all doors share. Meanwhile the temporary folder is the
+/// door's own, and also the current folder. Prints the seed and the number of the first faulty inputs, and of
+/// an input that crashes or hangs, which ends the process.
 void soakDoor(Door& door, const Effort& effort, int count, const Figures& figures);
 
 } // namespace solvane::soak

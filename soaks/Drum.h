@@ -1,4 +1,4 @@
-/// The flash drum of the examples, on the materials of the sample host, behind a unit.
+/// A unit with the model of the example flash drum, on the materials of the sample host.
 #pragma once
 
 #include "HostedUnit.h"
@@ -12,19 +12,19 @@ namespace solvane::soak {
 class Drum {
 public:
     /// Creates the unit, which takes the start of an engine, and gives it the model: the example's script,
-    /// behind `scriptBefore`. A drum of another number has another feed.
+    /// after `scriptBefore`. Drums with different numbers have different feeds.
     explicit Drum(const UnitModule& module, int number = 0, const std::string& scriptBefore = "");
     ~Drum();
     Drum(const Drum&) = delete;
     Drum& operator=(const Drum&) = delete;
 
-    /// What kept it from being ready; empty where it is.
+    /// Why it is not ready; empty if it is.
     const std::string& startError() const { return startError_; }
 
     /// Calculates at that temperature, in K. False with the unit's text.
     bool calculate(double temperature, std::string& error);
 
-    /// Every number of the feed and of both products, exact; or the text of what is wrong with one.
+    /// Every number of the feed and of both products, exact; or what is wrong with one of them.
     std::string products() const;
 
     const HostedUnit& unit() const { return unit_; }

@@ -6,7 +6,7 @@
 
 namespace solvane::soak {
 
-/// How much is to be done: an ordinary soak takes some minutes, a full one as long as it takes.
+/// How much to do: an ordinary soak takes some minutes, a full one hours.
 struct Effort {
     bool isFull = false;
     double scale = 1; ///< a factor on every count

@@ -1,4 +1,4 @@
-// The engine's processes are killed under a unit: the unit says so, and goes on with a new one.
+// Kills the engine's processes while a unit uses them: the unit reports it, and continues with a new engine.
 
 #include "Drum.h"
 #include "Folders.h"
@@ -22,7 +22,7 @@ namespace {
 
 constexpr double temperature = 255; // K
 
-/// When the engine dies; within it, after a random delay of up to that many milliseconds.
+/// When the engine dies: in this phase, after a random delay of up to that many milliseconds.
 enum class Moment { start, changeOfFolder, script, command, betweenRuns };
 struct MomentRow {
     Moment moment;
@@ -49,7 +49,7 @@ class Engine {
 public:
     explicit Engine(std::wstring mark) : mark_(std::move(mark)) { markDescendants(mark_); }
 
-    /// Kills the one or the other, as soon as there is one.
+    /// Kills one of the two as soon as it runs.
     void kill(bool isServer) const {
         comesTrue([&] {
             const auto servers = isServer ? engineServersOf(GetCurrentProcessId()) : std::vector<DWORD>();
@@ -74,7 +74,7 @@ private:
     std::wstring mark_;
 };
 
-/// Whether the text names what failed, and says more.
+/// Whether the text names what failed and adds a reason.
 bool isClear(const std::string& error) {
     constexpr std::array beginnings = {
         "Failed to create Matlab application: ", "Failed to add to MATLAB path: ",
@@ -103,9 +103,9 @@ public:
         drum_.reset();
         left_ += engine_.isLeftWith(0) ? 0 : 1;
         figures_.put("kills of the engine", kills);
-        figures_.put("runs or starts that failed by it", failed_);
+        figures_.put("runs and starts that failed", failed_);
         figures_.put("failures without a clear error", unclear_);
-        figures_.put("next runs that failed or gave other streams", next_);
+        figures_.put("next runs that failed or gave different streams", next_);
         figures_.put("processes left after ten seconds", left_);
         figures_.put("temporary folders left", double(workingFoldersIn(temporary_.path())));
     }
@@ -165,18 +165,18 @@ private:
             std::printf("  %s killed %s: %s\n", victim, row.name, error.c_str());
         if (!isDone && !isClear(error))
             ++unclear_;
-        // A unit that did not start never will; the next one does.
+        // A unit that failed to start stays so; the next one starts.
         std::string nextError;
         const bool goesOn = row.moment == Moment::start
                                 ? startDrum()
                                 : drum_->calculate(temperature, nextError) && drum_->products() == expected_;
         if (!goesOn) {
             ++next_;
-            std::printf("  the next run: %s\n", nextError.empty() ? "other streams" : nextError.c_str());
+            std::printf("  the next run: %s\n", nextError.empty() ? "different streams" : nextError.c_str());
         }
         if (!engine_.isLeftWith(1)) {
             ++left_;
-            std::printf("  the killed engine is not gone\n");
+            std::printf("  the killed engine still runs\n");
         }
     }
 

@@ -1,4 +1,4 @@
-/// Both neighbours of the engine's socket, played: the gateway, or whoever else connects, and the unit.
+/// Simulated neighbours of the engine's socket: the gateway, or any other caller, and the unit.
 #pragma once
 
 #include "channel/ChannelNames.h"
@@ -17,7 +17,7 @@ namespace solvane::soak {
 
 inline constexpr char unitId[] = "{6E3C2A52-0F3B-4B0C-8A11-3F6F2B7D9C02}";
 
-/// Where an engine listens, and what its guests say. Makes the sockets usable.
+/// Where an engine listens, and the token of its callers. Initialises the sockets.
 struct EngineAddress {
     explicit EngineAddress(engine::AutomationClient& octave)
         : token(narrow(octave.execute(L"printf(getenv('SOLVANE_ENGINE_TOKEN'))"))),
@@ -31,7 +31,7 @@ struct EngineAddress {
     std::uint16_t port;
 };
 
-/// A unit in a run that answers whatever it is asked with the block as it stands.
+/// A unit in a run that answers every request with the block as it stands.
 class AnsweringUnit {
 public:
     AnsweringUnit()
@@ -51,7 +51,7 @@ private:
     std::jthread thread_;
 };
 
-/// One connection to the engine. Waits twenty seconds for what it reads.
+/// One connection to the engine. A read waits twenty seconds at most.
 class Caller {
 public:
     explicit Caller(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP)) {
@@ -74,7 +74,7 @@ public:
     bool read(void* bytes, int count) {
         return count == 0 || recv(socket_.get(), static_cast<char*>(bytes), count, MSG_WAITALL) == count;
     }
-    /// Nothing where none comes.
+    /// Empty if no reply comes.
     std::optional<std::pair<engine::MessageKind, std::string>> reply() {
         engine::MessageKind kind{};
         std::uint32_t length = 0;
@@ -89,7 +89,7 @@ public:
         const int received = recv(socket_.get(), &byte, 1, 0);
         return received == 0 || (received < 0 && WSAGetLastError() != WSAETIMEDOUT);
     }
-    /// Hangs up without the manners of it: the other side sees a reset.
+    /// Hangs up abruptly: the other side sees a reset.
     void breakOff() {
         const linger atOnce{1, 0};
         setsockopt(socket_.get(), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&atOnce),

@@ -39,8 +39,8 @@ std::string limitText(const Limit& limit) {
 
 void printRow(const char* segment, const char* figure, const std::string& value, const char* unit,
               const std::string& limit, const char* verdict) {
-    std::printf("%-10s %-52s %12s %-8s %-12s %s\n", segment, figure, value.c_str(), unit, limit.c_str(),
-                verdict);
+    std::printf("| %-10s | %-58s | %12s %-3s | %-8s | %-7s |\n", segment, figure, value.c_str(), unit,
+                limit.c_str(), verdict);
 }
 
 } // namespace
@@ -62,6 +62,7 @@ FigureValues readFigures(const std::wstring& file) {
 
 void printTableHead() {
     printRow("Segment", "Figure", "Value", "", "Limit", "Verdict");
+    std::printf("|---|---|---|---|---|\n");
 }
 
 bool printTable(const FigureValues& values, const std::string& segment) {

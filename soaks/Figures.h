@@ -1,5 +1,5 @@
-/// The figures of a soak and what they may be. A segment runs in a process of its own, which may die of what
-/// it tries; so figures pass through a file, a line each, written at once.
+/// The figures of a soak and their limits. A segment runs in a process of its own, which may crash; so it
+/// writes each figure at once, as a line of a file.
 #pragma once
 
 #include <map>
@@ -24,7 +24,7 @@ class Figures {
 public:
     Figures(std::wstring file, std::string segment) : file_(std::move(file)), segment_(std::move(segment)) {}
 
-    /// A figure of the table in Limits.h; one that is not there breaks the soak.
+    /// A figure of the table in Limits.h; the soak fails on any other.
     void put(std::string_view figure, double value) const;
 
 private:
@@ -34,11 +34,11 @@ private:
 
 /// Values by segment and figure.
 using FigureValues = std::map<std::pair<std::string, std::string>, double>;
-/// What was put into the file; of several values of a figure the last.
+/// The figures in the file; if a figure has several values, the last.
 FigureValues readFigures(const std::wstring& file);
 
-/// Prints the figures of a segment's limits. False where one is missing, not a number, unknown or beyond its
-/// limit.
+/// Prints a segment's figures as rows in Markdown. False if one is missing, not a number, unknown or beyond
+/// its limit.
 bool printTable(const FigureValues& values, const std::string& segment);
 void printTableHead();
 

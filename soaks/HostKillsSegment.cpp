@@ -1,4 +1,4 @@
-// Hosts die at any moment: what they started ends too, and the next start tidies up behind them.
+// Hosts die at any moment: the processes that they started end too, and the next start removes their folders.
 
 #include "Drum.h"
 #include "Folders.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr double temperature = 255; // K
 constexpr DWORD settling = 500;
 constexpr DWORD startPatience = 60000;
-// From its start to its death, in milliseconds: a start takes about one, runs follow.
+// From the start to the kill, in milliseconds: a start takes about one second, runs follow.
 constexpr int longestLife = 2500;
 
 // Commands and calculation take turns.
@@ -62,7 +62,7 @@ void soakHostKills(const Effort& effort, const Figures& figures) {
         const DWORD process = GetProcessId(host.get());
         Sleep(static_cast<DWORD>(std::uniform_int_distribution(0, longestLife)(random)));
         killProcess(process);
-        // One that was just being created may show only now.
+        // A server that was just being created may appear only now.
         Sleep(settling);
         comesTrue([&] { return engineServersOf(process).empty() && octavesWith(mark).empty(); });
         for (const DWORD server : engineServersOf(process)) {
@@ -90,9 +90,9 @@ void soakHostKills(const Effort& effort, const Figures& figures) {
     }
     figures.put("kills of the host", kills);
     figures.put("processes left after ten seconds", leftProcesses);
-    figures.put("servers that the dying host created and never let run", stillborn);
+    figures.put("servers created but never run", stillborn);
     figures.put("next hosts that failed", nextFailures);
-    figures.put("temporary folders of the dead", double(foldersOfTheDead));
+    figures.put("temporary folders of killed hosts", double(foldersOfTheDead));
     figures.put("temporary folders left after the next start", double(leftFolders));
 }
 

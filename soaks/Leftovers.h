@@ -6,10 +6,10 @@
 
 namespace solvane::soak {
 
-/// How many working folders of units are in that folder, which ends in a backslash.
+/// The number of units' working folders in a folder, whose name ends in a backslash.
 std::size_t workingFoldersIn(const std::wstring& folder);
 
-/// Waits for what is to come true within ten seconds, the time that ended processes have. Whether it did.
+/// Waits at most ten seconds, the time that processes get to end, for a condition. True if it came true.
 bool comesTrue(const std::function<bool()>& condition);
 
 } // namespace solvane::soak

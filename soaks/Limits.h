@@ -1,4 +1,4 @@
-/// What holds: every row of a soak's table, in its order.
+/// The limits: every row of a soak's table, in its order.
 #pragma once
 
 #include "Figures.h"
@@ -7,12 +7,12 @@
 
 namespace solvane::soak {
 
-/// Of a segment that tries damaged inputs at a door. Where it calls another process, COM's pool grows and
-/// shrinks by a thread.
+/// For a segment that tries damaged inputs at a door. If it calls another process, COM's pool of threads
+/// grows and shrinks by one.
 constexpr auto doorLimits(const char* segment, double threads = 0) {
     return std::array{
         Limit{segment, "damaged inputs", "", Bound::none, 0},
-        Limit{segment, "taken all the same", "", Bound::atLeast,
+        Limit{segment, "damaged inputs accepted", "", Bound::atLeast,
               1}, // else the damage is too coarse to reach far
         Limit{segment, "crashes, silent refusals, wrong answers", "", Bound::atMost, 0},
         Limit{segment, "longest", "s", Bound::atMost, 30},
@@ -36,7 +36,7 @@ constexpr auto joined(const std::array<Limit, Counts>&... parts) {
 }
 
 inline constexpr std::array limitsOfWork = {
-    Limit{"commands", "commands of a played gateway", "", Bound::none, 0},
+    Limit{"commands", "commands of a simulated gateway", "", Bound::none, 0},
     Limit{"commands", "wrong answers", "", Bound::atMost, 0},
     Limit{"commands", "failed runs", "", Bound::atMost, 0},
     Limit{"commands", "host: handles gained", "", Bound::atMost, 0},
@@ -47,7 +47,7 @@ inline constexpr std::array limitsOfWork = {
     Limit{"runs", "runs on the real engine", "", Bound::none, 0},
     Limit{"runs", "commands of the real gateway", "", Bound::none, 0},
     Limit{"runs", "failed runs and wrong answers", "", Bound::atMost, 0},
-    Limit{"runs", "different products of 20 temperatures", "", Bound::atLeast, 20},
+    Limit{"runs", "different products at 20 temperatures", "", Bound::atLeast, 20},
     Limit{"runs", "host: handles gained", "", Bound::atMost, 0},
     Limit{"runs", "host: threads gained", "", Bound::atMost, 0},
     Limit{"runs", "host: memory gained", "KiB", Bound::atMost, 256},
@@ -59,29 +59,29 @@ inline constexpr std::array limitsOfWork = {
     Limit{"runs", "temporary files gained", "", Bound::atMost, 0},
 
     Limit{"together", "runs of eight units at once", "", Bound::none, 0},
-    Limit{"together", "failed runs and other streams than alone", "", Bound::atMost, 0},
+    Limit{"together", "runs that failed or gave different streams", "", Bound::atMost, 0},
     Limit{"together", "units whose streams differ", "", Bound::atLeast, 8},
-    Limit{"together", "folders left behind", "", Bound::atMost, 0},
+    Limit{"together", "folders left", "", Bound::atMost, 0},
     Limit{"together", "engines left after ten seconds", "", Bound::atMost, 0},
 
     Limit{"shared", "runs of four simulators on one Matlab", "", Bound::none, 0},
-    Limit{"shared", "simulators killed beside them", "", Bound::none, 0},
-    Limit{"shared", "failed runs and runs in another's folder", "", Bound::atMost, 0},
-    Limit{"shared", "rounds after which Matlab's folder is gone", "", Bound::atMost, 0},
-    Limit{"shared", "folders left behind", "", Bound::atMost, 0},
+    Limit{"shared", "simulators killed meanwhile", "", Bound::none, 0},
+    Limit{"shared", "runs that failed or ran in another unit's folder", "", Bound::atMost, 0},
+    Limit{"shared", "rounds after which Matlab's folder is missing", "", Bound::atMost, 0},
+    Limit{"shared", "folders left", "", Bound::atMost, 0},
 
     Limit{"engine", "kills of the engine", "", Bound::none, 0},
-    Limit{"engine", "runs or starts that failed by it", "", Bound::none, 0},
+    Limit{"engine", "runs and starts that failed", "", Bound::none, 0},
     Limit{"engine", "failures without a clear error", "", Bound::atMost, 0},
-    Limit{"engine", "next runs that failed or gave other streams", "", Bound::atMost, 0},
+    Limit{"engine", "next runs that failed or gave different streams", "", Bound::atMost, 0},
     Limit{"engine", "processes left after ten seconds", "", Bound::atMost, 0},
     Limit{"engine", "temporary folders left", "", Bound::atMost, 0},
 
     Limit{"host", "kills of the host", "", Bound::none, 0},
     Limit{"host", "processes left after ten seconds", "", Bound::atMost, 0},
-    Limit{"host", "servers that the dying host created and never let run", "", Bound::none, 0},
+    Limit{"host", "servers created but never run", "", Bound::none, 0},
     Limit{"host", "next hosts that failed", "", Bound::atMost, 0},
-    Limit{"host", "temporary folders of the dead", "", Bound::none, 0},
+    Limit{"host", "temporary folders of killed hosts", "", Bound::none, 0},
     Limit{"host", "temporary folders left after the next start", "", Bound::atMost, 0},
 };
 
@@ -94,14 +94,14 @@ inline constexpr std::array limitsOfEngine = {
     Limit{"socket", "engine: threads gained", "", Bound::atMost, 0},
     Limit{"socket", "engine: memory gained", "KiB", Bound::atMost, 4096},
 
-    // Of the strangers 32 are listened to, at two handles each; the guest has a thread, whose stack counts 2
-    // MiB.
+    // The engine listens to 32 unknown callers at once, with two handles each; the client has a thread, whose
+    // stack counts 2 MiB.
     Limit{"strangers", "slow strangers at once", "", Bound::none, 0},
-    Limit{"strangers", "guests not served", "", Bound::atMost, 0},
+    Limit{"strangers", "clients not served", "", Bound::atMost, 0},
     Limit{"strangers", "longest service", "s", Bound::atMost, 5},
-    Limit{"strangers", "engine: handles at most gained", "", Bound::atMost, 128},
-    Limit{"strangers", "engine: threads at most gained", "", Bound::atMost, 2},
-    Limit{"strangers", "engine: memory at most gained", "KiB", Bound::atMost, 4096},
+    Limit{"strangers", "engine: most handles gained", "", Bound::atMost, 128},
+    Limit{"strangers", "engine: most threads gained", "", Bound::atMost, 2},
+    Limit{"strangers", "engine: most memory gained", "KiB", Bound::atMost, 4096},
 };
 
 inline constexpr auto limits =

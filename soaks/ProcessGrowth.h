@@ -7,7 +7,7 @@
 
 namespace solvane::soak {
 
-/// What a process gained since a warm moment. Puts the figures "<who>: handles gained", "threads gained" and
+/// What a process gained since it was warm. Puts the figures "<who>: handles gained", "threads gained" and
 /// "memory gained", the last in KiB.
 class Growth {
 public:

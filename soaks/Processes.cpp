@@ -16,7 +16,7 @@ constexpr wchar_t markVariable[] = L"SOLVANE_SOAK";
 constexpr wchar_t serverProgram[] = L"OctaveAutomationServer.exe";
 constexpr DWORD endPatience = 10000;
 
-/// What can be read of it: a process may end meanwhile.
+/// As much as can be read: a process may end meanwhile.
 std::string linuxFile(const std::string& path) {
     std::ostringstream contents;
     contents << std::ifstream("Z:" + path, std::ios::binary).rdbuf();
@@ -73,7 +73,7 @@ std::vector<unsigned> octavesWith(const std::wstring& mark) {
         const auto process = static_cast<unsigned>(std::stoul(name));
         if (linuxFile(placeOf(process) + "/cmdline").find("octave") == std::string::npos)
             continue;
-        // Variables end in NUL, so that a mark is not taken for the beginning of a longer one.
+        // Variables end in NUL, so that a mark does not match the beginning of a longer one.
         const std::string environment = '\0' + linuxFile(placeOf(process) + "/environ");
         if (environment.find('\0' + variable + '\0') != std::string::npos)
             octaves.push_back(process);
@@ -108,7 +108,7 @@ void killProcess(DWORD process) {
 }
 
 void killOctave(unsigned process) {
-    // Wine can't end a Linux program, but start one that does.
+    // Wine cannot end a Linux program, but can start one that does.
     start(L"Z:\\bin\\sh", L"sh -c \"kill -9 " + std::to_wstring(process) + L"\"");
     for (DWORD waited = 0; waited < endPatience && !linuxFile(placeOf(process) + "/cmdline").empty();
          ++waited)
@@ -116,7 +116,7 @@ void killOctave(unsigned process) {
 }
 
 double memoryOf(unsigned octave) {
-    // Of the numbers of pages, the sixth tells data and stack.
+    // The sixth number is the pages of data and stack.
     constexpr double page = 4096;
     double pages = 0;
     std::ifstream numbers("Z:" + placeOf(octave) + "/statm");
@@ -129,7 +129,7 @@ Handle startBeside(const std::wstring& file, const std::vector<std::wstring>& ar
     const std::wstring self = ownFile();
     const std::wstring program = self.substr(0, self.rfind(L'\\') + 1) + file;
     std::wstring line = L"\"" + program + L"\"";
-    for (const std::wstring& argument : arguments) // none ends in a backslash
+    for (const std::wstring& argument : arguments)
         line += L" \"" + argument + L"\"";
     return start(program, line);
 }

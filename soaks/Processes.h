@@ -1,5 +1,5 @@
-/// The processes that a soak starts itself, under Wine beside a Linux Octave. Nothing else is looked for, or
-/// ended.
+/// The processes that a soak starts itself, under Wine beside a Linux Octave. It looks for no others, and
+/// ends no others.
 #pragma once
 
 #include "com/Handle.h"
@@ -17,8 +17,8 @@ std::vector<DWORD> engineServersOf(DWORD client);
 /// The Octave processes with that mark, by their Linux ids.
 std::vector<unsigned> octavesWith(const std::wstring& mark);
 
-/// Whether a process has not run a single step: whoever created it died before it let go its first thread.
-/// The system keeps such a process for ever; nothing in it could end it.
+/// Whether a process has never run, because its creator died before it resumed the first thread. The system
+/// keeps such a process forever; nothing in it could end it.
 bool hasNeverRun(DWORD process);
 
 /// Ends a process at once, as a crash would, and waits for its end, ten seconds at most.
@@ -28,8 +28,8 @@ void killOctave(unsigned process);
 /// How much memory an Octave has of its own, in bytes; 0 where that cannot be read.
 double memoryOf(unsigned octave);
 
-/// Starts a program of this one's folder, or this one, with these arguments, none of which ends in a
-/// backslash. Null where that fails.
+/// Starts a program in this program's folder, or this program, with arguments that do not end in a backslash.
+/// Null on failure.
 Handle startBeside(const std::wstring& file, const std::vector<std::wstring>& arguments);
 Handle startSelf(const std::vector<std::wstring>& arguments);
 

@@ -5,12 +5,12 @@
 
 namespace solvane::soak {
 
-/// A line now and then that tells how far a segment has come.
+/// Prints now and then how far a segment has come.
 class Progress {
 public:
-    /// Tells the start too.
+    /// Prints the start too.
     Progress(std::string what, int count);
-    /// That many are done. Prints every ten seconds, and the last.
+    /// Prints every ten seconds how many are done, and the last one always.
     void at(int done);
 
 private:

@@ -1,4 +1,4 @@
-// A host that comes back to its unit in the middle of a run: from its materials' methods and while it paints.
+// A host that calls its unit in the middle of a run: from its materials' methods and while it paints.
 
 #include "Damage.h"
 #include "Door.h"
@@ -105,13 +105,13 @@ private:
         if (depth_ == 3 || !unit_.as<IUnknown>() || !damage_.oneIn(8))
             return;
         ++depth_;
-        // The ends of the unit are rare, so that something else comes too.
+        // Calls that end the unit are rare, so that others follow.
         const std::size_t what = damage_.oneIn(8) ? damage_.below(2) : 2 + damage_.below(11);
         check(callUnit(what), ("call " + std::to_string(what)).c_str());
         --depth_;
     }
 
-    /// Every refusal has its text.
+    /// Every refusal must have a text.
     void check(HRESULT result, const char* what) {
         if (FAILED(result) &&
             (result != capeFailure || (unit_.as<IUnknown>() && unit_.errorDescription().empty())))

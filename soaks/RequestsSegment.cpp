@@ -94,8 +94,8 @@ constexpr std::array<std::int32_t, 7> ports = {1, 2, 0, 3, -1, INT32_MIN, INT32_
 constexpr std::array layouts = {"pt",      "pnxnntt", "t", "t", "tv", "t", "nt",    "nt",     "nnxtt",
                                 "nnxxttt", "t",       "",  "",  "",   "p", "xnntt", "xnnttt", "t"};
 
-/// getCompoundConstant of a 1.0 material that has none, and logMessage without a log, leave the block as it
-/// is.
+/// getCompoundConstant of a 1.0 material without that constant, and logMessage without a log, leave the block
+/// as it is.
 constexpr std::array mayStaySilent = {CommandCode::getCompoundConstant, CommandCode::logMessage};
 
 class RequestDoor final : public Door {
@@ -159,7 +159,7 @@ private:
         }
     }
 
-    /// As the gateway would pack it, and every other one with damage after the code; never longer than the
+    /// As the gateway would pack it, and every second one with damage after the code; never longer than the
     /// block.
     static std::string damagedRequest(Damage& damage) {
         const std::size_t command = damage.below(layouts.size());

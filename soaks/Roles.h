@@ -1,4 +1,4 @@
-/// What this program does in further processes that a segment starts, with `--role NAME ARGUMENT...`.
+/// What this program does in the further processes that a segment starts with `--role NAME ARGUMENT...`.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@ namespace solvane::soak {
 /// Arguments: the first unit's number, the count of runs, the folder of the results. Two units on two
 /// threads.
 int calculateInProcess(const std::vector<std::wstring>& arguments);
-/// Argument: the count of runs. One unit; code 1, and a line, where a run fails.
+/// Argument: the count of runs. One unit; prints a line and returns 1 if a run fails.
 int playHost(const std::vector<std::wstring>& arguments);
 
 struct Role {

@@ -77,7 +77,7 @@ void soakRuns(const Effort& effort, const Figures& figures) {
     figures.put("runs on the real engine", runs);
     figures.put("commands of the real gateway", double(runs) * commandsOfARun);
     figures.put("failed runs and wrong answers", wrong);
-    figures.put("different products of 20 temperatures", double(differing.size()));
+    figures.put("different products at 20 temperatures", double(differing.size()));
     ownGrowth.put(figures);
     serverGrowth.put(figures);
     if (octaveMemory > 0) // could be read

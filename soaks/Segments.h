@@ -1,4 +1,4 @@
-/// The parts of a soak. Each has a file of its own and its rows in Limits.h.
+/// The segments of a soak. Each has a file of its own and its rows in Limits.h.
 #pragma once
 
 #include "Effort.h"
@@ -31,25 +31,23 @@ struct Segment {
 
 /// In the order in which they run.
 inline constexpr std::array segments = {
-    Segment{"commands", "One unit, very many commands: every reply is right, and nothing grows",
-            soakCommands},
-    Segment{"runs", "One unit, many runs on the real engine: right answers, and nothing grows", soakRuns},
-    Segment{"together", "Four processes with two units each at once: every stream as if alone", soakTogether},
-    Segment{"shared", "Four simulators on one Matlab, and one more that dies: no run in another's folder",
+    Segment{"commands", "One unit, very many commands: every reply is right, nothing grows", soakCommands},
+    Segment{"runs", "One unit, many runs on the real engine: every result is right, nothing grows", soakRuns},
+    Segment{"together", "Four processes with two units each at the same time: every stream as if alone",
+            soakTogether},
+    Segment{"shared", "Four simulators on one Matlab while a fifth dies: no run in another unit's folder",
             soakShared},
     Segment{"engine", "The engine killed at any moment: a clear error, and the next run works",
             soakEngineKills},
-    Segment{"host", "The host killed at any moment: nothing is left behind", soakHostKills},
+    Segment{"host", "The host killed at any moment: no process and no folder is left", soakHostKills},
     Segment{"models", "Damaged model files and streams", soakModels},
     Segment{"bags", "Damaged models in a host's property bag", soakBags},
-    Segment{"requests10", "Requests of any content from the gateway, on materials of version 1.0",
-            soakRequests10},
+    Segment{"requests10", "Arbitrary requests from the gateway, on materials of version 1.0", soakRequests10},
     Segment{"requests11", "The same on materials of version 1.1", soakRequests11},
     Segment{"reentry", "A host that calls its unit from inside the unit's runs", soakReentry},
     Segment{"cases", "Damaged case files of the sample host", soakCases},
-    Segment{"socket", "Strangers, floods and half messages on the engine's socket", soakSocket},
-    Segment{"strangers",
-            "Very many slow strangers on the engine's socket: guests are served, and it stays small",
+    Segment{"socket", "Unknown callers, floods and incomplete messages on the engine's socket", soakSocket},
+    Segment{"strangers", "Very many slow unknown callers on the engine's socket: clients are still served",
             soakStrangers},
 };
 

@@ -18,7 +18,8 @@ namespace {
 constexpr int simulators = 4;
 constexpr int runsOfASimulator = 50;
 constexpr wchar_t simulatorProgram[] = L"SharedMatlab.exe";
-// Of the one that dies, from its start, in milliseconds: about one goes until its first run.
+// From the start of the simulator that dies to its kill, in milliseconds: its first run comes after about one
+// second.
 constexpr int longestLife = 4000;
 
 std::vector<Handle> startSimulators() {
@@ -35,7 +36,7 @@ void killOneMore(std::mt19937& random) {
     killProcess(GetProcessId(victim.get()));
 }
 
-/// The folder that Matlab is in is there.
+/// Whether Matlab's current folder exists.
 bool isMatlabSomewhere(IDispatch* application) {
     const Variant command(std::wstring_view(L"pwd"));
     const auto printed = LateBound(application).call(L"Execute", DISPATCH_METHOD, {command.get()});
@@ -59,7 +60,7 @@ void soakShared(const Effort& effort, const Figures& figures) {
     int lost = 0;
     for (int round = 1; round <= rounds; ++round) {
         const std::vector<Handle> running = startSimulators();
-        if (round < rounds) // the starts of the last round tidy up
+        if (round < rounds) // the starts of the last round remove what is left
             killOneMore(random);
         for (const Handle& simulator : running) {
             DWORD count = runsOfASimulator;
@@ -71,10 +72,10 @@ void soakShared(const Effort& effort, const Figures& figures) {
         progress.at(round);
     }
     figures.put("runs of four simulators on one Matlab", double(rounds) * simulators * runsOfASimulator);
-    figures.put("failed runs and runs in another's folder", astray);
-    figures.put("rounds after which Matlab's folder is gone", lost);
-    figures.put("simulators killed beside them", rounds - 1);
-    figures.put("folders left behind", double(workingFoldersIn(temporary.path())));
+    figures.put("runs that failed or ran in another unit's folder", astray);
+    figures.put("rounds after which Matlab's folder is missing", lost);
+    figures.put("simulators killed meanwhile", rounds - 1);
+    figures.put("folders left", double(workingFoldersIn(temporary.path())));
 }
 
 } // namespace solvane::soak

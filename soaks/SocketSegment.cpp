@@ -33,7 +33,7 @@ class SocketDoor final : public Door {
 public:
     Verdict attempt(std::uint32_t seed, int number) override {
         Damage damage(seed, number, snippets);
-        // The first of them before the counting: what a flood needs is then there.
+        // The first flood comes before the counting starts, since it makes what later floods reuse.
         Verdict verdict = number % 200 == 0 ? flood(damage) : call(damage);
         if (verdict.fault.empty() && number % 50 == 0 && octave_.execute(L"disp(1)") != L"1\n")
             verdict.fault = "the engine takes no more commands";
@@ -117,7 +117,7 @@ private:
         return other;
     }
 
-    /// Many at once who say nothing.
+    /// Many callers at once that send nothing.
     Verdict flood(Damage& damage) const {
         std::vector<Caller> callers;
         for (int i = 0; i < 100; ++i)

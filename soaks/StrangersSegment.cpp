@@ -1,5 +1,5 @@
-// Very many who connect to the engine's socket, say a byte now and then, and come again when they are hung up
-// on: those who greet are served, and the engine stays small.
+// Very many unknown callers connect to the engine's socket, send a byte now and then, and connect again when
+// they are hung up on: the engine still serves its clients, and stays small.
 
 #include "EngineSocket.h"
 #include "Folders.h"
@@ -61,11 +61,11 @@ void soakStrangers(const Effort& effort, const Figures& figures) {
         progress.at(round + 1);
     }
     figures.put("slow strangers at once", strangerCount);
-    figures.put("guests not served", unserved);
+    figures.put("clients not served", unserved);
     figures.put("longest service", std::chrono::duration<double>(longest).count());
-    figures.put("engine: handles at most gained", double(most.handles) - double(before.handles));
-    figures.put("engine: threads at most gained", double(most.threads) - double(before.threads));
-    figures.put("engine: memory at most gained", (double(most.memory) - double(before.memory)) / 1024);
+    figures.put("engine: most handles gained", double(most.handles) - double(before.handles));
+    figures.put("engine: most threads gained", double(most.threads) - double(before.threads));
+    figures.put("engine: most memory gained", (double(most.memory) - double(before.memory)) / 1024);
 }
 
 } // namespace solvane::soak

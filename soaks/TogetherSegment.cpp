@@ -1,4 +1,4 @@
-// Four processes with two units each, all at work at once: no unit meets another.
+// Four processes with two units each, all calculating at the same time: no unit disturbs another.
 
 #include "Drum.h"
 #include "Folders.h"
@@ -23,7 +23,7 @@ constexpr int processes = 4;
 constexpr int unitsOfAProcess = 2;
 constexpr double temperature = 255; // K
 
-/// Works in an apartment of its own: writes what went wrong and each result but the right one's text.
+/// Works in an apartment of its own: writes what went wrong, and each result that differs.
 void calculateOften(const UnitModule& module, int number, int runs, const std::wstring& file) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     {
@@ -106,9 +106,9 @@ void soakTogether(const Effort& effort, const Figures& figures) {
         return isRight ? 0 : 1;
     });
     figures.put("runs of eight units at once", done);
-    figures.put("failed runs and other streams than alone", wrong + units * runs - done);
+    figures.put("runs that failed or gave different streams", wrong + units * runs - done);
     figures.put("units whose streams differ", double(std::set(expected.begin(), expected.end()).size()));
-    figures.put("folders left behind", double(workingFoldersIn(temporary.path())));
+    figures.put("folders left", double(workingFoldersIn(temporary.path())));
     const bool haveEnded = comesTrue([&] { return octavesWith(mark).empty(); });
     figures.put("engines left after ten seconds", haveEnded ? 0 : double(octavesWith(mark).size()));
 }

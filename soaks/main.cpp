@@ -1,4 +1,4 @@
-// soak: proof that it holds. Runs each segment in a process of its own and prints one table of all figures.
+// Stresses the unit. Runs each segment in a process of its own and prints one table of all figures.
 #include "Processes.h"
 #include "Roles.h"
 #include "Segments.h"
@@ -99,18 +99,18 @@ int runProgram(int count, char** arguments) {
     std::vector<std::string> names;
     for (const Segment& segment : segments)
         names.emplace_back(segment.name);
-    CLI::App app("Tries for some minutes whether the unit holds, and prints one table of figures and limits.",
+    CLI::App app("Stresses the unit for some minutes, and prints one table of figures and their limits.",
                  "soak");
     app.allow_windows_style_options(false);
-    app.add_option("segment", options.segments, "Only these segments")->check(CLI::IsMember(names));
-    app.add_flag("--full", options.effort.isFull, "As many of everything as proof takes: hours");
-    app.add_option("--scale", options.effort.scale, "A factor on every count")->check(CLI::PositiveNumber);
+    app.add_option("segment", options.segments, "Run only these segments")->check(CLI::IsMember(names));
+    app.add_flag("--full", options.effort.isFull, "The full counts: takes hours");
+    app.add_option("--scale", options.effort.scale, "Multiply every count by this factor")
+        ->check(CLI::PositiveNumber);
     app.add_option("--seed", options.effort.seed, "Random seed");
-    app.add_option("--input", options.effort.input,
-                   "Of the damaged inputs of a segment, only the one of that number");
-    app.add_flag("--list", onlyLists, "Only name the segments");
-    app.add_option("--figures", options.figureFile)->group(""); // how a segment's process is told its file
-    app.footer("Exit codes: 0 all holds, 1 a limit is broken, 2 a bad command line.");
+    app.add_option("--input", options.effort.input, "Run only this one of a segment's damaged inputs");
+    app.add_flag("--list", onlyLists, "List the segments");
+    app.add_option("--figures", options.figureFile)->group(""); // for the process of one segment
+    app.footer("Exit codes: 0 every limit holds, 1 a limit is broken, 2 a bad command line.");
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& fault) {
