@@ -2,8 +2,8 @@
 
     compileBook.py BOOK_FOLDER CHMCMD OUTPUT
 
-chmcmd writes the time into the book in two places. They get a checksum of the rest instead: the next book is another
-one to its reader, while the same pages give the same bytes.
+chmcmd writes the time into the book in two places. This puts a checksum of the rest there instead: a changed book is new
+to its viewer, while the same pages give the same bytes.
 """
 import struct
 import subprocess
@@ -21,7 +21,7 @@ def without_time(book):
     content, = struct.unpack_from("<Q", book, CONTENT_OFFSET)
     found = book.find(SYSTEM_TIME, content)
     if book[:4] != b"ITSF" or found < 0:
-        sys.exit("The compiled help book has no time where it was sought: is this chmcmd another version?")
+        sys.exit("The compiled help book has no time at the expected place: is this another version of chmcmd?")
     for checksum in (lambda _: 0, zlib.crc32):
         stamp = struct.pack("<I", checksum(book))
         for place in (HEADER_TIME, found + len(SYSTEM_TIME)):

@@ -2,9 +2,9 @@
 
     makeBook.py HELP_FOLDER TOOLBOX_FOLDER THERMO_FOLDER OUTPUT_FOLDER
 
-pages/ holds the topics, contents.txt their order. The page of a script function is its help text in the toolbox and
-what functions/ tells beside it; the tables of properties come from the tables of the unit itself. A page's title is
-its <h1>. The sources are ASCII, since viewers of compiled help differ in what else they read.
+pages/ holds the topics, contents.txt their order. The page of a script function consists of its help text in the toolbox
+and its notes in functions/; the tables of properties come from the tables of the unit itself. A page's title is its
+<h1>. The sources are ASCII, since viewers of compiled help read other encodings differently.
 """
 import html
 import re
@@ -105,7 +105,7 @@ class Function:
         self.summary = lines[0].split(" ", 1)[1]
         text = "\n".join(line[3:] for line in lines[1:])
         text, _, see_also = text.partition("See also ")
-        # The book's own example is longer, and is tried.
+        # The book has a longer example, which is tested.
         self.usage = re.sub(r"Example: .*\n", "", text).strip()
         self.see_also = re.findall(r"\w+", see_also.lower())
 

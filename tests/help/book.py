@@ -1,5 +1,5 @@
-"""Looks for what a reader of the help book would stumble over: links into nothing, tags that do not match, a tab of
-the window without a page, messages that the product does not have, a compiled book that lacks pages.
+"""Looks for faults in the help book: broken links, tags that do not match, a tab of the window without a page, messages
+that the product does not have, a compiled book that lacks pages.
 
     book.py SOURCE_FOLDER BOOK_FOLDER COMPILED_BOOK CHMLS
 """

@@ -1,4 +1,4 @@
-"""Runs the examples of the help book on the flash drum, and compares what they print with the book. One that states
+"""Runs the examples of the help book on the flash drum, and compares what they print with the book. An example that sets
 products is a whole model, and runs as the drum's own script; the others run together in one script.
 
     examples.py BOOK_FOLDER CASE HOST_COMMAND...
@@ -19,7 +19,7 @@ EMPTY_PRODUCTS = ["for i = 1:2, setProduct(i, 0, getFeedProp(1, 'fraction'), 'te
 
 
 def read_examples(book):
-    """[(page, script, what it prints)]; an example that prints has its output below it."""
+    """[(page, script, output)]; an example that prints is followed by its output."""
     examples = []
     for path in sorted(book.glob("*.html")):
         for kind, text in re.findall(r'<pre class="(example|output)">\n(.*?)</pre>', path.read_text(), re.DOTALL):
@@ -35,7 +35,7 @@ def write_case(folder, case, examples):
     names = [f"example_{number}" for number in range(len(examples))]
     for name, (_, script, _) in zip(names, examples):
         (folder / f"{name}.m").write_text(HEADER.format(name) + script)
-    # One that fails does not keep the others from being tried.
+    # An example that fails does not stop the others.
     model["script"] = [f"fprintf('{MARKER.format(number).strip()}\\n'); try, {name}; catch, disp(lasterr); end"
                        for number, name in enumerate(names)] + EMPTY_PRODUCTS
     model["files"] = [f"{name}.m" for name in names]
