@@ -29,7 +29,7 @@ constexpr std::array memberNames = {
     MemberName{dedicatedServerProperty, dedicatedMember},
 };
 
-/// The only argument of a member, converted where the client sent it as another type.
+/// The only argument of a member, converted if the client sent it as another type.
 HRESULT readOnlyArgument(DISPPARAMS& parameters, VARTYPE type, Variant& argument, UINT* argumentError) {
     if (parameters.cArgs != 1)
         return DISP_E_BADPARAMCOUNT;
@@ -39,7 +39,7 @@ HRESULT readOnlyArgument(DISPPARAMS& parameters, VARTYPE type, Variant& argument
     return converted;
 }
 
-/// The record's own code can't be that of the call, which says that there is a record.
+/// The record's code differs from the result of the call, which only says that there is a record.
 void describe(EXCEPINFO* exception, HRESULT code, const std::wstring& text) {
     if (!exception)
         return;
@@ -56,8 +56,8 @@ void CALLBACK endNow(HWND, UINT, UINT_PTR, DWORD) {
     PostQuitMessage(0);
 }
 
-/// Ends the process when the reply to the call in progress has left, which is another thread's work: a
-/// process that ends before it fails the client's call with RPC_S_CALL_FAILED, or hangs in CoUninitialize.
+/// Ends the process when another thread has sent the reply to the call in progress. A process that ends
+/// earlier fails the client's call with RPC_S_CALL_FAILED, or hangs in CoUninitialize.
 void endAfterReply() {
     if (!SetTimer(nullptr, 0, replyTime, endNow))
         PostQuitMessage(0);
@@ -93,7 +93,7 @@ STDMETHODIMP CAutomationObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT coun
     HRESULT result = S_OK;
     for (UINT i = 0; i < count; ++i) {
         ids[i] = DISPID_UNKNOWN;
-        // Only the first name is a member; the others would be names of arguments, which have none.
+        // Only the first name is a member; the others would be names of arguments, which have no names here.
         for (const MemberName& entry : memberNames)
             if (i == 0 && compareNoCase(names[0], entry.name) == 0)
                 ids[0] = entry.member;

@@ -24,8 +24,7 @@ Handle openParent() {
     return {};
 }
 
-/// The process on whose behalf COM called this thread. Null where that is not known, as under Wine, or is
-/// this one.
+/// The process on whose behalf COM called this thread. Null if it is unknown, as under Wine, or is this one.
 Handle openCaller() {
     DWORD thread = 0;
     if (FAILED(CoGetCallerTID(&thread)))
@@ -37,7 +36,7 @@ Handle openCaller() {
     return Handle(OpenProcess(SYNCHRONIZE, FALSE, process));
 }
 
-/// Called while the main thread may be waiting for a script that never ends.
+/// Runs while the main thread may wait for a script that never ends.
 void endNow(void (*cleanUp)()) {
     if (cleanUp)
         cleanUp();

@@ -26,8 +26,8 @@ struct MessageHeader {
     std::uint32_t length;
 };
 
-/// Used by one thread, and blocking but for `isAlive`. Every operation is false once the other side is gone;
-/// so is a `send` of more than 1 GiB.
+/// Used by one thread. All operations except `isAlive` block, and return false once the other side has closed
+/// the connection; so does a `send` of more than 1 GiB.
 class Connection {
 public:
     Connection() = default;
@@ -55,7 +55,7 @@ private:
     bool refill();
 
     Socket socket_;
-    // Most messages are small: one system call gets the whole of one.
+    // Most messages are small: one system call reads a whole message.
     std::array<std::byte, 4096> buffer_;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;

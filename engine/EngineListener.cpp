@@ -12,7 +12,7 @@ namespace solvane::engine {
 
 namespace {
 
-// How long to wait where the system lacks something, in milliseconds.
+// How long to wait after the system refused something, in milliseconds.
 constexpr DWORD pauseAfterRefusal = 10;
 
 std::string makeToken() {
@@ -31,7 +31,7 @@ sockaddr_in loopback() {
     return address;
 }
 
-/// Binds to a port of the system's choice, which `address` then names.
+/// Binds to a port that the system chooses and writes to `address`.
 bool bindToLoopback(SOCKET socket, sockaddr_in& address) {
     address = loopback();
     int size = sizeof address;
@@ -39,7 +39,7 @@ bool bindToLoopback(SOCKET socket, sockaddr_in& address) {
            getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size) == 0;
 }
 
-/// The port, which is 0 on failure. A connection that has gone meanwhile is not waited for.
+/// The port, or 0 on failure. Accepting does not wait for a connection that was closed meanwhile.
 std::uint16_t listenOnLoopback(SOCKET socket) {
     sockaddr_in address;
     u_long isNonBlocking = 1;
@@ -49,7 +49,8 @@ std::uint16_t listenOnLoopback(SOCKET socket) {
     return ntohs(address.sin_port);
 }
 
-/// Connects a datagram socket with itself: it hears nobody else, and is readable once it has sent something.
+/// Connects a datagram socket to itself: it receives from nobody else, and is readable once it has sent
+/// something.
 bool makeBell(SOCKET socket) {
     sockaddr_in address;
     return bindToLoopback(socket, address) &&
@@ -80,8 +81,8 @@ EngineListener::~EngineListener() {
         acceptor_.join();
 }
 
-// Each round asks how the sockets are. An event reports a change once; under load Wine loses one, after which
-// the listener would wait for ever.
+// Each round asks for the state of the sockets. An event would report a change only once; under load Wine
+// loses some, after which the listener would wait forever.
 void EngineListener::accept() {
     static_assert(Strangers::most + 2 <= FD_SETSIZE);
     Strangers strangers(token_);
@@ -102,7 +103,7 @@ void EngineListener::accept() {
             serve(std::move(guest.socket), guest.role);
         if (!FD_ISSET(socket_.get(), &readable))
             continue;
-        // One connection a round: each of the others is listened to once more before it gives way.
+        // One connection a round: before a new one displaces an old one, the old one is read once more.
         if (Socket accepted(::accept(socket_.get(), nullptr, nullptr)); accepted)
             strangers.add(std::move(accepted));
         else if (WSAGetLastError() != WSAEWOULDBLOCK)
@@ -121,13 +122,13 @@ void EngineListener::serve(Socket socket, char role) {
         return;
     }
     try {
-        // The thread ends with its connection, and the connection with Octave.
+        // The thread ends with its connection, which ends with Octave.
         std::thread([held = std::move(socket)]() mutable {
             Connection connection(std::move(held));
             serveGateway(connection);
         }).detach();
     } catch (const std::system_error&) {
-        // Without a thread the connection is hung up on.
+        // Without a thread the connection is closed.
     }
 }
 

@@ -10,9 +10,9 @@
 
 namespace solvane::engine {
 
-/// Listens on 127.0.0.1 for its lifetime. Knows connections by their greeting, keeps the one that takes
-/// commands for its owner, and serves each gateway connection on a thread of its own. Whoever connects
-/// without a greeting is hung up on after some seconds, and sooner where many do: strangers share one thread.
+/// Listens on 127.0.0.1 for its lifetime. Recognises connections by their greeting, keeps the one that takes
+/// commands for its owner, and serves each gateway connection on a thread of its own. Closes connections
+/// without a greeting after some seconds, or sooner if there are many: these strangers share one thread.
 class EngineListener {
 public:
     EngineListener();
@@ -20,12 +20,12 @@ public:
     EngineListener(const EngineListener&) = delete;
     EngineListener& operator=(const EngineListener&) = delete;
 
-    /// False where no port could be had.
+    /// False if no port could be opened.
     explicit operator bool() const { return port_ != 0; }
     std::uint16_t port() const { return port_; }
     const std::string& token() const { return token_; }
 
-    /// Waits for the connection that takes commands; nothing after `milliseconds`, or as soon as `process`,
+    /// Waits for the connection that takes commands; empty after `milliseconds`, or as soon as `process`,
     /// which may be null, has ended.
     std::optional<Connection> waitForCommandConnection(HANDLE process, DWORD milliseconds);
 
@@ -38,7 +38,7 @@ private:
     CriticalSection lock_;
     Socket command_; // guarded by lock_
     Handle commandArrived_;
-    Socket bell_; // readable once the acceptor is to end
+    Socket bell_; // readable when the acceptor must end
     Socket socket_;
     std::thread acceptor_;
 };

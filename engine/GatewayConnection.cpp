@@ -11,11 +11,11 @@ namespace solvane::engine {
 
 namespace {
 
-// Longer than any name that a kernel object may have.
+// Longer than any name of a kernel object.
 constexpr std::uint32_t longestUnitId = 260;
 // A request begins with its command code.
 constexpr std::uint32_t shortestRequest = sizeof(CommandCode);
-// How often a long wait for the unit looks whether its asker is still there, in milliseconds.
+// How often a long wait for the unit checks that the gateway is still connected, in milliseconds.
 constexpr DWORD aliveCheckInterval = 500;
 
 /// The block and the events of a unit that is in a run. Without a unit the block is empty.
@@ -37,7 +37,7 @@ bool openUnit(const std::string& unitId, UnitChannel& unit, std::string& error) 
     channel.view.reset(MapViewOfFile(mapping.get(), FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, 0));
     MEMORY_BASIC_INFORMATION region{};
     if (!channel.view || VirtualQuery(channel.view.get(), &region, sizeof region) == 0) {
-        error = "The block of the unit " + unitId + " could not be mapped";
+        error = "Could not map the block of the unit " + unitId;
         return false;
     }
     channel.block = {static_cast<std::byte*>(channel.view.get()), region.RegionSize};
@@ -46,19 +46,19 @@ bool openUnit(const std::string& unitId, UnitChannel& unit, std::string& error) 
     channel.requestEvent.reset(OpenEventA(access, FALSE, requestEventName(unitId).c_str()));
     channel.replyEvent.reset(OpenEventA(access, FALSE, replyEventName(unitId).c_str()));
     if (!channel.requestEvent || !channel.replyEvent) {
-        error = "The events of the unit " + unitId + " could not be opened";
+        error = "Could not open the events of the unit " + unitId;
         return false;
     }
     if (!channel.claim.take(unitId, error))
         return false;
-    // Left over where the asker of the last command did not live to see its reply.
+    // Still set if the gateway that sent the last command ended before it received the reply.
     ResetEvent(channel.replyEvent.get());
     unit = std::move(channel);
     return true;
 }
 
-/// One gateway's requests. Each operation reads the message's `length` bytes whole and answers; false once
-/// the connection is gone.
+/// One gateway's requests. Each operation reads all `length` bytes of the message and answers; false once the
+/// connection is closed.
 class GatewayService {
 public:
     explicit GatewayService(Connection& connection) : connection_(connection) {}
@@ -84,7 +84,7 @@ private:
     bool open(std::uint32_t length) {
         unit_ = {};
         if (length == 0 || length > longestUnitId)
-            return refuse(length, "This is no unit's id");
+            return refuse(length, "The length of the unit's id is out of range");
         std::string unitId(length, '\0');
         if (!connection_.read(std::as_writable_bytes(std::span(unitId))))
             return false;
@@ -109,7 +109,7 @@ private:
                                 unit_.block.first(std::min<std::size_t>(wanted, unit_.block.size())));
     }
 
-    /// False once the asker is gone: the unit may take for ever.
+    /// False once the gateway has closed the connection: the unit may never reply.
     bool waitForReply() {
         DWORD outcome;
         do
@@ -126,7 +126,7 @@ private:
         if (!isOpen())
             return refuse(length, "No unit is open");
         if (length != sizeof range)
-            return refuse(length, "A read takes an offset and a count");
+            return refuse(length, "A read needs an offset and a count");
         if (!connection_.readValue(range))
             return false;
         const std::size_t offset = std::min<std::size_t>(range.offset, unit_.block.size());

@@ -8,7 +8,7 @@ namespace solvane::engine {
 
 namespace {
 
-// Octave starts within half a second as a rule, and within some seconds from a cold disk.
+// Octave usually starts within half a second, and from a cold disk within some seconds.
 constexpr DWORD startTimeout = 30000;
 
 /// The folder of Octave's side, beside this program.
@@ -31,9 +31,8 @@ bool OctaveProcess::launch(std::wstring& error) {
     if (!OctaveProgram::find(program, error))
         return false;
     if (!listener_) {
-        error =
-            L"No port of 127.0.0.1 could be had for Octave to connect to; look whether a firewall or a virus "
-            L"scanner holds it back";
+        error = L"Could not open a port on 127.0.0.1 for Octave; check whether a firewall or a virus scanner "
+                L"blocks it";
         return false;
     }
     SetEnvironmentVariableA(portVariable, std::to_string(listener_.port()).c_str());
@@ -41,8 +40,8 @@ bool OctaveProcess::launch(std::wstring& error) {
     SetEnvironmentVariableA(codePageVariable, std::to_string(GetACP()).c_str());
     if (!folder_.create(temporaryFolder() + L"SolvaneOctave-" + widen(listener_.token()))) {
         const DWORD code = GetLastError();
-        error = L"A folder for Octave could not be made in " + temporaryFolder() + L" (error " +
-                std::to_wstring(code) + L"); look at the access rights of that folder";
+        error = L"Could not create a folder for Octave in " + temporaryFolder() + L" (error " +
+                std::to_wstring(code) + L"); check the access rights of that folder";
         return false;
     }
     return program.start(engineFolder(), folder_.path(), process_, error);
@@ -55,8 +54,8 @@ bool OctaveProcess::waitUntilReady(std::wstring& error) {
     if (!connection) {
         const bool hasEnded = process_ && WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0;
         error = hasEnded ? L"Octave ended before it took commands: start octave-cli by hand to see why"
-                         : L"Octave was started, but did not connect to 127.0.0.1 in 30 s: look whether a "
-                           L"firewall or a virus scanner holds it back";
+                         : L"Octave was started, but did not connect to 127.0.0.1 in 30 s: check whether a "
+                           L"firewall or a virus scanner blocks it";
         return false;
     }
     commands_ = std::move(*connection);

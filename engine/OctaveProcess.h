@@ -8,8 +8,8 @@
 
 namespace solvane::engine {
 
-/// Octave runs as long as this object: its end of the connections then closes, and Octave's side ends the
-/// process. Used by one thread.
+/// Octave runs as long as this object exists: its destructor closes the connections, whereupon Octave's side
+/// ends the process. Used by one thread.
 class OctaveProcess {
 public:
     /// Starts Octave without waiting for it.
@@ -18,16 +18,15 @@ public:
     /// Waits until Octave takes commands, for a bounded time.
     [[nodiscard]] bool waitUntilReady(std::wstring& error);
 
-    /// Runs a command in Octave's base workspace and takes what it printed. DISP_E_EXCEPTION where the
-    /// command raised an error, with Octave's text, and ERROR_PROCESS_ABORTED once Octave has ended, however
-    /// that came.
+    /// Runs a command in Octave's base workspace and returns what it printed. DISP_E_EXCEPTION, with Octave's
+    /// text, if the command raised an error; ERROR_PROCESS_ABORTED once Octave has ended for whatever reason.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
-    /// False once it is unknown what a command did: another Octave has to take over.
+    /// False once it is unknown what a command did: another Octave must replace this one.
     bool isFit() const { return isFit_; }
 
 private:
-    // Where Octave starts: what lies in the client's current folder is not to be found there.
+    // Octave starts here, so that it does not find files of the client's current folder.
     OwnFolder folder_;
     EngineListener listener_;
     Handle process_; // null for a Linux program

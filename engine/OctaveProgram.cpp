@@ -19,7 +19,7 @@ constexpr wchar_t programValue[] = L"OctaveProgram";
 
 constexpr std::array linuxPrograms = {L"/usr/bin/octave-cli", L"/usr/local/bin/octave-cli"};
 
-/// Where the installers for Windows put one folder a version, with environment variables.
+/// Folders in which the installers for Windows make a folder for each version, with environment variables.
 constexpr std::array installationFolders = {L"%ProgramFiles%\\GNU Octave",
                                             L"%LocalAppData%\\Programs\\GNU Octave", L"C:\\Octave"};
 /// Below a version's folder, newer layout first.
@@ -99,7 +99,7 @@ bool OctaveProgram::find(OctaveProgram& program, std::wstring& error) {
     if (!program.path_.empty()) {
         if (isFile(program.filePath()))
             return true;
-        error = L"There is no file " + set.path + L", which is set as the Octave to run by " + set.place;
+        error = L"There is no file " + set.path + L", the path of Octave in " + set.place;
         return false;
     }
     program.path_ = installedProgram();
@@ -119,7 +119,8 @@ std::wstring OctaveProgram::commandLine(const std::wstring& engineFolder) const 
         L"\"" + path_ + L"\" --no-init-file --no-site-file --no-history --no-line-editing --no-gui --quiet";
     if (!isLinux())
         return options + L" --path \"" + engineFolder + L"\" --eval solvaneEngine";
-    // Wine's name of a drive has a colon, which parts the folders of a path: the link's target has none.
+    // Wine's link of a drive has a colon in its name, which separates folders in Octave's path; its target
+    // has none.
     return options + L" --eval \"addpath (canonicalize_file_name ('" + octaveText(unixPath(engineFolder)) +
            L"')); solvaneEngine\"";
 }
@@ -142,7 +143,7 @@ bool OctaveProgram::start(const std::wstring& engineFolder, const std::wstring& 
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(filePath().c_str(), command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
                         folder.c_str(), &startup, &started)) {
-        error = path_ + L" could not be started (error " + std::to_wstring(GetLastError()) +
+        error = L"Could not start " + path_ + L" (error " + std::to_wstring(GetLastError()) +
                 L"); start it by hand to see why";
         return false;
     }

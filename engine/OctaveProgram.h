@@ -7,19 +7,18 @@
 
 namespace solvane::engine {
 
-/// An Octave that was found. Under Wine it may be a Linux program, which has no process handle here, cannot
-/// be waited for, and knows files by their Linux paths.
+/// An installed Octave. Under Wine it may be a Linux program, which has no process handle here, cannot be
+/// waited for, and uses Linux paths.
 class OctaveProgram {
 public:
-    /// Looks where the path can be set - the environment variable SOLVANE_OCTAVE, then the value
-    /// OctaveProgram of Software\SolvaneUO of the user and of the machine - and else where Octave is usually
-    /// installed. What is set must be there: nothing else is tried in its place. False, with a text, where
-    /// none is found.
+    /// Takes the path from the environment variable SOLVANE_OCTAVE, or else from the value OctaveProgram of
+    /// Software\SolvaneUO of the user or of the machine; a path that is set must exist. If none is set, looks
+    /// in the folders in which Octave is usually installed. False, with a text, if there is no Octave.
     [[nodiscard]] static bool find(OctaveProgram& program, std::wstring& error);
 
-    /// Starts it in the current folder `folder`, with its standard streams on nothing, so that it neither
-    /// takes nor disturbs those of the process that made the server. `process` stays null where there is no
-    /// handle.
+    /// Starts it in the current folder `folder`, with its standard streams on the null device, so that it
+    /// does not disturb those of the process that started the server. `process` stays null for a Linux
+    /// program.
     [[nodiscard]] bool start(const std::wstring& engineFolder, const std::wstring& folder, Handle& process,
                              std::wstring& error) const;
 

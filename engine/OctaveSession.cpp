@@ -28,7 +28,7 @@ bool isFolder(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// Where the quoted text of a command lies, between its first and its last apostrophe.
+/// The range of a command's quoted text, between its first and its last apostrophe.
 struct Quoted {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -39,8 +39,8 @@ Quoted findQuoted(const std::wstring& command) {
     return first == std::wstring::npos ? Quoted{} : Quoted{first + 1, command.rfind(L'\'')};
 }
 
-/// Clients write "cd 'folder'" around a folder's name as it is, and O'Brien has a temporary folder too: the
-/// apostrophes of a single folder that exists are doubled, as Octave wants them.
+/// Clients write "cd 'folder'" without doubling the apostrophes in the folder's name, as that of a user
+/// O'Brien. If the quoted text is one folder that exists, doubles them, as Octave requires.
 std::wstring withApostrophesDoubled(const std::wstring& command) {
     const std::wstring_view word = firstWord(command);
     const auto [begin, end] = findQuoted(command);
@@ -52,8 +52,8 @@ std::wstring withApostrophesDoubled(const std::wstring& command) {
     return command.substr(0, begin) + octaveText(folder) + command.substr(end);
 }
 
-/// The folder that a command of `folderWords` names in apostrophes with its whole path, which is how programs
-/// name one; else empty.
+/// The folder of a command of `folderWords`, if it is given in apostrophes with its full path, as programs
+/// do; otherwise empty.
 std::wstring namedFolder(const std::wstring& command) {
     const auto [begin, end] = findQuoted(command);
     std::wstring folder;
@@ -105,14 +105,14 @@ HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, 
     return result;
 }
 
-/// Octave looks for new files when it changes its folder, or when it is asked to.
+/// Octave looks for new files only when it changes its folder, or on request.
 HRESULT OctaveSession::perform(const std::wstring& command, std::wstring& output, std::wstring& error) {
     const HRESULT result =
         scripts_.refresh(currentFolder_) ? process_->execute(L"builtin ('rehash');", output, error) : S_OK;
     return SUCCEEDED(result) ? process_->execute(command, output, error) : result;
 }
 
-/// A folder that has gone meanwhile is left out.
+/// Leaves out a folder that no longer exists.
 HRESULT OctaveSession::replay(std::wstring& error) {
     std::vector<std::wstring> commands = pathCommands_;
     if (!folderCommand_.empty())
@@ -127,18 +127,18 @@ HRESULT OctaveSession::replay(std::wstring& error) {
     return S_OK;
 }
 
-/// Path entries and the folder are set once, by commands that print nothing where they succeed.
+/// Path entries and the folder are set by commands of their own, which print nothing if they succeed.
 void OctaveSession::remember(const std::wstring& command) {
     const std::wstring_view word = firstWord(command);
     if (isOneOf(word, folderWords)) {
         folderCommand_ = command;
         const std::wstring formerFolder = std::exchange(currentFolder_, namedFolder(command));
         if (currentFolder_ != formerFolder)
-            scripts_.refresh({}); // the former folder may be about to go
+            scripts_.refresh({}); // the former folder may soon be deleted
     }
     if (!isOneOf(word, pathWords))
         return;
-    std::erase(pathCommands_, command); // repeated commands don't add up, and the last one's place counts
+    std::erase(pathCommands_, command); // of a repeated command only the last place counts
     pathCommands_.push_back(command);
 }
 

@@ -1,4 +1,4 @@
-/// What one automation object stands for: Octave, whichever process that is at the time.
+/// The Octave of one automation object, which another process replaces after a failure.
 #pragma once
 
 #include "OctaveProcess.h"
@@ -10,7 +10,7 @@
 
 namespace solvane::engine {
 
-/// One session a server process. Used on its main thread.
+/// Each server process has one session. Used on its main thread.
 class OctaveSession {
 public:
     OctaveSession() { current_ = this; }
@@ -22,14 +22,14 @@ public:
     /// Launches Octave without waiting for it: it starts while the client is still on its way here.
     void launch();
 
-    /// Waits until Octave takes commands. Where it does not come to that, the next command says so.
+    /// Waits until Octave takes commands. If it never does, the next command reports it.
     void waitUntilReady();
 
-    /// Runs a command and takes what it printed. Apostrophes in the name of a folder that goes onto the path
-    /// or becomes the current one may be single. DISP_E_EXCEPTION where the command raised an error, and
-    /// where there is no Octave, with what is missing and what to do; the next command looks for it again.
-    /// Where Octave ends meanwhile, the command fails too; the next one gets a fresh Octave, with the former
-    /// one's path entries and current folder; so it does where it is unknown what the command did.
+    /// Runs a command and returns what it printed. A command that changes the path or the current folder need
+    /// not double the apostrophes in the folder's name. DISP_E_EXCEPTION if the command raised an error, or
+    /// if there is no Octave, with what is missing and what to do; the next command looks for Octave again.
+    /// If Octave ends during a command, the command fails; after that, or when it is unknown what a command
+    /// did, the next command gets a fresh Octave with the same path entries and current folder.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
     /// Ends Octave; a later command gets a fresh one.
@@ -43,12 +43,12 @@ private:
 
     inline static OctaveSession* current_ = nullptr;
 
-    std::unique_ptr<OctaveProcess> process_; // null where none runs
-    std::wstring startError_;                // why none does, until a command has said so
-    // Commands that succeeded, as they came: a fresh Octave gets them again.
+    std::unique_ptr<OctaveProcess> process_; // null while none runs
+    std::wstring startError_;                // why none runs, until a command has reported it
+    // Commands that succeeded, in their order: a fresh Octave gets them again.
     std::vector<std::wstring> pathCommands_;
     std::wstring folderCommand_;
-    std::wstring currentFolder_; // that of folderCommand_; empty where it is not clear
+    std::wstring currentFolder_; // that of folderCommand_; empty if unknown
     TranslatedScripts scripts_;
 };
 

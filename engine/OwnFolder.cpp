@@ -15,7 +15,7 @@ namespace {
 CriticalSection lock;
 std::vector<std::wstring> folders;
 
-/// The owner, the system and administrators may do everything, and nobody else anything.
+/// The owner, the system and administrators have full access, all others none.
 constexpr wchar_t ownersOnly[] = L"D:P(A;OICI;FA;;;OW)(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)";
 
 void remove(const std::wstring& folder) {
@@ -23,7 +23,7 @@ void remove(const std::wstring& folder) {
     FindHandle search(FindFirstFileW((folder + L"\\*").c_str(), &entry));
     for (BOOL more = static_cast<bool>(search); more; more = FindNextFileW(search.get(), &entry))
         DeleteFileW((folder + L'\\' + entry.cFileName).c_str());
-    search.reset(); // an open search keeps the folder
+    search.reset(); // an open search would keep the folder from being removed
     RemoveDirectoryW(folder.c_str());
 }
 

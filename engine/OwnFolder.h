@@ -1,11 +1,11 @@
-/// A folder that the engine makes for a while.
+/// A temporary folder of the engine.
 #pragma once
 
 #include <string>
 
 namespace solvane::engine {
 
-/// Removed with the files in it when this object goes, or when the process ends for its client's sake.
+/// Removed with the files in it by the destructor, or when the process ends because its client has ended.
 class OwnFolder {
 public:
     OwnFolder() = default;
@@ -13,14 +13,14 @@ public:
     OwnFolder(const OwnFolder&) = delete;
     OwnFolder& operator=(const OwnFolder&) = delete;
 
-    /// Makes the folder, into which nobody but this user can write. False, with the system's last error,
-    /// where it is there already or cannot be made.
+    /// Makes the folder, into which only this user can write. False, with the system's last error, if it
+    /// exists already or cannot be made.
     [[nodiscard]] bool create(const std::wstring& path);
 
-    /// Empty where there is none.
+    /// Empty if there is no folder.
     const std::wstring& path() const { return path_; }
 
-    /// Removes those of the whole process, which then must end.
+    /// Removes all such folders of the process, which then must end.
     static void removeAll();
 
 private:

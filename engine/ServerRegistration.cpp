@@ -13,9 +13,8 @@ constexpr wchar_t description[] = L"GNU Octave Automation Server";
 constexpr wchar_t classes[] = L"Software\\Classes\\";
 constexpr wchar_t classId[] = L"{99A86BC0-7BAD-4400-A453-9014CFBBF8C5}";
 
-/// A name by which clients create the server, and the versioned one that its CurVer tells. What asks Matlab's
-/// CurVer for a version looks behind "Matlab.Application." and finds no number there, which no Matlab of old
-/// has.
+/// A name by which clients create the server, and the versioned name in its CurVer. A program that reads
+/// Matlab's version from CurVer finds no number after "Matlab.Application.", unlike with a real Matlab.
 struct ProgramName {
     const wchar_t* name;
     const wchar_t* versioned;
@@ -37,7 +36,7 @@ const std::array roots = {
 std::wstring failure(const Root& root, const std::wstring& key, const wchar_t* what, LSTATUS code) {
     const std::wstring text = root.name + key + L" could not be " + what;
     if (code == ERROR_ACCESS_DENIED && root.key == HKEY_LOCAL_MACHINE)
-        return text + L": run this as administrator, or with /PerUser for yourself alone";
+        return text + L": run this as administrator, or with /PerUser for this user only";
     return text + L" (error " + std::to_wstring(code) + L")";
 }
 
@@ -82,7 +81,7 @@ bool writeName(const Root& root, const ProgramName& program, std::wstring& error
            write(root, name + L"\\CurVer", versioned, error);
 }
 
-/// A key that does not exist, or has keys of somebody else's below it, is left as it is.
+/// Leaves a key unchanged that has subkeys of other programs, or does not exist.
 bool removeName(const Root& root, const std::wstring& name, std::wstring& error) {
     if (!leadsHere(root, name))
         return true;

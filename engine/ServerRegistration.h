@@ -1,4 +1,4 @@
-/// What the registry says of this server.
+/// The registration of this server.
 #pragma once
 
 #include <windows.h>
@@ -12,12 +12,12 @@ inline constexpr CLSID automationClass = {
 
 enum class RegistrationScope { machine, user };
 
-/// Registers the program under its own name and, unless a Matlab holds it in either scope, under Matlab's
-/// name as well, which `standsForMatlab` tells. False with a text that names the key.
+/// Registers the program under its own name and, unless that belongs to a Matlab in either scope, also under
+/// Matlab's name, and sets `standsForMatlab` accordingly. False with a text that names the key.
 bool registerServer(RegistrationScope scope, const std::wstring& program, bool& standsForMatlab,
                     std::wstring& error);
 
-/// Removes from the scope what registerServer writes, as far as it is there and leads to this server.
+/// Removes from the scope those entries of registerServer that lead to this server.
 bool unregisterServer(RegistrationScope scope, std::wstring& error);
 
 } // namespace solvane::engine

@@ -1,4 +1,4 @@
-/// The connections whose greeting is not complete.
+/// Connections that have not completed their greeting.
 #pragma once
 
 #include "Connection.h"
@@ -11,10 +11,10 @@
 
 namespace solvane::engine {
 
-/// Reads greetings without waiting for any. Used by one thread.
+/// Reads greetings without blocking. Used by one thread.
 class Strangers {
 public:
-    /// A stranger who has greeted.
+    /// A connection with a complete greeting.
     struct Guest {
         Socket socket; ///< blocking again; nothing after the greeting has been read
         char role = 0;
@@ -23,20 +23,20 @@ public:
     /// `token` is what a greeting begins with.
     explicit Strangers(std::string token) : token_(std::move(token)) {}
 
-    /// Octave's side makes two connections; whoever makes more at once is somebody else.
+    /// Octave's side makes only two connections at once.
     static constexpr std::size_t most = 32;
 
-    /// Takes a new connection in. With too many of them the one that came first is hung up on.
+    /// Adds a new connection. If there are too many, closes the oldest.
     void add(Socket socket);
 
     /// Adds all of them to a set of sockets.
     void joinIn(fd_set& sockets) const;
 
-    /// Reads what has come from those in the set. Returns those who have greeted, and hangs up on those who
-    /// cannot any more: who said something else, have gone, or have had their time.
+    /// Reads from the connections in the set. Returns those with a complete greeting, and closes those that
+    /// sent something else, were closed by the other side, or took too long.
     std::list<Guest> listen(fd_set& readable);
 
-    /// How long nothing needs to be done unless somebody says something; without end where nobody is there.
+    /// How long to wait for the next bytes at most; empty, for no limit, without connections.
     std::optional<timeval> patience() const;
 
 private:
@@ -53,7 +53,7 @@ private:
     Greeting read(Stranger& stranger) const;
 
     std::string token_;
-    std::list<Stranger> strangers_; // in the order in which they came, which is that of the deadlines
+    std::list<Stranger> strangers_; // in the order of arrival, and so of deadlines
 };
 
 } // namespace solvane::engine

@@ -38,14 +38,14 @@ bool TranslatedScripts::refresh(const std::wstring& folder) {
     for (BOOL more = static_cast<bool>(search); more; more = FindNextFileW(search.get(), &entry)) {
         const std::string script = readAll(folder + L'\\' + entry.cFileName);
         const auto copied = scripts_.find(entry.cFileName);
-        // A script that becomes UTF-8 keeps its copy, which Octave would miss.
+        // A script that becomes UTF-8 keeps its copy, since Octave would not notice its removal.
         if (copied == scripts_.end() ? !isUtf8(script) : copied->second != script)
             isChanged = copy(entry.cFileName, script) || isChanged;
     }
     return isChanged;
 }
 
-/// Whether a script that was copied is there no more; then its copy goes too.
+/// Whether a copied script no longer exists; if so, removes the copy.
 bool TranslatedScripts::isGone(const std::wstring& name) const {
     return GetFileAttributesW((folder_ + L'\\' + name).c_str()) == INVALID_FILE_ATTRIBUTES &&
            DeleteFileW((copies_->path() + L'\\' + name).c_str());

@@ -1,4 +1,4 @@
-/// Scripts in the ANSI code page, for an Octave that reads UTF-8 only.
+/// Copies of scripts in the ANSI code page, for an Octave that reads only UTF-8.
 #pragma once
 
 #include "OwnFolder.h"
@@ -8,14 +8,14 @@
 
 namespace solvane::engine {
 
-/// Keeps a copy in UTF-8 of each script (*.m) of the current folder that is not UTF-8: editors write either.
-/// The copies lie in a folder "private" within, where the folder's scripts and functions find them first; the
-/// files themselves stay as they are. A folder that has a "private" of its own is left alone, and so is one
-/// that can't be written to.
+/// Keeps a UTF-8 copy of each script (*.m) in the current folder that is not UTF-8, since editors write
+/// either. The copies are in a subfolder "private", where the folder's scripts and functions find them first;
+/// the files themselves stay unchanged. A folder that has its own "private", or cannot be written to, gets no
+/// copies.
 class TranslatedScripts {
 public:
-    /// Brings the copies up to date. An empty folder, or another one, removes the former copies. True where
-    /// any changed: Octave must look again.
+    /// Brings the copies up to date. An empty or different folder removes the former copies. True if any copy
+    /// changed: Octave must then look for files again.
     bool refresh(const std::wstring& folder);
 
 private:
@@ -23,7 +23,7 @@ private:
     bool copy(const std::wstring& name, const std::string& script);
 
     std::wstring folder_;
-    std::unique_ptr<OwnFolder> copies_;           // null until there is one
+    std::unique_ptr<OwnFolder> copies_;           // null without copies
     std::map<std::wstring, std::string> scripts_; // what was copied, by name
 };
 

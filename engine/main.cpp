@@ -1,5 +1,5 @@
-/// OctaveAutomationServer: GNU Octave as a COM automation server, for what drives Matlab that way. COM starts
-/// one process for each object that a client creates.
+/// OctaveAutomationServer: GNU Octave as a COM automation server, for programs that control Matlab in this
+/// way. COM starts one process for each object that a client creates.
 #include "AutomationObject.h"
 #include "ClientWatch.h"
 #include "OctaveSession.h"
@@ -17,7 +17,7 @@ namespace solvane::engine {
 
 namespace {
 
-// A server that was started for a client that never came ends after this time, in milliseconds.
+// A server whose client never connects ends after this time, in milliseconds.
 constexpr UINT unusedTimeout = 120000;
 
 constexpr wchar_t usage[] =
@@ -26,18 +26,18 @@ constexpr wchar_t usage[] =
     L"  OctaveAutomationServer /RegServer             register for all users\n"
     L"  OctaveAutomationServer /RegServer /PerUser    register for this user\n"
     L"  OctaveAutomationServer /UnregServer           remove both registrations\n"
-    L"  OctaveAutomationServer /UnregServer /PerUser  remove this user's\n"
+    L"  OctaveAutomationServer /UnregServer /PerUser  remove this user's registration\n"
     L"  OctaveAutomationServer --help                 this text\n"
     L"\n"
-    L"Registers SolvaneOctave.Application, and Matlab.Application unless a Matlab holds it.\n"
-    L"Runs the Octave that the environment variable SOLVANE_OCTAVE names, or OctaveProgram in\n"
-    L"Software\\SolvaneUO of HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE, or else an installed one.\n"
+    L"Registers SolvaneOctave.Application, and also Matlab.Application unless that belongs to a Matlab.\n"
+    L"Runs the Octave whose path is in the environment variable SOLVANE_OCTAVE, or in OctaveProgram of\n"
+    L"Software\\SolvaneUO in HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE, or otherwise an installed one.\n"
     L"\n"
     L"Exit codes: 0 done, 1 failed, 2 a bad command line.\n";
 
 enum ExitCode { exitDone = 0, exitFailed = 1, exitUsage = 2 };
 
-/// The program has no console of its own, which COM would show, but prints to that of its caller.
+/// The program has no console of its own, which COM would show, but prints to its caller's.
 void attachToConsole() {
     if (GetStdHandle(STD_OUTPUT_HANDLE) || !AttachConsole(ATTACH_PARENT_PROCESS))
         return;
@@ -57,7 +57,7 @@ int runRegistration(RegistrationScope scope) {
         return fail(error);
     std::printf("Registered SolvaneOctave.Application%s\n",
                 standsForMatlab ? " and Matlab.Application"
-                                : "; Matlab.Application is another server's and stays so");
+                                : "; Matlab.Application belongs to another server and was left unchanged");
     return exitDone;
 }
 
@@ -84,13 +84,13 @@ void runMessages() {
 int runServer() {
     WSADATA sockets;
     if (WSAStartup(MAKEWORD(2, 2), &sockets) != 0)
-        return fail(L"The sockets could not be initialised");
+        return fail(L"Could not initialise the sockets");
     endWithClient(OwnFolder::removeAll);
     OctaveSession session;
     session.launch();
 
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
-        return fail(L"COM could not be initialised");
+        return fail(L"Could not initialise COM");
     ComRef<IUnknown> factory;
     DWORD registered = 0;
     HRESULT result = createClassFactory(createInstance<CAutomationObject>, factory.putVoid());
@@ -103,7 +103,7 @@ int runServer() {
     }
     factory.reset();
     CoUninitialize();
-    return SUCCEEDED(result) ? exitDone : fail(L"COM refused the server");
+    return SUCCEEDED(result) ? exitDone : fail(L"Could not register the running server with COM");
 }
 
 int run(const std::vector<std::wstring>& options) {

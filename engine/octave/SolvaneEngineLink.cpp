@@ -1,14 +1,15 @@
 // SolvaneEngineLink: the end of the automation server's command connection inside Octave.
 //
-//   SolvaneEngineLink ("connect", folder) connects to the server that started this Octave; when that is gone,
-//                                         the folder is removed if it is empty
-//   text = SolvaneEngineLink ("receive")  the next command, or [] once the server is gone
-//   SolvaneEngineLink ("begin")           from the base workspace: it is about to run there
-//   SolvaneEngineLink ("send", text)      what the command printed
+//   SolvaneEngineLink ("connect", folder) connects to the server that started this Octave; removes the
+//   folder,
+//                                         if it is empty, when the server has ended
+//   text = SolvaneEngineLink ("receive")  the next command, or [] once the server has ended
+//   SolvaneEngineLink ("begin")           from the base workspace: the command is about to run there
+//   SolvaneEngineLink ("send", text)      the text that the command printed
 //   SolvaneEngineLink ("fail", text)      the error that it raised
 //   SolvaneEngineLink ("lose", text)      why it is unknown what it did
 //
-// It stays loaded, with its connection, whatever a script clears.
+// It stays loaded, with its connection, even if a script clears everything.
 
 #include "link/EngineClient.h"
 #include "mex/MexFunctions.h"
@@ -35,19 +36,18 @@ namespace {
 
 using namespace solvane::engine;
 
-// How long Octave may take to end by itself once the server is gone.
+// How long Octave may take to end by itself once the server has ended.
 constexpr std::chrono::seconds grace(1);
 
 constexpr std::string_view notCarriedOut =
-    "the command was not carried out: a function in the current folder, or elsewhere on the path, has the "
-    "name "
-    "of one that Octave itself needs, such as evalin; give it another name";
+    "the command did not run: a function in the current folder, or elsewhere on the path, has the name of a "
+    "function that Octave itself needs, such as evalin; rename it";
 
-/// Whether the last command came as far as the base workspace.
+/// Whether the last command reached the base workspace.
 bool hasBegun = false;
 
-/// Where the thread that listens to the server leaves what it has heard. The server sends its next command
-/// when it has the answer to the last.
+/// Passes commands from the thread that listens to the server. The server sends the next command only after
+/// the answer to the last.
 class Inbox {
 public:
     void put(std::optional<std::string> command) {
@@ -56,11 +56,11 @@ public:
         isFull_ = true;
         arrived_.notify_one();
     }
-    /// Waits. Nothing once the server is gone.
+    /// Waits for the next command. Empty once the server has ended.
     std::optional<std::string> take() {
         std::unique_lock guard(lock_);
         arrived_.wait(guard, [this] { return isFull_; });
-        isFull_ = !command_; // the server stays gone
+        isFull_ = !command_; // the end of the server is final
         return std::exchange(command_, std::nullopt);
     }
 
@@ -71,11 +71,11 @@ private:
     bool isFull_ = false;
 };
 
-// Never destroyed: the thread that listens outlives whatever Octave does at its end.
+// Never destroyed: the listening thread runs until Octave's process ends.
 EngineClient& server = *new EngineClient;
 Inbox& inbox = *new Inbox;
 
-/// Octave unloads what it loaded while it ends, locked or not. The thread that waits for the server may wake
+/// Octave unloads its modules while it ends, even locked ones. The thread that waits for the server may wake
 /// up after that, and needs its code.
 void stayLoaded() {
 #ifdef _WIN32
@@ -89,7 +89,7 @@ void stayLoaded() {
 #endif
 }
 
-/// Nothing once the server is gone.
+/// Empty once the server has ended.
 std::optional<std::string> receiveCommand() {
     MessageKind kind{};
     std::string command;
@@ -98,8 +98,8 @@ std::optional<std::string> receiveCommand() {
     return command;
 }
 
-/// Listens at all times: an endless script never comes back for a command, and ends with the process when the
-/// server hangs up.
+/// Listens at all times: an endless script never asks for another command, and is ended with the process when
+/// the server closes the connection.
 void listenToServer(const std::filesystem::path& folder) {
     std::thread([folder] {
         for (bool isThere = true; isThere;) {
@@ -130,10 +130,11 @@ mxArray* nextCommand() {
     const std::optional<std::string> command = inbox.take();
     if (!command)
         return mxCreateDoubleMatrix(0, 0, mxREAL);
-    return mxCreateString(command->empty() ? " " : command->c_str()); // the engine's loop ends at nothing
+    // An empty text would end the engine's loop.
+    return mxCreateString(command->empty() ? " " : command->c_str());
 }
 
-/// A server that is gone shows at the next receive.
+/// If the server has ended, the next receive notices it.
 void sendAnswer(MessageKind kind, std::string_view text) {
     static_cast<void>(server.send(kind, text));
 }
@@ -147,7 +148,7 @@ void answer(std::string_view verb, std::string_view text) {
         sendAnswer(verb == "fail" ? MessageKind::failed : MessageKind::lost, text);
 }
 
-/// A text of Octave's, whose characters are bytes.
+/// A text from Octave, whose characters are bytes.
 std::string_view textOf(const mxArray* array) {
     return {static_cast<const char*>(mxGetData(array)), mxIsChar(array) ? mxGetNumberOfElements(array) : 0};
 }
@@ -177,7 +178,7 @@ bool serve(mxArray* results[], int count, const mxArray* arguments[], std::strin
 
 /// There is always room for one result.
 SOLVANE_MEX_EXPORT void mexFunction(int, mxArray* results[], int count, const mxArray* arguments[]) {
-    // An error jumps past destructors: the message outlives the call, all else has gone by then.
+    // An error skips destructors: everything except the message must be destroyed before.
     static std::string error;
     bool ok = false;
     try {

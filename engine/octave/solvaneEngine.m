@@ -1,7 +1,7 @@
-% Takes commands from the automation server until it is gone. Each runs in the base workspace.
+% Runs commands from the automation server, in the base workspace, until the server ends.
 
 function solvaneEngine ()
-  % What a Matlab script puts on the path may well bear the name of a function of Octave's.
+  % A Matlab script may put functions on the path that have the names of Octave's own.
   warning ("off", "Octave:shadowed-function");
   page_screen_output (false);
 
@@ -13,7 +13,7 @@ function solvaneEngine ()
   addpath ([fullfile(engine, system) pathsep() fullfile(engine, "functions") pathsep() engine]);
   given = path ();
 
-  % A handle is found whatever a script makes of the path.
+  % A handle works however a script changes the path.
   link = @SolvaneEngineLink;
   link ("connect", pwd ());
   while ((command = link ("receive")))
@@ -29,13 +29,13 @@ function solvaneEngine ()
     end
     link (answer{:});
   end
-  % The client may have removed the current folder, in which Octave does not end quietly.
+  % The client may have removed the current folder, without which Octave reports an error when it ends.
   warning ("off", "all");
   builtin ("cd", engine);
 end
 
-% Scripts may take away folders that commands, this engine or Octave have put on the path, and with them all
-% functions but the built-in ones.
+% Scripts may remove folders from the path that commands, this engine or Octave have added, and with them all
+% functions that are not built in.
 function given = putBack (given)
   now = path ();
   if (strcmp (now, given))
@@ -45,27 +45,27 @@ function given = putBack (given)
   for folder = regexp (given, between, "split")
     if (isempty (strfind ([between now between], [between folder{1} between])))
       builtin ("path", given, now);
-      given = path (); % without those that are gone
+      given = path (); % without folders that no longer exist
       return;
     end
   end
 end
 
-% What the link sends. A function that reads from a terminal ends the capture of what is printed, errors
-% included; so a mark has to come out at its end.
+% The text for the link to send. A function that reads from a terminal ends the capture of printed text and of
+% errors, so the end of the text must have a mark.
 function answer = perform (command)
   mark = "\4";
   printed = evalc ("answer = run (command); builtin (\"puts\", mark);");
   if (isempty (printed) || printed(end) != mark)
-    answer = {"lose", ["what the command printed is lost: a function in it waits for a user, who is not there, " ...
-                       "as input does, or has the name of one that Octave itself needs, such as builtin"]};
+    answer = {"lose", ["the output of the command is lost: a function in it waits for a user, as input does, or has " ...
+                       "the name of a function that Octave itself needs, such as builtin"]};
   elseif (strcmp (answer{1}, "send"))
     answer{2} = printed(1:end-1);
   end
 end
 
-% Functions of the current folder go before Octave's own, and an evalin among them may do anything or nothing:
-% the link takes no answer unless that of the base workspace has come by.
+% Functions in the current folder precede Octave's own, and an evalin among them may do anything or nothing: the
+% link accepts no answer unless the command has reached the base workspace.
 function answer = run (command)
   answer = {"send"};
   try

@@ -195,7 +195,7 @@ TEST_F(GatewayConnection, rejectsImpossibleRequestsAndServesOn) {
     unit.reply();
     EXPECT_EQ(gateway.receive().bytes, "co");
 
-    EXPECT_THAT(gateway.ask('O', std::string(5000, '{')).bytes, HasSubstr("no unit's id"));
+    EXPECT_THAT(gateway.ask('O', std::string(5000, '{')).bytes, HasSubstr("unit's id is out of range"));
     EXPECT_EQ(gateway.ask('R', number(0) + number(4)).kind, MessageKind::failed)
         << "the former unit is closed";
 }

@@ -105,7 +105,7 @@ TEST(Lifetime, endsOctaveAfterItsClientIsKilled) {
 
 TEST(Lifetime, reportsAMissingOctave) {
     const std::pair<const wchar_t*, const char*> programs[] = {
-        {L"/nowhere/octave-cli", "There is no file /nowhere/octave-cli, which is set as the Octave to run"},
+        {L"/nowhere/octave-cli", "There is no file /nowhere/octave-cli, the path of Octave in"},
         {L"C:\\windows\\system32\\hostname.exe", "Octave ended before it took commands: start "},
     };
     for (const auto& [program, text] : programs) {

@@ -150,7 +150,7 @@ TEST_F(FirstContact, explainsWhatIsBroken) {
          "Failed to create Matlab application: ", "engine class",
          "C:\\gone\\matlab.exe, which does not exist", "matlab /regserver"},
         {[] { return std::make_shared<Setting>(L"SOLVANE_OCTAVE", L"/no/such/octave"); },
-         "There is no file /no/such/octave, which is set as the Octave to run", "engine start",
+         "There is no file /no/such/octave, the path of Octave in", "engine start",
          "There is no file /no/such/octave", "Install GNU Octave"},
         {[] { return std::make_shared<MissingFile>("octave/linux/CapeOpenUnitMex.mex"); },
          "'CapeOpenUnitMex' undefined", "engine files", "CapeOpenUnitMex.mex is missing",

@@ -59,7 +59,7 @@ TEST_F(OctaveRun, errorsOfAScriptReachTheHost) {
         {"getFeedProp(1, 'temperature');\n", "port number out of range for getFeedProp"},
         {"getCompoundConstant('molecularWeight');\n", "No calculation material available"},
         {"x = [1 2\ny = );\n", "parse error"},
-        {"input('x')\n", "input: it waits for a user"},
+        {"input('x')\n", "input waits for a user"},
     };
     for (const auto& row : cases) {
         rewrite(unit, bag, row.script);
@@ -79,7 +79,7 @@ TEST_F(OctaveRun, aFailureOutsideTheScriptIsTheRunsWithItsCause) {
     EXPECT_EQ(unit.calculate(), capeFailure);
     EXPECT_THAT(narrow(unit.errorDescription()),
                 AllOf(StartsWith("Failed to calculate: Call to Execute failed: "),
-                      HasSubstr("what the command printed is lost")));
+                      HasSubstr("the output of the command is lost")));
 
     ModelBag gateway;
     gateway.file("CapeOpenUnitMex.m", "function CapeOpenUnitMex(varargin)\nerror('no gateway')\n");

@@ -1,5 +1,5 @@
 % Turns echo on or off. Octave's own "echo on" forgets the functions that are to be echoed; Matlab's does not,
-% and scripts that are meant for Matlab turn on the one after the other.
+% and scripts for Matlab turn on one after the other.
 
 function echo (varargin)
   persistent functions = {};
@@ -20,7 +20,7 @@ function echo (varargin)
   end
 end
 
-% A script that is not UTF-8 runs as a copy, which the server puts into a folder "private".
+% A script that is not UTF-8 runs as a copy, which the server makes in a folder "private".
 function name = fileThatRuns (name)
   copy = fullfile (pwd (), "private", [name ".m"]);
   if (exist (copy, "file"))

@@ -1,4 +1,4 @@
-% Would wait for ever.
+% Fails: it would wait forever.
 
 function varargout = kbhit (varargin)
   solvaneNobodyAnswers ("kbhit");

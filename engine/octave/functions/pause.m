@@ -1,4 +1,4 @@
-% Waits for some seconds, as Octave does. Without a number it would wait for a key, for ever.
+% Waits for some seconds, as Octave does. Fails without a number, since it would wait for a key forever.
 
 function pause (varargin)
   if (nargin == 0 || isequal (varargin{1}, Inf))

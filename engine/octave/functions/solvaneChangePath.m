@@ -1,5 +1,5 @@
-% Changes the path by a built-in function, but keeps this engine's own folders on it: without them, functions that
-% wait for a user would do so. Calls built-in functions only, since a script may have taken away all others.
+% Changes the path with a built-in function, but keeps this engine's own folders on it: without them, functions that
+% wait for a user would not fail. Calls built-in functions only, since a script may have removed all others.
 
 function varargout = solvaneChangePath (name, varargin)
   warning ("off", "backtrace", "local");

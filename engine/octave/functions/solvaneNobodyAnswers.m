@@ -1,5 +1,5 @@
 % Fails a function that waits for a user.
 
 function solvaneNobodyAnswers (name)
-  error ("%s: it waits for a user, and there is none at this Octave; take it out of the script", name);
+  error ("%s waits for a user, but this Octave runs without one; remove it from the script", name);
 end

@@ -1,4 +1,4 @@
-% Runs a program, as Octave does, but what the program prints goes where Octave prints.
+% Runs a program, as Octave does, but the program's output becomes Octave's.
 
 function varargout = system (command, varargin)
   if (nargin > 1 || nargout > 1 || ! ischar (command))
@@ -8,7 +8,7 @@ function varargout = system (command, varargin)
   if (ispc ())
     [status, printed] = builtin ("system", command);
   else
-    % Through a file: a pipe would be waited for as long as a program in the background holds it.
+    % A file, since a pipe would stay open as long as a program in the background holds it.
     file = tempname ();
     unwind_protect
       status = builtin ("system", ["exec >'" file "'\n" command]);

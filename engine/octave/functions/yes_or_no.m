@@ -1,4 +1,4 @@
-% Would wait for ever.
+% Fails: it would wait forever.
 
 function varargout = yes_or_no (varargin)
   solvaneNobodyAnswers ("yes_or_no");

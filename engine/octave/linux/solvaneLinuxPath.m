@@ -1,5 +1,5 @@
-% The Linux path of a path as Windows programs under Wine write it; or of several, with ";" between them.
-% Anything else comes back as it is.
+% Converts a path from Windows programs under Wine, or several with ";" between them, to Linux paths. Returns
+% anything else unchanged.
 
 function path = solvaneLinuxPath (path)
   if (! ischar (path) || isempty (regexp (path, '\\|^[A-Za-z]:', "once")))
@@ -26,7 +26,7 @@ function path = translate (path)
   end
 end
 
-% A drive is a link in Wine's folder of devices. Its own name, with the colon, could not stand in Octave's path.
+% A drive is a link in Wine's folder of devices. Octave's path cannot contain the link's name, which has a colon.
 function folder = driveFolder (drive)
   prefix = getenv ("WINEPREFIX");
   if (isempty (prefix))
@@ -38,7 +38,7 @@ function folder = driveFolder (drive)
   end
 end
 
-% Windows names have no case: each that isn't there as it is written is looked for in any case.
+% Windows ignores the case of names: a name that does not exist as written is sought in any case.
 function path = descend (path, names)
   for k = find (! cellfun (@isempty, names))
     name = names{k};
