@@ -1,19 +1,21 @@
 function [product, lnK] = equilibriumProduct(T, P, feed, nu, vapor)
-%EQUILIBRIUMPRODUCT What a gas reaction makes of a feed, at equilibrium.
+%EQUILIBRIUMPRODUCT The product of a gas reaction at equilibrium.
 %
 %  [product, lnK] = equilibriumProduct(T, P, feed, nu, vapor)
 %
 %  T, P     temperature, K, and pressure, Pa
 %  feed     flow of each compound, mol/s, a column
-%  nu       moles that form of each compound, a column
-%  vapor    name of the vapour phase, whose fugacity coefficients count; ''
-%           for an ideal gas
+%  nu       stoichiometric coefficient of each compound, a column, above 0
+%           for those that form
+%  vapor    name of the vapour phase, for its fugacity coefficients; '' for
+%           an ideal gas
 %  product  flow of each compound, mol/s, a column
-%  lnK      natural logarithm of the constant
+%  lnK      natural logarithm of the equilibrium constant
 %
-% The extent lies between those at which a reactant or a product runs out. It
-% is written as low + share (high - low), with the logarithm of share/(1-share)
-% as the unknown: near the ends, too, the equation is almost straight in it.
+% The extent of reaction lies between low, where a product runs out, and high,
+% where a reactant runs out. It is written as low + share (high - low), and the
+% unknown is the logarithm of share/(1-share), in which the equation is almost
+% linear even near the ends.
 
 lnK = logEquilibriumConstant(T, nu);
 made = nu > 0;

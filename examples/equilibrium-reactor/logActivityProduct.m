@@ -1,11 +1,12 @@
 function lnQ = logActivityProduct(flow, T, P, nu, vapor)
-%LOGACTIVITYPRODUCT What the equilibrium constant is compared with.
+%LOGACTIVITYPRODUCT Logarithm of the product of activities of a gas reaction.
 %
 %  lnQ = logActivityProduct(flow, T, P, nu, vapor)
 %
 %  flow  of each compound in the gas, mol/s, a column, above 0 for those that
 %        react
-%  lnQ   sum of nu times the logarithm of the fugacity in 101325 Pa
+%  lnQ   sum of nu times the logarithm of the fugacity over 101325 Pa, which
+%        equals the logarithm of the constant at equilibrium
 %
 %  The other arguments are those of EQUILIBRIUMPRODUCT.
 

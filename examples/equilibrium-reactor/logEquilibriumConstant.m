@@ -1,15 +1,15 @@
 function lnK = logEquilibriumConstant(T, nu)
-%LOGEQUILIBRIUMCONSTANT Natural logarithm of a gas reaction's constant.
+%LOGEQUILIBRIUMCONSTANT Natural logarithm of a gas reaction's equilibrium constant.
 %
 %  lnK = logEquilibriumConstant(T, nu)
 %
 %  T    temperature, K
-%  nu   moles that form of each compound, a column
-%  lnK  of the constant for pressures in 101325 Pa, the pressure of the data
+%  nu   stoichiometric coefficient of each compound, a column
+%  lnK  for a standard pressure of 101325 Pa, the pressure of the data
 %
-% The Gibbs energy of the reaction is that at 25 degrees Celsius, taken to T
-% by the enthalpies and entropies of the ideal gases. Only their differences
-% count, whatever state a simulator measures them from.
+% The Gibbs energy of the reaction at 25 degrees Celsius is converted to T with
+% the enthalpies and entropies of the ideal gases. Only differences of these
+% are used, so the reference state of the simulator does not matter.
 
 R = 8.314462618;                                                    % J/mol/K
 T0 = 298.15;                                                        % K
@@ -21,5 +21,5 @@ S = S + getTDependentProperty('idealGasEntropy', T) - getTDependentProperty('ide
 reacts = nu ~= 0;
 lnK = -nu(reacts)' * (H(reacts) - T * S(reacts)) / (R * T);
 if ~isfinite(lnK)
-    error('Reactor: the property package lacks formation energies or ideal-gas data of a compound that reacts.');
+    error('Reactor: the property package lacks formation energies or ideal-gas data for a compound that reacts.');
 end

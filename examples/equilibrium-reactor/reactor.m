@@ -1,24 +1,24 @@
-% A reactor in which one gas reaction comes to equilibrium, adiabatic or at a
-% given temperature. Compounds that take no part pass through.
+% A reactor in which one gas reaction reaches equilibrium, adiabatic or at a
+% given temperature. Compounds that do not react pass through.
 %
 % Parameters
-%   reaction       the reaction in names of compounds, with blanks around the
-%                  signs, as 'carbon monoxide + 3 hydrogen = methane + water'
-%   adiabatic      true: no heat passes the wall; false: the outlet has the
-%                  parameter 'temperature', and 'duty' is the heat for it
+%   reaction       the reaction between names of compounds, with blanks around
+%                  the signs, as 'carbon monoxide + 3 hydrogen = methane + water'
+%   adiabatic      true: no heat is exchanged; false: the outlet has the
+%                  parameter 'temperature', and 'duty' is the heat needed
 %   pressure drop  from the feed to the outlet, Pa
-%   real gas       true: the equilibrium holds for fugacities; false: for
-%                  partial pressures
+%   real gas       true: equilibrium of fugacities; false: of partial pressures
 % Results
-%   conversion            of the first compound of the reaction: below 0 where
-%                         the reaction runs backwards, 0 where none is fed
+%   conversion            of the first compound of the reaction: below 0 if
+%                         the reaction runs backwards, 0 without that compound
+%                         in the feed
 %   outlet temperature    K
-%   duty                  W, above 0 where the reactor takes heat
-%   equilibrium constant  at the outlet temperature, for pressures in 101325 Pa
+%   duty                  W, above 0 if the reactor is heated
+%   equilibrium constant  at the outlet temperature, standard pressure 101325 Pa
 %
 % All data come from the simulator's property package: formation energies and
 % ideal-gas properties for the constant, enthalpies with heats of formation
-% for the heat, fugacity coefficients for the real gas.
+% for the heat balance, fugacity coefficients for the real gas.
 
 [nu, key] = stoichiometry(getParameter('reaction'), compNames);
 feed = getFeedProp(1, 'flow');                                      % mol/s
@@ -27,22 +27,22 @@ P = getFeedProp(1, 'pressure') - getParameter('pressure drop');     % Pa
 isAdiabatic = getParameter('adiabatic');
 vapor = '';
 if getParameter('real gas')
-    % As the simulator writes it; materials of CAPE-OPEN 1.0 have no phaseNames.
+    % Spelled as in the simulator; materials of CAPE-OPEN 1.0 have no phaseNames.
     names = [phaseNames(strcmpi(phaseNames, 'vapor')) {'vapor'}];
     vapor = names{1};
 end
 if ~(sum(feed) > 0)
     error('Reactor: the feed has no flow.');
 elseif ~(P > 0)
-    error('Reactor: the pressure drop leaves no pressure: the outlet would be at %g Pa.', P);
+    error('Reactor: the pressure drop is too large: the outlet would be at %g Pa.', P);
 end
 
 heatOf = @(flow, T) sum(flow) * ...
          flashProperty(flow / sum(flow), 'temperature', T, 'pressure', P, 'enthalpyF');    % W
 feedHeat = sum(feed) * getFeedProp(1, 'enthalpyF');                 % W
 if isAdiabatic
-    % The enthalpy of a gas at equilibrium rises with the temperature, so that
-    % stepping away from the feed's must pass the outlet's.
+    % The enthalpy of a gas at equilibrium rises with temperature, so steps from
+    % the feed temperature in the right direction must pass the solution.
     excess = @(T) heatOf(equilibriumProduct(T, P, feed, nu, vapor), T) - feedHeat;
     near = feedT;
     step = 100;                                                     % K
@@ -68,7 +68,7 @@ else
 end
 [phases, fractions, compositions, T] = flashEquilibrium(X, conditions{:});
 if sum(fractions(~strcmpi(phases, 'vapor'))) > 1e-6
-    error('Reactor: a liquid forms at the outlet, at %.2f K and %.3f bar. The equilibrium is one of gases.', ...
+    error('Reactor: a liquid forms at the outlet, at %.2f K and %.3f bar. This model is for gases only.', ...
           T, P / 1e5);
 end
 duty = heatOf(product, T) - feedHeat;

@@ -1,16 +1,16 @@
 function [nu, key] = stoichiometry(reaction, compounds)
-%STOICHIOMETRY The coefficients of a reaction.
+%STOICHIOMETRY The stoichiometric coefficients of a reaction.
 %
 %  [nu, key] = stoichiometry(reaction, compounds)
 %
 %  reaction   text such as 'nitrogen + 3 hydrogen = 2 ammonia', with blanks
 %             around the signs
 %  compounds  names of the compounds, a cell
-%  nu         moles that form of each compound, a column: below 0 for those on
-%             the left, 0 for those that take no part
+%  nu         coefficient of each compound, a column: below 0 for those on the
+%             left, 0 for those that do not react
 %  key        number of the first compound of the reaction
 %
-% A reaction that does not keep its mass is refused: a coefficient is wrong.
+% A reaction that does not conserve mass is an error: a coefficient is wrong.
 
 sides = regexp(reaction, '\s=\s', 'split');
 if length(sides) ~= 2

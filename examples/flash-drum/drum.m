@@ -1,5 +1,5 @@
-% A flash drum: the feed is brought to the drum's temperature and pressure
-% and parts into a vapour and a liquid product.
+% A flash drum: the feed is brought to the drum's temperature and pressure,
+% and separates into a vapour and a liquid product.
 %
 % Product 1 is the vapour, product 2 the liquid. A product whose phase does
 % not form has no flow and the composition of the feed.
@@ -23,7 +23,7 @@ for product = 1:2
     end
 end
 
-% The duty is what the feed's enthalpy lacks to that of the products.
+% The duty is the enthalpy of the products minus that of the feed.
 feedT = getFeedProp(1, 'temperature');
 feedP = getFeedProp(1, 'pressure');
 hFeed = flashProperty(X, 'temperature', feedT, 'pressure', feedP, 'enthalpy');

@@ -1,25 +1,25 @@
 function [y, J] = localPermeation(x, permeance, highP, lowP)
-%LOCALPERMEATION What passes through a square metre of membrane in cross-flow.
+%LOCALPERMEATION Local permeate and flux of a membrane in cross-flow.
 %
 %  [y, J] = localPermeation(x, permeance, highP, lowP)
 %
-%  x          mole fractions of the gas before the membrane, a column
+%  x          mole fractions of the gas on the feed side, a column
 %  permeance  of each compound, mol/(m2 s Pa), a column
-%  highP      pressure before the membrane, Pa
-%  lowP       pressure behind it, Pa, above 0
-%  y          mole fractions of what comes out behind it, a column
-%  J          flux of all compounds, mol/(m2 s)
+%  highP      pressure on the feed side, Pa
+%  lowP       pressure on the permeate side, Pa, above 0
+%  y          mole fractions of the local permeate, a column
+%  J          flux of all compounds together, mol/(m2 s)
 %
-%  J and y are 0 where the partial pressures of the compounds that permeate do
-%  not exceed lowP together: nothing comes out.
+%  J and y are 0 if the partial pressures of the compounds that permeate do not
+%  exceed lowP together: nothing permeates.
 %
-% Behind the membrane stands only what just came through: y(i) J is the flux
-% permeance(i) (highP x(i) - lowP y(i)), so that
+% In cross-flow the permeate side holds only the gas that permeates locally:
+% y(i) J is the flux permeance(i) (highP x(i) - lowP y(i)), so that
 %
 %    y(i) = permeance(i) highP x(i) / (J + permeance(i) lowP),   sum(y) = 1.
 %
-% 1/sum(y) rises with J, is concave, and passes 1 between 0 and the flux into
-% a vacuum. So Newton's steps from 0 climb to the solution and never pass it.
+% 1/sum(y) rises with J, is concave, and reaches 1 between 0 and the flux into
+% a vacuum. So Newton's steps from 0 rise to the solution without passing it.
 
 supply = permeance .* x * highP;
 back = permeance * lowP;

@@ -1,16 +1,16 @@
 % A membrane module in cross-flow: gas permeates through a dense membrane from
 % the high to the low pressure.
 %
-% The feed flows along the membrane, well mixed across it and without loss of
-% pressure. What permeates leaves at right angles and does not mix with what
-% permeated upstream, as in a spiral-wound module or in hollow fibres with a
-% porous support. Both sides stay at the temperature of the feed.
+% The feed flows along the membrane, well mixed across it and without pressure
+% drop. The permeate leaves at right angles and does not mix with permeate from
+% upstream, as in a spiral-wound module or in hollow fibres with a porous
+% support. Both sides stay at the temperature of the feed.
 %
-% Parameters: the area, the pressure behind the membrane, and a permeance in
-% mol/(m2 s Pa) for each compound under the name 'permeance of ' and the name
-% of the compound (1 GPU is 3.35e-10 mol/(m2 s Pa)). A compound without such a
-% parameter does not permeate. The results 'recovery' and 'permeate purity'
-% are those of the compound that the parameter 'key compound' names.
+% Parameters: the area, the permeate pressure, and for each compound a
+% permeance in mol/(m2 s Pa), named 'permeance of ' and the compound's name
+% (1 GPU is 3.35e-10 mol/(m2 s Pa)). A compound without such a parameter does
+% not permeate. The results 'recovery' and 'permeate purity' are for the
+% compound in the parameter 'key compound'.
 %
 % Product 1 is the permeate, product 2 the retentate.
 
@@ -44,25 +44,24 @@ feedFlow = sum(feed);
 if ~(feedFlow > 0)
     error('Membrane: the feed has no flow.');
 elseif sum(fractions(~strcmpi(phases, 'vapor'))) > 1e-6
-    error('Membrane: the feed must be a gas, and holds a liquid.');
+    error('Membrane: the feed must be a gas, but contains a liquid.');
 elseif ~(area > 0)
-    error('Membrane: the area must be above 0, and is %g m2.', area);
+    error('Membrane: the area must be above 0, but is %g m2.', area);
 elseif ~(lowP > 0 && lowP < highP)
-    error('Membrane: the permeate pressure must lie between 0 and that of the feed, %g Pa, and is %g Pa.', ...
+    error('Membrane: the permeate pressure must lie between 0 and that of the feed, %g Pa, but is %g Pa.', ...
           highP, lowP);
 elseif ~all(permeance >= 0)
     error('Membrane: a permeance must not be below 0.');
 end
 [y, J] = localPermeation(feed / feedFlow, permeance, highP, lowP);
 if J == 0
-    error(['Membrane: nothing permeates. The compounds that have a permeance stand in the feed at %g Pa ' ...
-           'together, no more than the permeate pressure of %g Pa.'], ...
+    error(['Membrane: nothing permeates. In the feed, the compounds with a permeance have %g Pa together, which ' ...
+           'does not exceed the permeate pressure of %g Pa.'], ...
           highP * sum(feed(permeance > 0)) / feedFlow, lowP);
 end
 
-% Along the membrane the flow of each compound is that of the feed times
-% exp(-u), which never falls below 0. A retentate of less than the least flow
-% counts as none.
+% Along the membrane, the flow of each compound is that in the feed times
+% exp(-u), which stays above 0. A retentate below leastFlow counts as 0.
 leastFlow = 1e-4 * feedFlow;               % mol/s
 options = odeset('RelTol', 1e-10, 'AbsTol', 1e-10);
 [place, u] = ode45(@(a, u) depletionRate(u, feed, leastFlow, permeance, highP, lowP), ...
@@ -97,7 +96,7 @@ for i = 1:nComp
     end
 end
 
-% At the entry nothing is collected yet; the first trace is what passes there.
+% At the entry nothing is collected yet: use what permeates there.
 gathered(1, :) = localPermeation(feed / feedFlow, permeance, highP, lowP)';
 x = flows ./ (sum(flows, 2) * ones(1, nComp));
 collected = gathered ./ (sum(gathered, 2) * ones(1, nComp));
@@ -106,8 +105,8 @@ for i = 1:length(place)
     y(i, :) = localPermeation(x(i, :)', permeance, highP, lowP)';
 end
 tables = {'Mole fractions in the retentate along the module', x; ...
-          'Mole fractions of what permeates at the place', y; ...
-          'Mole fractions of the permeate collected up to the place', collected};
+          'Mole fractions of the local permeate', y; ...
+          'Mole fractions of the permeate collected from the entry', collected};
 for k = 1:size(tables, 1)
     report = [report sprintf('%s\n  %10s %18s', tables{k, 1}, 'area/m2', 'retentate/(mol/s)') ...
               sprintf(' %18s', compNames{:}) sprintf('\n')];

@@ -1,5 +1,5 @@
 % The shift reactor against tabulated equilibrium constants and against its own balances and equilibrium, computed
-% here with a Peng-Robinson gas that shares no code with the host's; and what it refuses.
+% here with a Peng-Robinson gas that shares no code with the host's; and its error messages.
 %   octave-cli EquilibriumReactorTest.m WINE SOLVANEHOST CASE
 addpath (fileparts (mfilename ('fullpath')));
 

@@ -1,4 +1,4 @@
-% The flash drum on materials of both generations: equal streams, and those of a flash that is not the host's.
+% The flash drum on materials of both generations: equal streams, which agree with an independent flash.
 %   octave-cli FlashDrumTest.m WINE SOLVANEHOST CASE
 addpath (fileparts (mfilename ('fullpath')));
 arguments = argv ();

@@ -1,11 +1,11 @@
-% The membrane module against closed solutions of cross-flow permeation, and what it refuses.
+% The membrane module against analytical solutions of cross-flow permeation, and its error messages.
 %   octave-cli MembraneTest.m WINE SOLVANEHOST CASE
 addpath (fileparts (mfilename ('fullpath')));
 
 function [cut, area] = weller_steiner (xo, xf, alpha, ratio, flow_per_conductance)
   % Two compounds in cross-flow: S. Weller and W. A. Steiner, Chem. Eng. Prog. 46 (1950) 585, as C. J. Geankoplis
   % writes it in Transport Processes and Unit Operations, 3rd edition (1993), section 13.6. xf, xo: fraction of the
-  % fast compound before and behind the module; ratio: of the pressures, low to high; area: in units of
+  % fast compound before and after the module; ratio: of the pressures, low to high; area: in units of
   % flow_per_conductance, the feed over the slow compound's permeance and the high pressure.
   D = 0.5 * ((1 - alpha) * ratio + alpha);
   F = -0.5 * ((1 - alpha) * ratio - 1);
@@ -67,7 +67,7 @@ result = runCase (program, case_file, '1.1', vacuum);
 expectNear ('retentate from a vacuum', moleFlows (retentate), feed .* exp (-permeances * t), 1e-4);
 expectNear ('mass balance', moleFlows (permeate) + moleFlows (retentate), feed, 1e-9);
 if (isempty (strfind (result.reports.Module, 'no parameter "permeance of ethane"')))
-  error ('the report does not tell what ethane lacks:\n%s', result.reports.Module);
+  error ('the report does not name the missing parameter of ethane:\n%s', result.reports.Module);
 end
 
 refuse (program, case_file, {'"value": 1.5e5', '"value": 2e6'}, 'the permeate pressure must lie between 0 and that');

@@ -1,4 +1,4 @@
-% The examples under every profile of the host: results equal to those of the standard one, to the last digit but where
+% The examples under every profile of the host: the results of the standard profile, to the last digit except where
 % phases come in another order.
 %   octave-cli ProfilesTest.m WINE SOLVANEHOST EXAMPLES
 1;

@@ -1,6 +1,6 @@
 function [result, text] = runCase (program, case_file, generation, changes)
-  % Runs a case in the host. changes: rows of a text in the case file and of what stands there instead.
-  % result: the host's JSON; a run that fails is an error, or, with text wanted, an empty result.
+  % Runs a case in the host. changes: rows of a text in the case file and its replacement.
+  % result: the host's JSON. A run that fails is an error or, if the caller takes text, an empty result.
   folder = tempname ();
   copyfile (fileparts (case_file), folder);
   changed = fileread (case_file);
