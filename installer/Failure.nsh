@@ -1,13 +1,13 @@
-; How setup and uninstaller end when they cannot do their work.
+; How setup and uninstaller end on a failure.
 
-; 1 is NSIS's own: the user has cancelled.
+; 1 is NSIS's own, for a user who cancels.
 !define EXIT_FAILED 2
 !define EXIT_IN_USE 3
 !define EXIT_NOT_ALLOWED 4
 !define EXIT_NOT_REGISTERED 5
 !define EXIT_USAGE 6
 
-; What a silent run says goes to its caller's console, or to where its output was sent.
+; A silent run writes its messages to its caller's console, or to its redirected output.
 !macro defineSay UN
 Function ${UN}say
   Exch $0
@@ -40,9 +40,9 @@ FunctionEnd
   Abort "${TEXT}"
 !macroend
 
-!define NOTHING_LEFT "Nothing of it is installed now."
+!define NOTHING_LEFT "Nothing was installed."
 
-; Leaves nothing of an installation that has failed midway.
+; Removes an incomplete installation.
 !macro failAndRemove CODE TEXT
   ExecWait '"$INSTDIR\uninstall.exe" /S _?=$INSTDIR'
   Delete "$INSTDIR\uninstall.exe"

@@ -1,10 +1,10 @@
-; Refuses to touch files that a program has loaded: Windows lets nobody write to such a file.
+; Refuses to replace files that a program has loaded, which Windows write-protects.
 
 !define SHARING_VIOLATION 32
 !define SHARE_ALL 7
 !define READ_AND_WRITE 0xC0000000
 !define OPEN_EXISTING 3
-!define QUERY_AND_READ 0x410 ; what listing a process's modules takes
+!define QUERY_AND_READ 0x410 ; the rights for listing a process's modules
 !define ALL_MODULES 3 ; of both word sizes
 
 !macro defineInUse UN
@@ -27,7 +27,7 @@ Function ${UN}isInUse
   System::Store L
 FunctionEnd
 
-; In: a process's number, a file's name. Out: the process's program if it has loaded a file of that name, else "".
+; In: a process id, a file's name. Out: the process's program if it has loaded a file with that name, else "".
 Function ${UN}programWith
   System::Store S
   Pop $0
@@ -61,8 +61,8 @@ Function ${UN}programWith
   System::Store L
 FunctionEnd
 
-; In: a file's name. Out: the programs that have loaded a file of that name, as far as this user may look at them,
-; each on a line of its own.
+; In: a file's name. Out: the programs that have loaded a file with that name, one a line; without the processes that this
+; user has no right to examine.
 Function ${UN}programsUsing
   System::Store S
   Pop $0
@@ -114,9 +114,9 @@ Function ${UN}refuseWhileInUse
       Call ${UN}programsUsing
       Pop $4
       ${If} $4 == ""
-        StrCpy $4 "$\r$\nA program of another user, or one that this user may not look at"
+        StrCpy $4 "$\r$\nA program of another user, or one with more rights than this user"
       ${EndIf}
-      StrCpy $4 "$0\$2 is in use. Close what uses it, then try again:$\r$\n$4"
+      StrCpy $4 "$0\$2 is in use. Close the programs that use it, then try again:$\r$\n$4"
       ${If} ${Silent}
         !insertmacro fail ${EXIT_IN_USE} $4
       ${EndIf}

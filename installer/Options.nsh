@@ -1,18 +1,18 @@
-; What setup's caller wants.
+; The switches of setup.
 
 Var givenFolder ; of /D=, which the choice of the scope would overwrite
-Var octaveWanted ; "yes", "no", or "" where nothing was said
+Var octaveSwitch ; "yes", "no", or "" without a switch
 
 !define USAGE "\
 $EXEFILE [/S] [/AllUsers | /CurrentUser] [/Octave | /NoOctave] [/D=FOLDER]$\r$\n$\r$\n\
 /S$\tno windows$\r$\n\
 /AllUsers$\tfor all users; the default for an administrator$\r$\n\
-/CurrentUser$\tfor this user alone$\r$\n\
-/Octave$\tlet GNU Octave stand in for Matlab; the default where there is no Matlab$\r$\n\
-/NoOctave$\tdo not$\r$\n\
-/D=FOLDER$\twhere to; the last switch, without quotes$\r$\n$\r$\n\
-Exit codes: 0 done, 1 cancelled, 2 failed, 3 files in use, 4 an administrator is needed, \
-5 registering failed, 6 an unknown switch."
+/CurrentUser$\tfor this user only$\r$\n\
+/Octave$\tregister GNU Octave in place of Matlab; the default if no Matlab is registered$\r$\n\
+/NoOctave$\tdo not register GNU Octave$\r$\n\
+/D=FOLDER$\tthe folder of installation; the last switch, without quotes$\r$\n$\r$\n\
+Exit codes: 0 done, 1 cancelled, 2 failed, 3 files in use, 4 administrator rights needed, \
+5 registration failed, 6 unknown switch."
 
 Function readOptions
   System::Store S
@@ -29,34 +29,34 @@ Function readOptions
       ${Case4} "/S" "/AllUsers" "/CurrentUser" "/NCRC"
         Nop
       ${Case} "/Octave"
-        StrCpy $octaveWanted yes
+        StrCpy $octaveSwitch yes
       ${Case} "/NoOctave"
-        StrCpy $octaveWanted no
+        StrCpy $octaveSwitch no
       ${Case2} "/?" "--help"
         MessageBox MB_OK "${USAGE}"
         Quit
       ${Default}
-        !insertmacro fail ${EXIT_USAGE} "Setup has no switch $2.$\r$\n$\r$\n${USAGE}"
+        !insertmacro fail ${EXIT_USAGE} "Unknown switch $2.$\r$\n$\r$\n${USAGE}"
     ${EndSelect}
   ${Loop}
   ClearErrors
-  ; For all users is asked for in vain by one who may not.
+  ; MultiUser.nsh would ignore /AllUsers without the right to it.
   ${GetOptions} $0 "/AllUsers" $2
   ${IfNot} ${Errors}
     UserInfo::GetAccountType
     Pop $2
     ${If} $2 != "Admin"
-      !insertmacro fail ${EXIT_NOT_ALLOWED} "Installing for all users takes an administrator. \
-Run setup as one, or with /CurrentUser for this user alone."
+      !insertmacro fail ${EXIT_NOT_ALLOWED} "Only an administrator can install for all users. \
+Run setup as administrator, or with /CurrentUser for this user only."
     ${EndIf}
   ${EndIf}
   System::Store L
 FunctionEnd
 
-; As the caller says, else as it was in the former version, else where no Matlab is registered.
+; By the switch, otherwise as in the previous version, otherwise if no Matlab is registered.
 Function chooseOctave
   System::Store S
-  StrCpy $0 $octaveWanted
+  StrCpy $0 $octaveSwitch
   ${If} $0 == ""
     ClearErrors
     ReadRegDWORD $1 SHCTX "${UNINSTALL_KEY}" "Octave"

@@ -1,4 +1,4 @@
-; What setup writes into the registry through the installed programs, and what the uninstaller takes out of it.
+; The registry entries that setup makes with the installed programs, and that the uninstaller removes.
 
 !define UNIT_CLASS "{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}"
 !define TYPE_LIBRARY "{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}"
@@ -20,11 +20,11 @@
   DetailPrint "Registering ${MODULE}"
   ExecWait '"${REGSVR}" /s "$INSTDIR\${MODULE}"' $1
   ${If} $1 <> 0
-    StrCpy $2 "${MODULE} could not be registered: regsvr32 ended with $1."
+    StrCpy $2 "Could not register ${MODULE}: regsvr32 ended with code $1."
   ${EndIf}
 !macroend
 
-; The module asks a setting of the user for the scope; the setting is put back.
+; The module reads the scope from a setting of the user, which is restored afterwards.
 Function registerUnit
   ClearErrors
   ReadRegStr $0 HKCU "${SETTINGS}" "CurrentUser"
@@ -52,7 +52,7 @@ Function registerUnit
   ${If} $2 != ""
     !insertmacro failAndRemove ${EXIT_NOT_REGISTERED} "$2 ${NOTHING_LEFT}"
   ${EndIf}
-  ; The CAPE-OPEN type library is the machine's; one that a simulator has brought stays.
+  ; The CAPE-OPEN type library is for all users; one that a simulator has installed stays.
   ${If} $MultiUser.InstallMode == AllUsers
     nsExec::Exec '"$INSTDIR\SolvaneHost.exe" register-interfaces'
     Pop $0
@@ -60,7 +60,7 @@ Function registerUnit
   !insertmacro refreshFileTypes
 FunctionEnd
 
-; What a macro does, for the registry that 32-bit programs see too. Windows shares most of its classes between both.
+; Applies a macro also to the registry of 32-bit programs. Windows shares most classes between both.
 !macro inBothViews MACRO
   !if ${SYSTEM} == win64
     SetRegView 32
@@ -85,8 +85,8 @@ FunctionEnd
   ${EndIf}
 !macroend
 
-; The module's own way of unregistering is for what was registered for all users, and leaves the command of the model
-; type. Another copy that was registered since stays registered.
+; The module itself can only unregister what is registered for all users, and leaves the command of the model type. If
+; another copy has been registered since, its registration stays.
 Function un.unregisterUnit
   ReadRegStr $0 SHCTX "${CLASSES}\CLSID\${UNIT_CLASS}\InprocServer32" ""
   ${If} $0 != "$INSTDIR\SolvaneUnitOperation.dll"
@@ -111,7 +111,7 @@ Function un.unregisterUnit
   !insertmacro refreshFileTypes
 FunctionEnd
 
-; Keys that a user often has for nothing but this.
+; Keys that may have been made only for the unit.
 !macro removeEmptyKeys
   DeleteRegKey /ifempty HKCU "${CLASSES}\CLSID"
   DeleteRegKey /ifempty HKCU "${CLASSES}\AppID"

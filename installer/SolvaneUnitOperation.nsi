@@ -4,7 +4,7 @@
 ;   FILES    a list of its files, as macros
 ;   VERSION  four numbers
 ;   OUTPUT   the setup program to write
-; Options.nsh tells its switches and exit codes.
+; Options.nsh has its switches, Failure.nsh its exit codes.
 
 !if ${SYSTEM} == win64
   Target amd64-unicode
@@ -37,7 +37,7 @@ VIAddVersionKey LegalCopyright "MIT licence"
 VIAddVersionKey ProductName "${NAME}"
 VIAddVersionKey ProductVersion "${VERSION}"
 
-; For all users where the user may, else for this user. An earlier installation tells folder and scope.
+; For all users if this user may, otherwise for this user. An earlier installation determines folder and scope.
 !define MULTIUSER_EXECUTIONLEVEL Highest
 !define MULTIUSER_MUI
 !define MULTIUSER_NOUNINSTALL
@@ -71,8 +71,8 @@ Close the simulators that have the unit open: its files cannot be replaced until
 !define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_TEXT_LARGE
 !define MUI_FINISHPAGE_TEXT "In your simulator, add a CAPE-OPEN unit operation and choose \
-$\"Solvane Unit Operation$\".$\r$\n$\r$\nThe examples lie in $INSTDIR\examples. \
-To see whether all is well, type $\"SolvaneHost doctor$\" in a command prompt in $INSTDIR."
+$\"Solvane Unit Operation$\".$\r$\n$\r$\nThe examples are in $INSTDIR\examples. \
+To check the installation, run $\"SolvaneHost doctor$\" in a command prompt in $INSTDIR."
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Open the help book"
 !define MUI_FINISHPAGE_RUN_FUNCTION openHelp
@@ -93,7 +93,7 @@ FunctionEnd
 
 SetDateSave on
 
-; Until here nothing has been changed: what refuses, refuses here.
+; Everything that may refuse to continue does so here, before anything has changed.
 Section "-Former version"
   Push $INSTDIR
   Call refuseWhileInUse
@@ -102,12 +102,12 @@ Section "-Former version"
   ${AndIf} ${FileExists} "$0\uninstall.exe"
     Push $0
     Call refuseWhileInUse
-    DetailPrint "Removing the former version from $0"
-    ; Not from its own folder, which it removes, and waited for.
+    DetailPrint "Removing the previous version from $0"
+    ; A copy, since it removes its own folder; with _? so that it runs as this copy, which can be waited for.
     CopyFiles /SILENT "$0\uninstall.exe" "$PLUGINSDIR\uninstall.exe"
     ExecWait '"$PLUGINSDIR\uninstall.exe" /S _?=$0' $1
     ${If} $1 <> 0
-      !insertmacro fail ${EXIT_FAILED} "The former version in $0 could not be removed: its uninstaller ended with $1. \
+      !insertmacro fail ${EXIT_FAILED} "Could not remove the previous version from $0: its uninstaller ended with code $1. \
 Uninstall it in the settings of Windows, then run setup again."
     ${EndIf}
     Delete "$0\uninstall.exe"
@@ -134,14 +134,14 @@ Section "${NAME}" unitSection
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "Octave" 0
 
   !insertmacro INSTALL_UNIT
-  ; A user's changed example stays; the unchanged ones went with the former version.
+  ; Keeps examples that the user has changed; the others were removed with the previous version.
   SetOverwrite off
   !insertmacro INSTALL_EXAMPLES
   SetOverwrite on
   SetOutPath "$INSTDIR"
   ${If} ${Errors}
-    !insertmacro failAndRemove ${EXIT_FAILED} "The files could not be written to $INSTDIR. ${NOTHING_LEFT} \
-Look whether the disk has room and whether you may write there, or choose another folder."
+    !insertmacro failAndRemove ${EXIT_FAILED} "Could not write the files to $INSTDIR. ${NOTHING_LEFT} \
+Check the free space on the disk and your right to write there, or choose another folder."
   ${EndIf}
 
   CreateDirectory "$SMPROGRAMS\${NAME}"
@@ -156,8 +156,8 @@ Section "GNU Octave in place of Matlab" octaveSection
   !insertmacro INSTALL_OCTAVE
   SetOutPath "$INSTDIR"
   ${If} ${Errors}
-    !insertmacro failAndRemove ${EXIT_FAILED} "The files of the Octave engine could not be \
-written to $INSTDIR. ${NOTHING_LEFT} Look whether the disk has room."
+    !insertmacro failAndRemove ${EXIT_FAILED} "Could not write the files of the Octave engine to \
+$INSTDIR. ${NOTHING_LEFT} Check the free space on the disk."
   ${EndIf}
   Call registerOctave
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "Octave" 1
@@ -166,7 +166,7 @@ SectionEnd
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${unitSection} "The unit for simulators, the sample host, examples and the help book."
   !insertmacro MUI_DESCRIPTION_TEXT ${octaveSection} "Lets an installed GNU Octave (octave.org) run the scripts. \
-A registered Matlab stays as it is."
+Leaves a registered Matlab unchanged."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 !include Options.nsh
@@ -187,7 +187,7 @@ Function .onInit
   Call chooseOctave
 FunctionEnd
 
-; The scope is that of the installation in the uninstaller's folder.
+; Takes the scope from the installation in the uninstaller's folder.
 Function un.onInit
   SetShellVarContext all
   StrCpy $MultiUser.InstallMode AllUsers
@@ -200,12 +200,12 @@ Function un.onInit
   UserInfo::GetAccountType
   Pop $0
   ${If} $0 != "Admin"
-    !insertmacro fail ${EXIT_NOT_ALLOWED} "Removing what was installed for all users \
-takes an administrator. Run the uninstaller as one."
+    !insertmacro fail ${EXIT_NOT_ALLOWED} "Only an administrator can remove an installation for all users. \
+Run the uninstaller as administrator."
   ${EndIf}
 FunctionEnd
 
-; Only what was installed is deleted, and folders only when nothing else is left in them.
+; Deletes only installed files, and folders only if they are empty then.
 Section "Uninstall"
   Push $INSTDIR
   Call un.refuseWhileInUse

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Draws side.bmp beside itself with ImageMagick, what stands on the left of setup's first and last page: the unit's
-# icon. Only needed when the icon changes.
+# Draws side.bmp, the picture on the left of setup's first and last page, from the unit's icon with ImageMagick. Only
+# needed when the icon changes.
 set -eu
 folder=$(cd "$(dirname "$0")" && pwd)
 convert -size 164x314 'gradient:#ffffff-#c5dff2' \

@@ -1,5 +1,5 @@
 @echo off
-rem Registers what lies beside this file, where it lies.
+rem Registers the unit in the folder of this file.
 setlocal
 set scope=for all users
 set option=
@@ -11,10 +11,10 @@ if /i "%~1"=="/user" (
 ) else if not "%~1"=="" (
     echo register         registers the Solvane unit operation for all users, as administrator
     echo register /user   registers it for this user
-    echo The folder is to stay where it is for as long as the unit is registered.
+    echo Do not move the folder while the unit is registered.
     exit /b 2
 )
-rem The zip for 64-bit Windows brings the module for 32-bit simulators beside the other.
+rem The zip for 64-bit Windows also has the module for 32-bit simulators.
 set bits=32
 if exist "%~dp0SolvaneUnitOperation32.dll" set bits=64
 set windows=64
@@ -25,11 +25,11 @@ if defined PROCESSOR_ARCHITEW6432 (
     set windows=32
 )
 if not %bits%==%windows% (
-    echo This is for %bits%-bit Windows, and here is a %windows%-bit Windows. There is a zip for that too.
+    echo These files are for %bits%-bit Windows, but this is a %windows%-bit Windows. Use the zip for %windows%-bit Windows.
     exit /b 2
 )
-echo Registering %scope% what lies in %~dp0
-rem The unit asks this setting for the scope; the setting is put back.
+echo Registering the unit in %~dp0 %scope%
+rem The unit reads the scope from this setting, which is restored afterwards.
 set settings=there
 reg query HKCU\Software\SolvaneUO >nul 2>nul
 if errorlevel 1 set settings=none
@@ -49,24 +49,24 @@ if defined former (
 )
 if %settings%==none reg delete HKCU\Software\SolvaneUO /f >nul
 if defined failed (
-    echo Registering for all users takes a prompt that runs as administrator; register /user takes none.
+    echo To register for all users, use a command prompt that runs as administrator; register /user works without.
     exit /b 5
 )
 
-rem Stands in for Matlab where none is registered.
+rem Registers GNU Octave in place of Matlab if no Matlab is registered.
 "%~dp0OctaveAutomationServer.exe" /RegServer %option%
 if errorlevel 1 (
-    echo The engine for GNU Octave could not be registered.
+    echo Could not register the engine for GNU Octave.
     exit /b 5
 )
 if "%switch%"=="0" "%~dp0SolvaneHost.exe" register-interfaces
 if errorlevel 1 exit /b 5
-echo Done. unregister %~1 takes it away again.
+echo Done. To remove the registration, run unregister %~1
 exit /b 0
 
 :module
 if not exist "%SystemRoot%\%1\regsvr32.exe" (
-    echo   %~3: this Windows runs no such programs
+    echo   %~3: not registered, since this Windows runs no such programs
     exit /b 0
 )
 "%SystemRoot%\%1\regsvr32.exe" /s "%~dp0%2"

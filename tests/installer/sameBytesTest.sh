@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes what ships twice, in two folders, and looks whether the bytes are the same:
+# Makes the release files twice, in two folders, and checks that the bytes are equal:
 #   sameBytesTest.sh ROOT win64|win32 CHMCMD WORK
 set -eu
 root=$1

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs, upgrades and uninstalls what build/win64 and build/win32 hold, on a Windows of the setup's word size whose
-# Wine prefix is in the folder WORK, and looks at what changes:
+# Installs, upgrades and uninstalls the files of build/win64 and build/win32 in a Wine prefix in the folder WORK, which has
+# the setup's word size, and checks what changes:
 #   setupTest.sh ROOT win64|win32 WORK
 set -eu
 root=$1
@@ -67,7 +67,7 @@ unchangedSince() {
     done
 }
 
-# The uninstaller works from a copy of itself, which its caller does not wait for.
+# The uninstaller continues as a copy of itself, for which its caller does not wait.
 uninstall() {
     wine "$installed/uninstall.exe" /S >/dev/null
     for _ in $(seq 600); do
@@ -104,28 +104,28 @@ cp -a "$work/stage" "$work/damaged"
 echo damaged >"$work/damaged/SolvaneUnitOperation.dll"
 "$root/installer/makeSetup" "$system" "$work/damaged" "$version" "$work/Solvane-damaged.exe" -DQUICK
 
-# The user's own settings: one that setup has to change for a while, and one that is none of its business.
+# The user's own settings: one that setup changes temporarily, and one that it must not touch.
 wine reg add 'HKCU\Software\SolvaneUO' /v CurrentUser /d 1 /f >/dev/null
 wine reg add 'HKCU\Software\SolvaneUO' /v OctaveProgram /d /usr/bin/octave-cli /f >/dev/null
-(holdUnit) >/dev/null 2>&1 || true # in vain; cscript registers itself when it runs first
+(holdUnit) >/dev/null 2>&1 || true # fails; but the first run of cscript registers cscript
 snapshot before
 
 echo "== a unit that cannot be registered is not installed"
 expectExit 5 wine "$work/Solvane-damaged.exe" /S
-grep -q 'SolvaneUnitOperation.dll could not be registered' "$work/output" || fail "setup does not say what went wrong"
+grep -q 'Could not register SolvaneUnitOperation.dll' "$work/output" || fail "setup does not say what went wrong"
 unchangedSince before
 
 echo "== for all users, over a former version"
 expectExit 0 wine "$work/Solvane-former.exe" /S
 expectValue "HKLM\\$uninstallKey" DisplayVersion 0.9.0.0
-[ -f "$installed/retired.m" ] || fail "the former version is not there"
+[ -f "$installed/retired.m" ] || fail "the previous version is missing"
 echo '% mine' >"$installed/mine.m"
 echo '% changed' >>"$installed/examples/flash-drum/drum.m"
 expectExit 0 wine "$work/Solvane-now.exe" /S
 expectValue "HKLM\\$uninstallKey" DisplayVersion "$version"
 expectValue 'HKCU\Software\SolvaneUO' CurrentUser 1
 expectValue 'HKLM\Software\Classes\SolvaneUnitOperation.SolvaneUnitOp\CurVer' '' SolvaneUnitOperation.SolvaneUnitOp.1
-[ ! -f "$installed/retired.m" ] || fail "a file of the former version is left"
+[ ! -f "$installed/retired.m" ] || fail "a file of the previous version is left"
 grep -q changed "$installed/examples/flash-drum/drum.m" || fail "the user's change of an example is lost"
 
 echo "== the installed unit calculates"
@@ -144,7 +144,7 @@ snapshot 'while the unit is loaded'
 expectExit 3 wine "$work/Solvane-now.exe" /S
 grep -q "$loaded is in use" "$work/output" || fail "setup does not say what is in use"
 grep -q 'cscript.exe' "$work/output" || fail "setup does not say what to close"
-# Waited for, which takes a switch that Wine would put between quotes.
+# To wait for it takes a switch that Wine would put between quotes.
 printf '@"%s\\uninstall.exe" /S _?=%s\r\n@exit %%errorlevel%%\r\n' 'C:\Program Files\Solvane Unit Operation' \
     'C:\Program Files\Solvane Unit Operation' >"$work/uninstall.cmd"
 expectExit 3 wine cmd /c "$(wine winepath -w "$work/uninstall.cmd")"
@@ -203,7 +203,7 @@ for case in 'HKLM ' 'HKCU /user'; do
     option=${case#* }
     expectExit 0 wine cmd /c "$(wine winepath -w "$zip/register.cmd")" $option
     grep -q "${system#win}-bit simulators: registered" "$work/output" ||
-        { cat "$work/output"; fail "register.cmd does not tell"; }
+        { cat "$work/output"; fail "register.cmd does not report it"; }
     expectValue "$hive\\$class" '' "$unit.dll"
     [ $programs = system32 ] || expectValue "$hive\\$class32" '' "${unit}32.dll"
     expectExit 0 wine cmd /c "$(wine winepath -w "$zip/unregister.cmd")" $option
