@@ -28,7 +28,7 @@ constexpr int mostToldFaults = 10;
 std::atomic<std::uint32_t> seedInWork;
 std::atomic<int> numberInWork;
 
-void tell(const char* what) {
+void report(const char* what) {
     std::printf("  seed %u, input %d: %s\n", seedInWork.load(), numberInWork.load(), what);
     std::fflush(stdout);
 }
@@ -36,7 +36,7 @@ void tell(const char* what) {
 LONG CALLBACK tellCrash(EXCEPTION_POINTERS* crash) {
     char text[60];
     std::snprintf(text, sizeof text, "crash, code 0x%lX", crash->ExceptionRecord->ExceptionCode);
-    tell(text);
+    report(text);
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
@@ -54,7 +54,7 @@ private:
             const Clock::time_point began{Clock::duration(began_.load())};
             if (Clock::now() - began < patience)
                 continue;
-            tell("not done after a minute");
+            report("not done after a minute");
             TerminateProcess(GetCurrentProcess(), 1);
         }
     }
@@ -90,7 +90,7 @@ private:
 
 void soakDoor(Door& door, const Effort& effort, int count, const Figures& figures) {
     SetUnhandledExceptionFilter(tellCrash);
-    std::signal(SIGABRT, [](int) { tell("aborted"); });
+    std::signal(SIGABRT, [](int) { report("aborted"); });
     seedInWork = effort.seed;
     HangWatch watch;
     const WatchedFolder folder;
@@ -112,7 +112,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
         longest = std::max(longest, Clock::now() - began);
         accepted += verdict.isAccepted;
         if (!verdict.fault.empty() && ++faults <= mostToldFaults)
-            tell(verdict.fault.c_str());
+            report(verdict.fault.c_str());
         if (number == warmUp) {
             growth.emplace("host", GetCurrentProcessId());
             outside = folder.names();
