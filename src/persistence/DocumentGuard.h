@@ -13,6 +13,6 @@ namespace solvane {
 /// References to what is no character of XML are taken out: the writer makes them of control characters and
 /// of characters beyond 16 bits in Matlab's output, and the library would read no further. A file that can't
 /// be read is left for the library to refuse.
-bool prepareDocument(const std::string& path, std::string& error);
+[[nodiscard]] bool prepareDocument(const std::string& path, std::string& error);
 
 } // namespace solvane

@@ -13,6 +13,6 @@ class Unit;
 ///
 /// Text is taken as of the thread's ANSI code page, though the document is UTF-8: characters beyond ASCII do
 /// not survive.
-bool readUnitDocument(Unit& unit, std::string& error);
+[[nodiscard]] bool readUnitDocument(Unit& unit, std::string& error);
 
 } // namespace solvane

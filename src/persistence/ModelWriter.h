@@ -10,6 +10,6 @@ class Unit;
 inline constexpr char modelDocument[] = "unit.xml";
 
 /// Writes the description to the working folder. Numbers keep six significant digits.
-bool writeUnitDocument(const Unit& unit, std::string& error);
+[[nodiscard]] bool writeUnitDocument(const Unit& unit, std::string& error);
 
 } // namespace solvane

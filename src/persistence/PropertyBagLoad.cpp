@@ -1,6 +1,6 @@
 #include "BagKeys.h"
+#include "BagPersistence.h"
 #include "ModelWords.h"
-#include "PropertyBag.h"
 #include "WorkingFileName.h"
 
 #include "com/Handle.h"
@@ -209,7 +209,7 @@ HRESULT restoreFile(Unit& unit, const std::string& name, std::span<const unsigne
     const std::string path = unit.workingFolder.pathOf(name);
     const FileHandle file(
         CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file)
+    if (!file) // prescribed text, though this is a load
         return unit.raise(L"save error", widen("Failed to create \"" + path + "\": unable to open file"),
                           L"Load", L"IPersistPropertyBag");
     DWORD written = 0;

@@ -1,6 +1,6 @@
 #include "BagKeys.h"
+#include "BagPersistence.h"
 #include "ModelWords.h"
-#include "PropertyBag.h"
 #include "WorkingFileName.h"
 
 #include "com/Handle.h"
