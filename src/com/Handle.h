@@ -71,4 +71,18 @@ private:
     CRITICAL_SECTION section_;
 };
 
+/// Waits for a mutex and holds it. Where the wait times out, the mutex stays with its owner.
+class MutexHold {
+public:
+    explicit MutexHold(HANDLE mutex, DWORD patience = INFINITE) : mutex_(mutex) {
+        WaitForSingleObject(mutex_, patience);
+    }
+    ~MutexHold() { ReleaseMutex(mutex_); }
+    MutexHold(const MutexHold&) = delete;
+    MutexHold& operator=(const MutexHold&) = delete;
+
+private:
+    HANDLE mutex_;
+};
+
 } // namespace solvane

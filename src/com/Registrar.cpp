@@ -1,5 +1,6 @@
 #include "Registrar.h"
 
+#include "Apartment.h"
 #include "ComRef.h"
 #include "Handle.h"
 
@@ -26,21 +27,6 @@ constexpr CLSID registrarClass{0x44EC053A, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0x
 constexpr IID registrarInterface{
     0x44EC053B, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0xA0, 0xC9, 0x03, 0x91, 0xD3}};
 
-/// A class object may be asked for before the caller has an apartment.
-class Apartment {
-public:
-    Apartment() : entered_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
-    ~Apartment() {
-        if (entered_)
-            CoUninitialize();
-    }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-
-private:
-    bool entered_;
-};
-
 /// In the script the variables stand between apostrophes.
 std::wstring withApostrophesDoubled(std::wstring_view text) {
     std::wstring doubled;
@@ -53,7 +39,7 @@ std::wstring withApostrophesDoubled(std::wstring_view text) {
 
 HRESULT runRegistryScript(const std::wstring& modulePath, UINT resourceId,
                           std::span<const RegistrarVariable> variables, Registration registration) {
-    const Apartment apartment;
+    const Apartment apartment; // the caller may have none yet
     ComRef<IRegistrar> registrar;
     HRESULT result = CoCreateInstance(registrarClass, nullptr, CLSCTX_INPROC_SERVER, registrarInterface,
                                       registrar.putVoid());

@@ -52,6 +52,11 @@ BSTR newBstr(std::wstring_view text) {
     return result;
 }
 
+void replaceBstr(BSTR& place, std::wstring_view text) {
+    Bstr replacement(text);
+    SysFreeString(std::exchange(place, replacement.release()));
+}
+
 bool readArgument(const VARIANT& given, Variant& value) {
     const VARIANT* source = &given;
     if (given.vt == (VT_VARIANT | VT_BYREF))

@@ -24,6 +24,9 @@ std::wstring_view callersText(BSTR text);
 /// A new BSTR for the caller to free. Throws std::bad_alloc.
 BSTR newBstr(std::wstring_view text);
 
+/// Frees the BSTR in `place`, which may be null, and puts a new one there. Throws std::bad_alloc.
+void replaceBstr(BSTR& place, std::wstring_view text);
+
 /// Owns a BSTR, which may be null.
 class Bstr {
 public:

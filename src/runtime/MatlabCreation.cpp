@@ -7,21 +7,9 @@ namespace solvane {
 
 namespace {
 
-/// A turn of this unit among all of the machine. One whose holder hangs is not waited for: COM itself gives a
-/// server up after half a minute.
-class Turn {
-public:
-    Turn() : mutex_(CreateMutexW(nullptr, FALSE, L"SolvaneUnitOperationStartMutex")) {
-        constexpr DWORD patience = 45'000; // milliseconds
-        WaitForSingleObject(mutex_.get(), patience);
-    }
-    ~Turn() { ReleaseMutex(mutex_.get()); }
-    Turn(const Turn&) = delete;
-    Turn& operator=(const Turn&) = delete;
-
-private:
-    Handle mutex_;
-};
+constexpr wchar_t mutexName[] = L"SolvaneUnitOperationStartMutex";
+// COM itself gives a server up after half a minute: a unit that holds the mutex longer hangs.
+constexpr DWORD patience = 45'000; // milliseconds
 
 HRESULT create(REFCLSID classId, ComRef<IDispatch>& application) {
     constexpr DWORD anywhere =
@@ -36,7 +24,8 @@ HRESULT createMatlabApplication(REFCLSID classId, ComRef<IDispatch>& application
         return create(classId, application);
     // Wine's COM gives a server that one process has started to whichever asks first, and leaves the other
     // without; and it gives away, once, a server that was killed before it could serve.
-    const Turn turn;
+    const Handle mutex(CreateMutexW(nullptr, FALSE, mutexName));
+    const MutexHold turn(mutex.get(), patience);
     const HRESULT created = create(classId, application);
     return created == REGDB_E_CLASSNOTREG ? create(classId, application) : created;
 }

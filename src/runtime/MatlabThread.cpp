@@ -4,6 +4,7 @@
 #include "MatlabCreation.h"
 #include "MatlabTurn.h"
 #include "MexPlacement.h"
+#include "com/Apartment.h"
 #include "com/Border.h"
 #include "com/CapeError.h"
 #include "com/ComRef.h"
@@ -13,34 +14,20 @@
 #include "unit/model/MatlabWorker.h"
 
 #include <algorithm>
-#include <utility>
+#include <optional>
+#include <tuple>
 
 namespace solvane {
 
 namespace {
 
+// Keeps units and processes from changing Matlab's path and working directory at the same moment.
 constexpr wchar_t mutexName[] = L"SolvaneUnitOperationCalculationMutex";
 constexpr wchar_t bell = 7;
-
-/// Holds the system-wide mutex that keeps units and processes from changing Matlab's path and working
-/// directory at the same moment.
-class MutexHold {
-public:
-    explicit MutexHold(HANDLE mutex) : mutex_(mutex) { WaitForSingleObject(mutex_, INFINITE); }
-    ~MutexHold() { ReleaseMutex(mutex_); }
-    MutexHold(const MutexHold&) = delete;
-    MutexHold& operator=(const MutexHold&) = delete;
-
-private:
-    HANDLE mutex_;
-};
 
 class MatlabSession {
 public:
     explicit MatlabSession(MatlabWorker& worker) : worker_(worker) {}
-    ~MatlabSession() { end(); }
-    MatlabSession(const MatlabSession&) = delete;
-    MatlabSession& operator=(const MatlabSession&) = delete;
 
     bool start(std::wstring& error);
     bool run(std::wstring& error);
@@ -60,11 +47,12 @@ private:
     bool executeSilent(const std::wstring& command, std::wstring& output);
 
     MatlabWorker& worker_;
-    Handle mutex_;
-    bool hasApartment_ = false;
     std::wstring startError_;
     bool isMatlabShared_ = false; ///< other clients may use it too
     bool isMatlabLost_ = false;   ///< its process ended under a run: the next run starts another
+    // In this order: Matlab is released before the apartment is left.
+    Handle mutex_;
+    std::optional<Apartment> apartment_;
     ComRef<IDispatch> matlabApplication_;
 };
 
@@ -81,14 +69,14 @@ bool MatlabSession::connect(std::wstring& error) {
     mutex_.reset(CreateMutexW(nullptr, FALSE, mutexName)); // opens it where it exists
     if (!mutex_)
         return fail(error, L"Failed to create mutex for Matlab calculations");
-    hasApartment_ = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+    apartment_.emplace();
     return create(error) && preparePath(error);
 }
 
 bool MatlabSession::create(std::wstring& error) {
     CLSID classId;
     if (FAILED(CLSIDFromProgID(L"Matlab.Application", &classId)))
-        // The prescribed text, with its misspelling.
+        // Prescribed text, misspelling included.
         return fail(error, L"Failed to get CLSDID for Matlab.Application; Matlab not installed?");
     const HRESULT created = createMatlabApplication(classId, matlabApplication_);
     if (FAILED(created))
@@ -111,7 +99,7 @@ bool MatlabSession::preparePath(std::wstring& error) {
     for (const std::wstring& folder : {workingFolder, gatewayFolder})
         if (!executeSilent(L"addpath '" + folder + L"'", output))
             return fail(error, L"Failed to add to MATLAB path: " + folder);
-    putProperty(output, matlabApplication_.get(), L"Visible", Variant(LONG{0}).get());
+    std::ignore = putProperty(output, matlabApplication_.get(), L"Visible", Variant(LONG{0}).get());
     return true;
 }
 
@@ -181,8 +169,7 @@ bool MatlabSession::leaveFolder() {
 
 void MatlabSession::end() {
     matlabApplication_.reset();
-    if (std::exchange(hasApartment_, false))
-        CoUninitialize();
+    apartment_.reset();
     mutex_.reset();
 }
 

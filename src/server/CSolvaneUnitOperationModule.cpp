@@ -1,6 +1,7 @@
 #include "CSolvaneUnitOperationModule.h"
 
 #include "Registration.h"
+#include "com/ComRef.h"
 #include "unit/CSolvaneUnitOp.h"
 #include "unit/ClassIds.h"
 
@@ -38,7 +39,7 @@ void CSolvaneUnitOperationModule::attach(HINSTANCE moduleInstance) {
 CSolvaneUnitOperationModule::~CSolvaneUnitOperationModule() {
     for (ObjectMapEntry& entry : entries)
         if (void* factory = std::exchange(entry.cachedFactory, nullptr))
-            static_cast<IUnknown*>(DecodePointer(factory))->Release();
+            ComRef<IUnknown>::adopt(static_cast<IUnknown*>(DecodePointer(factory))).reset();
 }
 
 std::span<ObjectMapEntry> CSolvaneUnitOperationModule::objectMap() {
@@ -57,11 +58,11 @@ HRESULT CSolvaneUnitOperationModule::getClassObject(REFCLSID classId, REFIID iid
         {
             const std::lock_guard guard(factoryLock());
             if (!entry.cachedFactory) {
-                void* factory = nullptr;
-                const HRESULT created = createClassFactory(entry.createInstance, &factory);
+                ComRef<IUnknown> factory;
+                const HRESULT created = createClassFactory(entry.createInstance, factory.putVoid());
                 if (FAILED(created))
                     return created;
-                entry.cachedFactory = EncodePointer(factory);
+                entry.cachedFactory = EncodePointer(factory.release());
             }
         }
         return static_cast<IUnknown*>(DecodePointer(entry.cachedFactory))->QueryInterface(iid, result);

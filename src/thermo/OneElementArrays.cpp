@@ -14,9 +14,7 @@ const VARIANT& OneReal::of(double value) {
 OneText::OneText() : array_(VariantArray::ofTexts({nullptr})) {}
 
 const VARIANT& OneText::of(const Bstr& text) {
-    BSTR& element = *static_cast<BSTR*>(array_.get().parray->pvData);
-    const BSTR former = std::exchange(element, newBstr(text.view()));
-    SysFreeString(former);
+    replaceBstr(*static_cast<BSTR*>(array_.get().parray->pvData), text.view());
     return array_.get();
 }
 

@@ -52,16 +52,14 @@ bool mayBegin(const Unit& unit, UnitActivity activity, std::wstring& refusal) {
     return true;
 }
 
-ActivityScope::ActivityScope(Unit& unit, UnitActivity activity) : unit_(unit), former_(unit.activities) {
-    unit_.AddRef();
-    unit_.activities |= bits(activity);
+ActivityScope::ActivityScope(Unit& unit, UnitActivity activity) : unit_(&unit), former_(unit.activities) {
+    unit_->activities |= bits(activity);
 }
 
 ActivityScope::~ActivityScope() {
-    unit_.activities = former_;
-    if (former_ == 0 && unit_.terminationAsked)
-        unit_.stop();
-    unit_.Release();
+    unit_->activities = former_;
+    if (former_ == 0 && unit_->terminationAsked)
+        unit_->stop();
 }
 
 } // namespace solvane

@@ -2,6 +2,8 @@
 /// host may call the unit again before it has ended: from a material, a property bag, a paint handler.
 #pragma once
 
+#include "com/ComRef.h"
+
 #include <string>
 
 namespace solvane {
@@ -31,7 +33,7 @@ public:
     ActivityScope& operator=(const ActivityScope&) = delete;
 
 private:
-    Unit& unit_;
+    ComRef<Unit> unit_;
     unsigned former_;
 };
 
