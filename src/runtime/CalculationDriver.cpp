@@ -8,7 +8,7 @@
 #include "thermo/CalculationMaterial.h"
 #include "thermo/CalculationRun.h"
 #include "thermo/HostTexts.h"
-#include "thermo/ProductFlash.h"
+#include "thermo/MaterialFlash.h"
 #include "unit/model/Unit.h"
 #include "unit/model/UnitActivity.h"
 

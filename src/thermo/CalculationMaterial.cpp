@@ -123,7 +123,8 @@ bool readCompoundsAndPhases(CalculationRun& run, std::wstring& error) {
         return fail(error, invalidStates + widen(reason));
     if (lists.aggregationStates.count() != lists.phases.count())
         return fail(error, std::wstring(invalidStates) + L"size does not match number of phases");
-    for (const std::wstring& label : lists.phases.texts()) {
+    run.phaseLabels = lists.phases.texts();
+    for (const std::wstring& label : run.phaseLabels) {
         run.phaseNames.push_back(scriptText(label));
         run.aggregationCodes.push_back(aggregationCode(label));
     }

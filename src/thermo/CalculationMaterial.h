@@ -13,14 +13,14 @@ class CPort;
 
 /// Makes the run's calculation material from the first connected port, feeds before products. Without a
 /// connected port there is none, and the run goes on.
-bool createCalculationMaterial(CalculationRun& run, std::wstring& error);
+[[nodiscard]] bool createCalculationMaterial(CalculationRun& run, std::wstring& error);
 
 /// Reads the run's compounds and phases from the calculation material. Without one both are empty, and a 1.0
 /// material has no phase list.
-bool readCompoundsAndPhases(CalculationRun& run, std::wstring& error);
+[[nodiscard]] bool readCompoundsAndPhases(CalculationRun& run, std::wstring& error);
 
 /// The compound identifiers of the material that is connected to a port.
-bool readCompoundList(CPort& port, std::vector<std::wstring>& compounds, std::wstring& error);
+[[nodiscard]] bool readCompoundList(CPort& port, std::vector<std::wstring>& compounds, std::wstring& error);
 
 /// A routine of the 1.1 calculation material, asked for on first need and then kept for the run. Null where
 /// the material has none.

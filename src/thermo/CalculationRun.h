@@ -41,6 +41,7 @@ struct CalculationRun {
     VariantArray compoundIds; ///< strings, VT_EMPTY where there are none
     std::size_t nComp = 0;
     std::vector<std::string> phaseNames;        ///< ANSI, in the material's order; none for a 1.0 material
+    std::vector<std::wstring> phaseLabels;      ///< the same phases, as the host knows them
     std::vector<std::int32_t> aggregationCodes; ///< one a phase: 0 unknown, 1 vapor, 2 liquid, 3 solid
 
     // For calls with a single value or a single name: made once, filled anew for each call.

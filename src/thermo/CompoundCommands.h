@@ -15,14 +15,15 @@ class ReplyWriter;
 /// and nComp texts, empty where it has none.
 /// Where a 1.0 material fails to give the constant it returns true with no reply written, so that the
 /// request's code stays in place of the status.
-bool getCompoundConstant(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+[[nodiscard]] bool getCompoundConstant(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                       std::string& error);
 
 /// A property of every pure compound at a temperature, K, or a pressure, Pa.
 /// Request: double temperature or pressure; text property, which may end with ".Dtemperature" or
 /// ".Dpressure". Reply: nComp doubles. A 1.0 material calculates, so that its state changes.
-bool getTDependentProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
-                           std::string& error);
-bool getPDependentProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
-                           std::string& error);
+[[nodiscard]] bool getTDependentProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                         std::string& error);
+[[nodiscard]] bool getPDependentProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                         std::string& error);
 
 } // namespace solvane

@@ -1,7 +1,7 @@
 #include "CalculationMaterial.h"
 #include "CompoundCommands.h"
 #include "HostTexts.h"
-#include "HostValues.h"
+#include "PropertyCalls.h"
 #include "PropertyTables.h"
 #include "channel/ChannelFrame.h"
 #include "com/Text.h"
@@ -58,8 +58,8 @@ bool get10(CalculationRun& run, const Question& question, VariantArray& values, 
     ICapeThermoMaterialObject& material = *run.material10;
     const Bstr name = hostText(question.name);
     const BSTR overall = hostTexts.overall.get();
-    HRESULT hr = material.SetProp((hostTexts.*question.condition.hostName).get(), overall, allCompounds,
-                                  notGiven, notGiven, run.oneReal.of(question.value));
+    HRESULT hr = setProperty10(material, (hostTexts.*question.condition.hostName).get(), overall, notGiven,
+                               run.oneReal.of(question.value));
     if (FAILED(hr))
         return fail(error, std::string("Failed to set ") + question.condition.name +
                                " on material object: " + describeFailure(material, hr));
@@ -69,8 +69,8 @@ bool get10(CalculationRun& run, const Question& question, VariantArray& values, 
         return question.failed("calculate", describeFailure(material, hr), error);
     // Hosts have their own basis for all other names.
     const bool isMolar = question.name.find("mol") != std::string::npos;
-    hr = material.GetProp(name.get(), overall, allCompounds, hostTexts.pure.get(),
-                          isMolar ? hostTexts.mole.get() : notGiven, values.put());
+    hr = getProperty10(material, name.get(), overall, isMolar ? hostTexts.mole.get() : notGiven, values.put(),
+                       hostTexts.pure.get());
     return SUCCEEDED(hr) || question.failed("get", describeFailure(material, hr), error);
 }
 

@@ -2,6 +2,7 @@
 
 #include "HostTexts.h"
 #include "HostValues.h"
+#include "PropertyCalls.h"
 #include "channel/ChannelFrame.h"
 
 #include <algorithm>
@@ -29,33 +30,31 @@ bool readValues(IUnknown& material, HRESULT hr, VariantArray& values, const std:
     return true;
 }
 
-/// Both generations: getPhaseValues(property, phase, values) and getOverallValues(property, values) are the
-/// calls.
-template <class GetPhaseValues, class GetOverallValues>
-bool readEquilibrium(IUnknown& material, const std::vector<PhaseLabel>& phases, std::size_t nComp,
-                     GetPhaseValues getPhaseValues, GetOverallValues getOverallValues, Equilibrium& state,
-                     std::string& error) {
+/// Both generations.
+template <class Material>
+bool readEquilibrium(Material& material, const std::vector<PhaseLabel>& phases, std::size_t nComp,
+                     Equilibrium& state, std::string& error) {
     constexpr char scalarExpected[] = "scalar expected";
     VariantArray values;
     std::vector<double> scalar;
     for (const PhaseLabel& phase : phases) {
-        HRESULT hr = getPhaseValues(hostTexts.phaseFraction.get(), phase.host.get(), values.put());
+        HRESULT hr = getOfPhase(material, hostTexts.phaseFraction.get(), phase.host.get(), values.put());
         if (!readValues(material, hr, values, "phase fraction for phase " + phase.script, 1, scalarExpected,
                         scalar, error))
             return false;
         state.fractions.push_back(scalar.front());
 
-        hr = getPhaseValues(hostTexts.fraction.get(), phase.host.get(), values.put());
+        hr = getOfPhase(material, hostTexts.fraction.get(), phase.host.get(), values.put());
         if (!readValues(material, hr, values, "composition for phase " + phase.script, nComp,
                         "unexpected number of values", state.compositions.emplace_back(), error))
             return false;
     }
-    HRESULT hr = getOverallValues(hostTexts.pressure.get(), values.put());
+    HRESULT hr = getOverall(material, hostTexts.pressure.get(), notGiven, values.put());
     if (!readValues(material, hr, values, "pressure", 1, scalarExpected, scalar, error))
         return false;
     state.pressure = scalar.front();
 
-    hr = getOverallValues(hostTexts.temperature.get(), values.put());
+    hr = getOverall(material, hostTexts.temperature.get(), notGiven, values.put());
     if (!readValues(material, hr, values, "temperature", 1, scalarExpected, scalar, error))
         return false;
     state.temperature = scalar.front();
@@ -85,17 +84,7 @@ bool writeEquilibrium10(const CalculationRun& run, ICapeThermoMaterialObject& ma
     std::erase_if(phases, isOverallLabel);
 
     Equilibrium state;
-    if (!readEquilibrium(
-            material, phases, run.nComp,
-            [&](BSTR property, BSTR phase, VARIANT* values) {
-                return material.GetProp(property, phase, allCompounds, notGiven, hostTexts.mole.get(),
-                                        values);
-            },
-            [&](BSTR property, VARIANT* values) {
-                return material.GetProp(property, hostTexts.overall.get(), allCompounds, notGiven, notGiven,
-                                        values);
-            },
-            state, error))
+    if (!readEquilibrium(material, phases, run.nComp, state, error))
         return false;
 
     reply.success();
@@ -125,15 +114,7 @@ bool writeEquilibrium11(const CalculationRun& run, ICapeThermoMaterial& material
     }
 
     Equilibrium state;
-    if (!readEquilibrium(
-            material, phases, run.nComp,
-            [&](BSTR property, BSTR phase, VARIANT* values) {
-                return material.GetSinglePhaseProp(property, phase, hostTexts.mole.get(), values);
-            },
-            [&](BSTR property, VARIANT* values) {
-                return material.GetOverallProp(property, notGiven, values);
-            },
-            state, error))
+    if (!readEquilibrium(material, phases, run.nComp, state, error))
         return false;
 
     reply.success();

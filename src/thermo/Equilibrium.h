@@ -15,11 +15,11 @@ namespace solvane {
 class ReplyWriter;
 
 /// A 1.0 material's phases are told by name: -p, and p texts.
-bool writeEquilibrium10(const CalculationRun& run, ICapeThermoMaterialObject& material, ReplyWriter& reply,
-                        std::string& error);
+[[nodiscard]] bool writeEquilibrium10(const CalculationRun& run, ICapeThermoMaterialObject& material,
+                                      ReplyWriter& reply, std::string& error);
 
 /// A 1.1 material's phases are told by their place in the run's phase names: p, and p int32 from 1.
-bool writeEquilibrium11(const CalculationRun& run, ICapeThermoMaterial& material, ReplyWriter& reply,
-                        std::string& error);
+[[nodiscard]] bool writeEquilibrium11(const CalculationRun& run, ICapeThermoMaterial& material,
+                                      ReplyWriter& reply, std::string& error);
 
 } // namespace solvane

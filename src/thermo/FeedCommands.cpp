@@ -7,6 +7,7 @@
 #include "HostValues.h"
 #include "OverallProperty.h"
 #include "PortNumber.h"
+#include "PropertyCalls.h"
 #include "channel/ChannelFrame.h"
 #include "channel/ValueTags.h"
 #include "unit/model/Unit.h"
@@ -39,14 +40,6 @@ constexpr std::array<DirectProperty, 5> directProperties{{
     {FlashProperty::fraction, &HostTexts::fraction, true},
 }};
 
-HRESULT getOverall(ICapeThermoMaterialObject& material, BSTR property, BSTR basis, VariantArray& values) {
-    return material.GetProp(property, hostTexts.overall.get(), allCompounds, notGiven, basis, values.put());
-}
-
-HRESULT getOverall(ICapeThermoMaterial& material, BSTR property, BSTR basis, VariantArray& values) {
-    return material.GetOverallProp(property, basis, values.put());
-}
-
 /// Both generations.
 template <class Material>
 bool getDirectProperty(const CalculationRun& run, Material& material, const FeedRequest& feed,
@@ -55,7 +48,7 @@ bool getDirectProperty(const CalculationRun& run, Material& material, const Feed
     const BSTR basis = isMolar(property.code) ? hostTexts.mole.get() : notGiven;
     const std::string ofFeed = feed.property + " from feed " + feed.number + ": ";
     VariantArray values;
-    const HRESULT hr = getOverall(material, name, basis, values);
+    const HRESULT hr = getOverall(material, name, basis, values.put());
     if (FAILED(hr))
         return fail(error, "Failed to get " + ofFeed + describeFailure(material, hr));
     const bool isRead = property.isVector

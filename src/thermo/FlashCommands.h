@@ -14,9 +14,11 @@ class RequestReader;
 class ReplyWriter;
 
 /// Reply: see Equilibrium.h.
-bool flashEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+[[nodiscard]] bool flashEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                    std::string& error);
 
 /// The request has the text of the property to return behind the names. Reply: double.
-bool flashProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+[[nodiscard]] bool flashProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                 std::string& error);
 
 } // namespace solvane

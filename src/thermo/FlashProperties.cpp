@@ -39,7 +39,7 @@ struct FlashType {
     const wchar_t* name;
 };
 
-/// The lower-case f in "HFVf" is what 1.0 hosts know.
+/// Prescribed text: 1.0 hosts know "HFVf" with a lower-case f.
 constexpr std::array<FlashType, 27> flashTypes{{
     {temperature, pressure, L"TP"},
     {temperature, vaporFraction, L"TVF"},

@@ -11,11 +11,12 @@ namespace solvane {
 
 /// Takes just `count` reals. Otherwise false, with the array reader's text or, for another number of values,
 /// `wrongCount`.
-bool readReals(VariantArray& values, std::size_t count, const char* wrongCount, std::vector<double>& reals,
-               std::string& error);
+[[nodiscard]] bool readReals(VariantArray& values, std::size_t count, const char* wrongCount,
+                             std::vector<double>& reals, std::string& error);
 
 /// The same for a single value.
-bool readScalar(VariantArray& values, const char* wrongCount, double& scalar, std::string& error);
+[[nodiscard]] bool readScalar(VariantArray& values, const char* wrongCount, double& scalar,
+                              std::string& error);
 
 /// A phase of a material by its label, in the form for the host and in that for the script.
 struct PhaseLabel {
@@ -26,8 +27,8 @@ struct PhaseLabel {
 
 /// Takes the list of phases that are present on a material, where `hr` is the result of the call that gave
 /// it.
-bool readPresentPhases(IUnknown& material, HRESULT hr, VariantArray& labels, std::vector<PhaseLabel>& phases,
-                       std::string& error);
+[[nodiscard]] bool readPresentPhases(IUnknown& material, HRESULT hr, VariantArray& labels,
+                                     std::vector<PhaseLabel>& phases, std::string& error);
 
 /// Some 1.0 materials list the whole stream among the phases.
 bool isOverallLabel(const PhaseLabel& phase);

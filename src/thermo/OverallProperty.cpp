@@ -2,24 +2,25 @@
 
 #include "HostTexts.h"
 #include "HostValues.h"
+#include "PropertyCalls.h"
 
 namespace solvane {
 
 namespace {
 
 /// Both generations: the calls differ, the sum and its failures don't.
-///  - getFraction(phase, values), calculate(phase), getProperty(phase, values) are the calls,
+///  - calculate(phase) and getProperty(phase, values) are the calls,
 ///  - `material` gives the values, `calculator` calculates; each describes its own failures.
-template <class GetFraction, class Calculate, class GetProperty>
-bool sumOverPhases(const std::vector<PhaseLabel>& phases, const std::string& name, IUnknown& material,
-                   IUnknown& calculator, GetFraction getFraction, Calculate calculate,
-                   GetProperty getProperty, double& result, std::string& error) {
+template <class Material, class Calculate, class GetProperty>
+bool sumOverPhases(const std::vector<PhaseLabel>& phases, const std::string& name, Material& material,
+                   IUnknown& calculator, Calculate calculate, GetProperty getProperty, double& result,
+                   std::string& error) {
     constexpr char wrongCount[] = "Scalar expected";
     double sum = 0;
     for (const PhaseLabel& phase : phases) {
         const std::string& label = phase.script;
         VariantArray values;
-        HRESULT hr = getFraction(phase.host.get(), values.put());
+        HRESULT hr = getOfPhase(material, hostTexts.phaseFraction.get(), phase.host.get(), values.put());
         if (FAILED(hr))
             return fail(error, "Failed to get phase fraction for phase " + label +
                                    " from material: " + describeFailure(material, hr));
@@ -60,16 +61,12 @@ bool overallFromPhases10(CalculationRun& run, ICapeThermoMaterialObject& materia
     OneText phaseArray;
     return sumOverPhases(
         phases, name, material, material,
-        [&](BSTR phase, VARIANT* values) {
-            return material.GetProp(hostTexts.phaseFraction.get(), phase, allCompounds, notGiven,
-                                    hostTexts.mole.get(), values);
-        },
         [&](const Bstr& phase) {
             return material.CalcProp(run.oneText.of(property), phaseArray.of(phase), hostTexts.mixture.get());
         },
         [&](BSTR phase, VARIANT* values) {
-            return material.GetProp(property.get(), phase, allCompounds, hostTexts.mixture.get(),
-                                    hostTexts.mole.get(), values);
+            return getProperty10(material, property.get(), phase, hostTexts.mole.get(), values,
+                                 hostTexts.mixture.get());
         },
         result, error);
 }
@@ -87,14 +84,8 @@ bool overallFromPhases11(CalculationRun& run, ICapeThermoMaterial& material,
     const Bstr property = hostText(name);
     return sumOverPhases(
         phases, name, material, routine,
-        [&](BSTR phase, VARIANT* values) {
-            return material.GetSinglePhaseProp(hostTexts.phaseFraction.get(), phase, hostTexts.mole.get(),
-                                               values);
-        },
         [&](const Bstr& phase) { return routine.CalcSinglePhaseProp(run.oneText.of(property), phase.get()); },
-        [&](BSTR phase, VARIANT* values) {
-            return material.GetSinglePhaseProp(property.get(), phase, hostTexts.mole.get(), values);
-        },
+        [&](BSTR phase, VARIANT* values) { return getOfPhase(material, property.get(), phase, values); },
         result, error);
 }
 

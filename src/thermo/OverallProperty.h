@@ -10,10 +10,10 @@ namespace solvane {
 
 /// The property `name` on a mole basis. A phase whose fraction is 0 is neither calculated nor read; with no
 /// present phase the property is 0. Only the run's one-element arrays are used.
-bool overallFromPhases10(CalculationRun& run, ICapeThermoMaterialObject& material, const std::string& name,
-                         double& result, std::string& error);
-bool overallFromPhases11(CalculationRun& run, ICapeThermoMaterial& material,
-                         ICapeThermoPropertyRoutine& routine, const std::string& name, double& result,
-                         std::string& error);
+[[nodiscard]] bool overallFromPhases10(CalculationRun& run, ICapeThermoMaterialObject& material,
+                                       const std::string& name, double& result, std::string& error);
+[[nodiscard]] bool overallFromPhases11(CalculationRun& run, ICapeThermoMaterial& material,
+                                       ICapeThermoPropertyRoutine& routine, const std::string& name,
+                                       double& result, std::string& error);
 
 } // namespace solvane

@@ -1,7 +1,7 @@
 #include "PhasePropertyCommands.h"
 
 #include "CalculationMaterial.h"
-#include "HostTexts.h"
+#include "PropertyCalls.h"
 #include "PropertyTables.h"
 #include "channel/ChannelFrame.h"
 #include "channel/ValueTags.h"
@@ -60,8 +60,7 @@ bool setConditions10(CalculationRun& run, const Question& question, std::string&
     ICapeThermoMaterialObject& material = *run.material10;
     const auto set = [&](const Bstr& property, const Bstr& phase, BSTR basis, const VARIANT& value,
                          const char* failure) {
-        const HRESULT hr =
-            material.SetProp(property.get(), phase.get(), allCompounds, notGiven, basis, value);
+        const HRESULT hr = setProperty10(material, property.get(), phase.get(), basis, value);
         return SUCCEEDED(hr) || fail(error, failure + describeFailure(material, hr));
     };
     return set(hostTexts.temperature, hostTexts.overall, notGiven, run.oneReal.of(question.temperature),
@@ -113,8 +112,8 @@ bool calculate10(CalculationRun& run, const Question& question, VariantArray& va
         material.CalcProp(run.oneText.of(question.hostName), phaseArray.of(phase), hostTexts.mixture.get());
     if (FAILED(hr))
         return fail(error, calculationFailed(question) + describeFailure(material, hr));
-    hr = material.GetProp(question.hostName.get(), phase.get(), allCompounds, hostTexts.mixture.get(),
-                          question.basis, values.put());
+    hr = getProperty10(material, question.hostName.get(), phase.get(), question.basis, values.put(),
+                       hostTexts.mixture.get());
     return SUCCEEDED(hr) || fail(error, resultFailed(question) + describeFailure(material, hr));
 }
 

@@ -16,11 +16,12 @@ class RequestReader;
 class ReplyWriter;
 
 /// Shapes: 0 one value, 1 nComp values, 2 nComp * nComp values.
-bool getSinglePhaseProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
-                            std::string& error);
+[[nodiscard]] bool getSinglePhaseProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                          std::string& error);
 
 /// Shapes of a surface tension: 0 one value, 3 2 * nComp values; of a K-value: 1 nComp values,
 /// 4 2 * nComp * nComp values.
-bool getTwoPhaseProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+[[nodiscard]] bool getTwoPhaseProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                       std::string& error);
 
 } // namespace solvane

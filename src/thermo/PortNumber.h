@@ -9,8 +9,8 @@
 namespace solvane {
 
 /// The port of the script's `number`, from 1. Null with a text that names the command.
-inline CPort* findPort(const std::vector<ComRef<CPort>>& ports, std::int32_t number, const char* command,
-                       std::string& error) {
+[[nodiscard]] inline CPort* findPort(const std::vector<ComRef<CPort>>& ports, std::int32_t number,
+                                     const char* command, std::string& error) {
     if (number >= 1 && static_cast<std::size_t>(number) <= ports.size())
         return ports[static_cast<std::size_t>(number) - 1].get();
     error = std::string("port number out of range for ") + command;

@@ -13,6 +13,7 @@ class ReplyWriter;
 /// Request: int32 product, from 1; double total flow, mol/s; nComp doubles, mole fractions; double and
 /// double, the flash constraints' values; text and text, their names. No reply fields. A failure leaves what
 /// was stated before.
-bool setProduct(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+[[nodiscard]] bool setProduct(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                              std::string& error);
 
 } // namespace solvane

@@ -9,14 +9,14 @@ namespace solvane {
 
 /// A property of one phase. The flags are 0 or 1.
 struct SinglePhaseProperty {
-    const wchar_t* unit;
+    const char* unit;
     std::int32_t molar;           ///< read on a mole basis rather than without one
     std::int32_t overall;         ///< may be stated of a whole stream; no command asks
     std::int32_t molarDerivative; ///< a derivative to moles has the property's own unit
 };
 
 /// Property name to unit; "" for a dimensionless property.
-using UnitMap = StringMap<const wchar_t*>;
+using UnitMap = StringMap<const char*>;
 
 const StringMap<SinglePhaseProperty>& singlePhaseProperties();
 const UnitMap& twoPhaseUnits();

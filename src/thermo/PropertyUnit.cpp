@@ -1,7 +1,7 @@
 #include "FeedCommands.h"
-#include "HostTexts.h"
 #include "PropertyTables.h"
 #include "channel/ChannelFrame.h"
+#include "com/Failure.h"
 #include "com/Text.h"
 
 #include <array>
@@ -13,28 +13,28 @@ namespace {
 /// Feed properties, whose case counts here.
 struct StreamUnit {
     std::string_view name;
-    const wchar_t* unit;
+    const char* unit;
 };
 
 constexpr std::array<StreamUnit, 5> streamUnits{{
-    {"temperature", L"K"},
-    {"pressure", L"Pa"},
-    {"fraction", L""},
-    {"flow", L"mol / s"},
-    {"totalFlow", L"mol / s"},
+    {"temperature", "K"},
+    {"pressure", "Pa"},
+    {"fraction", ""},
+    {"flow", "mol / s"},
+    {"totalFlow", "mol / s"},
 }};
 
 struct DerivativeSuffix {
     const wchar_t* name;
-    const wchar_t* unit; ///< what it adds to the property's unit
+    const char* unit; ///< what it adds to the property's unit
     bool byMoles;
 };
 
 constexpr std::array<DerivativeSuffix, 4> derivativeSuffixes{{
-    {L"Dtemperature", L" / K", false},
-    {L"Dpressure", L" / Pa", false},
-    {L"Dmoles", L" / mol", true},
-    {L"DmolFraction", L"", false},
+    {L"Dtemperature", " / K", false},
+    {L"Dpressure", " / Pa", false},
+    {L"Dmoles", " / mol", true},
+    {L"DmolFraction", "", false},
 }};
 
 /// Null for an unknown suffix.
@@ -45,7 +45,7 @@ const DerivativeSuffix* findSuffix(std::wstring_view name) {
     return nullptr;
 }
 
-const wchar_t* findBaseUnit(std::wstring_view name) {
+const char* findBaseUnit(std::wstring_view name) {
     if (const auto* unit = temperatureDependentUnits().find(name))
         return *unit;
     if (const auto* unit = pressureDependentUnits().find(name))
@@ -57,39 +57,44 @@ const wchar_t* findBaseUnit(std::wstring_view name) {
 }
 
 /// What the derivative adds to the unit of `name`.
-std::wstring addedUnit(const DerivativeSuffix& suffix, std::wstring_view name) {
+const char* addedUnit(const DerivativeSuffix& suffix, std::wstring_view name) {
     const auto* property = singlePhaseProperties().find(name);
-    return suffix.byMoles && property && property->molarDerivative ? L"" : suffix.unit;
+    return suffix.byMoles && property && property->molarDerivative ? "" : suffix.unit;
 }
 
-bool findUnit(const std::string& name, std::wstring& unit, std::string& error) {
+/// The tables know names in wide form.
+std::wstring tableName(std::string_view name) {
+    return widen(name, CP_THREAD_ACP);
+}
+
+bool findUnit(std::string_view name, std::string& unit, std::string& error) {
     for (const StreamUnit& property : streamUnits)
         if (name == property.name) {
             unit = property.unit;
             return true;
         }
-    const std::wstring wideName = widen(name, CP_THREAD_ACP);
-    if (const auto* constant = compoundConstantUnits().find(wideName)) {
+    if (const auto* constant = compoundConstantUnits().find(tableName(name))) {
         unit = *constant;
         return true;
     }
 
-    const std::size_t dot = wideName.find(L'.');
-    const std::wstring baseName = wideName.substr(0, dot);
+    const std::size_t dot = name.find('.');
+    const std::string baseName(name.substr(0, dot));
     const DerivativeSuffix* suffix = nullptr;
-    if (dot != std::wstring::npos) {
-        const std::wstring suffixName = wideName.substr(dot + 1);
-        suffix = findSuffix(suffixName);
+    if (dot != std::string_view::npos) {
+        const std::string suffixName(name.substr(dot + 1));
+        suffix = findSuffix(tableName(suffixName));
         if (!suffix)
-            return fail(error, "Unknown property derivative: " + scriptText(suffixName));
+            return fail(error, "Unknown property derivative: " + suffixName);
     }
-    const wchar_t* baseUnit = findBaseUnit(baseName);
+    const std::wstring wideBaseName = tableName(baseName);
+    const char* baseUnit = findBaseUnit(wideBaseName);
     if (!baseUnit)
-        return fail(error, "Unknown property: " + scriptText(baseName));
+        return fail(error, "Unknown property: " + baseName);
     unit = baseUnit;
-    const std::wstring added = suffix ? addedUnit(*suffix, baseName) : std::wstring();
+    const std::string added = suffix ? addedUnit(*suffix, wideBaseName) : "";
     if (!added.empty() && unit.empty())
-        unit = L"1";
+        unit = "1";
     unit += added;
     return true;
 }
@@ -97,11 +102,11 @@ bool findUnit(const std::string& name, std::wstring& unit, std::string& error) {
 } // namespace
 
 bool getPropertyUnit(CalculationRun&, RequestReader& request, ReplyWriter& reply, std::string& error) {
-    std::wstring unit;
+    std::string unit;
     if (!findUnit(request.text(), unit, error))
         return false;
     reply.success();
-    reply.text(scriptText(unit));
+    reply.text(unit);
     return true;
 }
 

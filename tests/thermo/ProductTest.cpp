@@ -1,6 +1,6 @@
 #include "OddVariants.h"
 #include "Rig.h"
-#include "thermo/ProductFlash.h"
+#include "thermo/MaterialFlash.h"
 
 #include <gmock/gmock.h>
 
@@ -24,7 +24,7 @@ Scenario flashing(Generation generation, const Wire& request, FakeStream stream 
         std::string error = rig.failureOf(request);
         sabotage(*material.record);
         if (error.empty())
-            flashProductPort(*rig.unit->productPorts.front().get(), error);
+            std::ignore = flashProductPort(*rig.unit->productPorts.front().get(), error);
         return Outcome{error, material.record->calls};
     };
 }
