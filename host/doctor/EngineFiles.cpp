@@ -5,6 +5,7 @@
 
 #include <array>
 #include <sstream>
+#include <tuple>
 
 namespace solvane::host {
 
@@ -23,7 +24,7 @@ constexpr std::array matlabBuilds{
 
 std::wstring answerOf(const Machine& machine, const wchar_t* command) {
     std::wstring output;
-    executeCommand(machine.engine.get(), command, output);
+    std::ignore = executeCommand(machine.engine.get(), command, output);
     return output.substr(0, output.find_last_not_of(L"\r\n") + 1);
 }
 

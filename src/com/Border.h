@@ -52,7 +52,7 @@ HRESULT border(Body&& body) noexcept {
 
 /// Empties what an out-pointer points to. False for a null pointer, which the method answers with E_POINTER.
 template <class T>
-bool prepareResult(T* result) {
+[[nodiscard]] bool prepareResult(T* result) {
     if (!result)
         return false;
     *result = T{};

@@ -16,7 +16,7 @@ inline StdioFile openFile(const std::string& path, const char* mode) {
 
 /// Whether all that was written has reached the file, with the reason in errno; it is closed either way. Not
 /// every C library tells of a full disk when it closes a file.
-inline bool closeWritten(StdioFile file) {
+[[nodiscard]] inline bool closeWritten(StdioFile file) {
     return std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0 && std::fclose(file.release()) == 0;
 }
 

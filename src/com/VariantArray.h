@@ -50,6 +50,6 @@ private:
 
 /// Checks that the variant holds a one-dimensional array of `elementType`, and notes its bounds. VT_EMPTY
 /// counts as an array of no elements. False with a text that says what was expected.
-bool readVariantArray(VariantArray& array, VARTYPE elementType, std::string& error);
+[[nodiscard]] bool readVariantArray(VariantArray& array, VARTYPE elementType, std::string& error);
 
 } // namespace solvane

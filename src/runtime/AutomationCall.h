@@ -12,14 +12,15 @@
 namespace solvane {
 
 /// Calls a method. `arguments` stand last first, as IDispatch wants them; `result` may be null.
-bool invokeMethod(std::wstring& output, VARIANT* result, IDispatch* object, const wchar_t* name,
-                  std::span<VARIANT> arguments);
+[[nodiscard]] bool invokeMethod(std::wstring& output, VARIANT* result, IDispatch* object, const wchar_t* name,
+                                std::span<VARIANT> arguments);
 
-bool putProperty(std::wstring& output, IDispatch* object, const wchar_t* name, const VARIANT& value);
+[[nodiscard]] bool putProperty(std::wstring& output, IDispatch* object, const wchar_t* name,
+                               const VARIANT& value);
 
 /// Has Matlab execute a command and takes what it printed into `output`, which stays as it is where Matlab
 /// returns nothing. True if the call was made; an error in the command itself stands in the output.
-bool executeCommand(IDispatch* application, const std::wstring& command, std::wstring& output);
+[[nodiscard]] bool executeCommand(IDispatch* application, const std::wstring& command, std::wstring& output);
 
 /// Whether the server says that it serves this client alone.
 bool isServerDedicated(IDispatch* application);

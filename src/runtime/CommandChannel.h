@@ -19,7 +19,7 @@ std::uint32_t blockSize(const CalculationRun& run);
 class CommandChannel {
 public:
     /// Creates the block, named after the unit's id, and maps it.
-    bool open(const CalculationRun& run, std::wstring& error);
+    [[nodiscard]] bool open(const CalculationRun& run, std::wstring& error);
 
     /// Serves the gateway's commands, on the host's thread, until the worker thread says that the script has
     /// ended. Only paint messages are pumped: the host's windows stay drawn, and its input waits.

@@ -59,7 +59,9 @@ bool dispatch(CalculationRun& run, std::span<std::byte> block, std::string& erro
     std::uint32_t code = 0;
     std::memcpy(&code, block.data(), sizeof code);
     if (code < 1 || code > commands.size())
-        return fail(error, "Internal error: unknonw/undefined function call"); // prescribed text
+        return fail(
+            error,
+            "Internal error: unknonw/undefined function call"); // prescribed text, misspelling included
     RequestReader request(block);
     ReplyWriter reply(block);
     return commands[code - 1].carryOut(run, request, reply, error);

@@ -20,10 +20,10 @@ public:
 
     /// Waits until it is this unit's turn to run, or the event is set. False, with a text, on that event, and
     /// within another run of this process, whose turn would never end.
-    bool takeForRun(HANDLE cancelEvent, std::wstring& error);
+    [[nodiscard]] bool takeForRun(HANDLE cancelEvent, std::wstring& error);
 
     /// False where another unit has its turn, and keeps it longer than a moment.
-    bool takeSoon();
+    [[nodiscard]] bool takeSoon();
 
 private:
     bool wait(DWORD patience, HANDLE cancelEvent = nullptr);

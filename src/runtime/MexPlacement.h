@@ -12,7 +12,7 @@ const std::string& mexFolder();
 
 /// Done once per process; a failure is tried again by the next unit. The results of the copies are not
 /// looked at: a missing file shows when the script calls the gateway.
-bool placeMexFile(std::string& error);
+[[nodiscard]] bool placeMexFile(std::string& error);
 
 /// The CurVer of Matlab.Application: a programmatic name that carries the installed Matlab's version. Nothing
 /// where none is installed.

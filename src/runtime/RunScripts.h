@@ -14,12 +14,12 @@ struct CalculationRun;
 inline constexpr int unitScriptHeaderLines = 2;
 
 /// Builds unitCalc.m, a function whose body is the user's calc.m.
-bool writeUnitScript(const Unit& unit, std::wstring& error);
+[[nodiscard]] bool writeUnitScript(const Unit& unit, std::wstring& error);
 
 /// Opens initRun.m and writes what does not depend on a material. Null on failure.
 StdioFile openInitScript(const Unit& unit, std::wstring& error);
 
 /// Writes the run's compounds and phases and closes the file. No quote in a name is escaped.
-bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& error);
+[[nodiscard]] bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& error);
 
 } // namespace solvane

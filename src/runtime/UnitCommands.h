@@ -11,14 +11,21 @@ struct CalculationRun;
 class RequestReader;
 class ReplyWriter;
 
-bool setReport(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
-bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
-bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
-bool getUnitName(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
-bool getFeedCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
-bool getProductCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+[[nodiscard]] bool setReport(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                             std::string& error);
+[[nodiscard]] bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                std::string& error);
+[[nodiscard]] bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                std::string& error);
+[[nodiscard]] bool getUnitName(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                               std::string& error);
+[[nodiscard]] bool getFeedCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                std::string& error);
+[[nodiscard]] bool getProductCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                                   std::string& error);
 /// With nothing to log or nowhere to log it, no reply is written, so that the request's code stays in place
 /// of the status.
-bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error);
+[[nodiscard]] bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
+                              std::string& error);
 
 } // namespace solvane

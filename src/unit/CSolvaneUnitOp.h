@@ -70,7 +70,7 @@ public:
     STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override;
 
 private:
-    bool build(std::string& error);
+    [[nodiscard]] bool build(std::string& error);
     void waitForWorker() const;
     void forbidUse();
     /// Reads or writes the model through an interface of persistence, unless something hinders that.

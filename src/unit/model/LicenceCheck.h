@@ -6,7 +6,7 @@ namespace solvane {
 
 /// Whether the unit may run on this machine. A refusal's text goes to `refusal`. This product is free for
 /// everybody, so it always may.
-inline bool isLicensed([[maybe_unused]] std::string& refusal) {
+[[nodiscard]] inline bool isLicensed([[maybe_unused]] std::string& refusal) {
     return true;
 }
 
