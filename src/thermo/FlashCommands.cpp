@@ -5,6 +5,7 @@
 #include "MaterialFlash.h"
 #include "OverallProperty.h"
 #include "channel/ChannelFrame.h"
+#include "com/Failure.h"
 
 #include <algorithm>
 #include <array>
