@@ -78,7 +78,7 @@ bool BlockTransport::openRequestEvent() {
 bool BlockTransport::exchange(std::string_view request, std::size_t wanted, std::string& reply,
                               std::string& error) {
     const auto unitHasGone = [&error] {
-        error = "the unit operation has gone";
+        error = "the unit operation is no longer running";
         return false;
     };
     if (!requestEvent_)

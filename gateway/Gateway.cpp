@@ -85,16 +85,16 @@ bool reportBytes(Arguments arguments, Outputs outputs, std::string& error) {
     return true;
 }
 
-/// Packs the arguments. False with an error that ends with the usage: it is the caller's.
+/// Packs the arguments. False with an error of the caller, which ends with the usage.
 bool prepare(const Command& command, Arguments arguments, int outputCount, std::string& request,
              std::string& error) {
     const std::span<const Field> fields = command.usedFields();
     if (arguments.size() != fields.size())
-        error = std::to_string(fields.size()) + " arguments are wanted, " + std::to_string(arguments.size()) +
-                " given";
+        error = "expected " + std::to_string(fields.size()) + " arguments, got " +
+                std::to_string(arguments.size());
     else if (outputCount > command.reply.outputs)
-        error = "it returns " + std::to_string(command.reply.outputs) + " values, " +
-                std::to_string(outputCount) + " wanted";
+        error = "expected at most " + std::to_string(command.reply.outputs) + " outputs, got " +
+                std::to_string(outputCount);
     else if (packRequest(command.code, fields, arguments, currentRun->compoundCount, request, error) &&
              request.size() > currentRun->blockSize)
         error = "the text is too long: the arguments take " + std::to_string(request.size()) +

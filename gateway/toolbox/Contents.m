@@ -2,17 +2,16 @@
 %
 % All quantities are in SI units and on a mole basis. Values of the compounds
 % come as columns, nComp by 1, in the order of the global variable compNames,
-% and are taken as columns or rows. Ports are counted from 1. A function that
-% fails ends the script with an error, unless the script catches it. The
-% functions take the number of arguments that their help shows, and say so
-% when they get another one.
+% and are accepted as columns or rows. Ports are counted from 1. A function that
+% fails ends the script with an error, unless the script catches it. Each
+% function takes exactly the arguments that its help shows.
 %
 % Streams
 %   getFeedCount           - The number of feed ports.
 %   getFeedProp            - A property of a feed.
 %   getFeedEquilibrium     - The phases of a feed.
 %   getProductCount        - The number of product ports.
-%   setProduct             - States what leaves through a product.
+%   setProduct             - Sets flow, composition and conditions of a product.
 %
 % Flashes
 %   flashEquilibrium       - The phases of a composition at two conditions.
@@ -30,5 +29,5 @@
 %   getUnitName            - The name of the unit operation.
 %   getParameter           - The value of a parameter.
 %   setParameter           - Sets the value of a parameter.
-%   setReport              - Gives a report its text.
+%   setReport              - Sets the text of a report.
 %   logMessage             - Writes a line to the host's log.

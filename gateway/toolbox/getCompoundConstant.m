@@ -6,10 +6,10 @@ function values = getCompoundConstant(varargin)
 %  name    a constant such as 'molecularWeight' (g/mol), 'normalBoilingPoint'
 %          (K), 'criticalPressure' (Pa) or 'casRegistryNumber'
 %  values  a column, nComp by 1, in the order of compNames: numbers, with NaN
-%          for a compound that lacks the constant; or, where the constant is
+%          for a compound that lacks the constant; or, if the constant is
 %          text, a cell column, with '' for such a compound
 %
-%  getPropertyUnit(name) tells the unit of measure.
+%  getPropertyUnit(name) returns the unit of measure.
 %
 %  Example: M = getCompoundConstant('molecularWeight')
 %

@@ -11,7 +11,7 @@ function [phases, fractions, compositions, T, P] = getFeedEquilibrium(varargin)
 %  T             temperature, K
 %  P             pressure, Pa
 %
-%  Nothing is calculated: these are the values of the stream as it stands.
+%  Nothing is calculated: these are the values in the stream.
 %
 %  Example: [phases, beta] = getFeedEquilibrium(1)
 %

@@ -5,11 +5,11 @@ function values = getPDependentProperty(varargin)
 %
 %  name    a property such as 'boilingPointTemperature' or
 %          'meltingTemperature' (K), or its derivative, with '.Dpressure'
-%          behind it
+%          after it
 %  P       pressure, Pa
 %  values  a column, nComp by 1, in the order of compNames
 %
-%  getPropertyUnit(name) tells the unit of measure.
+%  getPropertyUnit(name) returns the unit of measure.
 %
 %  Example: Tb = getPDependentProperty('boilingPointTemperature', 101325)
 %

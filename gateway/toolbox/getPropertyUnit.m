@@ -3,8 +3,8 @@ function unit = getPropertyUnit(varargin)
 %
 %  unit = getPropertyUnit(name)
 %
-%  name  a property or constant, with or without a derivative's suffix
-%  unit  text, empty for what has no unit
+%  name  a property or constant, with or without the suffix of a derivative
+%  unit  text; empty if the property has no unit
 %
 %  Example: u = getPropertyUnit('viscosity.Dtemperature')   gives 'Pa s / K'
 %

@@ -6,19 +6,19 @@ function value = getSinglePhaseProperty(varargin)
 %  name   a property such as 'enthalpy' (J/mol), 'volume' (m3/mol),
 %         'viscosity' (Pa s) or 'fugacityCoefficient', or its derivative,
 %         with '.Dtemperature', '.Dpressure', '.Dmoles' or '.DmolFraction'
-%         behind it
-%  phase  name of the phase, as in phaseNames, or as getFeedEquilibrium gives
-%         it where the simulator tells no phaseNames
+%         after it
+%  phase  name of the phase, as in phaseNames or, if that is empty, as
+%         getFeedEquilibrium returns it
 %  T      temperature, K
 %  P      pressure, Pa
 %  X      mole fractions in the phase, nComp values in the order of
 %         compNames, a row or a column
-%  value  by the number of values that the host gives: a number; a column,
-%         nComp by 1, of one value for each compound; or nComp by nComp, for
-%         the derivatives of such a column, filled with the host's values
-%         column by column
+%  value  depending on the number of values from the host: a number; a
+%         column, nComp by 1, of one value for each compound; or nComp by
+%         nComp, for the derivatives of such a column, filled with the host's
+%         values column by column
 %
-%  getPropertyUnit(name) tells the unit of measure.
+%  getPropertyUnit(name) returns the unit of measure.
 %
 %  Example: H = getSinglePhaseProperty('enthalpy', 'Vapor', 300, 1e5, [0.4; 0.6])
 %

@@ -5,11 +5,11 @@ function values = getTDependentProperty(varargin)
 %
 %  name    a property such as 'vaporPressure' (Pa), 'heatCapacityOfLiquid'
 %          (J/mol/K) or 'volumeOfLiquid' (m3/mol), or its derivative, with
-%          '.Dtemperature' behind it
+%          '.Dtemperature' after it
 %  T       temperature, K
 %  values  a column, nComp by 1, in the order of compNames
 %
-%  getPropertyUnit(name) tells the unit of measure.
+%  getPropertyUnit(name) returns the unit of measure.
 %
 %  Example: Psat = getTDependentProperty('vaporPressure', 300)
 %

@@ -5,10 +5,9 @@ function value = getTwoPhaseProperty(varargin)
 %
 %  name            'kvalue', 'logKvalue' or 'surfaceTension', or a
 %                  derivative, with '.Dtemperature', '.Dpressure', '.Dmoles'
-%                  or '.DmolFraction' behind it
-%  phase1, phase2  names of the phases, as in phaseNames, or as
-%                  getFeedEquilibrium gives them where the simulator tells no
-%                  phaseNames
+%                  or '.DmolFraction' after it
+%  phase1, phase2  names of the phases, as in phaseNames or, if that is empty,
+%                  as getFeedEquilibrium returns them
 %  T               temperature, K
 %  P               pressure, Pa
 %  X1, X2          mole fractions in each phase, nComp values in the order
@@ -19,7 +18,7 @@ function value = getTwoPhaseProperty(varargin)
 %                  derivatives by composition, nComp columns for each phase,
 %                  filled with the host's values column by column
 %
-%  getPropertyUnit(name) tells the unit of measure.
+%  getPropertyUnit(name) returns the unit of measure.
 %
 %  Example: K = getTwoPhaseProperty('kvalue', 'Vapor', 'Liquid', 300, 1e5, Y, X)
 %

@@ -1,5 +1,5 @@
 function setProduct(varargin)
-%SETPRODUCT States what leaves through a product.
+%SETPRODUCT Sets flow, composition and conditions of a product.
 %
 %  setProduct(product, flow, composition, name1, value1, name2, value2)
 %
@@ -15,7 +15,7 @@ function setProduct(varargin)
 %  value1, value2  their values
 %
 %  The unit flashes the product at these conditions when the script has
-%  ended. Every product needs this call; a further call replaces the former.
+%  ended. Every product needs this call; another call replaces the first.
 %
 %  Example: setProduct(1, 10, [0.4; 0.6], 'temperature', 300, 'pressure', 1e5)
 %

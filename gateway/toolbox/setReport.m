@@ -1,5 +1,5 @@
 function setReport(name, content)
-%SETREPORT Gives a report its text.
+%SETREPORT Sets the text of a report.
 %
 %  setReport(name, content)
 %
@@ -13,7 +13,7 @@ function setReport(name, content)
 %  See also LOGMESSAGE.
 
 if nargin ~= 2
-    error('setReport: 2 arguments are wanted. Usage: setReport(name, content)');
+    error('setReport: expected 2 arguments. Usage: setReport(name, content)');
 end
 bytes = CapeOpenUnitMex('reportBytes', content);
 path = fullfile(fileparts(runScript()), 'report.txt');
@@ -30,8 +30,8 @@ if written.bytes ~= length(bytes)
 end
 CapeOpenUnitMex('setReport', name);
 
-% The file of the run script that is running. The user's script may have gone to another folder, and where units
-% share an interpreter, the path holds a run script of each.
+% The file of the run script that is running. The user's script may have changed the current folder, and if units share
+% an interpreter, the path has a run script of each.
 function file = runScript()
 try
     calls = dbstack('-completenames');

@@ -213,8 +213,8 @@ TEST_F(Gateway, misuseNamesTheFunctionAndItsUsageAndNeverReachesTheUnit) {
     std::swap(textColumn->rows, textColumn->columns);
 
     const std::vector<MisuseCase> cases{
-        {{u"getFeedProp", 1}, "getFeedProp: 2 arguments are wanted, 1 given. " + feedUsage},
-        {{u"getUnitName", 1}, "getUnitName: 0 arguments are wanted, 1 given. Usage: name = getUnitName()"},
+        {{u"getFeedProp", 1}, "getFeedProp: expected 2 arguments, got 1. " + feedUsage},
+        {{u"getUnitName", 1}, "getUnitName: expected 0 arguments, got 1. Usage: name = getUnitName()"},
         {feed(1.5), badPort},
         {feed(nan), badPort},
         {feed(3e9), badPort},
@@ -250,7 +250,8 @@ TEST_F(Gateway, misuseNamesTheFunctionAndItsUsageAndNeverReachesTheUnit) {
          "CapeOpenUnitMex: it is called by the functions of its library, such as getFeedProp, and wants the "
          "name of a command"},
     };
-    EXPECT_EQ(call(1, {u"logMessage", u"a"}), "error: logMessage: it returns 0 values, 1 wanted" + logUsage);
+    EXPECT_EQ(call(1, {u"logMessage", u"a"}),
+              "error: logMessage: expected at most 0 outputs, got 1" + logUsage);
     for (const MisuseCase& row : cases) {
         EXPECT_EQ(call(0, row.arguments), "error: " + row.complaint) << "row " << &row - cases.data();
         EXPECT_EQ(unit.takeRequest(), "") << "row " << &row - cases.data();
@@ -338,9 +339,9 @@ TEST_F(Gateway, aSlowUnitIsWaitedForAndADeadOneIsNot) {
         Sleep(200);
         unit.die();
     });
-    EXPECT_EQ(call(1, {u"getFeedCount"}), "error: getFeedCount: the unit operation has gone");
+    EXPECT_EQ(call(1, {u"getFeedCount"}), "error: getFeedCount: the unit operation is no longer running");
     death.join();
-    EXPECT_EQ(call(1, {u"getFeedCount"}), "error: getFeedCount: the unit operation has gone");
+    EXPECT_EQ(call(1, {u"getFeedCount"}), "error: getFeedCount: the unit operation is no longer running");
 }
 
 } // namespace

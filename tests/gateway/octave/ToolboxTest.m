@@ -69,8 +69,7 @@ for k = 1:length(functions)
   catch failure
     complaint = failure.message;
   end
-  usage = regexprep(complaint, ['^' name ': \d arguments are wanted, \d given\. Usage: '], '');
-  usage = regexprep(usage, ['^' name ': \d arguments are wanted\. Usage: '], '');
+  usage = regexprep(complaint, ['^' name ': expected \d arguments(, got \d)?\. Usage: '], '');
   assert(! isempty(usage) && ! strcmp(usage, complaint), 'no usage of %s in: %s', name, complaint);
   assert(! isempty(strfind(get_help_text(name), usage)), 'the help of %s lacks: %s', name, usage);
   assert(! isempty(strfind(get_help_text(name), 'Example: ')), 'the help of %s lacks an example', name);
