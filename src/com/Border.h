@@ -1,5 +1,5 @@
-/// What every method that a host calls has in common: nothing throws past it, no floating-point trap fires
-/// inside it, and its out-pointer is tested and emptied before any work.
+/// What every method that a host calls has in common: no exception leaves it, no floating-point trap fires
+/// inside it, and it tests and empties its out-pointer before it does any work.
 #pragma once
 
 #include <windows.h>
@@ -28,7 +28,7 @@ private:
     static constexpr unsigned sseFlags = 0x3F;
     static constexpr unsigned short x87Masks = 0x3F;
 
-    /// The x87 unit's flags are cleared first, or what was raised under the mask would fire now.
+    /// Clears the x87 unit's flags first: an exception raised under the mask would otherwise fire now.
     static void load(unsigned sse, unsigned short x87) {
         __asm__ volatile("fnclex\n\tfldcw %0\n\tldmxcsr %1" : : "m"(x87), "m"(sse));
     }
@@ -50,7 +50,7 @@ HRESULT border(Body&& body) noexcept {
     }
 }
 
-/// Empties what an out-pointer points to. False for a null pointer, which the method answers with E_POINTER.
+/// Empties what an out-pointer points to. False for a null pointer: the method then returns E_POINTER.
 template <class T>
 [[nodiscard]] bool prepareResult(T* result) {
     if (!result)
@@ -59,7 +59,7 @@ template <class T>
     return true;
 }
 
-/// An in-out string is freed and nulled. False for a null pointer.
+/// Frees an in-out string and sets it to null. False for a null pointer.
 inline bool prepareMessage(BSTR* message) {
     if (!message)
         return false;

@@ -43,7 +43,7 @@ constexpr std::array capeCodeTexts{
 };
 static_assert(capeCodeTexts.size() == 0x8004051A - firstCapeCode + 1);
 
-/// What one text getter of an error interface gives; empty where it fails.
+/// The result of one text getter of an error interface; empty if it fails.
 template <class Interface>
 std::wstring errorText(IUnknown* object, HRESULT (STDMETHODCALLTYPE Interface::*getter)(BSTR*)) {
     const ComRef<Interface> error = queryInterface<Interface>(object);

@@ -9,14 +9,14 @@
 
 namespace solvane {
 
-/// What a method that failed returns to the host, with the texts stored on its object.
+/// What a failing method returns to the host; its object holds the texts.
 inline constexpr HRESULT capeFailure = static_cast<HRESULT>(0x80040501);
 
-/// The text for a failure `hr` that a method of another component's `object` returned. A CAPE-OPEN code is
-/// described by the object itself, as far as it can, any other code by the system.
+/// Describes the failure `hr` that a method of another component's `object` returned: the object's own words
+/// for a CAPE-OPEN code, if it has any, and the system's text for any other code.
 std::wstring DescribeCapeError(IUnknown* object, HRESULT hr);
 
-/// The system's text for a code, without its line end; "error code 0x0123ABCD" where it has none.
+/// The system's text for a code, without its line end, or "error code 0x0123ABCD" if it has none.
 std::wstring FormatHresultText(HRESULT hr);
 
 } // namespace solvane

@@ -21,7 +21,7 @@ public:
             if (!result)
                 return E_POINTER;
             *result = nullptr;
-            // Only the non-delegating unknown of an aggregate is of use to its owner.
+            // The owner of an aggregate can only use the non-delegating unknown.
             if (outer && iid != IID_IUnknown)
                 return CLASS_E_NOAGGREGATION;
             return creator_(outer, iid, result);
@@ -39,7 +39,7 @@ private:
     InstanceCreator creator_;
 };
 
-/// A class factory that a map entry keeps. Its count is atomic, since any thread may ask for it, and it does
+/// A class factory that a map entry keeps. Its count is atomic, since any thread may request it, and it does
 /// not keep the module loaded.
 template <class Factory>
 class CComObjectCached final : public Factory {

@@ -40,21 +40,21 @@ public:
     T& operator*() const { return *object_; }
     explicit operator bool() const { return object_ != nullptr; }
 
-    /// The place for a function that returns a reference; what was held is released first.
+    /// Releases the current object and returns the place where a function stores its reference.
     T** put() {
         reset();
         return &object_;
     }
     void** putVoid() { return reinterpret_cast<void**>(put()); }
 
-    /// The field is empty before the object is released, since a release may call back.
+    /// Empties the field before it releases the object, since a release may call back.
     void reset() {
         if (T* object = std::exchange(object_, nullptr))
             object->Release();
     }
     T* release() { return std::exchange(object_, nullptr); }
 
-    /// The same object through another interface, empty where it has none.
+    /// Another interface of the same object; empty if the object does not have it.
     template <class Other>
     ComRef<Other> as() const {
         ComRef<Other> other;
@@ -67,7 +67,7 @@ private:
     T* object_ = nullptr;
 };
 
-/// Asks any COM object for an interface; empty where it has none.
+/// Queries any COM object for an interface; empty if the object does not have it.
 template <class T>
 ComRef<T> queryInterface(IUnknown* object) {
     ComRef<T> result;

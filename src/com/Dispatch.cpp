@@ -14,7 +14,7 @@ namespace {
 /// The resource number of the CAPE-OPEN type library in this module.
 constexpr wchar_t builtInTypeLibrary[] = L"\\2";
 
-/// From the thread's error object, where the type information has not done so: it may ask for an
+/// Fills the record from the thread's error object where the type information does not: it may query for
 /// ISupportErrorInfo first, which the objects do not have.
 void fillException(EXCEPINFO& exception) {
     ComRef<IErrorInfo> error;
@@ -103,7 +103,7 @@ HRESULT DispatchTypeInfo::invoke(void* object, DISPID id, WORD flags, DISPPARAMS
     const HRESULT loaded = load();
     if (FAILED(loaded))
         return loaded;
-    SetErrorInfo(0, nullptr); // what an earlier call left there is not this one's failure
+    SetErrorInfo(0, nullptr); // a text from an earlier call does not describe this one's failure
     const HRESULT invoked =
         typeInfo_->Invoke(object, id, flags, parameters, result, exception, argumentError);
     if (invoked == DISP_E_EXCEPTION && exception)

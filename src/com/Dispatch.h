@@ -12,7 +12,7 @@
 
 namespace solvane {
 
-/// The CAPE-OPEN 1.1 type library: the registered one or, where none is registered, the one in this module.
+/// Loads the CAPE-OPEN 1.1 type library: the registered one if there is one, else the one in this module.
 HRESULT loadCapeOpenTypeLibrary(ComRef<ITypeLib>& library);
 
 /// The type information of one interface, loaded on first use, with its names beside it.

@@ -1,4 +1,4 @@
-/// Owners of Windows handles: one template, one policy line a kind.
+/// Owners of Windows handles: one template, one policy line per kind.
 #pragma once
 
 #include <windows.h>
@@ -9,7 +9,7 @@
 
 namespace solvane {
 
-/// Owns a handle. `Policy` says its type, which value is empty, and how it is closed.
+/// Owns a handle. `Policy` defines its type, its empty value and how to close it.
 template <class Policy>
 class Unique {
 public:

@@ -19,7 +19,7 @@ std::wstring ComModule::pathBeside(const wchar_t* fileName) const {
     return module.substr(0, module.rfind(L'\\') + 1) + fileName;
 }
 
-/// Of the resource itself, so that no file is opened at load.
+/// Reads the resource itself, so that loading the module opens no file.
 std::wstring ComModule::version() const {
     const HRSRC resource = FindResourceW(instance, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION);
     const HGLOBAL loaded = resource ? LoadResource(instance, resource) : nullptr;

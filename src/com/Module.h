@@ -7,7 +7,7 @@
 namespace solvane {
 
 /// What the objects and class factories of one module share: its instance handle, the count of what keeps it
-/// loaded, and the lock that guards the lazy creation of class factories. One object a module, made at load.
+/// loaded, and the lock that guards the lazy creation of class factories. One object per module, from load.
 class ComModule {
 public:
     ComModule() { current_ = this; }

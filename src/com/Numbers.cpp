@@ -14,7 +14,7 @@ struct Text {
     const char* end;
 };
 
-/// Behind leading blanks and a plus sign, which from_chars does not know.
+/// Skips leading blanks and a plus sign, which from_chars does not accept.
 Text numberText(const std::string& text) {
     std::size_t start = std::min(text.find_first_not_of(" \t\r\n\v\f"), text.size());
     if (start + 1 < text.size() && text[start] == '+' && text[start + 1] != '-')
@@ -33,7 +33,7 @@ std::string printReal(double value) {
 
 bool scanReal(const std::string& text, _locale_t locale, double& value) {
     const auto [begin, end] = numberText(text);
-    // from_chars reads hexadecimal digits, but not what announces them.
+    // from_chars reads hexadecimal digits, but not their prefix.
     const bool isNegative = begin != end && *begin == '-';
     const char* const digits = begin + (isNegative ? 1 : 0);
     if (end - digits > 2 && digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X') && digits[2] != '-' &&
@@ -42,7 +42,7 @@ bool scanReal(const std::string& text, _locale_t locale, double& value) {
         return true;
     }
     const std::errc fault = std::from_chars(begin, end, value).ec;
-    // Beyond what a double holds: the library's infinity or zero.
+    // Beyond a double's range: the C library's infinity or zero.
     if (fault == std::errc::result_out_of_range)
         value = _strtod_l(begin, nullptr, locale);
     return fault != std::errc::invalid_argument;

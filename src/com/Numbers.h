@@ -1,5 +1,5 @@
-/// Numbers as text, with a decimal point whatever the machine's settings. Printing is that of "%lg". Scanning
-/// skips leading blanks and takes as much as is a number; a real one may also be hexadecimal, "inf" or "nan".
+/// Numbers as text, with a decimal point whatever the machine's settings. Prints like "%lg". Scanning skips
+/// leading blanks and reads the longest number; a real may also be hexadecimal, "inf" or "nan".
 #pragma once
 
 #include <clocale>
@@ -11,11 +11,11 @@ namespace solvane {
 /// Six significant digits.
 std::string printReal(double value);
 
-/// False where no number begins. One beyond what a double holds becomes an infinity or 0, as the C library
-/// has it in `locale`, whose decimal point is a point.
+/// False if the text does not begin with a number. A number beyond a double's range becomes an infinity or 0,
+/// as in the C library with `locale`, whose decimal separator is a point.
 [[nodiscard]] bool scanReal(const std::string& text, _locale_t locale, double& value);
-// False where no number begins, or one that is too large. An unsigned number with a minus sign is taken from
-// 2^32, as the C library does.
+// False if the text does not begin with a number, or if the number is too large. An unsigned number with a
+// minus sign wraps around at 2^32, as in the C library.
 [[nodiscard]] bool scanInteger(const std::string& text, std::int32_t& value);
 [[nodiscard]] bool scanUnsigned(const std::string& text, std::uint32_t& value);
 

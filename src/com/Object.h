@@ -5,7 +5,7 @@
 ///    to the form,
 ///  - offers `static std::span<const InterfaceEntry> interfaceTable()`, whose first row answers for IUnknown,
 ///  - offers `HRESULT FinalConstruct()`, the construction that may call virtual operations, and may offer
-///    `void FinalRelease()`, the end that may: after the last release, while the object is still whole.
+///    `void FinalRelease()`, its counterpart: called after the last release, while the object is whole.
 #pragma once
 
 #include "Module.h"
@@ -21,11 +21,11 @@ namespace solvane {
 struct InterfaceEntry {
     const IID* iid;
     IUnknown* (*cast)(void* object);
-    /// Null for a row that always holds.
+    /// Null for a row that always applies.
     bool (*isOffered)() = nullptr;
 };
 
-/// The row by which T answers for `Interface`, through its base `Through` where several would do.
+/// The row by which T exposes `Interface`, through its base `Through` where several bases have it.
 template <class T, class Interface, class Through = Interface>
 constexpr InterfaceEntry interfaceEntry(bool (*isOffered)() = nullptr) {
     return {&__uuidof(Interface),
@@ -33,7 +33,7 @@ constexpr InterfaceEntry interfaceEntry(bool (*isOffered)() = nullptr) {
             isOffered};
 }
 
-/// The count of an object that lives in one apartment: not atomic.
+/// The reference count of an object that lives in one apartment; not atomic.
 class CComObjectRoot {
 public:
     virtual ~CComObjectRoot() = default;
@@ -66,7 +66,7 @@ void finalRelease(T& object) {
         object.FinalRelease();
 }
 
-/// The plain form, with a count of its own.
+/// The plain form, with its own reference count.
 template <class T>
 class CComObject final : public T {
 public:
@@ -77,7 +77,7 @@ public:
     STDMETHODIMP_(ULONG) Release() override {
         const ULONG left = --this->references_;
         if (left == 0) {
-            // Calls that come back during the destruction must not destroy again.
+            // A call back during the destruction must not destroy the object again.
             ++this->references_;
             finalRelease<T>(*this);
             delete this;
@@ -89,7 +89,7 @@ private:
     ModuleLock moduleLock_;
 };
 
-/// The object inside an aggregate: identity and counting are the outer unknown's.
+/// The object inside an aggregate: the outer unknown provides identity and counting.
 template <class T>
 class CComContainedObject final : public T {
 public:
@@ -104,7 +104,7 @@ private:
     IUnknown* outer_; // not counted: the outer object owns the aggregate
 };
 
-/// The aggregated form: the unknown that the outer object holds, with a count of its own.
+/// The aggregated form: the unknown that the outer object holds, with its own reference count.
 template <class T>
 class CComAggObject final : public IUnknown {
 public:
@@ -147,7 +147,7 @@ HRESULT createInstance(IUnknown* outer, REFIID iid, void** result) {
     const auto construct = [&](auto* object) -> HRESULT {
         if (!object)
             return E_OUTOFMEMORY;
-        object->AddRef(); // FinalConstruct may hand the object out and get it back
+        object->AddRef(); // FinalConstruct may pass the object out, and its receiver may release it
         HRESULT made = object->FinalConstruct();
         if (SUCCEEDED(made))
             made = object->QueryInterface(iid, result);

@@ -6,7 +6,7 @@
 
 namespace solvane {
 
-// Not in an unnamed namespace: there the compiler knows that nobody implements it, and drops the calls.
+// Not in an unnamed namespace: there the compiler sees that nothing implements it, and drops the calls.
 struct IRegistrar : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE AddReplacement(LPCOLESTR key, LPCOLESTR item) = 0;
     virtual HRESULT STDMETHODCALLTYPE ClearReplacements() = 0;
@@ -27,7 +27,7 @@ constexpr CLSID registrarClass{0x44EC053A, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0x
 constexpr IID registrarInterface{
     0x44EC053B, 0x400F, 0x11D0, {0x9D, 0xCD, 0x00, 0xA0, 0xC9, 0x03, 0x91, 0xD3}};
 
-/// In the script the variables stand between apostrophes.
+/// The script has its variables between apostrophes.
 std::wstring withApostrophesDoubled(std::wstring_view text) {
     std::wstring doubled;
     for (const wchar_t c : text)

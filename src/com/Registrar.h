@@ -8,7 +8,7 @@
 
 namespace solvane {
 
-/// A word of a script between percent signs, and what stands for it, which the script has between
+/// A word that a script has between percent signs, and its replacement, which the script has between
 /// apostrophes.
 struct RegistrarVariable {
     std::wstring name;
@@ -17,12 +17,12 @@ struct RegistrarVariable {
 
 enum class Registration { add, remove };
 
-/// Runs the script resource of type "REGISTRY" with that number in the module's file. The first failure is
-/// returned.
+/// Runs the script resource of type "REGISTRY" with that number in the module's file. Returns the first
+/// failure.
 HRESULT runRegistryScript(const std::wstring& modulePath, UINT resourceId,
                           std::span<const RegistrarVariable> variables, Registration registration);
 
-/// For its lifetime this process's HKEY_CLASSES_ROOT is the user's own HKEY_CURRENT_USER\Software\Classes.
+/// Redirects this process's HKEY_CLASSES_ROOT to HKEY_CURRENT_USER\Software\Classes for its lifetime.
 class PerUserClassesRoot {
 public:
     PerUserClassesRoot();

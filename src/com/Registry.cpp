@@ -19,7 +19,7 @@ std::optional<std::wstring> readRegistryString(HKEY root, const std::wstring& ke
     if (RegQueryValueExW(opened.get(), valueName.c_str(), nullptr, &type,
                          reinterpret_cast<BYTE*>(text.data()), &bytes) != ERROR_SUCCESS)
         return std::nullopt;
-    // A value may be stored with no, one or several terminators.
+    // A stored value may have any number of terminators.
     text.resize(std::wcslen(text.c_str()));
     return text;
 }

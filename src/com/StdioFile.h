@@ -14,8 +14,8 @@ inline StdioFile openFile(const std::string& path, const char* mode) {
     return {std::fopen(path.c_str(), mode), std::fclose};
 }
 
-/// Whether all that was written has reached the file, with the reason in errno; it is closed either way. Not
-/// every C library tells of a full disk when it closes a file.
+/// Closes the file. False, with the reason in errno, if not everything written has reached it: not every C
+/// library reports a full disk when it closes a file.
 [[nodiscard]] inline bool closeWritten(StdioFile file) {
     return std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0 && std::fclose(file.release()) == 0;
 }

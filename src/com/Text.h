@@ -8,15 +8,15 @@
 
 namespace solvane {
 
-/// Characters that the code page does not know become its default character.
+/// Characters that the code page lacks become its default character.
 std::wstring widen(std::string_view text, UINT codePage = CP_ACP);
 std::string narrow(std::wstring_view text, UINT codePage = CP_ACP);
 
-/// Less than, equal to or greater than 0, as wcscmp, where the letters A to Z equal a to z. No other letter
-/// has a case here.
+/// Less than, equal to or greater than 0, like wcscmp, but ignores the case of the letters A to Z, and of no
+/// others.
 int compareNoCase(std::wstring_view left, std::wstring_view right);
 
-/// By the C library's locale, unlike compareNoCase.
+/// Uses the C library's locale, unlike compareNoCase.
 std::wstring toLower(std::wstring_view text);
 
 } // namespace solvane

@@ -23,7 +23,7 @@ bool isReadable(const void* begin, std::size_t bytes) {
     return true;
 }
 
-/// What a VARIANT with the caller's text holds, which may be null.
+/// A VARIANT with the caller's text, which may be null.
 Variant copyText(BSTR text) {
     if (text)
         return Variant(callersText(text));
@@ -39,7 +39,7 @@ std::wstring_view callersText(BSTR text) {
         return {};
     const std::size_t shown = std::wcslen(text);
     const std::size_t length = SysStringLen(text);
-    // A BSTR has a terminator where its length says, and may have others before.
+    // A BSTR ends with a terminator, and its text may contain others.
     const bool isBstr = length == shown || (length > shown && isReadable(text, (length + 1) * sizeof *text) &&
                                             text[length] == L'\0');
     return {text, isBstr ? length : shown};

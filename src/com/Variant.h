@@ -17,8 +17,8 @@ inline std::wstring_view viewOf(BSTR text) {
     return text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
 }
 
-/// The text that a caller passed as a BSTR. A plain wide literal has no length before its text: as far as
-/// that shows, it is read up to its terminator.
+/// The text that a caller passed as a BSTR. A plain wide literal has no length before its text: where that
+/// can be recognized, the text ends at its terminator.
 std::wstring_view callersText(BSTR text);
 
 /// A new BSTR for the caller to free. Throws std::bad_alloc.
@@ -62,7 +62,7 @@ public:
     /// A template, so that no pointer is taken for a bool.
     explicit Variant(std::same_as<bool> auto value) { set(value); }
     explicit Variant(std::wstring_view value) { set(newBstr(value)); }
-    /// A text, of which an empty one is stored as null.
+    /// Stores an empty text as null.
     static Variant textOrNull(std::wstring_view value) {
         Variant text;
         text.set(value.empty() ? nullptr : newBstr(value));
@@ -77,21 +77,21 @@ public:
     ~Variant() { VariantClear(&value_); }
 
     const VARIANT& get() const { return value_; }
-    /// For functions that read a VARIANT and forgot to say so.
+    /// For functions that only read a VARIANT but lack the const.
     VARIANT* in() const { return const_cast<VARIANT*>(&value_); }
     VARTYPE type() const { return value_.vt; }
     bool isEmpty() const { return value_.vt == VT_EMPTY; }
 
-    /// The place for a function that returns a VARIANT, emptied first.
+    /// Empties the variant and returns the place where a function stores its result.
     VARIANT* put() {
         VariantClear(&value_);
         value_ = VARIANT{};
         return &value_;
     }
-    /// Gives the contents to the caller.
+    /// Passes the contents to the caller.
     VARIANT release() { return std::exchange(value_, VARIANT{}); }
 
-    // Each for a variant of just that type.
+    // Each requires a variant of exactly that type.
     double real() const { return value_.dblVal; }
     LONG integer() const { return value_.lVal; }
     VARIANT_BOOL boolean() const { return value_.boolVal; }
@@ -118,8 +118,8 @@ private:
     VARIANT value_{};
 };
 
-/// Copies what a caller passed, be it a reference to a variable of its own, as late-bound callers pass. A
-/// null text stays null. False where a reference leads nowhere.
+/// Copies a caller's argument, which may be a reference to a variable, as late-bound callers pass it. A null
+/// text stays null. False for a null reference.
 [[nodiscard]] bool readArgument(const VARIANT& given, Variant& value);
 
 } // namespace solvane

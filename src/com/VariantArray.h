@@ -10,7 +10,7 @@
 namespace solvane {
 
 /// A VARIANT that holds, or is to receive, a one-dimensional SAFEARRAY. The arrays that it makes start at 0;
-/// one of no elements stays VT_EMPTY.
+/// an array without elements stays VT_EMPTY.
 class VariantArray : public Variant {
 public:
     VariantArray() = default;
@@ -23,7 +23,7 @@ public:
     static VariantArray ofTexts(std::initializer_list<const wchar_t*> values);
     static VariantArray ofBytes(std::span<const unsigned char> values);
 
-    /// Elements, once readVariantArray has accepted the array.
+    // Valid once readVariantArray has accepted the array.
     std::size_t count() const { return count_; }
     LONG lowerBound() const { return lowerBound_; }
 
@@ -32,7 +32,7 @@ public:
     std::vector<LONG> integers() const;
     std::vector<std::wstring> texts() const;
     std::vector<unsigned char> bytes() const;
-    /// The elements of an array of VARIANTs, where they lie.
+    /// The elements of an array of VARIANTs, in place.
     std::span<const VARIANT> variants() const;
     /// Whether the element at `index`, from 0, is a null BSTR.
     bool isNullText(std::size_t index) const;
@@ -48,8 +48,8 @@ private:
     std::size_t count_ = 0;
 };
 
-/// Checks that the variant holds a one-dimensional array of `elementType`, and notes its bounds. VT_EMPTY
-/// counts as an array of no elements. False with a text that says what was expected.
+/// Checks that the variant holds a one-dimensional array of `elementType`, and stores its bounds. VT_EMPTY
+/// counts as an array without elements. False with a text that says what was expected.
 [[nodiscard]] bool readVariantArray(VariantArray& array, VARTYPE elementType, std::string& error);
 
 } // namespace solvane

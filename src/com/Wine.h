@@ -4,7 +4,7 @@
 
 namespace solvane {
 
-/// Whether Windows is Wine, where programs of a Unix system stand beside.
+/// Whether this is Wine, where the programs of a Unix system are available too.
 inline bool isWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }

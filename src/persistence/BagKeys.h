@@ -1,4 +1,4 @@
-/// The keys of the property bag. Saved flowsheets hold them, so that they never change.
+/// The keys of the property bag. Saved flowsheets contain them, so they never change.
 #pragma once
 
 #include <string>
@@ -28,7 +28,7 @@ inline std::wstring ofParameter(const std::wstring& name, const wchar_t* part) {
     return name + separator + part;
 }
 
-// Parts of a parameter, behind its name.
+// Parts of a parameter, after its name.
 inline constexpr wchar_t value[] = L"value";
 inline constexpr wchar_t minimum[] = L"minimum";
 inline constexpr wchar_t maximum[] = L"maximum";

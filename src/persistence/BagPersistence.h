@@ -1,5 +1,5 @@
-/// The model as named values in a bag of the host's: every part of the model under a key of its own, files as
-/// text or bytes.
+/// The model as named values in the host's property bag: each part of the model has its own key, and files
+/// are text or bytes.
 #pragma once
 
 #include <windows.h>
@@ -10,8 +10,8 @@ namespace solvane {
 
 class Unit;
 
-/// The results are those of IPersistPropertyBag's operations; texts are stored on the unit. What is wrong
-/// with a parameter or a file is told to the host's log, and the rest is loaded.
+/// Return the results of IPersistPropertyBag's operations and store error texts on the unit. Faults of a
+/// parameter or a file go to the host's log, and loading continues.
 HRESULT saveToBag(Unit& unit, IPropertyBag* bag);
 HRESULT loadFromBag(Unit& unit, IPropertyBag* bag, IErrorLog* errorLog);
 

@@ -5,15 +5,15 @@
 
 namespace solvane {
 
-/// Makes text fit for the model document: plain ASCII, with references for all else. What it gives is good
-/// until its next use.
+/// Escapes text for the model document: plain ASCII, with references for all other characters. A result is
+/// valid until the next call.
 class DocumentEscape {
 public:
     DocumentEscape() { ioBuffer.reserve(0x200); }
 
-    /// Each UTF-16 code unit by itself. Backspaces vanish: they are no characters of a document.
+    /// Escapes each UTF-16 code unit by itself. Drops backspaces, which a document cannot contain.
     const char* EscapeWide(std::wstring_view text);
-    /// Each byte by itself.
+    /// Escapes each byte by itself.
     const char* EscapeNarrow(std::string_view text);
 
 private:

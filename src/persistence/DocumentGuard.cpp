@@ -14,7 +14,7 @@ namespace solvane {
 
 namespace {
 
-/// One byte too many shows a document that is too long.
+/// Reads one byte more than allowed to detect a document that is too long.
 std::string readWhole(std::FILE* file) {
     std::string bytes;
     std::array<char, 0x10000> piece;
@@ -26,7 +26,7 @@ std::string readWhole(std::FILE* file) {
     return bytes;
 }
 
-/// A byte for each unit of a document in UTF-16, and a question mark for what is not ASCII.
+/// Converts a document from UTF-16 to one byte per unit, with a question mark for non-ASCII characters.
 std::string asciiOf(std::string_view document, bool isLittleEndian) {
     std::string ascii;
     ascii.reserve(document.size() / 2);
@@ -38,7 +38,7 @@ std::string asciiOf(std::string_view document, bool isLittleEndian) {
     return ascii;
 }
 
-/// What stands in a tag outside of quotes, up to its end.
+/// The part of a tag outside quotes, up to its end.
 struct TagContent {
     std::size_t attributes = 0;
     bool hasBracket = false;
@@ -56,7 +56,7 @@ TagContent contentOf(std::string_view tag) {
     return content;
 }
 
-/// To entities that the library does not know by itself: it looks long at each before it says so.
+/// Counts references to entities that the library does not define: rejecting each takes it a long time.
 std::size_t unknownReferences(std::string_view document) {
     constexpr std::array<std::string_view, 6> known{"&#", "&quot;", "&amp;", "&apos;", "&lt;", "&gt;"};
     std::size_t count = 0;
@@ -68,19 +68,19 @@ std::size_t unknownReferences(std::string_view document) {
     return count;
 }
 
-/// Looks at tags and references. What stands in comments counts too, and the comments themselves: better too
-/// much is seen than too little, since the library goes on after errors.
+/// Counts tags and references, also inside comments, and the comments themselves: counting too much is safer
+/// than too little, since the library continues after errors.
 const char* documentFault(std::string_view document) {
     constexpr std::string_view type = "<!DOCTYPE";
     if (const std::size_t place = document.find(type); place != std::string_view::npos)
         if (contentOf(document.substr(place)).hasBracket ||
             document.find(type, place + type.size()) != std::string_view::npos)
-            return "The document type in xml data file has declarations; a model has none";
+            return "The document type in xml data file has declarations; a model must not have any";
     if (unknownReferences(document) > modelLimits::unknownReferences)
-        return "More unknown references in xml data file than are worth reading";
+        return "Too many unknown references in xml data file";
     std::size_t elements = 0;
     for (std::size_t place = document.find('<'); place != std::string_view::npos;) {
-        // A value holds no '<', so no tag goes beyond the next.
+        // A value contains no '<', so a tag ends before the next one.
         const std::size_t next = document.find('<', place + 1);
         const std::string_view tag = document.substr(place + 1, next - place - 1);
         place = next;
@@ -95,8 +95,8 @@ const char* documentFault(std::string_view document) {
     return nullptr;
 }
 
-/// The declaration at its beginning may change the encoding of the rest, whatever the first bytes were, so
-/// the document is looked at in each that the library knows. ASCII in UTF-16 has a zero byte in each unit.
+/// The declaration at the beginning may change the encoding of the rest, whatever the first bytes were, so
+/// this checks the document in each encoding of the library. ASCII in UTF-16 has a zero byte in each unit.
 const char* faultInAnyEncoding(std::string_view document) {
     const char* fault = documentFault(document);
     if (document.find('\0') == std::string_view::npos)
@@ -106,13 +106,13 @@ const char* faultInAnyEncoding(std::string_view document) {
     return fault;
 }
 
-/// As XML 1.0 defines a character.
+/// Whether XML 1.0 allows the character.
 bool isCharacter(std::uint32_t code) {
     return code == '\t' || code == '\n' || code == '\r' || (code >= 0x20 && code <= 0xD7FF) ||
            (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
 }
 
-/// The length of a numeric reference to no character at the beginning of the text; 0 for anything else.
+/// The length of a numeric reference to an invalid character at the text's beginning; 0 for anything else.
 std::size_t emptyReferenceLength(std::string_view text) {
     constexpr std::string_view mark = "&#";
     if (!text.starts_with(mark))
@@ -153,7 +153,7 @@ bool prepareDocument(const std::string& path, std::string& error) {
     file.reset();
     if (document.size() > modelLimits::document)
         return fail(error, "The xml data file is longer than a model's can be");
-    // What is taken out may have stood in the middle of a tag.
+    // A removed reference may have been in the middle of a tag.
     const std::string kept = withoutEmptyReferences(document);
     if (const char* fault = faultInAnyEncoding(kept))
         return fail(error, fault);

@@ -43,7 +43,7 @@ struct ZipReaderPolicy {
 using ZipWriter = Unique<ZipWriterPolicy>;
 using ZipReader = Unique<ZipReaderPolicy>;
 
-/// The description lies in the working folder only while a model is saved or loaded.
+/// Deletes the description, which is in the working folder only while a model is saved or loaded.
 class DocumentOfThisCall {
 public:
     explicit DocumentOfThisCall(const Unit& unit) : path_(unit.workingFolder.pathOf(modelDocument)) {}
@@ -70,7 +70,7 @@ zip_fileinfo writtenNow() {
     return information;
 }
 
-/// A full disk may show only when the last bytes leave the buffer, and closing alone does not report it.
+/// A full disk may show only when the last bytes leave the buffer, which closing alone does not report.
 int closeContainer(void*, void* stream) {
     return closeWritten(StdioFile(static_cast<std::FILE*>(stream), std::fclose)) ? 0 : EOF;
 }
@@ -116,8 +116,8 @@ bool AddFileToContainer(const Unit& unit, const std::string& name, zipFile zip, 
 
 // ---- loading
 
-/// Where the entries of a container lie, by their names in whatever case. The library's own search goes
-/// through the container for each.
+/// The positions of a container's entries, by name, ignoring case. The library's own search reads through the
+/// container for each entry.
 class ContainerEntries {
 public:
     explicit ContainerEntries(unzFile zip) : zip_(zip) {
@@ -129,12 +129,12 @@ public:
                     UNZ_OK ||
                 unzGetFilePos(zip, &place) != UNZ_OK)
                 return;
-            if (entry.size_filename < name.size())              // a longer one is no name of a file
-                places_.emplace(upperCase(name.data()), place); // the first of a name counts
+            if (entry.size_filename < name.size())              // a longer name is not a file's
+                places_.emplace(upperCase(name.data()), place); // the first of equal names counts
         }
     }
 
-    /// Makes the entry the container's current one. False where there is none.
+    /// Makes the entry the container's current one. False if it does not exist.
     bool find(const std::string& name) const {
         const auto found = places_.find(upperCase(name));
         if (found == places_.end())
@@ -155,7 +155,7 @@ private:
     std::map<std::string, unz_file_pos> places_;
 };
 
-/// Of any other entry, and of an encrypted one, the library would give the packed bytes.
+/// For any other entry, and for an encrypted one, the library would return the packed bytes.
 bool isReadable(unzFile zip) {
     constexpr uLong encrypted = 1;
     unz_file_info entry{};
@@ -164,12 +164,12 @@ bool isReadable(unzFile zip) {
            (entry.compression_method == 0 || entry.compression_method == Z_DEFLATED);
 }
 
-/// The bytes of the container's current entry, of which there may be `unpackable` more. Gives what failed;
-/// null where nothing did.
+/// Writes the container's current entry, of at most `unpackable` bytes, to the file. Returns what failed,
+/// null on success.
 const char* unpack(unzFile zip, StdioFile file, std::uint64_t& unpackable) {
     static constexpr char readError[] = "read error in zip file";
     static constexpr char writeError[] = "write error";
-    std::array<char, 0x10000> piece; // by kilobytes it takes a sixth longer
+    std::array<char, 0x10000> piece; // a kilobyte at a time takes a sixth longer
     while (const int count = unzReadCurrentFile(zip, piece.data(), piece.size())) {
         if (count < 0)
             return readError;
@@ -182,12 +182,12 @@ const char* unpack(unzFile zip, StdioFile file, std::uint64_t& unpackable) {
     }
     if (!closeWritten(std::move(file)))
         return writeError;
-    // An entry that is cut off ends like any other, and a wrong checksum shows only when a whole one is
+    // A truncated entry ends like any other, and a wrong checksum shows only when a complete entry is
     // closed.
     return unzeof(zip) == 1 && unzCloseCurrentFile(zip) == UNZ_OK ? nullptr : readError;
 }
 
-/// `unpackable` is how many bytes the container may still unpack to. Nothing is left of a file that fails.
+/// `unpackable` is the number of bytes that the container may still unpack to. Deletes a file that fails.
 bool ExtractFromContainer(const Unit& unit, unzFile zip, const ContainerEntries& entries,
                           const std::string& name, std::uint64_t& unpackable, std::string& error) {
     const auto failed = [&](const std::string& reason) {
@@ -210,13 +210,13 @@ bool ExtractFromContainer(const Unit& unit, unzFile zip, const ContainerEntries&
     return true;
 }
 
-/// The description holds a name's bytes as if they were characters, and reads as UTF-8: the entry has the
-/// name of those bytes.
+/// The description has a name's bytes as if they were characters, encoded as UTF-8: the entry's name consists
+/// of those bytes.
 std::string bytesOf(const std::string& name) {
     std::string bytes;
     for (const wchar_t character : widen(name, CP_UTF8)) {
         if (character > 0xFF)
-            return name; // of other origin
+            return name; // written by other software
         bytes += static_cast<char>(character);
     }
     return bytes;
@@ -274,7 +274,7 @@ bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) 
         };
         const bool isRead =
             extract(userScriptName) && extract(modelDocument) && readUnitDocument(unit, error);
-        // The unit has the files that have been unpacked.
+        // From here on, lists only the files that have been unpacked.
         std::vector<std::string> names = std::exchange(unit.additionalFiles, {});
         if (!isRead)
             return false;
@@ -291,7 +291,7 @@ bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) 
         }
     }
     if (!unit.loadWarnings.empty())
-        tellUser(unit, unit.loadWarnings, "Solvane Unit Operation:", MB_ICONWARNING);
+        showUserMessage(unit, unit.loadWarnings, "Solvane Unit Operation:", MB_ICONWARNING);
     return true;
 }
 

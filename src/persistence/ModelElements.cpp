@@ -215,7 +215,7 @@ void ModelElements::readParameter(CParameter& parameter) {
     const ParameterKind kind = parameter.parameterKind;
     const bool isNumber = kind == ParameterKind::real || kind == ParameterKind::integer;
 
-    constexpr char nothing[] = "0"; // no text, FALSE or zero
+    constexpr char nothing[] = "0"; // FALSE or zero
     const Attribute value = required("value", "Parameter is missing value\r\n");
     const std::string text = value.value_or(kind == ParameterKind::string ? "" : nothing);
     if (auto read = valueFrom(parameter, text, "Parameter has invalid value\r\n"))
@@ -237,7 +237,7 @@ void ModelElements::readParameter(CParameter& parameter) {
     }
 }
 
-/// What stands behind the last comma counts only if it is a number; what stands before one always counts.
+/// Text after the last comma counts only if it is a number; text before a comma always counts.
 void ModelElements::readDimensionality(CParameter& parameter, const std::string& list) {
     std::size_t start = 0;
     for (std::size_t comma; (comma = list.find(',', start)) != std::string::npos; start = comma + 1) {

@@ -1,4 +1,4 @@
-/// The elements of a model's description, each read into the unit where the XML reader meets it.
+/// Reads the elements of a model's description into the unit.
 #pragma once
 
 #include "unit/model/Unit.h"
@@ -12,15 +12,15 @@
 
 namespace solvane {
 
-/// One reading of a description. What is wrong with it becomes a line of the unit's `loadWarnings`.
+/// Reads one description. Each fault becomes a line of the unit's `loadWarnings`.
 class ModelElements {
 public:
     ModelElements(Unit& unit, xmlTextReader* reader) : unit_(unit), reader_(reader) {}
 
-    /// Reads the node at which the reader stands.
+    /// Handles the reader's current node.
     void HandleModelNode();
 
-    /// Ends the list of warnings, which is cut off where it holds more than anybody reads.
+    /// Completes the list of warnings, which has a limited length, with the number of those left out.
     void finishWarnings();
 
 private:
@@ -46,12 +46,12 @@ private:
     void readParameter(CParameter& parameter);
     void readDimensionality(CParameter& parameter, const std::string& list);
 
-    /// A value of the parameter's kind; empty, with the warning, for a text that is no such value.
+    /// Converts the text to the parameter's kind; empty, with the warning, if that fails.
     std::optional<Variant> valueFrom(const CParameter& parameter, const std::string& text,
                                      const char* invalid);
 
     Attribute attribute(const char* name) const;
-    /// Warns where the element does not have the attribute.
+    /// Adds the warning if the element does not have the attribute.
     Attribute required(const char* name, const char* missing);
     void warn(const std::string& line);
 

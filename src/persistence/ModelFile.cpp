@@ -10,7 +10,7 @@ namespace solvane {
 
 namespace {
 
-/// No longer than the path itself, which may be as long as the system takes; never a file that is there.
+/// As long as the path itself, which may have the system's maximum length; never an existing file.
 std::string unusedPathBeside(const std::string& path) {
     std::string beside = path;
     for (const char last : std::string_view("~_0123456789")) {

@@ -1,4 +1,4 @@
-/// A model file of the user's, which is replaced whole or not at all.
+/// The user's model file, which a save replaces completely or not at all.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@ namespace solvane {
 
 class Unit;
 
-/// Saves the model to `path` (ANSI). The container is written beside it and takes its place when it is whole:
-/// a failure leaves the file that was there.
+/// Saves the model to `path` (ANSI). Writes the container beside it first and then replaces the file: a
+/// failure leaves the existing file.
 [[nodiscard]] bool saveModelFile(Unit& unit, const std::string& path, std::string& error);
 
 } // namespace solvane

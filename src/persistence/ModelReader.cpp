@@ -21,14 +21,14 @@ struct TextReaderPolicy {
     static void close(Type reader) { xmlFreeTextReader(reader); }
 };
 
-/// For what the library would print on the host's console.
+/// Discards messages that the library would print on the host's console.
 void ignoreMessage(void*, const char*, ...) {}
 
 std::string parseError(int line, const char* message) {
     return "Parse error in xml data file, line " + std::to_string(line) + ": " + message;
 }
 
-/// The last fault is the one that is told.
+/// Keeps the last fault.
 void ParseErrorHandler(void* error, const char* message, xmlParserSeverities,
                        xmlTextReaderLocatorPtr locator) {
     *static_cast<std::string*>(error) =
@@ -39,7 +39,7 @@ void keepFault(void* text, xmlError* fault) {
     *static_cast<std::string*>(text) = parseError(fault->line, fault->message);
 }
 
-/// What is wrong with the first bytes is found before the reader can have a handler: it goes to `fault`.
+/// The library parses the first bytes before the reader can have a handler: their faults go to `fault`.
 Unique<TextReaderPolicy> openReader(const std::string& path, std::string& fault) {
     xmlSetGenericErrorFunc(nullptr, ignoreMessage);
     xmlSetStructuredErrorFunc(&fault, keepFault);

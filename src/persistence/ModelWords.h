@@ -8,7 +8,7 @@ namespace solvane::modelWords {
 inline constexpr wchar_t input[] = L"input";
 inline constexpr wchar_t output[] = L"output";
 
-/// The words for the kinds, in the order of ParameterKind.
+/// The names of the kinds, in the order of ParameterKind.
 inline constexpr std::array<const wchar_t*, 4> kinds{L"real", L"int", L"string", L"bool"};
 
 } // namespace solvane::modelWords

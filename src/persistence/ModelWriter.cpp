@@ -16,16 +16,16 @@ namespace solvane {
 
 namespace {
 
-/// Characters of a text in one piece: the reader takes no more than ten million bytes between two tags.
-/// Longer texts are divided by empty comments, which it passes over. Blanks may make a run twice as long.
+/// Characters of one piece of a text: the reader accepts at most ten million bytes between two tags. Empty
+/// comments, which it skips, divide longer texts. Blanks may make a run twice as long.
 constexpr std::size_t longestRun = 2'000'000;
-constexpr wchar_t blanks[] = L" \t\r\n\b"; // backspaces are not written
+constexpr wchar_t blanks[] = L" \t\r\n\b"; // the writer drops backspaces
 
 std::string word(bool value) {
     return value ? "TRUE" : "FALSE";
 }
 
-/// Writes elements one after the other. The blanks between attributes are as they have always been.
+/// Writes elements one after the other. The blanks between attributes never change.
 class DocumentWriter {
 public:
     explicit DocumentWriter(std::FILE* file) : file_(file) {}
@@ -39,7 +39,7 @@ public:
     void report(std::wstring_view name, std::wstring_view text) {
         tag(std::string("<report name=\"") + escape_.EscapeWide(name) + "\">");
         while (text.size() > longestRun) {
-            // The reader passes over a run of blanks alone, so each run and what is left has something else.
+            // The reader drops a text of blanks only, so each piece contains another character too.
             const std::size_t solid = text.find_first_not_of(blanks);
             const std::size_t end = std::max(longestRun, solid + 1);
             if (solid == text.npos || text.find_first_not_of(blanks, end) == text.npos)
@@ -82,7 +82,7 @@ public:
 
     void end() { write("</UnitOperation>\n"); }
 
-    /// Why the document could not be read again; empty where it can.
+    /// The reason why the document could not be read again; empty if it can.
     const std::string& fault() const { return fault_; }
 
 private:
@@ -94,7 +94,7 @@ private:
         std::fwrite(text.data(), 1, text.size(), file_);
     }
 
-    /// An element, or where it begins, as it stands on its line; a comment.
+    /// An element or its start tag, as on its line; a comment.
     void tag(const std::string& line) {
         constexpr std::size_t shownLength = 60;
         if (line.size() > modelLimits::tag)

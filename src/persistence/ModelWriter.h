@@ -6,7 +6,7 @@ namespace solvane {
 
 class Unit;
 
-/// The description of a model: everything but its script and its further files.
+/// The description of a model: everything except its script and its additional files.
 inline constexpr char modelDocument[] = "unit.xml";
 
 /// Writes the description to the working folder. Numbers keep six significant digits.

@@ -18,7 +18,7 @@ namespace {
 
 constexpr char workaroundTitle[] = "AspenPlus persistence work-around:";
 
-/// In the process's current folder, which is the flowsheet's.
+/// The file is in the process's current folder, which is the flowsheet's.
 std::string privateModelPath(const Unit& unit) {
     std::array<char, 0x104> folder{};
     GetCurrentDirectoryA(static_cast<DWORD>(folder.size()), folder.data());
@@ -30,11 +30,11 @@ bool exists(const std::string& path) {
     return static_cast<bool>(FindHandle(FindFirstFileA(path.c_str(), &entry)));
 }
 
-void tellFailure(Unit& unit, const std::string& text) {
-    tellUser(unit, text, workaroundTitle, MB_ICONERROR);
+void reportFailure(Unit& unit, const std::string& text) {
+    showUserMessage(unit, text, workaroundTitle, MB_ICONERROR);
 }
 
-/// A file that could not be loaded may be whole, and only in use at the moment: it goes out of the way.
+/// A file that could not be loaded may be intact, and only in use at the moment: renames it.
 bool keepUnreadModel(Unit& unit, const std::string& path, std::string& error) {
     if (unit.unreadPrivateModel != path || !exists(path))
         return true;
@@ -45,8 +45,8 @@ bool keepUnreadModel(Unit& unit, const std::string& path, std::string& error) {
         return fail(error, "the file that could not be loaded cannot be renamed: " +
                                narrow(FormatHresultText(static_cast<HRESULT>(GetLastError()))));
     unit.unreadPrivateModel.clear();
-    tellUser(unit, "The file that could not be loaded is kept as \"" + other + "\"", workaroundTitle,
-             MB_ICONWARNING);
+    showUserMessage(unit, "The file that could not be loaded is kept as \"" + other + "\"", workaroundTitle,
+                    MB_ICONWARNING);
     return true;
 }
 
@@ -61,7 +61,7 @@ void LoadPrivateModel(Unit& unit) {
     if (!exists(path) || ReadModelDocument(unit, path, error))
         return;
     unit.unreadPrivateModel = path;
-    tellFailure(unit, "Loading private data failed; failed to load \"" + path + "\": " + error);
+    reportFailure(unit, "Loading private data failed; failed to load \"" + path + "\": " + error);
 }
 
 void StorePrivateModel(Unit& unit) {
@@ -70,7 +70,7 @@ void StorePrivateModel(Unit& unit) {
     const std::string path = privateModelPath(unit);
     std::string error;
     if (!keepUnreadModel(unit, path, error) || !saveModelFile(unit, path, error))
-        tellFailure(unit, "Storing private data failed; failed to save \"" + path + "\": " + error);
+        reportFailure(unit, "Storing private data failed; failed to save \"" + path + "\": " + error);
 }
 
 } // namespace solvane

@@ -16,12 +16,12 @@ namespace solvane {
 
 namespace {
 
-/// Reads keys by the type that is wanted; a failure of the host's goes to its log.
+/// Reads keys by the expected type; a failure goes to the host's log.
 class BagReader {
 public:
     BagReader(IPropertyBag* bag, IErrorLog* errorLog) : bag_(bag), errorLog_(errorLog) {}
 
-    /// `type` VT_EMPTY takes any. Nothing where the key can't be read or converted.
+    /// `type` VT_EMPTY accepts any. Empty if the key can't be read or converted.
     std::optional<Variant> scalar(const std::wstring& key, VARTYPE type) const {
         std::optional<Variant> value = read(key, type);
         if (!value || type == VT_EMPTY || value->type() == type)
@@ -65,7 +65,7 @@ public:
     }
 
 private:
-    /// What the host gives, or what that refers to.
+    /// The host's value, or the variable that it refers to.
     std::optional<Variant> read(const std::wstring& key, VARTYPE type) const {
         Variant given;
         given.put()->vt = type;
@@ -187,8 +187,8 @@ void loadParameters(const BagReader& bag, Unit& unit) {
 
 // ---- files
 
-/// The bytes of a file's value; nothing where it is of no known form. An empty value leaves `bytes` as the
-/// file before left them.
+/// Reads the bytes of a file's value; false for a value of another type. An empty value leaves `bytes` as the
+/// previous file left them.
 bool fileBytes(Variant value, std::vector<unsigned char>& bytes) {
     if (value.isEmpty())
         return true;
@@ -260,7 +260,7 @@ HRESULT loadFromBag(Unit& unit, IPropertyBag* bag, IErrorLog* errorLog) {
         return E_POINTER;
     const BagReader reader(bag, errorLog);
     unit.clear();
-    // The reports stay, so a load into a used unit adds to them.
+    // Keeps the reports, so a load into a used unit adds to them.
     if (const std::optional<Variant> level = reader.scalar(bagKeys::infoLevel, VT_I4))
         unit.echoLevel = level->integer();
     loadReports(reader, unit);

@@ -53,7 +53,7 @@ std::vector<std::wstring> namesOf(const std::vector<ComRef<T>>& objects) {
     return names;
 }
 
-/// Bounds and defaults are written whether present or not: an absent one reads 0.
+/// Writes bounds and defaults whether present or not: an absent one is 0.
 template <class Number>
 bool writeBounded(BagWriter& bag, const CParameter& parameter, Number (Variant::*number)() const) {
     const auto write = [&](const wchar_t* part, const Variant& field) {
@@ -84,7 +84,7 @@ bool writeParameter(BagWriter& bag, const CParameter& parameter) {
                bag.write(key(bagKeys::defaultValue),
                          Variant(parameter.defaultValue.boolean() != VARIANT_FALSE));
     case ParameterKind::string:
-        // A default's text does not travel: a present default is written empty, an absent one null.
+        // Does not write a default's text: a present default becomes an empty text, an absent one a null.
         return bag.write(key(bagKeys::value), textOrNull(parameter.currentValue)) &&
                bag.write(key(bagKeys::defaultValue),
                          parameter.defaultValue.isEmpty() ? textOrNull(parameter.defaultValue) : text(L"")) &&
@@ -113,7 +113,7 @@ bool writeParameters(BagWriter& bag, const Unit& unit) {
 
 // ---- files
 
-/// The whole of a file; null with a reason on failure.
+/// Reads a whole file. Returns the reason of a failure, null on success.
 const char* readFile(const std::string& path, std::vector<unsigned char>& bytes) {
     const FileHandle file(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -133,7 +133,7 @@ bool isPlainText(std::span<const unsigned char> bytes) {
     });
 }
 
-/// Plain text travels as text, anything else as bytes with a zero byte behind them.
+/// Writes plain text as text, and anything else as bytes followed by a zero byte.
 Variant fileValue(std::vector<unsigned char> bytes) {
     if (isPlainText(bytes))
         return text(widen({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, CP_THREAD_ACP));

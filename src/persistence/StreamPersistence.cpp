@@ -16,7 +16,7 @@ namespace {
 
 constexpr wchar_t persistStream[] = L"IPersistStream";
 
-/// The container on its way into or out of the stream.
+/// The file through which the container passes into or out of the stream.
 class TemporaryModel {
 public:
     explicit TemporaryModel(const Unit& unit)
@@ -31,19 +31,19 @@ private:
     std::string path_;
 };
 
-/// A text that is name and description at once.
+/// Raises a text as both name and description.
 HRESULT raiseText(Unit& unit, const std::string& text, const wchar_t* method) {
     return unit.raise(widen(text), widen(text), method, persistStream);
 }
 
 using Bytes = std::unique_ptr<char[]>;
 
-/// Null where there is no memory for so many.
+/// Null if there is not enough memory.
 Bytes allocate(ULONG size) {
     return Bytes(new (std::nothrow) char[size]);
 }
 
-// S_FALSE is a failure of a stream too.
+// S_FALSE from a stream is a failure too.
 bool readWhole(IStream& stream, void* place, ULONG size) {
     ULONG count = 0;
     const HRESULT hr = stream.Read(place, size, &count);
@@ -55,12 +55,12 @@ bool writeWhole(IStream& stream, const void* bytes, ULONG size) {
     return SUCCEEDED(hr) && hr != S_FALSE && count == size;
 }
 
-/// Writes the model and opens the file that holds it. `unable` is the beginning of a failure's text.
+/// Writes the model and opens its file. `unable` begins the text of a failure.
 HRESULT openWritten(Unit& unit, const TemporaryModel& model, const std::string& unable,
                     const std::string& tooLarge, const wchar_t* method, FileHandle& file, DWORD& size) {
     std::string error;
     if (!WriteModelDocument(unit, model.path(), error))
-        return raiseText(unit, error, L"Save"); // whoever asked for it
+        return raiseText(unit, error, L"Save"); // for GetSizeMax too
     file.reset(CreateFileA(model.path().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                            FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)

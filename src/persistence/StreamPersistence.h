@@ -1,4 +1,4 @@
-/// The model in a stream of the host's: uint32, little-endian, the size of the container, and the container
+/// The model in the host's stream: the size of the container as a little-endian uint32, and the container
 /// byte for byte. It passes through a temporary file of the working folder.
 #pragma once
 
@@ -10,10 +10,10 @@ namespace solvane {
 
 class Unit;
 
-// The results are those of IPersistStream's operations; texts are stored on the unit.
+// Return the results of IPersistStream's operations and store error texts on the unit.
 HRESULT loadFromStream(Unit& unit, IStream* stream);
 HRESULT saveToStream(Unit& unit, IStream* stream);
-/// The model is written once more to be measured: a size is never guessed.
+/// Writes the model once more to measure it: the size is never an estimate.
 HRESULT sizeInStream(Unit& unit, ULARGE_INTEGER& size);
 
 } // namespace solvane

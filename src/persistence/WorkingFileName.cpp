@@ -11,16 +11,16 @@ namespace solvane {
 
 namespace {
 
-/// Devices with these names are found in any folder, whatever follows the first point.
+/// Windows finds devices with these names in any folder, whatever follows the first dot.
 constexpr std::array devices{L"con", L"prn", L"aux", L"nul", L"conin$", L"conout$", L"clock$"};
-/// The same with a digit behind them, the superscript ones included.
+/// The same if a digit follows, including the superscript ones.
 constexpr std::array numberedDevices{L"com", L"lpt"};
 constexpr std::wstring_view deviceNumbers = L"0123456789\u00B9\u00B2\u00B3";
-/// Files that the unit itself keeps in its working folder and runs or reads. The script is the model's own,
-/// and what the unit makes of it is written again before the next run.
+/// Files that the unit itself keeps in its working folder and runs or reads. The script belongs to the model,
+/// and the unit writes the file that it generates from it again before the next run.
 constexpr std::array unitFiles{L"runUnit.m", L"initRun.m", L"unit.xml", L"_unitOperationModel_.svm"};
 
-constexpr char ownFile[] = "the name is that of a file of the unit's own";
+constexpr char ownFile[] = "the name is reserved for one of the unit's own files";
 
 auto equals(const std::wstring& text) {
     return [&text](const wchar_t* word) { return compareNoCase(text, word) == 0; };
@@ -34,21 +34,21 @@ bool isDevice(const std::wstring& name) {
             std::ranges::any_of(numberedDevices, equals(stem.substr(0, 3))));
 }
 
-/// Of a name, or of a folder on its way.
+/// For a name, or for a folder in it.
 const char* partFault(const std::wstring& part) {
     if (part.empty() || part == L"." || part == L".." || part.find(L':') != std::wstring::npos)
         return "the name leads out of the working folder";
     if (std::ranges::any_of(part, [](wchar_t c) { return c < 0x20 || std::wcschr(L"*?\"<>|", c); }))
-        return "the name holds a character that no file's name can hold";
+        return "the name contains a character that file names cannot contain";
     if (part.ends_with(L'.') || part.ends_with(L' '))
-        return "the name ends with a point or a blank";
-    return isDevice(part) ? "the name is that of a device" : nullptr;
+        return "the name ends with a dot or a blank";
+    return isDevice(part) ? "the name is reserved for a device" : nullptr;
 }
 
 } // namespace
 
 const char* workingFileNameFault(const std::string& name) {
-    // As the system will see it: a byte that looks like a separator may be half a character.
+    // Wide, as the system sees it: a byte that looks like a separator may be half a character.
     const std::wstring wide = widen(name);
     if (std::ranges::any_of(unitFiles, equals(wide)))
         return ownFile;
@@ -68,7 +68,7 @@ const char* workingFileFault(const std::string& folder, const std::string& name)
     WIN32_FIND_DATAA file{};
     const FindHandle search(FindFirstFileA((folder + name).c_str(), &file));
     const std::wstring found = widen(file.cFileName);
-    // The system folds the case of letters beyond ASCII too, by rules of its own.
+    // The system ignores the case of letters beyond ASCII too, by its own rules.
     if (search && std::ranges::any_of(unitFiles, equals(found)))
         return ownFile;
     const std::wstring asked = widen(name);

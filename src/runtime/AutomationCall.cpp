@@ -10,7 +10,7 @@ namespace solvane {
 
 namespace {
 
-// What a call to an object fails with when its process has ended.
+// The failures of a call to an object whose process has ended.
 constexpr std::array codesOfLostServers = {
     RPC_E_DISCONNECTED,
     RPC_E_SERVER_DIED,
@@ -26,7 +26,7 @@ HRESULT findMember(IDispatch* object, const wchar_t* name, DISPID& id) {
     return object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
 }
 
-/// The server's own words for a failure; empty where it gave none.
+/// The server's own description of a failure; may be empty.
 std::wstring takeDescription(EXCEPINFO& exception) {
     if (exception.pfnDeferredFillIn)
         exception.pfnDeferredFillIn(&exception);
@@ -50,7 +50,7 @@ bool call(std::wstring& output, WORD flags, VARIANT* result, IDispatch* object, 
     const std::wstring cause = takeDescription(exception);
     if (FAILED(hr)) {
         output = std::wstring(L"Call to ") + name + L" failed: " + FormatHresultText(hr);
-        // "Exception occurred." alone would leave the user without the reason.
+        // "Exception occurred." alone would hide the reason from the user.
         if (hr == DISP_E_EXCEPTION && !cause.empty())
             output += L": " + cause;
         return false;

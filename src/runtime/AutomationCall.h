@@ -1,5 +1,5 @@
 /// Late-bound calls to Matlab's automation server, on the thread that created it. False with a text in
-/// `output`, which names the member and gives the system's words for the code.
+/// `output` that names the member and describes the failure.
 #pragma once
 
 #include "com/Variant.h"
@@ -11,21 +11,21 @@
 
 namespace solvane {
 
-/// Calls a method. `arguments` stand last first, as IDispatch wants them; `result` may be null.
+/// Calls a method. `arguments` are in reverse order, as in IDispatch; `result` may be null.
 [[nodiscard]] bool invokeMethod(std::wstring& output, VARIANT* result, IDispatch* object, const wchar_t* name,
                                 std::span<VARIANT> arguments);
 
 [[nodiscard]] bool putProperty(std::wstring& output, IDispatch* object, const wchar_t* name,
                                const VARIANT& value);
 
-/// Has Matlab execute a command and takes what it printed into `output`, which stays as it is where Matlab
-/// returns nothing. True if the call was made; an error in the command itself stands in the output.
+/// Makes Matlab execute a command and stores in `output` what it printed; `output` stays unchanged if Matlab
+/// returns nothing. True if the call succeeded; an error in the command itself is part of the output.
 [[nodiscard]] bool executeCommand(IDispatch* application, const std::wstring& command, std::wstring& output);
 
-/// Whether the server says that it serves this client alone.
+/// Whether the server reports that it serves only this client.
 bool isServerDedicated(IDispatch* application);
 
-/// Whether the process behind the application has ended, so that no call will reach it again.
+/// Whether the application's process has ended, so that no further call can reach it.
 bool isServerGone(IDispatch* application);
 
 } // namespace solvane

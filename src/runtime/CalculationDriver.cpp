@@ -39,7 +39,7 @@ bool calculate(Unit& unit, std::wstring& error) {
     return runScript(run, error) && judge(unit, error);
 }
 
-/// The host may have ended the unit from a material, or while this thread waited.
+/// The host may have terminated the unit from a material, or while this thread waited.
 bool isEnding(const Unit& unit, std::wstring& error) {
     if (unit.terminationAsked)
         error = widen(unit.startupError);
@@ -55,7 +55,7 @@ bool prepareScriptAndMaterial(CalculationRun& run, std::wstring& error) {
     return createCalculationMaterial(run, error);
 }
 
-/// False only where the script could not be started.
+/// False only if the script could not be started.
 bool runScript(CalculationRun& run, std::wstring& error) {
     Unit& unit = run.unit;
     CommandChannel channel;
@@ -69,9 +69,9 @@ bool runScript(CalculationRun& run, std::wstring& error) {
     return true;
 }
 
-// ---- how a run went
+// ---- the outcome of a run
 
-/// An error in the user's script is caught and printed by the run script behind this marker.
+/// The run script catches an error in the user's script and prints it after this marker.
 constexpr std::wstring_view errorMarker = L"Evaluation error: ";
 constexpr std::wstring_view endMarker = L"MATLAB done";
 
@@ -101,7 +101,7 @@ std::wstring numbered(std::size_t index, const CPort& port) {
 }
 
 bool flashProducts(Unit& unit, std::wstring& error) {
-    const std::vector<ComRef<CPort>> products = unit.productPorts; // which a flash may have the host change
+    const std::vector<ComRef<CPort>> products = unit.productPorts; // the host may change them during a flash
     for (std::size_t i = 0; i < products.size(); ++i)
         if (!products[i]->product.specified)
             return fail(error, L"setProduct was not called for product " + numbered(i, *products[i]));

@@ -6,8 +6,8 @@ namespace solvane {
 
 class Unit;
 
-/// One run of the unit's script from start to end, and the flash of the products. It blocks the host's thread
-/// for as long as the script runs. False with a text; nothing is raised.
+/// Runs the unit's script from start to end and flashes the products. Blocks the host's thread while the
+/// script runs. False with a text; raises no error on the unit.
 [[nodiscard]] bool runCalculation(Unit& unit, std::wstring& error);
 
 } // namespace solvane

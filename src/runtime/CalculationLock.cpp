@@ -10,12 +10,12 @@ namespace solvane {
 
 namespace {
 
-/// Signalled while nobody holds the lock.
+/// Signalled while no thread holds the lock.
 const Handle calculationLock(CreateEventW(nullptr, FALSE, TRUE, nullptr));
 // Atomic, since a thread compares it with its own id without holding the lock.
 std::atomic<DWORD> calculationLockOwner{0};
 
-/// The run that holds the lock may use materials of this thread, so their calls come through meanwhile.
+/// Serves incoming COM calls meanwhile: the run that holds the lock may use materials of this thread.
 void waitForLock() {
     HANDLE lock = calculationLock.get();
     DWORD index = 0;

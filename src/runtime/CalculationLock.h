@@ -2,8 +2,8 @@
 
 namespace solvane {
 
-/// Lets one run at a time proceed in this process. A thread that holds the lock passes: a run that a paint
-/// message starts inside another run's wait does not wait for itself. A thread that waits serves calls of
+/// Lets one run at a time proceed in this process. The lock is reentrant: a run that a paint message starts
+/// inside another run's wait does not wait for itself. A waiting thread serves incoming calls of
 /// COM.
 class CalculationLock {
 public:

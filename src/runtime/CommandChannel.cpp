@@ -12,10 +12,10 @@ namespace solvane {
 
 namespace {
 
-/// How late a paint message may be served; not a time limit of the script.
+/// The longest delay of a paint message; not a time limit of the script.
 constexpr DWORD paintInterval = 300;
-/// A look for paint messages takes a third of a command's round trip, so commands that follow one another
-/// closely share one.
+/// Checking for paint messages takes a third of a command's round trip, so commands in quick succession share
+/// one check.
 constexpr DWORD paintPause = 30;
 
 } // namespace
@@ -49,12 +49,12 @@ void CommandChannel::serve(CalculationRun& run, std::wstring& error) {
         ULONGLONG now = GetTickCount64();
         if (now - pumped >= paintPause) {
             paintMessages.serve();
-            now = pumped = GetTickCount64(); // after it, so that slow painting leaves time for commands
+            now = pumped = GetTickCount64(); // after painting, so that slow painting leaves time for commands
         }
         const DWORD untilNextLook = paintInterval - static_cast<DWORD>(now - pumped);
         switch (WaitForMultipleObjects(2, events, FALSE, untilNextLook)) {
         case WAIT_OBJECT_0:
-            if (run.unit.terminationAsked) // the script is to end soon
+            if (run.unit.terminationAsked) // makes the script end soon
                 SetChannelError(block(), run.unit.startupError);
             else
                 carryOutCommand(run, block());

@@ -1,4 +1,4 @@
-/// The shared block of one run, and the loop that serves what the gateway asks for through it.
+/// The shared block of one run, and the loop that serves the gateway's requests.
 #pragma once
 
 #include "com/Handle.h"
@@ -12,8 +12,8 @@ namespace solvane {
 
 struct CalculationRun;
 
-/// Bytes that the block of a run needs, so that a matrix of all compounds and an equilibrium of all phases
-/// fit.
+/// The size in bytes of a run's block, which must hold a matrix of all compounds and an equilibrium of all
+/// phases.
 std::uint32_t blockSize(const CalculationRun& run);
 
 class CommandChannel {
@@ -21,9 +21,9 @@ public:
     /// Creates the block, named after the unit's id, and maps it.
     [[nodiscard]] bool open(const CalculationRun& run, std::wstring& error);
 
-    /// Serves the gateway's commands, on the host's thread, until the worker thread says that the script has
-    /// ended. Only paint messages are pumped: the host's windows stay drawn, and its input waits.
-    /// `error` is set only where the wait was abandoned.
+    /// Serves the gateway's commands, on the host's thread, until the worker thread signals the end of the
+    /// script. Pumps only paint messages: the host's windows stay drawn, and its input stays queued. Sets
+    /// `error` only if it abandons the wait.
     void serve(CalculationRun& run, std::wstring& error);
 
 private:

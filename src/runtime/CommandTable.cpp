@@ -27,7 +27,7 @@ struct Command {
     Handler carryOut;
 };
 
-/// In the order of their codes, which is that of the look-up.
+/// In the order of their codes, which the look-up relies on.
 constexpr std::array<Command, commandCount> commands{{
     {CommandCode::getFeedProp, getFeedProp},
     {CommandCode::setProduct, setProduct},

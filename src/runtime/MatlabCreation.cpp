@@ -8,7 +8,7 @@ namespace solvane {
 namespace {
 
 constexpr wchar_t mutexName[] = L"SolvaneUnitOperationStartMutex";
-// COM itself gives a server up after half a minute: a unit that holds the mutex longer hangs.
+// COM itself abandons a server after half a minute: a unit that holds the mutex longer hangs.
 constexpr DWORD patience = 45'000; // milliseconds
 
 HRESULT create(REFCLSID classId, ComRef<IDispatch>& application) {
@@ -22,8 +22,8 @@ HRESULT create(REFCLSID classId, ComRef<IDispatch>& application) {
 HRESULT createMatlabApplication(REFCLSID classId, ComRef<IDispatch>& application) {
     if (!isWine())
         return create(classId, application);
-    // Wine's COM gives a server that one process has started to whichever asks first, and leaves the other
-    // without; and it gives away, once, a server that was killed before it could serve.
+    // Wine's COM passes a server that one process has started to whichever process asks first, and leaves the
+    // other without one. It also returns, once, a server that was killed before it could serve.
     const Handle mutex(CreateMutexW(nullptr, FALSE, mutexName));
     const MutexHold turn(mutex.get(), patience);
     const HRESULT created = create(classId, application);

@@ -6,7 +6,7 @@
 
 namespace solvane {
 
-/// Creates Matlab's automation object, the process of its own that COM starts for it included.
+/// Creates Matlab's automation object, for which COM may start a process.
 HRESULT createMatlabApplication(REFCLSID classId, ComRef<IDispatch>& application);
 
 } // namespace solvane

@@ -31,8 +31,8 @@ public:
 
     bool start(std::wstring& error);
     bool run(std::wstring& error);
-    /// Leads Matlab out of the working folder. False where it runs another unit's script, whose folder it is
-    /// in: it answers nothing meanwhile, not even a release.
+    /// Changes Matlab's directory away from the working folder. False if Matlab runs another unit's script:
+    /// then it is in that unit's folder, and answers no call meanwhile, not even a release.
     bool leaveFolder();
     void end();
 
@@ -43,13 +43,13 @@ private:
     bool isReady(std::wstring& error);
     bool runScript(std::wstring& error);
     bool changeDirectory(std::wstring& error);
-    /// A command that prints nothing when it works.
+    /// Executes a command that prints nothing if it succeeds.
     bool executeSilent(const std::wstring& command, std::wstring& output);
 
     MatlabWorker& worker_;
     std::wstring startError_;
-    bool isMatlabShared_ = false; ///< other clients may use it too
-    bool isMatlabLost_ = false;   ///< its process ended under a run: the next run starts another
+    bool isMatlabShared_ = false; ///< other clients may use Matlab too
+    bool isMatlabLost_ = false;   ///< its process ended during a run: the next run starts another
     // In this order: Matlab is released before the apartment is left.
     Handle mutex_;
     std::optional<Apartment> apartment_;
@@ -93,7 +93,7 @@ bool MatlabSession::preparePath(std::wstring& error) {
 
     const MutexHold hold(mutex_.get());
     std::wstring output;
-    // What went wrong is told by Matlab's words for the first folder, by the folder for the others.
+    // Prescribed: the text ends with Matlab's output for the first folder, with the folder for the others.
     if (!executeSilent(L"addpath '" + moduleFolder + L"'", output))
         return fail(error, L"Failed to add to MATLAB path: " + output);
     for (const std::wstring& folder : {workingFolder, gatewayFolder})
@@ -195,7 +195,7 @@ void carryOut(MatlabSession& session, MatlabWorker& worker) {
     }
 }
 
-/// The thread's frame: no exception leaves it, so the host's thread never waits in vain.
+/// Lets no exception leave the thread, so that the host's thread never waits in vain.
 void carryOutGuarded(MatlabSession& session, MatlabWorker& worker) noexcept {
     const bool isStart = worker.workerCommand == WorkerCommand::start;
     try {
@@ -210,7 +210,7 @@ void carryOutGuarded(MatlabSession& session, MatlabWorker& worker) noexcept {
     }
 }
 
-/// The thread's work. `worker` must not be touched after the last `workerDoneEvent`.
+/// The thread's loop. It must not touch `worker` after the last `workerDoneEvent`.
 void serveUnit(MatlabWorker& worker) {
     const FloatingPointGuard floatingPoint;
     const HANDLE done = worker.workerDoneEvent.get();
@@ -218,10 +218,10 @@ void serveUnit(MatlabWorker& worker) {
     for (;;) {
         WaitForSingleObject(worker.workerCommandEvent.get(), INFINITE);
         if (worker.workerCommand == WorkerCommand::quit) {
+            // A busy Matlab is released after the event: it may be running the script of the waiting unit.
             if (session.leaveFolder())
                 session.end();
-            SetEvent(
-                done); // before the end where Matlab is busy: it may be with the script of who waits here
+            SetEvent(done);
             return;
         }
         carryOutGuarded(session, worker);
@@ -234,7 +234,7 @@ DWORD WINAPI matlabThread(void* argument) {
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&matlabThread),
                        &module);
     serveUnit(*static_cast<MatlabWorker*>(argument));
-    // The host may unload the module as soon as the unit is gone, while this thread is still on its way out.
+    // The host may unload the module as soon as the unit is destroyed, while this thread is still ending.
     FreeLibraryAndExitThread(module, 0);
 }
 

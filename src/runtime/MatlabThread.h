@@ -1,5 +1,5 @@
-/// The unit's connection to Matlab. A call to Matlab returns only when Matlab is done, which for a run is the
-/// whole script, so it blocks on a thread of its own while the host's thread serves the script's requests.
+/// The unit's connection to Matlab. A call to Matlab returns only when Matlab has finished, in a run with the
+/// whole script, so a separate thread makes the call while the host's thread serves the script's requests.
 #pragma once
 
 #include "com/Handle.h"
@@ -8,7 +8,7 @@ namespace solvane {
 
 struct MatlabWorker;
 
-/// Starts the thread, which waits for its first WorkerCommand and ends after `quit`. Each command is answered
+/// Starts the thread, which waits for its first WorkerCommand and ends after `quit`. It answers each command
 /// with `workerDoneEvent`.
 Handle startMatlabThread(MatlabWorker& worker);
 

@@ -7,10 +7,10 @@ namespace solvane {
 namespace {
 
 constexpr wchar_t mutexName[] = L"SolvaneUnitOperationSharedMatlabMutex";
-// Enough for a change of folder.
-constexpr DWORD aMoment = 1000; // milliseconds
+// Long enough for a change of folder.
+constexpr DWORD shortPatience = 1000; // milliseconds
 
-// The runs of a process go one after the other, unless one begins within another on the host's thread.
+// The runs of a process follow one another, unless one begins inside another on the host's thread.
 std::atomic<bool> isRunInProgress{false};
 
 } // namespace
@@ -38,15 +38,15 @@ bool MatlabTurn::takeForRun(HANDLE cancelEvent, std::wstring& error) {
 }
 
 bool MatlabTurn::takeSoon() {
-    return wait(aMoment);
+    return wait(shortPatience);
 }
 
 bool MatlabTurn::wait(DWORD patience, HANDLE cancelEvent) {
     mutex_.reset(CreateMutexW(nullptr, FALSE, mutexName));
-    // Another user of this session has it, who also has a Matlab of his own.
+    // The mutex belongs to another user in this session, who has a Matlab of his own.
     if (!mutex_)
         return true;
-    // The turn of a process that died comes as an abandoned mutex.
+    // A process that died leaves its turn as an abandoned mutex.
     const HANDLE handles[] = {mutex_.get(), cancelEvent};
     const DWORD waited = WaitForMultipleObjects(cancelEvent ? 2 : 1, handles, FALSE, patience);
     if (waited != WAIT_OBJECT_0 && waited != WAIT_ABANDONED_0)

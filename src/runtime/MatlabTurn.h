@@ -1,5 +1,5 @@
-/// Turns on a Matlab that serves several clients. It carries out one command after another, whoever sends
-/// them, and a run is two of them: between the unit's `cd` and the end of its script no other unit may come.
+/// Turns on a Matlab that serves several clients. It executes one command after another, whoever sends them,
+/// and a run needs two: no other unit may send one between the unit's `cd` and the end of its script.
 #pragma once
 
 #include "com/Handle.h"
@@ -9,7 +9,7 @@
 namespace solvane {
 
 /// The turn of a unit among those of this process and of all others, held by the thread that took it. A
-/// process that dies loses its turn. The system gives each session turns of its own, as it gives each a
+/// process that dies loses its turn. Each session of the system has its own turns, as it has its own
 /// Matlab.
 class MatlabTurn {
 public:
@@ -18,17 +18,17 @@ public:
     MatlabTurn(const MatlabTurn&) = delete;
     MatlabTurn& operator=(const MatlabTurn&) = delete;
 
-    /// Waits until it is this unit's turn to run, or the event is set. False, with a text, on that event, and
-    /// within another run of this process, whose turn would never end.
+    /// Waits for this unit's turn to run, or for the event. False, with a text, on that event, and inside
+    /// another run of this process, whose turn would never end.
     [[nodiscard]] bool takeForRun(HANDLE cancelEvent, std::wstring& error);
 
-    /// False where another unit has its turn, and keeps it longer than a moment.
+    /// Waits for a short time. False if another unit keeps its turn longer.
     [[nodiscard]] bool takeSoon();
 
 private:
     bool wait(DWORD patience, HANDLE cancelEvent = nullptr);
 
-    Handle mutex_; ///< null where there is nothing to give back
+    Handle mutex_; ///< null if there is nothing to release
     bool isForRun_ = false;
 };
 

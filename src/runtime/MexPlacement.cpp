@@ -18,7 +18,7 @@ struct MexPlace {
     std::string folder;
     bool done = false;
 };
-// Shared by all units of the process. Their hosts may make several at a time, each on a thread of its own.
+// Shared by all units of the process. Hosts may create several at a time, each on a thread of its own.
 MexPlace place;
 CriticalSection placing;
 

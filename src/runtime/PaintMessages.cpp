@@ -4,7 +4,8 @@ namespace solvane {
 
 namespace {
 
-// Of one look at the queue. A window that invalidates itself while it paints always has a message.
+// The limits of one check of the queue: a window that invalidates itself while it paints always has a
+// message.
 constexpr int mostMessages = 100;
 constexpr ULONGLONG longestLook = 10; // ms
 

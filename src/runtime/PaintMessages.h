@@ -4,18 +4,18 @@
 
 namespace solvane {
 
-/// Keeps the windows of a thread drawn while it waits for something: serves paint messages and leaves input
-/// where it is. A window that never becomes valid does not hold it up.
+/// Keeps the windows of a thread drawn while it waits: serves paint messages and leaves input in the queue. A
+/// window that never becomes valid does not delay it.
 class PaintMessages {
 public:
     PaintMessages() = default;
-    /// Posts the end of the thread's message loop again if that has come meanwhile: a look for any message
-    /// takes it too.
+    /// Posts the quit message of the thread's message loop again if it arrived meanwhile: checking for any
+    /// message removes it.
     ~PaintMessages();
     PaintMessages(const PaintMessages&) = delete;
     PaintMessages& operator=(const PaintMessages&) = delete;
 
-    /// Serves what there is, within bounds of number and time.
+    /// Serves the waiting messages, up to a number and a time.
     void serve();
 
 private:

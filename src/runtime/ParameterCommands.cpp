@@ -1,4 +1,4 @@
-// getParameter and setParameter: the script's way to the unit's parameters.
+// getParameter and setParameter: the script's access to the unit's parameters.
 
 #include "UnitCommands.h"
 #include "channel/ChannelFrame.h"
@@ -51,7 +51,7 @@ CParameter* findParameter(Unit& unit, const std::string& name, std::string& erro
     return nullptr;
 }
 
-/// Written so that a NaN is refused by any bound that is set.
+/// Written so that any bound rejects a NaN.
 template <class T>
 bool isWithinBounds(T value, const Variant& minimum, const Variant& maximum, T (Variant::*number)() const,
                     std::string& error) {
@@ -62,7 +62,7 @@ bool isWithinBounds(T value, const Variant& minimum, const Variant& maximum, T (
     return true;
 }
 
-/// floor(value + 0.5) as an int32. What an int32 cannot hold, NaN included, becomes its lowest value, as the
+/// floor(value + 0.5) as an int32. A value outside its range, NaN included, becomes the lowest int32, as the
 /// processor converts it.
 LONG rounded(double value) {
     const double whole = std::floor(value + 0.5);
@@ -138,7 +138,7 @@ bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& repl
     case ParameterKind::string: {
         reply.tag(ValueTag::text);
         const std::string text = narrow(value.text());
-        constexpr std::size_t reserve = 4; // kept free behind the longest text
+        constexpr std::size_t reserve = 4; // kept free after the longest text
         if (reply.room() < text.size() + reserve)
             return fail(error, "String value too large for allocated memory");
         reply.text(text);

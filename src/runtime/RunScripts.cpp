@@ -61,7 +61,7 @@ bool writeUnitScript(const Unit& unit, std::wstring& error) {
         std::fwrite(block.data(), 1, count, target.get());
     if (std::ferror(source.get()))
         return fail(error, withSystemsText(runScriptReading));
-    // Half a script may well run, and give other numbers.
+    // Half a script might run, with wrong results.
     return closeWritten(std::move(target)) || fail(error, withSystemsText(runScriptWriting));
 }
 

@@ -42,7 +42,7 @@ bool getProductCount(CalculationRun& run, RequestReader&, ReplyWriter& reply, st
 }
 
 bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string&) {
-    // With nothing to log or nowhere to log it, no status is written: the gateway takes that as success.
+    // Without a text or a log, writes no status: the gateway takes that as success.
     const std::wstring text = widen(request.text());
     const ComRef<ICapeDiagnostic> log = text.empty() ? ComRef<ICapeDiagnostic>() : run.unit.hostLog();
     if (!log)

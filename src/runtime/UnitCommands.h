@@ -1,6 +1,6 @@
 /// The commands of the channel that touch no thermodynamics. All return true with the reply written, or false
-/// with the failure's text. The parameters' commands ignore the parameter's mode, and what a script sets does
-/// not make the unit dirty.
+/// with the failure's text. The parameters' commands ignore the parameter's mode, and a value that a script
+/// sets does not make the unit dirty.
 #pragma once
 
 #include <string>
@@ -23,8 +23,8 @@ class ReplyWriter;
                                 std::string& error);
 [[nodiscard]] bool getProductCount(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
                                    std::string& error);
-/// With nothing to log or nowhere to log it, no reply is written, so that the request's code stays in place
-/// of the status.
+/// Without a text or a log it writes no reply, so that the request's code stays in place of the
+/// status.
 [[nodiscard]] bool logMessage(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
                               std::string& error);
 

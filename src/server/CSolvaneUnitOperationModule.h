@@ -10,19 +10,19 @@ namespace solvane {
 /// One class that can be reached through DllGetClassObject.
 struct ObjectMapEntry {
     const CLSID* classId;
-    /// Writes or removes what the registry says of the class; null where it says nothing.
+    /// Writes or removes the class's registry entries; null if it has none.
     HRESULT (*updateRegistry)(bool registering);
     InstanceCreator createInstance;
-    void* cachedFactory; ///< encoded; made on first demand and kept to the module's unload
+    void* cachedFactory; ///< encoded; created on first use and kept until the module unloads
 };
 
-/// The module: its identity, its object map and what it does at load and unload. Made at load.
+/// The module: its identity, its object map and what it does at load and unload. Created at load.
 class CSolvaneUnitOperationModule : public ComModule {
 public:
     /// Frees the cached class factories.
     ~CSolvaneUnitOperationModule();
 
-    /// What is done once at process attach.
+    /// Runs once, at process attach.
     void attach(HINSTANCE moduleInstance);
 
     /// False until attach has succeeded.

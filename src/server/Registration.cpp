@@ -12,7 +12,7 @@
 #include <array>
 #include <optional>
 
-// The compiler's headers lack it.
+// Missing from the compiler's headers.
 extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
 
 namespace solvane {
@@ -25,7 +25,7 @@ constexpr UINT unitScript = 102;
 
 constexpr wchar_t modelFileType[] = L"SolvaneUnitOperationModel";
 
-/// Registry texts are written and found alike for every user's language.
+/// Makes registry texts the same for every user's language.
 class NeutralLocale {
 public:
     NeutralLocale() : saved_(GetThreadLocale()) { SetThreadLocale(LOCALE_SYSTEM_DEFAULT); }
@@ -72,7 +72,7 @@ HRESULT registerTypeLibrary(bool perUser) {
 HRESULT unregisterTypeLibrary() {
     const HRESULT removed =
         UnRegisterTypeLib(typeLibraryId, 1, 0, LOCALE_NEUTRAL, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
-    // Not there is as good as removed: the first is Windows' code for that, the second Wine's.
+    // A missing entry counts as removed: the first code is Windows', the second Wine's.
     return removed == TYPE_E_REGISTRYACCESS || removed == E_INVALIDARG ? S_OK : removed;
 }
 
@@ -123,7 +123,7 @@ HRESULT registerServer() {
     return result;
 }
 
-// The per-user switch is not looked at: what is removed is the machine's registration.
+// Ignores the per-user switch: this removes the machine's registration.
 HRESULT unregisterServer() {
     const NeutralLocale locale;
     HRESULT result = updateClasses(false);

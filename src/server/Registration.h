@@ -1,17 +1,17 @@
-/// What the registry says of the module: the class with its CAPE-OPEN categories and description, the type
-/// library, and the model file type.
+/// The module's registry entries: the class with its CAPE-OPEN categories and description, the type library,
+/// and the model file type.
 #pragma once
 
 #include <windows.h>
 
 namespace solvane {
 
-// The first failure is returned. Registering is for this user alone where the user's own value "CurrentUser"
-// of Software\SolvaneUO is "1"; unregistering always takes the machine's entries.
+// Each returns the first failure. Registers for this user only if the user's value "CurrentUser" of
+// Software\SolvaneUO is "1"; always unregisters the machine's entries.
 HRESULT registerServer();
 HRESULT unregisterServer();
 
-/// The entries of the unit's class alone.
+/// Only the entries of the unit's class.
 HRESULT updateUnitRegistry(bool registering);
 
 } // namespace solvane

@@ -20,8 +20,8 @@ const CPort* firstConnectedPort(const Unit& unit) {
     return nullptr;
 }
 
-/// Both generations: takes the copy that a port's material made of itself. Hosts may report success and give
-/// no object, so the object decides.
+/// Both generations: takes the copy that a port's material made of itself. Hosts may report success without
+/// an object, so the object decides.
 template <class Material>
 bool takeCopy(Material& original, HRESULT hr, const ComRef<IDispatch>& copy, const wchar_t* interfaceName,
               ComRef<Material>& result, std::wstring& error) {
@@ -33,7 +33,7 @@ bool takeCopy(Material& original, HRESULT hr, const ComRef<IDispatch>& copy, con
     return true;
 }
 
-/// Compound and phase lists as a material gave them.
+/// The compound and phase lists of a material.
 struct MaterialLists {
     VariantArray compounds;
     VariantArray phases;
@@ -63,7 +63,7 @@ bool getLists11(CalculationRun& run, MaterialLists& lists, std::wstring& error) 
     if (FAILED(hr))
         return fail(error, noCompoundList(*run.compounds, hr));
 
-    // A material without phases fails as one whose phases can't be listed.
+    // Reports a material without phases like one whose phases cannot be listed.
     run.phases = run.material11.as<ICapeThermoPhases>();
     VariantArray keyCompounds;
     hr = run.phases
@@ -75,7 +75,7 @@ bool getLists11(CalculationRun& run, MaterialLists& lists, std::wstring& error) 
     return true;
 }
 
-/// The label decides, not the state of aggregation that the material gave for it.
+/// The label decides, not the material's state of aggregation.
 std::int32_t aggregationCode(std::wstring_view label) {
     static constexpr std::array<std::wstring_view, 3> states{L"vapor", L"liquid", L"solid"};
     for (std::size_t i = 0; i < states.size(); ++i)

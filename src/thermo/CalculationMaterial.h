@@ -1,5 +1,5 @@
-/// The calculation material: the unit's private material for one run, which all flashes and property calls of
-/// the script go to, so that the host's own materials stay as they are.
+/// The calculation material: the unit's private material for one run. All flashes and property calls of the
+/// script use it, so that the host's own materials stay unchanged.
 #pragma once
 
 #include "CalculationRun.h"
@@ -11,8 +11,8 @@ namespace solvane {
 
 class CPort;
 
-/// Makes the run's calculation material from the first connected port, feeds before products. Without a
-/// connected port there is none, and the run goes on.
+/// Creates the run's calculation material from the first connected port, feeds before products. Without a
+/// connected port there is none, and the run continues.
 [[nodiscard]] bool createCalculationMaterial(CalculationRun& run, std::wstring& error);
 
 /// Reads the run's compounds and phases from the calculation material. Without one both are empty, and a 1.0
@@ -22,16 +22,16 @@ class CPort;
 /// The compound identifiers of the material that is connected to a port.
 [[nodiscard]] bool readCompoundList(CPort& port, std::vector<std::wstring>& compounds, std::wstring& error);
 
-/// A routine of the 1.1 calculation material, asked for on first need and then kept for the run. Null where
-/// the material has none.
+/// A routine of the 1.1 calculation material, queried on first use and then kept for the run. Null if the
+/// material does not have it.
 ICapeThermoPropertyRoutine* propertyRoutine(CalculationRun& run);
 ICapeThermoEquilibriumRoutine* equilibriumRoutine(CalculationRun& run);
 
-/// What a command answers that needs a calculation material where there is none.
+/// The failure of a command that needs a calculation material if there is none.
 inline constexpr char noCalculationMaterial[] =
     "No calculation material available; at least one port must be connected";
 
-/// What a command answers that calculates an overall property, where the material can't.
+/// The failure of a command that calculates an overall property if the material cannot.
 inline constexpr char noPropertyRoutine[] = "Material object does not expose ICapeThermoPropertyRoutine";
 
 } // namespace solvane

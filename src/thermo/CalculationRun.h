@@ -20,16 +20,16 @@ struct CalculationRun {
     Unit& unit;
 
     // The calculation material: the unit's private copy of the first connected port's material. At most one
-    // generation is set, none where no port is connected.
+    // generation is set, and none if no port is connected.
     ComRef<ICapeThermoMaterialObject> material10;
     ComRef<ICapeThermoMaterial> material11;
-    // Of the 1.1 calculation material; the two routines are asked for on first need.
+    // Interfaces of the 1.1 calculation material; the two routines are queried on first use.
     ComRef<ICapeThermoCompounds> compounds;
     ComRef<ICapeThermoPhases> phases;
     ComRef<ICapeThermoPropertyRoutine> propertyRoutine;
     ComRef<ICapeThermoEquilibriumRoutine> equilibriumRoutine;
 
-    /// A 1.0 material becomes the calculation material for the rest of the run.
+    /// Makes a 1.0 material the calculation material for the rest of the run.
     void replaceMaterial(ComRef<ICapeThermoMaterialObject> material) {
         material10 = std::move(material);
         material11.reset();
@@ -37,14 +37,14 @@ struct CalculationRun {
         equilibriumRoutine.reset();
     }
 
-    // The lists that initRun.m gives to the script.
-    VariantArray compoundIds; ///< strings, VT_EMPTY where there are none
+    // The lists that initRun.m passes to the script.
+    VariantArray compoundIds; ///< strings; VT_EMPTY if there are none
     std::size_t nComp = 0;
     std::vector<std::string> phaseNames;        ///< ANSI, in the material's order; none for a 1.0 material
     std::vector<std::wstring> phaseLabels;      ///< the same phases, as the host knows them
-    std::vector<std::int32_t> aggregationCodes; ///< one a phase: 0 unknown, 1 vapor, 2 liquid, 3 solid
+    std::vector<std::int32_t> aggregationCodes; ///< one per phase: 0 unknown, 1 vapor, 2 liquid, 3 solid
 
-    // For calls with a single value or a single name: made once, filled anew for each call.
+    // For calls with a single value or a single name: created once, reused by each call.
     OneReal oneReal;
     OneText oneText;
 };

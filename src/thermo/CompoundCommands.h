@@ -1,5 +1,5 @@
-/// The commands that read data of the pure compounds, of all of them at once, in the run's order. They return
-/// true with the reply written, or false with the failure's text.
+/// The commands that read data of all pure compounds at once, in the run's order. They return true with the
+/// reply written, or false with the failure's text.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ class ReplyWriter;
 /// A constant of every compound.
 /// Request: text constant. Reply: uint32 0 and nComp doubles, NaN where a compound has no value, or uint32 1
 /// and nComp texts, empty where it has none.
-/// Where a 1.0 material fails to give the constant it returns true with no reply written, so that the
+/// If a 1.0 material fails to return the constant, it returns true without writing a reply, so that the
 /// request's code stays in place of the status.
 [[nodiscard]] bool getCompoundConstant(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
                                        std::string& error);

@@ -19,8 +19,8 @@ bool wrongType(std::string& error) {
     return fail(error, std::string(invalidConstants) + "unexpected data type for a value");
 }
 
-/// A material that fails to give the constant of all compounds is asked once more for each of them. What it
-/// gives then is dropped: the script gets no answer.
+/// If a material fails to return the constant of all compounds, this queries each compound once more. It
+/// drops the results: the script gets no answer.
 bool getConstants10(CalculationRun& run, const Bstr& name, VariantArray& values) {
     const VARIANT& names = run.oneText.of(name);
     if (SUCCEEDED(run.material10->GetComponentConstant(names, allCompounds, values.put())))
@@ -92,7 +92,7 @@ bool getCompoundConstant(CalculationRun& run, RequestReader& request, ReplyWrite
     const std::span<const VARIANT> values = constants.variants();
     if (values.size() != run.nComp)
         return fail(error, std::string(invalidConstants) + "unexpected number of values");
-    // The first value decides of which kind all of them are.
+    // The first value determines the kind of all values.
     const auto first = std::ranges::find_if(values, [](const VARIANT& v) { return v.vt != VT_EMPTY; });
     if (first == values.end())
         return fail(error, std::string(invalidConstants) + "values not available");

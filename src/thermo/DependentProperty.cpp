@@ -27,13 +27,13 @@ constexpr Condition pressure{
     "pressure",   &HostTexts::pressure,   'P',
     L"Dpressure", pressureDependentUnits, &ICapeThermoCompounds::GetPDependentProperty};
 
-/// What the script wants of every compound.
+/// The script's request, for every compound.
 struct Question {
     const Condition& condition;
     double value; ///< of the condition
     std::string name;
 
-    /// `reason` may be what the host's object says of a failure.
+    /// `reason` may be the host object's own words.
     bool failed(const char* verb, const std::string& reason, std::string& error) const {
         return fail(error, std::string("Failed to ") + verb + " " + condition.letter +
                                "-dependent property \"" + name + "\": " + reason);
@@ -51,7 +51,7 @@ bool isKnown(const Question& question, std::string& error) {
                 "Property '" + question.name + "' is not a known " + condition.name + " dependent property");
 }
 
-/// There is no call for pure compounds: the material itself is brought to the condition and calculates.
+/// There is no call for pure compounds: sets the condition on the material itself, which then calculates.
 bool get10(CalculationRun& run, const Question& question, VariantArray& values, std::string& error) {
     if (!isKnown(question, error))
         return false;
@@ -67,7 +67,7 @@ bool get10(CalculationRun& run, const Question& question, VariantArray& values, 
     hr = material.CalcProp(run.oneText.of(name), phases.of(hostTexts.overall), hostTexts.pure.get());
     if (FAILED(hr))
         return question.failed("calculate", describeFailure(material, hr), error);
-    // Hosts have their own basis for all other names.
+    // Hosts use their own basis for all other names.
     const bool isMolar = question.name.find("mol") != std::string::npos;
     hr = getProperty10(material, name.get(), overall, isMolar ? hostTexts.mole.get() : notGiven, values.put(),
                        hostTexts.pure.get());
@@ -93,7 +93,7 @@ bool getProperty(const Condition& condition, CalculationRun& run, RequestReader&
     const std::string invalid = "Invalid return values from Get";
     if (!readVariantArray(values, VT_R8, error))
         return fail(error, invalid + condition.letter + "DependentProperty: " + error);
-    // Scripts know these words for both commands.
+    // Prescribed text for both commands, though it names the first.
     if (values.count() != run.nComp)
         return fail(error, invalid + "TDependentProperty: unexpected number of values");
     reply.success();

@@ -12,15 +12,15 @@ namespace solvane {
 namespace {
 
 struct Equilibrium {
-    std::vector<double> fractions;                 ///< one a phase
-    std::vector<std::vector<double>> compositions; ///< nComp values a phase
+    std::vector<double> fractions;                 ///< one per phase
+    std::vector<std::vector<double>> compositions; ///< nComp values per phase
     double temperature = 0;
     double pressure = 0;
 };
 
 constexpr char emptyLabel[] = "List of present phases on material contains empty string";
 
-/// Takes what a material gave for `what`, such as "pressure", where `hr` is the result of the call.
+/// Reads a material's values of `what`, such as "pressure"; `hr` is the result of the call.
 bool readValues(IUnknown& material, HRESULT hr, VariantArray& values, const std::string& what,
                 std::size_t count, const char* wrongCount, std::vector<double>& reals, std::string& error) {
     if (FAILED(hr))

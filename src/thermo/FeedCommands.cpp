@@ -19,13 +19,13 @@ namespace solvane {
 
 namespace {
 
-/// What is asked of a feed, by its number in the script.
+/// The script's request for a property of a feed, by its number in the script.
 struct FeedRequest {
     std::string number;
     std::string property;
 };
 
-/// The properties that a feed's material is asked for directly. All others are calculated.
+/// The properties that are read from a feed's material directly. All others are calculated.
 struct DirectProperty {
     FlashProperty code;
     Bstr HostTexts::*name;
@@ -61,7 +61,7 @@ bool copyFailed(const FeedRequest& feed, const std::string& reason, std::string&
     return fail(error, "Failed to copy feed " + feed.number + " to calculation material: " + reason);
 }
 
-/// The copy takes the calculation material's place for the rest of the run.
+/// The copy becomes the calculation material for the rest of the run.
 bool calculateProperty(CalculationRun& run, ICapeThermoMaterialObject& source, const FeedRequest& feed,
                        double& result, std::string& error) {
     ComRef<IDispatch> object;

@@ -29,7 +29,7 @@ bool flash(CalculationRun& run, const FlashRequest& request, std::string& error)
            flashCalculationMaterial(run, request, error);
 }
 
-/// What flashProperty gives, by the exact name.
+/// The properties that flashProperty returns, by their exact names.
 constexpr std::array<std::string_view, 8> overallProperties{
     "enthalpy", "enthalpyF", "enthalpyNF", "entropy", "entropyF", "entropyNF", "internalEnergy", "volume",
 };

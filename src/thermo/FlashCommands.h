@@ -17,7 +17,7 @@ class ReplyWriter;
 [[nodiscard]] bool flashEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
                                     std::string& error);
 
-/// The request has the text of the property to return behind the names. Reply: double.
+/// The request also has the text of the property to return, after the names. Reply: double.
 [[nodiscard]] bool flashProperty(CalculationRun& run, RequestReader& request, ReplyWriter& reply,
                                  std::string& error);
 

@@ -14,7 +14,7 @@ using FlashConstraints = std::span<const FlashConstraint, 2>;
 
 FlashProperty codeOf(const FlashConstraint& constraint);
 
-/// Whether both names may constrain a flash. The text begins with `caller`.
+/// Whether both names may constrain a flash. The error text begins with `caller`.
 [[nodiscard]] bool areFlashConstraints(FlashConstraints constraints, const std::string& caller,
                                        std::string& error);
 

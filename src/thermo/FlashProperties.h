@@ -23,7 +23,7 @@ enum class FlashProperty {
     fraction = 14,
 };
 
-/// The code of a name in whatever case, `unknown` for any other text. "energy" is another name of
+/// The code of a name, ignoring case; `unknown` for any other text. "energy" is another name of
 /// "internalEnergy".
 FlashProperty flashPropertyCode(std::wstring_view name);
 
@@ -31,13 +31,13 @@ constexpr bool isFlashConstraint(FlashProperty code) {
     return code <= FlashProperty::volume;
 }
 
-/// Temperature and pressure have no basis; all else travels on a mole basis.
+/// Temperature and pressure have no basis; all other properties are on a mole basis.
 constexpr bool isMolar(FlashProperty code) {
     return code != FlashProperty::temperature && code != FlashProperty::pressure;
 }
 
-/// The name by which a 1.0 material knows the flash with these two constraints, in either order. Null for a
-/// pair that has none.
+/// A 1.0 material's name for the flash with these two constraints, in either order. Null for a pair without a
+/// name.
 const wchar_t* flashType(FlashProperty first, FlashProperty second);
 
 } // namespace solvane

@@ -11,7 +11,7 @@
 
 namespace solvane {
 
-/// The texts that the calls on materials need all the time, made once.
+/// The texts that most calls on materials need, created once.
 struct HostTexts {
     Bstr pressure{L"pressure"};
     Bstr temperature{L"temperature"};
@@ -30,18 +30,18 @@ extern const HostTexts hostTexts;
 /// The solution type of every 1.1 equilibrium calculation.
 BSTR unspecifiedSolution();
 
-/// What stands for a calculation type or a basis that a call doesn't give.
+/// Stands for a calculation type or a basis that a call does not specify.
 inline constexpr BSTR notGiven = nullptr;
 
-/// An empty list of compounds, by which a 1.0 material understands all of them.
+/// An empty list of compounds, which means all of them to a 1.0 material.
 inline constexpr VARIANT allCompounds{};
 
-/// A name from the script for a host, through the thread's code page.
+/// Converts a name from the script for a host, through the thread's code page.
 Bstr hostText(std::string_view text);
-/// A host's text for the script.
+/// Converts a host's text for the script.
 std::string scriptText(std::wstring_view text);
 
-/// What the host's `object` has to say of the failure `hr` of one of its methods.
+/// Describes the failure `hr` of a method of the host's `object`, in the object's own words if it has any.
 std::string describeFailure(IUnknown& object, HRESULT hr);
 
 } // namespace solvane

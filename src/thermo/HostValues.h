@@ -1,4 +1,4 @@
-/// What a host's material gave in answer to a call, checked before it is used.
+/// Checks the values that a host's material returns.
 #pragma once
 
 #include "com/VariantArray.h"
@@ -9,8 +9,8 @@
 
 namespace solvane {
 
-/// Takes just `count` reals. Otherwise false, with the array reader's text or, for another number of values,
-/// `wrongCount`.
+/// Reads exactly `count` reals. Otherwise false, with the array reader's text or, for another number of
+/// values, `wrongCount`.
 [[nodiscard]] bool readReals(VariantArray& values, std::size_t count, const char* wrongCount,
                              std::vector<double>& reals, std::string& error);
 
@@ -18,14 +18,14 @@ namespace solvane {
 [[nodiscard]] bool readScalar(VariantArray& values, const char* wrongCount, double& scalar,
                               std::string& error);
 
-/// A phase of a material by its label, in the form for the host and in that for the script.
+/// The label of a material's phase, in the host's form and in the script's.
 struct PhaseLabel {
     Bstr host;
     std::string script;
     bool isNull = false; ///< a null text; both forms are empty then
 };
 
-/// Takes the list of phases that are present on a material, where `hr` is the result of the call that gave
+/// Reads the list of phases that are present on a material; `hr` is the result of the call that returned
 /// it.
 [[nodiscard]] bool readPresentPhases(IUnknown& material, HRESULT hr, VariantArray& labels,
                                      std::vector<PhaseLabel>& phases, std::string& error);

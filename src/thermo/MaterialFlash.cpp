@@ -17,7 +17,7 @@ bool invalidProperty(const FlashConstraint& constraint, std::string& error) {
     return fail(error, "Invalid flash property: " + constraint.name);
 }
 
-/// For the two flashes: `failure` is what the host's own words of a failure follow.
+/// `failure` precedes the host's description of a failure.
 template <class Material>
 bool setComposition(Material& material, const std::vector<double>& composition, const char* failure,
                     std::string& error) {
@@ -87,7 +87,7 @@ bool flashProduct10(const ProductSpecification& product, ICapeThermoMaterialObje
 
 // ---- 1.1
 
-/// What an equilibrium routine reads of one constraint: property, basis, phase.
+/// The form of a constraint for an equilibrium routine: property, basis, phase.
 using Specifications = std::array<VariantArray, 2>;
 
 bool setVaporFraction11(ICapeThermoMaterial& material, const std::wstring& label, double value,
@@ -117,7 +117,7 @@ bool setOverallConstraint11(ICapeThermoMaterial& material, const FlashConstraint
 
 /// Sets both constraints.
 ///  - findVapor(place, label, error) finds the vapor phase for a constraint on its fraction,
-///  - `failureTail` follows the name of another property that the host refuses.
+///  - `failureTail` follows the name of any other property that the host rejects.
 template <class FindVapor>
 bool setConstraints11(ICapeThermoMaterial& material, FlashConstraints constraints, FindVapor findVapor,
                       const char* failureTail, OneReal& oneReal, Specifications& specifications,

@@ -22,7 +22,7 @@ struct FlashRequest {
 [[nodiscard]] bool flashCalculationMaterial(CalculationRun& run, const FlashRequest& request,
                                             std::string& error);
 
-/// Sets a product as the script stated it on the material that is connected to its port, and flashes it.
+/// Sets a product, as the script stated it, on the material connected to its port, and flashes it.
 [[nodiscard]] bool flashProductPort(CPort& port, std::string& error);
 
 } // namespace solvane

@@ -1,4 +1,4 @@
-/// Arrays of one element, made once and filled anew for each call that takes a single value or name.
+/// Arrays of one element, created once and reused by each call that takes a single value or name.
 #pragma once
 
 #include "com/VariantArray.h"

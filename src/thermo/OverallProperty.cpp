@@ -10,7 +10,7 @@ namespace {
 
 /// Both generations: the calls differ, the sum and its failures don't.
 ///  - calculate(phase) and getProperty(phase, values) are the calls,
-///  - `material` gives the values, `calculator` calculates; each describes its own failures.
+///  - `material` returns the values, `calculator` calculates; each describes its own failures.
 template <class Material, class Calculate, class GetProperty>
 bool sumOverPhases(const std::vector<PhaseLabel>& phases, const std::string& name, Material& material,
                    IUnknown& calculator, Calculate calculate, GetProperty getProperty, double& result,

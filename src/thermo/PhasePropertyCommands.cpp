@@ -19,7 +19,7 @@ struct PhaseState {
     VariantArray composition;
 };
 
-/// A property that the script wants, and the state at which it wants it.
+/// The property that the script requests, and its state.
 struct Question {
     double temperature = 0;
     double pressure = 0;
@@ -43,7 +43,7 @@ Question readQuestion(const CalculationRun& run, RequestReader& request, std::si
     return question;
 }
 
-// What goes wrong on the way to a result. The generations differ in their calls, not in their words.
+// The failures, in the same words for both generations.
 constexpr char temperatureFailed[] = "Failed to set temperature on material: ";
 constexpr char pressureFailed[] = "Failed to set pressure on material: ";
 constexpr char compositionFailed[] = "Failed to set composition on material: ";
@@ -93,7 +93,7 @@ bool setConditions11(CalculationRun& run, const Question& question, std::string&
                [](const PhaseState& phase) { return phase.composition.get(); }, compositionFailed);
 }
 
-/// The label for a property of these phases. There is no call for two phases: their labels, put end to end,
+/// The label for a property of these phases. A 1.0 material has no call for two phases: their joined labels
 /// name the pair.
 Bstr joinedLabel(const std::vector<PhaseState>& phases) {
     std::wstring label;
@@ -137,13 +137,13 @@ bool calculate11(CalculationRun& run, const Question& question, VariantArray& va
     return SUCCEEDED(hr) || fail(error, resultFailed(question) + describeFailure(material, hr));
 }
 
-/// The shape of so many values.
+/// The shape of a number of values.
 struct Shape {
     ValueShape shape;
     std::size_t count;
 };
 
-/// The first of `shapes` with the count of values decides.
+/// Writes the first of `shapes` with the right number of values.
 bool answer(CalculationRun& run, const Question& question, std::span<const Shape> shapes, ReplyWriter& reply,
             std::string& error) {
     VariantArray values;

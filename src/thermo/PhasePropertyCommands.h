@@ -1,10 +1,10 @@
-/// The commands that calculate a property of one phase, or of two, at a state that the script gives. Both
+/// The commands that calculate a property of one phase, or of two, at a given state. Both
 /// work on the calculation material, which keeps what was set before a failure; both return true with the
 /// reply written, or false with the failure's text.
 ///
 /// Request: double temperature, K; double pressure, Pa; nComp doubles for each phase, mole fractions; text
-/// property, which may end with a derivative's suffix as ".Dtemperature"; text for each phase, its label.
-/// Reply: uint32 shape, then the doubles, in SI units on a mole basis.
+/// property, which may end with a derivative's suffix such as ".Dtemperature"; text for each phase, its
+/// label. Reply: uint32 shape, then the doubles, in SI units on a mole basis.
 #pragma once
 
 #include <string>

@@ -8,7 +8,7 @@
 
 namespace solvane {
 
-/// The port of the script's `number`, from 1. Null with a text that names the command.
+/// The port with the script's `number`, from 1. Null with a text that names the command.
 [[nodiscard]] inline CPort* findPort(const std::vector<ComRef<CPort>>& ports, std::int32_t number,
                                      const char* command, std::string& error) {
     if (number >= 1 && static_cast<std::size_t>(number) <= ports.size())

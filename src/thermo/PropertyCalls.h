@@ -1,5 +1,5 @@
 /// The calls that get and set properties, in one form for the materials of both generations. Values are on a
-/// mole basis unless a basis is given.
+/// mole basis unless the call specifies a basis.
 #pragma once
 
 #include "CapeOpen.h"

@@ -13,7 +13,7 @@ struct SinglePhaseRow {
 };
 
 /// Prescribed texts, here and in the tables below: the first row, which looks like a heading, is a name that
-/// scripts may use, and "gr" stands for gram.
+/// scripts may use, and "gr" means gram.
 // clang-format off
 constexpr std::array<SinglePhaseRow, 45> singlePhaseRows{{
     // name, {unit, molar, overall, molarDerivative}
@@ -70,7 +70,7 @@ struct UnitRow {
     const char* unit;
 };
 
-/// Prescribed texts: "N m" for the surface tension is not a slip of ours.
+/// Prescribed texts: the surface tension's unit stays "N m".
 constexpr std::array<UnitRow, 5> twoPhaseRows{{
     {L"kvalue", ""},
     {L"logKvalue", ""},

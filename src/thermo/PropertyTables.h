@@ -11,8 +11,8 @@ namespace solvane {
 struct SinglePhaseProperty {
     const char* unit;
     std::int32_t molar;           ///< read on a mole basis rather than without one
-    std::int32_t overall;         ///< may be stated of a whole stream; no command asks
-    std::int32_t molarDerivative; ///< a derivative to moles has the property's own unit
+    std::int32_t overall;         ///< applies to a whole stream; no command uses this
+    std::int32_t molarDerivative; ///< a derivative by moles has the property's own unit
 };
 
 /// Property name to unit; "" for a dimensionless property.

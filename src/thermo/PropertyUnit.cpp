@@ -10,7 +10,7 @@ namespace solvane {
 
 namespace {
 
-/// Feed properties, whose case counts here.
+/// Feed properties; case-sensitive here.
 struct StreamUnit {
     std::string_view name;
     const char* unit;
@@ -62,7 +62,7 @@ const char* addedUnit(const DerivativeSuffix& suffix, std::wstring_view name) {
     return suffix.byMoles && property && property->molarDerivative ? "" : suffix.unit;
 }
 
-/// The tables know names in wide form.
+/// The tables have wide names.
 std::wstring tableName(std::string_view name) {
     return widen(name, CP_THREAD_ACP);
 }

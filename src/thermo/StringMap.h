@@ -1,4 +1,4 @@
-/// Tables that are looked up by a name regardless of its case.
+/// Tables with look-up by name, ignoring case.
 #pragma once
 
 #include <algorithm>
@@ -36,7 +36,7 @@ public:
     explicit StringMapKeyString(std::wstring text) : StringMapKey(std::move(text)) {}
 };
 
-/// The key of a look-up, whose text lies elsewhere.
+/// The key of a look-up, whose text is stored elsewhere.
 class StringMapKeyPtr final : public StringMapKey {
 public:
     explicit StringMapKeyPtr(const wchar_t* text) : pointer_(text) {}

@@ -6,8 +6,8 @@ namespace solvane {
 
 class Unit;
 
-/// The host's view of the unit's list of parameters. It holds none itself, so it always shows the present
-/// ones.
+/// The host's view of the unit's list of parameters. It reads the unit's list, so it always shows the current
+/// parameters.
 class CParameterCollection : public DispatchImpl<ICapeCollection>, public CapeOpenBaseObject {
 public:
     CParameterCollection();

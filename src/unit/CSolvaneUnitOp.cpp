@@ -23,7 +23,7 @@ constexpr wchar_t utilities[] = L"ICapeUtilities";
 constexpr wchar_t persistPropertyBag[] = L"IPersistPropertyBag";
 constexpr wchar_t persistStream[] = L"IPersistStream";
 
-// PRO/II is to save the unit through its stream.
+// Makes PRO/II save the unit through its stream.
 bool isPropertyBagOffered() {
     return detectHost() != HostKind::proII;
 }
@@ -51,10 +51,10 @@ std::span<const InterfaceEntry> CSolvaneUnitOp::interfaceTable() {
     return table;
 }
 
-// ---- birth and end
+// ---- construction and end
 
 CSolvaneUnitOp::~CSolvaneUnitOp() {
-    stop(); // of a unit that was never finished
+    stop(); // for a unit that was never completed
 }
 
 HRESULT CSolvaneUnitOp::FinalConstruct() {
@@ -81,7 +81,7 @@ bool CSolvaneUnitOp::build(std::string& error) {
     std::string temporaryFolder;
     if (!findTemporaryFolder(temporaryFolder, error))
         return false;
-    terminated = false; // from here there is something to end
+    terminated = false; // from here on, there is something to terminate
     workingFolder = WorkingFolder(temporaryFolder, unitId, error);
     if (!workingFolder || !isLicensed(error) || !placeMexFile(error) || !workingFolder.placeScripts(error))
         return false;
@@ -108,8 +108,8 @@ bool CSolvaneUnitOp::build(std::string& error) {
     return startupOk;
 }
 
-/// Until its command is done. At the process's end the system ends the thread first, and a host that holds
-/// the unit in another module releases it after that.
+/// Waits until the command is done. At the process's end the system ends the thread first, and a host that
+/// holds the unit in another module releases it after that.
 void CSolvaneUnitOp::waitForWorker() const {
     const HANDLE ends[] = {workerDoneEvent.get(), workerThread.get()};
     WaitForMultipleObjects(2, ends, FALSE, INFINITE);
@@ -135,7 +135,7 @@ HRESULT CSolvaneUnitOp::stop() {
     return border([&]() -> HRESULT {
         if (terminated)
             return S_OK;
-        forbidUse(); // first: a host's object that is released may call the unit
+        forbidUse(); // first: the host's objects may call the unit when they are released
         terminated = true;
         simulationContext.reset();
         diagnostic.reset();
@@ -169,7 +169,7 @@ HRESULT CSolvaneUnitOp::raiseStopped(const wchar_t* scope, const wchar_t* interf
 
 STDMETHODIMP CSolvaneUnitOp::get_parameters(IDispatch** result) {
     return border([&]() -> HRESULT {
-        // A stopped unit raises before a null pointer is looked at, unlike in get_ports.
+        // Unlike get_ports, a stopped unit raises its error before it checks for a null pointer.
         const bool hasPlace = prepareResult(result);
         if (!startupOk)
             return raiseStopped(L"get_parameters", utilities);
@@ -234,7 +234,7 @@ template <class Body>
 HRESULT CSolvaneUnitOp::persist(UnitActivity activity, const wchar_t* scope, const wchar_t* interfaceName,
                                 Body&& body) {
     return border([&]() -> HRESULT {
-        // A unit that could not even make its working folder, or is terminated, has nowhere to put a model.
+        // A unit without a working folder, because it failed to start or is terminated, cannot hold a model.
         if (!canHoldModel())
             return raiseStopped(scope, interfaceName);
         std::wstring refusal;

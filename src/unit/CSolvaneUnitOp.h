@@ -11,8 +11,8 @@
 
 namespace solvane {
 
-/// The unit operation that a host creates: the interfaces of a Unit. Its methods are short roads into the
-/// rooms that work on the unit.
+/// The unit operation that a host creates: the interfaces of a Unit. Its methods call the folders that work
+/// on the unit.
 class CSolvaneUnitOp : public DispatchImpl<ICapeCollection>,
                        public DispatchImpl<ICapeUnit>,
                        public DispatchImpl<ICapeUnitReport>,
@@ -31,8 +31,8 @@ public:
     STDMETHODIMP_(ULONG) Release() override = 0;
 
     static std::span<const InterfaceEntry> interfaceTable();
-    /// Builds the whole unit up to a started Matlab. It succeeds even where that fails: then `startupOk` is
-    /// false and `startupError` says why.
+    /// Builds the whole unit and starts Matlab. Returns success even if that fails: then `startupOk` is false
+    /// and `startupError` has the reason.
     HRESULT FinalConstruct();
     void FinalRelease() { stop(); }
 
@@ -73,7 +73,7 @@ private:
     [[nodiscard]] bool build(std::string& error);
     void waitForWorker() const;
     void forbidUse();
-    /// Reads or writes the model through an interface of persistence, unless something hinders that.
+    /// Reads or writes the model through a persistence interface, if the unit's state allows it.
     template <class Body>
     HRESULT persist(UnitActivity activity, const wchar_t* scope, const wchar_t* interfaceName, Body&& body);
     /// Fails a call on a unit that may not be used, with `startupError`.

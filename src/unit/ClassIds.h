@@ -1,4 +1,4 @@
-/// The identities that this product has been given. They never change.
+/// The identifiers of this product's classes. They never change.
 #pragma once
 
 #include <windows.h>

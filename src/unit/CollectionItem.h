@@ -8,15 +8,15 @@
 
 namespace solvane {
 
-/// The texts with which a collection refuses an item; each pair is an error's name and description.
+/// The texts for an item that a collection rejects; each pair is an error's name and description.
 struct ItemRefusals {
     const wchar_t* unknownName[2];
     const wchar_t* invalidId[2];
     const wchar_t* outOfRange;
 };
 
-/// ICapeCollection's Item: gives the item with that name (ignoring case, the first of several) or that index
-/// from 1. A text is always a name, never a number. `owner` is raised on.
+/// ICapeCollection's Item: returns the item with that name (the first of several, ignoring case) or that
+/// index, from 1. A text is always a name, never a number. Errors are raised on `owner`.
 template <class T>
 HRESULT giveItem(CapeOpenBaseObject& owner, std::span<const ComRef<T>> items, const VARIANT& id,
                  const ItemRefusals& refusals, IDispatch** item) {

@@ -1,4 +1,4 @@
-// ICapeUnit: whether the unit can run, and running it.
+// ICapeUnit: validation and calculation.
 
 #include "CSolvaneUnitOp.h"
 #include "com/Text.h"
@@ -72,7 +72,7 @@ STDMETHODIMP CSolvaneUnitOp::Validate(BSTR* message, VARIANT_BOOL* isValid) {
             return S_OK;
         }
         const ActivityScope scope(*this, UnitActivity::validating);
-        // The text, not startupOk: it stands after Terminate too.
+        // Tests the text, not startupOk: it is set after Terminate too.
         std::wstring failure = widen(startupError);
         const bool valid = failure.empty() && areAllConnected(feedPorts, L"Feed", failure) &&
                            areAllConnected(productPorts, L"Product", failure) &&
@@ -94,7 +94,7 @@ STDMETHODIMP CSolvaneUnitOp::Calculate() {
             return raise(L"Calculate failed", error, L"Calculate", unitInterface);
         const ActivityScope scope(*this, UnitActivity::calculating);
         LoadPrivateModel(*this);
-        // From here a failure leaves reports that say so, never the last run's.
+        // If the run fails from here on, the reports say so instead of showing the last run's.
         outputText = L"Matlab output not available\r\n";
         std::ranges::fill(reportTexts, L"Report not available...\r\n");
         if (valStatus != CAPE_VALID) {
@@ -104,7 +104,7 @@ STDMETHODIMP CSolvaneUnitOp::Calculate() {
             if (FAILED(validated))
                 return validated;
             if (!isValid) {
-                // The text behind the colon is the object's last failure; the reason is Validate's to tell.
+                // The text after the colon is the object's last failure; Validate reports the reason.
                 SetError(L"Unit is not valid", L"Unit is not valid: " + errorDescription, L"Calculate",
                          errorInterface);
                 outputText = errorDescription + L"\r\n";

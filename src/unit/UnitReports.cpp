@@ -1,5 +1,5 @@
 // ICapeUnitReport: Matlab's output of the last run, and the reports that the script fills. A stopped unit
-// raises before a null pointer is looked at.
+// raises its error before it checks for a null pointer.
 
 #include "CSolvaneUnitOp.h"
 #include "com/VariantArray.h"
@@ -65,7 +65,7 @@ STDMETHODIMP CSolvaneUnitOp::ProduceReport(BSTR* message) {
             *message = newBstr(reportTexts[*index]);
             return S_OK;
         }
-        // The scope names the operation in which the report was chosen.
+        // The scope names the operation that selected the report.
         return raise(L"Invalid report name", L"Invalid report name: selected report does not exist",
                      L"put_selectedReport", unitReport);
     });

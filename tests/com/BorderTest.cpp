@@ -8,7 +8,7 @@
 namespace solvane {
 namespace {
 
-TEST(Border, exceptionsBecomeResults) {
+TEST(Border, turnsExceptionsIntoResults) {
     EXPECT_EQ(border([]() -> HRESULT { return S_FALSE; }), S_FALSE);
     EXPECT_EQ(border([]() -> HRESULT { throw std::bad_alloc(); }), E_OUTOFMEMORY);
     EXPECT_EQ(border([]() -> HRESULT { throw std::runtime_error("lost"); }), E_UNEXPECTED);
@@ -38,7 +38,7 @@ private:
     unsigned short x87_;
 };
 
-TEST(Border, noTrapFiresInsideAndTheHostsOwnMaskIsBackAfterIt) {
+TEST(Border, masksTrapsInsideAndRestoresTheHostsMask) {
     volatile double zero = 0;
     volatile long double extendedZero = 0;
     volatile double result = 0;
@@ -48,11 +48,11 @@ TEST(Border, noTrapFiresInsideAndTheHostsOwnMaskIsBackAfterIt) {
     {
         const UnmaskedTraps traps;
         border([&]() -> HRESULT {
-            result = 1 / zero + zero / zero; // any of these would end the process
+            result = 1 / zero + zero / zero; // any of these traps would end the process
             extendedResult = 1 / extendedZero;
             return S_OK;
         });
-        extendedResult = extendedResult + 1; // a flag that was left would fire here
+        extendedResult = extendedResult + 1; // a remaining flag would trap here
         __asm__ volatile("stmxcsr %0\n\tfnstcw %1" : "=m"(sseAfter), "=m"(x87After));
     }
     EXPECT_TRUE(std::isnan(result));
@@ -61,7 +61,7 @@ TEST(Border, noTrapFiresInsideAndTheHostsOwnMaskIsBackAfterIt) {
     EXPECT_EQ(x87After, UnmaskedTraps::x87Unmasked);
 }
 
-TEST(PrepareMessage, theFormerTextIsFreedAndNulled) {
+TEST(PrepareMessage, freesAndNullsTheFormerText) {
     BSTR message = SysAllocString(L"of an earlier call");
     EXPECT_TRUE(prepareMessage(&message));
     EXPECT_EQ(message, nullptr);

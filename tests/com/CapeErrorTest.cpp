@@ -49,7 +49,7 @@ constexpr HRESULT capeCode(unsigned last) {
     return static_cast<HRESULT>(0x80040500u + last);
 }
 
-TEST(DescribeCapeError, theObjectSpeaksFirstAsFarAsItCan) {
+TEST(DescribeCapeError, prefersTheObjectsOwnDescription) {
     struct Row {
         const wchar_t* name;
         const wchar_t* description;
@@ -73,7 +73,7 @@ TEST(DescribeCapeError, theObjectSpeaksFirstAsFarAsItCan) {
     }
 }
 
-TEST(DescribeCapeError, outsideTheCodesTheObjectIsNotAsked) {
+TEST(DescribeCapeError, asksTheObjectOnlyForItsOwnCodes) {
     ObjectWithErrors object;
     object.description = L"not to be asked";
     IUnknown* unknown = static_cast<ECapeRoot*>(&object);
@@ -83,7 +83,7 @@ TEST(DescribeCapeError, outsideTheCodesTheObjectIsNotAsked) {
     EXPECT_EQ(DescribeCapeError(unknown, capeCode(0x1A)), L"not to be asked");
 }
 
-TEST(DescribeCapeError, codesHaveWordsWithoutAnObject) {
+TEST(DescribeCapeError, describesCodesWithoutAnObject) {
     std::wstring texts;
     for (unsigned code = 0x01; code <= 0x1A; ++code)
         texts += DescribeCapeError(nullptr, capeCode(code)) + L"|";
@@ -98,7 +98,7 @@ TEST(DescribeCapeError, codesHaveWordsWithoutAnObject) {
                      L"One or more of the requested thermodynamic properties are not set on the material|");
 }
 
-TEST(FormatHresultText, systemTextsLoseTheirLineEndAndUnknownCodesAreHexadecimal) {
+TEST(FormatHresultText, trimsSystemTextsAndPrintsUnknownCodesInHexadecimal) {
     const std::wstring known = FormatHresultText(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));
     EXPECT_FALSE(known.empty());
     EXPECT_EQ(known.find_first_of(L"\r\n"), std::wstring::npos);

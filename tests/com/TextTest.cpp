@@ -5,20 +5,20 @@
 namespace solvane {
 namespace {
 
-TEST(CompareNoCase, onlyAsciiLettersHaveACase) {
+TEST(CompareNoCase, ignoresTheCaseOfAsciiLettersOnly) {
     EXPECT_EQ(compareNoCase(L"Feed 1", L"fEED 1"), 0);
     EXPECT_NE(compareNoCase(L"\u00C4thylen", L"\u00E4thylen"), 0);
     EXPECT_NE(compareNoCase(L"[", L"{"), 0); // 32 apart, as letters are
     EXPECT_NE(compareNoCase(L"@", L"`"), 0);
 }
 
-TEST(CompareNoCase, aPrefixIsLessThanTheWhole) {
+TEST(CompareNoCase, ordersAPrefixBeforeTheWhole) {
     EXPECT_LT(compareNoCase(L"Feed", L"FEED 1"), 0);
     EXPECT_GT(compareNoCase(L"feed 1", L"FEED"), 0);
     EXPECT_EQ(compareNoCase(L"", L""), 0);
 }
 
-TEST(Text, whatTheCodePageHoldsComesBack) {
+TEST(Text, roundTripsTheCharactersOfTheCodePage) {
     const std::wstring text = L"caf\u00E9 \u00FC";
     EXPECT_EQ(widen(narrow(text, 1252), 1252), text);
     EXPECT_EQ(narrow(text, 1252).size(), text.size());

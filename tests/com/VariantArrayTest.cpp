@@ -8,7 +8,7 @@
 namespace solvane {
 namespace {
 
-/// An array of `elementType` with one bound a dimension: elements, lower bound.
+/// An array of `elementType` with one bound per dimension: elements, lower bound.
 VariantArray makeArray(VARTYPE elementType, std::vector<SAFEARRAYBOUND> bounds) {
     VariantArray array;
     VARIANT* place = array.put();
@@ -17,7 +17,7 @@ VariantArray makeArray(VARTYPE elementType, std::vector<SAFEARRAYBOUND> bounds) 
     return array;
 }
 
-TEST(ReadVariantArray, theBoundsAreTheHosts) {
+TEST(ReadVariantArray, takesTheHostsBounds) {
     for (const LONG lowerBound : {0L, 1L, -5L, LONG_MAX - 3}) {
         VariantArray array = makeArray(VT_R8, {{3, lowerBound}});
         for (LONG i = 0; i < 3; ++i) {
@@ -32,7 +32,7 @@ TEST(ReadVariantArray, theBoundsAreTheHosts) {
     }
 }
 
-TEST(ReadVariantArray, nothingAndAnEmptyArrayHaveNoElements) {
+TEST(ReadVariantArray, readsEmptyVariantsAndArraysAsNoElements) {
     std::string error;
     VariantArray nothing;
     EXPECT_TRUE(readVariantArray(nothing, VT_BSTR, error));
@@ -42,7 +42,7 @@ TEST(ReadVariantArray, nothingAndAnEmptyArrayHaveNoElements) {
     EXPECT_TRUE(empty.reals().empty());
 }
 
-TEST(ReadVariantArray, aBufferThatIsFilledAgainForgetsTheFormerCount) {
+TEST(ReadVariantArray, forgetsTheFormerCountWhenRefilled) {
     VariantArray array = VariantArray::of(std::array{1.0, 2.0, 3.0});
     std::string error;
     ASSERT_TRUE(readVariantArray(array, VT_R8, error));
@@ -52,7 +52,7 @@ TEST(ReadVariantArray, aBufferThatIsFilledAgainForgetsTheFormerCount) {
     EXPECT_EQ(array.reals(), std::vector{7.0});
 }
 
-TEST(VariantArray, nullTextsStayNullAndReadAsEmpty) {
+TEST(VariantArray, keepsNullTextsAndReadsThemAsEmpty) {
     VariantArray array = VariantArray::ofTexts({L"fraction", nullptr, L""});
     std::string error;
     ASSERT_TRUE(readVariantArray(array, VT_BSTR, error));

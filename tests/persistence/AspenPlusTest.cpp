@@ -46,7 +46,7 @@ private:
     std::filesystem::path former_ = std::filesystem::current_path();
 };
 
-/// A unit of this program's own, named B1 and edited, without a thread.
+/// A unit in this program, named B1 and edited, without a thread.
 class EditedUnit {
 public:
     explicit EditedUnit(const std::wstring& folder, const std::string& script = "1;") {
@@ -62,7 +62,7 @@ private:
     ComRef<BareUnit> unit_ = BareUnit::create();
 };
 
-TEST_F(AspenPlus, theFileOfTheUnitsNameIsLoadedAtTheFirstNeed) {
+TEST_F(AspenPlus, loadsTheUnitsFileOnFirstUse) {
     const struct {
         const char* call;
         std::function<void(const HostedUnit&)> need;
@@ -81,7 +81,7 @@ TEST_F(AspenPlus, theFileOfTheUnitsNameIsLoadedAtTheFirstNeed) {
     }
 }
 
-TEST_F(AspenPlus, itsOtherProgramCountsToo) {
+TEST_F(AspenPlus, isRecognizedByItsOtherProgramToo) {
     const std::wstring other = builtFile(L"..\\tests\\apwin.exe");
     ASSERT_TRUE(CopyFileW(builtFile(L"..\\tests\\apmain.exe").c_str(), other.c_str(), FALSE));
     const Outcome outcome = Program(L"\"" + other + L"\" --gtest_filter=*.theFileOfTheUnitsName*").wait();
@@ -89,7 +89,7 @@ TEST_F(AspenPlus, itsOtherProgramCountsToo) {
     DeleteFileW(other.c_str());
 }
 
-TEST_F(AspenPlus, theFileIsLookedForOnceAndNotAfterAStream) {
+TEST_F(AspenPlus, looksForTheFileOnceAndNotAfterAStream) {
     name(unit, L"B2");
     EXPECT_EQ(getPorts(unit), S_OK);
     name(unit, L"B1");
@@ -105,7 +105,7 @@ TEST_F(AspenPlus, theFileIsLookedForOnceAndNotAfterAStream) {
     EXPECT_TRUE(boxes.empty());
 }
 
-TEST_F(AspenPlus, aFileThatCannotBeLoadedIsToldAndTheCallGoesOn) {
+TEST_F(AspenPlus, reportsAnUnreadableFileAndContinuesTheCall) {
     writeFile(L"B1.svm", "no zip");
     name(unit, L"B1");
     EXPECT_EQ(getPorts(unit), S_OK);
@@ -115,7 +115,7 @@ TEST_F(AspenPlus, aFileThatCannotBeLoadedIsToldAndTheCallGoesOn) {
                          narrow(temporary.path()) + "B1.svm\": Failed to open SVM file as ZIP file"});
 }
 
-TEST_F(AspenPlus, anEditedModelIsStored) {
+TEST_F(AspenPlus, storesAnEditedModel) {
     const EditedUnit edited(temporary.path());
     edited->componentName = L"B3";
     edited->modelEdited = false;
@@ -128,8 +128,8 @@ TEST_F(AspenPlus, anEditedModelIsStored) {
     EXPECT_EQ(portCount(unit), 1);
 }
 
-// It is the only place where the model is.
-TEST_F(AspenPlus, aFailedSaveLeavesTheFileAsItWas) {
+// The file is the only copy of the model.
+TEST_F(AspenPlus, keepsTheFileIfASaveFails) {
     const std::string former = readFile(L"B1.svm");
     const EditedUnit edited(temporary.path(), "");
     StorePrivateModel(*edited);
@@ -142,7 +142,7 @@ TEST_F(AspenPlus, aFailedSaveLeavesTheFileAsItWas) {
     EXPECT_EQ(readFile(L"B1.sv~"), "?");
 }
 
-TEST_F(AspenPlus, aFileThatIsInUseIsNeverWrittenOver) {
+TEST_F(AspenPlus, neverOverwritesAFileInUse) {
     const std::string former = readFile(L"B1.svm");
     const EditedUnit edited(temporary.path());
     {
@@ -161,7 +161,7 @@ TEST_F(AspenPlus, aFileThatIsInUseIsNeverWrittenOver) {
               std::string::npos);
 }
 
-TEST_F(AspenPlus, aUnitWithoutAFolderLeavesTheFlowsheetsAlone) {
+TEST_F(AspenPlus, leavesTheFlowsheetAloneWithoutAFolder) {
     writeFile(L"unit.xml", "the user's");
     SetEnvironmentVariableW(L"TMP", L"C:\\no such folder");
     const HostedUnit stopped(module);
@@ -172,7 +172,7 @@ TEST_F(AspenPlus, aUnitWithoutAFolderLeavesTheFlowsheetsAlone) {
     EXPECT_EQ(readFile(L"calc.m"), "?");
 }
 
-TEST_F(AspenPlus, theWindowShowsTheFilesModelAndAChangeGoesBackIntoIt) {
+TEST_F(AspenPlus, showsTheFilesModelInTheWindowAndStoresChanges) {
     const auto feeds = [](WindowDriver& user) { return user.rows(IDC_PORT_FEEDS).size(); };
     name(unit, L"B1");
     EXPECT_EQ(WindowDriver::edit(unit,
@@ -187,7 +187,7 @@ TEST_F(AspenPlus, theWindowShowsTheFilesModelAndAChangeGoesBackIntoIt) {
     EXPECT_EQ(WindowDriver::edit(next, [&](WindowDriver& user) { EXPECT_EQ(feeds(user), 2U); }), S_FALSE);
 }
 
-TEST_F(AspenPlus, theFlowsheetsWindowOwnsTheUnits) {
+TEST_F(AspenPlus, makesTheFlowsheetsWindowTheOwner) {
     const HWND other = CreateWindowW(L"STATIC", L"Aspen", WS_VISIBLE | WS_POPUP, 0, 0, 9, 9, nullptr, nullptr,
                                      nullptr, nullptr);
     const HWND flowsheet = CreateWindowW(L"STATIC", L"case.bkp - Aspen Plus V12", WS_POPUP, 0, 0, 9, 9,

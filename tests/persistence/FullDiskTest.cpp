@@ -25,8 +25,8 @@ protected:
     std::string error;
 };
 
-// The last bytes are the worst: closing the file does not fail without them.
-TEST_F(FullDisk, aModelFileIsReplacedWholeOrNotAtAll) {
+// The last bytes are critical: closing the file does not fail without them.
+TEST_F(FullDisk, replacesAModelFileWholeOrNotAtAll) {
     std::mt19937 random;
     std::string noise(65536, ' ');
     std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random()); });
@@ -49,7 +49,7 @@ TEST_F(FullDisk, aModelFileIsReplacedWholeOrNotAtAll) {
     EXPECT_LT(failures, 25);
 }
 
-TEST_F(FullDisk, filesBesideTheModelStayAndThePathMayBeAsLongAsTheSystemTakes) {
+TEST_F(FullDisk, keepsFilesBesideTheModelUpToTheLongestPath) {
     const std::wstring name(MAX_PATH - 5 - folder.path().size(), L'm');
     for (const wchar_t* beside : {L".svm.part", L".sv~", L".sv_"}) {
         const std::wstring file = folder.path() + L"model" + beside;
@@ -61,7 +61,7 @@ TEST_F(FullDisk, filesBesideTheModelStayAndThePathMayBeAsLongAsTheSystemTakes) {
     EXPECT_EQ(namesIn(folder.path()).size(), 6U);
 }
 
-TEST_F(FullDisk, noUnfinishedDescriptionStaysBehind) {
+TEST_F(FullDisk, leavesNoUnfinishedDescription) {
     unit->outputText.assign(70000, L'x');
     EXPECT_FALSE(save());
     EXPECT_EQ(error, "Failed to write temporary data file: write error");

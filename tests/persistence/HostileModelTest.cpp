@@ -1,4 +1,4 @@
-// Models that a stranger made to do harm.
+// Models that a stranger made to cause harm.
 
 #include "ModelFileTest.h"
 #include "com/Text.h"
@@ -19,7 +19,7 @@ std::string inUtf16(const std::string& text) {
     return units;
 }
 
-TEST_F(HostileModel, filesOfTheUserAndOfTheUnitAreNeitherWrittenNorRead) {
+TEST_F(HostileModel, neitherWritesNorReadsFilesOfTheUserOrTheUnit) {
     const char* const names[] = {
         "..\\evil.txt",
         "../evil.txt",
@@ -75,7 +75,7 @@ TEST_F(HostileModel, filesOfTheUserAndOfTheUnitAreNeitherWrittenNorRead) {
     }
 }
 
-TEST_F(HostileModel, aShortNameDoesNotReachTheFileOfALongOne) {
+TEST_F(HostileModel, doesNotReachALongNamesFileByItsShortName) {
     const std::wstring path = matlab.workingFolder() + L"_the unit's own file_.svm";
     writeFile(path, "own");
     std::wstring shortPath(MAX_PATH, L'\0');
@@ -92,8 +92,8 @@ TEST_F(HostileModel, aShortNameDoesNotReachTheFileOfALongOne) {
     EXPECT_EQ(readFile(path), "own");
 }
 
-// A document of a few lines that would expand to gigabytes, in the ways in which one can be written.
-TEST_F(HostileModel, declarationsDoNotExplode) {
+// Short documents that would expand to gigabytes, in each possible form.
+TEST_F(HostileModel, doesNotExpandDeclarations) {
     const auto bomb = [](const std::string& mark, const std::string& body) {
         std::string type = "<!DOCTYPE UnitOperation [<!ENTITY " + mark + " e0 \"0123456789\">";
         for (int i = 1; i < 12; ++i) {
@@ -122,13 +122,14 @@ TEST_F(HostileModel, declarationsDoNotExplode) {
     for (const std::string& document : documents) {
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(load({{"unit.xml", document}, {"calc.m", "1;"}}), capeFailure) << document;
-        EXPECT_EQ(failure(), L"The document type in xml data file has declarations; a model has none");
+        EXPECT_EQ(failure(),
+                  L"The document type in xml data file has declarations; a model must not have any");
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5)) << document;
     }
     EXPECT_EQ(load({{"unit.xml", "<!DOCTYPE UnitOperation><UnitOperation/>"}, {"calc.m", "1;"}}), S_OK);
 }
 
-TEST_F(HostileModel, aDocumentWithoutEndIsRefused) {
+TEST_F(HostileModel, isRejectedForAnEndlessDocument) {
     const auto repeated = [](int count, const std::string& text) {
         std::string all;
         for (int i = 0; i < count; ++i)
@@ -153,11 +154,11 @@ TEST_F(HostileModel, aDocumentWithoutEndIsRefused) {
         EXPECT_TRUE(failure().starts_with(row.text)) << narrow(failure());
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     }
-    // A report may be full of what looks like attributes.
+    // A report may contain many texts that look like attributes.
     EXPECT_EQ(loadElements("<report name=\"R\">" + repeated(100, "x = '1' ") + "</report>"), S_OK);
 }
 
-TEST_F(HostileModel, anEntryThatUnpacksWithoutEndIsStopped) {
+TEST_F(HostileModel, isStoppedAtAnEndlessEntry) {
     const std::string document =
         "<UnitOperation><file name=\"large\"/><file name=\"larger\"/></UnitOperation>";
     const std::string large(160U << 20, '\0');
@@ -168,7 +169,7 @@ TEST_F(HostileModel, anEntryThatUnpacksWithoutEndIsStopped) {
               L"can hold");
 }
 
-TEST_F(HostileModel, aModelThatUnpacksToTooMuchIsNotSaved) {
+TEST_F(HostileModel, isNotSavedIfItUnpacksToTooMuch) {
     ModelBag model;
     ASSERT_EQ(unit.load(model.script("1;").file("large", "x")), S_OK);
     std::filesystem::resize_file(matlab.workingFolder() + L"large", 257U << 20);

@@ -1,4 +1,4 @@
-// What a model's description says, read into a unit and written again.
+// A model's description, read into a unit and written again.
 
 #include "ModelFileTest.h"
 #include "com/Text.h"
@@ -17,11 +17,11 @@ struct Row {
     const char* level = "0";
 };
 
-// One unit reads them all, so that nothing of one model is left in the next.
-TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
+// One unit reads them all, to show that nothing of one model remains in the next.
+TEST_F(ModelDocument, readsContentAndReportsItsFaults) {
     const char* const none = "\n"; // is written
     const Row rows[] = {
-        // a model with nothing wrong comes back as it was, in the order of the writer
+        // a valid model is restored, in the order of the writer
         {"<report name=\"Balance\">a&lt;b&#xA;c&#x9;&quot;&apos;&amp;&gt;</report>\n<feed name=\"F &amp; 1\" "
          "/>\n"
          "<feed name=\"F2\" />\n<product name=\"P\" />\n"
@@ -49,7 +49,7 @@ TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
         {"<parameter name=\"p\" mode=\"input\" type=\"int\" value=\"99999999999\" min=\"1.9\" />\n",
          "<parameter name=\"p\" mode=\"input\" type=\"int\" value=\"0\" min=\"1\" />\n",
          "Parameter has invalid value|"},
-        // dimensionality: a bad number before a comma counts as 0, behind the last one it does not count
+        // dimensionality: a bad number before a comma counts as 0, after the last one it does not count
         {"<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" uom=\"1,x,0\" />\n",
          "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" uom=\"1,0,0\" />\n",
          "Parameter has invalid dimensionality|"},
@@ -58,7 +58,7 @@ TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
          "<parameter name=\"p\" mode=\"input\" type=\"real\" value=\"1\" uom=\"1\" />\n"
          "<parameter name=\"q\" mode=\"input\" type=\"real\" value=\"1\" />\n",
          ""},
-        // parameters that lack something; only exact words count
+        // incomplete parameters; only exact words count
         {"<parameter mode=\"input\" type=\"real\" value=\"1\" />\n<parameter name=\"a\" mode=\"input\" "
          "value=\"1\" />\n"
          "<parameter name=\"b\" mode=\"input\" type=\"Real\" value=\"1\" />\n"
@@ -93,7 +93,7 @@ TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
          "recovered|"},
         {"<docInfo version=\"one\" infoLevel=\"x\" />\n", none,
          "Invalid format for file version|Invalid format for info level|"},
-        // names that are missing
+        // missing names
         {"<report>text</report>\n<feed />\n<product />\n<file />\n",
          "<report name=\"Unnamed\">text</report>\n",
          "Report is missing name|Feed port is missing name|Product port is missing name|External file is "
@@ -118,15 +118,16 @@ TEST_F(ModelDocument, contentIsReadAndWhatIsWrongWithItIsTold) {
     }
 }
 
-// The reader takes UTF-8 for the code page's own bytes, and the writer gives numbers for what is not ASCII.
-TEST_F(ModelDocument, textBeyondAsciiIsWrittenAsNumbersAndComesBackAsSeveralCharacters) {
+// The reader takes UTF-8 for bytes of the code page, and the writer writes non-ASCII characters as
+// references.
+TEST_F(ModelDocument, writesTextBeyondAsciiAsReferencesThatReadAsSeveralCharacters) {
     ModelBag model;
     model.script("1;").feeds({L"\u00E9\x08\U0001F600"});
     ASSERT_EQ(unit.load(model), S_OK);
     const std::string written = savedEntries().at(0).second;
     EXPECT_NE(written.find("<feed name=\"&#xE9;&#xD83D;&#xDE00;\" />"), std::string::npos) << written;
 
-    // What is no character of a document is lost, and nothing else.
+    // Only characters that a document cannot contain are lost.
     ASSERT_EQ(load(saved()), S_OK) << narrow(failure());
     EXPECT_NE(savedEntries().at(0).second.find("<feed name=\"&#xC3;&#xA9;\" />"), std::string::npos);
     ASSERT_EQ(
@@ -138,8 +139,8 @@ TEST_F(ModelDocument, textBeyondAsciiIsWrittenAsNumbersAndComesBackAsSeveralChar
     EXPECT_EQ(unit.output(), widen("\xC3\xA9", CP_THREAD_ACP));
 }
 
-// A box of all of them would be higher than the screen.
-TEST_F(ModelDocument, warningsBeyondWhatABoxShowsAreCounted) {
+// A box with all of them would be higher than the screen.
+TEST_F(ModelDocument, countsWarningsBeyondWhatABoxShows) {
     std::string elements;
     for (int i = 0; i < 20000; ++i)
         elements += "<feed/>";
@@ -149,7 +150,7 @@ TEST_F(ModelDocument, warningsBeyondWhatABoxShowsAreCounted) {
     EXPECT_TRUE(boxes[0].ends_with("name\r\nand 19926 more\r\n")) << boxes[0];
 }
 
-TEST_F(ModelDocument, filesWithNamesBeyondAsciiComeBack) {
+TEST_F(ModelDocument, roundTripsFilesWithNamesBeyondAscii) {
     ModelBag model;
     model.script("1;").file("caf\xE9 \x80.txt", "data");
     ASSERT_EQ(unit.load(model), S_OK);
@@ -159,8 +160,8 @@ TEST_F(ModelDocument, filesWithNamesBeyondAsciiComeBack) {
     EXPECT_EQ(savedEntries().at(2), (Entry{"caf\xE9 \x80.txt", "data"}));
 }
 
-// The XML library alone would refuse it, and lose a run of blanks.
-TEST_F(ModelDocument, aReportOfManyMegabytesComesBack) {
+// The XML library alone would reject it, and lose a run of blanks.
+TEST_F(ModelDocument, roundTripsAReportOfManyMegabytes) {
     std::wstring output(11'000'000, L'x');
     output[2'000'000] = L'<';
     std::fill(output.begin() + 2'000'002, output.begin() + 5'000'000, L'\n');
@@ -174,7 +175,7 @@ TEST_F(ModelDocument, aReportOfManyMegabytesComesBack) {
     EXPECT_TRUE(unit.report(L"Long") == output);
 }
 
-TEST_F(ModelDocument, textThatCouldNotBeReadAgainIsNotSaved) {
+TEST_F(ModelDocument, doesNotSaveTextThatCannotBeReadAgain) {
     const struct {
         std::size_t characters;
         std::size_t options;
@@ -203,7 +204,7 @@ TEST_F(ModelDocument, textThatCouldNotBeReadAgainIsNotSaved) {
     }
 }
 
-TEST_F(ModelDocument, theLastParseErrorEndsTheLoadWithItsLine) {
+TEST_F(ModelDocument, failsWithTheLineOfTheLastParseError) {
     EXPECT_EQ(loadElements("<feed name=\"F\" />\n<feed name=\"G\" / >\n"), capeFailure);
     EXPECT_TRUE(failure().starts_with(L"Parse error in xml data file, line ")) << narrow(failure());
     EXPECT_TRUE(boxes.empty());

@@ -23,7 +23,7 @@ protected:
         return load({{"calc.m", "1;"}, {"unit.xml", unitDocument(elements)}});
     }
 
-    /// The saved unit; empty where it can't be saved.
+    /// The saved unit; empty if it cannot be saved.
     std::string saved() {
         HostStream stream;
         return SUCCEEDED(unit.as<IPersistStream>()->Save(&stream, TRUE)) ? stream.container() : "";
@@ -37,7 +37,7 @@ protected:
     }
 
     HostedUnit unit{module};
-    std::vector<std::string> boxes; ///< "title text" of each message box that came up
+    std::vector<std::string> boxes; ///< "title text" of each message box
     host::MessageBoxes answers{
         [this](const std::string& title, const std::string& text) { boxes.push_back(title + " " + text); }};
 };

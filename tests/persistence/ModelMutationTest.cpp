@@ -1,4 +1,4 @@
-// Model files and streams with random damage: whatever the bytes, the unit says what is wrong and goes on.
+// Model files and streams with random damage: whatever the bytes, the unit reports a failure and continues.
 
 #include "ModelFileTest.h"
 #include "MutatedModels.h"
@@ -53,7 +53,7 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
     EXPECT_LT(loaded, count * 9 / 10);
     EXPECT_NE(before.handles, 0U);
     EXPECT_EQ(after.handles, before.handles);
-#ifndef SOLVANE_GUARDED_HEAP // which takes time and keeps pages
+#ifndef SOLVANE_GUARDED_HEAP // it takes time and keeps pages
     EXPECT_LT(inSeconds(longest), 10);
     EXPECT_LT(after.memory, before.memory + (2U << 20));
     EXPECT_LT(after.peak, before.peak + (100U << 20));

@@ -1,4 +1,4 @@
-// A unit in a host's stream: the container byte for byte, and what is left of a unit where that fails.
+// A unit in a host's stream: the container byte for byte, and the state of a unit after a failure.
 
 #include "ModelFileTest.h"
 #include "com/Text.h"
@@ -20,7 +20,7 @@ const std::vector<Entry> model{
     {"data.bin", std::string("\0\x1A\xFF binary", 10)},
 };
 
-TEST_F(ModelStream, aUnitComesBackAsItWasSaved) {
+TEST_F(ModelStream, restoresAUnitAsSaved) {
     ASSERT_EQ(load(model), S_OK);
     HostStream stream;
     ASSERT_EQ(unit.as<IPersistStream>()->Save(&stream, TRUE), S_OK);
@@ -44,7 +44,7 @@ TEST_F(ModelStream, aUnitComesBackAsItWasSaved) {
     EXPECT_EQ(readFile(matlab.workingFolder() + L"data.bin"), model[2].second);
 }
 
-TEST_F(ModelStream, savingLeavesTheUnitAsItWas) {
+TEST_F(ModelStream, savesWithoutChangingTheUnit) {
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
     ASSERT_EQ(load(model), S_OK);
     unit.as<ICapeUnitReport>()->put_selectedReport(Bstr(L"R").get());
@@ -59,11 +59,11 @@ TEST_F(ModelStream, savingLeavesTheUnitAsItWas) {
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_OK);
 }
 
-// Whichever way it comes, nothing of the former model is left.
-TEST_F(ModelStream, aLoadTakesTheFormerModelsFilesScriptAndValidityAway) {
+// However a model is loaded, nothing of the former model remains.
+TEST_F(ModelStream, replacesFilesScriptAndValidityOnLoad) {
     struct Way {
         std::function<HRESULT(const std::string& script)> load;
-        const wchar_t* selectedReport; ///< afterwards; a bag says nothing of it
+        const wchar_t* selectedReport; ///< afterwards; a bag does not store it
     };
     const Way ways[] = {
         {[&](const std::string& script) {
@@ -94,7 +94,7 @@ TEST_F(ModelStream, aLoadTakesTheFormerModelsFilesScriptAndValidityAway) {
     }
 }
 
-TEST_F(ModelStream, aTerminatedUnitRefusesBeforeItTouchesWhatTheHostGave) {
+TEST_F(ModelStream, isNotTouchedByATerminatedUnit) {
     ASSERT_EQ(load(model), S_OK);
     ASSERT_EQ(unit.terminate(), S_OK);
     HostStream stream("container");
@@ -122,7 +122,7 @@ TEST_F(ModelStream, aTerminatedUnitRefusesBeforeItTouchesWhatTheHostGave) {
     EXPECT_EQ(stream.calls, 0);
 }
 
-TEST_F(ModelStream, aStreamThatFailsIsTold) {
+TEST_F(ModelStream, reportsAFailingStream) {
     const std::string container = zipOf(model, temporary.path());
     using enum HostStream::Fault;
     for (const auto fault : {failure, falseResult, shortCount})
@@ -151,8 +151,8 @@ TEST_F(ModelStream, aStreamThatFailsIsTold) {
     EXPECT_EQ(unit.as<IPersistStream>()->Load(&huge), sizeof(void*) == 8 ? capeFailure : E_OUTOFMEMORY);
 }
 
-// A load empties the unit before it looks at the file; then it says why it failed and leaves nothing behind.
-TEST_F(ModelStream, aFailedLoadLeavesAnEmptyUsableUnit) {
+// A load empties the unit before it opens the file; on failure it reports the reason and leaves nothing.
+TEST_F(ModelStream, leavesAnEmptyUsableUnitAfterAFailedLoad) {
     const std::string document = model[0].second;
     const struct {
         std::string container;
@@ -191,8 +191,8 @@ TEST_F(ModelStream, aFailedLoadLeavesAnEmptyUsableUnit) {
     EXPECT_EQ(unit.parameter(L"p").real(), 1.5);
 }
 
-// Each damage is one of the bytes that are stored, so that the checksum alone can tell.
-TEST_F(ModelStream, aWrongChecksumFailsTheLoad) {
+// Each row damages one stored byte, so that only the checksum can reveal it.
+TEST_F(ModelStream, rejectsAWrongChecksum) {
     std::string container = zipOf(model, temporary.path());
     constexpr std::size_t checksum = 14; // in an entry's local header, and in the directory
     const std::size_t directory = container.find("PK\1\2");
@@ -202,8 +202,8 @@ TEST_F(ModelStream, aWrongChecksumFailsTheLoad) {
     EXPECT_EQ(failure(), L"Failed to read \"unit.xml\" in zipped document: read error in zip file");
 }
 
-// Bytes that end before their time have no checksum: a half script would be taken for a whole one.
-TEST_F(ModelStream, anEntryThatIsCutOffFailsTheLoadAndLeavesNoPiece) {
+// A truncated entry has no checksum: the unit could take half a script for a whole one.
+TEST_F(ModelStream, rejectsATruncatedEntryAndLeavesNoPiece) {
     std::string container = zipOf(model, temporary.path());
     ++container[container.rfind("PK\3\4") + 22]; // the file's size, in its local header and in the directory
     ++container[container.rfind("PK\1\2") + 24];
@@ -212,7 +212,7 @@ TEST_F(ModelStream, anEntryThatIsCutOffFailsTheLoadAndLeavesNoPiece) {
     EXPECT_EQ(readFile(matlab.workingFolder() + L"data.bin"), "?");
 }
 
-TEST_F(ModelStream, whatCannotBeSavedIsNamed) {
+TEST_F(ModelStream, namesWhatCannotBeSaved) {
     const struct {
         std::wstring file;
         bool isDeleted;

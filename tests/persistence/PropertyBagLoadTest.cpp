@@ -5,7 +5,7 @@
 namespace solvane {
 namespace {
 
-TEST_F(PropertyBagTest, aLoadReplacesAllButTheReports) {
+TEST_F(PropertyBagTest, replacesAllButTheReportsOnLoad) {
     ModelBag first;
     first.feeds({L"A"}).reports({L"One"}).script("1;").file("old.txt", "x");
     first.parameter(L"p", L"real", Variant(1.0));
@@ -24,7 +24,7 @@ TEST_F(PropertyBagTest, aLoadReplacesAllButTheReports) {
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_F(PropertyBagTest, withoutTheScriptALoadFailsAndSaysWhatWasMissing) {
+TEST_F(PropertyBagTest, reportsTheMissingScriptOnLoad) {
     ModelBag none;
     none.feeds({L"A"});
     EXPECT_EQ(load(none), E_FAIL);
@@ -33,11 +33,11 @@ TEST_F(PropertyBagTest, withoutTheScriptALoadFailsAndSaysWhatWasMissing) {
     EXPECT_EQ(load(misspelt), E_FAIL);
     EXPECT_EQ(log.lines, (std::vector<std::wstring>{L"files: calc.m not found", L"files: calc.m not found"}));
     EXPECT_EQ(log.source, L"Solvane CAPE-OPEN Unit Operation");
-    // A host without a log gets the result all the same.
+    // A host without a log gets the same result.
     EXPECT_EQ(unit.as<IPersistPropertyBag>()->Load(&none, nullptr), E_FAIL);
 }
 
-TEST_F(PropertyBagTest, parameterListsOfDifferentLengthsGiveNoParameters) {
+TEST_F(PropertyBagTest, ignoresParameterListsOfDifferentLengths) {
     for (const std::wstring shorter : {L"parameter modes", L"parameter types"}) {
         ModelBag model;
         model.script("1;").parameter(L"p", L"real", Variant(1.0)).parameter(L"q", L"real", Variant(2.0));
@@ -49,7 +49,7 @@ TEST_F(PropertyBagTest, parameterListsOfDifferentLengthsGiveNoParameters) {
     }
 }
 
-TEST_F(PropertyBagTest, aParameterThatIsNotUnderstoodIsSkippedWithALine) {
+TEST_F(PropertyBagTest, skipsAndLogsInvalidParameters) {
     ModelBag model;
     model.script("1;").parameter(L"p", L"complex", Variant(1.0)).parameter(L"q", L"REAL", Variant(2.0));
     model.parameter(L"r", L"int", Variant(LONG{3}));
@@ -63,7 +63,7 @@ TEST_F(PropertyBagTest, aParameterThatIsNotUnderstoodIsSkippedWithALine) {
     EXPECT_EQ(unit.parameter(L"q").real(), 2.0);
 }
 
-TEST_F(PropertyBagTest, valuesConvertAndMissingOnesHaveTheirKindsInitialValue) {
+TEST_F(PropertyBagTest, convertsValuesAndInitializesMissingOnes) {
     ModelBag model;
     model.script("1;");
     model.parameter(L"real", L"real", Variant(std::wstring_view(L"3.5")));
@@ -81,7 +81,7 @@ TEST_F(PropertyBagTest, valuesConvertAndMissingOnesHaveTheirKindsInitialValue) {
     EXPECT_EQ(unit.parameter(L"noString").text(), L"");
 }
 
-TEST_F(PropertyBagTest, aHostMayGiveReferencesToItsValues) {
+TEST_F(PropertyBagTest, followsReferencesToTheHostsValues) {
     ModelBag model;
     model.script("1;").feeds({L"F"}).file("data.bin", "\x01").parameter(L"p", L"real", Variant(2.5));
     std::map<std::wstring, Variant> values = model.values;
@@ -96,7 +96,7 @@ TEST_F(PropertyBagTest, aHostMayGiveReferencesToItsValues) {
     EXPECT_EQ(saved().texts(L"files"), (std::vector<std::wstring>{L"data.bin", L"calc.m"}));
 }
 
-TEST_F(PropertyBagTest, aFileOfNoKnownFormIsSkippedAndTheRestIsLoaded) {
+TEST_F(PropertyBagTest, skipsAFileOfUnknownType) {
     ModelBag model;
     model.file("number.bin", "x").file("shifted.bin", "y").file("gone.txt", "z").script("1;");
     model.values[L"file \\ number.bin"] = Variant(4.0);
@@ -112,7 +112,7 @@ TEST_F(PropertyBagTest, aFileOfNoKnownFormIsSkippedAndTheRestIsLoaded) {
     EXPECT_EQ(bag.texts(L"files"), std::vector<std::wstring>{L"calc.m"});
 }
 
-TEST_F(PropertyBagTest, aFileThatCannotBeMadeEndsTheLoadWithItsPath) {
+TEST_F(PropertyBagTest, reportsThePathOfAFileThatCannotBeCreated) {
     ModelBag model;
     model.file("no\\such\\folder.txt", "x").script("1;");
     EXPECT_EQ(load(model), capeFailure);

@@ -21,7 +21,7 @@ ModelBag wholeModel() {
     return model;
 }
 
-TEST_F(PropertyBagTest, everyKeyIsWrittenInItsOrder) {
+TEST_F(PropertyBagTest, writesEveryKeyInOrder) {
     ModelBag model = wholeModel();
     ASSERT_EQ(load(model), S_OK);
     const ModelBag bag = saved();
@@ -65,7 +65,7 @@ TEST_F(PropertyBagTest, everyKeyIsWrittenInItsOrder) {
     EXPECT_EQ(bag.value(L"file \\ calc.m").text(), L"disp(1)\r\n");
 }
 
-TEST_F(PropertyBagTest, absentBoundsReadZeroAndAStringsDefaultDoesNotTravel) {
+TEST_F(PropertyBagTest, writesAbsentBoundsAsZeroAndNoTextOfADefault) {
     ModelBag model = wholeModel();
     model.parameter(L"note", L"string", Variant(std::wstring_view(L"free")));
     ASSERT_EQ(load(model), S_OK);
@@ -80,7 +80,7 @@ TEST_F(PropertyBagTest, absentBoundsReadZeroAndAStringsDefaultDoesNotTravel) {
     EXPECT_EQ(bag.value(L"method \\ default").type(), VT_BSTR);
     EXPECT_EQ(bag.value(L"method \\ default").text(), L"");
 
-    // So a real parameter comes back with bounds that it did not have.
+    // So a load gives a real parameter bounds that it did not have.
     unit = HostedUnit(module);
     ASSERT_EQ(load(bag), S_OK);
     double bound = 1;
@@ -90,14 +90,14 @@ TEST_F(PropertyBagTest, absentBoundsReadZeroAndAStringsDefaultDoesNotTravel) {
     EXPECT_EQ(saved().texts(L"method \\ options"), (std::vector<std::wstring>{L"fast", L"exact"}));
 }
 
-TEST_F(PropertyBagTest, emptyListsAreEmptyVariants) {
+TEST_F(PropertyBagTest, writesEmptyListsAsEmptyVariants) {
     ModelBag bag = saved();
     for (const wchar_t* key : {L"feeds", L"products", L"parameters", L"parameter modes", L"parameter types"})
         EXPECT_EQ(bag.value(key).type(), VT_EMPTY) << key;
     EXPECT_EQ(bag.texts(L"files"), std::vector<std::wstring>{L"calc.m"});
 }
 
-TEST_F(PropertyBagTest, aFileIsTextWhereAllOfItIsPlainAndBytesWithAZeroOtherwise) {
+TEST_F(PropertyBagTest, writesPlainFilesAsTextAndOthersAsZeroTerminatedBytes) {
     ModelBag model;
     model.script("x = 1;\r\n")
         .file("accent.txt", "caf\xE9")
@@ -122,7 +122,7 @@ TEST_F(PropertyBagTest, aFileIsTextWhereAllOfItIsPlainAndBytesWithAZeroOtherwise
     EXPECT_EQ(grown.count(), bytes.count() + 1);
 }
 
-TEST_F(PropertyBagTest, aFullBagEndsTheSaveAtOnceWhereverItIsFull) {
+TEST_F(PropertyBagTest, stopsTheSaveAtTheFirstFailingKey) {
     ModelBag model = wholeModel();
     ASSERT_EQ(load(model), S_OK);
     ModelBag whole = saved();
@@ -135,7 +135,7 @@ TEST_F(PropertyBagTest, aFullBagEndsTheSaveAtOnceWhereverItIsFull) {
     EXPECT_EQ(unit.error(), L" |  |  | "); // no text for these
 }
 
-TEST_F(PropertyBagTest, aFileThatIsGoneFailsTheSaveWithItsPath) {
+TEST_F(PropertyBagTest, reportsThePathOfAMissingFileOnSave) {
     ModelBag model = wholeModel();
     ASSERT_EQ(load(model), S_OK);
     const std::wstring path = matlab.workingFolder() + L"data.txt";

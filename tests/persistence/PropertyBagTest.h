@@ -6,7 +6,7 @@
 
 namespace solvane {
 
-/// A unit that is loaded and saved; no script is run.
+/// A unit to load and save; runs no script.
 class PropertyBagTest : public HostTest {
 protected:
     HRESULT load(ModelBag& bag) { return unit.as<IPersistPropertyBag>()->Load(&bag, &log); }

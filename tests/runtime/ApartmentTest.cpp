@@ -16,7 +16,7 @@ Handle makeEvent() {
     return Handle(CreateEventW(nullptr, FALSE, FALSE, nullptr));
 }
 
-TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
+TEST_F(Apartments, serializeTheRunsOfTwoThreads) {
     const Handle secondMayStart = makeEvent();
     const Handle secondStarted = makeEvent();
     const Handle secondReachedMatlab = makeEvent(); // or its material
@@ -27,7 +27,7 @@ TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
         if (++runs == 1) {
             SetEvent(secondMayStart.get());
             EXPECT_EQ(WaitForSingleObject(secondStarted.get(), 5000), WAIT_OBJECT_0);
-            // The other unit waits for the lock, not at Matlab's door, and has not read its lists.
+            // The other unit waits for the lock, not for Matlab, and has not read its lists.
             EXPECT_EQ(WaitForSingleObject(secondReachedMatlab.get(), 200), DWORD{WAIT_TIMEOUT});
         }
         --inScript;
@@ -59,14 +59,14 @@ TEST_F(Apartments, runsOfTwoThreadsGoOneAfterTheOther) {
     EXPECT_EQ(runs, 2);
 }
 
-/// Serves the calls of other apartments until the event.
+/// Serves the calls of other apartments until the event is set.
 void serveUntil(HANDLE event) {
     DWORD index = 0;
     EXPECT_EQ(CoWaitForMultipleHandles(0, 30000, 1, &event, &index), S_OK);
 }
 
-/// Marshals an object of this apartment to `body`, which runs on a thread of another one. This thread carries
-/// out `meanwhile` and then serves its calls.
+/// Marshals an object of this apartment to `body`, which runs on a thread of another apartment. This thread
+/// runs `meanwhile` and then serves the calls of `body`.
 void useFromAnotherApartment(
     IUnknown* object, COINIT kind, const std::function<void(IUnknown* proxy)>& body,
     const std::function<void()>& meanwhile = [] {}) {
@@ -88,7 +88,7 @@ void useFromAnotherApartment(
 }
 
 // The interfaces are dual, so their marshalling comes from the registered type library.
-TEST_F(Apartments, aUnitIsUsedThroughProxies) {
+TEST_F(Apartments, reachAUnitThroughProxies) {
     ModelBag bag;
     bag.script("").parameter(L"Duty", L"real", Variant(1.0)).feeds({L"Feed"});
     const HostedUnit unit = createUnit(bag);
@@ -119,9 +119,9 @@ TEST_F(Apartments, aUnitIsUsedThroughProxies) {
     EXPECT_NE(scriptThread, GetCurrentThreadId());
 }
 
-// Units of two apartments, one on the other's material: the thread that waits for the run has to serve it.
-// Its own unit is called then as well.
-TEST_F(Apartments, aThreadThatWaitsForAnothersRunServesThatRunsMaterial) {
+// Units of two apartments, one with the other's material: the thread that waits for the run has to serve the
+// material. It serves calls to its own unit too.
+TEST_F(Apartments, serveTheMaterialOfARunThatTheyWaitFor) {
     const HostedUnit waiting = createUnit();
     const auto material = FakeMaterial11::create();
     bool isTerminated = false;
@@ -156,7 +156,7 @@ TEST_F(Apartments, aThreadThatWaitsForAnothersRunServesThatRunsMaterial) {
 }
 
 // The unit is called through a proxy while it calls the material through one.
-TEST_F(Apartments, aMaterialOfAnotherApartmentCallsTheUnitBack) {
+TEST_F(Apartments, letAMaterialOfAnotherApartmentCallBack) {
     ModelBag bag;
     const HostedUnit unit = createUnit(bag.script("").feeds({L"Feed"}));
     useFromAnotherApartment(unit.as<IUnknown>().get(), COINIT_APARTMENTTHREADED, [&](IUnknown* proxy) {

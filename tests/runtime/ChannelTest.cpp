@@ -1,4 +1,4 @@
-// The frame of the channel: codes, sizes, failure records, from a client that plays the gateway.
+// The frame of the channel: codes, sizes and failure records, seen by a client in place of the gateway.
 
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
@@ -10,7 +10,7 @@ namespace {
 
 using Channel = RuntimeTest;
 
-TEST_F(Channel, unknownCodesAreRefused) {
+TEST_F(Channel, rejectsUnknownCodes) {
     calculate([](GatewayClient& script) {
         for (const std::uint32_t code : {0u, 19u, 0x80000001u, 0xffffffffu})
             script.expect(request(CommandCode{code}),
@@ -18,7 +18,7 @@ TEST_F(Channel, unknownCodesAreRefused) {
     });
 }
 
-TEST_F(Channel, aMessageLongerThanTheBlockIsCut) {
+TEST_F(Channel, truncatesMessagesToTheBlock) {
     calculate([](GatewayClient& script) {
         const std::string refusal = "Invalid report name: ";
         // The last name that fits, and the first that does not.
@@ -30,7 +30,7 @@ TEST_F(Channel, aMessageLongerThanTheBlockIsCut) {
     });
 }
 
-TEST_F(Channel, theBlockGrowsWithCompoundsAndPhases) {
+TEST_F(Channel, sizesTheBlockByCompoundsAndPhases) {
     FakeStream manyPhases = makeFakeStream(20);
     while (manyPhases.phases.size() < 25)
         manyPhases.phases.push_back({L"L", L"Liquid", 0, {}, {}, false});
@@ -60,8 +60,8 @@ TEST_F(Channel, theBlockGrowsWithCompoundsAndPhases) {
     }
 }
 
-// The gateway is not trusted so far that a request without an end is read past the block's.
-TEST_F(Channel, aNameWithoutAnEndEndsWithTheBlock) {
+// The unit does not trust the gateway: it reads a request without an end only up to the block's end.
+TEST_F(Channel, endsUnterminatedNamesAtTheBlocksEnd) {
     calculate([](GatewayClient& script) {
         const std::string block = script.call(request(CommandCode::getParameter) << std::string(4000, 'p'));
         const std::string message = "Invalid parameter name: ";
@@ -70,7 +70,7 @@ TEST_F(Channel, aNameWithoutAnEndEndsWithTheBlock) {
     });
 }
 
-TEST_F(Channel, aRunWithoutABlockDoesNotReachMatlab) {
+TEST_F(Channel, failsBeforeMatlabWithoutABlock) {
     const HostedUnit unit = createUnit();
     const std::wstring id =
         workingFolder().substr(temporary.path().size(), workingFolder().size() - temporary.path().size() - 1);
@@ -85,7 +85,7 @@ TEST_F(Channel, aRunWithoutABlockDoesNotReachMatlab) {
     EXPECT_EQ(unit.calculate(), S_OK);
 }
 
-TEST_F(Channel, theBlockEndsWithTheRun) {
+TEST_F(Channel, removesTheBlockAfterTheRun) {
     const HostedUnit unit = createUnit();
     std::string id;
     matlab.onRun = [&](const std::wstring& folder) {

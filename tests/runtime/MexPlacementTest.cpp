@@ -1,4 +1,4 @@
-// Which build of the gateway a unit places for which Matlab, and where.
+// The choice and the place of the gateway's build for each Matlab.
 
 #include "RuntimeTest.h"
 
@@ -8,7 +8,7 @@ namespace solvane {
 
 namespace {
 
-/// The module in a folder of its own beside three builds of a gateway, each of which holds its own name.
+/// The module in its own folder beside three builds of a gateway, each of which contains its own name.
 class MexPlacement : public RuntimeTest {
 protected:
     MexPlacement() {
@@ -22,7 +22,7 @@ protected:
         return temporary.path() + L"SolvaneUnitMEX" + version + L"\\";
     }
 
-    /// Makes a unit in a process that has made none yet, and ends it.
+    /// Creates the first unit of a process, and terminates it.
     void placeFor(const std::wstring& version) {
         matlab.registration.setCurrentVersion(version);
         const UnitModule fresh(modulePath);
@@ -44,7 +44,7 @@ protected:
                                                "CapeOpenUnitMex.mexw64: mexw64-77"};
 };
 
-TEST_F(MexPlacement, theVersionChoosesTheBuilds) {
+TEST_F(MexPlacement, choosesBuildsByVersion) {
     const struct {
         const wchar_t* version;
         bool isOld;
@@ -62,7 +62,7 @@ TEST_F(MexPlacement, theVersionChoosesTheBuilds) {
     }
 }
 
-TEST_F(MexPlacement, laterMatlabLosesTheFileForAnOldOneAndAMissingBuildIsNoFailure) {
+TEST_F(MexPlacement, deletesTheOldBuildAndToleratesAMissingOne) {
     const std::wstring version = L"Matlab.Application.9.14";
     CreateDirectoryW(gatewayFolder(version).c_str(), nullptr);
     writeFile(gatewayFolder(version) + L"CapeOpenUnitMex.dll", "left over");
@@ -74,7 +74,7 @@ TEST_F(MexPlacement, laterMatlabLosesTheFileForAnOldOneAndAMissingBuildIsNoFailu
     EXPECT_EQ(placed(L"Matlab.Application.9.15"), std::vector<std::string>{laterBuilds[0]});
 }
 
-TEST_F(MexPlacement, onceForAllUnitsOfAProcess) {
+TEST_F(MexPlacement, happensOncePerProcess) {
     const std::wstring version = L"Matlab.Application.9.14";
     const UnitModule fresh(modulePath);
     const HostedUnit first(fresh);
@@ -87,7 +87,7 @@ TEST_F(MexPlacement, onceForAllUnitsOfAProcess) {
     EXPECT_EQ(std::ranges::count(matlab.calls(), L"addpath '" + onPath + L"'"), 2);
 }
 
-TEST_F(MexPlacement, withoutAVersionTheUnitStopsAndTheNextOneTriesAgain) {
+TEST_F(MexPlacement, failsWithoutAVersionAndIsRetriedByTheNextUnit) {
     matlab.registration.removeCurrentVersion();
     const UnitModule fresh(modulePath);
     const HostedUnit unit(fresh);

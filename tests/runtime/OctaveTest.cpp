@@ -1,5 +1,5 @@
-// The whole road: the unit, the engine that is registered as Matlab, the gateway in it, and real scripts.
-// Each command takes it in the help book's examples.
+// End to end: the unit, the engine that is registered as Matlab, the gateway in it, and real scripts. The
+// examples of the help book cover each command.
 
 #include "HostTest.h"
 #include "HostedUnit.h"
@@ -27,7 +27,7 @@ protected:
     }
     HostedUnit createUnit(ModelBag& bag) const { return createUnit(module, bag); }
 
-    /// Gives the unit another script.
+    /// Replaces the unit's script.
     static void rewrite(const HostedUnit& unit, ModelBag& bag, const std::string& script) {
         ModelBag another;
         another.values = bag.values;
@@ -46,7 +46,7 @@ protected:
     const UnitModule module;
 };
 
-TEST_F(OctaveRun, errorsOfAScriptReachTheHost) {
+TEST_F(OctaveRun, reportsErrorsOfTheScriptToTheHost) {
     ModelBag bag;
     const HostedUnit unit = createUnit(bag.script(""));
     const struct {
@@ -73,7 +73,7 @@ TEST_F(OctaveRun, errorsOfAScriptReachTheHost) {
     EXPECT_EQ(unit.output(), L"MATLAB output:\ncaught\nMATLAB done\n");
 }
 
-TEST_F(OctaveRun, aFailureOutsideTheScriptIsTheRunsWithItsCause) {
+TEST_F(OctaveRun, reportsTheCauseOfFailuresOutsideTheScript) {
     ModelBag lost;
     const HostedUnit unit = createUnit(lost.script("try; builtin('input', ''); catch; end\n"));
     EXPECT_EQ(unit.calculate(), capeFailure);
@@ -98,13 +98,13 @@ TEST_F(OctaveRun, aFailureOutsideTheScriptIsTheRunsWithItsCause) {
     EXPECT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
 }
 
-TEST_F(OctaveRun, namesAndScriptsHaveTheLettersOfTheCodePage) {
+TEST_F(OctaveRun, supportsTheLettersOfTheCodePage) {
     const std::string script = "if ~strcmp(compNames{1}, 'Müller €'), error('other name'), end\n"
                                "setParameter('Stoff', compNames{1}); check\n"
                                "setReport('Übersicht', compNames{1});\n";
     const std::string check = "function check\nglobal compNames\n"
                               "if ~strcmp(getParameter('Stoff'), compNames{1}), error('other é'), end\n";
-    // As editors write it, and as the unit's window does.
+    // As editors and the unit's window write it.
     for (const auto encode : {+[](const std::string& text) { return text; },
                               +[](const std::string& text) { return narrow(widen(text, CP_UTF8)); }}) {
         ModelBag bag;
@@ -120,7 +120,7 @@ TEST_F(OctaveRun, namesAndScriptsHaveTheLettersOfTheCodePage) {
     }
 }
 
-TEST_F(OctaveRun, takesATemporaryFolderWithAnApostrophe) {
+TEST_F(OctaveRun, supportsAnApostropheInTheTemporaryFolder) {
     const TemporaryFolder temporary(L"Zoë O'Brien's");
     ModelBag bag;
     const HostedUnit unit = createUnit(
@@ -133,7 +133,7 @@ TEST_F(OctaveRun, takesATemporaryFolderWithAnApostrophe) {
         EXPECT_NE(name[0], L'{') << "the working folder";
 }
 
-TEST_F(OctaveRun, variablesOfARunDoNotReachTheNext) {
+TEST_F(OctaveRun, startsWithoutTheVariablesOfTheLastRun) {
     ModelBag bag;
     const HostedUnit unit = createUnit(bag.script("evalin('base', 'left = 1;');\n"));
     ASSERT_EQ(unit.calculate(), S_OK);
@@ -142,7 +142,7 @@ TEST_F(OctaveRun, variablesOfARunDoNotReachTheNext) {
     EXPECT_EQ(unit.output(), L"MATLAB output:\n0\nMATLAB done\n");
 }
 
-TEST_F(OctaveRun, echoShowsTheScriptsLinesAndNotWhatItCalls) {
+TEST_F(OctaveRun, echoesTheScriptsLinesOnly) {
     ModelBag bag;
     bag.values[L"info level"] = Variant(LONG{1});
     bag.file("helper.m", "function helper\ninside = 1;\n");
@@ -158,9 +158,9 @@ TEST_F(OctaveRun, echoShowsTheScriptsLinesAndNotWhatItCalls) {
     EXPECT_EQ(unit.output(), L"MATLAB output:\nMATLAB done\n");
 }
 
-TEST_F(OctaveRun, aReportIsTheLastTextWhereverTheScriptIs) {
+TEST_F(OctaveRun, keepsTheLastTextOfAReportInAnyFolder) {
     ModelBag bag;
-    // As the path of an interpreter that units share, this one holds another unit's scripts.
+    // Another unit's scripts are on the path, as with an interpreter that units share.
     const HostedUnit unit = createUnit(bag.reports({L"R"}).script(R"(
 setReport('R', 'former');
 other = tempname(); mkdir(other); addpath(other);
@@ -172,8 +172,8 @@ confirm_recursive_rmdir(false); rmdir(other, 's');
     EXPECT_EQ(unit.report(L"R"), L"last");
 }
 
-// Octave tells a changed file by its time in seconds, and these change more often.
-TEST_F(OctaveRun, aRunTakesTheFilesOfItsModel) {
+// Octave detects a changed file by its time in seconds, and these files change more often.
+TEST_F(OctaveRun, findsTheFilesOfItsModel) {
     const HostedUnit unit(module);
     ASSERT_EQ(unit.as<ICapeUtilities>()->Initialize(), S_OK);
     for (int k = 1; k <= 8; ++k) {
@@ -189,8 +189,8 @@ TEST_F(OctaveRun, aRunTakesTheFilesOfItsModel) {
     }
 }
 
-// Each has an Octave, a working folder and a channel of its own.
-TEST_F(OctaveRun, unitsOfOneProcessDoNotMeet) {
+// Each has its own Octave, working folder and channel.
+TEST_F(OctaveRun, isolatesTheUnitsOfAProcess) {
     ModelBag bag1, bag2;
     const HostedUnit first = createUnit(bag1.script("x = getParameter('a'); setParameter('a', x + 1);\n")
                                             .parameter(L"a", L"real", Variant(1.0)));

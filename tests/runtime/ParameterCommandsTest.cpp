@@ -1,4 +1,4 @@
-// getParameter and setParameter, from a client that plays the gateway.
+// getParameter and setParameter, called by a client in place of the gateway.
 
 #include "RuntimeTest.h"
 #include "com/VariantArray.h"
@@ -10,7 +10,7 @@ namespace solvane {
 
 namespace {
 
-/// A value behind what the wire has so far, with its tag.
+/// Appends a value with its tag.
 using Value = std::function<Wire(Wire)>;
 
 template <class T>
@@ -67,7 +67,7 @@ protected:
     ModelBag bag;
 };
 
-TEST_F(ParameterCommands, eachKindIsReadWithItsTag) {
+TEST_F(ParameterCommands, readEachKindWithItsTag) {
     bag.parameter(L"Empty", L"string", Variant(std::wstring_view())).parameter(L"Unset", L"real", Variant());
     bag.values.erase(L"Unset \\ value");
     calculate(bag, [](GatewayClient& script) {
@@ -82,7 +82,7 @@ TEST_F(ParameterCommands, eachKindIsReadWithItsTag) {
     });
 }
 
-TEST_F(ParameterCommands, aTextMustFitTheBlock) {
+TEST_F(ParameterCommands, rejectTextsThatExceedTheBlock) {
     bag.parameter(L"Fits", L"string", Variant(std::wstring_view(std::wstring(2048 - 12, L'f'))))
         .parameter(L"Too long", L"string", Variant(std::wstring_view(std::wstring(2048 - 11, L'f'))));
     calculate(bag, [](GatewayClient& script) {
@@ -93,7 +93,7 @@ TEST_F(ParameterCommands, aTextMustFitTheBlock) {
     });
 }
 
-TEST_F(ParameterCommands, whatAScriptSetsIsConvertedCheckedAndReadBack) {
+TEST_F(ParameterCommands, convertAndCheckWhatAScriptSets) {
     const std::string below = "Value below minimum value";
     const std::string above = "Value above maximum value";
     const std::string noOption = "Invalid value for parameter: value is not in list of exclusive options";
@@ -123,7 +123,7 @@ TEST_F(ParameterCommands, whatAScriptSetsIsConvertedCheckedAndReadBack) {
         {"At least", real(infinity), real(infinity)},
         {"At most", real(notANumber), real(5), above},
         {"At most", real(-infinity), real(-infinity)},
-        {"Stages", real(2.5), integer(3)}, // halves go up
+        {"Stages", real(2.5), integer(3)}, // rounds halves up
         {"Stages", real(-2.5), integer(-2)},
         {"Stages", real(2.499), integer(2)},
         {"Stages", real(2147483647.4), integer(2147483647)},
@@ -165,8 +165,8 @@ TEST_F(ParameterCommands, whatAScriptSetsIsConvertedCheckedAndReadBack) {
     });
 }
 
-// What a script sets is neither a change of the model nor a reason to validate again.
-TEST_F(ParameterCommands, theHostSeesWhatTheScriptSet) {
+// A value that a script sets neither changes the model nor requires a new validation.
+TEST_F(ParameterCommands, showTheHostWhatTheScriptSet) {
     const HostedUnit unit = createUnit(bag);
     EXPECT_EQ(unit.validate(), L"");
     matlab.onRun = [](const std::wstring& folder) {

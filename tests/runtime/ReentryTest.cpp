@@ -13,7 +13,7 @@ namespace {
 
 constexpr char painting[] = "painting";
 
-/// Where the host comes back: inside a material's call that begins so, or in a paint handler.
+/// The place where the host calls back: inside a material's call that begins so, or in a paint handler.
 constexpr const char* places[] = {"GetCompoundList", "CreateMaterial", "copy.GetPhaseList",
                                   "GetOverallProp",  painting,         "CalcEquilibrium"};
 
@@ -29,7 +29,7 @@ protected:
             ASSERT_EQ(unit.connect(port, material->dispatch()), S_OK);
     }
 
-    /// Calculates a new unit; the host carries out `action` once at that place.
+    /// Calculates a new unit; the host runs `action` once at that place.
     HRESULT calculateAnd(const char* place, const std::function<void()>& action) {
         SCOPED_TRACE(place);
         createConnectedUnit();
@@ -57,7 +57,7 @@ protected:
                         << "pressure");
             return MatlabAnswer();
         };
-        // Without a reference of the call's own: some hosts hold one in all.
+        // Releases the call's own reference: some hosts hold only one in all.
         ICapeUnit* calculating = unit.as<ICapeUnit>().get();
         const HRESULT result = calculating->Calculate();
         material->record->onCall = nullptr;
@@ -69,7 +69,7 @@ protected:
     HostedUnit unit{ComRef<IUnknown>()};
 };
 
-TEST_F(Reentry, whatARunForbidsIsRefusedAndTheRunGoesOn) {
+TEST_F(Reentry, rejectsForbiddenCallsAndContinuesTheRun) {
     HostStream empty;
     const struct {
         std::function<HRESULT()> call;
@@ -89,7 +89,7 @@ TEST_F(Reentry, whatARunForbidsIsRefusedAndTheRunGoesOn) {
                 EXPECT_EQ(row.call(), capeFailure);
                 const std::wstring error = unit.error();
                 EXPECT_NE(
-                    error.find(row.error + L" while it is calculating; try again after that | " + row.tail),
+                    error.find(row.error + L" while it is calculating; try again afterwards | " + row.tail),
                     std::wstring::npos)
                     << narrow(error);
             }
@@ -98,7 +98,7 @@ TEST_F(Reentry, whatARunForbidsIsRefusedAndTheRunGoesOn) {
     }
 }
 
-TEST_F(Reentry, theHostMayLookAtTheUnitSaveItAndChangeItsValuesDuringARun) {
+TEST_F(Reentry, allowsReadingSavingAndChangingValues) {
     for (const char* place : places) {
         HostStream saved;
         const HRESULT calculated = calculateAnd(place, [&] {
@@ -114,7 +114,7 @@ TEST_F(Reentry, theHostMayLookAtTheUnitSaveItAndChangeItsValuesDuringARun) {
     }
 }
 
-TEST_F(Reentry, aTerminateDuringARunIsCarriedOutAfterIt) {
+TEST_F(Reentry, defersTerminateToTheEndOfTheRun) {
     const std::wstring text = L"Terminate has been called on unit operation";
     for (const char* place : places) {
         const HRESULT calculated = calculateAnd(place, [&] {
@@ -122,7 +122,7 @@ TEST_F(Reentry, aTerminateDuringARunIsCarriedOutAfterIt) {
             EXPECT_EQ(unit.calculate(), capeFailure);
             EXPECT_EQ(unit.terminate(), S_OK);
         });
-        if (place != places[std::size(places) - 1]) { // by then there is nothing more to do
+        if (place != places[std::size(places) - 1]) { // at that place, nothing is left to do
             EXPECT_EQ(calculated, capeFailure) << place;
             EXPECT_EQ(unit.error(), L"Calculate failed | " + text + L" | Calculate | ICapeUnit") << place;
         }
@@ -134,7 +134,7 @@ TEST_F(Reentry, aTerminateDuringARunIsCarriedOutAfterIt) {
     }
 }
 
-TEST_F(Reentry, theLastReleaseDuringARunIsCarriedOutAfterIt) {
+TEST_F(Reentry, defersTheLastReleaseToTheEndOfTheRun) {
     for (const char* place : places) {
         EXPECT_EQ(calculateAnd(place, [&] { unit.release(); }), S_OK) << place;
         EXPECT_EQ(matlab.calls().back(), L"release");
@@ -142,14 +142,14 @@ TEST_F(Reentry, theLastReleaseDuringARunIsCarriedOutAfterIt) {
     }
 }
 
-TEST_F(Reentry, aScriptOfATerminatedUnitGetsNoMoreAnswers) {
+TEST_F(Reentry, answersATerminatedUnitsScriptWithFailures) {
     createConnectedUnit();
     SimulatorWindow window;
     window.onPaint = [&] { unit.terminate(); };
     matlab.onRun = [&](const std::wstring& folder) {
         GatewayClient script(folder);
         window.post(WM_PAINT);
-        Sleep(400); // longer than a paint message ever waits
+        Sleep(400); // longer than the longest delay of a paint message
         script.expect(request(CommandCode::getUnitName),
                       refused("Terminate has been called on unit operation"));
         return MatlabAnswer();

@@ -1,4 +1,4 @@
-// One run: what Matlab is told, and what becomes of its answers.
+// One run: the commands to Matlab, and the effect of its answers.
 
 #include "FakeMaterial11.h"
 #include "RuntimeTest.h"
@@ -15,7 +15,7 @@ using testing::HasSubstr;
 using testing::SizeIs;
 using testing::StartsWith;
 
-// A failure for which the system has no words.
+// A failure that the system cannot describe.
 constexpr auto oddFailure = static_cast<HRESULT>(0x80041234);
 constexpr wchar_t notAvailable[] = L"Matlab output not available\r\n";
 
@@ -26,7 +26,7 @@ protected:
     void runsInto(const MatlabAnswer& answer) {
         matlab.onRun = [answer](const std::wstring&) { return answer; };
     }
-    /// The failure of a calculation and the output report behind it.
+    /// The failure of a calculation, followed by the output report.
     void expectFailure(const std::wstring& text, const std::wstring& output) {
         EXPECT_EQ(unit.calculate(), capeFailure);
         EXPECT_EQ(unit.error(), L"Calculate failed | " + text + L" | Calculate | ICapeUnit");
@@ -40,7 +40,7 @@ MatlabAnswer nullText() {
     return answer;
 }
 
-TEST_F(Run, outputIsWhatMatlabPrinted) {
+TEST_F(Run, keepsWhatMatlabPrinted) {
     const struct {
         MatlabAnswer answer;
         std::wstring output;
@@ -63,7 +63,7 @@ TEST_F(Run, outputIsWhatMatlabPrinted) {
     }
 }
 
-TEST_F(Run, aFailedCallFailsTheRunAndNotTheNext) {
+TEST_F(Run, recoversAfterAFailedCall) {
     runsInto(failed(oddFailure));
     expectFailure(L"Failed to calculate: Call to Execute failed: error code 0x80041234", notAvailable);
     const std::wstring directory = L"Failed to change MATLAB working directory: ";
@@ -90,7 +90,7 @@ TEST_F(Run, aFailedCallFailsTheRunAndNotTheNext) {
     EXPECT_EQ(unit.output(), L"fine");
 }
 
-TEST_F(Run, anErrorInTheScriptFailsTheRunWithItsLinesJoined) {
+TEST_F(Run, failsWithTheJoinedLinesOfAScriptError) {
     const struct {
         const wchar_t* output;
         const wchar_t* text;
@@ -115,9 +115,9 @@ TEST_F(Run, anErrorInTheScriptFailsTheRunWithItsLinesJoined) {
 
 constexpr wchar_t calculationMutex[] = L"SolvaneUnitOperationCalculationMutex";
 
-// One guards path and directory but not the script. The other, of a Matlab that is not the unit's alone,
-// guards the script with its directory, so that nobody leads Matlab elsewhere in between.
-TEST_F(Run, whatTheMutexesGuard) {
+// One mutex guards path and directory but not the script. The other, of a shared Matlab, guards the script
+// with its directory, so that nobody changes Matlab's directory in between.
+TEST_F(Run, guardsPathAndFolderChangesWithMutexes) {
     for (const bool isDedicated : {false, true}) {
         matlab.dedicated = isDedicated;
         std::vector<std::wstring> seen;
@@ -142,8 +142,8 @@ TEST_F(Run, whatTheMutexesGuard) {
     }
 }
 
-// What a call says to which nobody is left to answer.
-TEST_F(Run, aMatlabThatHasEndedFailsTheRunAndTheNextOneGetsAnother) {
+// The failures of a call whose server has ended.
+TEST_F(Run, startsAnotherMatlabAfterOneHasEnded) {
     matlab.onRun = [&](const std::wstring&) {
         matlab.unknownMembers[L"Execute"] = HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE);
         return failed(HRESULT_FROM_WIN32(RPC_S_CALL_FAILED));
@@ -169,7 +169,7 @@ TEST_F(Run, aMatlabThatHasEndedFailsTheRunAndTheNextOneGetsAnother) {
     EXPECT_THAT(matlab.calls(), SizeIs(2));
 }
 
-TEST_F(Run, reportsOfAFailedRunNeverShowTheRunBefore) {
+TEST_F(Run, clearsReportsBeforeAFailedRun) {
     ModelBag bag;
     bag.script("").reports({L"Matlab Output", L"Duties"});
     unit = createUnit(bag);
@@ -227,7 +227,7 @@ protected:
     const ComRef<FakeMaterial11> bottom = FakeMaterial11::create(makeFakeStream(2));
 };
 
-TEST_F(RunWithProducts, eachProductIsFlashedWithWhatTheScriptSaidLast) {
+TEST_F(RunWithProducts, flashesEachProductAsLastStated) {
     scriptSets({productRequest(1, "pressure", "enthalpy"), productRequest(2, "temperature", "pressure"),
                 productRequest(1, "temperature", "pressure")});
     EXPECT_EQ(unit.calculate(), S_OK) << testing::PrintToString(unit.error());
@@ -238,7 +238,7 @@ TEST_F(RunWithProducts, eachProductIsFlashedWithWhatTheScriptSaidLast) {
         EXPECT_EQ(product->record->callsOf("SetOverallProp(temperature, null, R8[350])").size(), 1u);
         EXPECT_EQ(flashes(*product), 1u);
     }
-    // What the run before said does not count, and no product is flashed before all are set.
+    // Statements of the previous run do not count, and no product is flashed before all are set.
     scriptSets({productRequest(2, "temperature", "pressure")});
     expectFailure(L"setProduct was not called for product 1 (Top)", L"done");
     scriptSets({productRequest(1, "temperature", "pressure")});
@@ -246,7 +246,7 @@ TEST_F(RunWithProducts, eachProductIsFlashedWithWhatTheScriptSaidLast) {
     EXPECT_EQ(flashes(*top) + flashes(*bottom), 2u);
 }
 
-TEST_F(RunWithProducts, aFailureLeavesTheProductsBehindItAlone) {
+TEST_F(RunWithProducts, leavesLaterProductsAloneAfterAFailure) {
     const std::vector<Wire> both{productRequest(1, "temperature", "pressure"),
                                  productRequest(2, "temperature", "pressure")};
     scriptSets(both, L"Evaluation error: too late");
@@ -263,7 +263,7 @@ TEST_F(RunWithProducts, aFailureLeavesTheProductsBehindItAlone) {
 }
 
 // A Greek user of a Western system.
-TEST_F(RunWithProducts, theHostsTextsPassThroughTheThreadsCodePageAndBack) {
+TEST_F(RunWithProducts, passesHostTextsThroughTheThreadsCodePage) {
     FakeStream stream = makeFakeStream(2);
     stream.compounds[1] = L"\u03B2";
     const auto greek = FakeMaterial11::create(stream);
@@ -281,7 +281,7 @@ TEST_F(RunWithProducts, theHostsTextsPassThroughTheThreadsCodePageAndBack) {
     EXPECT_THAT(readFile(workingFolder() + L"initRun.m"), HasSubstr("compNames={'C1' '\xE2'};"));
 }
 
-TEST_F(RunWithProducts, anInvalidUnitIsNotRun) {
+TEST_F(RunWithProducts, doesNotRunAnInvalidUnit) {
     ASSERT_EQ(unit.disconnect(L"Bottom"), S_OK);
     matlab.forgetCalls();
     EXPECT_EQ(unit.calculate(), capeFailure);

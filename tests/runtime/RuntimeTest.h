@@ -11,7 +11,7 @@ namespace solvane {
 
 inline constexpr wchar_t sharedMatlabMutex[] = L"SolvaneUnitOperationSharedMatlabMutex";
 
-/// Whether another thread could have the mutex of this name now.
+/// Whether another thread could get the mutex of this name now.
 bool isMutexFree(const wchar_t* name);
 
 class RuntimeTest : public HostTest {

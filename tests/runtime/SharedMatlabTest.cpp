@@ -16,7 +16,7 @@ using testing::Contains;
 
 using SharedMatlab = RuntimeTest;
 
-TEST_F(SharedMatlab, runsOfTwoProcessesStayInTheirFolders) {
+TEST_F(SharedMatlab, keepsRunsOfTwoProcessesInTheirFolders) {
     matlab.registration.setSharedServer();
     ComRef<IDispatch> application;
     ASSERT_EQ(CoCreateInstance(scriptedMatlabClass, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
@@ -27,14 +27,14 @@ TEST_F(SharedMatlab, runsOfTwoProcessesStayInTheirFolders) {
         const Outcome outcome = client->wait();
         EXPECT_EQ(outcome.exitCode, 0u) << outcome.printed;
     }
-    // What the next client finds is not the folder of a unit that is no more.
+    // The next client must not find Matlab in the folder of a destroyed unit.
     Variant pwd(std::wstring_view(L"pwd"));
     EXPECT_EQ(LateBound(application.get()).call(L"Execute", DISPATCH_METHOD, {pwd.get()}).value.text(),
               temporary.path() + L"SolvaneUnitMEXMatlab.Application.9.14");
 }
 
-// The unit may have been created within that script's run, which waits for it.
-TEST_F(SharedMatlab, aUnitEndsWhileMatlabRunsAnothersScript) {
+// The unit may have been created inside that script's run, which then waits for it.
+TEST_F(SharedMatlab, letsAUnitEndDuringAnothersScript) {
     matlab.registration.setSharedServer();
     const Handle release(CreateEventW(nullptr, TRUE, FALSE, L"SharedMatlabTest"));
     ModelBag bag;
@@ -56,7 +56,7 @@ TEST_F(SharedMatlab, aUnitEndsWhileMatlabRunsAnothersScript) {
 }
 
 // Another user's mutex of the same name, in the same session.
-TEST_F(SharedMatlab, aTurnThatTheSystemDeniesDoesNotBreakTheRun) {
+TEST_F(SharedMatlab, runsEvenIfTheSystemDeniesTheTurn) {
     ACL nobody{};
     InitializeAcl(&nobody, sizeof nobody, ACL_REVISION);
     SECURITY_DESCRIPTOR security{};

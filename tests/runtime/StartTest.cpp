@@ -1,4 +1,4 @@
-// Construction up to a started Matlab, what a unit says where that failed, and its end.
+// Construction up to a started Matlab, the behaviour of a unit whose start failed, and termination.
 
 #include "Program.h"
 #include "RuntimeTest.h"
@@ -7,13 +7,14 @@ namespace solvane {
 
 namespace {
 
-// A failure for which the system has no words.
+// A failure that the system cannot describe.
 constexpr auto oddFailure = static_cast<HRESULT>(0x80041234);
 const std::wstring oddFailureText = L"error code 0x80041234";
 
 class Start : public RuntimeTest {
 protected:
-    /// The start command by its place: 1 the module's folder, 2 the working folder, 3 the gateway's folder.
+    /// The start command by its position: 1 the module's folder, 2 the working folder, 3 the gateway's
+    /// folder.
     void answerPathCommand(int place, const MatlabAnswer& answer) {
         pathCommands_ = 0;
         matlab.onCommand = [this, place, answer](const std::wstring& command) {
@@ -42,8 +43,8 @@ TEST_F(Start, addsThreeFoldersToMatlabsPathAndHidesIt) {
     EXPECT_TRUE(workingFolder().starts_with(temporary.path() + L"{"));
 }
 
-// Neither a Matlab that stays visible nor one that answers with an empty text fails the start.
-TEST_F(Start, whatIsNoFailure) {
+// Neither a Matlab that stays visible nor one that returns an empty text fails the start.
+TEST_F(Start, toleratesMinorStartupProblems) {
     matlab.visibility = E_FAIL;
     matlab.unknownMembers[L"Visible"] = DISP_E_UNKNOWNNAME;
     for (const bool isNull : {false, true}) {
@@ -57,8 +58,8 @@ TEST_F(Start, whatIsNoFailure) {
     }
 }
 
-// A failed start fails nothing but the later calls, which say why.
-TEST_F(Start, eachFailureHasItsText) {
+// A failed start fails only the later calls, which report its text.
+TEST_F(Start, reportsEachFailure) {
     const std::wstring path = L"Failed to add to MATLAB path: ";
     const std::wstring gatewayFolder = temporary.path() + L"SolvaneUnitMEXMatlab.Application.9.14";
     const struct {
@@ -94,8 +95,8 @@ TEST_F(Start, eachFailureHasItsText) {
     }
 }
 
-// As Wine needs it: there COM gives a server to whichever client asks first, and once the one that is dead.
-TEST_F(Start, creationsTakeTurnsAndAClassWithoutAServerIsAskedTwice) {
+// Wine requires this: its COM passes a server to whichever client asks first, and once returns a dead one.
+TEST_F(Start, serializesCreationsAndRetriesAClassWithoutAServer) {
     matlab.creation = REGDB_E_CLASSNOTREG;
     int creations = 0;
     matlab.onCreate = [&] {
@@ -108,7 +109,7 @@ TEST_F(Start, creationsTakeTurnsAndAClassWithoutAServerIsAskedTwice) {
     EXPECT_TRUE(isMutexFree(L"SolvaneUnitOperationStartMutex"));
 }
 
-/// A stopped unit refuses every call.
+/// Expects a stopped unit to reject every call.
 void expectRefusals(const HostedUnit& unit, const std::wstring& text) {
     ComRef<IDispatch> dispatch;
     LONG count = 0;
@@ -146,7 +147,7 @@ void expectRefusals(const HostedUnit& unit, const std::wstring& text) {
     EXPECT_EQ(unit.validate(), text);
 }
 
-TEST_F(Start, aUnitThatDidNotStartOrHasEndedRefusesEveryCall) {
+TEST_F(Start, rejectsEveryCallUnlessTheUnitIsRunning) {
     const HostedUnit unit = createUnit();
     matlab.creation = oddFailure;
     expectRefusals(createUnit(), L"Failed to create Matlab application: " + oddFailureText);
@@ -157,7 +158,7 @@ TEST_F(Start, aUnitThatDidNotStartOrHasEndedRefusesEveryCall) {
     EXPECT_EQ(matlab.calls(), std::vector<std::wstring>());
 }
 
-TEST_F(Start, terminateLeavesTheFolderBeforeItDeletesIt) {
+TEST_F(Start, leavesTheFolderBeforeTerminateDeletesIt) {
     const HostedUnit unit = createUnit();
     const std::wstring folder = workingFolder();
     std::vector<std::wstring> foundAtLeaving;
@@ -173,11 +174,11 @@ TEST_F(Start, terminateLeavesTheFolderBeforeItDeletesIt) {
         L"cd '" + temporary.path() + L"SolvaneUnitMEXMatlab.Application.9.14'", L"release"};
     EXPECT_EQ(matlab.calls(), expected);
     EXPECT_EQ(foundAtLeaving, (std::vector<std::wstring>{L"calc.m", L"results.dat", L"runUnit.m"}));
-    // What is left is the gateway's folder.
+    // Only the gateway's folder remains.
     EXPECT_EQ(namesIn(temporary.path()), std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14"});
 }
 
-TEST_F(Start, aSubFolderKeepsTheWorkingFolderUntilTheNextStart) {
+TEST_F(Start, deletesAFolderWithASubFolderAtTheNextStart) {
     const HostedUnit unit = createUnit();
     const std::wstring kept = workingFolder() + L"kept";
     CreateDirectoryW(kept.c_str(), nullptr);
@@ -186,7 +187,7 @@ TEST_F(Start, aSubFolderKeepsTheWorkingFolderUntilTheNextStart) {
     EXPECT_EQ(namesIn(workingFolder()), std::vector<std::wstring>{L"kept"});
     EXPECT_EQ(readFile(kept + L"\\deep.txt"), "deep");
 
-    // Where a link leads stays.
+    // The target of a link stays.
     const std::wstring outside = temporary.path() + L"outside";
     CreateDirectoryW(outside.c_str(), nullptr);
     writeFile(outside + L"\\mine.txt", "mine");
@@ -195,7 +196,7 @@ TEST_F(Start, aSubFolderKeepsTheWorkingFolderUntilTheNextStart) {
     CreateDirectoryW((temporary.path() + L"{00000000-0000-0000-0000-000000000001}").c_str(), nullptr);
     writeFile(temporary.path() + L"{00000000-0000-0000-0000-000000000001}.left", "another's");
     const std::wstring left = workingFolder();
-    for (const bool isLinkThere : {true, false}) { // which Windows' functions do not delete on Linux
+    for (const bool isLinkThere : {true, false}) { // Windows' functions do not delete it on Linux
         const HostedUnit next = createUnit();
         EXPECT_EQ(GetFileAttributesW((kept + L"\\deeper").c_str()), INVALID_FILE_ATTRIBUTES);
         EXPECT_EQ(GetFileAttributesW(left.c_str()) != INVALID_FILE_ATTRIBUTES, isLinkThere);
@@ -209,7 +210,7 @@ TEST_F(Start, aSubFolderKeepsTheWorkingFolderUntilTheNextStart) {
                                          L"{00000000-0000-0000-0000-000000000001}.left"}));
 }
 
-TEST_F(Start, foldersOfUnitsWhoseProcessDiedGoAtTheNextStart) {
+TEST_F(Start, deletesFoldersOfDeadProcesses) {
     const struct {
         const wchar_t* folder;
         std::vector<std::pair<const wchar_t*, const char*>> files;
@@ -218,7 +219,7 @@ TEST_F(Start, foldersOfUnitsWhoseProcessDiedGoAtTheNextStart) {
         {L"{00000000-0000-0000-0000-000000000001}",
          {{L"runUnit.m", "%Solvane Unit Operation Script\r\nrest"}, {L"unitCalc.m", "x"}, {L"note.txt", "y"}},
          true},
-        {L"{00000000-0000-0000-0000-000000000002}", {{L"runUnit.m", ""}}, true}, // died while it was built
+        {L"{00000000-0000-0000-0000-000000000002}", {{L"runUnit.m", ""}}, true}, // died during construction
         {L"{00000000-0000-0000-0000-000000000003}", {{L"runUnit.m", "%Another's"}}, false},
         {L"{00000000-0000-0000-0000-000000000004}", {{L"note.txt", "%Another's"}}, false},
         {L"Drums", {{L"runUnit.m", "%Solvane Unit Operation Script\r\n"}}, false},
@@ -250,8 +251,8 @@ TEST_F(Start, DISABLED_hostWhoseModuleReleasesAtTheProcessesEnd) {
     ExitProcess(endedRightly);
 }
 
-// By then the system has ended the worker thread.
-TEST_F(Start, theLastReleaseMayComeAtTheProcessesEnd) {
+// At that time the system has ended the worker thread.
+TEST_F(Start, allowsTheLastReleaseAtTheProcessesEnd) {
     std::wstring self(1024, L'\0');
     self.resize(GetModuleFileNameW(nullptr, self.data(), static_cast<DWORD>(self.size())));
     Program host(L"\"" + self + L"\" --gtest_also_run_disabled_tests --gtest_filter=Start.DISABLED_host*");
@@ -265,7 +266,7 @@ TEST_F(Start, theLastReleaseMayComeAtTheProcessesEnd) {
               std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14"});
 }
 
-TEST_F(Start, aHostThatOnlyReleasesLeavesNothingBehind) {
+TEST_F(Start, cleansUpForAHostThatOnlyReleases) {
     createUnit();
     EXPECT_EQ(matlab.calls().back(), L"release");
     EXPECT_EQ(namesIn(temporary.path()), std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14"});

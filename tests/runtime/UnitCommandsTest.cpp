@@ -1,4 +1,4 @@
-// Reports, the unit's small facts, and the host's log, from a client that plays the gateway.
+// Reports, name and port counts, and the host's log, called by a client in place of the gateway.
 
 #include "FakeMaterial11.h"
 #include "RuntimeTest.h"
@@ -31,7 +31,7 @@ public:
         lines.emplace_back(viewOf(text));
         if (onLog)
             onLog();
-        return E_FAIL; // of no interest to the unit
+        return E_FAIL; // the unit ignores it
     }
 };
 
@@ -54,7 +54,7 @@ protected:
     ModelBag bag;
 };
 
-TEST_F(UnitCommands, aReportTakesTheTextOfTheFileOrTellsWhyItCannot) {
+TEST_F(UnitCommands, readReportsFromTheirFilesOrReportTheFailure) {
     bag.reports({L"Duties", L"Other"});
     const HostedUnit unit = createUnit(bag);
     const std::string text = "Q = 12 kW\r\n\t5 \xe9\x80";
@@ -71,7 +71,7 @@ TEST_F(UnitCommands, aReportTakesTheTextOfTheFileOrTellsWhyItCannot) {
 
     const std::wstring missing = runWith([](const auto& file) { DeleteFileW(file.c_str()); });
     EXPECT_TRUE(missing.starts_with(L"Unable to open \"report.txt\": ")) << narrow(missing);
-    // Nor may anyone still write to it.
+    // Nobody may still write to it.
     FileHandle writer;
     const std::wstring open = runWith([&](const auto& file) {
         writer.reset(
@@ -81,7 +81,7 @@ TEST_F(UnitCommands, aReportTakesTheTextOfTheFileOrTellsWhyItCannot) {
     EXPECT_NE(open, missing);
 }
 
-TEST_F(UnitCommands, reportsThatAScriptMayNotSet) {
+TEST_F(UnitCommands, rejectReportsThatAScriptMayNotSet) {
     bag.reports({L"Matlab Output", L"Duties"});
     const HostedUnit unit = createUnit(bag);
     run(unit, [](GatewayClient& script, const std::wstring&) {
@@ -93,7 +93,7 @@ TEST_F(UnitCommands, reportsThatAScriptMayNotSet) {
     });
 }
 
-TEST_F(UnitCommands, nameAndCountsOfTheUnit) {
+TEST_F(UnitCommands, returnTheUnitsNameAndPortCounts) {
     bag.feeds({L"A", L"B"}).products({L"C"});
     const HostedUnit unit = createUnit(bag);
     for (const wchar_t* port : {L"A", L"B", L"C"})
@@ -116,7 +116,7 @@ TEST_F(UnitCommands, nameAndCountsOfTheUnit) {
     }
 }
 
-TEST_F(UnitCommands, logLinesGoToTheHostAndTheStatusStaysWhereThereIsNowhereToLog) {
+TEST_F(UnitCommands, logToTheHostOrLeaveTheStatusUnchanged) {
     DiagnosticContext context;
     const HostedUnit unit = createUnit(bag);
     const auto utilities = unit.as<ICapeUtilities>();
@@ -130,12 +130,12 @@ TEST_F(UnitCommands, logLinesGoToTheHostAndTheStatusStaysWhereThereIsNowhereToLo
     context.hasLog = false;
     ASSERT_EQ(utilities->put_simulationContext(&context), S_OK);
     logs("line", untouched);
-    // The context is asked again at each command.
+    // Each command queries the context again.
     context.hasLog = true;
     logs("iteration 1", succeeded());
     logs("", untouched);
     logs("\xe9t\xe9", succeeded());
-    // A log that goes from inside its own call lives as long as that.
+    // A log that is released inside its own call must live until the call ends.
     context.onLog = [&] {
         utilities->put_simulationContext(nullptr);
         EXPECT_EQ(context.references, 1u);

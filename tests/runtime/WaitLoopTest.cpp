@@ -17,7 +17,7 @@ using testing::HasSubstr;
 
 using WaitLoop = RuntimeTest;
 
-TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
+TEST_F(WaitLoop, servesPaintMessagesAndLeavesInputQueued) {
     SimulatorWindow window;
     const HostedUnit unit = createUnit();
     const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
@@ -43,9 +43,9 @@ TEST_F(WaitLoop, theHostPaintsDuringTheRunAndItsInputWaits) {
     EXPECT_EQ(window.inputs, 2);
 }
 
-// The lock of the outer run is the thread's own, but a Matlab that both share cannot run two scripts at once.
-// The inner unit's end does not ask the busy Matlab for anything.
-TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPassesWhereEachUnitHasAMatlab) {
+// The thread already holds the lock of the outer run, but a shared Matlab cannot run two scripts at once. The
+// inner unit ends without calling the busy Matlab.
+TEST_F(WaitLoop, allowsANestedRunWhereEachUnitHasAMatlab) {
     for (const bool isDedicated : {true, false}) {
         matlab.dedicated = isDedicated;
         SimulatorWindow window;
@@ -76,8 +76,8 @@ TEST_F(WaitLoop, aRunThatAPaintMessageStartsInsideAnotherPassesWhereEachUnitHasA
     }
 }
 
-// The other's process dies, which gives its turn away.
-TEST_F(WaitLoop, theHostPaintsWhileTheUnitWaitsForAnothersTurnOnASharedMatlab) {
+// The other unit's process dies and so loses its turn.
+TEST_F(WaitLoop, servesPaintMessagesWhileWaitingForASharedMatlab) {
     SimulatorWindow window;
     const HostedUnit unit = createUnit();
     const HostedUnit leaving = createUnit();
@@ -91,7 +91,7 @@ TEST_F(WaitLoop, theHostPaintsWhileTheUnitWaitsForAnothersTurnOnASharedMatlab) {
     });
     ASSERT_EQ(WaitForSingleObject(taken.get(), 5000), WAIT_OBJECT_0);
     matlab.forgetCalls();
-    // A unit that is terminated meanwhile gives up, and leaves Matlab where the other wants it.
+    // A unit that is terminated meanwhile stops waiting, and does not change Matlab's directory.
     window.onPaint = [&] { EXPECT_EQ(leaving.terminate(), S_OK); };
     window.post(WM_PAINT);
     EXPECT_EQ(leaving.calculate(), capeFailure);
@@ -107,8 +107,8 @@ TEST_F(WaitLoop, theHostPaintsWhileTheUnitWaitsForAnothersTurnOnASharedMatlab) {
     other.join();
 }
 
-// A look for any message takes it too.
-TEST_F(WaitLoop, theEndOfTheHostsMessageLoopIsThereAfterTheRun) {
+// Checking for any message removes it too.
+TEST_F(WaitLoop, preservesTheQuitMessage) {
     const HostedUnit unit = createUnit();
     PostQuitMessage(7);
     EXPECT_EQ(unit.calculate(), S_OK);
@@ -119,7 +119,7 @@ TEST_F(WaitLoop, theEndOfTheHostsMessageLoopIsThereAfterTheRun) {
     EXPECT_EQ(message.wParam, 7u);
 }
 
-TEST_F(WaitLoop, aWindowThatPaintsWithoutEndDoesNotHoldTheScriptUp) {
+TEST_F(WaitLoop, isNotDelayedByAnEndlesslyPaintingWindow) {
     for (const DWORD paintTime : {0, 5}) {
         SimulatorWindow window;
         const HostedUnit unit = createUnit();
@@ -144,18 +144,18 @@ TEST_F(WaitLoop, aWindowThatPaintsWithoutEndDoesNotHoldTheScriptUp) {
     }
 }
 
-TEST_F(WaitLoop, aRequestThatArrivesWithTheEndIsStillServed) {
+TEST_F(WaitLoop, servesARequestThatArrivesWithTheEnd) {
     ModelBag bag;
     bag.script("").parameter(L"Duty", L"real", Variant(1.0));
     SimulatorWindow window;
     const HostedUnit unit = createUnit(bag);
     const Handle painting(CreateEventW(nullptr, FALSE, FALSE, nullptr));
     const Handle requested(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-    // While the host paints, the script sends a command and ends: the host comes back to both events.
+    // While the host paints, the script sends a command and ends: afterwards both events are set.
     window.onPaint = [&] {
         SetEvent(painting.get());
         WaitForSingleObject(requested.get(), 5000);
-        Sleep(100); // the worker thread tells the end
+        Sleep(100); // until the worker thread signals the end
     };
     matlab.onRun = [&](const std::wstring& folder) {
         window.post(WM_PAINT);

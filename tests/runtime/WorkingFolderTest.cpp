@@ -1,4 +1,4 @@
-// What Matlab finds in the unit's folder, byte by byte.
+// The contents of the unit's folder for Matlab, byte for byte.
 
 #include "FakeMaterial10.h"
 #include "FakeMaterial11.h"
@@ -17,7 +17,7 @@ constexpr char header[] = "function unitCalc\r\n"
 
 class WorkingFolder : public RuntimeTest {
 protected:
-    /// Calculates the unit and gives a file of its folder as the script sees it.
+    /// Calculates the unit and returns a file of its folder as the script sees it.
     std::string duringRun(const HostedUnit& unit, const std::wstring& file) {
         std::string bytes;
         matlab.onRun = [&](const std::wstring& folder) {
@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(WorkingFolder, aNewUnitHasTheRunScriptAndTheDefaultScript) {
+TEST_F(WorkingFolder, startsWithTheRunScriptAndTheDefaultScript) {
     const HostedUnit unit = createUnit();
     EXPECT_EQ(namesIn(workingFolder()), (std::vector<std::wstring>{L"calc.m", L"runUnit.m"}));
     EXPECT_EQ(readFile(workingFolder() + L"calc.m"), "%Enter your Matlab calculations here\r\n\r\n\r\n");
@@ -40,7 +40,7 @@ TEST_F(WorkingFolder, aNewUnitHasTheRunScriptAndTheDefaultScript) {
 }
 
 // The copy goes in blocks of 1024 bytes.
-TEST_F(WorkingFolder, unitCalcIsTheHeaderAndTheWholeScript) {
+TEST_F(WorkingFolder, writesUnitCalcAsHeaderAndWholeScript) {
     for (const std::size_t size : {0, 1, 1023, 1024, 1025, 2048, 5000}) {
         std::string script;
         while (script.size() < size)
@@ -54,7 +54,7 @@ TEST_F(WorkingFolder, unitCalcIsTheHeaderAndTheWholeScript) {
     }
 }
 
-TEST_F(WorkingFolder, unitCalcIsBuiltAgainOnlyForANewScript) {
+TEST_F(WorkingFolder, rebuildsUnitCalcOnlyForANewScript) {
     ModelBag bag;
     const HostedUnit unit = createUnit(bag.script("first"));
     for (const char* bytes : {"first", "behind the unit's back"}) {
@@ -65,7 +65,7 @@ TEST_F(WorkingFolder, unitCalcIsBuiltAgainOnlyForANewScript) {
     EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("second"));
 }
 
-/// While it lives, a file of the folder lies on a full disk: it leads to the device that the Linux system
+/// Puts a file of the folder on a full disk for its lifetime: links it to the device that the Linux system
 /// below Wine has for that.
 class FileOnFullDisk {
 public:
@@ -74,7 +74,7 @@ public:
     }
     ~FileOnFullDisk() {
         runOnLinux(L"rm " + name_, folder_, name_, false);
-    } // which Windows' functions do not delete
+    } // Windows' functions do not delete the link
     FileOnFullDisk(const FileOnFullDisk&) = delete;
     FileOnFullDisk& operator=(const FileOnFullDisk&) = delete;
 
@@ -83,7 +83,7 @@ private:
     std::wstring name_;
 };
 
-TEST_F(WorkingFolder, aRunWithoutItsWholeScriptsFailsBeforeMatlabSeesThem) {
+TEST_F(WorkingFolder, failsBeforeMatlabSeesIncompleteScripts) {
     const struct {
         std::function<std::shared_ptr<void>(const std::wstring& folder)> arrange;
         std::wstring text;
@@ -116,20 +116,20 @@ TEST_F(WorkingFolder, aRunWithoutItsWholeScriptsFailsBeforeMatlabSeesThem) {
     }
 }
 
-TEST_F(WorkingFolder, aLoadMakesTheFolderAnewThatADiskCleanerRemoved) {
+TEST_F(WorkingFolder, isRestoredByALoadAfterADiskCleaner) {
     ModelBag bag;
     const HostedUnit unit = createUnit(bag.script("x"));
     const std::wstring name = workingFolder().substr(temporary.path().size(), 38);
-    runOnLinux(L"rm -r " + name, temporary.path(), name, false); // whom open files do not hinder
+    runOnLinux(L"rm -r " + name, temporary.path(), name, false); // Linux deletes open files
     EXPECT_EQ(unit.load(bag), S_OK) << narrow(unit.error());
     EXPECT_EQ(duringRun(unit, L"unitCalc.m"), header + std::string("x"));
     EXPECT_TRUE(readFile(workingFolder() + L"runUnit.m").starts_with("%Solvane"));
     EXPECT_EQ(unit.terminate(), S_OK);
-    unit.load(bag); // makes none for a unit that has ended
+    unit.load(bag); // creates none for a terminated unit
     EXPECT_EQ(namesIn(temporary.path()), std::vector<std::wstring>{L"SolvaneUnitMEXMatlab.Application.9.14"});
 }
 
-TEST_F(WorkingFolder, initRunTellsTheRunsCompoundsAndPhases) {
+TEST_F(WorkingFolder, writesCompoundsAndPhasesToInitRun) {
     const auto expect = [&](const HostedUnit& unit, const std::string& echo, const std::string& lists) {
         const std::string script = duringRun(unit, L"initRun.m");
         const std::string id = unitIdOf(workingFolder());
@@ -144,7 +144,7 @@ TEST_F(WorkingFolder, initRunTellsTheRunsCompoundsAndPhases) {
            "nComp=0;\r\ncompNames={};\r\nnPhase=0;\r\nphaseNames={};\r\n"
            "phaseAggregationStates=[];\r\n");
 
-    // The state comes from the phase's label, not from what the material says of it.
+    // The label determines the state, not the material's own list.
     FakeStream stream = makeFakeStream(2);
     stream.phases[0].label = L"VAPOR";
     stream.phases[2] = {L"Gas", L"Vapor", 0, {}, {}, false};

@@ -1,4 +1,4 @@
-// Each class inside an outer object: identity and counting are the outer object's.
+// Each class inside an outer object, which provides identity and counting.
 
 #include "ServerTest.h"
 
@@ -36,7 +36,7 @@ protected:
     }
 };
 
-TEST_P(Aggregation, identityAndCountingAreTheOuterObjects) {
+TEST_P(Aggregation, delegatesIdentityAndCountingToTheOuterObject) {
     ASSERT_EQ(aggregate(IID_IUnknown), S_OK);
     EXPECT_EQ(outer.references, 1u) << "the aggregate must not hold its owner";
 
@@ -58,7 +58,7 @@ TEST_P(Aggregation, identityAndCountingAreTheOuterObjects) {
     EXPECT_EQ(identification->Release(), 4u);
 }
 
-TEST_P(Aggregation, theOwnersUnknownCountsForItselfAndEndsTheObject) {
+TEST_P(Aggregation, destroysTheObjectWithTheOwnersUnknown) {
     ASSERT_EQ(aggregate(IID_IUnknown), S_OK);
     EXPECT_NE(outer.inner.get(), &outer);
     EXPECT_EQ(outer.inner.as<IUnknown>().get(), outer.inner.get());
@@ -74,7 +74,7 @@ TEST_P(Aggregation, theOwnersUnknownCountsForItselfAndEndsTheObject) {
     EXPECT_EQ(outer.references, 1u);
 }
 
-TEST_P(Aggregation, isRefusedForAnythingButTheUnknown) {
+TEST_P(Aggregation, isRejectedForAnythingButTheUnknown) {
     for (const IID& iid : {__uuidof(ICapeIdentification), IID_IDispatch})
         EXPECT_EQ(aggregate(iid), CLASS_E_NOAGGREGATION);
     EXPECT_FALSE(outer.inner);
@@ -84,8 +84,8 @@ TEST_P(Aggregation, isRefusedForAnythingButTheUnknown) {
 INSTANTIATE_TEST_SUITE_P(OfEachClass, Aggregation, testing::ValuesIn(allClasses),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// The collection of ports is the unit itself, and so the object that aggregates it.
-TEST_F(ServerTest, thePortsOfAnAggregatedUnitAreItsOwners) {
+// The collection of ports is the unit itself, and so has the identity of the aggregating object.
+TEST_F(ServerTest, exposesAnAggregatedUnitsPortsThroughItsOwner) {
     Outer outer;
     module.factory(solvaneUnitOpClass)->CreateInstance(&outer, IID_IUnknown, outer.inner.putVoid());
     ComRef<IDispatch> ports;

@@ -1,4 +1,4 @@
-// The entry points of the module: what is exported, class objects, and when the module may go.
+// The entry points of the module: exports, class objects, and when the module may unload.
 
 #include "ServerTest.h"
 
@@ -26,13 +26,13 @@ std::vector<std::string> exportsOf(HMODULE module) {
     return result;
 }
 
-TEST_F(EntryPoints, areTheFourOfAServerUndecorated) {
+TEST_F(EntryPoints, areFourAndUndecorated) {
     EXPECT_EQ(exportsOf(module.handle()),
               (std::vector<std::string>{"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer",
                                         "DllUnregisterServer"}));
 }
 
-TEST_F(EntryPoints, aClassObjectIsRefusedWithAnEmptyResult) {
+TEST_F(EntryPoints, rejectAClassObjectWithAnEmptyResult) {
     void* const garbage = this;
     void* result = garbage;
     EXPECT_EQ(module.getClassObject(unknownClass, IID_IClassFactory, &result), CLASS_E_CLASSNOTAVAILABLE);
@@ -43,7 +43,7 @@ TEST_F(EntryPoints, aClassObjectIsRefusedWithAnEmptyResult) {
     EXPECT_EQ(module.getClassObject(portClass, IID_IClassFactory, nullptr), E_POINTER);
 }
 
-TEST_F(EntryPoints, theModuleStaysForObjectsAndLocksOnly) {
+TEST_F(EntryPoints, keepTheModuleForObjectsAndLocksOnly) {
     EXPECT_EQ(module.canUnloadNow(), S_OK);
     for (const NamedClass& row : allClasses) {
         SCOPED_TRACE(row.name);
@@ -70,8 +70,8 @@ TEST_F(EntryPoints, theModuleStaysForObjectsAndLocksOnly) {
     }
 }
 
-// What a host still holds of a unit keeps the module too, since its code is there.
-TEST_F(EntryPoints, theModuleStaysForAnObjectThatOutlivesItsUnit) {
+// An object that the host still holds keeps the module loaded, which contains its code.
+TEST_F(EntryPoints, keepTheModuleForAnObjectThatOutlivesItsUnit) {
     ComRef<ICapeUtilities> unit = module.create<ICapeUtilities>(solvaneUnitOpClass);
     ComRef<IDispatch> parameters;
     ASSERT_EQ(unit->get_parameters(parameters.put()), S_OK);
@@ -84,10 +84,10 @@ TEST_F(EntryPoints, theModuleStaysForAnObjectThatOutlivesItsUnit) {
     EXPECT_EQ(module.canUnloadNow(), S_OK);
 }
 
-TEST_F(EntryPoints, threadsThatAskAtOnceGetOneFactory) {
+TEST_F(EntryPoints, giveConcurrentThreadsOneFactory) {
     constexpr int threadCount = 4;
     for (int round = 0; round < 10; ++round) {
-        // Another copy of the module, which has no factory yet.
+        // A fresh copy of the module, which has no factory yet.
         const std::wstring path = temporary.path() + L"copy" + std::to_wstring(round) + L".dll";
         CopyFileW(UnitModule::builtPath().c_str(), path.c_str(), TRUE);
         const UnitModule fresh(path);

@@ -1,5 +1,5 @@
-// A host whose only question is whether the unit offers it a property bag. It exits with 0 where it does,
-// with 1 where it doesn't, and with 2 where the unit is not as it should be otherwise.
+// A host that only checks whether the unit exposes a property bag to it. Exits with 0 if it does, with 1 if
+// it does not, and with 2 for any other fault of the unit.
 
 #include "UnitModule.h"
 

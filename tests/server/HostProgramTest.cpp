@@ -1,4 +1,4 @@
-// The unit knows its host by the program in the command line.
+// The unit recognizes its host by the program in the command line.
 
 #include "Program.h"
 #include "ServerTest.h"
@@ -21,7 +21,7 @@ DWORD answerOf(const std::wstring& program, const std::wstring& commandLine) {
 const std::wstring probe = builtFile(L"..\\tests\\host_probe.exe");
 
 // PRO/II is to save the unit through its stream.
-TEST_F(HostProgram, onlyProIIIsRefusedThePropertyBag) {
+TEST_F(HostProgram, hidesThePropertyBagFromProIIOnly) {
     const struct {
         const wchar_t* commandLine;
         DWORD answer;

@@ -1,4 +1,4 @@
-// Which interfaces each class answers, and that they are one object.
+// The interfaces of each class, and their common identity.
 
 #include "ServerTest.h"
 
@@ -20,7 +20,7 @@ struct NamedInterface {
 #name, __uuidof(name)                                                                                \
     }
 
-/// Everything that one of the classes has, and some that none has.
+/// All interfaces of the classes, and some that no class has.
 const NamedInterface interfaces[] = {
     INTERFACE_ROW(ICapeCollection),
     INTERFACE_ROW(ICapeUnit),
@@ -52,7 +52,7 @@ const NamedInterface interfaces[] = {
 struct ClassRow {
     const char* name;
     CLSID id;
-    const char* dispatch; ///< which interface answers for IDispatch
+    const char* dispatch; ///< the interface that IDispatch returns
     std::vector<std::string> own;
 };
 
@@ -82,7 +82,7 @@ bool isIn(const ClassRow& row, const std::string& name) {
 
 class InterfaceTable : public ServerTest, public testing::WithParamInterface<ClassRow> {};
 
-TEST_P(InterfaceTable, isAnsweredAndNothingElse) {
+TEST_P(InterfaceTable, answersItsInterfacesOnly) {
     const ComRef<IUnknown> object = module.create(GetParam().id);
     for (const NamedInterface& row : interfaces) {
         SCOPED_TRACE(row.name);
@@ -105,8 +105,8 @@ TEST_P(InterfaceTable, isAnsweredAndNothingElse) {
     EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
-// A late-bound caller of an interface gets that interface's names, and of IDispatch the main one's.
-TEST_P(InterfaceTable, eachDualInterfaceDescribesItself) {
+// A late-bound caller gets the names of its interface, and for IDispatch those of the main interface.
+TEST_P(InterfaceTable, describesEachDualInterface) {
     const ComRef<IUnknown> object = module.create(GetParam().id);
     for (const NamedInterface& row : interfaces) {
         if (!row.isDual || !isIn(GetParam(), row.name))

@@ -72,7 +72,7 @@ void usesEveryWayOfCalling(const UnitModule& module) {
     EXPECT_EQ(get(collection.as<ECapeUser>(), L"scope").text(), L"Item");
 }
 
-/// Finds no registered library but those that the test registers.
+/// Sees only the type libraries that the test registers.
 class LateBinding : public testing::Test {
 protected:
     Apartment apartment;
@@ -101,12 +101,12 @@ TEST_F(LateBinding, worksWithTheRegisteredLibrary) {
     usesEveryWayOfCalling(module);
 }
 
-TEST_F(LateBinding, takesTheRegisteredLibraryBeforeItsOwn) {
+TEST_F(LateBinding, prefersTheRegisteredLibrary) {
     registerLibrary(widen(SOLVANE_OTHER_LIBRARY));
     EXPECT_EQ(findForeignName(module), S_OK);
 }
 
-TEST_F(LateBinding, aRegisteredLibraryThatIsGoneIsReplacedByItsOwn) {
+TEST_F(LateBinding, fallsBackToItsOwnLibrary) {
     registerLibrary(L"C:\\removed\\capeopen.tlb");
     usesEveryWayOfCalling(module);
 }

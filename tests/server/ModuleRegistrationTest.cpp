@@ -1,4 +1,4 @@
-// What registration writes for the machine or the user, key by key, and what its removal takes away.
+// The keys that registration writes for the machine or the user, and that its removal deletes.
 
 #include "RegistrySandbox.h"
 #include "ServerTest.h"
@@ -34,8 +34,8 @@ protected:
     UnitModule module;
     RegistrySandbox registry;
 
-    /// All that stands in the registry after a registration on an empty machine. Of the type library's flags
-    /// the system decides.
+    /// The whole registry after a registration on an empty machine. The system decides on the type library's
+    /// flags.
     static Lines complete(const std::wstring& path = UnitModule::builtPath()) {
         const std::wstring unit = L"{5C7A1E20-93B4-4D0E-8A61-2F0D7B9C41E3}";
         const std::wstring library = L"{5C7A1E24-93B4-4D0E-8A61-2F0D7B9C41E3}";
@@ -84,7 +84,7 @@ protected:
         return lines;
     }
 
-    /// Lists what is missing and what is too much.
+    /// Lists missing and unexpected entries.
     static void expectContents(Lines found, const Lines& wanted) {
         std::erase_if(found, [](const std::wstring& line) { return line.find(L"\\flags = ") != line.npos; });
         Lines missing, surplus;
@@ -108,7 +108,7 @@ protected:
     }
 };
 
-// Twice is as good as once, and replaces an old class key.
+// A second registration changes nothing, and a registration replaces an old class key.
 TEST_F(Registration, writesTheMachinesKeysAndNoOthers) {
     for (int turn = 0; turn < 2; ++turn) {
         EXPECT_EQ(module.registerServer(), S_OK);
@@ -119,14 +119,14 @@ TEST_F(Registration, writesTheMachinesKeysAndNoOthers) {
     }
 }
 
-TEST_F(Registration, forTheUserWritesNothingForTheMachine) {
+TEST_F(Registration, writesNothingForTheMachinePerUser) {
     wantPerUser();
     EXPECT_EQ(module.registerServer(), S_OK);
     expectContents(registry.userClasses(), complete());
     expectContents(registry.machineClasses(), Lines());
 }
 
-TEST_F(Registration, isForTheUserOnlyWhenTheSwitchIsExactlyOne) {
+TEST_F(Registration, isPerUserOnlyIfTheSwitchIsExactlyOne) {
     for (const wchar_t* value : {L"0", L"", L"11", L" 1", L"true"}) {
         SCOPED_TRACE(narrow(value));
         wantPerUser(value);
@@ -136,21 +136,21 @@ TEST_F(Registration, isForTheUserOnlyWhenTheSwitchIsExactlyOne) {
     expectContents(registry.machineClasses(), complete());
 }
 
-TEST_F(Registration, itsRemovalSparesWhatOthersWrote) {
+TEST_F(Registration, sparesOthersKeysOnRemoval) {
     const auto write = [](const wchar_t* key) { writeRegistryString(HKEY_CLASSES_ROOT, key, L"", L"kept"); };
     for (const wchar_t* key : {L"AppID\\Other", L"CLSID\\Other", L"TypeLib\\Other", L".zip"})
         write(key);
     const Lines before = registry.machineClasses();
     ASSERT_EQ(module.registerServer(), S_OK);
-    // What is not there needs no removal.
+    // Missing entries need no removal.
     for (int turn = 0; turn < 2; ++turn) {
         EXPECT_EQ(module.unregisterServer(), S_OK);
         expectContents(registry.machineClasses(), before);
     }
 }
 
-// As C:\Users\O'Brien is one.
-TEST_F(Registration, takesAFolderWithApostrophes) {
+// For example C:\Users\O'Brien.
+TEST_F(Registration, supportsAFolderWithApostrophes) {
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / L"two '' of O'Brien";
     const std::wstring path = (folder / L"SolvaneUnitOperation.dll").wstring();
     std::filesystem::create_directories(folder);
@@ -167,7 +167,7 @@ TEST_F(Registration, takesAFolderWithApostrophes) {
 }
 
 // An uninstaller runs for the machine, whatever the user's switch says.
-TEST_F(Registration, itsRemovalNeverLooksAtTheSwitch) {
+TEST_F(Registration, ignoresTheSwitchOnRemoval) {
     ASSERT_EQ(module.registerServer(), S_OK);
     wantPerUser();
     ASSERT_EQ(module.registerServer(), S_OK);
@@ -177,8 +177,8 @@ TEST_F(Registration, itsRemovalNeverLooksAtTheSwitch) {
     expectContents(registry.userClasses(), complete());
 }
 
-TEST_F(Registration, modelsOpenWithTheZipProgram) {
-    writeRegistryString(HKEY_CLASSES_ROOT, L".zip", L"", L"Archive"); // of which nothing is known
+TEST_F(Registration, opensModelsWithTheZipProgram) {
+    writeRegistryString(HKEY_CLASSES_ROOT, L".zip", L"", L"Archive"); // an unknown program
     EXPECT_EQ(module.registerServer(), S_OK);
     EXPECT_EQ(commandOf(HKEY_LOCAL_MACHINE), std::nullopt);
     const struct {
@@ -202,7 +202,7 @@ TEST_F(Registration, modelsOpenWithTheZipProgram) {
     }
 }
 
-TEST_F(Registration, leavesTheThreadsLocaleAsItWas) {
+TEST_F(Registration, restoresTheThreadsLocale) {
     const LCID german = MAKELCID(MAKELANGID(LANG_GERMAN, SUBLANG_GERMAN), SORT_DEFAULT);
     const LCID former = GetThreadLocale();
     SetThreadLocale(german);
@@ -213,8 +213,8 @@ TEST_F(Registration, leavesTheThreadsLocaleAsItWas) {
     SetThreadLocale(former);
 }
 
-// The association is looked up in the system's classes, so it has to stand there for a moment.
-TEST_F(Registration, forTheUserTheZipProgramOpensTheUsersModels) {
+// The system looks up the association in its own classes, so the test writes it there for a short time.
+TEST_F(Registration, opensTheUsersModelsWithTheZipProgramPerUser) {
     const std::wstring command = L"c:\\packer.exe %1";
     const std::wstring type = L"SolvaneUnitOperationTests.Archive";
     RegistryKey zip;
@@ -235,8 +235,8 @@ TEST_F(Registration, forTheUserTheZipProgramOpensTheUsersModels) {
     RegDeleteTreeW(registry.systemClasses(), type.c_str());
 }
 
-// No lasting key can be made below one that ends with the system.
-TEST_F(Registration, aRefusedKeyIsReportedAndTheZipProgramLinkedAllTheSame) {
+// The system rejects a lasting key below a volatile one.
+TEST_F(Registration, reportsARejectedKeyAndStillLinksTheZipProgram) {
     const auto makeVolatile = [](HKEY parent, const wchar_t* path) {
         RegistryKey key;
         EXPECT_EQ(RegCreateKeyExW(parent, path, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr,

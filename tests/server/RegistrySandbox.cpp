@@ -60,7 +60,7 @@ std::vector<std::wstring> contentsOf(HKEY key) {
 }
 
 RegistrySandbox::RegistrySandbox() {
-    RegDeleteTreeW(HKEY_CURRENT_USER, rootKey); // a former program may have ended early
+    RegDeleteTreeW(HKEY_CURRENT_USER, rootKey); // an earlier program may have ended early
     systemClasses_ = createKey(HKEY_LOCAL_MACHINE, L"Software\\Classes");
     root_ = createKey(HKEY_CURRENT_USER, rootKey);
     machine_ = createKey(root_.get(), L"Machine");

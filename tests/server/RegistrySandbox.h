@@ -7,9 +7,9 @@
 
 namespace solvane {
 
-/// For its lifetime this process sees an empty registry: the machine's, the user's and the classes' roots are
-/// keys of the test's own, so that a registration, and what a failing test leaves of it, touches nothing
-/// else. COM finds its classes all the same.
+/// Gives this process an empty registry for its lifetime: redirects the machine's, the user's and the
+/// classes' roots to the test's own keys, so that a registration, and the remains of a failing test, affect
+/// nothing else. COM still finds its classes.
 class RegistrySandbox {
 public:
     RegistrySandbox();
@@ -17,7 +17,8 @@ public:
     RegistrySandbox(const RegistrySandbox&) = delete;
     RegistrySandbox& operator=(const RegistrySandbox&) = delete;
 
-    /// Puts the classes' root back to the sandbox's; a registration for the user leaves it at the system's.
+    /// Redirects the classes' root to the sandbox again; a registration for the user resets it to the
+    /// system's.
     void coverClassesRoot() const { RegOverridePredefKey(HKEY_CLASSES_ROOT, classes_.get()); }
 
     /// The system's own key HKEY_LOCAL_MACHINE\Software\Classes, outside the sandbox.
@@ -36,7 +37,7 @@ private:
     RegistryKey classes_;
 };
 
-/// What stands below a key, in the same form, sorted.
+/// The contents of a key, in the same form, sorted.
 std::vector<std::wstring> contentsOf(HKEY key);
 
 } // namespace solvane

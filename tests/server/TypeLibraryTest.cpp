@@ -28,7 +28,7 @@ std::wstring identityOf(ITypeLib* library) {
     return std::wstring(name.view()) + L' ' + version + L' ' + id;
 }
 
-TEST(TypeLibraries, theFirstHoldsTheFourClasses) {
+TEST(TypeLibraries, holdTheFourClassesInTheFirst) {
     const ComRef<ITypeLib> library = loadTypeLibrary(1);
     ASSERT_TRUE(library);
     EXPECT_EQ(identityOf(library.get()),
@@ -58,7 +58,7 @@ TEST(TypeLibraries, theFirstHoldsTheFourClasses) {
 }
 
 // As CapeOpen.idl defines them.
-TEST(TypeLibraries, theSecondHoldsTheInterfaces) {
+TEST(TypeLibraries, holdTheInterfacesInTheSecond) {
     const ComRef<ITypeLib> library = loadTypeLibrary(2);
     ASSERT_TRUE(library);
     EXPECT_EQ(identityOf(library.get()), L"CAPEOPEN110 1.1 {4A5E2E81-C093-11D4-9F1B-0010A4D198C2}");

@@ -46,7 +46,7 @@ std::wstring preludeError(Rig& rig) {
     return error;
 }
 
-TEST(CalculationMaterial, theListsAreReadFromACopy) {
+TEST(CalculationMaterial, readsTheListsFromACopy) {
     const std::string compounds = "Failed to get component list from calculation material: ";
     expectRoad({{"Duplicate", "Failed to duplicate material object: "}, {"copy.ComponentIds", compounds}},
                preluding(Generation::v10));
@@ -56,7 +56,7 @@ TEST(CalculationMaterial, theListsAreReadFromACopy) {
                preluding(Generation::v11));
 }
 
-TEST(CalculationMaterial, oddListsAreNamed) {
+TEST(CalculationMaterial, reportsOddLists) {
     const std::string compounds = "Invalid compound list from material: ";
     const std::string states = "Invalid list of phase aggregation states from material: ";
     const Scenario of11 = preluding(Generation::v11);
@@ -70,7 +70,7 @@ TEST(CalculationMaterial, oddListsAreNamed) {
                      of11);
 }
 
-TEST(CalculationMaterial, theFirstConnectedFeedIsCopiedAndAProductOnlyWithoutOne) {
+TEST(CalculationMaterial, copiesTheFirstConnectedPortFeedsFirst) {
     Rig rig;
     rig.addFeed();
     FakeMaterial& secondFeed = rig.addFeed(Generation::v11);
@@ -90,7 +90,7 @@ TEST(CalculationMaterial, theFirstConnectedFeedIsCopiedAndAProductOnlyWithoutOne
     EXPECT_TRUE(productsOnly.run.material10);
 }
 
-TEST(CalculationMaterial, withoutAConnectedPortTheRunGoesOnWithNothing) {
+TEST(CalculationMaterial, staysEmptyWithoutAConnectedPort) {
     Rig rig;
     rig.addFeed();
     EXPECT_EQ(preludeError(rig), L"");
@@ -104,7 +104,7 @@ TEST(CalculationMaterial, withoutAConnectedPortTheRunGoesOnWithNothing) {
                   "No calculation material available; at least one port must be connected");
 }
 
-TEST(CalculationMaterial, aHostThatGivesNoObjectFailsWhateverItsCode) {
+TEST(CalculationMaterial, failsWithoutAnObjectWhateverTheCode) {
     for (const Generation generation : bothGenerations) {
         Rig rig;
         FakeMaterial& material = rig.addFeed(generation);
@@ -113,7 +113,7 @@ TEST(CalculationMaterial, aHostThatGivesNoObjectFailsWhateverItsCode) {
     }
 }
 
-TEST(CalculationMaterial, interfacesThatACopyLacksAreNamed) {
+TEST(CalculationMaterial, namesTheInterfaceThatACopyLacks) {
     struct Row {
         Generation generation;
         IID hidden;
@@ -126,7 +126,7 @@ TEST(CalculationMaterial, interfacesThatACopyLacksAreNamed) {
          L"Copied material does not expose ICapeThermoMaterial"},
         {Generation::v11, __uuidof(ICapeThermoCompounds),
          L"Failed to get ICapeThermoCompounds from calculation material"},
-        // Just as if its phases could not be listed.
+        // The same text as if its phases could not be listed.
         {Generation::v11, __uuidof(ICapeThermoPhases),
          L"Failed to get list of phases from material: " + FormatHresultText(E_NOINTERFACE)},
     };
@@ -137,7 +137,7 @@ TEST(CalculationMaterial, interfacesThatACopyLacksAreNamed) {
     }
 }
 
-TEST(CalculationMaterial, thePhasesLabelDecidesItsAggregationCode) {
+TEST(CalculationMaterial, derivesAggregationCodesFromLabels) {
     FakeStream stream = makeFakeStream();
     stream.phases.clear();
     for (const wchar_t* label : {L"VAPOR", L"Gas", L"liquid", L"Solid", L"Liquid2"})
@@ -149,7 +149,7 @@ TEST(CalculationMaterial, thePhasesLabelDecidesItsAggregationCode) {
     EXPECT_THAT(rig.run.aggregationCodes, ElementsAre(1, 0, 2, 3, 0));
 }
 
-TEST(CalculationMaterial, nullAndMissingIdentifiersAreTaken) {
+TEST(CalculationMaterial, acceptsNullAndMissingIdentifiers) {
     Rig rig;
     FakeMaterial& material = rig.addFeed(Generation::v10);
     material.record->add({.call = "copy.ComponentIds", .text = {}, .value = texts({L"C1", nullptr})});
@@ -162,7 +162,7 @@ TEST(CalculationMaterial, nullAndMissingIdentifiersAreTaken) {
     EXPECT_EQ(noCompounds.run.nComp, 0u);
 }
 
-TEST(CompoundList, failuresNameTheirCall) {
+TEST(CompoundList, namesTheFailingCall) {
     const std::string failure = "Failed to get list of compounds from material connected to port: ";
     const std::string invalid = "Invalid compound list from material connected to port: ";
     for (const Generation generation : bothGenerations) {
@@ -172,7 +172,7 @@ TEST(CompoundList, failuresNameTheirCall) {
     }
 }
 
-TEST(CompoundList, aPortAsksForItsCompoundsInterfaceOnce) {
+TEST(CompoundList, queriesTheCompoundsInterfaceOncePerPort) {
     Rig rig;
     CPort& port = rig.addFeed();
     FakeMaterial& material = Rig::connect(port, Generation::v11, makeFakeStream(2));

@@ -1,4 +1,4 @@
-// What the commands on materials have in common.
+// The common behaviour of the commands on materials.
 
 #include "OddVariants.h"
 #include "Rig.h"
@@ -16,7 +16,7 @@ const Wire onePhase = wireOf(9u, Reals{300, 1e5, 0.5, 0.3, 0.2}, "volume", "Vapo
 const Wire twoPhases =
     wireOf(10u, Reals{300, 1e5, 0.5, 0.3, 0.2, 0.5, 0.3, 0.2}, "kvalue", "Vapor", "Liquid");
 
-TEST(Commands, routinesThatA11MaterialLacksAreNamedAndThoseItHasAreAskedForOnce) {
+TEST(Commands, nameMissingRoutinesAndQueryOthersOnce) {
     const std::string ofMaterial = "Material object does not expose ICapeThermoPropertyRoutine";
     const std::string ofCalculation = "Failed to get ICapeThermoPropertyRoutine from calculation material";
     const struct {
@@ -47,8 +47,8 @@ TEST(Commands, routinesThatA11MaterialLacksAreNamedAndThoseItHasAreAskedForOnce)
     }
 }
 
-// The host disconnects a material from inside one of its calls, whichever: it lives as long as that.
-TEST(Commands, aMaterialThatIsDisconnectedFromInsideItsOwnCallStaysForThatCall) {
+// The host disconnects a material from inside any of its calls: the material must live until the call ends.
+TEST(Commands, keepAMaterialThatIsDisconnectedDuringItsCall) {
     const struct {
         std::function<void(Rig& rig, CPort& port)> work;
         bool isProduct = false;
@@ -81,7 +81,7 @@ TEST(Commands, aMaterialThatIsDisconnectedFromInsideItsOwnCallStaysForThatCall) 
                 FakeMaterial& material = row.isProduct ? rig.addProduct(generation) : rig.addFeed(generation);
                 rig.prepare(material);
                 CPort& port = row.isProduct ? *rig.unit->productPorts[0] : *rig.unit->feedPorts[0];
-                const ComRef<IUnknown> kept(static_cast<ECapeUser*>(&material)); // where it would be gone
+                const ComRef<IUnknown> kept(static_cast<ECapeUser*>(&material)); // or it may be destroyed
                 material.record->onCall = [&](const std::string& call) {
                     if (material.record->calls.size() != number || call.starts_with("copy."))
                         return;
@@ -95,7 +95,7 @@ TEST(Commands, aMaterialThatIsDisconnectedFromInsideItsOwnCallStaysForThatCall) 
             }
 }
 
-TEST(Commands, portNumbersAreChecked) {
+TEST(Commands, checkPortNumbers) {
     Rig rig;
     rig.prepare(rig.addFeed(Generation::v11));
     rig.addFeed();
@@ -115,7 +115,7 @@ TEST(Commands, portNumbersAreChecked) {
     }
 }
 
-TEST(Commands, repliesThatJustFitTheBlockAndThatDoNot) {
+TEST(Commands, failForRepliesThatExceedTheBlock) {
     const std::wstring word(40, L'x');
     FakeStream stream = makeFakeStream(3);
     stream.constants = {{L"weight", variants({Variant(1.0), Variant(), Variant(2.0)})},

@@ -25,7 +25,7 @@ Scenario askingThree(Generation generation, const Wire& request) {
     return asking(generation, request, streamWith({Variant(16.0), Variant(44.0), Variant(72.0)}));
 }
 
-TEST(CompoundData, theCallsOnAMaterialAndItsOddAnswers) {
+TEST(CompoundData, reportsFailingCallsAndOddAnswers) {
     const Scenario constants = askingThree(Generation::v11, weights);
     expectRoad(
         {{"copy.GetCompoundConstant(BSTR[weight], empty)", "Failed to get compound constant \"weight\": "}},
@@ -54,7 +54,7 @@ TEST(CompoundData, theCallsOnAMaterialAndItsOddAnswers) {
         for (const Scenario& scenario : {of10, of11}) {
             expectOddLists("copy.Get", VT_R8,
                            "Invalid return values from Get" + row.letter + "DependentProperty: ", scenario);
-            // In these words for both commands.
+            // The same words for both commands.
             const std::string count =
                 "Invalid return values from GetTDependentProperty: unexpected number of values";
             expectOddAnswers({{"copy.Get", Variant(), count}, {"copy.Get", reals({1, 2, 3, 4}), count}},
@@ -63,7 +63,7 @@ TEST(CompoundData, theCallsOnAMaterialAndItsOddAnswers) {
     }
 }
 
-TEST(CompoundConstant, a10MaterialThatFailsGetsNoReplyWritten) {
+TEST(CompoundConstant, writesNoReplyForAFailing10Material) {
     Rig rig;
     FakeMaterial& material =
         rig.addFeed(Generation::v10, streamWith({Variant(16.0), Variant(44.0), Variant(72.0)}));
@@ -83,7 +83,7 @@ TEST(CompoundConstant, a10MaterialThatFailsGetsNoReplyWritten) {
     EXPECT_EQ(rig.send(weights).word(), 0u);
 }
 
-TEST(CompoundConstant, theFirstValueDecidesWhetherTheyAreNumbersOrTexts) {
+TEST(CompoundConstant, takesTheKindOfTheFirstValue) {
     const std::string invalid = "Invalid return values from GetCompoundConstant: ";
     const std::string wrongType = invalid + "unexpected data type for a value";
     const Variant none, one(1.0), text(L"a"), whole(LONG{1});
@@ -105,7 +105,7 @@ TEST(CompoundConstant, theFirstValueDecidesWhetherTheyAreNumbersOrTexts) {
         {variants({one, one}), invalid + "unexpected number of values"},
         {none, invalid + "unexpected number of values"},
     };
-    // On 1.1 this failure does not count, and what came with it does.
+    // On 1.1, this failure does not count, but the values that it returned do.
     for (const HRESULT result : {S_OK, S_FALSE, static_cast<HRESULT>(ECapeThrmPropertyNotAvailableHR)})
         for (const auto& row : rows) {
             const bool is10 = result == S_FALSE;
@@ -132,7 +132,7 @@ TEST(CompoundConstant, theFirstValueDecidesWhetherTheyAreNumbersOrTexts) {
         }
 }
 
-TEST(DependentProperty, a10MaterialIsAskedForKnownNamesAndTheirOwnDerivativeOnly) {
+TEST(DependentProperty, asks10MaterialsForKnownNamesAndDerivativesOnly) {
     const struct {
         std::uint32_t code;
         std::string name;

@@ -20,7 +20,7 @@ FakeStream makeLiquids() {
     return stream;
 }
 
-TEST(FeedEquilibrium, aFeedIsReadAsItStands) {
+TEST(FeedEquilibrium, readsAFeedWithoutCalculating) {
     for (const Generation generation : bothGenerations) {
         const bool is10 = generation == Generation::v10;
         const std::string invalid = "Invalid values for ";
@@ -56,7 +56,7 @@ TEST(FeedEquilibrium, aFeedIsReadAsItStands) {
     }
 }
 
-TEST(FeedEquilibrium, onlyA11MaterialsPhasesMustBeKnownByTheirExactLabel) {
+TEST(FeedEquilibrium, rejectsUnknownLabelsOf11MaterialsOnly) {
     expectOddAnswers({{"GetPresentPhases", texts({L"vapor"}),
                        "List of present phases on material returned unknown phase: vapor"},
                       {"GetPresentPhases", texts({L"Vapor", L""}),
@@ -65,7 +65,7 @@ TEST(FeedEquilibrium, onlyA11MaterialsPhasesMustBeKnownByTheirExactLabel) {
     expectOddAnswers({{"PhaseIds", texts({L"vapor"}), ""}}, asking(Generation::v10, firstFeed));
 }
 
-TEST(FeedEquilibrium, thePhasesAreGivenByTheirPlaceOrByName) {
+TEST(FeedEquilibrium, writesPhasesByIndexOrName) {
     for (const Generation generation : bothGenerations) {
         Rig rig;
         rig.prepare(rig.addFeed(generation, makeLiquids()));
@@ -84,7 +84,7 @@ TEST(FeedEquilibrium, thePhasesAreGivenByTheirPlaceOrByName) {
     }
 }
 
-TEST(FeedEquilibrium, aFeedWithoutPresentPhasesHasBothFormsInOne) {
+TEST(FeedEquilibrium, writesNoPhasesInEitherForm) {
     for (const Generation generation : bothGenerations) {
         FakeStream stream = makeFakeStream();
         for (FakePhase& phase : stream.phases)

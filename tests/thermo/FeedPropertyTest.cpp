@@ -20,7 +20,7 @@ Scenario reading(Generation generation, const std::string& name) {
     return asking(generation, feedProperty(1, name));
 }
 
-TEST(FeedProperty, directPropertiesAreReadWithTheirBasisWhateverTheCaseOfTheName) {
+TEST(FeedProperty, readsDirectPropertiesWithTheirBasisInAnyCase) {
     const struct {
         std::string name;
         std::string hostName;
@@ -59,7 +59,7 @@ TEST(FeedProperty, directPropertiesAreReadWithTheirBasisWhateverTheCaseOfTheName
         }
 }
 
-TEST(FeedProperty, aCalculatedPropertyGoesThroughTheCalculationMaterial) {
+TEST(FeedProperty, calculatesOnTheCalculationMaterial) {
     for (const Generation generation : bothGenerations) {
         const bool is10 = generation == Generation::v10;
         FakeStream stream = makeFakeStream();
@@ -95,8 +95,8 @@ TEST(FeedProperty, aCalculatedPropertyGoesThroughTheCalculationMaterial) {
     }
 }
 
-// A liquid of no amount can't be calculated here, and one whose amount is no number does not go unseen.
-TEST(FeedProperty, theSumTakesThePhasesThatArePresent) {
+// A liquid with zero fraction cannot be calculated here, but one with a NaN fraction must be.
+TEST(FeedProperty, sumsOverPresentPhases) {
     const struct {
         double vapor, liquid;
         bool arePresent;
@@ -129,7 +129,7 @@ TEST(FeedProperty, theSumTakesThePhasesThatArePresent) {
         }
 }
 
-TEST(FeedProperty, theDuplicateOfA10FeedStaysTheCalculationMaterial) {
+TEST(FeedProperty, keepsThe10DuplicateAsCalculationMaterial) {
     Rig rig;
     FakeMaterial& first = rig.addFeed(Generation::v10);
     FakeMaterial& second = rig.addFeed(Generation::v10);
@@ -140,7 +140,7 @@ TEST(FeedProperty, theDuplicateOfA10FeedStaysTheCalculationMaterial) {
     EXPECT_EQ(second.record->callsOf("copy.CalcEquilibrium").size(), 1u);
 }
 
-TEST(FeedProperty, aCopyThatIsNoMaterialIsRefused) {
+TEST(FeedProperty, rejectsACopyThatIsNotAMaterial) {
     Rig rig;
     FakeMaterial& material = rig.addFeed(Generation::v10);
     rig.prepare(material);
@@ -153,7 +153,7 @@ TEST(FeedProperty, aCopyThatIsNoMaterialIsRefused) {
               "Copied feed 1 does not expose ICapeThermoMaterialObject");
 }
 
-TEST(FeedProperty, feedsOfTwoGenerationsDoNotMixInOneCalculation) {
+TEST(FeedProperty, rejectsFeedsOfAnotherGenerationForCalculations) {
     Rig rig;
     rig.prepare(rig.addFeed(Generation::v10));
     rig.addFeed(Generation::v11);
@@ -161,7 +161,7 @@ TEST(FeedProperty, feedsOfTwoGenerationsDoNotMixInOneCalculation) {
                 StartsWith("Failed to copy feed 2 to calculation material: "));
 }
 
-TEST(FeedProperty, onlyPropertiesOfAStreamAreKnown) {
+TEST(FeedProperty, rejectsPropertiesThatAStreamDoesNotHave) {
     Rig rig;
     rig.prepare(rig.addFeed(Generation::v11));
     for (const char* name : {"nonsense", "vaporFraction", ""})

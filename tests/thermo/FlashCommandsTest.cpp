@@ -19,7 +19,7 @@ Wire flash(std::uint32_t code, const std::string& name1, double value1, const st
 }
 
 Scenario flashing(Generation generation, const Wire& request) {
-    // Without present phases the reading of the result is short.
+    // Without present phases, reading the result takes few calls.
     return asking(generation, request, makeFakeStream(), [](FakeStream& stream) {
         stream.overall[L"temperature"] = {300};
         stream.overall[L"pressure"] = {1e5};
@@ -33,7 +33,7 @@ const std::string presentPhases = "Failed to get list of present phases from mat
 const std::string getPressure = "Failed to get pressure from material: ";
 const std::string getTemperature = "Failed to get temperature from material: ";
 
-TEST(FlashEquilibrium, a10MaterialIsFlashedByTheNameOfTheFlash) {
+TEST(FlashEquilibrium, flashes10MaterialsByFlashType) {
     expectRoad({{"copy.SetProp(fraction, overall, empty, null, mole, R8[0.5, 0.3, 0.2])", composition},
                 {"copy.SetProp(pressure, overall, empty, null, null, R8[200000])",
                  "Failed to set pressure on material: "},
@@ -56,7 +56,7 @@ TEST(FlashEquilibrium, a10MaterialIsFlashedByTheNameOfTheFlash) {
                flashing(Generation::v10, flash(equilibrium, "vaporFraction", 0.4, "enthalpyF", -5000)));
 }
 
-TEST(FlashEquilibrium, a11MaterialIsFlashedByTwoSpecifications) {
+TEST(FlashEquilibrium, flashes11MaterialsByTwoSpecifications) {
     // The second specification has no basis, though the value has.
     expectRoad(
         {{"copy.SetOverallProp(fraction, mole, R8[0.5, 0.3, 0.2])", composition},
@@ -72,7 +72,7 @@ TEST(FlashEquilibrium, a11MaterialIsFlashedByTwoSpecifications) {
         flashing(Generation::v11, flash(equilibrium, "temperature", 350, "energy", -7)));
 }
 
-TEST(FlashEquilibrium, theVaporPhaseOfA11MaterialIsFoundByItsLabel) {
+TEST(FlashEquilibrium, findsTheVaporPhaseByItsLabel) {
     FakeStream stream = makeFakeStream();
     std::swap(stream.phases[0], stream.phases[1]);
     stream.phases[0].aggregation = L"vapor";
@@ -100,7 +100,7 @@ TEST(FlashEquilibrium, theVaporPhaseOfA11MaterialIsFoundByItsLabel) {
     EXPECT_EQ(gas.failureOf(request), "Vapor phase not found for vaporFraction specification");
 }
 
-TEST(FlashEquilibrium, theResultIsThatOfTheCalculationMaterial) {
+TEST(FlashEquilibrium, returnsTheStateOfTheCalculationMaterial) {
     for (const Generation generation : bothGenerations) {
         Rig rig;
         FakeMaterial& material = rig.addFeed(generation);
@@ -125,7 +125,7 @@ TEST(FlashEquilibrium, theResultIsThatOfTheCalculationMaterial) {
     }
 }
 
-TEST(FlashEquilibrium, constraintNamesAreCheckedFirst) {
+TEST(FlashEquilibrium, checksConstraintNamesFirst) {
     Rig rig; // not even a material is needed
     for (const char* name : {"flow", "fraction", "totalFlow", "nonsense"}) {
         const std::string rest = std::string("; \"") + name + "\" is not a valid flash constraint";
@@ -136,7 +136,7 @@ TEST(FlashEquilibrium, constraintNamesAreCheckedFirst) {
     }
 }
 
-TEST(FlashEquilibrium, onlyA10MaterialRefusesPairsThatHaveNoName) {
+TEST(FlashEquilibrium, rejectsUnsupportedPairsOn10MaterialsOnly) {
     for (const char* name : {"temperature", "enthalpy"}) {
         const Wire request = flash(equilibrium, name, 300, name, 300);
         EXPECT_EQ(flashing(Generation::v10, request)([](CallRecord&) {}).error,
@@ -145,7 +145,7 @@ TEST(FlashEquilibrium, onlyA10MaterialRefusesPairsThatHaveNoName) {
     }
 }
 
-TEST(FlashEquilibrium, a11MaterialWithoutPhasesIsOfferedNone) {
+TEST(FlashEquilibrium, offersNoPhasesToA11MaterialWithoutPhases) {
     Rig rig;
     FakeStream stream = makeFakeStream();
     stream.phases.clear();
@@ -156,7 +156,7 @@ TEST(FlashEquilibrium, a11MaterialWithoutPhasesIsOfferedNone) {
                 ElementsAre("copy.SetPresentPhases(empty, empty)"));
 }
 
-TEST(FlashProperty, theValueStandsDirectlyBehindTheStatus) {
+TEST(FlashProperty, writesTheValueDirectlyAfterTheStatus) {
     for (const Generation generation : bothGenerations) {
         FakeStream stream = makeFakeStream();
         stream.phases[2].fraction = 0;
@@ -171,7 +171,7 @@ TEST(FlashProperty, theValueStandsDirectlyBehindTheStatus) {
     }
 }
 
-TEST(FlashProperty, onlyEightPropertiesByTheirExactNames) {
+TEST(FlashProperty, acceptsEightExactNamesOnly) {
     const auto failureFor = [](Generation generation, const std::string& name) {
         return flashing(generation, flash(property, "temperature", 300, "energy", 1e5)
                                         << name)([](CallRecord&) {})
@@ -187,7 +187,7 @@ TEST(FlashProperty, onlyEightPropertiesByTheirExactNames) {
     }
 }
 
-TEST(FlashProperty, aFailingSumIsReportedAsItStands) {
+TEST(FlashProperty, passesFailuresOfTheSumThrough) {
     Rig rig;
     FakeMaterial& material = rig.addFeed(Generation::v10);
     rig.prepare(material);

@@ -12,8 +12,8 @@ namespace {
 using enum FlashProperty;
 
 /// The names follow a rule, with one exception: the letters of both constraints, temperature or pressure
-/// before the other, and the vapor fraction behind it.
-TEST(FlashType, everyPairHasItsNameInEitherOrder) {
+/// before the other, and the vapor fraction after it.
+TEST(FlashType, ignoresTheOrderOfAPair) {
     struct Letters {
         FlashProperty code;
         std::wstring letters;
@@ -36,7 +36,7 @@ TEST(FlashType, everyPairHasItsNameInEitherOrder) {
     }
 }
 
-TEST(FlashPropertyCodes, namesAreKnownInAnyCase) {
+TEST(FlashPropertyCodes, ignoreCase) {
     // By their codes; the names up to 10 are those of constraints.
     const std::vector<std::wstring> names[] = {
         {L"temperature"},   {L"pressure"},
@@ -53,7 +53,7 @@ TEST(FlashPropertyCodes, namesAreKnownInAnyCase) {
             EXPECT_EQ(static_cast<int>(flashPropertyCode(name)), &row - names) << name;
 }
 
-TEST(StringMap, namesOfAnyLengthAreFound) {
+TEST(StringMap, findsNamesOfAnyLength) {
     StringMap<int> map;
     for (const int length : {1, 126, 127, 128, 129, 1000})
         map.add(std::wstring(static_cast<std::size_t>(length), L'x'), length);

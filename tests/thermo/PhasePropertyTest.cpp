@@ -30,13 +30,13 @@ const std::string temperature = "Failed to set temperature on material: ";
 const std::string pressure = "Failed to set pressure on material: ";
 const std::string composition = "Failed to set composition on material: ";
 
-/// The last step of the road gives the values.
+/// The last call returns the values.
 void expectPropertyRoad(const std::vector<Step>& steps, const Scenario& scenario) {
     expectRoad(steps, scenario);
     expectOddLists(steps.back().call, VT_R8, "Invalid return values: ", scenario);
 }
 
-TEST(PhaseProperty, ofOnePhase) {
+TEST(PhaseProperty, calculatesForOnePhase) {
     expectPropertyRoad(
         {{"copy.SetProp(temperature, overall, empty, null, null, R8[350])", temperature},
          {"copy.SetProp(pressure, overall, empty, null, null, R8[200000])", pressure},
@@ -56,7 +56,7 @@ TEST(PhaseProperty, ofOnePhase) {
         asking(Generation::v11, onePhase("Enthalpy.Dtemperature", "Liquid"), streamWith(name, {75})));
 }
 
-TEST(PhaseProperty, ofTwoPhases) {
+TEST(PhaseProperty, calculatesForTwoPhases) {
     expectPropertyRoad(
         {{"copy.SetProp(temperature, overall, empty, null, null, R8[350])", temperature},
          {"copy.SetProp(pressure, overall, empty, null, null, R8[200000])", pressure},
@@ -77,7 +77,7 @@ TEST(PhaseProperty, ofTwoPhases) {
         asking(Generation::v11, twoPhases("kvalue"), streamWith(L"kvalue", {5, 1, 0.3})));
 }
 
-TEST(PhaseProperty, theNumberOfValuesDecidesTheShape) {
+TEST(PhaseProperty, derivesTheShapeFromTheNumberOfValues) {
     const struct {
         std::string name;
         std::size_t compounds;
@@ -112,7 +112,7 @@ TEST(PhaseProperty, theNumberOfValuesDecidesTheShape) {
             }
 }
 
-TEST(PhaseProperty, namesAreCheckedBeforeTheMaterial) {
+TEST(PhaseProperty, checksNamesBeforeTheMaterial) {
     const std::string ofOne = "Invalid or unsupported single-phase property: ";
     const std::string ofTwo = "Invalid or unsupported two-phase property: ";
     const std::string noMaterial = "No calculation material available; at least one port must be connected";
@@ -137,7 +137,7 @@ TEST(PhaseProperty, namesAreCheckedBeforeTheMaterial) {
         EXPECT_EQ(rig.failureOf(row.request), row.failure);
 }
 
-TEST(PhaseProperty, anyCodeOfSuccessAndAnyLowerBoundWillDo) {
+TEST(PhaseProperty, acceptsAnySuccessCodeAndLowerBound) {
     for (const Generation generation : bothGenerations) {
         Rig rig;
         FakeMaterial& material = rig.addFeed(generation, makeFakeStream(2));

@@ -36,7 +36,7 @@ std::string flashError(Generation generation, const Wire& request, FakeStream st
 const std::string totalFlow = "Failed to set total flow on material: ";
 const std::string composition = "Failed to set composition on material: ";
 
-TEST(ProductFlash, aProductIsFlashedOnThePortsOwnMaterial) {
+TEST(ProductFlash, usesThePortsOwnMaterial) {
     expectRoad({{"SetProp(totalFlow, overall, empty, null, mole, R8[12.5])", totalFlow},
                 {"SetProp(fraction, overall, empty, null, mole, R8[0.5, 0.3, 0.2])", composition},
                 {"SetProp(enthalpy, overall, empty, mixture, mole, R8[-5000])",
@@ -58,7 +58,7 @@ TEST(ProductFlash, aProductIsFlashedOnThePortsOwnMaterial) {
         flashing(Generation::v11, product(1, "vaporFraction", 0.4, "enthalpy", -5000)));
 }
 
-TEST(ProductFlash, theVaporPhaseIsLookedForAtTheConstraintsOwnPlace) {
+TEST(ProductFlash, looksForTheVaporPhaseAtTheConstraintsOwnPlace) {
     const std::string notFound = "Vapor phase not found for vapor phase flash constraint";
     const Wire vaporFirst = product(1, "vaporFraction", 0.4, "temperature", 300);
     const Wire vaporSecond = product(1, "temperature", 300, "vaporFraction", 0.4);
@@ -66,7 +66,7 @@ TEST(ProductFlash, theVaporPhaseIsLookedForAtTheConstraintsOwnPlace) {
     EXPECT_EQ(flashError(Generation::v11, vaporFirst, stream), "");
     EXPECT_EQ(flashError(Generation::v11, vaporSecond, stream), notFound);
 
-    // The state counts, not the label; and the phase that is taken is always the first.
+    // The state counts, not the label, and the result is always the first phase.
     std::swap(stream.phases[0], stream.phases[1]);
     stream.phases[1].label = L"Gas";
     stream.phases[1].aggregation = L"VAPOR";
@@ -81,7 +81,7 @@ TEST(ProductFlash, theVaporPhaseIsLookedForAtTheConstraintsOwnPlace) {
     EXPECT_EQ(flashError(Generation::v11, vaporFirst, stream), notFound);
 }
 
-TEST(ProductFlash, oddPhaseListsAreNamed) {
+TEST(ProductFlash, reportsOddPhaseLists) {
     const Scenario scenario = flashing(Generation::v11, product(1, "vaporFraction", 0.4, "temperature", 300));
     expectOddLists("GetPhaseList", VT_BSTR, "Invalid phase list from material: ", scenario, 0);
     expectOddLists("GetPhaseList", VT_BSTR, "Invalid values for aggregation states from material: ", scenario,
@@ -92,12 +92,12 @@ TEST(ProductFlash, oddPhaseListsAreNamed) {
          {"GetPhaseList", texts({nullptr, nullptr, nullptr}),
           "Vapor phase not found for vapor phase flash constraint", 1}},
         scenario);
-    // Without a vapor fraction, nobody looks at the states.
+    // Without a vapor fraction, the states do not matter.
     expectOddAnswers({{"GetPhaseList", reals({1}), "", 1}},
                      flashing(Generation::v11, product(1, "pressure", 1e5, "temperature", 300)));
 }
 
-TEST(ProductFlash, interfacesAreAskedForOnceAndKeptOnThePort) {
+TEST(ProductFlash, queriesInterfacesOncePerPort) {
     Rig rig;
     FakeMaterial& material = rig.addProduct(Generation::v11);
     rig.prepare(material);
@@ -108,7 +108,7 @@ TEST(ProductFlash, interfacesAreAskedForOnceAndKeptOnThePort) {
     material.hidden = {__uuidof(ICapeThermoPhases), __uuidof(ICapeThermoEquilibriumRoutine)};
     EXPECT_TRUE(flashProductPort(port, error)) << error;
 
-    // Not beyond its connection.
+    // They are not kept beyond the connection.
     const std::pair<IID, std::string> lacks[] = {
         {__uuidof(ICapeThermoEquilibriumRoutine), "ICapeThermoEquilibriumRoutine"},
         {__uuidof(ICapeThermoPhases), "ICapeThermoPhases"},
@@ -125,13 +125,13 @@ TEST(ProductFlash, interfacesAreAskedForOnceAndKeptOnThePort) {
     EXPECT_EQ(error, "Port is not connected");
 }
 
-TEST(ProductFlash, pairsWithoutAFlashFailOnlyAtTheEndOfA10Run) {
+TEST(ProductFlash, rejectsUnsupportedPairsAtTheEndOfA10Run) {
     const Wire pair = product(1, "enthalpy", -5000, "entropy", -10);
     EXPECT_EQ(flashError(Generation::v10, pair), "Unsupported combination of flash properties");
     EXPECT_EQ(flashError(Generation::v11, pair), "");
 }
 
-TEST(ProductFlash, aConstraintThatIsNoneIsRefused) {
+TEST(ProductFlash, rejectsUnknownConstraints) {
     for (const Generation generation : bothGenerations) {
         Rig rig;
         rig.addProduct(generation);
@@ -144,7 +144,7 @@ TEST(ProductFlash, aConstraintThatIsNoneIsRefused) {
     }
 }
 
-TEST(SetProduct, aLaterCallReplacesAnEarlierOneAndAFailedOneDoesNot) {
+TEST(SetProduct, replacesEarlierCallsUnlessItFails) {
     Rig rig;
     rig.prepare(rig.addProduct(Generation::v11));
     rig.addProduct();

@@ -8,7 +8,7 @@ namespace solvane {
 
 namespace {
 
-TEST(PropertyUnit, eachNameHasItsUnit) {
+TEST(PropertyUnit, returnsTheUnitOfEachName) {
     const struct {
         const char* unit;
         const char* names; ///< separated by commas
@@ -81,7 +81,7 @@ TEST(PropertyUnit, eachNameHasItsUnit) {
     }
 }
 
-TEST(PropertyUnit, otherNamesAreRefused) {
+TEST(PropertyUnit, rejectsOtherNames) {
     const struct {
         const char* name;
         const char* failure;

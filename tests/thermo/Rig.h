@@ -1,5 +1,5 @@
-/// A unit with materials on its ports in the middle of a run, which a test talks to as the script does: a
-/// request in the block, a reply in the block.
+/// A unit with materials on its ports in the middle of a run. A test uses it as the script does: with a
+/// request in the block and a reply in the block.
 #pragma once
 
 #include "BareUnit.h"
@@ -73,7 +73,7 @@ public:
 
     /// The run's prelude. `error` stays empty on success.
     bool prepare(std::wstring& error);
-    /// The same where it can't fail; the block gets its proper size, and `material` a new record.
+    /// The same where it cannot fail; sizes the block properly and clears the record of `material`.
     void prepare(FakeMaterial& material);
 
     Reply send(const Wire& request);

@@ -1,4 +1,4 @@
-// What a connection does to the unit, and what the end of the unit does to its connections.
+// How connections affect the unit, and how the end of the unit affects its connections.
 
 #include "UnitTest.h"
 
@@ -8,7 +8,7 @@
 namespace solvane {
 namespace {
 
-/// An object of the host's that answers with what its parts have, on the test's frame.
+/// A host's object, on the test's frame, that exposes the interfaces of its parts.
 class HostObject final : public DispatchImpl<ICapeSimulationContext> {
 public:
     explicit HostObject(std::vector<ComRef<IUnknown>> parts = {}) : parts_(std::move(parts)) {}
@@ -45,14 +45,14 @@ protected:
         loadModel();
         feed = item(unit.as<ICapeCollection>(), Variant(LONG{1})).as<ICapeUnitPort>();
     }
-    ~Connections() override { unit.terminate(); } // before the objects on the test's frame go
+    ~Connections() override { unit.terminate(); } // before the objects on the test's frame end
 
     ComRef<ICapeUnitPort> feed;
     ComRef<FakeMaterial11> material11 = FakeMaterial11::create();
     ComRef<FakeMaterial10> material10 = FakeMaterial10::create();
 };
 
-TEST_F(Connections, ofTwoGenerationsTheNewerIsTaken) {
+TEST_F(Connections, preferTheNewerOfTwoGenerations) {
     HostObject both({ComRef<IUnknown>(material10->dispatch()), ComRef<IUnknown>(material11->dispatch())});
     const ULONG before10 = countOf(material10->dispatch());
     ASSERT_EQ(feed->Connect(&both), S_OK);
@@ -63,7 +63,7 @@ TEST_F(Connections, ofTwoGenerationsTheNewerIsTaken) {
     EXPECT_EQ(feed->Disconnect(), S_OK);
 }
 
-TEST_F(Connections, everyOneMustBeValidatedAgainButIsNoChangeOfTheModel) {
+TEST_F(Connections, invalidateTheUnitWithoutChangingTheModel) {
     ASSERT_EQ(unit.connect(L"Product", material11->dispatch()), S_OK);
     HostObject noMaterial;
     const std::function<HRESULT()> changes[] = {
@@ -82,8 +82,8 @@ TEST_F(Connections, everyOneMustBeValidatedAgainButIsNoChangeOfTheModel) {
     }
 }
 
-// A load makes new ports; what the host still holds belongs to no unit.
-TEST_F(Connections, aLoadLeavesTheFormerPortsBehind) {
+// A load creates new ports; those that the host still holds belong to no unit.
+TEST_F(Connections, areDroppedByALoad) {
     ASSERT_EQ(feed->Connect(material11->dispatch()), S_OK);
     ModelBag empty;
     ASSERT_EQ(unit.load(empty.script("")), S_OK);
@@ -94,8 +94,8 @@ TEST_F(Connections, aLoadLeavesTheFormerPortsBehind) {
     EXPECT_EQ(feed->Disconnect(), S_OK);
 }
 
-// A unit that was found valid runs until something changes it.
-TEST_F(Connections, calculateValidatesOnlyWhatIsNotYetValid) {
+// A valid unit runs without validation until something changes it.
+TEST_F(Connections, areValidatedByCalculateOnlyIfNeeded) {
     for (const wchar_t* port : {L"Feed", L"Product"})
         ASSERT_EQ(unit.connect(port, material10->dispatch()), S_OK);
     const auto listsRead = [&] {
@@ -108,7 +108,7 @@ TEST_F(Connections, calculateValidatesOnlyWhatIsNotYetValid) {
     EXPECT_EQ(listsRead() + 2, withValidation);
 }
 
-TEST_F(Connections, theEndLetsGoOfAllThatIsTheHosts) {
+TEST_F(Connections, areReleasedByTerminateWithAllHostObjects) {
     HostObject context;
     const auto utilities = unit.as<ICapeUtilities>();
     ASSERT_EQ(utilities->put_simulationContext(&context), S_OK);
@@ -122,7 +122,7 @@ TEST_F(Connections, theEndLetsGoOfAllThatIsTheHosts) {
     EXPECT_EQ(countOf(material10->dispatch()), 1u);
 }
 
-TEST_F(Connections, aContextReplacesTheFormerOneAndIsNotKeptAfterTheEnd) {
+TEST_F(Connections, replaceTheContextAndReleaseItAtTerminate) {
     HostObject first, second;
     const auto utilities = unit.as<ICapeUtilities>();
     EXPECT_EQ(utilities->put_simulationContext(&first), S_OK);

@@ -1,4 +1,4 @@
-// What every object says of itself and of its own last failure.
+// The identification of each object, and its last failure.
 
 #include "UnitTest.h"
 
@@ -29,7 +29,7 @@ protected:
     ComRef<ICapeUnitPort> port;
 };
 
-TEST_F(Identity, everyObjectHasANameAndADescriptionThatTheHostMayReplace) {
+TEST_F(Identity, letsTheHostReplaceNamesAndDescriptions) {
     const struct {
         ComRef<ICapeIdentification> object;
         std::wstring name, description;
@@ -61,7 +61,7 @@ TEST_F(Identity, everyObjectHasANameAndADescriptionThatTheHostMayReplace) {
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE) << "a name is no change of the model";
 }
 
-TEST_F(Identity, eachObjectKeepsItsOwnFailure) {
+TEST_F(Identity, keepsAFailurePerObject) {
     ComRef<IDispatch> ignored;
     port->get_connectedObject(ignored.put());
     parameters()->Item(Variant(LONG{9}).get(), ignored.put());
@@ -77,7 +77,7 @@ TEST_F(Identity, eachObjectKeepsItsOwnFailure) {
     EXPECT_EQ(unit.error(), L" |  |  | ");
 }
 
-TEST_F(Identity, bothPersistencesNameTheClass) {
+TEST_F(Identity, returnsTheClassFromBothPersistences) {
     const ComRef<IPersist> persistences[] = {ComRef<IPersist>(unit.as<IPersistStream>().get()),
                                              ComRef<IPersist>(unit.as<IPersistPropertyBag>().get())};
     for (const ComRef<IPersist>& persist : persistences) {

@@ -26,7 +26,7 @@ protected:
     HRESULT put(const wchar_t* name, const Variant& value) { return parameter(name)->put_value(value.get()); }
 };
 
-TEST_F(Parameters, aValueThatDoesNotConvertIsRefusedByItsKind) {
+TEST_F(Parameters, rejectValuesThatDoNotConvertToTheirKind) {
     struct Row {
         const wchar_t* name;
         Variant value;
@@ -48,7 +48,7 @@ TEST_F(Parameters, aValueThatDoesNotConvertIsRefusedByItsKind) {
     }
 }
 
-TEST_F(Parameters, whatConvertsIsStoredWithoutALookAtBoundsOrMode) {
+TEST_F(Parameters, storeConvertibleValuesRegardlessOfBoundsAndMode) {
     EXPECT_EQ(put(L"real", text(L"3.5")), S_OK);
     EXPECT_EQ(unit.parameter(L"real").real(), 3.5);
     EXPECT_EQ(put(L"real", Variant(1000.0)), S_OK);
@@ -60,14 +60,14 @@ TEST_F(Parameters, whatConvertsIsStoredWithoutALookAtBoundsOrMode) {
     EXPECT_EQ(unit.parameter(L"bool").boolean(), VARIANT_TRUE);
 }
 
-TEST_F(Parameters, aMissingValueIsRefused) {
+TEST_F(Parameters, rejectAMissingValue) {
     for (const double missing : {-DBL_MAX, std::nan(""), -std::nan("7")})
         EXPECT_EQ(put(L"real", Variant(missing)), capeFailure);
     EXPECT_EQ(errorOf(parameter(L"real").get()),
               L"Invalid value | Value cannot be missing | put_value | ICapeParameter");
 }
 
-TEST_F(Parameters, aRestrictedTextMustBeAnOptionToTheLetter) {
+TEST_F(Parameters, acceptOnlyExactOptionsWhereRestricted) {
     EXPECT_EQ(put(L"choice", text(L"Exact")), S_OK);
     for (const wchar_t* other : {L"exact", L"", L"Exact "})
         EXPECT_EQ(put(L"choice", text(other)), capeFailure) << other;
@@ -86,7 +86,7 @@ TEST_F(Parameters, aRestrictedTextMustBeAnOptionToTheLetter) {
     EXPECT_EQ(put(L"free", text(L"anything")), S_OK);
 }
 
-TEST_F(Parameters, aLaterSuccessKeepsTheFailureAndALaterFailureReplacesIt) {
+TEST_F(Parameters, keepTheLastFailureAcrossSuccesses) {
     put(L"real", text(L"abc"));
     put(L"real", Variant(4.0));
     EXPECT_EQ(errorOf(parameter(L"real").get()).substr(0, 12), L"Invalid type");
@@ -94,9 +94,9 @@ TEST_F(Parameters, aLaterSuccessKeepsTheFailureAndALaterFailureReplacesIt) {
     EXPECT_EQ(errorOf(parameter(L"real").get()).substr(0, 13), L"Invalid value");
 }
 
-TEST_F(Parameters, aChangedValueInvalidatesTheUnitAndMakesItDirty) {
+TEST_F(Parameters, invalidateAndDirtyTheUnitWhenAValueChanges) {
     EXPECT_EQ(unit.validate(), L"");
-    EXPECT_EQ(parameter(L"free")->Reset(), S_OK); // without a default: nothing changes
+    EXPECT_EQ(parameter(L"free")->Reset(), S_OK); // without a default, nothing changes
     put(L"real", text(L"abc"));
     EXPECT_EQ(unit.status(), CAPE_VALID);
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_FALSE);
@@ -106,7 +106,7 @@ TEST_F(Parameters, aChangedValueInvalidatesTheUnitAndMakesItDirty) {
     EXPECT_EQ(unit.as<IPersistStream>()->IsDirty(), S_OK);
 }
 
-TEST_F(Parameters, aSpecificationOfAnotherKindFailsByItsName) {
+TEST_F(Parameters, nameTheirOwnKindInOtherKindsSpecifications) {
     double real = 1;
     LONG integer = 1;
     Bstr string;
@@ -129,7 +129,7 @@ TEST_F(Parameters, aSpecificationOfAnotherKindFailsByItsName) {
               L"Parameter type error | Not a boolean parameter | Validate | ICapeBooleanParameterSpec");
 }
 
-TEST_F(Parameters, anAbsentBoundOrDefaultIsAFailure) {
+TEST_F(Parameters, failForAnAbsentBoundOrDefault) {
     double real = 0;
     const auto bare = parameter<ICapeRealParameterSpec>(L"bare");
     const auto error = [](const wchar_t* text, const wchar_t* scope, const wchar_t* interfaceName) {
@@ -147,7 +147,7 @@ TEST_F(Parameters, anAbsentBoundOrDefaultIsAFailure) {
               error(L"No maximum value", L"get_UpperBound", L"ICapeIntegerParameterSpec"));
 }
 
-TEST_F(Parameters, valuesAreValidUpToTheirBounds) {
+TEST_F(Parameters, acceptValuesUpToTheirBounds) {
     struct Row {
         double value;
         const wchar_t* message;
@@ -169,7 +169,7 @@ TEST_F(Parameters, valuesAreValidUpToTheirBounds) {
     EXPECT_EQ(parameter<ICapeIntegerParameterSpec>(L"int")->Validate(0, nullptr, &isValid), E_POINTER);
 }
 
-TEST_F(Parameters, optionsAreValidatedWithTheCodeThatHostsKnow) {
+TEST_F(Parameters, validateOptionsWithTheCodeThatHostsKnow) {
     struct Row {
         const wchar_t* name;
         const wchar_t* value;
@@ -189,7 +189,7 @@ TEST_F(Parameters, optionsAreValidatedWithTheCodeThatHostsKnow) {
     }
 }
 
-TEST_F(Parameters, theHostSeesKindModeDimensionalityAndOptions) {
+TEST_F(Parameters, showKindModeDimensionalityAndOptionsToTheHost) {
     model.values[L"parameter modes"] = VariantArray::of(
         std::vector<std::wstring>{L"input", L"output", L"input", L"input", L"input", L"input", L"input"});
     ASSERT_EQ(unit.load(model), S_OK);
@@ -218,7 +218,7 @@ TEST_F(Parameters, theHostSeesKindModeDimensionalityAndOptions) {
     EXPECT_TRUE(specification.as<ICapeRealParameterSpec>());
 }
 
-TEST_F(Parameters, anItemIsFoundByNameOrNumberAndTheCollectionFollowsTheUnit) {
+TEST_F(Parameters, areFoundByNameOrNumberInALiveCollection) {
     const auto collection = parameters();
     const auto error = [&] { return errorOf(collection.get()); };
     LONG count = 0;
@@ -239,7 +239,7 @@ TEST_F(Parameters, anItemIsFoundByNameOrNumberAndTheCollectionFollowsTheUnit) {
               L"Invalid parameter specification | Invalid parameter specification (expected 1-based index "
               L"or name) | Item | ICapeCollection");
 
-    // A host may keep the collection, and a parameter, over a load and the unit's end.
+    // A host may keep the collection and a parameter beyond a load and the unit's end.
     const auto kept = parameter(L"real");
     ModelBag other;
     other.script("1;");

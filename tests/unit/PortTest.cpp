@@ -15,7 +15,7 @@ protected:
     }
 };
 
-TEST_F(Ports, feedsComeFirstByNumberAndByName) {
+TEST_F(Ports, listFeedsFirst) {
     LONG count = 0;
     EXPECT_EQ(unit.as<ICapeCollection>()->Count(&count), S_OK);
     EXPECT_EQ(count, 4);
@@ -37,7 +37,7 @@ TEST_F(Ports, feedsComeFirstByNumberAndByName) {
     EXPECT_EQ(type, CAPE_MATERIAL);
 }
 
-TEST_F(Ports, aLateBoundCallersVariableNamesAPort) {
+TEST_F(Ports, areFoundByALateBoundCallersVariable) {
     Variant name = text(L"Feed 1");
     ComRef<IDispatch> found;
     for (const VARTYPE type : {VT_VARIANT, VT_BSTR}) {
@@ -50,8 +50,8 @@ TEST_F(Ports, aLateBoundCallersVariableNamesAPort) {
     }
 }
 
-// What stands before a literal is anything.
-TEST_F(Ports, aLiteralInPlaceOfABstrNamesAPort) {
+// A literal has no length before its text.
+TEST_F(Ports, areFoundByALiteralInPlaceOfABstr) {
     struct {
         std::uint32_t length;
         wchar_t text[7];
@@ -66,7 +66,7 @@ TEST_F(Ports, aLiteralInPlaceOfABstrNamesAPort) {
     }
 }
 
-TEST_F(Ports, aConnectedMaterialIsGivenBackAndLetGo) {
+TEST_F(Ports, returnAndReleaseTheirMaterial) {
     const auto feed = port(Variant(LONG{1}));
     ComRef<IDispatch> connected;
     EXPECT_EQ(feed->get_connectedObject(connected.put()), capeFailure);
@@ -85,7 +85,7 @@ TEST_F(Ports, aConnectedMaterialIsGivenBackAndLetGo) {
     EXPECT_EQ(material->Release(), 1u); // the test's own
 }
 
-TEST_F(Ports, aFailedConnectLosesTheFormerConnection) {
+TEST_F(Ports, loseTheirConnectionWhenConnectFails) {
     const auto feed = port(Variant(LONG{1}));
     const auto material = FakeMaterial10::create();
     ASSERT_EQ(feed->Connect(material->dispatch()), S_OK);
@@ -98,7 +98,7 @@ TEST_F(Ports, aFailedConnectLosesTheFormerConnection) {
     EXPECT_FALSE(connected);
 }
 
-TEST_F(Ports, aNameGivenByTheHostIsTheNameByWhichItIsFound) {
+TEST_F(Ports, areFoundByTheNameThatTheHostGave) {
     const auto feed = port(Variant(LONG{1}));
     const auto identification = feed.as<ICapeIdentification>();
     EXPECT_EQ(identification->put_ComponentName(Bstr(L"Crude").get()), S_OK);

@@ -3,7 +3,7 @@
 namespace solvane {
 namespace {
 
-TEST_F(UnitTest, reportsAreListedWithMatlabsOutputFirstAndFoundWithoutCase) {
+TEST_F(UnitTest, listsMatlabsOutputFirstAndFindsReportsInAnyCase) {
     model.reports({L"Balance", L"Profile"});
     model.values[L"report \\ Balance"] = text(L"closed");
     loadModel();
@@ -23,7 +23,7 @@ TEST_F(UnitTest, reportsAreListedWithMatlabsOutputFirstAndFoundWithoutCase) {
     EXPECT_EQ(
         unit.error(),
         L"Invalid report name | Invalid report name: no such report | put_selectedReport | ICapeUnitReport");
-    for (int i = 0; i < 2; ++i) { // producing a report leaves it as it is
+    for (int i = 0; i < 2; ++i) { // producing a report does not change it
         Bstr message(L"of an earlier call");
         BSTR produced = message.release();
         EXPECT_EQ(reports->ProduceReport(&produced), S_OK);

@@ -13,7 +13,7 @@ inline std::wstring errorOf(IUnknown* object) {
     return HostedUnit(ComRef<IUnknown>(object)).error();
 }
 
-/// A usable unit, in front of a Matlab that does nothing.
+/// A usable unit, with a Matlab that does nothing.
 class UnitTest : public HostTest {
 protected:
     void loadModel() {
@@ -27,7 +27,7 @@ protected:
         return collection.as<ICapeCollection>();
     }
 
-    /// Empty where the collection refuses.
+    /// Empty if the collection rejects the item.
     static ComRef<IDispatch> item(const ComRef<ICapeCollection>& collection, const Variant& id) {
         ComRef<IDispatch> found;
         collection->Item(id.get(), found.put());
@@ -39,7 +39,7 @@ protected:
         return item(parameters(), text(name)).as<Interface>();
     }
 
-    /// A reference to a variable of a late-bound caller's.
+    /// A reference to a late-bound caller's variable.
     static VARIANT toVariable(Variant& variable, VARTYPE type = VT_VARIANT) {
         VARIANT reference{};
         reference.vt = static_cast<VARTYPE>(type | VT_BYREF);

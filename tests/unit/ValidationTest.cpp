@@ -19,7 +19,7 @@ protected:
 
 constexpr wchar_t different[] = L"Materials connected to all ports must have identical compound lists";
 
-TEST_F(Validation, theFirstUnconnectedPortIsNamedFeedsFirst) {
+TEST_F(Validation, namesTheFirstUnconnectedPortFeedsFirst) {
     loadPorts({L"Feed 1"}, {L"Product 1"});
     EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
     EXPECT_EQ(unit.validate(), L"Feed port \"Feed 1\" is not connected");
@@ -35,7 +35,7 @@ TEST_F(Validation, theFirstUnconnectedPortIsNamedFeedsFirst) {
     EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
 }
 
-TEST_F(Validation, compoundsMustAgreeInOrderButNotInCaseAcrossGenerations) {
+TEST_F(Validation, comparesCompoundsInOrderIgnoringCaseAcrossGenerations) {
     loadPorts({L"Feed 1", L"Feed 2"}, {L"Product 1"});
     const auto feed = FakeMaterial11::create(streamOf({L"A", L"B"}));
     for (const wchar_t* port : {L"Feed 1", L"Feed 2"})
@@ -52,14 +52,14 @@ TEST_F(Validation, compoundsMustAgreeInOrderButNotInCaseAcrossGenerations) {
     }
 }
 
-TEST_F(Validation, withoutCompoundsNothingCanRun) {
+TEST_F(Validation, rejectsMaterialsWithoutCompounds) {
     loadPorts({L"Feed 1"}, {});
     const auto feed = FakeMaterial10::create(streamOf({}));
     unit.connect(L"Feed 1", feed->dispatch());
     EXPECT_EQ(unit.validate(), L"Materials connected to ports do not expose compounds");
 }
 
-TEST_F(Validation, aListThatCannotBeReadIsToldInItsPortsWords) {
+TEST_F(Validation, reportsAnUnreadableCompoundListOfAPort) {
     loadPorts({L"Feed 1"}, {L"Product 1"});
     const auto feed = FakeMaterial11::create();
     unit.connect(L"Feed 1", feed->dispatch());
@@ -73,17 +73,17 @@ TEST_F(Validation, aListThatCannotBeReadIsToldInItsPortsWords) {
               L"Failed to get list of compounds from material connected to port: the package is closed");
 }
 
-TEST_F(Validation, anInvalidUnitIsNotCalculatedAndTellsItsLastFailure) {
+TEST_F(Validation, stopsTheCalculationOfAnInvalidUnit) {
     loadPorts({L"Feed 1"}, {});
     unit.as<ICapeUnitReport>()->put_selectedReport(Bstr(L"none").get());
     EXPECT_EQ(unit.calculate(), capeFailure);
-    // The reason is for Validate to tell; this text is what the object last failed with.
+    // Validate reports the reason; this text is the object's last failure.
     const std::wstring text = L"Unit is not valid: Invalid report name: no such report";
     EXPECT_EQ(unit.error(), L"Unit is not valid | " + text + L" | Calculate | ICapeUnitReport");
     EXPECT_EQ(unit.output(), text + L"\r\n");
 }
 
-TEST_F(Validation, aNullArgumentIsRefusedWithoutAText) {
+TEST_F(Validation, rejectsNullArgumentsWithoutAText) {
     VARIANT_BOOL isValid = VARIANT_TRUE;
     Bstr message;
     const auto capeUnit = unit.as<ICapeUnit>();
@@ -92,7 +92,7 @@ TEST_F(Validation, aNullArgumentIsRefusedWithoutAText) {
     EXPECT_EQ(capeUnit->get_ValStatus(nullptr), E_POINTER);
     EXPECT_EQ(capeUnit->get_ports(nullptr), E_POINTER);
     EXPECT_EQ(unit.error(), L" |  |  | ");
-    ASSERT_EQ(unit.terminate(), S_OK); // of which these say nothing
+    ASSERT_EQ(unit.terminate(), S_OK); // these methods do not report it
     EXPECT_EQ(capeUnit->get_ports(nullptr), E_POINTER);
     EXPECT_EQ(capeUnit->get_ValStatus(nullptr), E_POINTER);
     EXPECT_EQ(unit.error(), L" |  |  | ");

@@ -12,13 +12,13 @@ namespace solvane {
 
 namespace {
 
-// How the run script begins, and the name of a folder.
+// The beginning of the run script, and of a folder's name.
 constexpr std::string_view scriptTitle = "%Solvane Unit Operation Script";
 constexpr char folderPattern[] = "{*-*-*-*-*}";
-/// Behind the name of a folder: a file beside a folder that its unit could not delete, with the title in it.
+/// Appended to a folder's name: a file beside a folder that its unit could not delete; contains the title.
 constexpr std::string_view markSuffix = ".left";
 
-/// What a file that no process holds begins with, up to the length of the title.
+/// The beginning of a file that no process holds, up to the length of the title.
 std::optional<std::string> beginningOf(const std::string& path) {
     const FileHandle file(
         CreateFileA(path.c_str(), GENERIC_READ | DELETE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -29,14 +29,14 @@ std::optional<std::string> beginningOf(const std::string& path) {
     return std::string(bytes.data(), count);
 }
 
-/// Whether the run script is one of ours that no process holds. It is empty where the process ended before it
-/// could write it.
+/// Whether the run script is ours and no process holds it. It is empty if the process ended before writing
+/// it.
 bool isScriptAbandoned(const std::string& folder) {
     const auto beginning = beginningOf(folder + runScriptName);
     return beginning && (beginning->empty() || *beginning == scriptTitle);
 }
 
-/// Whether the folder could go: a Matlab that outlives its client for a while may still stand in it.
+/// Whether the folder can be deleted: a Matlab that briefly outlives its client may still use it.
 bool canDeleteFolder(const std::string& folder) {
     constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     return static_cast<bool>(FileHandle(CreateFileA(folder.c_str(), DELETE, shareAll, nullptr, OPEN_EXISTING,
@@ -47,7 +47,7 @@ std::string markOf(const std::string& folder) {
     return folder.substr(0, folder.size() - 1) + std::string(markSuffix);
 }
 
-/// The folder itself, once it is empty. One that has to stay is marked for the next start.
+/// Deletes the folder once it is empty. Marks a folder that has to stay for the next start.
 void deleteFolderOrMark(const std::string& folder) {
     const std::string mark = markOf(folder);
     if (RemoveDirectoryA(folder.c_str()) || GetFileAttributesA(folder.c_str()) == INVALID_FILE_ATTRIBUTES) {
@@ -59,7 +59,7 @@ void deleteFolderOrMark(const std::string& folder) {
     WriteFile(file.get(), scriptTitle.data(), scriptTitle.size(), &count, nullptr);
 }
 
-/// Of links and junctions, which may lead anywhere, only the link goes.
+/// Deletes only the link of a link or junction, which may lead anywhere.
 void deleteContents(const std::wstring& folder) {
     WIN32_FIND_DATAW entry;
     const FindHandle search(FindFirstFileW((folder + L'*').c_str(), &entry));
@@ -83,8 +83,8 @@ void deleteWithSubFolders(const std::string& folder) {
     deleteFolderOrMark(folder);
 }
 
-/// Calls `body` with the name of each folder, or of each mark, among the working folders' names. A link of
-/// such a name is none of ours.
+/// Calls `body` with the name of each folder, or of each mark, that is named like a working folder. A link
+/// with such a name is not ours.
 template <class Body>
 void forEachName(const std::string& pattern, bool isFolder, Body&& body) {
     WIN32_FIND_DATAA entry;
@@ -124,7 +124,7 @@ void deleteFilesAndFolder(const std::string& folder) {
     FindHandle search(FindFirstFileA((folder + "*.*").c_str(), &entry));
     for (BOOL more = static_cast<bool>(search); more; more = FindNextFileA(search.get(), &entry))
         DeleteFileA((folder + entry.cFileName).c_str());
-    search.reset(); // an open search keeps the folder
+    search.reset(); // an open search prevents the deletion
     deleteFolderOrMark(folder);
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr wchar_t parameterInterface[] = L"ICapeParameter";
 
-/// What each kind is called where it is wanted and not there, in the order of ParameterKind.
+/// The names of the kinds in error texts, in the order of ParameterKind.
 struct KindTexts {
     VARTYPE variantType;
     const wchar_t* notOfKind;
@@ -92,7 +92,7 @@ STDMETHODIMP CParameter::put_value(VARIANT value) {
             (converted.real() == missingValue || std::isnan(converted.real())))
             return raiseInvalidValue(L"Value cannot be missing");
         if (parameterKind == ParameterKind::string && restrictedToList) {
-            // The conversion makes an empty text of a null one.
+            // The conversion turns a null text into an empty one.
             if (given.type() == VT_BSTR && !given.get().bstrVal)
                 return raiseInvalidValue(L"A value has not been specified");
             if (!isOption(converted.text()))
@@ -252,7 +252,7 @@ STDMETHODIMP CParameter::get_LowerBound(double* value) {
     return getNumber(ParameterKind::real, minimumValue, L"get_LowerBound", L"No minimum value", value);
 }
 STDMETHODIMP CParameter::get_UpperBound(double* value) {
-    // The text names the minimum, as hosts know it.
+    // Prescribed text: it names the minimum, as hosts know it.
     return getNumber(ParameterKind::real, maximumValue, L"get_UpperBound", L"No minimum value", value);
 }
 STDMETHODIMP CParameter::Validate(double value, BSTR* message, VARIANT_BOOL* isValid) {
@@ -325,11 +325,11 @@ STDMETHODIMP CParameter::Validate(BSTR value, BSTR* message, VARIANT_BOOL* isVal
             return checked;
         *isValid = VARIANT_TRUE;
         if (restrictedToList && (!value || !isOption(callersText(value)))) {
-            // Without memory for the reason, the value passes.
+            // Accepts the value if there is no memory for the reason.
             *message = SysAllocString(value ? L"Invalid value for this parameter" : L"Value cannot be empty");
             *isValid = *message ? VARIANT_FALSE : VARIANT_TRUE;
         }
-        // Hosts know this code from here and read the verdict from `isValid`.
+        // Hosts expect this code here and read the result from `isValid`.
         return E_NOTIMPL;
     });
 }

@@ -15,8 +15,8 @@ enum class ParameterKind : std::int32_t { real = 0, integer = 1, string = 2, boo
 /// The type of a parameter's VARIANTs: VT_R8, VT_I4, VT_BSTR, VT_BOOL.
 VARTYPE variantTypeOf(ParameterKind kind);
 
-/// One user-defined value of the unit. The object offers the specification interfaces of all four kinds; an
-/// operation of another kind than the parameter's own fails.
+/// One user-defined value of the unit. The object exposes the specification interfaces of all four kinds;
+/// operations of a kind other than the parameter's own fail.
 class CParameter : public DispatchImpl<ICapeBooleanParameterSpec>,
                    public DispatchImpl<ICapeIntegerParameterSpec>,
                    public DispatchImpl<ICapeOptionParameterSpec>,
@@ -29,8 +29,8 @@ public:
     Unit* ownerUnit = nullptr;
     ParameterKind parameterKind = ParameterKind::real;
     bool isInput = true;
-    /// Of a real parameter only: exponents of the SI base units, in the order that ui/UnitOfMeasure.h tells;
-    /// may be empty.
+    /// Of a real parameter only: exponents of the SI base units, in the order of ui/UnitOfMeasure.h; may be
+    /// empty.
     std::vector<double> dimensionality;
     // VT_EMPTY: no lower bound, no upper bound, no default.
     Variant minimumValue;

@@ -10,7 +10,7 @@ namespace solvane {
 
 class Unit;
 
-/// What the script said of a product: the stream is flashed so when the script has ended.
+/// A product as the script stated it; the stream is flashed accordingly when the script has ended.
 struct ProductSpecification {
     bool specified = false;          ///< setProduct was called in this run
     double totalFlow = 0;            ///< mol/s
@@ -34,15 +34,15 @@ public:
 
     ComRef<ICapeThermoMaterial> materialObject11;
     ComRef<ICapeThermoMaterialObject> materialObject10;
-    // Of the 1.1 material, asked for on first use and kept while it is connected: see interfaceOf.
+    // Interfaces of the 1.1 material, queried on first use and kept while it is connected: see interfaceOf.
     ComRef<ICapeThermoCompounds> compounds;
     ComRef<ICapeThermoPhases> phases;
     ComRef<ICapeThermoEquilibriumRoutine> equilibriumRoutine;
 
     ProductSpecification product;
 
-    /// An interface of the 1.1 material with which the caller works, kept where that is still the connected
-    /// one: the host may connect another from inside any call. Empty where the material does not have it.
+    /// An interface of the 1.1 material that the caller uses; empty if the material does not have it. Kept
+    /// only if that material is still connected: the host may connect another one from inside any call.
     template <class Interface>
     ComRef<Interface> interfaceOf(const ComRef<ICapeThermoMaterial>& material,
                                   ComRef<Interface> CPort::*kept) {

@@ -8,7 +8,7 @@ namespace {
 
 constexpr wchar_t errorSource[] = L"SolvaneUnitOperation.SolvaneUnitOp";
 
-/// Where late-bound callers, and some early-bound ones, look for a failure's text: the thread's error object.
+/// Sets the thread's error object, where late-bound and some early-bound callers look for a failure's text.
 void setThreadsError(const std::wstring& description) {
     ComRef<ICreateErrorInfo> error;
     if (FAILED(CreateErrorInfo(error.put())))
@@ -39,7 +39,7 @@ STDMETHODIMP CapeOpenBaseObject::get_name(BSTR* name) {
     return getText(errorName, name);
 }
 
-// The code stays 0: what failed is told by the texts alone.
+// The code stays 0: the texts alone describe the failure.
 STDMETHODIMP CapeOpenBaseObject::get_code(LONG* code) {
     return prepareResult(code) ? S_OK : E_POINTER;
 }
@@ -61,7 +61,7 @@ STDMETHODIMP CapeOpenBaseObject::get_operation(BSTR* operation) {
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_moreInfo(BSTR* moreInfo) {
-    return getText(L"", moreInfo); // the address of the product's web page, were there one
+    return getText(L"", moreInfo); // would be the address of a web page
 }
 
 STDMETHODIMP CapeOpenBaseObject::get_ComponentName(BSTR* name) {

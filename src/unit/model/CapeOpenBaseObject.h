@@ -32,7 +32,7 @@ public:
     void SetError(std::wstring name, std::wstring description, std::wstring scope,
                   std::wstring interfaceName);
 
-    /// SetError, and the result for the failing method to return.
+    /// Calls SetError and returns the result of the failing method.
     HRESULT raise(std::wstring name, std::wstring description, std::wstring scope,
                   std::wstring interfaceName);
 

@@ -2,10 +2,10 @@
 
 namespace solvane {
 
-/// The simulators that are told apart.
+/// The simulators that the unit distinguishes.
 enum class HostKind { other = 0, aspenPlus = 1, hysys = 2, proII = 3, unisimDesign = 4, brume = 5 };
 
-/// Which of them this process is, by the name of its program.
+/// The simulator of this process, by the name of its program.
 HostKind detectHost();
 
 } // namespace solvane

@@ -9,7 +9,7 @@
 
 namespace solvane {
 
-/// What the worker thread is to do, and afterwards how it went.
+/// What the worker thread is to do, and afterwards whether it succeeded.
 struct WorkerCommand {
     static constexpr std::int32_t start = 0;
     static constexpr std::int32_t quit = 1;

@@ -9,7 +9,7 @@ namespace solvane {
 
 class Unit;
 
-/// The report that every unit has: what Matlab printed. It is listed first and never stands in `reportNames`.
+/// The report that every unit has: what Matlab printed. It is listed first and never is in `reportNames`.
 inline constexpr wchar_t outputReportName[] = L"Matlab Output";
 
 // Names are compared ignoring the case of ASCII letters.

@@ -21,7 +21,7 @@ void Unit::clear() {
     releasePorts();
     for (const std::string& name : std::exchange(additionalFiles, {})) {
         const std::string path = workingFolder.pathOf(name);
-        SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL); // a read-only file stays otherwise
+        SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL); // allows deleting a read-only file
         DeleteFileA(path.c_str());
     }
 }
@@ -67,7 +67,7 @@ void Unit::releaseParameters() {
 
 ComRef<ICapeDiagnostic> Unit::hostLog() {
     if (!diagnostic) {
-        const ComRef<IDispatch> context = simulationContext; // which the host may replace meanwhile
+        const ComRef<IDispatch> context = simulationContext; // the host may replace it meanwhile
         diagnostic = context.as<ICapeDiagnostic>();
     }
     return diagnostic;

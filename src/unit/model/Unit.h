@@ -22,7 +22,7 @@ struct NumericLocalePolicy {
 };
 
 /// The state of a unit operation. Its fields are the model: the run-time, the persistence and the window work
-/// on them directly. The host sees them through Unit.
+/// on them directly. The host sees them through CSolvaneUnitOp.
 ///
 /// All calls come on the thread of the host's apartment; MatlabWorker says what the worker thread touches.
 class Unit : public CapeOpenBaseObject, public MatlabWorker {
@@ -35,13 +35,13 @@ public:
     std::string unitId;            ///< GUID with braces; names the shared block and the events
     Handle requestEvent;           ///< set by the gateway
     Handle replyEvent;             ///< set by the driver
-    bool terminated = true;        ///< Terminate has nothing (more) to do
+    bool terminated = true;        ///< Terminate has nothing left to do
     unsigned activities = 0;       ///< UnitActivity bits: what the unit is in the middle of
     bool terminationAsked = false; ///< Terminate came in the middle of something
     std::int32_t echoLevel = 0;    ///< 1: each command line of the script is echoed
     bool modified = false;         ///< the model was changed since the unit was made
     ComRef<IDispatch> simulationContext;
-    ComRef<ICapeDiagnostic> diagnostic; ///< of the context, asked for on first use
+    ComRef<ICapeDiagnostic> diagnostic; ///< of the context, queried on first use
     bool workaroundDone = false;        ///< the private model file was looked for, or need not be
     std::string unreadPrivateModel;     ///< path of a private model file that could not be loaded
 
@@ -58,18 +58,18 @@ public:
     std::wstring outputText; ///< what Matlab printed in the last run
 
     std::vector<std::string> additionalFiles; ///< names in `workingFolder`, ANSI
-    std::string loadWarnings;                 ///< of the last load of a model file, a line each
+    std::string loadWarnings;                 ///< of the last load of a model file, one per line
 
     bool scriptDirty = true; ///< unitCalc.m must be built again from calc.m
 
-    /// Records that the user changed the model in the window, or the host a parameter's value. What a run
-    /// itself changes does not count.
+    /// Records that the user changed the model in the window, or the host a parameter's value. Changes by a
+    /// run itself do not count.
     void markChanged() {
         modified = true;
         modelEdited = true;
     }
 
-    /// Whether a model can be loaded and saved: not before the folder is made, and not once Terminate began.
+    /// Whether a model can be loaded and saved: only between the folder's creation and Terminate.
     bool canHoldModel() const { return workingFolder && !terminated; }
 
     /// The unit must be validated before it is calculated again.
@@ -84,7 +84,7 @@ public:
     ComRef<CPort> CreatePort(bool isFeed, const std::wstring& name);
     ComRef<CParameter> CreateParameter(ParameterKind kind, bool isInput, const std::wstring& name);
 
-    /// Where the host takes messages; empty where it does not.
+    /// The host's log; empty if it does not have one.
     ComRef<ICapeDiagnostic> hostLog();
 
     /// Feeds, then products.
@@ -94,7 +94,7 @@ public:
     void releasePorts();
     void releaseParameters();
 
-    /// What Terminate does, at once.
+    /// Terminates at once.
     virtual HRESULT stop() = 0;
 
     // One of each for all interfaces; the form in which the object is created implements them.

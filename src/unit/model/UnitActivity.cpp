@@ -21,9 +21,9 @@ struct ActivityRule {
     unsigned hinderedBy;
 };
 
-/// Of several hindrances the refusal names the first. A save may begin in a run: what it reads is changed on
-/// its own thread only. Half a model must not be saved, and lists must not be replaced under one who goes
-/// through them.
+/// A refusal names the first of several conflicts. A save may begin during a run: only its own thread changes
+/// what it reads. Half a model must not be saved, and lists must not be replaced while somebody iterates over
+/// them.
 constexpr std::array rules{
     ActivityRule{loading, L"is being loaded", L"load",
                  bits(calculating, running, validating, editing, loading, saving)},
@@ -45,7 +45,7 @@ bool mayBegin(const Unit& unit, UnitActivity activity, std::wstring& refusal) {
         for (const ActivityRule& other : rules)
             if ((unit.activities & rule.hinderedBy & bits(other.activity)) != 0) {
                 refusal = std::wstring(L"Cannot ") + rule.cannot + L" the unit while it " + other.isDoing +
-                          L"; try again after that";
+                          L"; try again afterwards";
                 return false;
             }
     }

@@ -1,5 +1,5 @@
-/// What a unit is in the middle of. Each of these calls objects of the host or serves its messages, so the
-/// host may call the unit again before it has ended: from a material, a property bag, a paint handler.
+/// What a unit is doing. Each activity calls objects of the host or serves its messages, so the host may call
+/// the unit again before the activity has ended: from a material, a property bag, a paint handler.
 #pragma once
 
 #include "com/ComRef.h"
@@ -20,11 +20,11 @@ enum class UnitActivity : unsigned {
     saving = 32,
 };
 
-/// Whether the unit may begin this while it does what it does. False with a text.
+/// Whether the unit may begin this activity during its current ones. False with a text.
 [[nodiscard]] bool mayBegin(const Unit& unit, UnitActivity activity, std::wstring& refusal);
 
-/// An activity for its lifetime. It keeps the unit alive, and a Terminate that comes meanwhile is carried out
-/// when the outermost activity ends. The unit may be gone after that.
+/// An activity for its lifetime. It keeps the unit alive and defers a Terminate to the end of the outermost
+/// activity. The unit may no longer exist after that.
 class ActivityScope {
 public:
     ActivityScope(Unit& unit, UnitActivity activity);

@@ -15,7 +15,7 @@ bool isDesktopVisible() {
 
 } // namespace
 
-void tellUser(Unit& unit, const std::string& text, const char* title, UINT style) {
+void showUserMessage(Unit& unit, const std::string& text, const char* title, UINT style) {
     if (isDesktopVisible())
         MessageBoxA(nullptr, text.c_str(), title, style);
     else if (const ComRef<ICapeDiagnostic> log = unit.hostLog())

@@ -9,20 +9,20 @@ namespace solvane {
 
 // Scripts that the unit keeps in the folder.
 inline constexpr char runScriptName[] = "runUnit.m"; ///< what Matlab runs
-inline constexpr char userScriptName[] = "calc.m";   ///< the user's script, without which there is no model
+inline constexpr char userScriptName[] = "calc.m";   ///< the user's script, which every model has
 
 /// The system's temporary folder, ANSI, with a trailing backslash.
 [[nodiscard]] bool findTemporaryFolder(std::string& folder, std::string& error);
 
-/// Owns the folder: it is made by the constructor and deleted with its files when the object ends or is
-/// reset. Paths are ANSI. While the folder exists, other processes can see that it is in use.
+/// Owns the folder: the constructor creates it; the destructor or a reset deletes it with its files. Paths
+/// are ANSI. While the folder exists, other processes can see that it is in use.
 class WorkingFolder {
 public:
     /// No folder.
     WorkingFolder() = default;
 
-    /// Makes the folder, named after the unit's id, in the temporary folder. Folders that units of dead
-    /// processes left there are deleted first. After a failure, with a text, there is no folder.
+    /// First deletes the folders that dead processes left in the temporary folder, then creates the unit's
+    /// folder there, named after its id. After a failure, with a text, there is no folder.
     WorkingFolder(const std::string& temporaryFolder, const std::string& unitId, std::string& error);
 
     ~WorkingFolder() { reset(); }
@@ -38,9 +38,9 @@ public:
     /// Writes the run script and the default calc.m.
     [[nodiscard]] bool placeScripts(std::string& error);
 
-    /// Whether the run script is still there: a disk cleaner may have removed it, and the folder too.
+    /// Whether the run script still exists: a disk cleaner may have removed it, and the folder too.
     bool isComplete() const;
-    /// Makes the folder and its scripts anew where they are gone. A calc.m that is still there stays.
+    /// Restores the folder and its scripts where they are missing. Keeps an existing calc.m.
     [[nodiscard]] bool restore(std::string& error);
 
     /// Deletes the files and the folder. A sub-folder stays and keeps the folder until another unit starts.
