@@ -3,6 +3,7 @@
 
 #include "Connection.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>

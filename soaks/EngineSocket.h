@@ -6,6 +6,7 @@
 #include "engine/Connection.h"
 #include "tests/engine/AutomationClient.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <optional>
 #include <stop_token>

@@ -5,6 +5,7 @@
 #include "com/Variant.h"
 
 #include <array>
+#include <cstdint>
 
 namespace solvane {
 

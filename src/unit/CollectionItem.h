@@ -4,6 +4,7 @@
 #include "com/Text.h"
 #include "unit/model/CapeOpenBaseObject.h"
 
+#include <cstdint>
 #include <span>
 
 namespace solvane {

@@ -3,6 +3,7 @@
 #include "com/ReadWriteStream.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string>
 

@@ -2,6 +2,7 @@
 
 #include "CapeOpenBaseObject.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
