@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
+#include <iterator>
 
 namespace solvane::host {
 
@@ -207,8 +207,9 @@ bool setParameter(IUnknown* item, const ModelParameter& parameter, ParameterValu
 }
 
 std::string inputList(const std::vector<ModelParameter>& parameters) {
-    const std::string names =
-        nameList(parameters | std::views::filter(&ModelParameter::isInput), &ModelParameter::name);
+    std::vector<ModelParameter> inputs;
+    std::ranges::copy_if(parameters, std::back_inserter(inputs), &ModelParameter::isInput);
+    const std::string names = nameList(inputs, &ModelParameter::name);
     return names.empty() ? "; it has no input parameters" : "; its input parameters: " + names;
 }
 

@@ -145,7 +145,7 @@ std::vector<PhaseState> splitPhases(const Mixture& mixture, double temperature, 
     const std::vector<double>& z = mixture.composition;
     const Fugacity feed = equation.fugacity(Root::stable, pressure, z);
     const bool vaporLike = feed.isVaporLike();
-    const std::vector<PhaseState> onePhase{{vaporLike ? Phase::vapor : Phase::liquid, 1, z}};
+    std::vector<PhaseState> onePhase{{vaporLike ? Phase::vapor : Phase::liquid, 1, z}};
     if (z.size() == 1)
         return onePhase;
 
