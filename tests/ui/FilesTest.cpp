@@ -110,7 +110,7 @@ TEST_F(FilesPage, rejectsInvalidNames) {
         {&FilesPage::rename, L"A.M", L"Rename:",
          "A file with that name already exists. Please remove that file first"},
         {&FilesPage::rename, L"nul", L"Rename:",
-         "A model cannot hold a file named \"nul\": the name is that of a device."},
+         "A model cannot hold a file named \"nul\": the name is reserved for a device."},
     };
     const HRESULT changed = editFiles([&](WindowDriver& user) {
         for (const Refusal& refusal : refusals) {
