@@ -2,6 +2,7 @@
 
 #include "channel/ChannelNames.h"
 #include "channel/CommandCode.h"
+#include "com/Failure.h"
 #include "gateway/UnitClaim.h"
 
 #include <algorithm>
@@ -29,26 +30,20 @@ struct UnitChannel {
 
 bool openUnit(const std::string& unitId, UnitChannel& unit, std::string& error) {
     const Handle mapping(OpenFileMappingA(FILE_MAP_READ | FILE_MAP_WRITE, FALSE, unitId.c_str()));
-    if (!mapping) {
-        error = "There is no run of the unit " + unitId;
-        return false;
-    }
+    if (!mapping)
+        return fail(error, "There is no run of the unit " + unitId);
     UnitChannel channel;
     channel.view.reset(MapViewOfFile(mapping.get(), FILE_MAP_READ | FILE_MAP_WRITE, 0, 0, 0));
     MEMORY_BASIC_INFORMATION region{};
-    if (!channel.view || VirtualQuery(channel.view.get(), &region, sizeof region) == 0) {
-        error = "Could not map the block of the unit " + unitId;
-        return false;
-    }
+    if (!channel.view || VirtualQuery(channel.view.get(), &region, sizeof region) == 0)
+        return fail(error, "Could not map the block of the unit " + unitId);
     channel.block = {static_cast<std::byte*>(channel.view.get()), region.RegionSize};
 
     constexpr DWORD access = SYNCHRONIZE | EVENT_MODIFY_STATE;
     channel.requestEvent.reset(OpenEventA(access, FALSE, requestEventName(unitId).c_str()));
     channel.replyEvent.reset(OpenEventA(access, FALSE, replyEventName(unitId).c_str()));
-    if (!channel.requestEvent || !channel.replyEvent) {
-        error = "Could not open the events of the unit " + unitId;
-        return false;
-    }
+    if (!channel.requestEvent || !channel.replyEvent)
+        return fail(error, "Could not open the events of the unit " + unitId);
     if (!channel.claim.take(unitId, error))
         return false;
     // Still set if the gateway that sent the last command ended before it received the reply.

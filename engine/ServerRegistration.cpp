@@ -1,5 +1,6 @@
 #include "ServerRegistration.h"
 
+#include "com/Failure.h"
 #include "com/Registry.h"
 #include "com/Text.h"
 
@@ -50,10 +51,7 @@ std::optional<std::wstring> read(const Root& root, const std::wstring& key) {
 
 bool write(const Root& root, const std::wstring& key, const std::wstring& value, std::wstring& error) {
     const LSTATUS written = writeRegistryString(root.key, classes + key, L"", value);
-    if (written == ERROR_SUCCESS)
-        return true;
-    error = failure(root, classes + key, L"written", written);
-    return false;
+    return written == ERROR_SUCCESS || fail(error, failure(root, classes + key, L"written", written));
 }
 
 bool leadsHere(const Root& root, const std::wstring& name) {
@@ -89,10 +87,8 @@ bool removeName(const Root& root, const std::wstring& name, std::wstring& error)
         const std::wstring key = classes + name + part;
         const LSTATUS removed = RegDeleteKeyW(root.key, key.c_str());
         const bool isOccupied = *part == L'\0' && removed == ERROR_ACCESS_DENIED;
-        if (removed != ERROR_SUCCESS && removed != ERROR_FILE_NOT_FOUND && !isOccupied) {
-            error = failure(root, key, L"removed", removed);
-            return false;
-        }
+        if (removed != ERROR_SUCCESS && removed != ERROR_FILE_NOT_FOUND && !isOccupied)
+            return fail(error, failure(root, key, L"removed", removed));
     }
     return true;
 }
@@ -117,10 +113,8 @@ bool unregisterServer(RegistrationScope scope, std::wstring& error) {
             return false;
     const std::wstring key = classes + classKey();
     const LSTATUS removed = RegDeleteTreeW(root.key, key.c_str());
-    if (removed == ERROR_SUCCESS || removed == ERROR_FILE_NOT_FOUND)
-        return true;
-    error = failure(root, key, L"removed", removed);
-    return false;
+    return removed == ERROR_SUCCESS || removed == ERROR_FILE_NOT_FOUND ||
+           fail(error, failure(root, key, L"removed", removed));
 }
 
 } // namespace solvane::engine

@@ -6,8 +6,8 @@
 ///
 /// Users call the functions of the library (toolbox), which pass their arguments on to here. The interpreter
 /// calls mexFunction on one thread only.
+#include "BlockText.h"
 #include "Commands.h"
-#include "Text.h"
 #include "channel/ChannelFrame.h"
 
 #include <exception>

@@ -1,6 +1,6 @@
 #include "Request.h"
 
-#include "Text.h"
+#include "BlockText.h"
 #include "channel/ValueTags.h"
 
 #include <algorithm>

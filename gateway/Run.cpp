@@ -1,6 +1,6 @@
 #include "Run.h"
 
-#include "Text.h"
+#include "BlockText.h"
 #include "channel/BlockSize.h"
 
 #include <algorithm>

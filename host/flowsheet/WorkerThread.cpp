@@ -1,11 +1,10 @@
 #include "WorkerThread.h"
 
 #include "InterfaceRegistration.h"
+#include "com/Apartment.h"
 #include "com/CapeError.h"
 #include "com/Handle.h"
 #include "com/Text.h"
-
-#include <objbase.h>
 
 #include <thread>
 
@@ -26,21 +25,6 @@ public:
 
 private:
     ComRef<IStream> stream_;
-};
-
-/// The worker thread is in the multi-threaded apartment for this object's lifetime.
-class MultiThreadedApartment {
-public:
-    MultiThreadedApartment() : entered_(CoInitializeEx(nullptr, COINIT_MULTITHREADED)) {}
-    ~MultiThreadedApartment() {
-        if (SUCCEEDED(entered_))
-            CoUninitialize();
-    }
-    MultiThreadedApartment(const MultiThreadedApartment&) = delete;
-    MultiThreadedApartment& operator=(const MultiThreadedApartment&) = delete;
-
-private:
-    HRESULT entered_;
 };
 
 void serveMessagesUntil(HANDLE finished) {
@@ -83,7 +67,7 @@ bool runOnWorker(ICapeUnit* unit, const std::vector<Connection>& connections,
     bool succeeded = false;
     std::thread worker([&] {
         {
-            const MultiThreadedApartment apartment;
+            const Apartment apartment(COINIT_MULTITHREADED);
             ComRef<ICapeUnit> unitProxy;
             HRESULT unpacked = unitParcel.unpack(unitProxy);
             std::vector<Connection> proxies;

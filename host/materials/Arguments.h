@@ -1,7 +1,7 @@
 /// The arguments and results of materials of both generations: names, labels, bases and arrays.
 #pragma once
 
-#include "Failure.h"
+#include "MaterialFailure.h"
 #include "StreamState.h"
 #include "com/Border.h"
 #include "com/VariantArray.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CapeOpen.h"
-#include "Failure.h"
+#include "MaterialFailure.h"
 #include "MaterialHabits.h"
 #include "com/Dispatch.h"
 #include "com/Object.h"

@@ -1,7 +1,7 @@
 /// Constants and properties of the pure compounds as materials of both generations return them.
 #pragma once
 
-#include "Failure.h"
+#include "MaterialFailure.h"
 #include "com/VariantArray.h"
 #include "thermo/PropertyPackage.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Failure.h"
+#include "MaterialFailure.h"
 #include "MaterialHabits.h"
 #include "StreamProperty.h"
 

@@ -5,11 +5,12 @@
 
 namespace solvane {
 
-/// Puts the thread into a single-threaded apartment for its lifetime. A thread that is in an apartment of
+/// Puts the thread into an apartment of this kind for its lifetime. A thread that is in an apartment of
 /// another kind stays there.
 class Apartment {
 public:
-    Apartment() : entered_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    explicit Apartment(COINIT kind = COINIT_APARTMENTTHREADED)
+        : entered_(SUCCEEDED(CoInitializeEx(nullptr, kind))) {}
     ~Apartment() {
         if (entered_)
             CoUninitialize();

@@ -1,5 +1,7 @@
 #include "VariantArray.h"
 
+#include "Failure.h"
+
 #include <algorithm>
 #include <new>
 
@@ -37,24 +39,16 @@ bool readVariantArray(VariantArray& array, VARTYPE elementType, std::string& err
     array.lowerBound_ = 0;
     if (array.isEmpty())
         return true;
-    if (array.type() != (VT_ARRAY | elementType)) {
-        error = std::string("Expected an array of type ") + elementTypeWord(elementType);
-        return false;
-    }
+    if (array.type() != (VT_ARRAY | elementType))
+        return fail(error, std::string("Expected an array of type ") + elementTypeWord(elementType));
     SAFEARRAY* safeArray = array.get().parray;
-    if (SafeArrayGetDim(safeArray) != 1) {
-        error = "unexpected dimension; 1-dimensional array expected";
-        return false;
-    }
-    if (FAILED(SafeArrayGetLBound(safeArray, 1, &array.lowerBound_))) {
-        error = "failed to get lower bound";
-        return false;
-    }
+    if (SafeArrayGetDim(safeArray) != 1)
+        return fail(error, "unexpected dimension; 1-dimensional array expected");
+    if (FAILED(SafeArrayGetLBound(safeArray, 1, &array.lowerBound_)))
+        return fail(error, "failed to get lower bound");
     LONG upperBound = 0;
-    if (FAILED(SafeArrayGetUBound(safeArray, 1, &upperBound))) {
-        error = "failed to get upper bound";
-        return false;
-    }
+    if (FAILED(SafeArrayGetUBound(safeArray, 1, &upperBound)))
+        return fail(error, "failed to get upper bound");
     array.count_ = static_cast<std::size_t>(static_cast<long long>(upperBound) - array.lowerBound_ + 1);
     return true;
 }

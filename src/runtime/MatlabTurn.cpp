@@ -1,5 +1,7 @@
 #include "MatlabTurn.h"
 
+#include "com/Failure.h"
+
 #include <atomic>
 
 namespace solvane {
@@ -23,18 +25,16 @@ MatlabTurn::~MatlabTurn() {
 }
 
 bool MatlabTurn::takeForRun(HANDLE cancelEvent, std::wstring& error) {
-    if (isRunInProgress.exchange(true)) {
-        error =
-            L"Matlab is running the script of another unit of this simulator, which has started this "
-            L"calculation and waits for it. Matlab runs one script at a time: calculate the units one after "
-            L"the other, or let GNU Octave stand in for Matlab, where each unit has an Octave of its own";
-        return false;
-    }
+    if (isRunInProgress.exchange(true))
+        return fail(
+            error, L"Matlab is running the script of another unit of this simulator, which has started this "
+                   L"calculation and waits for it. Matlab runs one script at a time: calculate the units one "
+                   L"after the other, or let GNU Octave stand in for Matlab, where each unit has an Octave "
+                   L"of its own");
     isForRun_ = true;
     if (wait(INFINITE, cancelEvent))
         return true;
-    error = L"The unit was terminated while it waited for its turn on Matlab";
-    return false;
+    return fail(error, L"The unit was terminated while it waited for its turn on Matlab");
 }
 
 bool MatlabTurn::takeSoon() {

@@ -4,20 +4,12 @@
 #include "MatlabStandIn.h"
 #include "NoMaterialLeft.h"
 #include "UnitModule.h"
+#include "com/Apartment.h"
 #include "com/CapeError.h"
 
 #include <gtest/gtest.h>
 
 namespace solvane {
-
-/// CoInitializeEx and its counterpart.
-class Apartment {
-public:
-    explicit Apartment(COINIT kind = COINIT_APARTMENTTHREADED) { CoInitializeEx(nullptr, kind); }
-    ~Apartment() { CoUninitialize(); }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-};
 
 /// A single-threaded host with a temporary folder of its own, in front of a scripted Matlab.
 class HostTest : public testing::Test {

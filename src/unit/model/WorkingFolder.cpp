@@ -28,18 +28,14 @@ bool placeResourceFile(const WorkingFolder& folder, int resourceId, const std::s
     if (!bytes)
         return fail(error, "Internal error. Could not load resource for " + fileName);
     StdioFile file = openFile(folder.pathOf(fileName), "wb");
-    if (!file) {
-        error = "File error: failed to place " + fileName +
-                " in temporary working folder; unable to open file for writing";
-        return false;
-    }
+    if (!file)
+        return fail(error, "File error: failed to place " + fileName +
+                               " in temporary working folder; unable to open file for writing");
     const std::size_t size = SizeofResource(module, resource);
     const bool isWritten = std::fwrite(bytes, 1, size, file.get()) == size;
-    if (!closeWritten(std::move(file)) || !isWritten) {
-        error = "File error: failed to place " + fileName + " in temporary working folder; write error";
-        return false;
-    }
-    return true;
+    return (closeWritten(std::move(file)) && isWritten) ||
+           fail(error,
+                "File error: failed to place " + fileName + " in temporary working folder; write error");
 }
 
 } // namespace

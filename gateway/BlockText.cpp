@@ -1,4 +1,4 @@
-#include "Text.h"
+#include "BlockText.h"
 
 #include "CodePage.h"
 

@@ -14,7 +14,7 @@ struct Failure {
 };
 
 /// For `return fail(...)`: always false.
-inline bool fail(Failure& failure, HRESULT code, std::wstring text) {
+[[nodiscard]] inline bool fail(Failure& failure, HRESULT code, std::wstring text) {
     failure = {code, std::move(text)};
     return false;
 }
