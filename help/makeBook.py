@@ -1,12 +1,14 @@
 """Makes the help book: HTML pages, and the project from which chmcmd makes SolvaneUnitOperation.chm.
 
-    makeBook.py HELP_FOLDER TOOLBOX_FOLDER THERMO_FOLDER OUTPUT_FOLDER
+    makeBook.py HELP_FOLDER TOOLBOX_FOLDER THERMO_FOLDER MODELS_FOLDER OUTPUT_FOLDER
 
 pages/ holds the topics, contents.txt their order. The page of a script function consists of its help text in the toolbox
-and its notes in functions/; the tables of properties come from the tables of the unit itself. A page's title is its
-<h1>. The sources are ASCII, since viewers of compiled help read other encodings differently.
+and its notes in functions/, that of a model of its notes in models/ and the parameters of its case, which the comment of
+its script explains; the tables of properties come from the tables of the unit itself. A page's title is its <h1>. The
+sources are ASCII, since viewers of compiled help read other encodings differently.
 """
 import html
+import json
 import re
 import sys
 from pathlib import Path
@@ -130,12 +132,79 @@ def function_list(contents, functions):
     return "\n".join(parts) + "\n</table>"
 
 
-def read_bodies(help_folder, toolbox, tables, streams):
+def explanations(script):
+    """What the comment of a model's script says of each parameter, by name."""
+    meanings, name = {}, ""
+    for line in script.splitlines():
+        if entry := re.fullmatch(r"%   (\S.*?)  +(\S.*)", line):
+            name = entry[1]
+            meanings[name] = entry[2]
+        elif name and (more := re.fullmatch(r"%    +(\S.*)", line)):
+            meanings[name] += " " + more[1]
+        elif not line.startswith("%"):
+            break
+        else:
+            name = ""
+    return meanings
+
+
+def bounds(parameter):
+    low, high = parameter.get("minimum"), parameter.get("maximum")
+    if parameter.get("options"):
+        return "one of " + ", ".join(parameter["options"])
+    if low is not None and high is not None:
+        return f"{low:g} to {high:g}"
+    return f"at least {low:g}" if low is not None else ""
+
+
+def default(parameter):
+    value = parameter.get("default", parameter["value"])
+    return f"{value:g}" if isinstance(value, (int, float)) and not isinstance(value, bool) else str(value).lower()
+
+
+class Model:
+    """A model of the library: ports and parameters of its case, and what its script says of them."""
+
+    def __init__(self, folder):
+        self.name = folder.name
+        case = json.loads(read(folder / "case.json"))
+        self.feeds = [feed["name"] for feed in case["feeds"]]
+        self.products = case["products"]
+        self.parameters = case["model"]["parameters"]
+        script = read(folder / case["model"]["script"])
+        self.summary = script.partition("\n")[0].removeprefix("% ")
+        self.meanings = explanations(script)
+        if unexplained := [one["name"] for one in self.parameters if one["name"] not in self.meanings]:
+            raise SystemExit(f"{folder}: the script's comment does not explain {', '.join(unexplained)}")
+
+    def row(self, parameter, *cells):
+        return (parameter["name"], parameter.get("dimensionality", ""), *map(html.escape, cells),
+                html.escape(self.meanings[parameter["name"]]))
+
+    def page(self, notes):
+        inputs = [self.row(one, default(one), bounds(one)) for one in self.parameters if one["mode"] == "input"]
+        outputs = [self.row(one) for one in self.parameters if one["mode"] == "output"]
+        parts = [f"<h2>Ports</h2>\n<p>Feeds: {', '.join(self.feeds)}. Products: {', '.join(self.products)}.</p>"]
+        if inputs:
+            parts.append("<h2>Parameters</h2>\n" +
+                         table_html(("Parameter", "Unit", "Default", "Bounds", "Meaning"), inputs))
+        if outputs:
+            parts.append("<h2>Results</h2>\n" + table_html(("Parameter", "Unit", "Meaning"), outputs))
+        return notes.replace("<!-- ports and parameters -->", "\n".join(parts))
+
+
+def read_bodies(help_folder, toolbox, tables, streams, library):
     functions = {path.stem: Function(path) for path in toolbox.glob("*.m") if path.stem != "Contents"}
     names = {name.lower(): name for name in functions}
     bodies = {path.stem: read(path) for path in (help_folder / "pages").glob("*.html")}
     for name, function in functions.items():
         bodies[name] = function.page(read(help_folder / "functions" / f"{name}.html"), names)
+    models = [Model(path.parent) for path in sorted(library.glob("*/case.json"))]
+    for model in models:
+        bodies[f"model-{model.name}"] = model.page(read(help_folder / "models" / f"{model.name}.html"))
+    bodies["library"] = bodies["library"].replace("<!-- models -->", "<table>\n" + "".join(
+        f"<tr><td>{link(f'model-{model.name}', model.name)}</td><td>{html.escape(model.summary)}</td></tr>\n"
+        for model in models) + "</table>")
     bodies["functions"] = bodies["functions"].replace("<!-- functions -->",
                                                       function_list(toolbox / "Contents.m", functions))
     bodies["properties"] = re.sub(
@@ -170,9 +239,9 @@ def index_entries(contents, bodies, titles, tables):
 
 
 def main():
-    help_folder, toolbox, thermo, output = map(Path, sys.argv[1:])
+    help_folder, toolbox, thermo, library, output = map(Path, sys.argv[1:])
     tables = property_tables(thermo)
-    bodies = read_bodies(help_folder, toolbox, tables, stream_table(thermo, tables))
+    bodies = read_bodies(help_folder, toolbox, tables, stream_table(thermo, tables), library)
     contents = read_contents(help_folder / "contents.txt")
     pages = [page for _, page in contents]
     if sorted(pages) != sorted(bodies):
