@@ -1,6 +1,5 @@
 #include "OctaveProcess.h"
 
-#include "OctaveProgram.h"
 #include "com/Module.h"
 #include "com/Text.h"
 
@@ -27,8 +26,7 @@ std::wstring temporaryFolder() {
 } // namespace
 
 bool OctaveProcess::launch(std::wstring& error) {
-    OctaveProgram program;
-    if (!OctaveProgram::find(program, error))
+    if (!OctaveProgram::find(programs_, error))
         return false;
     if (!listener_) {
         error = L"Could not open a port on 127.0.0.1 for Octave; check whether a firewall or a virus scanner "
@@ -44,22 +42,32 @@ bool OctaveProcess::launch(std::wstring& error) {
                 std::to_wstring(code) + L"); check the access rights of that folder";
         return false;
     }
-    return program.start(engineFolder(), folder_.path(), process_, error);
+    return startNext(error);
+}
+
+bool OctaveProcess::startNext(std::wstring& error) {
+    while (started_ < programs_.size())
+        if (programs_[started_++].start(engineFolder(), folder_.path(), process_, error))
+            return true;
+    return false;
 }
 
 bool OctaveProcess::waitUntilReady(std::wstring& error) {
     if (commands_)
         return true;
-    auto connection = listener_.waitForCommandConnection(process_.get(), startTimeout);
-    if (!connection) {
-        const bool hasEnded = process_ && WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0;
-        error = hasEnded ? L"Octave ended before it took commands: start octave-cli by hand to see why"
-                         : L"Octave was started, but did not connect to 127.0.0.1 in 30 s: check whether a "
-                           L"firewall or a virus scanner blocks it";
-        return false;
-    }
-    commands_ = std::move(*connection);
-    return true;
+    do {
+        if (auto connection = listener_.waitForCommandConnection(process_.get(), startTimeout)) {
+            commands_ = std::move(*connection);
+            return true;
+        }
+        if (!process_ || WaitForSingleObject(process_.get(), 0) != WAIT_OBJECT_0) {
+            error = L"Octave was started, but did not connect to 127.0.0.1 in 30 s: check whether a firewall "
+                    L"or a virus scanner blocks it";
+            return false;
+        }
+        error = L"Octave ended before it took commands: start " + program().path() + L" by hand to see why";
+    } while (startNext(error));
+    return false;
 }
 
 HRESULT OctaveProcess::execute(const std::wstring& command, std::wstring& output, std::wstring& error) {

@@ -1,13 +1,13 @@
 #include "OctaveProgram.h"
 
+#include "OctaveInstallations.h"
 #include "OctaveText.h"
 #include "WinePaths.h"
 #include "com/Registry.h"
+#include "com/Text.h"
 #include "com/Wine.h"
 
-#include <algorithm>
 #include <array>
-#include <vector>
 
 namespace solvane::engine {
 
@@ -19,23 +19,9 @@ constexpr wchar_t programValue[] = L"OctaveProgram";
 
 constexpr std::array linuxPrograms = {L"/usr/bin/octave-cli", L"/usr/local/bin/octave-cli"};
 
-/// Folders in which the installers for Windows make a folder for each version, with environment variables.
-constexpr std::array installationFolders = {L"%ProgramFiles%\\GNU Octave",
-                                            L"%LocalAppData%\\Programs\\GNU Octave", L"C:\\Octave"};
-/// Below a version's folder, newer layout first.
-constexpr std::array programsOfVersion = {L"\\mingw64\\bin\\octave-cli.exe",
-                                          L"\\mingw32\\bin\\octave-cli.exe", L"\\bin\\octave-cli.exe"};
-
 bool isFile(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
-std::wstring expand(const wchar_t* text) {
-    std::wstring expanded(ExpandEnvironmentStringsW(text, nullptr, 0), L'\0');
-    ExpandEnvironmentStringsW(text, expanded.data(), static_cast<DWORD>(expanded.size()));
-    expanded.resize(std::wcslen(expanded.c_str()));
-    return expanded;
 }
 
 struct SetProgram {
@@ -44,7 +30,7 @@ struct SetProgram {
 };
 
 SetProgram programThatWasSet() {
-    std::wstring fromEnvironment = expand((L"%" + std::wstring(programVariable) + L"%").c_str());
+    std::wstring fromEnvironment = expandVariables(L"%" + std::wstring(programVariable) + L"%");
     if (!fromEnvironment.starts_with(L'%'))
         return {fromEnvironment, std::wstring(L"the environment variable ") + programVariable};
     const std::array roots = {std::pair(HKEY_CURRENT_USER, L"HKEY_CURRENT_USER\\"),
@@ -55,55 +41,25 @@ SetProgram programThatWasSet() {
     return {};
 }
 
-struct InstalledVersion {
-    std::wstring name; // Octave-10.1.0, which is newer than Octave-9.4.0
-    std::wstring folder;
-};
-
-bool isNewer(const InstalledVersion& left, const InstalledVersion& right) {
-    return CompareStringEx(LOCALE_NAME_INVARIANT, SORT_DIGITSASNUMBERS, left.name.c_str(), -1,
-                           right.name.c_str(), -1, nullptr, nullptr, 0) == CSTR_GREATER_THAN;
-}
-
-/// Newest first.
-std::vector<InstalledVersion> installedVersions() {
-    std::vector<InstalledVersion> versions;
-    for (const wchar_t* pattern : installationFolders) {
-        const std::wstring folder = expand(pattern) + L'\\';
-        WIN32_FIND_DATAW entry;
-        const FindHandle search(FindFirstFileW((folder + L"Octave-*").c_str(), &entry));
-        for (BOOL more = static_cast<bool>(search); more; more = FindNextFileW(search.get(), &entry))
-            versions.push_back({entry.cFileName, folder + entry.cFileName});
-    }
-    std::stable_sort(versions.begin(), versions.end(), isNewer);
-    return versions;
-}
-
-std::wstring installedProgram() {
-    if (isWine())
-        for (const wchar_t* program : linuxPrograms)
-            if (isFile(windowsPath(program)))
-                return program;
-    for (const InstalledVersion& version : installedVersions())
-        for (const wchar_t* program : programsOfVersion)
-            if (isFile(version.folder + program))
-                return version.folder + program;
-    return {};
-}
-
 } // namespace
 
-bool OctaveProgram::find(OctaveProgram& program, std::wstring& error) {
+bool OctaveProgram::find(std::vector<OctaveProgram>& programs, std::wstring& error) {
+    programs.clear();
     const SetProgram set = programThatWasSet();
-    program.path_ = set.path;
-    if (!program.path_.empty()) {
-        if (isFile(program.filePath()))
+    if (!set.path.empty()) {
+        programs.push_back(OctaveProgram(set.path));
+        if (isFile(programs.front().filePath()))
             return true;
         error = L"There is no file " + set.path + L", the path of Octave in " + set.place;
         return false;
     }
-    program.path_ = installedProgram();
-    if (!program.path_.empty())
+    for (const std::wstring& path : installedOctaves())
+        programs.push_back(OctaveProgram(path));
+    if (isWine())
+        for (const wchar_t* path : linuxPrograms)
+            if (isFile(windowsPath(path)))
+                programs.push_back(OctaveProgram(path));
+    if (!programs.empty())
         return true;
     error = L"Octave was not found; install GNU Octave, or set the environment variable SOLVANE_OCTAVE, or "
             L"OctaveProgram in HKEY_CURRENT_USER\\Software\\SolvaneUO, to the path of octave-cli";

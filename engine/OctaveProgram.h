@@ -4,6 +4,8 @@
 #include "com/Handle.h"
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace solvane::engine {
 
@@ -11,10 +13,14 @@ namespace solvane::engine {
 /// waited for, and uses Linux paths.
 class OctaveProgram {
 public:
-    /// Takes the path from the environment variable SOLVANE_OCTAVE, or else from the value OctaveProgram of
-    /// Software\SolvaneUO of the user or of the machine; a path that is set must exist. If none is set, looks
-    /// in the folders in which Octave is usually installed. False, with a text, if there is no Octave.
-    [[nodiscard]] static bool find(OctaveProgram& program, std::wstring& error);
+    /// The programs to try, the best first. Takes the one in the environment variable SOLVANE_OCTAVE, or else
+    /// in the value OctaveProgram of Software\SolvaneUO of the user or of the machine; a path that is set
+    /// must exist. If none is set, takes the installed versions, the newest first, and under Wine those of
+    /// the Linux system after them. False, with a text, if there is no Octave.
+    [[nodiscard]] static bool find(std::vector<OctaveProgram>& programs, std::wstring& error);
+
+    /// As it was set or found.
+    const std::wstring& path() const { return path_; }
 
     /// Starts it in the current folder `folder`, with its standard streams on the null device, so that it
     /// does not disturb those of the process that started the server. `process` stays null for a Linux
@@ -23,6 +29,8 @@ public:
                              std::wstring& error) const;
 
 private:
+    explicit OctaveProgram(std::wstring path) : path_(std::move(path)) {}
+
     /// A path that begins with a slash is a Linux program's.
     bool isLinux() const { return path_.starts_with(L'/'); }
     std::wstring filePath() const;

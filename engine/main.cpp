@@ -2,6 +2,7 @@
 /// way. COM starts one process for each object that a client creates.
 #include "AutomationObject.h"
 #include "ClientWatch.h"
+#include "OctaveProcess.h"
 #include "OctaveSession.h"
 #include "OwnFolder.h"
 #include "ServerRegistration.h"
@@ -27,11 +28,13 @@ constexpr wchar_t usage[] =
     L"  OctaveAutomationServer /RegServer /PerUser    register for this user\n"
     L"  OctaveAutomationServer /UnregServer           remove both registrations\n"
     L"  OctaveAutomationServer /UnregServer /PerUser  remove this user's registration\n"
+    L"  OctaveAutomationServer /FindOctave            start Octave, and print its version and path\n"
     L"  OctaveAutomationServer --help                 this text\n"
     L"\n"
     L"Registers SolvaneOctave.Application, and also Matlab.Application unless that belongs to a Matlab.\n"
     L"Runs the Octave whose path is in the environment variable SOLVANE_OCTAVE, or in OctaveProgram of\n"
-    L"Software\\SolvaneUO in HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE, or otherwise an installed one.\n"
+    L"Software\\SolvaneUO in HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE, or otherwise the newest installed\n"
+    L"one that starts.\n"
     L"\n"
     L"Exit codes: 0 done, 1 failed, 2 a bad command line.\n";
 
@@ -70,6 +73,17 @@ int runRemoval(RegistrationScope scope) {
     return exitDone;
 }
 
+int runSearch() {
+    OctaveProcess octave;
+    std::wstring error;
+    std::wstring version;
+    if (!octave.launch(error) || !octave.waitUntilReady(error) ||
+        FAILED(octave.execute(L"printf('%s', version)", version, error)))
+        return fail(error);
+    std::printf("GNU Octave %ls, %ls\n", version.c_str(), octave.program().path().c_str());
+    return exitDone;
+}
+
 /// Runs until the object's end posts the quit message.
 void runMessages() {
     const UINT_PTR timer = SetTimer(nullptr, 0, unusedTimeout, nullptr);
@@ -82,9 +96,6 @@ void runMessages() {
 }
 
 int runServer() {
-    WSADATA sockets;
-    if (WSAStartup(MAKEWORD(2, 2), &sockets) != 0)
-        return fail(L"Could not initialise the sockets");
     endWithClient(OwnFolder::removeAll);
     OctaveSession session;
     session.launch();
@@ -113,9 +124,16 @@ int run(const std::vector<std::wstring>& options) {
                    compareNoCase(std::wstring_view(option).substr(1), name) == 0;
         });
     };
-    if (has(L"Embedding"))
+    const bool isServer = has(L"Embedding");
+    if (!isServer)
+        attachToConsole();
+    WSADATA sockets;
+    if (WSAStartup(MAKEWORD(2, 2), &sockets) != 0)
+        return fail(L"Could not initialise the sockets");
+    if (isServer)
         return runServer();
-    attachToConsole();
+    if (has(L"FindOctave"))
+        return runSearch();
     const RegistrationScope scope = has(L"PerUser") ? RegistrationScope::user : RegistrationScope::machine;
     if (has(L"RegServer"))
         return runRegistration(scope);

@@ -43,9 +43,9 @@ Finding engineFault(const Machine& machine, const std::string& reason) {
     const std::string text = "It does not start: ";
     if (!isOctaveServer(machine.engineProgram))
         return {text + reason, std::string("Start Matlab by hand and check its licence. ") + registerEngine};
-    engine::OctaveProgram program;
+    std::vector<engine::OctaveProgram> programs;
     std::wstring error;
-    if (!engine::OctaveProgram::find(program, error))
+    if (!engine::OctaveProgram::find(programs, error))
         return {text + narrow(error, CP_UTF8),
                 "Install GNU Octave, or set the path of octave-cli: the help book's "
                 "page \"Matlab and Octave\" says where."};
@@ -97,7 +97,12 @@ Finding startEngine(Machine& machine) {
     if (!hasAnswered || answer.empty() || answer[0] < '0' || answer[0] > '9')
         return {"It starts, but does not answer: " + answer, "Start it by hand and see what it reports."};
     machine.isOctave = answer[0] != '0';
-    return {(machine.isOctave ? "GNU Octave " : "Matlab ") + answer.substr(1) + " answers", {}};
+    // Of several versions, which.
+    std::string folder;
+    if (!ask(machine, machine.isOctave ? L"disp(OCTAVE_HOME)" : L"disp(matlabroot)", folder))
+        return {"It starts, but does not answer: " + folder, "Start it by hand and see what it reports."};
+    return {(machine.isOctave ? "GNU Octave " : "Matlab ") + answer.substr(1) + " in " + folder + " answers",
+            {}};
 }
 
 Finding lookAtEnginePath(Machine& machine) {

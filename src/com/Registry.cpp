@@ -36,4 +36,11 @@ LSTATUS writeRegistryString(HKEY root, const std::wstring& key, const std::wstri
                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
+std::wstring expandVariables(const std::wstring& text) {
+    std::wstring expanded(ExpandEnvironmentStringsW(text.c_str(), nullptr, 0), L'\0');
+    ExpandEnvironmentStringsW(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
+    expanded.resize(std::wcslen(expanded.c_str()));
+    return expanded;
+}
+
 } // namespace solvane

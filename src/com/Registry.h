@@ -17,4 +17,7 @@ std::optional<std::wstring> readRegistryString(HKEY root, const std::wstring& ke
 LSTATUS writeRegistryString(HKEY root, const std::wstring& key, const std::wstring& valueName,
                             const std::wstring& value, REGSAM view = 0);
 
+/// Replaces environment variables, such as %TEMP%. One that is not set stays as it is.
+std::wstring expandVariables(const std::wstring& text);
+
 } // namespace solvane
