@@ -138,6 +138,24 @@ OctaveAutomationServer.exe ended with $1. ${NOTHING_LEFT}"
   ${EndIf}
 FunctionEnd
 
+; Octave may also be installed later, so that its absence is no failure.
+Function findOctave
+  Push $0
+  DetailPrint "Looking for GNU Octave"
+  nsExec::ExecToLog '"$INSTDIR\OctaveAutomationServer.exe" /FindOctave'
+  Pop $0
+  ${If} $0 != 0
+    StrCpy $0 "No GNU Octave that works was found on this computer. Install one from octave.org; the unit then finds it."
+    ${If} ${Silent}
+      Push $0
+      Call say
+    ${Else}
+      MessageBox MB_OK|MB_ICONEXCLAMATION $0
+    ${EndIf}
+  ${EndIf}
+  Pop $0
+FunctionEnd
+
 Function un.unregisterOctave
   ReadRegStr $0 SHCTX "${CLASSES}\CLSID\${ENGINE_CLASS}\LocalServer32" ""
   ${If} $0 != '"$INSTDIR\OctaveAutomationServer.exe"'

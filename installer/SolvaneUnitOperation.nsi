@@ -161,6 +161,7 @@ $INSTDIR. ${NOTHING_LEFT} Check the free space on the disk."
   ${EndIf}
   Call registerOctave
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "Octave" 1
+  Call findOctave
 SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN

@@ -116,12 +116,14 @@ grep -q 'Could not register SolvaneUnitOperation.dll' "$work/output" || fail "se
 unchangedSince before
 
 echo "== for all users, over a former version"
-expectExit 0 wine "$work/Solvane-former.exe" /S
+expectExit 0 env SOLVANE_OCTAVE='C:\none.exe' "$wine" "$work/Solvane-former.exe" /S
+grep -q 'No GNU Octave that works was found' "$work/output" || fail "setup does not say that there is no Octave"
 expectValue "HKLM\\$uninstallKey" DisplayVersion 0.9.0.0
 [ -f "$installed/retired.m" ] || fail "the previous version is missing"
 echo '% mine' >"$installed/mine.m"
 echo '% changed' >>"$installed/examples/flash-drum/drum.m"
 expectExit 0 wine "$work/Solvane-now.exe" /S
+! grep 'No GNU Octave' "$work/output" || fail "setup does not find Octave"
 expectValue "HKLM\\$uninstallKey" DisplayVersion "$version"
 expectValue 'HKCU\Software\SolvaneUO' CurrentUser 1
 expectValue 'HKLM\Software\Classes\SolvaneUnitOperation.SolvaneUnitOp\CurVer' '' SolvaneUnitOperation.SolvaneUnitOp.1
