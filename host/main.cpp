@@ -81,6 +81,22 @@ void addSave(CLI::App& app, SaveOptions& save, ExitCode& result) {
     command->final_callback([&] { result = saveCommand(save); });
 }
 
+void addNew(CLI::App& app, NewOptions& options, ExitCode& result) {
+    auto* command =
+        app.add_subcommand("new", "Make a folder with a case and its script from the library of models");
+    auto* list = command->add_flag("--list", options.list, "Print the names of the models instead");
+    auto* model = command->add_option("model", options.model, "A model of the library, such as compressor");
+    auto* folder =
+        command->add_option("-o,--output", options.folder, "The folder to make, which must not exist");
+    model->excludes(list)->needs(folder);
+    folder->needs(model);
+    command->final_callback([&, list, model] {
+        if (list->empty() && model->empty())
+            throw CLI::RequiredError("model");
+        result = newCommand(options);
+    });
+}
+
 void addShow(CLI::App& app, ShowOptions& show, ExitCode& result) {
     auto* command = app.add_subcommand(
         "show", "Print what is in a model file: ports, parameters, reports, files and script");
@@ -132,6 +148,7 @@ ExitCode runProgram() {
     ExitCode result = ok;
     RunOptions run;
     SaveOptions save;
+    NewOptions fresh;
     ShowOptions show;
     EditOptions edit;
     bool unregister = false;
@@ -140,6 +157,7 @@ ExitCode runProgram() {
     });
     addRun(app, run, result);
     addSave(app, save, result);
+    addNew(app, fresh, result);
     addShow(app, show, result);
     addEdit(app, edit, boxes, result);
     addRegister(app, unregister, result);

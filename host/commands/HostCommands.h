@@ -34,6 +34,15 @@ struct ShowOptions {
 /// Prints a model file as the unit reads it.
 ExitCode showCommand(const ShowOptions& options);
 
+struct NewOptions {
+    bool list = false;  ///< prints the library instead
+    std::string model;  ///< the name of a model of the library
+    std::string folder; ///< to make; must not exist
+};
+
+/// Makes a folder with a case, its script and files from the library of models.
+ExitCode newCommand(const NewOptions& options);
+
 struct EditOptions {
     std::string path; ///< of a case of one unit, or of a model file
 };

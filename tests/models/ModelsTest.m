@@ -152,4 +152,28 @@ idle(:, 4) = {empty(2)};
 for u = struct2cell (runLibrary (argv ()(1:2), argv (){3}, '1.1', idle))'
   expectNear ('products without flow', sum ([u{1}.products.totalFlow]), 0, 0);
 end
+
+% A new case from the library.
+function [code, text] = host (varargin)
+  [code, text] = system ([strjoin([argv()(1:2)' varargin]) ' </dev/null 2>&1']);
+end
+
+[~, list] = host ('new', '--list');
+names = cellfun (@(line) strtok (line), strsplit (strtrim (list), "\n"), 'UniformOutput', false);
+cases = glob (fullfile (argv (){3}, '*', 'case.json'));
+if (! isequal (names(:), cellfun (@(file) strsplit (file, filesep){end - 1}, cases, 'UniformOutput', false)))
+  error ('the library is listed as %s', list);
+end
+folder = tempname ();
+for command = {{'new', 'compressor', '-o', folder}, {'run', fullfile(folder, 'case.json')}}
+  [code, text] = host (command{1}{:});
+  if (code != 0)
+    error ('%s: %s', strjoin (command{1}), text);
+  end
+end
+if (host ('new', 'compressor', '-o', folder) != 2)
+  error ('new replaces a folder');
+end
+confirm_recursive_rmdir (false);
+rmdir (folder, 's');
 printf ('%d units, on both generations\n', rows (library));
