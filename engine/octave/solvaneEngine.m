@@ -13,14 +13,15 @@ function solvaneEngine ()
   addpath ([fullfile(engine, system) pathsep() fullfile(engine, "functions") pathsep() engine]);
   given = path ();
 
-  % A handle works however a script changes the path.
+  % Handles work however a script changes the path.
   link = @SolvaneEngineLink;
+  errorStack = @solvaneErrorStack;
   link ("connect", pwd ());
   while ((command = link ("receive")))
     try
       given = putBack (given);
       builtin ("echo", "off", "all");
-      answer = perform (command);
+      answer = perform (command, @(printed) errorStack (printed, given));
       if (! isempty (regexp (command, '^\s*(addpath|rmpath)\>', "once")))
         given = path ();
       end
@@ -53,14 +54,19 @@ end
 
 % The text for the link to send. A function that reads from a terminal ends the capture of printed text and of
 % errors, so the end of the text must have a mark.
-function answer = perform (command)
+function answer = perform (command, errorStack)
   mark = "\4";
   printed = evalc ("answer = run (command); builtin (\"puts\", mark);");
   if (isempty (printed) || printed(end) != mark)
     answer = {"lose", ["the output of the command is lost: a function in it waits for a user, as input does, or has " ...
                        "the name of a function that Octave itself needs, such as builtin"]};
   elseif (strcmp (answer{1}, "send"))
-    answer{2} = printed(1:end-1);
+    printed(end) = [];
+    try
+      answer{2} = [printed errorStack(printed)];
+    catch
+      answer{2} = printed; % functions of the user have the names of Octave's own
+    end
   end
 end
 

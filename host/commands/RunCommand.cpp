@@ -6,6 +6,7 @@
 #include "flowsheet/UnitRunner.h"
 #include "results/ResultsJson.h"
 #include "results/ResultsText.h"
+#include "results/ScriptError.h"
 
 namespace solvane::host {
 
@@ -55,6 +56,8 @@ ExitCode runCommand(const RunOptions& options) {
 
     RunResults results;
     if (!runCase(flowsheet, printUnitLine, results, error)) {
+        if (const auto scriptError = findScriptError(flowsheet, results))
+            print(stderr, scriptErrorLine(*scriptError) + "\n");
         if (!results.units.empty())
             for (const ReportResult& report : results.units.back().reports)
                 if (report.name == outputReport) {

@@ -28,11 +28,6 @@ bool disconnectPorts(ICapeUnit* unit, const std::vector<Connection>& connections
 bool validate(ICapeUnit* unit, std::string& error);
 bool calculate(ICapeUnit* unit, std::string& error);
 
-/// The report that our own unit adds to the script's: what Matlab printed.
-inline constexpr char outputReport[] = "Matlab Output";
-/// Ends that report once the script has ended, even with an error.
-inline constexpr char outputEnd[] = "MATLAB done";
-
 /// No names for a unit that has no reports.
 bool readReportNames(ICapeUnit* unit, std::vector<std::string>& names, std::string& error);
 bool readReports(ICapeUnit* unit, std::vector<ReportResult>& reports, std::string& error);

@@ -25,6 +25,11 @@ struct ReportResult {
     std::string text;
 };
 
+/// The report that our own unit adds to the script's: what Matlab printed.
+inline constexpr char outputReport[] = "Matlab Output";
+/// Its last line once the script has ended, before what an error adds.
+inline constexpr char outputEnd[] = "MATLAB done";
+
 /// What a unit returns after its calculation, failed or not.
 struct UnitResult {
     std::string name;

@@ -161,6 +161,16 @@ if (! isequal ({result.warnings.subject}, {'stream Vapor', 'stream Liquid', 'par
   error ('the warnings are %s', jsonencode (result.warnings));
 end
 
+% An error comes with its place in the user's file, before all else.
+write (file ('calls.m'), "\n\nT = tidy (1);\n");
+write (file ('tidy.m'), "function y = tidy (x)\ny = x + nosuch;\n");
+write (file ('wrong.json'), strrep (written_text, '"script": "drum.m"', '"script": "calls.m", "files": ["tidy.m"]'));
+errors = expect_failure (1, 'Calculate failed: ''nosuch'' undefined', 'run', file ('wrong.json'));
+if (isempty (regexp (errors, "^tidy.m:2:9: 'nosuch' undefined\n", 'once')))
+  error ('the place of the error is not first: %s', errors);
+end
+expect_text (errors, sprintf ("MATLAB done\nat tidy.m line 2, column 9\nat script line 3, column 3\n"));
+
 % A strict material has no phase before a flash, and its message says what to do.
 write (file ('strict.json'), strrep (written_text, '"script": "drum.m"', ...
   '"script": ["getSinglePhaseProperty(''volume'', ''Vapor'', 300, 1e5, [1 0 0 0 0]);"]'));

@@ -1,6 +1,7 @@
 #include "results/Balances.h"
 #include "results/ResultsJson.h"
 #include "results/ResultsText.h"
+#include "results/ScriptError.h"
 #include "results/Warnings.h"
 
 #include <gtest/gtest.h>
@@ -109,6 +110,30 @@ TEST(Warnings, reportImplausibleResults) {
               "warning: Drum, parameter none: the output has no value: the script never set it\n"
               "warning: Drum, parameter odd: the output has no value: the script never set it\n"
               "warning: Drum, balance: 2 kg/s go in and 1 kg/s come out\n");
+}
+
+TEST(ScriptErrors, readAsEditorsExpect) {
+    Case flowsheet;
+    flowsheet.units.resize(1);
+    RunResults results = someResults();
+    const auto lineFor = [&](const std::string& printed) {
+        results.units[0].reports[0].text = "MATLAB output:\nEvaluation error: " + printed;
+        const auto error = findScriptError(flowsheet, results);
+        return error ? scriptErrorLine(*error) : "none";
+    };
+    EXPECT_EQ(lineFor("two\n  lines\nMATLAB done\nat tidy.m line 3\nat script line 1, column 2\ntwo, lines"),
+              "tidy.m:3: two, lines");
+    EXPECT_EQ(lineFor("mine\nMATLAB done\nat script line 1, column 2\n"), "script:1:2: mine");
+    flowsheet.units[0].model = UnitModel{.script = {.name = "drum.m"}};
+    EXPECT_EQ(lineFor("'x' undefined near line 14, column 5\nMATLAB done\nat script line 12, column 5\n"),
+              "drum.m:12:5: 'x' undefined");
+    EXPECT_EQ(lineFor("parse error near line 4 of file C:\\A b\\unitCalc.m\r\n\r\n  syntax error\r\n\r\n>>> "
+                      "y = (1 + ;\r\n"
+                      "             ^\nMATLAB done\nat script line 2, column 10\n"),
+              "drum.m:2:10: parse error, syntax error");
+    EXPECT_EQ(lineFor("mine\nMATLAB done\nmine"), "none");
+    results.units.clear();
+    EXPECT_FALSE(findScriptError(flowsheet, results));
 }
 
 TEST(OutputParameters, appearWithTheirUnits) {

@@ -144,6 +144,16 @@ TEST_F(MatlabTab, testWritesTheScriptAndShowsTheResult) {
             EXPECT_EQ(colourOf(user.control(IDC_MATLAB_OUTPUT), last - 4, last), RGB(0, 255, 0));
             EXPECT_EQ(colourOf(user.control(IDC_MATLAB_OUTPUT), 0, last - 4), RGB(0, 0, 0));
             EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"");
+            // An engine's own lines have the files, and all that led to the error.
+            matlab.onRun = [](const std::wstring&) {
+                return printed(L"MATLAB output:\nEvaluation error: 'foo' undefined near line 4, column 5\n"
+                               L"MATLAB done\nat tidy 2.m line 4, column 5\nat script line 3\n");
+            };
+            user.press(L"&Test");
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE),
+                      L"The error is in tidy 2.m, line 4, column 5, called in line 3");
+            user.pickTab(L"Script");
+            EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"Line 3, column 1");
         }),
         S_OK);
     EXPECT_EQ(script(), "a = 1;\r\nb = foo;\r\nc\r\nd");

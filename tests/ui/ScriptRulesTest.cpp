@@ -40,9 +40,11 @@ TEST(ErrorPlace, countsLinesInTheUsersScript) {
              Row{L"unitCalc at line 99999999999 column 1"},
              Row{L"operator *: nonconformant arguments"},
          }) {
-        const auto place = findErrorPlace(row.error, script);
-        EXPECT_EQ(place ? place->line : 0, row.line) << row.error;
-        EXPECT_EQ(place ? place->column : 1, row.column) << row.error;
+        const std::vector<ErrorPlace> places = findErrorPlaces(L"", row.error, script);
+        EXPECT_EQ(places.empty(), row.line == 0) << row.error;
+        if (!places.empty()) {
+            EXPECT_EQ(places, std::vector({ErrorPlace{{}, row.line, row.column}})) << row.error;
+        }
     }
 }
 

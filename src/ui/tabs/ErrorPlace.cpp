@@ -1,9 +1,12 @@
 #include "ErrorPlace.h"
 
+#include "com/Text.h"
 #include "runtime/RunScripts.h"
+#include "ui/controls/TextView.h"
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace solvane {
 
@@ -13,7 +16,7 @@ namespace {
 /// words before the column's number, or what else has to follow.
 struct Pattern {
     const wchar_t* beforeLine;
-    const wchar_t* behindLine;
+    const wchar_t* afterLine;
     bool hasColumn;
 };
 // The first match counts. Call stacks come first: they hold for an error in a called function too.
@@ -45,7 +48,7 @@ bool takeWords(std::wstring_view& rest, std::wstring_view words) {
 /// The place behind the pattern's first words, in the generated function.
 std::optional<TextPlace> readPlace(std::wstring_view rest, const Pattern& pattern) {
     const auto line = takeNumber(rest);
-    if (!line || !takeWords(rest, pattern.behindLine))
+    if (!line || !takeWords(rest, pattern.afterLine))
         return std::nullopt;
     const auto column = pattern.hasColumn ? takeNumber(rest) : std::optional<long>(1);
     // Engines report an unknown column as 0 or -1.
@@ -119,15 +122,19 @@ std::optional<TextPlace> matchName(std::wstring_view error, std::wstring_view sc
 
 } // namespace
 
-std::optional<TextPlace> findErrorPlace(const std::wstring& error, const std::wstring& script) {
+std::vector<ErrorPlace> findErrorPlaces(const std::wstring& output, const std::wstring& error,
+                                        const std::wstring& script) {
+    if (std::vector<ErrorPlace> stack = readErrorStack(narrow(output, CP_UTF8)); !stack.empty())
+        return stack;
     auto place = matchPatterns(error);
     if (!place)
         place = matchParseError(error);
     if (!place)
         place = matchName(error, script);
     if (!place || place->line <= unitScriptHeaderLines)
-        return std::nullopt;
-    return inScript(*place);
+        return {};
+    const TextPlace found = inScript(*place);
+    return {{{}, found.line, found.column}};
 }
 
 } // namespace solvane

@@ -1,15 +1,16 @@
 /// Where an error is in the user's script.
 #pragma once
 
-#include "ui/controls/TextView.h"
+#include "channel/ErrorStack.h"
 
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace solvane {
 
-/// The place that a run's error text names, counted in the user's script. Nothing if the text names none or
-/// one in another file.
-std::optional<TextPlace> findErrorPlace(const std::wstring& error, const std::wstring& script);
+/// Where a run failed, innermost first, counted in the user's files: what the engine printed after the run's
+/// `output`, otherwise the place in the script that the error's text names. Nothing if neither names one.
+std::vector<ErrorPlace> findErrorPlaces(const std::wstring& output, const std::wstring& error,
+                                        const std::wstring& script);
 
 } // namespace solvane

@@ -39,8 +39,27 @@ constexpr int outputTab = 1;
 constexpr COLORREF red = RGB(255, 0, 0);
 constexpr COLORREF green = RGB(0, 255, 0);
 
-std::wstring placeText(const wchar_t* words, const TextPlace& place) {
-    return words + std::to_wstring(place.line) + L", column " + std::to_wstring(place.column);
+std::wstring placeText(const wchar_t* words, long line, long column) {
+    return words + std::to_wstring(line) + (column > 0 ? L", column " + std::to_wstring(column) : L"");
+}
+
+/// The first of the places that is in the script; the end if none is.
+auto inScript(const std::vector<ErrorPlace>& places) {
+    return std::ranges::find_if(places, &ErrorPlace::isInScript);
+}
+
+/// "The error is in tidy.m, line 3, column 5, called in line 12"
+std::wstring errorText(const std::vector<ErrorPlace>& places) {
+    if (places.empty())
+        return {};
+    const ErrorPlace& error = places.front();
+    if (error.isInScript())
+        return placeText(L"The error is in line ", error.line, error.column);
+    std::wstring text =
+        L"The error is in " + widen(error.file, CP_UTF8) + placeText(L", line ", error.line, error.column);
+    if (const auto call = inScript(places); call != places.end())
+        text += L", called in line " + std::to_wstring(call->line);
+    return text;
 }
 
 } // namespace
@@ -137,7 +156,7 @@ void CMatlabDlg::storeInfoLevel() const {
 // ---- the script's file
 
 void CMatlabDlg::loadScript() {
-    errorPlace_.reset();
+    errorPlaces_.clear();
     if (!script_.load(window()))
         forbidScript();
 }
@@ -160,11 +179,11 @@ void CMatlabDlg::test() {
     UpdateWindow(control(IDC_MATLAB_PLACE));
     std::wstring error;
     const bool isDone = runCalculation(unit_, error);
-    errorPlace_.reset();
+    errorPlaces_.clear();
     if (std::wstring script; !isDone && editIn_.getText(script))
-        errorPlace_ = findErrorPlace(error, script);
-    if (errorPlace_)
-        editIn_.setCaret(*errorPlace_);
+        errorPlaces_ = findErrorPlaces(unit_.outputText, error, script);
+    if (const auto place = inScript(errorPlaces_); place != errorPlaces_.end())
+        editIn_.setCaret({place->line, std::max(place->column, 1L)});
     editOut_.setText(unit_.outputText);
     TabCtrl_SetCurSel(control(IDC_MATLAB_TABS), outputTab);
     showView(outputTab);
@@ -212,8 +231,8 @@ void CMatlabDlg::showPlace() const {
     if (script_.isRefused() && IsWindowEnabled(editIn_.window()))
         return setText(IDC_MATLAB_PLACE, L"The script is not shown. Ctrl+Z in the view brings it back.");
     if (TabCtrl_GetCurSel(control(IDC_MATLAB_TABS)) != outputTab)
-        return setText(IDC_MATLAB_PLACE, placeText(L"Line ", editIn_.caret()));
-    setText(IDC_MATLAB_PLACE, errorPlace_ ? placeText(L"The error is in line ", *errorPlace_) : L"");
+        return setText(IDC_MATLAB_PLACE, placeText(L"Line ", editIn_.caret().line, editIn_.caret().column));
+    setText(IDC_MATLAB_PLACE, errorText(errorPlaces_));
 }
 
 void CMatlabDlg::onSize(int width, int height) {

@@ -2,10 +2,11 @@
 
 #include "ScriptFile.h"
 #include "Tab.h"
+#include "channel/ErrorStack.h"
 #include "ui/controls/LineNumbers.h"
 #include "ui/controls/TextView.h"
 
-#include <optional>
+#include <vector>
 
 namespace solvane {
 
@@ -41,7 +42,7 @@ private:
     TextView editIn_;
     TextView editOut_;
     ScriptFile script_;
-    std::optional<TextPlace> errorPlace_; ///< of the last test's error, in the script
+    std::vector<ErrorPlace> errorPlaces_; ///< of the last test's error, innermost first
     bool allowRefresh_ = true;
 };
 

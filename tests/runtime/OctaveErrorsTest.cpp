@@ -1,0 +1,111 @@
+// Where an error of a script is, as the engine prints it after the run: in the user's own files and lines.
+
+#include "HostTest.h"
+#include "HostedUnit.h"
+#include "channel/ErrorStack.h"
+#include "com/Text.h"
+#include "materials/FakeMaterial11.h"
+
+#include <gmock/gmock.h>
+
+namespace solvane {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+struct Mistake {
+    const char* line;
+    const char* error; ///< a part of it
+    long column;
+};
+
+constexpr Mistake mistakes[] = {
+    {"y = nosuch;", "'nosuch' undefined", 5},
+    {"y = (1 + ;", "parse error", 10},
+    {"y = [1 2 3] + [1 2];", "operator +: nonconformant arguments", 3},
+    {"v = 1:3; y = v(5);", "out of bound", 12},
+    {"c = {1}; y = c + 1;", "binary operator '+' not implemented", 12},
+    {"y = strsplit(3);", "strsplit: S and DEL must be string values", 3},
+    {"y = fzero(@(t) nosuch(t), 1);", "'nosuch' undefined", 16},
+    {"error('mine');", "mine", 1},
+    {"T = getFeedProp(1, 'temprature');", "Unknown/unsupported property \"temprature\" in getFeedProp", 3},
+    {"flashEquilibrium([1 0 0], 'temperature', 300, 'pressure', 1e5);",
+     "flashEquilibrium: X must be a full vector of 2", 1},
+    {"p = getParameter('prssure');", "Invalid parameter name: prssure", 3},
+};
+
+/// The mistake as the last line of each place that a user's code can have.
+struct Layout {
+    std::string script;
+    std::string file; ///< of the function "tidy"
+    ErrorPlace error;
+    std::vector<ErrorPlace> calls;
+};
+
+std::vector<Layout> layoutsOf(const Mistake& mistake) {
+    const std::string line = mistake.line;
+    return {
+        {"x = 1;\n\n" + line, "", {"", 3, mistake.column}, {}},
+        {"\ninner\n\nfunction inner\n  % one\n" + line, "", {"", 6, mistake.column}, {{"", 2, 1}}},
+        // In the code page, which the engine translates into a copy.
+        {"x = 1;\n if x, tidy, end",
+         "function tidy\n% \xe9\n\n" + line,
+         {"tidy.m", 4, mistake.column},
+         {{"", 2, 8}}},
+    };
+}
+
+TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
+    const Apartment apartment;
+    const UnitModule module;
+    const HostedUnit unit(module);
+    ASSERT_EQ(unit.as<ICapeUtilities>()->Initialize(), S_OK) << narrow(unit.errorDescription());
+    const auto run = [&](const std::string& script, const std::string& file) {
+        ModelBag bag;
+        EXPECT_EQ(unit.load(bag.feeds({L"F"})
+                                .script(script)
+                                .file("tidy.m", file)
+                                .parameter(L"pressure", L"real", Variant(1.0))),
+                  S_OK);
+        EXPECT_EQ(unit.connect(L"F", FakeMaterial11::create(makeFakeStream(2))->dispatch()), S_OK);
+        EXPECT_EQ(unit.calculate(), capeFailure) << script;
+        EXPECT_THAT(narrow(unit.errorDescription()), Not(HasSubstr("at script")));
+        return readErrorStack(narrow(unit.output(), CP_UTF8));
+    };
+    for (const Mistake& mistake : mistakes)
+        for (const Layout& layout : layoutsOf(mistake)) {
+            std::vector<ErrorPlace> stack = run(layout.script, layout.file);
+            EXPECT_THAT(narrow(unit.errorDescription()), HasSubstr(mistake.error)) << layout.script;
+            ASSERT_THAT(stack, Not(IsEmpty())) << layout.script << narrow(unit.output());
+            EXPECT_EQ(stack.front(), layout.error) << narrow(unit.output());
+            // A script with a wrong syntax calls nothing.
+            const bool isCalled =
+                layout.error.isInScript() && std::string_view("parse error") == mistake.error;
+            if (!layout.calls.empty() && !isCalled) {
+                EXPECT_EQ(stack.back(), layout.calls.back()) << narrow(unit.output());
+            }
+        }
+
+    // The name in a statement of several lines; a function without end; an error that the script reports
+    // itself.
+    EXPECT_THAT(run("x = 1 + ...\n  2 + ...\n  nosuch;", "1;"), ElementsAre(ErrorPlace{"", 3, 3}));
+    EXPECT_THAT(run("tidy", "function tidy\ntidy"),
+                ElementsAre(ErrorPlace{"tidy.m", 2, 1}, ErrorPlace{"", 1, 1}));
+    EXPECT_THAT(run("try, nosuch, catch, end, disp('Evaluation error: x')", "1;"), IsEmpty());
+}
+
+TEST(OctaveErrors, areReadFromTheEndOfTheOutput) {
+    EXPECT_THAT(readErrorStack("at script line 1\nMATLAB done\nat a b.m line 7, column 2\nat script line 3\n"
+                               "at last line\nat script line 4\n"),
+                ElementsAre(ErrorPlace{"a b.m", 7, 2}, ErrorPlace{"", 3, 0}));
+    EXPECT_THAT(readErrorStack("MATLAB done\nat script line -1\n"), IsEmpty());
+    EXPECT_THAT(readErrorStack("at script line 1, column 2\n"), IsEmpty());
+}
+
+} // namespace
+
+} // namespace solvane
