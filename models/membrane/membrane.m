@@ -1,18 +1,28 @@
-% A membrane module in cross-flow: gas permeates through a dense membrane from
-% the high to the low pressure.
+% A membrane module in cross-flow for gases.
 %
-% The feed flows along the membrane, well mixed across it and without pressure
+% Gas permeates through a dense membrane from the high to the low pressure. The
+% feed flows along the membrane, well mixed across it and without pressure
 % drop. The permeate leaves at right angles and does not mix with permeate from
 % upstream, as in a spiral-wound module or in hollow fibres with a porous
 % support. Both sides stay at the temperature of the feed.
 %
-% Parameters: the area, the permeate pressure, and for each compound a
-% permeance in mol/(m2 s Pa), named 'permeance of ' and the compound's name
-% (1 GPU is 3.35e-10 mol/(m2 s Pa)). A compound without such a parameter does
-% not permeate. The results 'recovery' and 'permeate purity' are for the
-% compound in the parameter 'key compound'.
+% Product 1 is the permeate, product 2 the retentate. A compound without a
+% permeance does not permeate; 1 GPU is 3.35e-10 mol/(m2 s Pa).
 %
-% Product 1 is the permeate, product 2 the retentate.
+% Parameters
+%   area                           of the membrane
+%   permeate pressure              below that of the feed
+%   key compound                   of the results recovery and permeate purity
+%   permeance of carbon dioxide    and so on: one for each compound that permeates
+%   permeance of methane           likewise
+%   permeance of hydrogen          likewise
+%   permeance of carbon monoxide   likewise
+%   permeance of nitrogen          likewise
+%   permeance of water             likewise
+% Results
+%   stage cut                      flow of the permeate over that of the feed
+%   recovery                       share of the key compound that permeates
+%   permeate purity                mole fraction of the key compound in the permeate
 
 area = getParameter('area');               % m2
 lowP = getParameter('permeate pressure');  % Pa
@@ -41,8 +51,14 @@ feed = getFeedProp(1, 'flow');             % mol/s, in the order of compNames
 feedFlow = sum(feed);
 [phases, fractions] = getFeedEquilibrium(1);
 
-if ~(feedFlow > 0)
-    error('Membrane: the feed has no flow.');
+if feedFlow == 0
+    X = getFeedProp(1, 'fraction');
+    setProduct(1, 0, X, 'temperature', T, 'pressure', lowP);
+    setProduct(2, 0, X, 'temperature', T, 'pressure', highP);
+    setParameter('stage cut', 0);
+    setParameter('recovery', 0);
+    setParameter('permeate purity', 0);
+    return
 elseif sum(fractions(~strcmpi(phases, 'vapor'))) > 1e-6
     error('Membrane: the feed must be a gas, but contains a liquid.');
 elseif ~(area > 0)

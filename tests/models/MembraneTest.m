@@ -1,6 +1,7 @@
 % The membrane module against analytical solutions of cross-flow permeation, and its error messages.
 %   octave-cli MembraneTest.m WINE SOLVANEHOST CASE
-addpath (fileparts (mfilename ('fullpath')));
+here = fileparts (mfilename ('fullpath'));
+addpath (here, fullfile (here, '..', 'examples'));
 
 function [cut, area] = weller_steiner (xo, xf, alpha, ratio, flow_per_conductance)
   % Two compounds in cross-flow: S. Weller and W. A. Steiner, Chem. Eng. Prog. 46 (1950) 585, as C. J. Geankoplis

@@ -1,19 +1,20 @@
-% A reactor in which one gas reaction reaches equilibrium, adiabatic or at a
-% given temperature. Compounds that do not react pass through.
+% A reactor in which one gas reaction reaches equilibrium.
+%
+% It is adiabatic or at a given temperature. Compounds that do not react pass
+% through.
 %
 % Parameters
-%   reaction       the reaction between names of compounds, with blanks around
-%                  the signs, as 'carbon monoxide + 3 hydrogen = methane + water'
-%   adiabatic      true: no heat is exchanged; false: the outlet has the
-%                  parameter 'temperature', and 'duty' is the heat needed
-%   pressure drop  from the feed to the outlet, Pa
-%   real gas       true: equilibrium of fugacities; false: of partial pressures
+%   reaction              the reaction between names of compounds, with blanks around the signs, as
+%                         'carbon monoxide + 3 hydrogen = methane + water'
+%   adiabatic             true: no heat is exchanged; false: the outlet has the parameter 'temperature'
+%   temperature           of the outlet, if the reactor is not adiabatic
+%   pressure drop         from the feed to the outlet
+%   real gas              true: equilibrium of fugacities; false: of partial pressures
 % Results
-%   conversion            of the first compound of the reaction: below 0 if
-%                         the reaction runs backwards, 0 without that compound
-%                         in the feed
-%   outlet temperature    K
-%   duty                  W, above 0 if the reactor is heated
+%   conversion            of the first compound of the reaction: below 0 if the reaction runs backwards, 0 without
+%                         that compound in the feed
+%   outlet temperature    of the product
+%   duty                  above 0 if the reactor is heated
 %   equilibrium constant  at the outlet temperature, standard pressure 101325 Pa
 %
 % All data come from the simulator's property package: formation energies and
@@ -31,8 +32,13 @@ if getParameter('real gas')
     names = [phaseNames(strcmpi(phaseNames, 'vapor')) {'vapor'}];
     vapor = names{1};
 end
-if ~(sum(feed) > 0)
-    error('Reactor: the feed has no flow.');
+if sum(feed) == 0
+    setProduct(1, 0, getFeedProp(1, 'fraction'), 'temperature', feedT, 'pressure', P);
+    setParameter('conversion', 0);
+    setParameter('outlet temperature', feedT);
+    setParameter('duty', 0);
+    setParameter('equilibrium constant', exp(logEquilibriumConstant(feedT, nu)));
+    return
 elseif ~(P > 0)
     error('Reactor: the pressure drop is too large: the outlet would be at %g Pa.', P);
 end
