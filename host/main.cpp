@@ -5,6 +5,7 @@
 #include "com/Text.h"
 #include "commands/HostCommands.h"
 #include "flowsheet/MessageBoxes.h"
+#include "results/TableUnits.h"
 
 #include <CLI/CLI.hpp>
 
@@ -67,7 +68,22 @@ void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
     for (const Profile& profile : profiles)
         profileNames.emplace_back(profile.name);
     command->add_option("--profile", run.profile, profileHelp())->check(CLI::IsMember(profileNames));
-    command->add_option("--json", run.jsonPath, "Also write the results to this JSON file, in SI units");
+    command
+        ->add_option(
+            "--units", run.units,
+            "Units of the tables: si, metric (degC, bar, kmol/h) or field (degF, psi, lbmol/h), instead "
+            "of those in which the case states its feeds")
+        ->check(CLI::IsMember(std::vector<std::string>(unitSystems.begin(), unitSystems.end())));
+    command->add_option(
+        "--json", run.jsonPath,
+        "Also write the results to this JSON file, in SI units; a failed run writes the error "
+        "and what is known");
+    command->add_option(
+        "--csv", run.csvPath,
+        "Also write the streams to this file, comma-separated, in the units of the tables and "
+        "with all digits");
+    command->add_option("--reports", run.reportFolder,
+                        "Also write each report to a text file in this folder");
     command->add_flag("--verbose", run.verbose,
                       "Also print the report \"Matlab Output\": what the script printed");
     command->final_callback([&] { result = runCommand(run); });

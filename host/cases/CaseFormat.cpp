@@ -7,7 +7,8 @@ namespace {
 constexpr std::size_t lineLength = 110;
 
 constexpr char format[] =
-    R"(A case is a JSON file (UTF-8). Quantities are in SI units: K, Pa, mol/s, mole fractions, J/mol.
+    R"(A case is a JSON file (UTF-8). A number is in SI units: K, Pa, mol/s, mole fractions, J/mol; a text may give the
+unit: "20 bar", "25 degC", "360 kmol/h", "50 t/h". Result tables use the units of the feeds.
 One unit (the notes to the right are not part of the file):
 
 {
@@ -20,9 +21,9 @@ One unit (the notes to the right are not part of the file):
   "compounds": ["methane", "ethane"],
   "feeds": [                         each is connected to the unit's port of the same name
     { "name": "Feed",
-      "temperature": 300,            two of temperature, pressure, vaporFraction
+      "temperature": "26.85 degC",   two of temperature, pressure, vaporFraction
       "pressure": 2e6,
-      "flow": 100,
+      "flow": 100,                   of moles, or of mass: "50 t/h"
       "composition": { "methane": 0.7, "ethane": 0.3 } }
   ],
   "products": ["Vapor", "Liquid"],   names of streams and ports
@@ -66,6 +67,7 @@ the order of the list.
 
 Optional keys: unit, generation, profile, model, parameters; in a model all but the script; in a parameter all but
 name, kind, mode, and for an input one of value and default.
+Values and bounds of a real parameter may have a unit, too: "value": "-13.15 degC".
 A dimensionality is an SI unit ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.
 Paths are relative to the case file.
 Compounds: )";

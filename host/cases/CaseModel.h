@@ -22,6 +22,10 @@ struct FeedStream {
     std::optional<double> vaporFraction{}; ///< mol/mol
     double flow = 0;                       ///< mol/s
     std::vector<double> composition{};     ///< mole fractions in the case's order of compounds
+    // The units in which the case states them, for the tables of results; empty for SI units.
+    std::string temperatureUnit{};
+    std::string pressureUnit{};
+    std::string flowUnit{};
 };
 
 enum class ParameterKind { real, integer, boolean, text };

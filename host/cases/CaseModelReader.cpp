@@ -1,7 +1,7 @@
 #include "CaseParts.h"
-#include "Dimensionality.h"
 #include "FilePath.h"
 #include "ParameterRules.h"
+#include "Quantity.h"
 
 #include <algorithm>
 #include <array>
@@ -23,10 +23,20 @@ bool readAs(const CasePlace& place, ParameterValue& result) {
     return read(place, result.emplace<T>());
 }
 
-bool readValue(const CasePlace& place, ParameterKind kind, ParameterValue& result) {
-    switch (kind) {
-    case ParameterKind::real:
+/// A number in SI units, or a quantity with its unit.
+bool readReal(const CasePlace& place, std::span<const double> dimensionality, ParameterValue& result) {
+    if (!place.value().is_string())
         return readAs<double>(place, result);
+    std::string error;
+    return parseQuantity(place.value().get_ref<const std::string&>(), dimensionality,
+                         result.emplace<double>(), error) ||
+           place.fail(error);
+}
+
+bool readValue(const CasePlace& place, const ModelParameter& parameter, ParameterValue& result) {
+    switch (parameter.kind) {
+    case ParameterKind::real:
+        return readReal(place, parameter.dimensionality, result);
     case ParameterKind::integer:
         return readAs<std::int32_t>(place, result);
     case ParameterKind::boolean:
@@ -39,9 +49,9 @@ bool readValue(const CasePlace& place, ParameterKind kind, ParameterValue& resul
     return false;
 }
 
-bool readOptionalValue(const CasePlace& parameter, const char* key, ParameterKind kind,
+bool readOptionalValue(const CasePlace& place, const char* key, const ModelParameter& parameter,
                        std::optional<ParameterValue>& result) {
-    return !parameter.value().contains(key) || readValue(parameter.member(key), kind, result.emplace());
+    return !place.value().contains(key) || readValue(place.member(key), parameter, result.emplace());
 }
 
 bool hasKnownKeys(const CasePlace& place, ParameterKind kind) {
@@ -73,11 +83,11 @@ bool readDimensionality(const CasePlace& place, std::vector<double>& exponents) 
         return read(place, exponents) &&
                (exponents.size() <= mostExponents || place.fail("there are more than 8 exponents"));
     const auto parsed = parseUnit(place.value().get_ref<const std::string&>());
-    if (!parsed)
-        return place.fail(
-            "the unit is unknown; write SI units as \"J/mol/K\", or a list of exponents of m, kg, "
-            "s, A, K, mol, cd, rad");
-    exponents = *parsed;
+    if (!parsed || !parsed->isSi())
+        return place.fail("the unit is unknown, or is not an SI unit; write SI units as \"J/mol/K\", or a "
+                          "list of exponents of m, kg, "
+                          "s, A, K, mol, cd, rad");
+    exponents = parsed->exponents;
     return true;
 }
 
@@ -91,15 +101,16 @@ bool readParameter(const CasePlace& place, ModelParameter& parameter) {
     if (!place.value().is_object())
         return place.isObject({});
     if (!place.required("kind", parameter.kind) || !hasKnownKeys(place, parameter.kind) ||
-        !place.required("name", parameter.name) || !readMode(place, parameter.isInput) ||
-        !readOptionalValue(place, "value", parameter.kind, parameter.value) ||
-        !readOptionalValue(place, "default", parameter.kind, parameter.defaultValue) ||
-        !readOptionalValue(place, "minimum", parameter.kind, parameter.minimum) ||
-        !readOptionalValue(place, "maximum", parameter.kind, parameter.maximum) ||
-        !place.optional("options", parameter.options))
+        !place.required("name", parameter.name) || !readMode(place, parameter.isInput))
         return false;
     if (place.value().contains("dimensionality") &&
         !readDimensionality(place.member("dimensionality"), parameter.dimensionality))
+        return false;
+    if (!readOptionalValue(place, "value", parameter, parameter.value) ||
+        !readOptionalValue(place, "default", parameter, parameter.defaultValue) ||
+        !readOptionalValue(place, "minimum", parameter, parameter.minimum) ||
+        !readOptionalValue(place, "maximum", parameter, parameter.maximum) ||
+        !place.optional("options", parameter.options))
         return false;
     parameter.restricted = !parameter.options.empty();
     if (!place.optional("restricted", parameter.restricted) ||

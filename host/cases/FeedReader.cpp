@@ -1,23 +1,19 @@
 #include "CaseParts.h"
 #include "NameList.h"
+#include "NumberText.h"
+#include "Quantity.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iomanip>
-#include <sstream>
 
 namespace solvane::host {
 
 namespace {
 
+constexpr double gramsPerKilogram = 1000;
+
 /// How far a composition may be from a sum of 1.
 constexpr double compositionTolerance = 1e-6;
-
-std::string numberText(double number) {
-    std::ostringstream text;
-    text << std::setprecision(10) << number;
-    return text.str();
-}
 
 bool readComposition(const CasePlace& place, const std::vector<const Compound*>& compounds,
                      std::vector<double>& fractions) {
@@ -42,7 +38,7 @@ bool readComposition(const CasePlace& place, const std::vector<const Compound*>&
         sum += number;
     }
     return std::abs(sum - 1) <= compositionTolerance ||
-           place.fail("the mole fractions sum to " + numberText(sum) + ", not to 1");
+           place.fail("the mole fractions sum to " + shortNumber(sum, 10) + ", not to 1");
 }
 
 bool isPositive(const CasePlace& place, const char* key, std::optional<double> number, const char* unit) {
@@ -50,24 +46,71 @@ bool isPositive(const CasePlace& place, const char* key, std::optional<double> n
            place.member(key).fail(std::string("expected a number above 0, in ") + unit);
 }
 
+/// Reads an optional number in SI units, or a quantity with its unit.
+bool readMeasured(const CasePlace& feed, const char* key, const char* siUnit, std::optional<double>& number,
+                  std::string& unit) {
+    if (!feed.value().contains(key))
+        return true;
+    const CasePlace place = feed.member(key);
+    if (!place.value().is_string())
+        return read(place, number);
+    const auto& text = place.value().get_ref<const std::string&>();
+    Quantity quantity;
+    std::string error;
+    if (!parseQuantity(text, quantity, error) ||
+        !parseQuantity(text, parseUnit(siUnit)->exponents, number.emplace(), error))
+        return place.fail(error);
+    unit = quantity.unit;
+    return true;
+}
+
+double molecularWeight(const std::vector<const Compound*>& compounds, std::span<const double> composition) {
+    double weight = 0; // kg/mol
+    for (std::size_t i = 0; i < compounds.size(); ++i)
+        weight += composition[i] * compounds[i]->molecularWeight / gramsPerKilogram;
+    return weight;
+}
+
+/// Reads the flow, of moles or of mass, once the composition is read.
+bool readFlow(const CasePlace& feed, const std::vector<const Compound*>& compounds, FeedStream& result) {
+    if (!feed.value().contains("flow"))
+        return feed.fail("the key \"flow\" is missing");
+    const CasePlace place = feed.member("flow");
+    if (place.value().is_string()) {
+        Quantity quantity;
+        std::string error;
+        if (!parseQuantity(place.value().get_ref<const std::string&>(), quantity, error))
+            return place.fail(error);
+        const bool isOfMass = isSameDimension(quantity.measure.exponents, parseUnit("kg/s")->exponents);
+        if (!isOfMass && !isSameDimension(quantity.measure.exponents, parseUnit("mol/s")->exponents))
+            return place.fail("expected a flow of moles or of mass, such as \"360 kmol/h\" or \"50 t/h\"");
+        result.flow = quantity.value / (isOfMass ? molecularWeight(compounds, result.composition) : 1);
+        result.flowUnit = quantity.unit;
+    } else if (!read(place, result.flow)) {
+        return false;
+    }
+    return result.flow >= 0 || place.fail("a flow cannot be negative");
+}
+
 } // namespace
 
 bool readFeed(const CasePlace& place, const std::vector<const Compound*>& compounds, FeedStream& feed) {
     if (!place.isObject({"name", "temperature", "pressure", "vaporFraction", "flow", "composition"}) ||
-        !place.required("name", feed.name) || !place.optional("temperature", feed.temperature) ||
-        !place.optional("pressure", feed.pressure) || !place.optional("vaporFraction", feed.vaporFraction) ||
-        !place.required("flow", feed.flow) || !isPositive(place, "temperature", feed.temperature, "K") ||
+        !place.required("name", feed.name) ||
+        !readMeasured(place, "temperature", "K", feed.temperature, feed.temperatureUnit) ||
+        !readMeasured(place, "pressure", "Pa", feed.pressure, feed.pressureUnit) ||
+        !place.optional("vaporFraction", feed.vaporFraction) ||
+        !isPositive(place, "temperature", feed.temperature, "K") ||
         !isPositive(place, "pressure", feed.pressure, "Pa"))
         return false;
     if (feed.temperature.has_value() + feed.pressure.has_value() + feed.vaporFraction.has_value() != 2)
         return place.fail("expected two of \"temperature\", \"pressure\" and \"vaporFraction\"");
     if (feed.vaporFraction && !(*feed.vaporFraction >= 0 && *feed.vaporFraction <= 1))
         return place.member("vaporFraction").fail("expected a number from 0 to 1");
-    if (feed.flow < 0)
-        return place.member("flow").fail("a flow cannot be negative");
     if (!place.value().contains("composition"))
         return place.fail("the key \"composition\" is missing");
-    return readComposition(place.member("composition"), compounds, feed.composition);
+    return readComposition(place.member("composition"), compounds, feed.composition) &&
+           readFlow(place, compounds, feed);
 }
 
 } // namespace solvane::host

@@ -2,10 +2,11 @@
 
 #include "CaseParts.h"
 #include "NameList.h"
+#include "NumberText.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cmath>
 
 namespace solvane::host {
 
@@ -24,11 +25,7 @@ constexpr std::array kindNames{
 };
 
 struct ToText {
-    std::string operator()(double value) const {
-        std::array<char, 32> text{};
-        std::snprintf(text.data(), text.size(), "%.6g", value);
-        return text.data();
-    }
+    std::string operator()(double value) const { return shortNumber(value, 6); }
     std::string operator()(std::int32_t value) const { return std::to_string(value); }
     std::string operator()(bool value) const { return value ? "true" : "false"; }
     std::string operator()(const std::string& value) const { return value; }
@@ -38,6 +35,13 @@ struct ToText {
 
 std::string valueText(const std::optional<ParameterValue>& value) {
     return value ? std::visit(ToText(), *value) : "?";
+}
+
+bool isSet(const ModelParameter& parameter) {
+    if (!parameter.value)
+        return false;
+    const auto* real = std::get_if<double>(&*parameter.value);
+    return !real || !std::isnan(*real);
 }
 
 std::string_view kindName(ParameterKind kind) {

@@ -14,6 +14,9 @@ std::string_view kindName(ParameterKind kind);
 /// A parameter's value, a number with six digits; "?" for no value.
 std::string valueText(const std::optional<ParameterValue>& value);
 
+/// Whether the parameter has a value; a NaN is none.
+bool isSet(const ModelParameter& parameter);
+
 /// Like the unit, ignores the case of letters.
 bool isSameName(std::string_view left, std::string_view right);
 

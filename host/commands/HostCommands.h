@@ -11,8 +11,12 @@ struct RunOptions {
     std::string casePath;
     std::string generation; ///< "1.0" or "1.1"; empty for the case's own
     std::string profile;    ///< the name of one of `profiles`; empty for the case's own
-    std::string jsonPath;   ///< also receives the results; empty for none
-    bool verbose = false;   ///< also prints what Matlab printed
+    std::string units;      ///< of the tables, one of `unitSystems`; empty for the case's own
+    // Files that also receive the results; empty for none.
+    std::string jsonPath;
+    std::string csvPath;      ///< the streams
+    std::string reportFolder; ///< one file per report
+    bool verbose = false;     ///< also prints what Matlab printed
 };
 
 /// Calculates a case and prints its streams and reports.

@@ -1,10 +1,9 @@
 #include "HostCommands.h"
 
+#include "ResultFiles.h"
 #include "cases/CaseReader.h"
-#include "cases/FilePath.h"
 #include "flowsheet/UnitCalls.h"
 #include "flowsheet/UnitRunner.h"
-#include "results/ResultsJson.h"
 #include "results/ResultsText.h"
 #include "results/ScriptError.h"
 
@@ -18,59 +17,78 @@ void printReport(std::FILE* stream, const ReportResult& report) {
         print(stream, "\n");
 }
 
-void printUnit(const UnitResult& unit, const Balance& balance, bool verbose) {
-    print(stdout, "\n" + balanceTable(balance));
-    const std::string outputs = outputParameterLines(unit);
-    if (!outputs.empty())
-        print(stdout, "\nOutput parameters\n" + outputs);
+void printUnit(const UnitResult& unit, const Balance& balance, const TableUnits& units, bool verbose) {
+    print(stdout, "\n" + balanceTable(balance, units));
+    const std::string parameters = parameterTable(unit, units);
+    if (!parameters.empty())
+        print(stdout, "\nParameters\n" + parameters);
     for (const ReportResult& report : unit.reports)
         if (verbose || report.name != outputReport)
             printReport(stdout, report);
 }
 
-void printResults(const RunResults& results, bool verbose) {
+void printResults(const RunResults& results, const TableUnits& units, bool verbose) {
     print(stdout, "Materials of generation " + std::string(generationName(results.generation)) + "\n\n");
-    print(stdout, streamTable(results));
+    print(stdout, streamTable(results, units));
+    const std::string phases = phaseTable(results);
+    if (!phases.empty())
+        print(stdout, "\n" + phases);
     for (std::size_t i = 0; i < results.units.size(); ++i) {
         if (results.isFlowsheet)
             print(stdout, "\nUnit: " + results.units[i].name + "\n");
-        printUnit(results.units[i], results.balances.at(i), verbose);
+        printUnit(results.units[i], results.balances.at(i), units, verbose);
     }
     const std::string warnings = warningLines(results.warnings);
     if (!warnings.empty())
         print(stdout, "\n" + warnings);
 }
 
-} // namespace
+/// Prints where the script of the unit failed, and what Matlab printed.
+void printOutputOfFailure(RunResults& results) {
+    if (results.failure->scriptError)
+        print(stderr, scriptErrorLine(*results.failure->scriptError) + "\n");
+    for (const UnitResult& unit : results.units)
+        for (const ReportResult& report : unit.reports)
+            if (unit.status == UnitStatus::failed && report.name == outputReport) {
+                printReport(stderr, report);
+                if (report.text.find(outputEnd) == std::string::npos)
+                    results.fault = Fault::machine;
+            }
+}
 
-ExitCode runCommand(const RunOptions& options) {
-    Case flowsheet;
-    std::string error;
+/// Reads the case and applies the options to it.
+bool prepare(const RunOptions& options, Case& flowsheet, std::string& error) {
     if (!readCase(options.casePath, flowsheet, error))
-        return complain(badUsage, error);
+        return false;
     if (!options.generation.empty())
         flowsheet.generation =
             options.generation == generationName(Generation::v10) ? Generation::v10 : Generation::v11;
     if (!options.profile.empty())
         flowsheet.profile = *findProfile(options.profile);
+    return true;
+}
 
+} // namespace
+
+ExitCode runCommand(const RunOptions& options) {
+    Case flowsheet;
     RunResults results;
-    if (!runCase(flowsheet, printUnitLine, results, error)) {
-        if (const auto scriptError = findScriptError(flowsheet, results))
-            print(stderr, scriptErrorLine(*scriptError) + "\n");
-        if (!results.units.empty())
-            for (const ReportResult& report : results.units.back().reports)
-                if (report.name == outputReport) {
-                    printReport(stderr, report);
-                    if (report.text.find(outputEnd) == std::string::npos)
-                        results.fault = Fault::machine;
-                }
-        return complain(results.fault, options.casePath + ": " + error);
-    }
-    printResults(results, options.verbose);
-    if (!options.jsonPath.empty() && !writeFile(filePath(options.jsonPath), resultsJson(results), error))
+    std::string error, fileError;
+    if (!removeOldResults(options, error))
         return complain(badUsage, error);
-    return ok;
+    if (!prepare(options, flowsheet, error)) {
+        results.fault = Fault::model;
+        results.failure = {{}, error};
+    } else if (!runCase(flowsheet, printUnitLine, results, error)) {
+        printOutputOfFailure(results);
+        error.insert(0, options.casePath + ": ");
+    }
+    const TableUnits units = options.units.empty() ? unitsOfCase(flowsheet) : unitsOfSystem(options.units);
+    const bool written = writeResultFiles(options, results, units, fileError);
+    if (results.failure)
+        return complain(results.fault, error);
+    printResults(results, units, options.verbose);
+    return written ? ok : complain(badUsage, fileError);
 }
 
 } // namespace solvane::host

@@ -1,8 +1,8 @@
 // A model as text for people and as JSON for programs.
 #include "ModelDescription.h"
-#include "cases/Dimensionality.h"
 #include "cases/NameList.h"
 #include "cases/ParameterRules.h"
+#include "cases/UnitOfMeasure.h"
 #include "results/TextTable.h"
 
 #include <nlohmann/json.hpp>

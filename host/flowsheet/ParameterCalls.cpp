@@ -3,6 +3,7 @@
 #include "UnitCalls.h"
 #include "cases/NameList.h"
 #include "cases/ParameterRules.h"
+#include "cases/Quantity.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
 
@@ -196,6 +197,12 @@ bool setParameter(IUnknown* item, const ModelParameter& parameter, ParameterValu
     if (const auto* number = std::get_if<std::int32_t>(&value);
         number && parameter.kind == ParameterKind::real)
         value = static_cast<double>(*number);
+    if (const auto* text = std::get_if<std::string>(&value); text && parameter.kind == ParameterKind::real) {
+        double number = 0;
+        if (std::string fault; !parseQuantity(*text, parameter.dimensionality, number, fault))
+            return reject(fault);
+        value = number;
+    }
     if (value.index() != static_cast<std::size_t>(parameter.kind))
         return reject("expected a value of kind \"" + std::string(kindName(parameter.kind)) + "\", got " +
                       valueText(value));

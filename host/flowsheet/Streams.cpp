@@ -8,6 +8,8 @@ namespace solvane::host {
 
 namespace {
 
+constexpr double gramsPerKilogram = 1000;
+
 /// A condition that can specify a feed.
 struct FeedCondition {
     std::optional<double> FeedStream::*value;
@@ -42,6 +44,20 @@ bool readScalar(const StreamState& state, Place place, const StreamProperty& pro
     if (!state.get(place, property, values, failure))
         return false;
     result = values.front();
+    return true;
+}
+
+/// Reads the present phases, where the stream has more than one.
+bool readPhases(const StreamState& state, StreamResult& result, Failure& failure) {
+    if (!std::ranges::all_of(phasePlaces, [&](Place phase) { return state.isPresent(phase); }))
+        return true;
+    for (const Place phase : phasePlaces) {
+        PhaseResult& one = result.phases.emplace_back();
+        one.label = narrow(placeLabel(phase), CP_UTF8);
+        if (!readScalar(state, phase, phaseFractionProperty, one.amount, failure) ||
+            !state.get(phase, fractionProperty, one.fraction, failure))
+            return false;
+    }
     return true;
 }
 
@@ -81,10 +97,15 @@ bool readStream(const Stream& stream, StreamResult& result, std::string& error) 
         !state.calculate(Place::overall, enthalpyFProperty, failure) ||
         !readScalar(state, Place::overall, enthalpyFProperty, result.enthalpyF, failure) ||
         (state.isPresent(Place::vapor) &&
-         !readScalar(state, Place::vapor, phaseFractionProperty, result.vaporFraction, failure))) {
+         !readScalar(state, Place::vapor, phaseFractionProperty, result.vaporFraction, failure)) ||
+        !readPhases(state, result, failure)) {
         error = "Stream \"" + stream.name + "\": " + narrow(failure.text, CP_UTF8);
         return false;
     }
+    const auto& compounds = state.package()->compounds();
+    for (std::size_t i = 0; i < compounds.size(); ++i)
+        result.massFlow +=
+            result.totalFlow * result.fraction.at(i) * compounds[i]->molecularWeight / gramsPerKilogram;
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include "UnitSession.h"
 #include "WorkerThread.h"
 #include "results/Balances.h"
+#include "results/ScriptError.h"
 #include "results/Warnings.h"
 
 #include <algorithm>
@@ -25,17 +26,17 @@ bool runUnit(ICapeUnit* unit, const UnitSession& session, const std::vector<Conn
                 (disconnectPorts(unit, connections, error) && connectPorts(unit, connections, error))) &&
                call();
     };
-    if (!connectPorts(unit, connections, error) || !around([&] { return validate(unit, error); }))
+    if (!connectPorts(unit, connections, error))
         return false;
-    const bool calculated = around([&] {
-        reentry.begin();
-        const bool succeeded = calculate(unit, error);
-        reentry.end();
-        return succeeded;
-    });
+    const bool calculated = around([&] { return validate(unit, error); }) && around([&] {
+                                reentry.begin();
+                                const bool succeeded = calculate(unit, error);
+                                reentry.end();
+                                return succeeded;
+                            });
     if (!session.unit())
         return calculated;
-    // The reports of a unit that failed to calculate may still say why.
+    // What a unit returns that failed to calculate may still say why.
     std::string laterError;
     const bool read = around([&] { return readParameters(unit, results.parameters, laterError); }) &&
                       around([&] { return readReports(unit, results.reports, laterError); }) &&
@@ -54,13 +55,16 @@ public:
         habits_->rules = case_.profile.materials;
         if (!makeStreams(case_, habits_, streams_, error))
             return false;
-        for (const UnitCase& unit : case_.units) {
-            const LogSink& sink =
-                sinks_.emplace_back([&log, &unit](std::string_view line) { log(unit.name, line); });
+        for (std::size_t i = 0; i < case_.units.size(); ++i) {
+            const UnitCase& unit = case_.units[i];
+            const LogSink& sink = sinks_.emplace_back([this, &log, &unit](std::string_view line) {
+                results_.log.push_back({unit.name, std::string(line)});
+                log(unit.name, line);
+            });
             sessions_.push_back(std::make_unique<UnitSession>(unit, case_.profile));
             if (!sessions_.back()->start(sink, error)) {
                 results_.fault = sessions_.back()->fault();
-                return failed(unit, error);
+                return failed(i, error);
             }
         }
         return true;
@@ -68,11 +72,11 @@ public:
 
     bool run(std::string& error) {
         for (const FeedStream& feed : case_.feeds)
-            if (!readStream(streamOf(feed.name), results_.streams.emplace_back(), error))
+            if (!addStream(feed.name, error))
                 return false;
         for (std::size_t i = 0; i < case_.units.size(); ++i)
-            if (!runOne(case_.units[i], *sessions_[i], sinks_[i], error))
-                return failed(case_.units[i], error);
+            if (!runOne(case_.units[i], *sessions_[i], sinks_[i], results_.units[i], error))
+                return failed(i, error);
         return true;
     }
 
@@ -81,14 +85,21 @@ private:
         return *std::ranges::find(streams_, name, &Stream::name);
     }
 
-    bool runOne(const UnitCase& unitCase, UnitSession& session, const LogSink& log, std::string& error) {
+    bool addStream(const std::string& name, std::string& error) {
+        StreamResult result;
+        if (!readStream(streamOf(name), result, error))
+            return false;
+        results_.streams.push_back(std::move(result));
+        return true;
+    }
+
+    bool runOne(const UnitCase& unitCase, UnitSession& session, const LogSink& log, UnitResult& result,
+                std::string& error) {
         std::vector<Connection> connections;
         for (const auto* ports : {&unitCase.feeds, &unitCase.products})
             for (const PortConnection& one : *ports)
                 connections.push_back({one.port, streamOf(one.stream).material});
         Reentry reentry(session, case_.profile, log);
-        UnitResult& result = results_.units.emplace_back();
-        result.name = unitCase.name;
         const auto task = [&](ICapeUnit* called, const std::vector<Connection>& ports,
                               std::string& taskError) {
             return runUnit(called, session, ports, case_.profile.reconnects, reentry, result, taskError);
@@ -99,9 +110,10 @@ private:
                              : task(session.unit(), connections, error);
         habits_->onCall = nullptr;
         if (!ran || !std::ranges::all_of(unitCase.products, [&](const PortConnection& product) {
-                return readStream(streamOf(product.stream), results_.streams.emplace_back(), error);
+                return addStream(product.stream, error);
             }))
             return false;
+        result.status = UnitStatus::calculated;
         review(unitCase, result);
         return true;
     }
@@ -120,9 +132,11 @@ private:
         addWarnings(result, results_.balances.back(), products, results_.warnings);
     }
 
-    bool failed(const UnitCase& unit, std::string& error) const {
+    bool failed(std::size_t unit, std::string& error) const {
+        results_.units[unit].status = UnitStatus::failed;
+        results_.failure = {case_.units[unit].name, error};
         if (case_.isFlowsheet)
-            error.insert(0, "Unit \"" + unit.name + "\": ");
+            error.insert(0, "Unit \"" + case_.units[unit].name + "\": ");
         return false;
     }
 
@@ -141,8 +155,15 @@ bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std:
     results.isFlowsheet = flowsheet.isFlowsheet;
     for (const Compound* compound : flowsheet.compounds)
         results.compounds.emplace_back(compound->name);
+    for (const UnitCase& unit : flowsheet.units)
+        results.units.push_back({unit.name});
     Flowsheet run(flowsheet, results);
-    return run.start(log, error) && run.run(error);
+    if (run.start(log, error) && run.run(error))
+        return true;
+    if (!results.failure)
+        results.failure = {{}, error};
+    results.failure->scriptError = findScriptError(flowsheet, results);
+    return false;
 }
 
 } // namespace solvane::host

@@ -1,7 +1,9 @@
 #include "Balances.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <string_view>
 
 namespace solvane::host {
 
@@ -16,6 +18,25 @@ double sum(std::span<const StreamResult* const> streams, const Value& perMole) {
     for (const StreamResult* stream : streams)
         total += stream->totalFlow * perMole(*stream);
     return total;
+}
+
+/// Adds the atoms in `moles` of a compound with this formula, such as "C2H6".
+void addElements(std::string_view formula, const Flows& moles, std::vector<ElementFlow>& elements) {
+    while (!formula.empty()) {
+        const auto symbolEnd =
+            std::find_if_not(formula.begin() + 1, formula.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+        const auto length = static_cast<std::size_t>(symbolEnd - formula.begin());
+        const std::string symbol(formula.substr(0, length));
+        formula.remove_prefix(length);
+        int count = 1;
+        const auto countEnd = std::from_chars(formula.data(), formula.data() + formula.size(), count).ptr;
+        formula.remove_prefix(static_cast<std::size_t>(countEnd - formula.data()));
+        auto element = std::ranges::find(elements, symbol, &ElementFlow::symbol);
+        if (element == elements.end())
+            element = elements.insert(elements.end(), {symbol, {}});
+        element->moles.in += count * moles.in;
+        element->moles.out += count * moles.out;
+    }
 }
 
 } // namespace
@@ -37,6 +58,7 @@ Balance balanceOf(const std::string& unit, std::span<const Compound* const> comp
         balance.moles = {balance.moles.in + moles.in, balance.moles.out + moles.out};
         balance.mass = {balance.mass.in + weight * moles.in, balance.mass.out + weight * moles.out};
         keepsCompounds = keepsCompounds && isKept(moles);
+        addElements(compounds[i]->formula, moles, balance.elements);
     }
     balance.reacts = isKept(balance.mass) && !keepsCompounds;
     const auto enthalpy = balance.reacts ? &StreamResult::enthalpyF : &StreamResult::enthalpy;

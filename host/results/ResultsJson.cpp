@@ -1,5 +1,7 @@
 #include "ResultsJson.h"
 
+#include "cases/UnitOfMeasure.h"
+
 #include <nlohmann/json.hpp>
 
 namespace solvane::host {
@@ -8,14 +10,29 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json streamJson(const StreamResult& stream, const std::vector<std::string>& compounds) {
-    Json fraction = Json::object();
+Json fractionsJson(const std::vector<double>& fractions, const std::vector<std::string>& compounds) {
+    Json json = Json::object();
     for (std::size_t i = 0; i < compounds.size(); ++i)
-        fraction[compounds[i]] = stream.fraction.at(i);
-    return {{"name", stream.name},         {"temperature", stream.temperature},
-            {"pressure", stream.pressure}, {"totalFlow", stream.totalFlow},
-            {"fraction", fraction},        {"vaporFraction", stream.vaporFraction},
-            {"enthalpy", stream.enthalpy}, {"enthalpyF", stream.enthalpyF}};
+        json[compounds[i]] = fractions.at(i);
+    return json;
+}
+
+Json streamJson(const StreamResult& stream, const std::vector<std::string>& compounds) {
+    Json phases = Json::array();
+    for (const PhaseResult& phase : stream.phases)
+        phases.push_back({{"label", phase.label},
+                          {"amount", phase.amount},
+                          {"fraction", fractionsJson(phase.fraction, compounds)}});
+    return {{"name", stream.name},
+            {"temperature", stream.temperature},
+            {"pressure", stream.pressure},
+            {"totalFlow", stream.totalFlow},
+            {"massFlow", stream.massFlow},
+            {"fraction", fractionsJson(stream.fraction, compounds)},
+            {"vaporFraction", stream.vaporFraction},
+            {"enthalpy", stream.enthalpy},
+            {"enthalpyF", stream.enthalpyF},
+            {"phases", phases}};
 }
 
 Json flowsJson(const Flows& flows) {
@@ -23,21 +40,50 @@ Json flowsJson(const Flows& flows) {
 }
 
 Json balanceJson(const Balance& balance) {
+    Json elements = Json::object();
+    for (const ElementFlow& element : balance.elements)
+        elements[element.symbol] = flowsJson(element.moles);
     return {{"unit", balance.unit},
             {"mass", flowsJson(balance.mass)},
             {"moles", flowsJson(balance.moles)},
+            {"elements", elements},
             {"enthalpy", flowsJson(balance.enthalpy)},
             {"reacts", balance.reacts}};
 }
 
-/// Adds the unit's parameters and reports.
+Json failureJson(const RunFailure& failure) {
+    Json json{{"unit", failure.unit}, {"message", failure.message}};
+    if (const auto& error = failure.scriptError) {
+        json["script"] = {{"file", error->file}, {"line", error->line}, {"message", error->message}};
+        if (error->column > 0)
+            json["script"]["column"] = error->column;
+    }
+    return json;
+}
+
+const char* statusName(UnitStatus status) {
+    switch (status) {
+    case UnitStatus::calculated:
+        return "calculated";
+    case UnitStatus::failed:
+        return "failed";
+    case UnitStatus::notCalculated:
+        break;
+    }
+    return "not calculated";
+}
+
+/// Adds the unit's status, parameters and reports.
 void putUnit(Json& json, const UnitResult& unit) {
-    json["parameters"] = Json::object();
-    json["reports"] = Json::object();
+    json["status"] = statusName(unit.status);
+    for (const char* key : {"parameters", "parameterUnits", "reports"})
+        json[key] = Json::object();
     for (const ModelParameter& parameter : unit.parameters) {
         Json& value = json["parameters"][parameter.name];
         if (parameter.value)
             std::visit([&](const auto& held) { value = held; }, *parameter.value);
+        if (const std::string measure = unitText(parameter.dimensionality); !measure.empty())
+            json["parameterUnits"][parameter.name] = measure;
     }
     for (const ReportResult& report : unit.reports)
         json["reports"][report.name] = report.text;
@@ -46,7 +92,13 @@ void putUnit(Json& json, const UnitResult& unit) {
 } // namespace
 
 std::string resultsJson(const RunResults& results) {
-    Json json{{"generation", generationName(results.generation)}, {"streams", Json::array()}};
+    Json json{{"ok", !results.failure}};
+    if (results.failure)
+        json["error"] = failureJson(*results.failure);
+    json["generation"] = generationName(results.generation);
+    json["unitsOfMeasure"] = {{"temperature", "K"}, {"pressure", "Pa"},    {"totalFlow", "mol/s"},
+                              {"massFlow", "kg/s"}, {"enthalpy", "J/mol"}, {"balances", "kg/s, mol/s, W"}};
+    json["streams"] = Json::array();
     for (const StreamResult& stream : results.streams)
         json["streams"].push_back(streamJson(stream, results.compounds));
     json["balances"] = Json::array();
@@ -56,12 +108,16 @@ std::string resultsJson(const RunResults& results) {
     for (const Warning& warning : results.warnings)
         json["warnings"].push_back(
             {{"unit", warning.unit}, {"subject", warning.subject}, {"text", warning.text}});
+    json["log"] = Json::array();
+    for (const LogLine& line : results.log)
+        json["log"].push_back({{"unit", line.unit}, {"text", line.text}});
     for (const UnitResult& unit : results.units) {
         if (results.isFlowsheet)
             json["units"].push_back({{"name", unit.name}});
         putUnit(results.isFlowsheet ? json["units"].back() : json, unit);
     }
-    return json.dump(2) + "\n";
+    // A report in another code page is not UTF-8.
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace solvane::host

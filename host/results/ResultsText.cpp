@@ -1,67 +1,87 @@
 #include "ResultsText.h"
 
 #include "TextTable.h"
-#include "cases/Dimensionality.h"
+#include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
+#include "cases/UnitOfMeasure.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace solvane::host {
 
 namespace {
 
-constexpr double pascalPerBar = 1e5;
-
 struct Row {
     const char* label;
-    const char* unit;
+    std::string TableUnits::*unit; ///< null for mol/mol
     double StreamResult::*value;
-    double divisor;
-    const char* format;
+    int decimals; ///< in the usual unit
 };
 
 constexpr std::array rows{
-    Row{"Temperature", "K", &StreamResult::temperature, 1, "%.3f"},
-    Row{"Pressure", "bar", &StreamResult::pressure, pascalPerBar, "%.4f"},
-    Row{"Flow", "mol/s", &StreamResult::totalFlow, 1, "%.4f"},
-    Row{"Vapour fraction", "mol/mol", &StreamResult::vaporFraction, 1, "%.5f"},
-    Row{"Enthalpy", "J/mol", &StreamResult::enthalpy, 1, "%.2f"},
+    Row{"Temperature", &TableUnits::temperature, &StreamResult::temperature, 3},
+    Row{"Pressure", &TableUnits::pressure, &StreamResult::pressure, 4},
+    Row{"Flow", &TableUnits::flow, &StreamResult::totalFlow, 4},
+    Row{"Mass flow", &TableUnits::massFlow, &StreamResult::massFlow, 4},
+    Row{"Vapour fraction", nullptr, &StreamResult::vaporFraction, 5},
+    Row{"Enthalpy", &TableUnits::enthalpy, &StreamResult::enthalpy, 2},
 };
+
+constexpr char fractionUnit[] = "mol/mol";
+constexpr int fractionDecimals = 5;
 
 struct BalanceRow {
     const char* label;
-    const char* unit;
+    std::string TableUnits::*unit;
     Flows Balance::*flows;
-    double divisor;
     bool ofReactors; ///< also if the unit reacts
 };
 
-constexpr double wattPerKilowatt = 1000;
-
 constexpr std::array balanceRows{
-    BalanceRow{"Mass", "kg/s", &Balance::mass, 1, true},
-    BalanceRow{"Moles", "mol/s", &Balance::moles, 1, false},
-    BalanceRow{"Enthalpy", "kW", &Balance::enthalpy, wattPerKilowatt, true},
+    BalanceRow{"Mass", &TableUnits::massFlow, &Balance::mass, true},
+    BalanceRow{"Moles", &TableUnits::flow, &Balance::moles, false},
+    BalanceRow{"Enthalpy", &TableUnits::power, &Balance::enthalpy, true},
 };
+constexpr int balanceDecimals = 4;
 
-/// Not "-0.0000".
-std::string plainNumber(double value) {
-    const std::string text = numberText("%.4f", value);
-    return text.find_first_of("123456789") == std::string::npos ? numberText("%.4f", 0) : text;
+/// An SI value in a unit, as precise as one in the usual unit with that many decimals; never "-0.0000".
+std::string preciseNumber(double value, std::string TableUnits::*quantity, const TableUnits& units,
+                          int decimals) {
+    const UnitOfMeasure unit = *parseUnit(units.*quantity);
+    const double usualFactor = parseUnit(TableUnits().*quantity)->factor;
+    decimals = std::max(0, decimals + static_cast<int>(std::lround(std::log10(unit.factor / usualFactor))));
+    const std::string text = fixedNumber(unit.fromSi(value), decimals);
+    return text.find_first_of("123456789") == std::string::npos ? fixedNumber(0, decimals) : text;
+}
+
+Line balanceLine(const std::string& label, std::string TableUnits::*quantity, const TableUnits& units,
+                 const Flows& flows) {
+    Line line{label, units.*quantity};
+    for (const double value : {flows.in, flows.out, flows.out - flows.in})
+        line.push_back(preciseNumber(value, quantity, units, balanceDecimals));
+    return line;
+}
+
+/// A value in the table's unit; "not set" for an output without a value.
+std::string shownValue(const ModelParameter& parameter, const std::string& unit) {
+    if (!parameter.isInput && !isSet(parameter))
+        return "not set";
+    const auto* number = parameter.value ? std::get_if<double>(&*parameter.value) : nullptr;
+    return valueText(number ? inUnit(*number, unit) : parameter.value);
 }
 
 } // namespace
 
-std::string balanceTable(const Balance& balance) {
+std::string balanceTable(const Balance& balance, const TableUnits& units) {
     std::vector<Line> lines{{"Balance", "", "in", "out", "out - in"}};
-    for (const BalanceRow& row : balanceRows) {
-        if (balance.reacts && !row.ofReactors)
-            continue;
-        const Flows& flows = balance.*row.flows;
-        Line& line = lines.emplace_back(Line{row.label, row.unit});
-        for (const double value : {flows.in, flows.out, flows.out - flows.in})
-            line.push_back(plainNumber(value / row.divisor));
-    }
+    for (const BalanceRow& row : balanceRows)
+        if (!balance.reacts || row.ofReactors)
+            lines.push_back(balanceLine(row.label, row.unit, units, balance.*row.flows));
+    if (balance.reacts)
+        for (const ElementFlow& element : balance.elements)
+            lines.push_back(balanceLine(element.symbol, &TableUnits::flow, units, element.moles));
     return columns(lines, 2);
 }
 
@@ -72,29 +92,48 @@ std::string warningLines(const std::vector<Warning>& warnings) {
     return text;
 }
 
-std::string streamTable(const RunResults& results) {
+std::string streamTable(const RunResults& results, const TableUnits& units) {
     std::vector<Line> lines{{"Stream", ""}};
     for (const StreamResult& stream : results.streams)
         lines.front().push_back(stream.name);
     for (const Row& row : rows) {
-        Line& line = lines.emplace_back(Line{row.label, row.unit});
+        Line& line = lines.emplace_back(Line{row.label, row.unit ? units.*row.unit : fractionUnit});
         for (const StreamResult& stream : results.streams)
-            line.push_back(numberText(row.format, stream.*row.value / row.divisor));
+            line.push_back(row.unit ? preciseNumber(stream.*row.value, row.unit, units, row.decimals)
+                                    : fixedNumber(stream.*row.value, row.decimals));
     }
     for (std::size_t i = 0; i < results.compounds.size(); ++i) {
-        Line& line = lines.emplace_back(Line{"x " + results.compounds[i], "mol/mol"});
+        Line& line = lines.emplace_back(Line{"x " + results.compounds[i], fractionUnit});
         for (const StreamResult& stream : results.streams)
-            line.push_back(numberText("%.5f", stream.fraction[i]));
+            line.push_back(fixedNumber(stream.fraction[i], fractionDecimals));
     }
     return columns(lines, 2);
 }
 
-std::string outputParameterLines(const UnitResult& unit) {
+std::string phaseTable(const RunResults& results) {
+    std::vector<Line> lines{{"Phase", ""}, {"Fraction", fractionUnit}};
+    for (const std::string& compound : results.compounds)
+        lines.push_back({"x " + compound, fractionUnit});
+    for (const StreamResult& stream : results.streams)
+        for (const PhaseResult& phase : stream.phases) {
+            lines[0].push_back(stream.name + ": " + phase.label);
+            lines[1].push_back(fixedNumber(phase.amount, fractionDecimals));
+            for (std::size_t i = 0; i < results.compounds.size(); ++i)
+                lines[i + 2].push_back(fixedNumber(phase.fraction[i], fractionDecimals));
+        }
+    return lines.front().size() == 2 ? std::string() : columns(lines, 2);
+}
+
+std::string parameterTable(const UnitResult& unit, const TableUnits& units) {
     std::vector<Line> lines;
-    for (const ModelParameter& parameter : unit.parameters)
-        if (!parameter.isInput)
-            lines.push_back({parameter.name, unitText(parameter.dimensionality), valueText(parameter.value)});
-    return lines.empty() ? std::string() : columns(lines, 2);
+    for (const bool isInput : {true, false})
+        for (const ModelParameter& parameter : unit.parameters)
+            if (parameter.isInput == isInput) {
+                const std::string measure = unitOfParameter(units, parameter.dimensionality);
+                lines.push_back(
+                    {parameter.name, isInput ? "input" : "output", measure, shownValue(parameter, measure)});
+            }
+    return lines.empty() ? std::string() : columns(lines, 3);
 }
 
 } // namespace solvane::host

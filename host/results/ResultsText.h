@@ -1,21 +1,27 @@
+/// Results as text for people, UTF-8.
 #pragma once
 
 #include "RunResults.h"
+#include "TableUnits.h"
 
 #include <string>
 
 namespace solvane::host {
 
-/// The streams as a table, one column each, UTF-8. Pressures are in bar, all else in the results' units.
-std::string streamTable(const RunResults& results);
+/// The streams as a table, one column each.
+std::string streamTable(const RunResults& results, const TableUnits& units);
 
-/// A table of the unit's inflows, outflows and their differences; without moles if the unit reacts.
-std::string balanceTable(const Balance& balance);
+/// The phases of the streams that have more than one, one column each; empty if there is none.
+std::string phaseTable(const RunResults& results);
+
+/// A table of the unit's inflows, outflows and their differences. Of a unit that reacts it shows the elements
+/// instead of the moles.
+std::string balanceTable(const Balance& balance, const TableUnits& units);
 
 /// One line per warning; empty if there is none.
 std::string warningLines(const std::vector<Warning>& warnings);
 
-/// The unit's output parameters, one line each; empty if there are none.
-std::string outputParameterLines(const UnitResult& unit);
+/// The unit's parameters, one line each, the inputs first; empty if there are none.
+std::string parameterTable(const UnitResult& unit, const TableUnits& units);
 
 } // namespace solvane::host

@@ -4,10 +4,18 @@
 #include "Fault.h"
 #include "cases/CaseModel.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace solvane::host {
+
+/// One phase of a stream.
+struct PhaseResult {
+    std::string label;            ///< "Vapor" or "Liquid"
+    double amount = 0;            ///< mol/mol of the stream
+    std::vector<double> fraction; ///< mole fractions in the results' order of compounds
+};
 
 struct StreamResult {
     std::string name;
@@ -18,6 +26,8 @@ struct StreamResult {
     double vaporFraction = 0;     ///< mol/mol
     double enthalpy = 0;          ///< J/mol
     double enthalpyF = 0;         ///< J/mol, with that of formation
+    double massFlow = 0;          ///< kg/s
+    std::vector<PhaseResult> phases{};
 };
 
 struct ReportResult {
@@ -30,9 +40,12 @@ inline constexpr char outputReport[] = "Matlab Output";
 /// Its last line once the script has ended, before what an error adds.
 inline constexpr char outputEnd[] = "MATLAB done";
 
+enum class UnitStatus { notCalculated, calculated, failed };
+
 /// What a unit returns after its calculation, failed or not.
 struct UnitResult {
     std::string name;
+    UnitStatus status = UnitStatus::notCalculated;
     std::vector<ModelParameter> parameters{};
     std::vector<ReportResult> reports{};
 };
@@ -43,6 +56,12 @@ struct Flows {
     double out = 0;
 };
 
+/// The atoms of one element.
+struct ElementFlow {
+    std::string symbol;
+    Flows moles; ///< mol/s
+};
+
 struct Balance {
     std::string unit{};
     Flows mass{};  ///< kg/s
@@ -51,6 +70,7 @@ struct Balance {
     /// the unit takes up.
     Flows enthalpy{};
     bool reacts = false; ///< conserves the mass, but not the moles of each compound
+    std::vector<ElementFlow> elements{};
 };
 
 /// An implausible result.
@@ -60,15 +80,38 @@ struct Warning {
     std::string text;
 };
 
+struct LogLine {
+    std::string unit;
+    std::string text;
+};
+
+/// The error that ended a unit's script. Lines and columns are counted from 1.
+struct ScriptError {
+    /// The script's file, or an additional file; "script" for one without a file of its own.
+    std::string file;
+    long line = 0;
+    long column = 0; ///< 0 if it is not known
+    std::string message;
+};
+
+/// Why a run failed.
+struct RunFailure {
+    std::string unit; ///< empty if none failed
+    std::string message;
+    std::optional<ScriptError> scriptError{};
+};
+
 struct RunResults {
     Generation generation = Generation::v11;
     std::vector<std::string> compounds;
     std::vector<StreamResult> streams; ///< the case's feeds, then each unit's products
-    std::vector<UnitResult> units;     ///< as far as the calculation came
+    std::vector<UnitResult> units;     ///< all units of the case, in the order of their calculation
     std::vector<Balance> balances;     ///< of the units that were calculated
     std::vector<Warning> warnings;
-    bool isFlowsheet = false;         ///< the case lists its units
-    Fault fault = Fault::calculation; ///< of a failed run
+    std::vector<LogLine> log;
+    std::optional<RunFailure> failure; ///< none if all units were calculated
+    bool isFlowsheet = false;          ///< the case lists its units
+    Fault fault = Fault::calculation;  ///< of a failed run
 };
 
 } // namespace solvane::host

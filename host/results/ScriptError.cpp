@@ -48,9 +48,10 @@ std::string messageIn(std::string_view output) {
 } // namespace
 
 std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResults& results) {
-    if (results.units.empty())
+    const auto unit = std::ranges::find(results.units, UnitStatus::failed, &UnitResult::status);
+    if (unit == results.units.end())
         return std::nullopt;
-    const std::vector<ReportResult>& reports = results.units.back().reports;
+    const std::vector<ReportResult>& reports = unit->reports;
     const auto output = std::ranges::find(reports, outputReport, &ReportResult::name);
     if (output == reports.end())
         return std::nullopt;
@@ -60,7 +61,8 @@ std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResul
     const ErrorPlace& place = stack.front();
     ScriptError error{place.file, place.line, place.column, messageIn(output->text)};
     if (place.isInScript()) {
-        const auto* model = std::get_if<UnitModel>(&flowsheet.units.at(results.units.size() - 1).model);
+        const auto* model = std::get_if<UnitModel>(
+            &flowsheet.units.at(static_cast<std::size_t>(unit - results.units.begin())).model);
         error.file = model && !model->script.name.empty() ? model->script.name : "script";
     }
     return error;

@@ -1,8 +1,6 @@
 #include "TextTable.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace solvane::host {
 
@@ -36,12 +34,6 @@ std::string columns(const std::vector<Line>& lines, std::size_t labels) {
         text += row + "\n";
     }
     return text;
-}
-
-std::string numberText(const char* format, double value) {
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), format, value);
-    return text.data();
 }
 
 } // namespace solvane::host

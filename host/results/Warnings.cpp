@@ -1,7 +1,8 @@
 #include "Warnings.h"
 
 #include "Balances.h"
-#include "TextTable.h"
+#include "cases/NumberText.h"
+#include "cases/ParameterRules.h"
 #include "thermo/IdealGas.h"
 
 #include <array>
@@ -16,7 +17,7 @@ namespace {
 constexpr double compositionTolerance = 1e-6;
 
 std::string number(double value) {
-    return numberText("%.7g", value);
+    return shortNumber(value, 7);
 }
 
 // Each rule returns the fault of a stream, if it has one.
@@ -43,13 +44,6 @@ std::optional<std::string> temperatureFault(const StreamResult& stream) {
 
 constexpr std::array streamRules{compositionFault, flowFault, temperatureFault};
 
-bool isSet(const ModelParameter& parameter) {
-    if (!parameter.value)
-        return false;
-    const auto* real = std::get_if<double>(&*parameter.value);
-    return !real || !std::isnan(*real);
-}
-
 } // namespace
 
 void addWarnings(const UnitResult& unit, const Balance& balance,
@@ -67,6 +61,12 @@ void addWarnings(const UnitResult& unit, const Balance& balance,
         warnings.push_back(
             {unit.name, "balance",
              number(balance.mass.in) + " kg/s go in and " + number(balance.mass.out) + " kg/s come out"});
+    else if (balance.reacts)
+        for (const ElementFlow& element : balance.elements)
+            if (!isKept(element.moles))
+                warnings.push_back({unit.name, "balance",
+                                    number(element.moles.in) + " mol/s of " + element.symbol + " go in and " +
+                                        number(element.moles.out) + " mol/s come out"});
 }
 
 } // namespace solvane::host

@@ -1,6 +1,7 @@
 #include "cases/CaseReader.h"
 #include "CaseFolder.h"
-#include "cases/Dimensionality.h"
+#include "cases/Quantity.h"
+#include "results/TableUnits.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -106,7 +107,11 @@ constexpr Fault faults[] = {
     {"/generation", "1.1", "generation: expected \"1.0\" or \"1.1\""},
     {"/profile", "\"late\"", "profile: the profile \"late\" is unknown; profiles: standard, "},
     {"/feeds/0/flow", "-1", "feeds[\"A\"].flow: a flow cannot be negative"},
-    {"/feeds/0/flow", "\"2\"", "feeds[\"A\"].flow: expected a number"},
+    {"/feeds/0/flow", "\"2\"", "feeds[\"A\"].flow: \"2\" is not a number with a unit, such as"},
+    {"/feeds/0/flow", "\"2 m3/h\"", "feeds[\"A\"].flow: expected a flow of moles or of mass, such as"},
+    {"/feeds/0/temperature", "\"20 bar\"",
+     "\"20 bar\" has the wrong dimension; expected a unit such as K, degC"},
+    {"/model/parameters/0/value", "\"20 furlong\"", "\"T\"].value: \"20 furlong\" has an unknown unit"},
     {"/feeds/0/temperature", "0", "feeds[\"A\"].temperature: expected a number above 0, in K"},
     {"/feeds/0/pressure", nullptr,
      "feeds[\"A\"]: expected two of \"temperature\", \"pressure\" and \"vaporFraction\""},
@@ -227,13 +232,43 @@ TEST(Units, parseAndFormat) {
         {"1", {0, 0, 0, 0, 0, 0, 0, 0}, ""},
     };
     for (const Row& row : rows) {
-        const auto exponents = parseUnit(row.text);
-        ASSERT_TRUE(exponents) << row.text;
-        EXPECT_EQ(*exponents, row.exponents) << row.text;
-        EXPECT_EQ(unitText(*exponents), row.shown);
+        const auto unit = parseUnit(row.text);
+        ASSERT_TRUE(unit) << row.text;
+        EXPECT_EQ(unit->exponents, row.exponents) << row.text;
+        EXPECT_EQ(unitText(unit->exponents), row.shown);
     }
-    for (const char* wrong : {"m-inf", "", " / ", "degC", "m2x", "K-"})
+    for (const char* wrong : {"m-inf", "", " / ", "degC/s", "m2x", "K-"})
         EXPECT_FALSE(parseUnit(wrong)) << wrong;
+}
+
+TEST_F(CaseFiles, readsQuantitiesWithUnits) {
+    folder.write("more.bin", "x");
+    auto json = nlohmann::ordered_json::parse(fullCase);
+    json["feeds"][0]["temperature"] = "77 degF";
+    json["feeds"][0]["pressure"] = "1 barg";
+    json["feeds"][0]["flow"] = "44.097 kg/h"; // of propane
+    json["feeds"][1]["pressure"] = "29 psi";
+    json["feeds"][1]["flow"] = "360 kmol/h";
+    json["model"]["parameters"][0]["value"] = "-13.15 degC";
+    ASSERT_TRUE(readCase(folder.write("case.json", json.dump()), result, error)) << error;
+    const FeedStream& first = result.feeds.at(0);
+    EXPECT_NEAR(*first.temperature, 298.15, 1e-10);
+    EXPECT_DOUBLE_EQ(*first.pressure, 201325);
+    EXPECT_NEAR(first.flow, 1000.0 / 3600, 1e-12);
+    EXPECT_NEAR(*result.feeds.at(1).pressure, 199947.96, 0.01); // 6894.757 Pa/psi
+    EXPECT_DOUBLE_EQ(result.feeds.at(1).flow, 100);
+    EXPECT_EQ(std::get<UnitModel>(result.units[0].model).parameters[0].value, ParameterValue(260.0));
+
+    const TableUnits units = unitsOfCase(result);
+    EXPECT_EQ(units.temperature + " " + units.pressure + " " + units.flow + " " + units.massFlow,
+              "degF barg mol/s kg/h");
+}
+
+TEST(Quantities, ofADifferenceHaveNoZeroOfTheirOwn) {
+    double value = 0;
+    std::string error;
+    EXPECT_TRUE(parseQuantity("18 degF", std::vector<double>{0, 0, 0, 0, 1, 0, 0, 0, 1}, value, error));
+    EXPECT_NEAR(value, 10, 1e-12);
 }
 
 } // namespace

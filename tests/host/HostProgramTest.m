@@ -105,6 +105,36 @@ text = host (0, 'show', file ('full.svm'));
 expect_text (text, 'n     input   integer  -3          from -5 to 0');
 expect_text (text, 'how   input   string   a           default <b>, one of a, <b>');
 
+% Results in files: of a success, of a failure with what was known before it, of a case that cannot be read.
+json = {file('one.json.out'), file('failed.json.out'), file('bad.json.out'), file('many.json.out')};
+write (json{2}, '{"ok": true}'); % of an earlier run
+write (json{3}, '{"ok": true}');
+host (0, 'run', written, '--json', json{1}, '--csv', file ('streams.csv'), '--reports', file ('reports'), '--units', ...
+      'metric');
+expect_text (fileread (file ('reports/Drum.txt')), 'Flash drum at 260.00 K');
+expect_text (fileread (file ('streams.csv')), "stream,temperature (degC),pressure (bar),flow (kmol/h)");
+flowsheet = fileread (fullfile (examples, 'flowsheet', 'case.json'));
+write (file ('failing.json'), strrep (strrep (flowsheet, '../..', fullfile (examples, '..')), ...
+                                      '"temperature": 310', '"temperature": "50 bar"'));
+expect_failure (2, 'Unit "Knock-out drum": Parameter "temperature" cannot be set: "50 bar" has the wrong dimension', ...
+                'run', file ('failing.json'));
+write (file ('failing.json'), strrep (strrep (flowsheet, '../..', fullfile (examples, '..')), ...
+                                      '"pressure": 2.4e6', '"pressure": "1 kPa"'));
+expect_failure (1, 'Unit "Membrane": ', 'run', file ('failing.json'), '--json', json{2});
+result = jsondecode (fileread (json{2}));
+if (result.ok || ! strcmp (result.error.unit, 'Membrane') ...
+    || ! isequal ({result.streams.name}, {'Syngas', 'Shifted', 'Dry gas', 'Condensate'}) ...
+    || ! isequal ({result.units.status}, {'calculated', 'calculated', 'failed'}) ...
+    || result.units{2}.parameters.pressure != 1000)
+  error ('a failed run leaves %s', jsonencode (result));
+end
+expect_failure (2, 'bad.json: the key "compounds" is missing', 'run', file ('bad.json'), '--json', json{3});
+host (0, 'run', fullfile (examples, 'flowsheet', 'case.json'), '--json', json{4});
+if (system (strjoin ([{'python3', fullfile(fileparts (mfilename ('fullpath')), 'checkSchema.py'), ...
+                       fullfile(examples, '..', 'docs', 'results.schema.json')} json])) != 0)
+  error ('the results do not match their schema');
+end
+
 % A model file gives the same results as the model written out in the case.
 host (0, 'save', written, '-o', file ('drum.svm'));
 start = strfind (written_text, '"model"');

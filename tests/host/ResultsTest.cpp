@@ -1,4 +1,5 @@
 #include "results/Balances.h"
+#include "results/ResultsCsv.h"
 #include "results/ResultsJson.h"
 #include "results/ResultsText.h"
 #include "results/ScriptError.h"
@@ -23,8 +24,13 @@ RunResults someResults() {
                        {"A stream with a long name", 260.125, 1.5e5, 0, {1, 0}, 1, 10, 20}};
     results.balances = {{"Drum", {1.5, 1.25}, {100, 100}, {-5e3, 2e3}, true}};
     results.warnings = {{"Drum", "stream top", "it is odd"}};
+    results.streams[0].massFlow = 3;
+    results.streams[0].phases = {{"Vapor", 0.5, {0.5, 0.5}}, {"Liquid", 0.5, {0, 1}}};
+    results.balances[0].elements = {{"C", {1, 2}}};
+    results.log = {{"Drum", "starts"}};
     results.units = {
         {.name = "Drum",
+         .status = UnitStatus::calculated,
          .parameters = {{.name = "T", .value = 260.0},
                         {.name = "duty",
                          .isInput = false,
@@ -40,18 +46,25 @@ RunResults someResults() {
 TEST(ResultsJson, holdsStreamsParametersAndReports) {
     RunResults results = someResults();
     auto expected = nlohmann::json::parse(R"({
-        "generation": "1.0",
+        "ok": true, "generation": "1.0",
+        "unitsOfMeasure": { "temperature": "K", "pressure": "Pa", "totalFlow": "mol/s", "massFlow": "kg/s",
+                            "enthalpy": "J/mol", "balances": "kg/s, mol/s, W" },
         "streams": [
-          { "name": "Zufluß", "temperature": 300.0, "pressure": 2000000.0, "totalFlow": 100.0,
+          { "name": "Zufluß", "temperature": 300.0, "pressure": 2000000.0, "totalFlow": 100.0, "massFlow": 3.0,
+            "phases": [ { "label": "Vapor", "amount": 0.5, "fraction": { "methane": 0.5, "propane": 0.5 } },
+                        { "label": "Liquid", "amount": 0.5, "fraction": { "methane": 0.0, "propane": 1.0 } } ],
             "fraction": { "methane": 0.25, "propane": 0.75 }, "vaporFraction": 0.5, "enthalpy": -1234.5,
             "enthalpyF": -90000.0 },
           { "name": "A stream with a long name", "temperature": 260.125, "pressure": 150000.0,
-            "totalFlow": 0.0, "fraction": { "methane": 1.0, "propane": 0.0 }, "vaporFraction": 1.0,
+            "totalFlow": 0.0, "massFlow": 0.0, "phases": [], "fraction": { "methane": 1.0, "propane": 0.0 }, "vaporFraction": 1.0,
             "enthalpy": 10.0, "enthalpyF": 20.0 } ],
         "balances": [ { "unit": "Drum", "mass": { "in": 1.5, "out": 1.25 }, "moles": { "in": 100.0, "out": 100.0 },
+                        "elements": { "C": { "in": 1.0, "out": 2.0 } },
                         "enthalpy": { "in": -5000.0, "out": 2000.0 }, "reacts": true } ],
-        "warnings": [ { "unit": "Drum", "subject": "stream top", "text": "it is odd" } ] })");
+        "warnings": [ { "unit": "Drum", "subject": "stream top", "text": "it is odd" } ],
+        "log": [ { "unit": "Drum", "text": "starts" } ] })");
     const auto unit = nlohmann::json::parse(R"({
+        "status": "calculated", "parameterUnits": { "duty": "W" },
         "parameters": { "T": 260.0, "duty": -1500000.0, "none": null, "odd": null, "how": "fast" },
         "reports": { "Matlab Output": "MATLAB output:\r\n" } })");
     auto ofOne = expected;
@@ -62,19 +75,53 @@ TEST(ResultsJson, holdsStreamsParametersAndReports) {
     expected["units"] = {unit};
     expected["units"][0]["name"] = "Drum";
     EXPECT_EQ(nlohmann::json::parse(resultsJson(results)), expected);
+
+    results.failure = {"Drum", "it boils over", ScriptError{"drum.m", 12, 5, "x is undefined"}};
+    results.units[0].status = UnitStatus::failed;
+    expected["ok"] = false;
+    expected["error"] = nlohmann::json::parse(R"({ "unit": "Drum", "message": "it boils over", "script":
+        { "file": "drum.m", "line": 12, "column": 5, "message": "x is undefined" } })");
+    expected["units"][0]["status"] = "failed";
+    EXPECT_EQ(nlohmann::json::parse(resultsJson(results)), expected);
+}
+
+TEST(StreamsCsv, keepsAllDigitsAndQuotesNames) {
+    RunResults results = someResults();
+    results.streams[1].name = "say \"top\", please";
+    results.streams[1].pressure = 1e5 / 3;
+    EXPECT_EQ(streamsCsv(results, unitsOfSystem("si")),
+              "stream,temperature (K),pressure (Pa),flow (mol/s),mass flow (kg/s),vapour fraction,enthalpy "
+              "(J/mol),enthalpy with formation (J/mol),x methane,x propane\r\n"
+              "Zufluß,300,2e+06,100,3,0.5,-1234.5,-90000,0.25,0.75\r\n"
+              "\"say \"\"top\"\", please\",260.125,33333.333333333336,0,0,1,10,20,1,0\r\n");
 }
 
 TEST(StreamTable, alignsItsColumnsByCharacters) {
-    std::istringstream table(streamTable(someResults()));
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(table, line);)
-        lines.push_back(line);
-    ASSERT_EQ(lines.size(), 8u);
+    const auto linesOf = [](const std::string& text) {
+        std::istringstream table(text);
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(table, line);)
+            lines.push_back(line);
+        return lines;
+    };
+    auto lines = linesOf(streamTable(someResults(), TableUnits()));
+    ASSERT_EQ(lines.size(), 9u);
     EXPECT_EQ(lines[0], "Stream                      Zufluß  A stream with a long name");
     EXPECT_EQ(lines[1], "Temperature      K         300.000                    260.125");
     EXPECT_EQ(lines[2], "Pressure         bar       20.0000                     1.5000");
-    EXPECT_EQ(lines[5], "Enthalpy         J/mol    -1234.50                      10.00");
-    EXPECT_EQ(lines[7], "x propane        mol/mol   0.75000                    0.00000");
+    EXPECT_EQ(lines[6], "Enthalpy         J/mol    -1234.50                      10.00");
+    EXPECT_EQ(lines[8], "x propane        mol/mol   0.75000                    0.00000");
+
+    lines = linesOf(streamTable(someResults(), unitsOfSystem("field")));
+    EXPECT_EQ(lines[1], "Temperature      degF        80.330                      8.555");
+    EXPECT_EQ(lines[2], "Pressure         psi        290.075                     21.756");
+    lines = linesOf(streamTable(someResults(), unitsOfSystem("metric")));
+    EXPECT_EQ(lines[6], "Enthalpy         kJ/mol   -1.23450                    0.01000");
+
+    EXPECT_EQ(phaseTable(someResults()), "Phase               Zufluß: Vapor  Zufluß: Liquid\n"
+                                         "Fraction   mol/mol        0.50000         0.50000\n"
+                                         "x methane  mol/mol        0.50000         0.00000\n"
+                                         "x propane  mol/mol        0.50000         1.00000\n");
 }
 
 TEST(Balances, coverMassMolesAndEnthalpy) {
@@ -84,15 +131,18 @@ TEST(Balances, coverMassMolesAndEnthalpy) {
     const StreamResult shifted{"out", 700, 1e5, 2, {0.25, 0.25, 0.25, 0.25}, 1, 9e3, -2e5 + 50};
     const StreamResult half{"half", 600, 1e5, 1, {0.5, 0.5, 0, 0}, 1, 1e3, -2e5};
     const auto table = [&](std::vector<const StreamResult*> products) {
-        return balanceTable(balanceOf("R", compounds, std::array{&syngas}, products));
+        return balanceTable(balanceOf("R", compounds, std::array{&syngas}, products), TableUnits());
     };
     EXPECT_EQ(table({&half, &half}), "Balance              in     out  out - in\n"
                                      "Mass      kg/s   0.0460  0.0460    0.0000\n"
                                      "Moles     mol/s  2.0000  2.0000    0.0000\n"
                                      "Enthalpy  kW     2.0000  2.0000    0.0000\n");
-    EXPECT_EQ(table({&shifted}), "Balance                in        out  out - in\n"
-                                 "Mass      kg/s     0.0460     0.0460    0.0000\n"
-                                 "Enthalpy  kW    -400.0000  -399.9000    0.1000\n");
+    EXPECT_EQ(table({&shifted}), "Balance                 in        out  out - in\n"
+                                 "Mass      kg/s      0.0460     0.0460    0.0000\n"
+                                 "Enthalpy  kW     -400.0000  -399.9000    0.1000\n"
+                                 "C         mol/s     1.0000     1.0000    0.0000\n"
+                                 "O         mol/s     2.0000     2.0000    0.0000\n"
+                                 "H         mol/s     2.0000     2.0000    0.0000\n");
 }
 
 TEST(Warnings, reportImplausibleResults) {
@@ -110,12 +160,19 @@ TEST(Warnings, reportImplausibleResults) {
               "warning: Drum, parameter none: the output has no value: the script never set it\n"
               "warning: Drum, parameter odd: the output has no value: the script never set it\n"
               "warning: Drum, balance: 2 kg/s go in and 1 kg/s come out\n");
+
+    warnings.clear();
+    const Balance alchemy{
+        .unit = "R", .mass = {2, 2}, .reacts = true, .elements = {{"C", {1, 1}}, {"H", {2, 3}}}};
+    addWarnings({.name = "R"}, alchemy, std::array{&sound}, warnings);
+    EXPECT_EQ(warningLines(warnings), "warning: R, balance: 2 mol/s of H go in and 3 mol/s come out\n");
 }
 
 TEST(ScriptErrors, readAsEditorsExpect) {
     Case flowsheet;
     flowsheet.units.resize(1);
     RunResults results = someResults();
+    results.units[0].status = UnitStatus::failed;
     const auto lineFor = [&](const std::string& printed) {
         results.units[0].reports[0].text = "MATLAB output:\nEvaluation error: " + printed;
         const auto error = findScriptError(flowsheet, results);
@@ -136,11 +193,17 @@ TEST(ScriptErrors, readAsEditorsExpect) {
     EXPECT_FALSE(findScriptError(flowsheet, results));
 }
 
-TEST(OutputParameters, appearWithTheirUnits) {
-    EXPECT_EQ(outputParameterLines(someResults().units[0]), "duty  W  -1.5e+06\n"
-                                                            "none          nan\n"
-                                                            "odd             ?\n"
-                                                            "how          fast\n");
+TEST(ParameterTable, hasTheInputsFirstInUnitsOfTheTables) {
+    UnitResult unit = someResults().units[0];
+    unit.parameters.push_back(
+        {.name = "approach", .value = 10.0, .dimensionality = {0, 0, 0, 0, 1, 0, 0, 0, 1}}); // a difference
+    unit.parameters[0].dimensionality = {0, 0, 0, 0, 1};
+    EXPECT_EQ(parameterTable(unit, unitsOfSystem("metric")), "T         input   degC   -13.15\n"
+                                                             "approach  input   K          10\n"
+                                                             "duty      output  kW      -1500\n"
+                                                             "none      output        not set\n"
+                                                             "odd       output        not set\n"
+                                                             "how       output           fast\n");
 }
 
 } // namespace
