@@ -154,7 +154,8 @@ if (result.streams(2).temperature != 250 || result.streams(3).pressure != 1e6)
 end
 failures = {'"temperature": 601', 'Parameter "temperature" cannot be set: the value lies above the maximum, 600'
             '"duty": 1', 'Parameter "duty" cannot be set: it is an output'
-            '"pressure": "high"', 'Parameter "pressure" cannot be set: expected a value of kind "real", got high'
+            '"pressure": "high"', 'Parameter "pressure" cannot be set: "high" is not a number with a unit, such as "20 bar"'
+            '"pressure": true', 'Parameter "pressure" cannot be set: expected a value of kind "real", got true'
             '"level": 1', 'The unit has no parameter "level"; its input parameters: temperature, pressure'};
 for i = 1:rows (failures)
   from_file ([', "parameters": {' failures{i, 1} '}']);
