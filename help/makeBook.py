@@ -65,12 +65,13 @@ def read(path):
 def array_rows(source):
     """The rows of each array in C++, as lists of their texts and words, by the array's name."""
     arrays = {}
-    for count, array, body in re.findall(r"std::array<\w+, (\d+)> (\w+)\{\{(.*?)\n\}\};", source, re.DOTALL):
-        rows = [[text or word for text, word in re.findall(r'L?"([^"]*)"|(\w+)', row)]
-                for row in re.findall(r"^    \{(.*)\},$", body, re.MULTILINE)]
-        if len(rows) != int(count):
-            raise SystemExit(f"{array}: {len(rows)} of {count} rows were read")
-        arrays[array] = rows
+    for array, body in re.findall(r"(\w+) = std::to_array<\w+>\(\{\n(.*?)\n\}\);", source, re.DOTALL):
+        arrays[array] = []
+        for line in body.splitlines():
+            if row := re.fullmatch(r"    \{(.*)\},", line):
+                arrays[array].append([text or word for text, word in re.findall(r'L?"([^"]*)"|(\w+)', row[1])])
+            elif not line.startswith("    //"):
+                raise SystemExit(f"{array}: not a row on one line: {line}")
     return arrays
 
 
@@ -245,7 +246,7 @@ def main():
     contents = read_contents(help_folder / "contents.txt")
     pages = [page for _, page in contents]
     if sorted(pages) != sorted(bodies):
-        raise SystemExit(f"in contents.txt or as a page, not both: {set(pages) ^ set(bodies)}")
+        raise SystemExit("only in one of contents.txt and pages/: " + ", ".join(sorted(set(pages) ^ set(bodies))))
     titles = {page: re.search(r"<h1>(.*?)</h1>", bodies[page])[1] for page in pages}
     bodies["index"] = bodies["index"].replace(
         "<!-- contents -->", contents_tree(contents[1:], lambda page: f"<li>{link(page, titles[page])}\n"))

@@ -93,6 +93,7 @@ constexpr std::array<std::int32_t, 7> ports = {1, 2, 0, 3, -1, INT32_MIN, INT32_
 // value.
 constexpr std::array layouts = {"pt",      "pnxnntt", "t", "t", "tv", "t", "nt",    "nt",     "nnxtt",
                                 "nnxxttt", "t",       "",  "",  "",   "p", "xnntt", "xnnttt", "t"};
+static_assert(layouts.size() == commandCount);
 
 /// getCompoundConstant of a 1.0 material without that constant, and logMessage without a log, leave the block
 /// as it is.

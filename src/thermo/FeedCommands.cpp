@@ -32,13 +32,13 @@ struct DirectProperty {
     bool isVector;
 };
 
-constexpr std::array<DirectProperty, 5> directProperties{{
+constexpr auto directProperties = std::to_array<DirectProperty>({
     {FlashProperty::temperature, &HostTexts::temperature, false},
     {FlashProperty::pressure, &HostTexts::pressure, false},
     {FlashProperty::totalFlow, &HostTexts::totalFlow, false},
     {FlashProperty::flow, &HostTexts::flow, true},
     {FlashProperty::fraction, &HostTexts::fraction, true},
-}};
+});
 
 /// Both generations.
 template <class Material>

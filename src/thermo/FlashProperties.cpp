@@ -15,7 +15,7 @@ struct NamedProperty {
     FlashProperty code;
 };
 
-constexpr std::array<NamedProperty, 15> namedProperties{{
+constexpr auto namedProperties = std::to_array<NamedProperty>({
     {L"temperature", temperature},
     {L"pressure", pressure},
     {L"vaporFraction", vaporFraction},
@@ -31,7 +31,7 @@ constexpr std::array<NamedProperty, 15> namedProperties{{
     {L"flow", flow},
     {L"totalFlow", totalFlow},
     {L"fraction", fraction},
-}};
+});
 
 struct FlashType {
     FlashProperty first;
@@ -40,7 +40,7 @@ struct FlashType {
 };
 
 /// Prescribed text: 1.0 hosts know "HFVf" with a lower-case f.
-constexpr std::array<FlashType, 27> flashTypes{{
+constexpr auto flashTypes = std::to_array<FlashType>({
     {temperature, pressure, L"TP"},
     {temperature, vaporFraction, L"TVF"},
     {temperature, enthalpy, L"TH"},
@@ -68,7 +68,7 @@ constexpr std::array<FlashType, 27> flashTypes{{
     {vaporFraction, entropyNF, L"SNFVF"},
     {vaporFraction, internalEnergy, L"UVF"},
     {vaporFraction, volume, L"VVF"},
-}};
+});
 
 const StringMap<FlashProperty> flashPropertyCodes = [] {
     StringMap<FlashProperty> codes;

@@ -15,7 +15,7 @@ struct SinglePhaseRow {
 /// Prescribed texts, here and in the tables below: the first row, which looks like a heading, is a name that
 /// scripts may use, and "gr" means gram.
 // clang-format off
-constexpr std::array<SinglePhaseRow, 45> singlePhaseRows{{
+constexpr auto singlePhaseRows = std::to_array<SinglePhaseRow>({
     // name, {unit, molar, overall, molarDerivative}
     {L"name", {"unit", 0, 0, 0}},
     {L"activity", {"", 0, 0, 0}},
@@ -62,7 +62,7 @@ constexpr std::array<SinglePhaseRow, 45> singlePhaseRows{{
     {L"heatCapacityCp", {"J / mol / K", 1, 0, 1}},
     {L"heatCapacityCv", {"J / mol / K", 1, 0, 1}},
     {L"excessVolume", {"m3 / mol", 1, 0, 1}},
-}};
+});
 // clang-format on
 
 struct UnitRow {
@@ -71,17 +71,17 @@ struct UnitRow {
 };
 
 /// Prescribed texts: the surface tension's unit stays "N m".
-constexpr std::array<UnitRow, 5> twoPhaseRows{{
+constexpr auto twoPhaseRows = std::to_array<UnitRow>({
     {L"kvalue", ""},
     {L"logKvalue", ""},
     {L"kvalues", ""},
     {L"logKvalues", ""},
     {L"surfaceTension", "N m"},
-}};
+});
 
 /// Prescribed texts: scripts know the blank at the end of "triplePointTemperature ", the "M" of the gyration
 /// radius and the "J / mol" of the standard entropies.
-constexpr std::array<UnitRow, 43> compoundConstantRows{{
+constexpr auto compoundConstantRows = std::to_array<UnitRow>({
     {L"casRegistryNumber", ""},
     {L"chemicalFormula", ""},
     {L"iupacName", ""},
@@ -125,9 +125,9 @@ constexpr std::array<UnitRow, 43> compoundConstantRows{{
     {L"standardFormationGibbsEnergyLiquid", "J / mol"},
     {L"standardFormationGibbsEnergySolid", "J / mol"},
     {L"standardGibbsAqueousDilution", "J / mol"},
-}};
+});
 
-constexpr std::array<UnitRow, 33> temperatureDependentRows{{
+constexpr auto temperatureDependentRows = std::to_array<UnitRow>({
     {L"cpAqueousInfiniteDilution", "J / mol / K"},
     {L"dielectricConstant", ""},
     {L"expansivity", "1 / K"},
@@ -161,14 +161,14 @@ constexpr std::array<UnitRow, 33> temperatureDependentRows{{
     {L"volumeChangeUponVaporization", "m3 / mol"},
     {L"volumeOfLiquid", "m3 / mol"},
     {L"volumeOfSolid", "m3 / mol"},
-}};
+});
 
-constexpr std::array<UnitRow, 4> pressureDependentRows{{
+constexpr auto pressureDependentRows = std::to_array<UnitRow>({
     {L"boilingPointTemperature", "K"},
     {L"glassTransitionTemperature", "K"},
     {L"meltingTemperature", "K"},
     {L"solidSolidPhaseTransitionTemperature", "K"},
-}};
+});
 
 UnitMap unitMap(std::span<const UnitRow> rows) {
     UnitMap map;

@@ -16,13 +16,13 @@ struct StreamUnit {
     const char* unit;
 };
 
-constexpr std::array<StreamUnit, 5> streamUnits{{
+constexpr auto streamUnits = std::to_array<StreamUnit>({
     {"temperature", "K"},
     {"pressure", "Pa"},
     {"fraction", ""},
     {"flow", "mol / s"},
     {"totalFlow", "mol / s"},
-}};
+});
 
 struct DerivativeSuffix {
     const wchar_t* name;
@@ -30,12 +30,12 @@ struct DerivativeSuffix {
     bool byMoles;
 };
 
-constexpr std::array<DerivativeSuffix, 4> derivativeSuffixes{{
+constexpr auto derivativeSuffixes = std::to_array<DerivativeSuffix>({
     {L"Dtemperature", " / K", false},
     {L"Dpressure", " / Pa", false},
     {L"Dmoles", " / mol", true},
     {L"DmolFraction", "", false},
-}};
+});
 
 /// Null for an unknown suffix.
 const DerivativeSuffix* findSuffix(std::wstring_view name) {

@@ -37,14 +37,14 @@ struct TabRow {
     const wchar_t* label;
     std::unique_ptr<Tab> (*make)(Unit& unit, CEditDlg& mainWindow);
 };
-constexpr std::array<TabRow, 6> tabRows{{
+constexpr auto tabRows = std::to_array<TabRow>({
     {L"Ports", make<CPortDlg>},
     {L"Parameters", make<CParameterDlg>},
     {L"Reports", make<CReportDlg>},
     {L"Matlab", make<CMatlabDlg>},
     {L"Additional files", make<CFilesDlg>},
     {L"About", make<CAboutDlg>},
-}};
+});
 
 // Where the last window of this process was: the next one opens there, whichever unit it belongs to.
 int lastTab = 0;

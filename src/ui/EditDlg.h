@@ -7,7 +7,7 @@
 
 namespace solvane {
 
-/// The main window: six tabs, and buttons to save and load a model file, for help and to close. There is no
+/// The main window: the tabs, and buttons to save and load a model file, for help and to close. There is no
 /// working copy: each action changes the unit at once.
 class CEditDlg : public Dialog {
 public:

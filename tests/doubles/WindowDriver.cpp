@@ -36,6 +36,21 @@ BOOL CALLBACK addIfShown(HWND window, LPARAM list) {
     return TRUE;
 }
 
+std::vector<std::wstring> tabLabels(HWND tabs) {
+    std::vector<std::wstring> labels;
+    const auto count = static_cast<WPARAM>(SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0));
+    for (WPARAM i = 0; i < count; ++i) {
+        wchar_t text[64] = L"";
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = text;
+        item.cchTextMax = 64;
+        SendMessageW(tabs, TCM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
+        labels.emplace_back(text);
+    }
+    return labels;
+}
+
 std::vector<HWND> dialogsOf(DWORD thread) {
     std::vector<HWND> found;
     EnumThreadWindows(thread, addIfShown, reinterpret_cast<LPARAM>(&found));
@@ -141,6 +156,8 @@ int WindowDriver::selectedRow(int list) const {
 
 std::vector<std::wstring> WindowDriver::entries(int list) const {
     const HWND window = control(list);
+    if (classOf(window) == WC_TABCONTROLW)
+        return tabLabels(window);
     const bool isCombo = classOf(window) == L"ComboBox";
     std::vector<std::wstring> result;
     const LRESULT count = SendMessageW(window, isCombo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
@@ -176,25 +193,19 @@ void WindowDriver::pickTab(const std::wstring& label) {
     for (const HWND child : shown()) {
         if (classOf(child) != WC_TABCONTROLW)
             continue;
-        const auto count = static_cast<int>(SendMessageW(child, TCM_GETITEMCOUNT, 0, 0));
-        for (int i = 0; i < count; ++i) {
-            wchar_t text[64] = L"";
-            TCITEMW item{};
-            item.mask = TCIF_TEXT;
-            item.pszText = text;
-            item.cchTextMax = 64;
-            SendMessageW(child, TCM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
-            if (label != text)
-                continue;
-            RECT place{};
-            SendMessageW(child, TCM_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&place));
-            const LPARAM point = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-            PostMessageW(child, WM_LBUTTONDOWN, MK_LBUTTON, point);
-            PostMessageW(child, WM_LBUTTONUP, 0, point);
-            waitFor("the tab " + narrow(label),
-                    [&] { return SendMessageW(child, TCM_GETCURSEL, 0, 0) == static_cast<LRESULT>(i); });
-            return settle();
-        }
+        const std::vector<std::wstring> labels = tabLabels(child);
+        const auto found = std::ranges::find(labels, label);
+        if (found == labels.end())
+            continue;
+        const auto index = found - labels.begin();
+        RECT place{};
+        SendMessageW(child, TCM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place));
+        const LPARAM point = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+        PostMessageW(child, WM_LBUTTONDOWN, MK_LBUTTON, point);
+        PostMessageW(child, WM_LBUTTONUP, 0, point);
+        waitFor("the tab " + narrow(label),
+                [&] { return SendMessageW(child, TCM_GETCURSEL, 0, 0) == index; });
+        return settle();
     }
     throw std::runtime_error("no tab \"" + narrow(label) + '"');
 }

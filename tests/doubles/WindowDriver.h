@@ -45,7 +45,7 @@ public:
     /// All cells of a list, row by row.
     std::vector<std::vector<std::wstring>> rows(int list) const;
     int selectedRow(int list) const;
-    /// The entries of a drop-down list or list box.
+    /// The entries of a drop-down list or list box, or the labels of a row of tabs.
     std::vector<std::wstring> entries(int list) const;
     /// The keyboard's focus.
     HWND focus() const;

@@ -61,9 +61,10 @@ def faults_of(source, book, compiled, chmls):
             if not (book / target).is_file() or (anchor and anchor not in pages[target].anchors):
                 yield f"{name}: there is no {link}"
 
-    titles = {page.title for page in pages.values()}
+    titles = {page.title: name for name, page in pages.items()}
     labels = re.findall(r'^    \{L"([^"]*)", make<', (source / "src/ui/EditDlg.cpp").read_text(), re.MULTILINE)
-    yield from (f"no page for the tab {label}" for label in labels or ["?"] if f"The tab {label}" not in titles)
+    yield from (f"window.html leads to no page for the tab {label}" for label in labels or ["?"]
+                if titles.get(f"The tab {label}") not in pages["window.html"].links)
 
     texts = product_texts(source)
     messages = [message for page in pages.values() for message in page.messages]

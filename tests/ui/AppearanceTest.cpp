@@ -1,10 +1,12 @@
 // What the eye and the keyboard find: nothing is cut, nothing overlaps, and the Tab key leads through all.
 
 #include "UiTest.h"
+#include "com/Text.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace solvane {
 namespace {
@@ -102,6 +104,31 @@ protected:
         return shared;
     }
 
+    /// Where the Tab key leads to on a page, and the letters that two of its buttons share.
+    struct Page {
+        std::wstring label;
+        Ids order;
+        std::wstring sharedLetters = L"";
+        bool keepsTabKey = false; ///< the script's text does
+    };
+    static Page pageOf(const std::wstring& label) {
+        const Page pages[] = {
+            {L"Ports",
+             {IDC_PORT_FEEDS, IDC_PORT_ADD_FEED, IDC_PORT_PRODUCTS, IDC_PORT_ADD_PRODUCT,
+              IDC_PORT_REMOVE_PRODUCT}},
+            {L"Parameters", {IDC_PARAMETER_LIST, IDC_PARAMETER_ADD}},
+            {L"Reports", {IDC_REPORT_LIST, IDC_REPORT_TEXT, IDC_REPORT_ADD}},
+            {L"Matlab", {IDC_MATLAB_LEVEL, IDC_MATLAB_SCRIPT}, L"", true},
+            {L"Additional files", {IDC_FILES_LIST, IDC_FILES_BROWSE, IDC_FILES_NEW}, L"r"},
+            {L"About",
+             {IDC_ABOUT_CODE, IDC_ABOUT_TYPE, IDC_ABOUT_VERSION, IDC_ABOUT_MATLAB, IDC_ABOUT_LICENCE}},
+        };
+        const auto page = std::ranges::find(pages, label, &Page::label);
+        if (page == std::end(pages))
+            throw std::runtime_error("AppearanceTest.cpp describes no page \"" + narrow(label) + '"');
+        return *page;
+    }
+
     /// What has the focus, one Tab after the other, until the first is there again.
     static Ids walk(WindowDriver& user) {
         Ids result;
@@ -118,37 +145,24 @@ protected:
 };
 
 TEST_F(Appearance, fitsEveryTabInSmallAndLargeWindows) {
-    const struct {
-        const wchar_t* label;
-        Ids order;
-        const wchar_t* sharedLetters = L"";
-    } tabs[] = {
-        {L"Ports",
-         {IDC_PORT_FEEDS, IDC_PORT_ADD_FEED, IDC_PORT_PRODUCTS, IDC_PORT_ADD_PRODUCT,
-          IDC_PORT_REMOVE_PRODUCT}},
-        {L"Parameters", {IDC_PARAMETER_LIST, IDC_PARAMETER_ADD}},
-        {L"Reports", {IDC_REPORT_LIST, IDC_REPORT_TEXT, IDC_REPORT_ADD}},
-        {L"Additional files", {IDC_FILES_LIST, IDC_FILES_BROWSE, IDC_FILES_NEW}, L"r"},
-        {L"About", {IDC_ABOUT_CODE, IDC_ABOUT_TYPE, IDC_ABOUT_VERSION, IDC_ABOUT_MATLAB, IDC_ABOUT_LICENCE}},
-        {L"Matlab", {}},
-    };
-    edit([&](WindowDriver& user) {
+    edit([](WindowDriver& user) {
         RECT smallest{};
-        for (const auto& tab : tabs) {
-            SCOPED_TRACE(testing::Message() << "the tab " << tab.label);
-            user.pickTab(tab.label);
+        for (const std::wstring& label : user.entries(IDC_EDIT_TABS)) {
+            SCOPED_TRACE(testing::Message() << "the tab " << label);
+            const Page page = pageOf(label);
+            user.pickTab(label);
             user.resize(10, 10);
             smallest = placeOf(user.here());
             expectInPlace(user);
             user.resize(smallest.right - smallest.left + 300, smallest.bottom - smallest.top + 200);
             expectInPlace(user);
             EXPECT_GT(placeOf(user.button(L"&Close")).top, smallest.bottom);
-            EXPECT_EQ(sharedLetters(user), tab.sharedLetters);
-            if (tab.order.empty())
+            EXPECT_EQ(sharedLetters(user), page.sharedLetters);
+            if (page.keepsTabKey)
                 continue;
-            if (tab.order.front() == IDC_PORT_FEEDS)
+            if (label == L"Ports")
                 user.selectRow(IDC_PORT_PRODUCTS, 0);
-            Ids all = tab.order;
+            Ids all = page.order;
             all.insert(all.end(), {IDC_EDIT_SAVE, IDC_EDIT_LOAD, IDC_EDIT_HELP, IDCANCEL});
             focusOn(user.control(all.front()));
             EXPECT_EQ(walk(user), all);
@@ -245,20 +259,20 @@ TEST_F(Appearance, reachesTabsByKeyboard) {
             user.holding(held, [&] { user.key(VK_TAB); });
             return GetDlgCtrlID(user.focus());
         };
-        focusOn(user.control(IDC_PORT_PRODUCTS));
-        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_PARAMETER_LIST);
-        focusOn(user.button(L"&Close")); // beneath the pages
-        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_REPORT_LIST);
-        EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_LEVEL);
+        const std::vector<std::wstring> labels = user.entries(IDC_EDIT_TABS);
+        for (std::size_t i = 1; i <= labels.size(); ++i) {
+            if (i % 2 == 0)
+                focusOn(user.button(L"&Close")); // beneath the pages
+            EXPECT_EQ(tabKey({VK_CONTROL}), pageOf(labels[i % labels.size()]).order.front());
+        }
+        EXPECT_EQ(tabKey({VK_CONTROL, VK_SHIFT}), pageOf(labels.back()).order.front());
+        user.pickTab(L"Matlab");
+        focusOn(user.control(IDC_MATLAB_LEVEL));
         EXPECT_EQ(tabKey({}), IDC_MATLAB_SCRIPT);
         EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_SCRIPT); // which keeps its keys
         focusOn(user.control(IDC_MATLAB_TABS));
         EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_OUTPUT);
         EXPECT_EQ(tabKey({VK_CONTROL}), IDC_MATLAB_SCRIPT);
-        focusOn(user.control(IDC_MATLAB_LEVEL));
-        for (const int first : {IDC_FILES_LIST, IDC_ABOUT_CODE, IDC_PORT_FEEDS})
-            EXPECT_EQ(tabKey({VK_CONTROL}), first);
-        EXPECT_EQ(tabKey({VK_CONTROL, VK_SHIFT}), IDC_ABOUT_CODE);
         user.pickTab(L"Reports"); // the mouse leaves the focus on the tab
         EXPECT_EQ(tabKey({}), IDC_REPORT_LIST);
         for (const wchar_t* clicked : {L"Ports", L"Reports", L"About", L"Ports"}) {

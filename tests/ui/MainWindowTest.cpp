@@ -33,10 +33,12 @@ TEST_F(MainWindow, closesOnEnterOnlyFromTheButton) {
 
 TEST_F(MainWindow, opensOnTheLastTabAtTheLastPlace) {
     RECT place{};
+    std::vector<std::wstring> tabs;
     edit([&](WindowDriver& user) {
-        for (const wchar_t* tab :
-             {L"Ports", L"Parameters", L"Reports", L"Additional files", L"About", L"Matlab"})
+        tabs = user.entries(IDC_EDIT_TABS);
+        for (const std::wstring& tab : tabs)
             user.pickTab(tab);
+        user.pickTab(L"Matlab");
         SetWindowPos(user.here(), nullptr, 120, 90, 800, 600, SWP_NOZORDER);
         user.settle();
         GetWindowRect(user.here(), &place);
@@ -46,7 +48,8 @@ TEST_F(MainWindow, opensOnTheLastTabAtTheLastPlace) {
         RECT now{};
         GetWindowRect(user.here(), &now);
         EXPECT_TRUE(EqualRect(&now, &place));
-        EXPECT_EQ(SendMessageW(user.control(IDC_EDIT_TABS), TCM_GETCURSEL, 0, 0), 3);
+        EXPECT_EQ(tabs.at(static_cast<std::size_t>(TabCtrl_GetCurSel(user.control(IDC_EDIT_TABS)))),
+                  L"Matlab");
         user.pickTab(L"Ports");
     });
 }

@@ -53,10 +53,9 @@ checkError('CapeOpenUnitMex: There is no run of the unit {other}', @CapeOpenUnit
 CapeOpenUnitMex(1, '{unit}');
 
 % Every function: its help shows the usage that its errors name.
-functions = {'getFeedProp', 'setProduct', 'setReport', 'getParameter', 'setParameter', 'getCompoundConstant', ...
-             'getTDependentProperty', 'getPDependentProperty', 'getSinglePhaseProperty', 'getTwoPhaseProperty', ...
-             'getPropertyUnit', 'getUnitName', 'getFeedCount', 'getProductCount', 'getFeedEquilibrium', ...
-             'flashEquilibrium', 'flashProperty', 'logMessage'};
+files = dir(fullfile(fileparts(which('getFeedProp')), '*.m'));
+functions = setdiff(regexprep({files.name}, '\.m$', ''), 'Contents');
+assert(length(functions) > 1);
 for k = 1:length(functions)
   name = functions{k};
   arguments = num2cell(1:8);

@@ -7,7 +7,7 @@
 1;
 
 function c = constants ()
-  % Tc/K, Pc/bar, omega, heat capacity A B C D; rows in the package's order. Source: Reid, Prausnitz, Poling,
+  % Tc/K, Pc/bar, omega, heat capacity A B C D; rows in ReferenceTest's order. Source: Reid, Prausnitz, Poling,
   % The Properties of Gases and Liquids, 4th edition (1987), Appendix A.
   c = [ ...
     190.4  46.0 0.011  19.25   5.213e-2  1.197e-5 -1.132e-8   % methane
