@@ -118,18 +118,24 @@ bool waitUntil(const std::function<bool()>& condition) {
 
 namespace {
 
-/// The last of them.
-DWORD findProcess(std::wstring_view program, DWORD parent) {
+/// The last of the processes that fulfil a condition; 0 if there is none.
+DWORD findProcess(const std::function<bool(const PROCESSENTRY32W&)>& condition) {
     const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     DWORD found = 0;
     for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
          more = Process32NextW(snapshot.get(), &entry))
-        if (compareNoCase(entry.szExeFile, program) == 0 &&
-            (parent == 0 || entry.th32ParentProcessID == parent))
+        if (condition(entry))
             found = entry.th32ProcessID;
     return found;
+}
+
+DWORD findProcess(std::wstring_view program, DWORD parent) {
+    return findProcess([=](const PROCESSENTRY32W& entry) {
+        return compareNoCase(entry.szExeFile, program) == 0 &&
+               (parent == 0 || entry.th32ParentProcessID == parent);
+    });
 }
 
 } // namespace
@@ -147,6 +153,12 @@ bool hasEnded(std::wstring_view program, DWORD parent) {
 }
 
 bool isOctaveRunning(const std::string& processId) {
+    const bool isOnWindows = findProcess([&](const PROCESSENTRY32W& entry) {
+        return std::to_string(entry.th32ProcessID) == processId &&
+               compareNoCase(entry.szExeFile, L"octave-cli.exe") == 0;
+    });
+    if (isOnWindows)
+        return true;
     std::ifstream file("Z:\\proc\\" + processId + "\\cmdline", std::ios::binary);
     const std::string command{std::istreambuf_iterator<char>(file), {}};
     return command.find("octave") != std::string::npos;

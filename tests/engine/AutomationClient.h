@@ -29,6 +29,8 @@ public:
     /// The error that a command raises. Expects the call to fail with it.
     std::wstring failureOf(std::wstring_view command);
     LateBound::Call call(const wchar_t* member, WORD flags, const Variant* argument = nullptr);
+    /// Whether the Octave is a Windows program, which has neither Linux's shell nor its signals.
+    bool isOnWindows() { return execute(L"disp(ispc())") == L"1\n"; }
 
     /// Lets go of the server.
     void release() { object_.reset(); }
@@ -81,7 +83,7 @@ bool hasEnded(std::wstring_view program, DWORD parent = 0);
 /// The server that this process started last; 0 where there is none.
 DWORD serverOfThisProcess();
 
-/// Whether the Linux process lives and is an Octave.
+/// Whether the process, of Linux or Windows, lives and is an Octave.
 bool isOctaveRunning(const std::string& processId);
 
 } // namespace solvane::engine
