@@ -8,7 +8,6 @@
 #include "com/Wine.h"
 
 #include <array>
-#include <filesystem>
 
 namespace solvane::engine {
 
@@ -17,10 +16,6 @@ namespace {
 constexpr wchar_t programVariable[] = L"SOLVANE_OCTAVE";
 constexpr wchar_t settingsKey[] = L"Software\\SolvaneUO";
 constexpr wchar_t programValue[] = L"OctaveProgram";
-
-/// Without it octave-cli.exe looks for its functions where it was built for, not beside itself. A Linux
-/// program knows its place, and cannot use a Windows path.
-constexpr wchar_t homeVariable[] = L"OCTAVE_HOME";
 
 constexpr std::array linuxPrograms = {L"/usr/bin/octave-cli", L"/usr/local/bin/octave-cli"};
 
@@ -100,8 +95,6 @@ bool OctaveProgram::start(const std::wstring& engineFolder, const std::wstring& 
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = startup.hStdOutput = startup.hStdError = stream.get();
 
-    const std::wstring home = std::filesystem::path(path_).parent_path().parent_path().wstring();
-    SetEnvironmentVariableW(homeVariable, isLinux() ? nullptr : home.c_str());
     std::wstring command = commandLine(engineFolder);
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(filePath().c_str(), command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,

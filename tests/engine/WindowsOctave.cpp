@@ -1,10 +1,8 @@
 // Stands for octave-cli.exe of a Windows Octave: takes the options that the server gives, and runs the loop
 // of commands with the same link, to which it offers Octave's functions as Octave's own libraries do. What a
-// command does is only reported; "home" reports where to look for Octave's functions, "hang" sets an event
-// and never returns, and "die" ends the process.
+// command does is only reported; "hang" sets an event and never returns, and "die" ends the process.
 #include <windows.h>
 
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -80,9 +78,6 @@ int wmain(int count, wchar_t** options) {
             Sleep(INFINITE);
         }
         call(link, &begin);
-        const char* const home = std::getenv("OCTAVE_HOME");
-        if (command.text == "home")
-            command.text = home ? home : "nothing";
         command.text = "ran " + command.text;
         call(link, &send, &command);
     }
