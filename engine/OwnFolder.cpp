@@ -4,7 +4,6 @@
 
 #include <sddl.h>
 
-#include <algorithm>
 #include <mutex>
 #include <vector>
 
@@ -18,13 +17,19 @@ std::vector<std::wstring> folders;
 /// The owner, the system and administrators have full access, all others none.
 constexpr wchar_t ownersOnly[] = L"D:P(A;OICI;FA;;;OW)(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)";
 
-void remove(const std::wstring& folder) {
+// So often the removal is tried again, with so many milliseconds between: an Octave whose connection has
+// closed ends itself within a second or two.
+constexpr int tries = 100;
+constexpr DWORD pauseBetween = 30;
+
+/// False if Windows keeps the folder, as the current one of a process.
+bool remove(const std::wstring& folder) {
     WIN32_FIND_DATAW entry;
     FindHandle search(FindFirstFileW((folder + L"\\*").c_str(), &entry));
     for (BOOL more = static_cast<bool>(search); more; more = FindNextFileW(search.get(), &entry))
         DeleteFileW((folder + L'\\' + entry.cFileName).c_str());
     search.reset(); // an open search would keep the folder from being removed
-    RemoveDirectoryW(folder.c_str());
+    return RemoveDirectoryW(folder.c_str()) || GetLastError() != ERROR_SHARING_VIOLATION;
 }
 
 } // namespace
@@ -48,12 +53,14 @@ OwnFolder::~OwnFolder() {
         return;
     const std::lock_guard guard(lock);
     std::erase(folders, path_);
-    remove(path_);
+    for (int i = 0; i < tries && !remove(path_); ++i)
+        Sleep(pauseBetween);
 }
 
 void OwnFolder::removeAll() {
     const std::lock_guard guard(lock);
-    std::ranges::for_each(folders, remove);
+    for (const std::wstring& folder : folders)
+        static_cast<void>(remove(folder));
 }
 
 } // namespace solvane::engine

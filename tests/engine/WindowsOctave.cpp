@@ -1,8 +1,10 @@
 // Stands for octave-cli.exe of a Windows Octave: takes the options that the server gives, and runs the loop
 // of commands with the same link, to which it offers Octave's functions as Octave's own libraries do. What a
-// command does is only reported; "hang" sets an event and never returns, and "die" ends the process.
+// command does is only reported; "pwd" returns the current folder, "hang" sets an event and never returns,
+// and "die" ends the process.
 #include <windows.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -66,7 +68,9 @@ int wmain(int count, wchar_t** options) {
     const mxArray receive{"receive", true};
     const mxArray begin{"begin", true};
     const mxArray send{"send", true};
-    call(link, &connect);
+    const std::u8string place = std::filesystem::current_path().u8string();
+    const mxArray here{std::string(place.begin(), place.end()), true};
+    call(link, &connect, &here);
     for (;;) {
         mxArray command = call(link, &receive);
         if (!command.isText)
@@ -78,7 +82,7 @@ int wmain(int count, wchar_t** options) {
             Sleep(INFINITE);
         }
         call(link, &begin);
-        command.text = "ran " + command.text;
+        command.text = command.text == "pwd" ? here.text : "ran " + command.text;
         call(link, &send, &command);
     }
 }

@@ -17,8 +17,12 @@ TEST(WindowsOctave, takesCommandsDiesAndIsReplaced) {
     EXPECT_EQ(octave.call(L"Execute", DISPATCH_METHOD, &deadly).result,
               HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED));
     EXPECT_EQ(octave.execute(L"again"), L"ran again");
+    const std::wstring folder = octave.execute(L"pwd");
+    EXPECT_TRUE(std::filesystem::exists(folder));
     octave.release();
     EXPECT_TRUE(hasEnded(L"windows_octave.exe"));
+    // Only now, since Windows keeps the current folder of a process.
+    EXPECT_TRUE(waitUntil([&] { return !std::filesystem::exists(folder); }));
 }
 
 TEST(WindowsOctave, endsWithItsServerDuringAnEndlessScript) {
