@@ -82,6 +82,8 @@ void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
         "--csv", run.csvPath,
         "Also write the streams to this file, comma-separated, in the units of the tables and "
         "with all digits");
+    command->add_option("--html", run.htmlPath,
+                        "Also write a page for the browser: the flowsheet, the tables, reports and warnings");
     command->add_option("--reports", run.reportFolder,
                         "Also write each report to a text file in this folder");
     command->add_flag("--verbose", run.verbose,

@@ -15,6 +15,7 @@ struct RunOptions {
     // Files that also receive the results; empty for none.
     std::string jsonPath;
     std::string csvPath;      ///< the streams
+    std::string htmlPath;     ///< a page
     std::string reportFolder; ///< one file per report
     bool verbose = false;     ///< also prints what Matlab printed
 };

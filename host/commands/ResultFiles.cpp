@@ -2,6 +2,7 @@
 
 #include "cases/FilePath.h"
 #include "results/ResultsCsv.h"
+#include "results/ResultsHtml.h"
 #include "results/ResultsJson.h"
 
 namespace solvane::host {
@@ -35,7 +36,7 @@ bool writeReports(const std::string& folder, const RunResults& results, std::str
 } // namespace
 
 bool removeOldResults(const RunOptions& options, std::string& error) {
-    for (const std::string& path : {options.jsonPath, options.csvPath}) {
+    for (const std::string& path : {options.jsonPath, options.csvPath, options.htmlPath}) {
         std::error_code fault;
         if (!path.empty() && std::filesystem::is_regular_file(filePath(path), fault) &&
             !std::filesystem::remove(filePath(path), fault)) {
@@ -52,6 +53,8 @@ bool writeResultFiles(const RunOptions& options, const RunResults& results, cons
     return (options.jsonPath.empty() || writeFile(filePath(options.jsonPath), resultsJson(results), error)) &&
            (options.csvPath.empty() ||
             writeFile(filePath(options.csvPath), streamsCsv(results, units), error)) &&
+           (options.htmlPath.empty() ||
+            writeFile(filePath(options.htmlPath), resultsHtml(results, units, options.casePath), error)) &&
            (options.reportFolder.empty() || writeReports(options.reportFolder, results, error));
 }
 

@@ -4,7 +4,7 @@
 #include "cases/CaseReader.h"
 #include "flowsheet/UnitCalls.h"
 #include "flowsheet/UnitRunner.h"
-#include "results/ResultsText.h"
+#include "results/ResultTables.h"
 #include "results/ScriptError.h"
 
 namespace solvane::host {
@@ -17,22 +17,24 @@ void printReport(std::FILE* stream, const ReportResult& report) {
         print(stream, "\n");
 }
 
+/// Nothing for a table without lines.
+void printTable(const Table& table) {
+    if (!table.lines.empty())
+        print(stdout, "\n" + columns(table));
+}
+
 void printUnit(const UnitResult& unit, const Balance& balance, const TableUnits& units, bool verbose) {
-    print(stdout, "\n" + balanceTable(balance, units));
-    const std::string parameters = parameterTable(unit, units);
-    if (!parameters.empty())
-        print(stdout, "\nParameters\n" + parameters);
+    printTable(balanceTable(balance, units));
+    printTable(parameterTable(unit, units));
     for (const ReportResult& report : unit.reports)
         if (verbose || report.name != outputReport)
             printReport(stdout, report);
 }
 
 void printResults(const RunResults& results, const TableUnits& units, bool verbose) {
-    print(stdout, "Materials of generation " + std::string(generationName(results.generation)) + "\n\n");
-    print(stdout, streamTable(results, units));
-    const std::string phases = phaseTable(results);
-    if (!phases.empty())
-        print(stdout, "\n" + phases);
+    print(stdout, "Materials of generation " + std::string(generationName(results.generation)) + "\n");
+    printTable(streamTable(results, units));
+    printTable(phaseTable(results));
     for (std::size_t i = 0; i < results.units.size(); ++i) {
         if (results.isFlowsheet)
             print(stdout, "\nUnit: " + results.units[i].name + "\n");

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <memory>
 
 namespace solvane::host {
@@ -155,8 +156,12 @@ bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std:
     results.isFlowsheet = flowsheet.isFlowsheet;
     for (const Compound* compound : flowsheet.compounds)
         results.compounds.emplace_back(compound->name);
-    for (const UnitCase& unit : flowsheet.units)
-        results.units.push_back({unit.name});
+    for (const UnitCase& unit : flowsheet.units) {
+        UnitResult& result = results.units.emplace_back();
+        result.name = unit.name;
+        std::ranges::transform(unit.feeds, std::back_inserter(result.feeds), &PortConnection::stream);
+        std::ranges::transform(unit.products, std::back_inserter(result.products), &PortConnection::stream);
+    }
     Flowsheet run(flowsheet, results);
     if (run.start(log, error) && run.run(error))
         return true;

@@ -46,6 +46,8 @@ enum class UnitStatus { notCalculated, calculated, failed };
 struct UnitResult {
     std::string name;
     UnitStatus status = UnitStatus::notCalculated;
+    std::vector<std::string> feeds{};    ///< the streams of its ports
+    std::vector<std::string> products{}; ///< likewise
     std::vector<ModelParameter> parameters{};
     std::vector<ReportResult> reports{};
 };

@@ -36,4 +36,8 @@ std::string columns(const std::vector<Line>& lines, std::size_t labels) {
     return text;
 }
 
+std::string columns(const Table& table) {
+    return table.lines.empty() ? std::string() : columns(table.lines, table.labels);
+}
+
 } // namespace solvane::host

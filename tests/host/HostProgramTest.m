@@ -129,7 +129,12 @@ if (result.ok || ! strcmp (result.error.unit, 'Membrane') ...
   error ('a failed run leaves %s', jsonencode (result));
 end
 expect_failure (2, 'bad.json: the key "compounds" is missing', 'run', file ('bad.json'), '--json', json{3});
-host (0, 'run', fullfile (examples, 'flowsheet', 'case.json'), '--json', json{4});
+host (0, 'run', fullfile (examples, 'flowsheet', 'case.json'), '--json', json{4}, '--html', file ('many.html'));
+page = fileread (file ('many.html'));
+if (system (['xmllint --noout ' file('many.html')]) != 0 || numel (strfind (page, '<rect class="unit"')) != 3 ...
+    || numel (strfind (page, '<path class="stream"')) != 6)
+  error ('the page is %s', page);
+end
 if (system (strjoin ([{'python3', fullfile(fileparts (mfilename ('fullpath')), 'checkSchema.py'), ...
                        fullfile(examples, '..', 'docs', 'results.schema.json')} json])) != 0)
   error ('the results do not match their schema');

@@ -1,7 +1,9 @@
 #include "results/Balances.h"
+#include "results/FlowsheetDrawing.h"
+#include "results/ResultTables.h"
 #include "results/ResultsCsv.h"
+#include "results/ResultsHtml.h"
 #include "results/ResultsJson.h"
-#include "results/ResultsText.h"
 #include "results/ScriptError.h"
 #include "results/Warnings.h"
 
@@ -10,6 +12,7 @@
 
 #include <array>
 #include <limits>
+#include <regex>
 #include <sstream>
 
 namespace solvane::host {
@@ -96,6 +99,38 @@ TEST(StreamsCsv, keepsAllDigitsAndQuotesNames) {
               "\"say \"\"top\"\", please\",260.125,33333.333333333336,0,0,1,10,20,1,0\r\n");
 }
 
+TEST(ResultsHtml, showsTheErrorAndMarksUnits) {
+    RunResults results = someResults();
+    results.warnings.clear();
+    results.units[0].products = {"a <b>"};
+    results.units.push_back({.name = "Next", .status = UnitStatus::failed, .feeds = {"a <b>"}});
+    results.failure = {"Next", "x < y & z"};
+    const std::string page = resultsHtml(results, TableUnits(), "case");
+    for (const char* part : {"<p class=\"error\">Next: x &lt; y &amp; z</p>", "<rect class=\"unit failed\"",
+                             "<rect class=\"unit\"", "a &lt;b&gt;</text>"})
+        EXPECT_NE(page.find(part), std::string::npos) << part << page;
+    EXPECT_EQ(page.find("a <b>"), std::string::npos);
+}
+
+TEST(FlowsheetDrawing, putsAUnitRightOfThoseThatFeedIt) {
+    RunResults results;
+    results.units = {{.name = "A", .feeds = {"f"}, .products = {"s", "t"}},
+                     {.name = "B", .feeds = {"s"}, .products = {"u"}},
+                     {.name = "C", .feeds = {"t", "u"}},
+                     {.name = "D", .feeds = {"g"}}};
+    const std::string svg = flowsheetSvg(results);
+    std::vector<std::pair<int, int>> places;
+    const std::regex box("<rect class=\"unit\" x=\"(\\d+)\" y=\"(\\d+)\"");
+    for (auto match = std::sregex_iterator(svg.begin(), svg.end(), box); match != std::sregex_iterator();
+         ++match)
+        places.emplace_back(std::stoi((*match)[1]), std::stoi((*match)[2]));
+    ASSERT_EQ(places.size(), 4u);
+    EXPECT_LT(places[0].first, places[1].first);
+    EXPECT_LT(places[1].first, places[2].first);
+    EXPECT_EQ(places[3].first, places[0].first); // a second box of the first column
+    EXPECT_GT(places[3].second, places[0].second);
+}
+
 TEST(StreamTable, alignsItsColumnsByCharacters) {
     const auto linesOf = [](const std::string& text) {
         std::istringstream table(text);
@@ -104,7 +139,7 @@ TEST(StreamTable, alignsItsColumnsByCharacters) {
             lines.push_back(line);
         return lines;
     };
-    auto lines = linesOf(streamTable(someResults(), TableUnits()));
+    auto lines = linesOf(columns(streamTable(someResults(), TableUnits())));
     ASSERT_EQ(lines.size(), 9u);
     EXPECT_EQ(lines[0], "Stream                      Zufluß  A stream with a long name");
     EXPECT_EQ(lines[1], "Temperature      K         300.000                    260.125");
@@ -112,16 +147,16 @@ TEST(StreamTable, alignsItsColumnsByCharacters) {
     EXPECT_EQ(lines[6], "Enthalpy         J/mol    -1234.50                      10.00");
     EXPECT_EQ(lines[8], "x propane        mol/mol   0.75000                    0.00000");
 
-    lines = linesOf(streamTable(someResults(), unitsOfSystem("field")));
+    lines = linesOf(columns(streamTable(someResults(), unitsOfSystem("field"))));
     EXPECT_EQ(lines[1], "Temperature      degF        80.330                      8.555");
     EXPECT_EQ(lines[2], "Pressure         psi        290.075                     21.756");
-    lines = linesOf(streamTable(someResults(), unitsOfSystem("metric")));
+    lines = linesOf(columns(streamTable(someResults(), unitsOfSystem("metric"))));
     EXPECT_EQ(lines[6], "Enthalpy         kJ/mol   -1.23450                    0.01000");
 
-    EXPECT_EQ(phaseTable(someResults()), "Phase               Zufluß: Vapor  Zufluß: Liquid\n"
-                                         "Fraction   mol/mol        0.50000         0.50000\n"
-                                         "x methane  mol/mol        0.50000         0.00000\n"
-                                         "x propane  mol/mol        0.50000         1.00000\n");
+    EXPECT_EQ(columns(phaseTable(someResults())), "Phase               Zufluß: Vapor  Zufluß: Liquid\n"
+                                                  "Fraction   mol/mol        0.50000         0.50000\n"
+                                                  "x methane  mol/mol        0.50000         0.00000\n"
+                                                  "x propane  mol/mol        0.50000         1.00000\n");
 }
 
 TEST(Balances, coverMassMolesAndEnthalpy) {
@@ -131,7 +166,7 @@ TEST(Balances, coverMassMolesAndEnthalpy) {
     const StreamResult shifted{"out", 700, 1e5, 2, {0.25, 0.25, 0.25, 0.25}, 1, 9e3, -2e5 + 50};
     const StreamResult half{"half", 600, 1e5, 1, {0.5, 0.5, 0, 0}, 1, 1e3, -2e5};
     const auto table = [&](std::vector<const StreamResult*> products) {
-        return balanceTable(balanceOf("R", compounds, std::array{&syngas}, products), TableUnits());
+        return columns(balanceTable(balanceOf("R", compounds, std::array{&syngas}, products), TableUnits()));
     };
     EXPECT_EQ(table({&half, &half}), "Balance              in     out  out - in\n"
                                      "Mass      kg/s   0.0460  0.0460    0.0000\n"
@@ -198,12 +233,13 @@ TEST(ParameterTable, hasTheInputsFirstInUnitsOfTheTables) {
     unit.parameters.push_back(
         {.name = "approach", .value = 10.0, .dimensionality = {0, 0, 0, 0, 1, 0, 0, 0, 1}}); // a difference
     unit.parameters[0].dimensionality = {0, 0, 0, 0, 1};
-    EXPECT_EQ(parameterTable(unit, unitsOfSystem("metric")), "T         input   degC   -13.15\n"
-                                                             "approach  input   K          10\n"
-                                                             "duty      output  kW      -1500\n"
-                                                             "none      output        not set\n"
-                                                             "odd       output        not set\n"
-                                                             "how       output           fast\n");
+    EXPECT_EQ(columns(parameterTable(unit, unitsOfSystem("metric"))), "Parameter                  value\n"
+                                                                      "T          input   degC   -13.15\n"
+                                                                      "approach   input   K          10\n"
+                                                                      "duty       output  kW      -1500\n"
+                                                                      "none       output        not set\n"
+                                                                      "odd        output        not set\n"
+                                                                      "how        output           fast\n");
 }
 
 } // namespace

@@ -1,27 +1,28 @@
-/// Results as text for people, UTF-8.
+/// Results as tables for people, UTF-8.
 #pragma once
 
 #include "RunResults.h"
 #include "TableUnits.h"
+#include "TextTable.h"
 
 #include <string>
 
 namespace solvane::host {
 
 /// The streams as a table, one column each.
-std::string streamTable(const RunResults& results, const TableUnits& units);
+Table streamTable(const RunResults& results, const TableUnits& units);
 
 /// The phases of the streams that have more than one, one column each; empty if there is none.
-std::string phaseTable(const RunResults& results);
+Table phaseTable(const RunResults& results);
 
 /// A table of the unit's inflows, outflows and their differences. Of a unit that reacts it shows the elements
 /// instead of the moles.
-std::string balanceTable(const Balance& balance, const TableUnits& units);
+Table balanceTable(const Balance& balance, const TableUnits& units);
 
 /// One line per warning; empty if there is none.
 std::string warningLines(const std::vector<Warning>& warnings);
 
 /// The unit's parameters, one line each, the inputs first; empty if there are none.
-std::string parameterTable(const UnitResult& unit, const TableUnits& units);
+Table parameterTable(const UnitResult& unit, const TableUnits& units);
 
 } // namespace solvane::host

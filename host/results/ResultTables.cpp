@@ -1,6 +1,5 @@
-#include "ResultsText.h"
+#include "ResultTables.h"
 
-#include "TextTable.h"
 #include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
 #include "cases/UnitOfMeasure.h"
@@ -74,7 +73,7 @@ std::string shownValue(const ModelParameter& parameter, const std::string& unit)
 
 } // namespace
 
-std::string balanceTable(const Balance& balance, const TableUnits& units) {
+Table balanceTable(const Balance& balance, const TableUnits& units) {
     std::vector<Line> lines{{"Balance", "", "in", "out", "out - in"}};
     for (const BalanceRow& row : balanceRows)
         if (!balance.reacts || row.ofReactors)
@@ -82,7 +81,7 @@ std::string balanceTable(const Balance& balance, const TableUnits& units) {
     if (balance.reacts)
         for (const ElementFlow& element : balance.elements)
             lines.push_back(balanceLine(element.symbol, &TableUnits::flow, units, element.moles));
-    return columns(lines, 2);
+    return {lines, 2};
 }
 
 std::string warningLines(const std::vector<Warning>& warnings) {
@@ -92,7 +91,7 @@ std::string warningLines(const std::vector<Warning>& warnings) {
     return text;
 }
 
-std::string streamTable(const RunResults& results, const TableUnits& units) {
+Table streamTable(const RunResults& results, const TableUnits& units) {
     std::vector<Line> lines{{"Stream", ""}};
     for (const StreamResult& stream : results.streams)
         lines.front().push_back(stream.name);
@@ -107,10 +106,10 @@ std::string streamTable(const RunResults& results, const TableUnits& units) {
         for (const StreamResult& stream : results.streams)
             line.push_back(fixedNumber(stream.fraction[i], fractionDecimals));
     }
-    return columns(lines, 2);
+    return {lines, 2};
 }
 
-std::string phaseTable(const RunResults& results) {
+Table phaseTable(const RunResults& results) {
     std::vector<Line> lines{{"Phase", ""}, {"Fraction", fractionUnit}};
     for (const std::string& compound : results.compounds)
         lines.push_back({"x " + compound, fractionUnit});
@@ -121,11 +120,11 @@ std::string phaseTable(const RunResults& results) {
             for (std::size_t i = 0; i < results.compounds.size(); ++i)
                 lines[i + 2].push_back(fixedNumber(phase.fraction[i], fractionDecimals));
         }
-    return lines.front().size() == 2 ? std::string() : columns(lines, 2);
+    return lines.front().size() == 2 ? Table{} : Table{lines, 2};
 }
 
-std::string parameterTable(const UnitResult& unit, const TableUnits& units) {
-    std::vector<Line> lines;
+Table parameterTable(const UnitResult& unit, const TableUnits& units) {
+    std::vector<Line> lines{{"Parameter", "", "", "value"}};
     for (const bool isInput : {true, false})
         for (const ModelParameter& parameter : unit.parameters)
             if (parameter.isInput == isInput) {
@@ -133,7 +132,7 @@ std::string parameterTable(const UnitResult& unit, const TableUnits& units) {
                 lines.push_back(
                     {parameter.name, isInput ? "input" : "output", measure, shownValue(parameter, measure)});
             }
-    return lines.empty() ? std::string() : columns(lines, 3);
+    return lines.size() == 1 ? Table{} : Table{lines, 3};
 }
 
 } // namespace solvane::host

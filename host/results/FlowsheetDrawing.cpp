@@ -1,0 +1,126 @@
+#include "FlowsheetDrawing.h"
+
+#include "HtmlText.h"
+
+#include <algorithm>
+#include <map>
+
+namespace solvane::host {
+
+namespace {
+
+// Lengths in pixels.
+constexpr int boxWidth = 130;
+constexpr int leastBoxHeight = 56;
+constexpr int portDistance = 28;
+constexpr int columnGap = 170;
+constexpr int rowGap = 40;
+constexpr int margin = 20;
+constexpr int textRise = 5;
+
+struct Point {
+    int x;
+    int y;
+};
+
+struct Box {
+    const UnitResult* unit = nullptr;
+    std::size_t column = 0;
+    int y = 0;
+
+    int height() const {
+        const auto ports = static_cast<int>(std::max(unit->feeds.size(), unit->products.size()));
+        return std::max(leastBoxHeight, (ports + 1) * portDistance);
+    }
+    /// The columns begin after the room for the feeds.
+    int x() const { return margin + columnGap + static_cast<int>(column) * (boxWidth + columnGap); }
+    /// The place of the port among `count` ones on a side.
+    int portY(std::size_t port, std::size_t count) const {
+        return y + height() * static_cast<int>(port + 1) / static_cast<int>(count + 1);
+    }
+};
+
+/// A unit stands in the column after those of the units that feed it.
+std::vector<Box> placedBoxes(const RunResults& results) {
+    std::vector<Box> boxes;
+    std::map<std::string, std::size_t> columnAfter; // by stream
+    std::map<std::size_t, int> bottom;              // by column
+    for (const UnitResult& unit : results.units) {
+        Box box{&unit};
+        for (const std::string& feed : unit.feeds)
+            box.column = std::max(box.column, columnAfter[feed]);
+        for (const std::string& product : unit.products)
+            columnAfter[product] = box.column + 1;
+        box.y = bottom.try_emplace(box.column, margin).first->second;
+        bottom[box.column] = box.y + box.height() + rowGap;
+        boxes.push_back(box);
+    }
+    return boxes;
+}
+
+std::string attribute(const char* name, int value) {
+    return std::string(" ") + name + "=\"" + std::to_string(value) + "\"";
+}
+
+std::string label(Point place, const char* anchor, const std::string& text) {
+    return "<text" + attribute("x", place.x) + attribute("y", place.y) + " text-anchor=\"" + anchor + "\">" +
+           htmlText(text) + "</text>\n";
+}
+
+std::string line(Point from, Point to) {
+    const auto point = [](int x, int y) { return std::to_string(x) + "," + std::to_string(y) + " "; };
+    const int middle = (from.x + to.x) / 2;
+    return "<path class=\"stream\" d=\"M" + point(from.x, from.y) + "C" + point(middle, from.y) +
+           point(middle, to.y) + point(to.x, to.y) + "\"/>\n";
+}
+
+std::string boxSvg(const Box& box, const RunResults& results) {
+    const bool isWarned =
+        std::ranges::find(results.warnings, box.unit->name, &Warning::unit) != results.warnings.end();
+    const char* kind = box.unit->status == UnitStatus::failed ? "unit failed"
+                       : isWarned                             ? "unit warned"
+                                                              : "unit";
+    return std::string("<rect class=\"") + kind + "\"" + attribute("x", box.x()) + attribute("y", box.y) +
+           attribute("width", boxWidth) + attribute("height", box.height()) + " rx=\"6\"/>\n" +
+           label({box.x() + boxWidth / 2, box.y + box.height() / 2 + textRise}, "middle", box.unit->name);
+}
+
+} // namespace
+
+std::string flowsheetSvg(const RunResults& results) {
+    const std::vector<Box> boxes = placedBoxes(results);
+    std::map<std::string, Point> sources; // of the products, until a unit takes them
+    std::string lines, rects;
+    int width = 0, height = 0;
+    for (const Box& box : boxes) {
+        const UnitResult& unit = *box.unit;
+        for (std::size_t i = 0; i < unit.feeds.size(); ++i) {
+            const Point port{box.x(), box.portY(i, unit.feeds.size())};
+            const auto source = sources.find(unit.feeds[i]);
+            if (source == sources.end()) {
+                lines += line({port.x - columnGap + margin, port.y}, port) +
+                         label({port.x - columnGap + margin, port.y - textRise}, "start", unit.feeds[i]);
+                continue;
+            }
+            lines +=
+                line(source->second, port) +
+                label({source->second.x + textRise, source->second.y - textRise}, "start", unit.feeds[i]);
+            sources.erase(source);
+        }
+        for (std::size_t i = 0; i < unit.products.size(); ++i)
+            sources[unit.products[i]] = {box.x() + boxWidth, box.portY(i, unit.products.size())};
+        rects += boxSvg(box, results);
+        width = std::max(width, box.x() + boxWidth + columnGap);
+        height = std::max(height, box.y + box.height() + margin);
+    }
+    for (const auto& [stream, from] : sources)
+        lines += line(from, {from.x + columnGap - margin, from.y}) +
+                 label({from.x + textRise, from.y - textRise}, "start", stream);
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"Flowsheet\"" +
+           attribute("width", width) + attribute("height", height) +
+           "><defs><marker id=\"arrow\" viewBox=\"0 0 8 8\" refX=\"8\" refY=\"4\" markerWidth=\"8\" "
+           "markerHeight=\"8\" orient=\"auto\"><path d=\"M0,0 8,4 0,8z\"/></marker></defs>\n" +
+           lines + rects + "</svg>\n";
+}
+
+} // namespace solvane::host
