@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdio>
 
 namespace solvane::gateway {
 
@@ -33,7 +35,7 @@ bool toCodePage(const mxArray* array, std::string& bytes) {
 
 bool readText(const mxArray* array, std::string& bytes, std::string& error) {
     if (!mxIsChar(array) || (mxGetM(array) != 1 && mxGetNumberOfElements(array) != 0)) {
-        error = "must be text in single quotes";
+        error = "must be text in single quotes" + gotText(array);
         return false;
     }
     bytes.clear();
@@ -48,6 +50,31 @@ bool readText(const mxArray* array, std::string& bytes, std::string& error) {
         return false;
     }
     return true;
+}
+
+std::string gotText(const mxArray* array) {
+    const std::size_t count = mxGetNumberOfElements(array);
+    const std::string size = std::to_string(mxGetM(array)) + " by " + std::to_string(mxGetN(array));
+    if (mxIsChar(array))
+        return mxGetM(array) > 1 ? ", got " + size + " characters" : ", got text";
+    if (mxIsCell(array))
+        return ", got a cell, " + size;
+    if (!mxIsNumeric(array) && !mxIsLogical(array))
+        return ", got a value of another kind";
+    if (mxIsComplex(array) || mxIsSparse(array))
+        return ", got " + size + (mxIsSparse(array) ? " sparse" : " complex") + " values";
+    if (count == 1) {
+        std::array<char, 32> number;
+        std::snprintf(number.data(), number.size(), ", got %.6g", mxGetScalar(array));
+        return number.data();
+    }
+    if (!mxIsDouble(array))
+        return ", got " + size + " values that are not doubles";
+    const double* const values = mxGetPr(array);
+    const double* const bad =
+        std::find_if_not(values, values + count, [](double x) { return std::isfinite(x); });
+    return ", got " + size + " values" +
+           (bad == values + count ? "" : ", number " + std::to_string(bad - values + 1) + " is not finite");
 }
 
 mxArray* makeText(std::string_view bytes) {

@@ -15,6 +15,9 @@ namespace solvane::gateway {
 /// to follow the argument's name ("must be ...").
 bool readText(const mxArray* array, std::string& bytes, std::string& error);
 
+/// The end of a message about an argument of a wrong kind or size, such as ", got 3 by 1 values".
+std::string gotText(const mxArray* array);
+
 /// A char row (0 by 0 if empty) of code page bytes.
 mxArray* makeText(std::string_view bytes);
 

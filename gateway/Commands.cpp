@@ -20,11 +20,14 @@ constexpr Field composition(std::size_t argument, const char* name) {
 constexpr Field value(std::size_t argument, const char* name) {
     return {FieldKind::value, argument, name};
 }
-constexpr Field text(std::size_t argument, const char* name) {
-    return {FieldKind::text, argument, name};
+constexpr Field text(std::size_t argument, const char* name, NameKind names = NameKind::any) {
+    return {FieldKind::text, argument, name, names};
 }
-constexpr Field filledText(std::size_t argument, const char* name) {
-    return {FieldKind::filledText, argument, name};
+constexpr Field condition(std::size_t argument, const char* name) {
+    return text(argument, name, NameKind::flashCondition);
+}
+constexpr Field filledText(std::size_t argument, const char* name, NameKind names) {
+    return {FieldKind::filledText, argument, name, names};
 }
 
 constexpr ReplyForm nothing{unpackNothing, 0, ReplySize::small};
@@ -40,29 +43,30 @@ constexpr ReplyForm equilibrium{unpackEquilibrium, 5, ReplySize::phases};
 // clang-format off
 constexpr std::array<Command, commandCount> commands{{
     {CommandCode::getFeedProp, "getFeedProp", "value = getFeedProp(feed, property)",
-     {port(1, "feed"), text(2, "property")}, shaped},
+     {port(1, "feed"), text(2, "property", NameKind::feedProperty)}, shaped},
     {CommandCode::setProduct, "setProduct", "setProduct(product, flow, composition, name1, value1, name2, value2)",
      {port(1, "product"), number(2, "flow"), composition(3, "composition"), number(5, "value1"),
-      number(7, "value2"), text(4, "name1"), text(6, "name2")}, nothing},
+      number(7, "value2"), condition(4, "name1"), condition(6, "name2")}, nothing},
     {CommandCode::setReport, "setReport", "setReport(name, content)",
      {text(1, "name")}, nothing},
     {CommandCode::getParameter, "getParameter", "value = getParameter(name)",
-     {text(1, "name")}, parameter},
+     {text(1, "name", NameKind::parameter)}, parameter},
     {CommandCode::setParameter, "setParameter", "setParameter(name, value)",
-     {text(1, "name"), value(2, "value")}, nothing},
+     {text(1, "name", NameKind::parameter), value(2, "value")}, nothing},
     {CommandCode::getCompoundConstant, "getCompoundConstant", "values = getCompoundConstant(name)",
-     {filledText(1, "name")}, constants},
+     {filledText(1, "name", NameKind::compoundConstant)}, constants},
     {CommandCode::getTDependentProperty, "getTDependentProperty", "values = getTDependentProperty(name, T)",
-     {number(2, "T"), text(1, "name")}, vector},
+     {number(2, "T"), text(1, "name", NameKind::temperatureDependent)}, vector},
     {CommandCode::getPDependentProperty, "getPDependentProperty", "values = getPDependentProperty(name, P)",
-     {number(2, "P"), text(1, "name")}, vector},
+     {number(2, "P"), text(1, "name", NameKind::pressureDependent)}, vector},
     {CommandCode::getSinglePhaseProperty, "getSinglePhaseProperty", "value = getSinglePhaseProperty(name, phase, T, P, X)",
-     {number(3, "T"), number(4, "P"), composition(5, "X"), text(1, "name"), text(2, "phase")}, shaped},
+     {number(3, "T"), number(4, "P"), composition(5, "X"), text(1, "name", NameKind::singlePhaseProperty),
+      text(2, "phase")}, shaped},
     {CommandCode::getTwoPhaseProperty, "getTwoPhaseProperty", "value = getTwoPhaseProperty(name, phase1, phase2, T, P, X1, X2)",
-     {number(4, "T"), number(5, "P"), composition(6, "X1"), composition(7, "X2"), text(1, "name"),
-      text(2, "phase1"), text(3, "phase2")}, shaped},
+     {number(4, "T"), number(5, "P"), composition(6, "X1"), composition(7, "X2"),
+      text(1, "name", NameKind::twoPhaseProperty), text(2, "phase1"), text(3, "phase2")}, shaped},
     {CommandCode::getPropertyUnit, "getPropertyUnit", "unit = getPropertyUnit(name)",
-     {text(1, "name")}, aText},
+     {text(1, "name", NameKind::property)}, aText},
     {CommandCode::getUnitName, "getUnitName", "name = getUnitName()",
      {}, aText},
     {CommandCode::getFeedCount, "getFeedCount", "count = getFeedCount()",
@@ -73,11 +77,11 @@ constexpr std::array<Command, commandCount> commands{{
      {port(1, "feed")}, equilibrium},
     {CommandCode::flashEquilibrium, "flashEquilibrium",
      "[phases, fractions, compositions, T, P] = flashEquilibrium(X, name1, value1, name2, value2)",
-     {composition(1, "X"), number(3, "value1"), number(5, "value2"), text(2, "name1"), text(4, "name2")},
+     {composition(1, "X"), number(3, "value1"), number(5, "value2"), condition(2, "name1"), condition(4, "name2")},
      equilibrium},
     {CommandCode::flashProperty, "flashProperty", "value = flashProperty(X, name1, value1, name2, value2, property)",
-     {composition(1, "X"), number(3, "value1"), number(5, "value2"), text(2, "name1"), text(4, "name2"),
-      text(6, "property")}, aNumber},
+     {composition(1, "X"), number(3, "value1"), number(5, "value2"), condition(2, "name1"), condition(4, "name2"),
+      text(6, "property", NameKind::overallProperty)}, aNumber},
     {CommandCode::logMessage, "logMessage", "logMessage(text)",
      {text(1, "text")}, nothing},
 }};

@@ -9,8 +9,11 @@
 #include "BlockText.h"
 #include "Commands.h"
 #include "channel/ChannelFrame.h"
+#include "channel/MeantName.h"
 
+#include <algorithm>
 #include <exception>
+#include <string>
 
 namespace solvane::gateway {
 
@@ -105,8 +108,30 @@ bool prepare(const Command& command, Arguments arguments, int outputCount, std::
     return false;
 }
 
-/// Sends the request and reads the answer. A failure that the unit tells stands as it is.
-bool carryOut(const Command& command, const std::string& request, Outputs outputs, std::string& error) {
+/// The end of the unit's message about a wrong name: what the script may have meant. `reply` has been read up
+/// to the message's end.
+std::string suggestion(const Command& command, Arguments arguments, const std::string& message,
+                       Reply& reply) {
+    for (const Field& field : command.usedFields()) {
+        std::string name;
+        std::string ignored;
+        if (field.names == NameKind::any || !readText(arguments[field.argument - 1], name, ignored))
+            continue;
+        std::string meant;
+        if (field.names == NameKind::parameter)
+            meant = readMeantName(reply.rest(meantNameSize), name);
+        else if (name.resize(std::min(name.find('.'), name.size())); // without the derivative
+                 message.find(name) != std::string::npos)
+            meant = meantName(field.names, name);
+        if (!meant.empty())
+            return "; did you mean '" + meant + "'?";
+    }
+    return {};
+}
+
+/// Sends the request and reads the answer. Adds to the unit's message only what a wrong name may mean.
+bool carryOut(const Command& command, Arguments arguments, const std::string& request, Outputs outputs,
+              std::string& error) {
     const auto fail = [&](const std::string& reason) {
         error = std::string(command.name) + ": " + reason;
         return false;
@@ -126,7 +151,7 @@ bool carryOut(const Command& command, const std::string& request, Outputs output
         // An error without a text would be none to the interpreter.
         if (unitsText.empty())
             return fail("it failed, and the unit gave no reason");
-        error = messageText(unitsText);
+        error = messageText(unitsText + suggestion(command, arguments, unitsText, reply));
         return false;
     }
     // Its code is still in the status word where the unit has not answered it.
@@ -161,7 +186,7 @@ bool serve(Arguments arguments, Outputs outputs, int outputCount, std::string& e
         return reportBytes(arguments.subspan(1), outputs, error);
     std::string request;
     return prepare(*command, arguments.subspan(1), outputCount, request, error) &&
-           carryOut(*command, request, outputs, error);
+           carryOut(*command, arguments.subspan(1), request, outputs, error);
 }
 
 /// Doesn't return. Octave would set the gateway's name before a message of mexErrMsgTxt, so it runs its

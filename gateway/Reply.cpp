@@ -89,6 +89,12 @@ bool Reply::text(std::string& text, std::string& error) {
     return true;
 }
 
+std::string_view Reply::rest(std::size_t count) {
+    std::string ignored;
+    static_cast<void>(have(count, ignored));
+    return std::string_view(bytes_).substr(std::min(position_, bytes_.size()), count);
+}
+
 bool unpackNothing(Reply&, const Run&, std::span<mxArray*>, std::string&) {
     return true;
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace solvane::gateway {
@@ -23,6 +24,8 @@ public:
     bool numbers(std::uint64_t count, std::vector<double>& numbers, std::string& error);
     /// The bytes up to a NUL.
     bool text(std::string& text, std::string& error);
+    /// Up to `count` bytes that follow, fewer if the block ends before.
+    std::string_view rest(std::size_t count);
 
 private:
     bool have(std::uint64_t count, std::string& error);

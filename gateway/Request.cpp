@@ -29,7 +29,7 @@ bool packPort(const mxArray* argument, std::size_t, std::string& request, std::s
     using Limits = std::numeric_limits<std::int32_t>;
     const double port = isRealScalar(argument) ? mxGetScalar(argument) : std::nan("");
     if (!(port >= Limits::min() && port <= Limits::max()) || port != std::floor(port)) {
-        error = "must be one whole number, counted from 1";
+        error = "must be one whole number, counted from 1" + gotText(argument);
         return false;
     }
     append(request, static_cast<std::int32_t>(port));
@@ -38,7 +38,7 @@ bool packPort(const mxArray* argument, std::size_t, std::string& request, std::s
 
 bool packNumber(const mxArray* argument, std::size_t, std::string& request, std::string& error) {
     if (!isRealScalar(argument) || !std::isfinite(mxGetScalar(argument))) {
-        error = "must be one real, finite number";
+        error = "must be one real, finite number" + gotText(argument);
         return false;
     }
     append(request, mxGetScalar(argument));
@@ -54,7 +54,7 @@ bool packComposition(const mxArray* argument, std::size_t compoundCount, std::st
     if (!isVector ||
         !std::all_of(values, values + compoundCount, [](double x) { return std::isfinite(x); })) {
         error = "must be a full vector of " + std::to_string(compoundCount) +
-                " real, finite doubles, the mole fraction of each compound";
+                " real, finite doubles, the mole fraction of each compound" + gotText(argument);
         return false;
     }
     request.append(reinterpret_cast<const char*>(values), compoundCount * sizeof *values);
@@ -85,7 +85,7 @@ bool packValue(const mxArray* argument, std::size_t compoundCount, std::string& 
         return packText(argument, compoundCount, request, error);
     }
     if (!isRealScalar(argument)) {
-        error = "must be one real number, one logical value, or text in single quotes";
+        error = "must be one real number, one logical value, or text in single quotes" + gotText(argument);
         return false;
     }
     if (mxIsLogical(argument)) {

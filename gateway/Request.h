@@ -1,6 +1,7 @@
 /// Reading a command's arguments and packing them into its request.
 #pragma once
 
+#include "KnownNames.h"
 #include "channel/CommandCode.h"
 #include "mex/MexFunctions.h"
 
@@ -25,6 +26,8 @@ struct Field {
     /// Which argument of the function it comes from, counted from 1.
     std::size_t argument;
     const char* name;
+    /// What a text names.
+    NameKind names = NameKind::any;
 };
 
 /// Packs a request: the command's code, then the fields in the order of the wire. `arguments` are as many as

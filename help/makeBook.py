@@ -75,21 +75,21 @@ def array_rows(source):
     return arrays
 
 
-def property_tables(thermo):
+def property_tables(channel):
     """[(name, unit)] by the table's name."""
     # The row "name" is the heading of the table of one phase.
     return {array.removesuffix("Rows"): [(row[0].strip(), row[1]) for row in rows if row[0] != "name"]
-            for array, rows in array_rows(read(thermo / "PropertyTables.cpp")).items()}
+            for array, rows in array_rows(read(channel / "PropertyTables.cpp")).items()}
 
 
-def stream_table(thermo, tables):
+def stream_table(channel, thermo, tables):
     """[(name, unit, use)] of the properties of streams."""
     units = dict(tables["singlePhase"])
     units |= {row[0]: row[1] for row in array_rows(read(thermo / "PropertyUnit.cpp"))["streamUnits"]}
-    codes = re.search(r"enum class FlashProperty \{(.*?)\}", read(thermo / "FlashProperties.h"), re.DOTALL)[1]
+    codes = re.search(r"enum class FlashProperty \{(.*?)\}", read(channel / "FlashProperties.h"), re.DOTALL)[1]
     conditions = re.findall(r"(\w+) = ", codes.partition("volume")[0]) + ["volume"]
     uses = {name: ["condition of a flash"] * (code in conditions) + ["of a feed"] * (code != "vaporFraction")
-            for name, code in array_rows(read(thermo / "FlashProperties.cpp"))["namedProperties"]}
+            for name, code in array_rows(read(channel / "FlashProperties.cpp"))["namedProperties"]}
     return [(name, units.get(name, ""), ", ".join(use)) for name, use in uses.items()]
 
 
@@ -240,9 +240,9 @@ def index_entries(contents, bodies, titles, tables):
 
 
 def main():
-    help_folder, toolbox, thermo, library, output = map(Path, sys.argv[1:])
-    tables = property_tables(thermo)
-    bodies = read_bodies(help_folder, toolbox, tables, stream_table(thermo, tables), library)
+    help_folder, toolbox, channel, thermo, library, output = map(Path, sys.argv[1:])
+    tables = property_tables(channel)
+    bodies = read_bodies(help_folder, toolbox, tables, stream_table(channel, thermo, tables), library)
     contents = read_contents(help_folder / "contents.txt")
     pages = [page for _, page in contents]
     if sorted(pages) != sorted(bodies):

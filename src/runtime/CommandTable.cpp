@@ -3,18 +3,24 @@
 #include "UnitCommands.h"
 #include "channel/ChannelFrame.h"
 #include "channel/CommandCode.h"
+#include "channel/MeantName.h"
 #include "com/Failure.h"
+#include "com/Text.h"
+#include "thermo/CalculationRun.h"
 #include "thermo/CompoundCommands.h"
 #include "thermo/FeedCommands.h"
 #include "thermo/FlashCommands.h"
 #include "thermo/PhasePropertyCommands.h"
 #include "thermo/ProductCommands.h"
+#include "unit/model/Unit.h"
 
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <exception>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace solvane {
 
@@ -67,13 +73,29 @@ bool dispatch(CalculationRun& run, std::span<std::byte> block, std::string& erro
     return commands[code - 1].carryOut(run, request, reply, error);
 }
 
+/// A script's wrong name of a parameter, and what it may have meant.
+void addMeantParameter(const CalculationRun& run, std::string_view error, std::span<std::byte> block) {
+    constexpr std::string_view refusal = "Invalid parameter name: ";
+    if (!error.starts_with(refusal))
+        return;
+    std::vector<std::string> names;
+    for (const ComRef<CParameter>& parameter : run.unit.parameters)
+        names.push_back(narrow(parameter->componentName));
+    const std::string_view wrong = error.substr(refusal.size());
+    const std::string meant = closestName(names, wrong);
+    if (!meant.empty())
+        writeMeantName(block, wrong, meant);
+}
+
 } // namespace
 
 void carryOutCommand(CalculationRun& run, std::span<std::byte> block) noexcept {
     try {
         std::string error;
-        if (!dispatch(run, block, error))
+        if (!dispatch(run, block, error)) {
             SetChannelError(block, error);
+            addMeantParameter(run, error, block);
+        }
     } catch (const std::exception& exception) {
         const char* text = exception.what();
         SetChannelError(block, text && *text ? text : "Unknown exception");

@@ -2,8 +2,8 @@
 #include "CompoundCommands.h"
 #include "HostTexts.h"
 #include "PropertyCalls.h"
-#include "PropertyTables.h"
 #include "channel/ChannelFrame.h"
+#include "channel/PropertyTables.h"
 #include "com/Text.h"
 
 namespace solvane {

@@ -2,13 +2,13 @@
 
 #include "CalculationMaterial.h"
 #include "Equilibrium.h"
-#include "FlashProperties.h"
 #include "HostTexts.h"
 #include "HostValues.h"
 #include "OverallProperty.h"
 #include "PortNumber.h"
 #include "PropertyCalls.h"
 #include "channel/ChannelFrame.h"
+#include "channel/FlashProperties.h"
 #include "channel/ValueTags.h"
 #include "unit/model/Unit.h"
 

@@ -5,10 +5,10 @@
 #include "MaterialFlash.h"
 #include "OverallProperty.h"
 #include "channel/ChannelFrame.h"
+#include "channel/FlashProperties.h"
 #include "com/Failure.h"
 
 #include <algorithm>
-#include <array>
 
 namespace solvane {
 
@@ -28,11 +28,6 @@ bool flash(CalculationRun& run, const FlashRequest& request, std::string& error)
     return areFlashConstraints(request.constraints, "", error) &&
            flashCalculationMaterial(run, request, error);
 }
-
-/// The properties that flashProperty returns, by their exact names.
-constexpr std::array<std::string_view, 8> overallProperties{
-    "enthalpy", "enthalpyF", "enthalpyNF", "entropy", "entropyF", "entropyNF", "internalEnergy", "volume",
-};
 
 bool overallProperty(CalculationRun& run, const std::string& name, double& value, std::string& error) {
     if (std::ranges::find(overallProperties, name) == overallProperties.end())

@@ -1,7 +1,7 @@
 /// The two constraints of a flash, as the script names them.
 #pragma once
 
-#include "FlashProperties.h"
+#include "channel/FlashProperties.h"
 #include "unit/model/CPort.h"
 
 #include <span>

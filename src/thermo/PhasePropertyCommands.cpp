@@ -2,8 +2,8 @@
 
 #include "CalculationMaterial.h"
 #include "PropertyCalls.h"
-#include "PropertyTables.h"
 #include "channel/ChannelFrame.h"
+#include "channel/PropertyTables.h"
 #include "channel/ValueTags.h"
 #include "com/Text.h"
 

@@ -1,6 +1,6 @@
 #include "FeedCommands.h"
-#include "PropertyTables.h"
 #include "channel/ChannelFrame.h"
+#include "channel/PropertyTables.h"
 #include "com/Failure.h"
 #include "com/Text.h"
 

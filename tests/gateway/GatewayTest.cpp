@@ -139,6 +139,32 @@ TEST_F(Gateway, answersBecomeTheScriptsValues) {
          "all compounds"},
         {1, parameter, wireOf(1u, "Invalid parameter name: p"), "error: Invalid parameter name: p"},
         {1, parameter, wireOf(1u, ""), "error: getParameter: it failed, and the unit gave no reason"},
+        // A wrong name that is close to a known one.
+        {1,
+         {u"getFeedProp", 1, u"enthalpi"},
+         wireOf(1u, "Unknown/unsupported property \"enthalpi\" in getFeedProp"),
+         "error: Unknown/unsupported property \"enthalpi\" in getFeedProp; did you mean 'enthalpy'?"},
+        {1,
+         {u"flashEquilibrium", composition(), u"pressure", 1, u"vapourFractoin", 1},
+         wireOf(1u, "\"vapourFractoin\" is not valid"),
+         "error: \"vapourFractoin\" is not valid; did you mean 'vaporFraction'?"},
+        {1,
+         {u"flashProperty", composition(), u"a", 1, u"b", 2, u"Enthalpynf"},
+         wireOf(1u, "Invalid or unsupported overall property: Enthalpynf"),
+         "error: Invalid or unsupported overall property: Enthalpynf; did you mean 'enthalpyNF'?"},
+        {1,
+         {u"getPropertyUnit", u"vaporPresure.Dtemperature"},
+         wireOf(1u, "Unknown property: vaporPresure"),
+         "error: Unknown property: vaporPresure; did you mean 'vaporPressure'?"},
+        {1, feedProp, wireOf(1u, "no flow"), "error: no flow"},
+        {1,
+         {u"getParameter", u"dty"},
+         wireOf(1u, "no dty", "\x1ameant dty", "Duty"),
+         "error: no dty; did you mean 'Duty'?"},
+        // What an earlier failure left.
+        {1, {u"getParameter", u"abc"}, wireOf(1u, "no abc", "\x1ameant dty", "Duty"), "error: no abc"},
+        {1, {u"getFeedProp", 1, u"duty"}, wireOf(1u, "no duty"), "error: no duty"},
+        {1, {u"getFeedProp", 1, u"enthalpi"}, wireOf(1u, "out of range"), "error: out of range"},
     };
     for (const ReplyCase& row : cases) {
         unit.answer(row.reply);
@@ -195,11 +221,15 @@ struct MisuseCase {
 
 TEST_F(Gateway, misuseNamesTheFunctionAndItsUsageAndNeverReachesTheUnit) {
     const std::string feedUsage = "Usage: value = getFeedProp(feed, property)";
-    const std::string badPort = "getFeedProp: feed must be one whole number, counted from 1. " + feedUsage;
+    const auto badPort = [&](const std::string& got) {
+        return "getFeedProp: feed must be one whole number, counted from 1, got " + got + ". " + feedUsage;
+    };
     const std::string flashUsage = "Usage: value = flashProperty(X, name1, value1, name2, value2, property)";
-    const std::string badX = "flashProperty: X must be a full vector of 2 real, finite doubles, the mole "
-                             "fraction of each compound. " +
-                             flashUsage;
+    const auto badX = [&](const std::string& got) {
+        return "flashProperty: X must be a full vector of 2 real, finite doubles, the mole fraction of each "
+               "compound, got " +
+               got + ". " + flashUsage;
+    };
     const std::string logUsage = ". Usage: logMessage(text)";
     const auto feed = [](Argument port) -> Arguments { return {u"getFeedProp", port, u"flow"}; };
     const auto flash = [](Argument x, Argument value1) -> Arguments {
@@ -215,27 +245,29 @@ TEST_F(Gateway, misuseNamesTheFunctionAndItsUsageAndNeverReachesTheUnit) {
     const std::vector<MisuseCase> cases{
         {{u"getFeedProp", 1}, "getFeedProp: expected 2 arguments, got 1. " + feedUsage},
         {{u"getUnitName", 1}, "getUnitName: expected 0 arguments, got 1. Usage: name = getUnitName()"},
-        {feed(1.5), badPort},
-        {feed(nan), badPort},
-        {feed(3e9), badPort},
-        {feed(matrix(1, 2, {1, 2})), badPort},
-        {feed(matrix(0, 0, {})), badPort},
-        {feed(u"1"), badPort},
-        {feed(complexNumber), badPort},
-        {{u"getFeedProp", 1, 2}, "getFeedProp: property must be text in single quotes. " + feedUsage},
+        {feed(1.5), badPort("1.5")},
+        {feed(nan), badPort("nan")},
+        {feed(3e9), badPort("3e+09")},
+        {feed(matrix(1, 2, {1, 2})), badPort("1 by 2 values")},
+        {feed(matrix(0, 0, {})), badPort("0 by 0 values")},
+        {feed(u"1"), badPort("text")},
+        {feed(complexNumber), badPort("1 by 1 complex values")},
+        {{u"getFeedProp", 1, 2}, "getFeedProp: property must be text in single quotes, got 2. " + feedUsage},
         {{u"getCompoundConstant", u""},
          "getCompoundConstant: name must not be empty. Usage: values = getCompoundConstant(name)"},
-        {flash(matrix(3, 1, {0.2, 0.3, 0.5}), 1), badX},
-        {flash(matrix(2, 2, {0.2, 0.3, 0.5, 0}), 1), badX},
-        {flash(matrix(2, 1, {0.5, nan}), 1), badX},
-        {flash(sparseVector, 1), badX},
-        {flash(u"ab", 1), badX},
+        {flash(matrix(3, 1, {0.2, 0.3, 0.5}), 1), badX("3 by 1 values")},
+        {flash(matrix(2, 2, {0.2, 0.3, 0.5, 0}), 1), badX("2 by 2 values")},
+        {flash(matrix(2, 1, {0.5, nan}), 1), badX("2 by 1 values, number 2 is not finite")},
+        {flash(sparseVector, 1), badX("2 by 1 sparse values")},
+        {flash(u"ab", 1), badX("text")},
         {flash(composition(), infinity),
-         "flashProperty: value1 must be one real, finite number. " + flashUsage},
+         "flashProperty: value1 must be one real, finite number, got inf. " + flashUsage},
         {{u"setParameter", u"p", matrix(1, 2, {1, 2})},
-         "setParameter: value must be one real number, one logical value, or text in single quotes. Usage: "
-         "setParameter(name, value)"},
-        {{u"logMessage", textColumn}, "logMessage: text must be text in single quotes" + logUsage},
+         "setParameter: value must be one real number, one logical value, or text in single quotes, got 1 by "
+         "2 "
+         "values. Usage: setParameter(name, value)"},
+        {{u"logMessage", textColumn},
+         "logMessage: text must be text in single quotes, got 2 by 1 characters" + logUsage},
         {{u"logMessage", std::u16string_view(u"a\0b", 3)},
          "logMessage: text must not hold the character with code 0" + logUsage},
         {{u"logMessage", u"\u0391\u0101"},

@@ -32,10 +32,10 @@ constexpr Mistake mistakes[] = {
     {"y = strsplit(3);", "strsplit: S and DEL must be string values", 3},
     {"y = fzero(@(t) nosuch(t), 1);", "'nosuch' undefined", 16},
     {"error('mine');", "mine", 1},
-    {"T = getFeedProp(1, 'temprature');", "Unknown/unsupported property \"temprature\" in getFeedProp", 3},
+    {"T = getFeedProp(1, 'temprature');", "\"temprature\" in getFeedProp; did you mean 'temperature'?", 3},
     {"flashEquilibrium([1 0 0], 'temperature', 300, 'pressure', 1e5);",
-     "flashEquilibrium: X must be a full vector of 2", 1},
-    {"p = getParameter('prssure');", "Invalid parameter name: prssure", 3},
+     "the mole fraction of each compound, got 1 by 3 values. Usage: ", 1},
+    {"p = getParameter('prssure');", "Invalid parameter name: prssure; did you mean 'pressure'?", 3},
 };
 
 /// The mistake as the last line of each place that a user's code can have.

@@ -1,5 +1,5 @@
-#include "thermo/FlashProperties.h"
-#include "thermo/StringMap.h"
+#include "channel/FlashProperties.h"
+#include "channel/StringMap.h"
 
 #include <gtest/gtest.h>
 

@@ -84,6 +84,10 @@ FlashProperty flashPropertyCode(std::wstring_view name) {
     return code ? *code : unknown;
 }
 
+std::vector<std::wstring> flashPropertyNames() {
+    return flashPropertyCodes.names();
+}
+
 const wchar_t* flashType(FlashProperty first, FlashProperty second) {
     for (const FlashType& type : flashTypes)
         if ((first == type.first && second == type.other) || (second == type.first && first == type.other))

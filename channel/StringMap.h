@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace solvane {
 
@@ -52,7 +53,15 @@ public:
     void add(std::wstring_view name, Value value) {
         std::wstring lower(name);
         lowerInto(name, lower.data());
-        entries_.emplace(StringMapKeyString(std::move(lower)), std::move(value));
+        entries_.emplace(StringMapKeyString(std::move(lower)), Entry{std::wstring(name), std::move(value)});
+    }
+
+    /// All names, as they were added.
+    std::vector<std::wstring> names() const {
+        std::vector<std::wstring> result;
+        for (const auto& [key, entry] : entries_)
+            result.push_back(entry.name);
+        return result;
     }
 
     /// Null for an unknown name. A name of up to 127 characters is looked up without an allocation.
@@ -67,16 +76,21 @@ public:
         lowerInto(name, lower);
         lower[name.size()] = L'\0';
         const auto entry = entries_.find(StringMapKeyPtr(lower));
-        return entry == entries_.end() ? nullptr : &entry->second;
+        return entry == entries_.end() ? nullptr : &entry->second.value;
     }
 
 private:
+    struct Entry {
+        std::wstring name;
+        Value value;
+    };
+
     static void lowerInto(std::wstring_view name, wchar_t* lower) {
         std::transform(name.begin(), name.end(), lower,
                        [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
     }
 
-    std::map<StringMapKeyString, Value, std::less<>> entries_;
+    std::map<StringMapKeyString, Entry, std::less<>> entries_;
 };
 
 } // namespace solvane

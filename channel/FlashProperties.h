@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace solvane {
 
@@ -26,6 +29,14 @@ enum class FlashProperty {
 /// The code of a name, ignoring case; `unknown` for any other text. "energy" is another name of
 /// "internalEnergy".
 FlashProperty flashPropertyCode(std::wstring_view name);
+
+/// All names that have a code.
+std::vector<std::wstring> flashPropertyNames();
+
+/// The properties that flashProperty returns, by their exact names.
+inline constexpr std::array<std::string_view, 8> overallProperties{
+    "enthalpy", "enthalpyF", "enthalpyNF", "entropy", "entropyF", "entropyNF", "internalEnergy", "volume",
+};
 
 constexpr bool isFlashConstraint(FlashProperty code) {
     return code <= FlashProperty::volume;

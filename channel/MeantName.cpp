@@ -1,0 +1,78 @@
+#include "MeantName.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <numeric>
+#include <vector>
+
+namespace solvane {
+
+namespace {
+
+constexpr std::size_t shortestName = 3;
+constexpr std::string_view mark = "\x1ameant ";
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// How many letters must be added, removed, changed or exchanged with their neighbours.
+std::size_t distance(std::string_view a, std::string_view b) {
+    std::vector<std::size_t> beforeLast, last(b.size() + 1), row(b.size() + 1);
+    std::iota(last.begin(), last.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const bool isSame = lower(a[i - 1]) == lower(b[j - 1]);
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (isSame ? 0 : 1)});
+            if (i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) && lower(a[i - 2]) == lower(b[j - 1]))
+                row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+        }
+        beforeLast = last;
+        std::swap(last, row);
+    }
+    return last.back();
+}
+
+std::string begunAbout(std::string_view wrong) {
+    return std::string(mark).append(wrong).append(1, '\0');
+}
+
+} // namespace
+
+std::string closestName(std::span<const std::string> known, std::string_view name) {
+    constexpr std::size_t longestName = 100;
+    if (name.size() < shortestName || name.size() > longestName)
+        return {};
+    std::string_view closest;
+    std::size_t least = std::max<std::size_t>(name.size() / 4, 1) + 1;
+    for (const std::string& one : known) {
+        const std::size_t apart = one.size() > longestName ? least : distance(name, one);
+        if (apart < least) {
+            least = apart;
+            closest = one;
+        }
+    }
+    return std::string(closest);
+}
+
+void writeMeantName(std::span<std::byte> block, std::string_view wrong, std::string_view meant) {
+    const char* const begin = reinterpret_cast<const char*>(block.data());
+    const auto* const end = std::find(begin + sizeof(std::uint32_t), begin + block.size(), '\0');
+    const std::string bytes = begunAbout(wrong).append(meant).append(1, '\0');
+    const auto offset = static_cast<std::size_t>(end - begin) + 1;
+    if (bytes.size() <= meantNameSize && offset + bytes.size() <= block.size())
+        std::memcpy(block.data() + offset, bytes.data(), bytes.size());
+}
+
+std::string readMeantName(std::string_view afterRecord, std::string_view wrong) {
+    const std::string begun = begunAbout(wrong);
+    if (!afterRecord.starts_with(begun))
+        return {};
+    afterRecord.remove_prefix(begun.size());
+    const std::size_t end = afterRecord.find('\0');
+    return std::string(end == afterRecord.npos ? std::string_view() : afterRecord.substr(0, end));
+}
+
+} // namespace solvane
