@@ -131,6 +131,10 @@ void addEdit(CLI::App& app, EditOptions& edit, std::optional<MessageBoxes>& boxe
                      "The model file (.svm), or the case file of one unit: the model is then saved to the "
                      "model file that the case names, or to a new one next to the case")
         ->required();
+    command->add_option(
+        "--with", edit.casePath,
+        "A case file of one unit: its streams are connected to the model file's ports, so that "
+        "\"Test\" runs the script on them. The streams of a case are always connected");
     command->final_callback([&] {
         boxes.reset();
         result = editCommand(edit);

@@ -5,6 +5,7 @@
 #include "com/Text.h"
 #include "com/Wine.h"
 #include "flowsheet/ModelStream.h"
+#include "flowsheet/Streams.h"
 #include "flowsheet/UnitCalls.h"
 #include "flowsheet/UnitSession.h"
 
@@ -12,34 +13,49 @@ namespace solvane::host {
 
 namespace {
 
-/// A model, and the file that it is saved to after a change.
+/// A model, the file that it is saved to after a change, and the case whose streams its ports get.
 struct EditedModel {
-    UnitCase unit{};
-    Profile profile = profiles.front();
+    Case flowsheet{}; ///< of one unit; without streams if no case is given
     std::filesystem::path target{};
     bool isNewFile = false;
+
+    UnitCase& unit() { return flowsheet.units.front(); }
 };
 
-bool readModelFile(const std::filesystem::path& path, EditedModel& model, std::string& error) {
-    model.target = path;
-    auto& file = model.unit.model.emplace<ModelFile>();
-    file.name = pathText(path.filename());
-    return readFile(path, file.bytes, error);
+bool readCaseOfOneUnit(const std::string& path, Case& flowsheet, std::string& error) {
+    if (!readCase(path, flowsheet, error))
+        return false;
+    if (flowsheet.isFlowsheet)
+        error = path + ": the case lists units; edit the model file of one of them";
+    return !flowsheet.isFlowsheet;
 }
+
+bool readModelFile(const std::filesystem::path& path, const std::string& casePath, EditedModel& model,
+                   std::string& error) {
+    ModelFile file{.name = pathText(path.filename())};
+    if (!readFile(path, file.bytes, error))
+        return false;
+    model.target = path;
+    model.flowsheet.units.resize(1);
+    if (!casePath.empty() && !readCaseOfOneUnit(casePath, model.flowsheet = {}, error))
+        return false;
+    model.unit().progId = UnitCase().progId;
+    model.unit().model = std::move(file);
+    model.unit().parameters.clear(); // the case's values would change the model
+    return true;
+}
+
+/// What a new unit begins with.
+constexpr char newScript[] = "%Enter your Matlab calculations here\r\n\r\n\r\n";
 
 /// A model written out in the case is not written back into it but to a file beside it. A file that already
 /// exists may be earlier work.
 bool readModelOfCase(const std::string& casePath, EditedModel& model, std::string& error) {
-    Case flowsheet;
-    if (!readCase(casePath, flowsheet, error))
+    if (!readCaseOfOneUnit(casePath, model.flowsheet, error))
         return false;
-    if (flowsheet.isFlowsheet) {
-        error = casePath + ": the case lists units; edit the model file of one of them";
-        return false;
-    }
-    model.unit = std::move(flowsheet.units.front());
-    model.profile = flowsheet.profile;
-    if (const auto* file = std::get_if<ModelFile>(&model.unit.model)) {
+    if (std::holds_alternative<std::monostate>(model.unit().model))
+        model.unit().model = UnitModel{.script = {.bytes = newScript}};
+    if (const auto* file = std::get_if<ModelFile>(&model.unit().model)) {
         model.target = file->path;
         return true;
     }
@@ -74,6 +90,13 @@ bool save(ICapeUnit* unit, const std::filesystem::path& target, std::string& err
     return saveModelFile(unit, bytes, error) && writeFile(target, bytes, error);
 }
 
+/// Connects what the model and the case have in common: a model in the making may lack ports.
+void connectStreams(ICapeUnit* unit, const std::vector<Connection>& connections) {
+    for (const Connection& connection : connections)
+        if (std::string error; !connectPorts(unit, {connection}, error))
+            print(stderr, "warning: the stream is not connected: " + error + "\n");
+}
+
 /// Opens the window. It opens again if the model cannot be saved, so that no work is lost, until the model
 /// can be saved or the user makes no more changes.
 ExitCode edit(ICapeUnit* unit, const EditedModel& model) {
@@ -106,7 +129,10 @@ ExitCode editCommand(const EditOptions& options) {
     EditedModel model;
     std::string error;
     const std::filesystem::path path = filePath(options.path);
-    if (!(isModelFile(path) ? readModelFile(path, model, error)
+    if (!options.casePath.empty() && !isModelFile(path))
+        return complain(badUsage,
+                        options.path + ": --with goes with a model file (.svm); a case has its own streams");
+    if (!(isModelFile(path) ? readModelFile(path, options.casePath, model, error)
                             : readModelOfCase(options.path, model, error)))
         return complain(badUsage, error);
     if (!hasScreen())
@@ -114,9 +140,15 @@ ExitCode editCommand(const EditOptions& options) {
             calculationFailed,
             "there is no screen to show the unit's window on: run this from a desktop, not from a service" +
                 std::string(isWine() ? "; under Wine, set DISPLAY" : ""));
-    UnitSession session(model.unit, model.profile);
-    if (!session.start([&](std::string_view line) { printUnitLine(model.unit.name, line); }, error))
+    const auto habits = std::make_shared<MaterialHabits>();
+    habits->rules = model.flowsheet.profile.materials;
+    std::vector<Stream> streams;
+    if (!makeStreams(model.flowsheet, habits, streams, error))
+        return complain(calculationFailed, options.path + ": " + error);
+    UnitSession session(model.unit(), model.flowsheet.profile);
+    if (!session.start([&](std::string_view line) { printUnitLine(model.unit().name, line); }, error))
         return complain(session.fault(), options.path + ": " + error);
+    connectStreams(session.unit(), connectionsOf(model.unit(), streams));
     return edit(session.unit(), model);
 }
 

@@ -49,10 +49,11 @@ struct NewOptions {
 ExitCode newCommand(const NewOptions& options);
 
 struct EditOptions {
-    std::string path; ///< of a case of one unit, or of a model file
+    std::string path;     ///< of a case of one unit, or of a model file
+    std::string casePath; ///< of the case of one unit whose streams a model file gets; empty for none
 };
 
-/// Opens the unit's window and writes the changed model to its file.
+/// Opens the unit's window, with the case's streams at its ports, and writes the changed model to its file.
 ExitCode editCommand(const EditOptions& options);
 
 /// Registers the CAPE-OPEN type library for all users, or removes its registration.

@@ -2,6 +2,7 @@
 
 #include "com/Text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace solvane::host {
@@ -82,6 +83,15 @@ bool makeStreams(const Case& flowsheet, std::shared_ptr<const MaterialHabits> ha
         for (const PortConnection& product : unit.products)
             add(product.stream);
     return true;
+}
+
+std::vector<Connection> connectionsOf(const UnitCase& unit, const std::vector<Stream>& streams) {
+    std::vector<Connection> connections;
+    for (const auto* ports : {&unit.feeds, &unit.products})
+        for (const PortConnection& one : *ports)
+            connections.push_back(
+                {one.port, std::ranges::find(streams, one.stream, &Stream::name)->material});
+    return connections;
 }
 
 bool readStream(const Stream& stream, StreamResult& result, std::string& error) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "UnitCalls.h"
 #include "cases/CaseModel.h"
 #include "materials/Material.h"
 #include "results/RunResults.h"
@@ -17,6 +18,9 @@ struct Stream {
 /// flashes the case's feeds. False with a text that names the stream.
 bool makeStreams(const Case& flowsheet, std::shared_ptr<const MaterialHabits> habits,
                  std::vector<Stream>& streams, std::string& error);
+
+/// The unit's ports with the materials of their streams, feeds first.
+std::vector<Connection> connectionsOf(const UnitCase& unit, const std::vector<Stream>& streams);
 
 /// Reads the stream's state after its last flash; false with a text that names the stream if a value is
 /// missing.

@@ -96,10 +96,7 @@ private:
 
     bool runOne(const UnitCase& unitCase, UnitSession& session, const LogSink& log, UnitResult& result,
                 std::string& error) {
-        std::vector<Connection> connections;
-        for (const auto* ports : {&unitCase.feeds, &unitCase.products})
-            for (const PortConnection& one : *ports)
-                connections.push_back({one.port, streamOf(one.stream).material});
+        const std::vector<Connection> connections = connectionsOf(unitCase, streams_);
         Reentry reentry(session, case_.profile, log);
         const auto task = [&](ICapeUnit* called, const std::vector<Connection>& ports,
                               std::string& taskError) {

@@ -210,6 +210,14 @@ void WindowDriver::pickTab(const std::wstring& label) {
     throw std::runtime_error("no tab \"" + narrow(label) + '"');
 }
 
+void WindowDriver::pickTab(int tabs, int index) {
+    const HWND window = control(tabs);
+    SendNotifyMessageW(window, TCM_SETCURFOCUS, static_cast<WPARAM>(index), 0);
+    waitFor("the tab " + std::to_string(index),
+            [&] { return SendMessageW(window, TCM_GETCURSEL, 0, 0) == static_cast<LRESULT>(index); });
+    settle();
+}
+
 void WindowDriver::click(HWND control) {
     SendNotifyMessageW(control, BM_CLICK, 0, 0);
     settle();

@@ -53,6 +53,9 @@ public:
     // ---- what is done
 
     void pickTab(const std::wstring& label);
+    /// The same by the number of the tabs' control and the tab's place, counted from 0: labels cannot be read
+    /// before another process's window.
+    void pickTab(int tabs, int index);
     /// Presses a button. It may bring up a dialog or a message box.
     void press(const std::wstring& label);
     void click(HWND control);
