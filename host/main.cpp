@@ -99,6 +99,31 @@ void addSave(CLI::App& app, SaveOptions& save, ExitCode& result) {
     command->final_callback([&] { result = saveCommand(save); });
 }
 
+void addUnpack(CLI::App& app, UnpackOptions& unpack, ExitCode& result) {
+    auto* command = app.add_subcommand(
+        "unpack",
+        "Write a model file as a folder with a case, model.json, the script and the files; \"save\" "
+        "makes the same model of it");
+    command->add_option("model", unpack.modelPath, "The model file (.svm)")->required();
+    command->add_option("-o,--output", unpack.folder, "The folder to make, which must not exist")->required();
+    command->final_callback([&] { result = unpackCommand(unpack); });
+}
+
+void addDiff(CLI::App& app, DiffOptions& diff, ExitCode& result) {
+    auto* command = app.add_subcommand(
+        "diff", "Print what differs between two model files: parameters, lines of the script, files");
+    command
+        ->add_option("models", diff.modelPaths,
+                     "Two model files (.svm), or one, which is printed as the text that is compared")
+        ->required()
+        ->expected(1, 2);
+    command->footer("Exit codes: 0 equal, 1 different, 2 a model cannot be read.\n"
+                    "In a git repository, differences of model files show as text after\n"
+                    "  git config diff.svm.textconv \"SolvaneHost diff\"\n"
+                    "with a line \"*.svm diff=svm\" in the file .gitattributes.");
+    command->final_callback([&] { result = diffCommand(diff); });
+}
+
 void addNew(CLI::App& app, NewOptions& options, ExitCode& result) {
     auto* command =
         app.add_subcommand("new", "Make a folder with a case and its script from the library of models");
@@ -171,6 +196,8 @@ ExitCode runProgram() {
     RunOptions run;
     SaveOptions save;
     NewOptions fresh;
+    UnpackOptions unpack;
+    DiffOptions diff;
     ShowOptions show;
     EditOptions edit;
     bool unregister = false;
@@ -180,6 +207,8 @@ ExitCode runProgram() {
     addRun(app, run, result);
     addSave(app, save, result);
     addNew(app, fresh, result);
+    addUnpack(app, unpack, result);
+    addDiff(app, diff, result);
     addShow(app, show, result);
     addEdit(app, edit, boxes, result);
     addRegister(app, unregister, result);

@@ -38,6 +38,7 @@ One unit (the notes to the right are not part of the file):
         "options": ["fast", "exact"], "restricted": true }      true (the default): no other value
     ],
     "reports": ["Summary"],          reports that the script fills
+    "reportTexts": { },              what they contain from a former run, by report
     "script": "drum.m",              a file, or the list of the script's lines
     "files": ["data.txt"],           more files, which the script finds in its folder
     "echo": false                    true: each command line of the script is echoed
@@ -45,7 +46,8 @@ One unit (the notes to the right are not part of the file):
   "parameters": { "T": 250 }         values of input parameters, set after the model is loaded
 }
 
-Instead of a model written out, "model" may name a model file: "model": "drum.svm". Its ports are the file's own.
+Instead of a model written out, "model" may name a model file: "model": "drum.svm". Its ports are the file's own. Or
+it names a file with the same as above: "model": "model.json", as "SolvaneHost unpack" writes it.
 
 Several units: each stream goes from the product of a unit to the feed of a later one. The units are calculated in
 the order of the list.

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <variant>
@@ -58,6 +59,7 @@ struct ModelFile {
 struct UnitModel {
     std::vector<ModelParameter> parameters{};
     std::vector<std::string> reports{};
+    std::map<std::string, std::string> reportTexts{}; ///< of a former run, by report, also of the unit's own
     ModelFile script;
     std::vector<ModelFile> files{};
     bool echo = false;

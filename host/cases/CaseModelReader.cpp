@@ -156,6 +156,21 @@ bool readReports(const CasePlace& model, std::vector<std::string>& reports) {
     return true;
 }
 
+/// What the reports contain after a former run.
+bool readReportTexts(const CasePlace& model, UnitModel& result) {
+    if (!model.value().contains("reportTexts"))
+        return true;
+    const CasePlace texts = model.member("reportTexts");
+    if (!texts.value().is_object())
+        return texts.fail("expected an object of texts by report");
+    for (const auto& [name, text] : texts.value().items()) {
+        if (!text.is_string())
+            return texts.member(name).fail("expected a text in quotes");
+        result.reportTexts[name] = text.get<std::string>();
+    }
+    return true;
+}
+
 /// The script's file, or its lines.
 bool readScript(const CasePlace& place, const std::filesystem::path& folder, ModelFile& script) {
     if (place.value().is_string())
@@ -208,9 +223,10 @@ bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, 
 }
 
 bool readModel(const CasePlace& place, const std::filesystem::path& folder, UnitModel& model) {
-    if (!place.isObject({"parameters", "reports", "script", "files", "echo"}) ||
+    if (!place.isObject({"parameters", "reports", "reportTexts", "script", "files", "echo"}) ||
         !readParameters(place, model.parameters) || !readReports(place, model.reports) ||
-        !readFiles(place, folder, model.files) || !place.optional("echo", model.echo))
+        !readReportTexts(place, model) || !readFiles(place, folder, model.files) ||
+        !place.optional("echo", model.echo))
         return false;
     if (!place.value().contains("script"))
         return place.fail("the key \"script\" is missing");

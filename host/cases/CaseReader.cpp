@@ -106,26 +106,33 @@ bool read(const CasePlace& place, const Compound*& result) {
                                 "\" is unknown; compounds: " + nameList(allCompounds(), &Compound::name));
 }
 
-bool readCase(std::string_view path, Case& result, std::string& error) {
-    const std::filesystem::path file = filePath(path);
-    std::string text;
-    if (!readFile(file, text, error))
-        return false;
+bool parseDocument(const std::filesystem::path& file, const std::string& text, CaseJson& json,
+                   std::string& error) {
     if (isUtf16(text)) {
         error = pathText(file) + ": the file is in UTF-16; save it in UTF-8";
         return false;
     }
-    result = {};
     try {
-        const auto json = CaseJson::parse(text);
-        if (readRoot({json, {}, error}, file.parent_path(), result))
-            return true;
-        error = pathText(file) + ": " + error;
+        json = CaseJson::parse(text);
+        return true;
     } catch (const nlohmann::json::parse_error& fault) {
         error = pathText(file) + ":" + lineAndColumn(text, fault.byte) + ": " + faultText(fault, ": ");
     } catch (const nlohmann::json::out_of_range& fault) { // a number beyond the range of a double
         error = pathText(file) + ": " + faultText(fault, "] ");
     }
+    return false;
+}
+
+bool readCase(std::string_view path, Case& result, std::string& error) {
+    const std::filesystem::path file = filePath(path);
+    std::string text;
+    CaseJson json;
+    if (!readFile(file, text, error) || !parseDocument(file, text, json, error))
+        return false;
+    result = {};
+    if (readRoot({json, {}, error}, file.parent_path(), result))
+        return true;
+    error = pathText(file) + ": " + error;
     return false;
 }
 

@@ -1,4 +1,5 @@
 #include "CaseParts.h"
+#include "FilePath.h"
 
 #include <algorithm>
 
@@ -7,9 +8,21 @@ namespace solvane::host {
 namespace {
 
 bool readUnitModel(const CasePlace& place, const std::filesystem::path& folder, UnitCase& unit) {
-    if (place.value().is_string())
-        return readModelFile(place, folder, unit.model.emplace<ModelFile>());
-    return readModel(place, folder, unit.model.emplace<UnitModel>());
+    if (!place.value().is_string())
+        return readModel(place, folder, unit.model.emplace<UnitModel>());
+    ModelFile file;
+    if (!readModelFile(place, folder, file))
+        return false;
+    if (file.path.extension() != ".json") {
+        unit.model = std::move(file);
+        return true;
+    }
+    CaseJson json;
+    std::string fault;
+    if (!parseDocument(file.path, file.bytes, json, fault))
+        return place.fail(fault);
+    return readModel({json, {}, fault}, file.path.parent_path(), unit.model.emplace<UnitModel>()) ||
+           place.fail(pathText(file.path) + ": " + fault);
 }
 
 bool readSetting(const CasePlace& place, ParameterValue& value) {

@@ -4,6 +4,7 @@
 #include "Console.h"
 
 #include <string>
+#include <vector>
 
 namespace solvane::host {
 
@@ -38,6 +39,22 @@ struct ShowOptions {
 
 /// Prints a model file as the unit reads it.
 ExitCode showCommand(const ShowOptions& options);
+
+struct UnpackOptions {
+    std::string modelPath;
+    std::string folder; ///< to make; must not exist
+};
+
+/// Makes a folder with a case, model.json, script and files, from which `save` makes the same model.
+ExitCode unpackCommand(const UnpackOptions& options);
+
+struct DiffOptions {
+    std::vector<std::string> modelPaths; ///< one or two
+};
+
+/// Prints what differs between two model files, and returns 1 if anything does; or one model as the text that
+/// is compared.
+ExitCode diffCommand(const DiffOptions& options);
 
 struct NewOptions {
     bool list = false;  ///< prints the library instead

@@ -1,11 +1,13 @@
 #include "HostCommands.h"
 
+#include "NewFolder.h"
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"
 #include "com/Module.h"
 #include "results/TextTable.h"
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace solvane::host {
@@ -93,23 +95,14 @@ ExitCode newCommand(const NewOptions& options) {
     if (!readLibraryModel(options.model, model, error))
         return complain(badUsage, error);
 
-    const std::filesystem::path folder = filePath(options.folder);
-    std::error_code fault;
-    if (std::filesystem::exists(folder, fault))
-        return complain(badUsage, pathText(folder) + " exists; choose another folder");
-    if (!std::filesystem::create_directory(folder, fault))
-        return complain(badUsage, "the folder " + pathText(folder) + " cannot be made");
-    std::vector<const ModelFile*> files{&model.model.script};
-    for (const ModelFile& file : model.model.files)
-        files.push_back(&file);
-    for (const ModelFile* file : files) {
-        makePlain(model.caseText, file->name);
-        if (!writeFile(folder / filePath(file->name), file->bytes, error))
-            return complain(badUsage, error);
-    }
-    if (!writeFile(folder / caseFile, model.caseText, error))
+    std::vector<ModelFile> files{std::move(model.model.script)};
+    std::ranges::move(model.model.files, std::back_inserter(files));
+    for (const ModelFile& file : files)
+        makePlain(model.caseText, file.name);
+    files.push_back({caseFile, model.caseText});
+    if (!writeNewFolder(options.folder, files, error))
         return complain(badUsage, error);
-    const std::string made = pathText((folder / caseFile).make_preferred());
+    const std::string made = pathIn(options.folder, caseFile);
     print(stdout, "Made " + made + "\nTry it: SolvaneHost run " + made + "\n");
     return ok;
 }

@@ -1,10 +1,13 @@
 #include "HostCommands.h"
 
+#include "NewFolder.h"
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"
 #include "flowsheet/ModelDescription.h"
+#include "flowsheet/ModelDifference.h"
 #include "flowsheet/ModelStream.h"
 #include "flowsheet/UnitSession.h"
+#include "flowsheet/UnpackedModel.h"
 
 #include <algorithm>
 
@@ -34,6 +37,21 @@ void warnOfNames(ICapeUnit* unit, const std::string& modelPath) {
                               "the file, also in the script\n");
 }
 
+ExitCode describeFile(const std::string& path, ModelDescription& description) {
+    UnitCase unit;
+    auto& file = unit.model.emplace<ModelFile>();
+    file.name = path;
+    std::string error;
+    if (!readFile(filePath(path), file.bytes, error))
+        return complain(badUsage, error);
+    UnitSession session(unit, profiles.front());
+    if (!start(session, unit, error))
+        return complain(session.fault(), error);
+    if (!describeModel(session.unit(), description, error))
+        return complain(badUsage, error);
+    return ok;
+}
+
 } // namespace
 
 ExitCode saveCommand(const SaveOptions& options) {
@@ -61,20 +79,43 @@ ExitCode saveCommand(const SaveOptions& options) {
 }
 
 ExitCode showCommand(const ShowOptions& options) {
-    UnitCase unit;
-    auto& file = unit.model.emplace<ModelFile>();
-    file.name = options.modelPath;
-    std::string error;
-    if (!readFile(filePath(options.modelPath), file.bytes, error))
-        return complain(badUsage, error);
     ModelDescription description;
-    UnitSession session(unit, profiles.front());
-    if (!start(session, unit, error))
-        return complain(session.fault(), error);
-    if (!describeModel(session.unit(), description, error))
-        return complain(badUsage, error);
+    if (const ExitCode code = describeFile(options.modelPath, description); code != ok)
+        return code;
     print(stdout, options.json ? modelJson(description) : modelText(description));
     return ok;
+}
+
+ExitCode unpackCommand(const UnpackOptions& options) {
+    ModelDescription description;
+    std::string error;
+    if (const ExitCode code = describeFile(options.modelPath, description); code != ok)
+        return code;
+    if (!writeNewFolder(options.folder, unpackModel(description), error))
+        return complain(badUsage, error);
+    const std::string made = pathIn(options.folder, "case.json");
+    print(stdout, "Made " + made + ", with example feeds: change its compounds and feeds\n");
+    return ok;
+}
+
+ExitCode diffCommand(const DiffOptions& options) {
+    std::vector<std::vector<ModelSection>> models;
+    for (const std::string& path : options.modelPaths) {
+        ModelDescription description;
+        if (const ExitCode code = describeFile(path, description); code != ok)
+            return badUsage; // 1 stands for a difference
+        models.push_back(modelSections(description));
+    }
+    if (models.size() == 1) {
+        print(stdout, sectionsText(models.front()));
+        return ok;
+    }
+    const std::string difference = modelDifference(models.front(), models.back());
+    if (difference.empty())
+        return ok;
+    print(stdout,
+          "--- " + options.modelPaths.front() + "\n+++ " + options.modelPaths.back() + "\n" + difference);
+    return calculationFailed;
 }
 
 } // namespace solvane::host

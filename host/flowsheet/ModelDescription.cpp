@@ -57,7 +57,7 @@ std::string fileBytes(Variant value) {
     return {bytes.begin(), bytes.end() - 1};
 }
 
-/// The files and the script, which no other interface shows.
+/// The files, the script and the texts of reports, which no other interface shows without a run.
 bool readFiles(ICapeUnit* unit, UnitModel& model, std::string& error) {
     const auto persistence = queryInterface<IPersistPropertyBag>(unit);
     if (!persistence) {
@@ -75,6 +75,14 @@ bool readFiles(ICapeUnit* unit, UnitModel& model, std::string& error) {
     };
     const Variant level = read(L"info level");
     model.echo = level.type() == VT_I4 && level.integer() == 1;
+    const auto readText = [&](const std::string& report, const std::wstring& key) {
+        const Variant value = read(key);
+        if (value.type() == VT_BSTR && !value.text().empty())
+            model.reportTexts[report] = narrow(value.text(), CP_UTF8);
+    };
+    readText(std::string(outputReport), L"report Matlab Output");
+    for (const std::string& report : model.reports)
+        readText(report, L"report \\ " + widen(report, CP_UTF8));
     VariantArray names(read(L"files"));
     std::string fault;
     if (!readVariantArray(names, VT_BSTR, fault)) {

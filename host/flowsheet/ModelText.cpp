@@ -1,17 +1,13 @@
-// A model as text for people and as JSON for programs.
+// A model as text for people.
 #include "ModelDescription.h"
 #include "cases/NameList.h"
 #include "cases/ParameterRules.h"
 #include "cases/UnitOfMeasure.h"
 #include "results/TextTable.h"
 
-#include <nlohmann/json.hpp>
-
 namespace solvane::host {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 std::string namesOrNone(const std::vector<std::string>& names) {
     return names.empty() ? "none" : nameList(names);
@@ -36,31 +32,6 @@ std::string section(const char* title, const std::vector<Line>& lines) {
     return lines.empty() ? std::string() : std::string("\n") + title + "\n" + columns(lines, lines[0].size());
 }
 
-Json valueJson(const ParameterValue& value) {
-    return std::visit([](const auto& held) { return Json(held); }, value);
-}
-
-Json parameterJson(const ModelParameter& parameter) {
-    Json json{{"name", parameter.name},
-              {"kind", kindName(parameter.kind)},
-              {"mode", parameter.isInput ? "input" : "output"}};
-    const auto put = [&](const char* key, const std::optional<ParameterValue>& value) {
-        if (value)
-            json[key] = valueJson(*value);
-    };
-    put("value", parameter.value);
-    put("minimum", parameter.minimum);
-    put("maximum", parameter.maximum);
-    put("default", parameter.defaultValue);
-    if (!parameter.dimensionality.empty())
-        json["dimensionality"] = parameter.dimensionality;
-    if (!parameter.options.empty()) {
-        json["options"] = parameter.options;
-        json["restricted"] = parameter.restricted;
-    }
-    return json;
-}
-
 } // namespace
 
 std::string modelText(const ModelDescription& description) {
@@ -82,20 +53,6 @@ std::string modelText(const ModelDescription& description) {
     text += section("Files", lines) + "\nScript (" + std::to_string(model.script.bytes.size()) + " bytes)\n" +
             model.script.bytes;
     return text.ends_with('\n') ? text : text + "\n";
-}
-
-std::string modelJson(const ModelDescription& description) {
-    const UnitModel& model = description.model;
-    Json json{{"feeds", description.feeds},  {"products", description.products},
-              {"parameters", Json::array()}, {"reports", model.reports},
-              {"files", Json::array()},      {"script", model.script.bytes},
-              {"echo", model.echo}};
-    for (const ModelParameter& parameter : model.parameters)
-        json["parameters"].push_back(parameterJson(parameter));
-    for (const ModelFile& file : model.files)
-        json["files"].push_back({{"name", file.name}, {"size", file.bytes.size()}});
-    // A script in another code page is not UTF-8.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace solvane::host

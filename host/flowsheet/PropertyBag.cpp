@@ -1,6 +1,7 @@
 #include "PropertyBag.h"
 
 #include "ParameterCalls.h"
+#include "UnitCalls.h"
 #include "com/Border.h"
 #include "com/Object.h"
 #include "com/Text.h"
@@ -170,6 +171,10 @@ ComRef<IPropertyBag> createModelBag(const UnitModel& model, const UnitCase& unit
     Values& values = bag->values;
     values[L"info level"] = Variant(static_cast<LONG>(model.echo ? 1 : 0));
     values[L"reports"] = listOf(model.reports);
+    for (const auto& [name, text] : model.reportTexts)
+        values[name == outputReport ? std::wstring(L"report Matlab Output")
+                                    : std::wstring(L"report") + keySeparator + wide(name)] =
+            Variant(std::wstring_view(wide(text)));
     values[L"feeds"] = listOf(portsOf(unit.feeds));
     values[L"products"] = listOf(portsOf(unit.products));
     putParameters(values, model.parameters);
