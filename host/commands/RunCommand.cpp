@@ -80,7 +80,7 @@ ExitCode runCommand(const RunOptions& options) {
         return complain(badUsage, error);
     if (!prepare(options, flowsheet, error)) {
         results.fault = Fault::model;
-        results.failure = {{}, error};
+        results.failure.emplace().message = error;
     } else if (!runCase(flowsheet, printUnitLine, results, error)) {
         printOutputOfFailure(results);
         error.insert(0, options.casePath + ": ");

@@ -132,7 +132,8 @@ private:
 
     bool failed(std::size_t unit, std::string& error) const {
         results_.units[unit].status = UnitStatus::failed;
-        results_.failure = {case_.units[unit].name, error};
+        results_.failure.emplace().message = error;
+        results_.failure->unit = case_.units[unit].name;
         if (case_.isFlowsheet)
             error.insert(0, "Unit \"" + case_.units[unit].name + "\": ");
         return false;
@@ -163,7 +164,7 @@ bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std:
     if (run.start(log, error) && run.run(error))
         return true;
     if (!results.failure)
-        results.failure = {{}, error};
+        results.failure.emplace().message = error;
     results.failure->scriptError = findScriptError(flowsheet, results);
     return false;
 }
