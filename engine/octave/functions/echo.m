@@ -3,7 +3,9 @@
 
 function echo (varargin)
   persistent functions = {};
-  set = @(varargin) ["builtin (\"echo\"" sprintf(', "%s"', varargin{:}) ");"];
+  % In apostrophes: the backslash of a Windows path would be an escape in a text in quotation marks.
+  quoted = @(words) strrep (words, "'", "''");
+  set = @(varargin) ["builtin (\"echo\"" sprintf(", '%s'", quoted (varargin){:}) ");"];
   isSwitch = strcmp (varargin, "on") | strcmp (varargin, "off");
   varargin(! isSwitch) = cellfun (@fileThatRuns, varargin(! isSwitch), "UniformOutput", false);
   evalin ("caller", set (varargin{:}));
