@@ -174,8 +174,8 @@ std::vector<ModelSection> modelSections(const ModelDescription& description) {
     sections.push_back(fileSection("Script", model.script));
     for (const ModelFile& file : model.files)
         sections.push_back(fileSection("File " + file.name, file));
-    ModelSection& ends =
-        sections.emplace_back("Ends of lines", std::vector{"Script: " + lineEnds(model.script.bytes)});
+    sections.push_back({"Ends of lines", {"Script: " + lineEnds(model.script.bytes)}});
+    ModelSection& ends = sections.back();
     for (const ModelFile& file : model.files)
         if (isText(file.bytes))
             ends.lines.push_back("File " + file.name + ": " + lineEnds(file.bytes));

@@ -38,7 +38,7 @@ double inUnit(double value, const std::string& unit) {
 }
 
 std::string unitOfParameter(const TableUnits& units, const std::vector<double>& dimensionality) {
-    const std::string si = unitText(dimensionality);
+    std::string si = unitText(dimensionality);
     if (si.empty() || isDifference(dimensionality))
         return si;
     for (const auto& unit : {&TableUnits::temperature, &TableUnits::pressure, &TableUnits::flow,
