@@ -36,7 +36,7 @@ void reportFailure(Unit& unit, const std::string& text) {
 
 /// A file that could not be loaded may be intact, and only in use at the moment: renames it.
 bool keepUnreadModel(Unit& unit, const std::string& path, std::string& error) {
-    if (unit.unreadPrivateModel != path || !exists(path))
+    if (compareNoCase(widen(unit.unreadPrivateModel), widen(path)) != 0 || !exists(path))
         return true;
     std::string other;
     for (int number = 1; other.empty() || exists(other); ++number)

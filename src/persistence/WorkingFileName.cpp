@@ -18,12 +18,19 @@ constexpr std::array numberedDevices{L"com", L"lpt"};
 constexpr std::wstring_view deviceNumbers = L"0123456789\u00B9\u00B2\u00B3";
 /// Files that the unit itself keeps in its working folder and runs or reads. The script belongs to the model,
 /// and the unit writes the file that it generates from it again before the next run.
-constexpr std::array unitFiles{L"runUnit.m", L"initRun.m", L"unit.xml", L"_unitOperationModel_.svm"};
+constexpr std::array unitFiles{L"unit.xml", L"_unitOperationModel_.svm"};
+/// Its scripts: Matlab and Octave prefer compiled forms of other extensions to the .m files.
+constexpr std::array unitScripts{L"runUnit", L"initRun"};
 
 constexpr char ownFile[] = "the name is reserved for one of the unit's own files";
 
 auto equals(const std::wstring& text) {
     return [&text](const wchar_t* word) { return compareNoCase(text, word) == 0; };
+}
+
+bool isUnitFile(const std::wstring& name) {
+    return std::ranges::any_of(unitFiles, equals(name)) ||
+           std::ranges::any_of(unitScripts, equals(name.substr(0, name.find(L'.'))));
 }
 
 bool isDevice(const std::wstring& name) {
@@ -50,7 +57,7 @@ const char* partFault(const std::wstring& part) {
 const char* workingFileNameFault(const std::string& name) {
     // Wide, as the system sees it: a byte that looks like a separator may be half a character.
     const std::wstring wide = widen(name);
-    if (std::ranges::any_of(unitFiles, equals(wide)))
+    if (isUnitFile(wide))
         return ownFile;
     for (std::size_t start = 0;;) {
         const std::size_t separator = wide.find_first_of(L"\\/", start);
@@ -69,7 +76,7 @@ const char* workingFileFault(const std::string& folder, const std::string& name)
     const FindHandle search(FindFirstFileA((folder + name).c_str(), &file));
     const std::wstring found = widen(file.cFileName);
     // The system ignores the case of letters beyond ASCII too, by its own rules.
-    if (search && std::ranges::any_of(unitFiles, equals(found)))
+    if (search && isUnitFile(found))
         return ownFile;
     const std::wstring asked = widen(name);
     const std::wstring last = asked.substr(asked.find_last_of(L"\\/") + 1);

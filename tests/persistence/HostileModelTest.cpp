@@ -41,6 +41,8 @@ TEST_F(HostileModel, neitherWritesNorReadsFilesOfTheUserOrTheUnit) {
         "",
         "RUNUNIT.m",
         "initRun.m",
+        "runUnit.oct",
+        "initRun.mexw64",
         "unit.xml",
         "_unitOperationModel_.svm",
     };

@@ -342,6 +342,9 @@ TEST_F(MatlabTab, neitherTestsNorWritesAnUnreadableScript) {
                   user.press(L"&Test");
                   typeAtEnd(user, L"y");
                   user.press(L"&Test");
+                  SendMessageW(user.control(IDC_MATLAB_SCRIPT), EM_SETSEL, 10, 11);
+                  SendMessageW(user.control(IDC_MATLAB_SCRIPT), WM_CHAR, L'x', 1); // within the message
+                  user.press(L"&Test");
               }),
               S_FALSE);
     EXPECT_EQ(script(), "kept");

@@ -52,8 +52,7 @@ bool ScriptFile::write(HWND owner) {
         return false;
     std::wstring text;
     bool isWritten = view_.getText(text);
-    // An error message in the view is not a script, whatever was typed around it.
-    if (!refusal_.empty() && text.find(refusal_) != text.npos)
+    if (holdsRefusal(text))
         return false;
     unit_.scriptDirty = true;
     StdioFile file = openFile(path(), "wb");
@@ -68,6 +67,16 @@ bool ScriptFile::write(HWND owner) {
     if (!isWritten)
         showError(owner, L"An error occurred while saving the user script", fileTitle);
     return isWritten;
+}
+
+bool ScriptFile::holdsRefusal(const std::wstring& text) const {
+    // Some part of the message survives a few edits.
+    constexpr std::size_t parts = 4;
+    const std::size_t length = refusal_.size() / parts;
+    for (std::size_t part = 0; length > 0 && part < parts; ++part)
+        if (text.find(refusal_.substr(part * length, length)) != text.npos)
+            return true;
+    return false;
 }
 
 bool ScriptFile::isRefused() const {

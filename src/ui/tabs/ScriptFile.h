@@ -27,6 +27,9 @@ public:
     bool isRefused() const;
 
 private:
+    /// An error message in the view is not a script, whatever was typed in it or around it.
+    bool holdsRefusal(const std::wstring& text) const;
+
     /// Shows the error in the view; undo restores what the view held.
     void refuse(HWND owner);
 
