@@ -27,10 +27,12 @@ bool readAs(const CasePlace& place, ParameterValue& result) {
 bool readReal(const CasePlace& place, std::span<const double> dimensionality, ParameterValue& result) {
     if (!place.value().is_string())
         return readAs<double>(place, result);
+    Quantity quantity;
     std::string error;
-    return parseQuantity(place.value().get_ref<const std::string&>(), dimensionality,
-                         result.emplace<double>(), error) ||
-           place.fail(error);
+    if (!parseQuantity(place.value().get_ref<const std::string&>(), dimensionality, quantity, error))
+        return place.fail(error);
+    result = quantity.value;
+    return true;
 }
 
 bool readValue(const CasePlace& place, const ModelParameter& parameter, ParameterValue& result) {

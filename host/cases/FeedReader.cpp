@@ -10,8 +10,6 @@ namespace solvane::host {
 
 namespace {
 
-constexpr double gramsPerKilogram = 1000;
-
 /// How far a composition may be from a sum of 1.
 constexpr double compositionTolerance = 1e-6;
 
@@ -57,18 +55,11 @@ bool readMeasured(const CasePlace& feed, const char* key, const char* siUnit, st
     const auto& text = place.value().get_ref<const std::string&>();
     Quantity quantity;
     std::string error;
-    if (!parseQuantity(text, quantity, error) ||
-        !parseQuantity(text, parseUnit(siUnit)->exponents, number.emplace(), error))
+    if (!parseQuantity(text, parseUnit(siUnit)->exponents, quantity, error))
         return place.fail(error);
+    number = quantity.value;
     unit = quantity.unit;
     return true;
-}
-
-double molecularWeight(const std::vector<const Compound*>& compounds, std::span<const double> composition) {
-    double weight = 0; // kg/mol
-    for (std::size_t i = 0; i < compounds.size(); ++i)
-        weight += composition[i] * compounds[i]->molecularWeight / gramsPerKilogram;
-    return weight;
 }
 
 /// Reads the flow, of moles or of mass, once the composition is read.
@@ -84,7 +75,7 @@ bool readFlow(const CasePlace& feed, const std::vector<const Compound*>& compoun
         const bool isOfMass = isSameDimension(quantity.measure.exponents, parseUnit("kg/s")->exponents);
         if (!isOfMass && !isSameDimension(quantity.measure.exponents, parseUnit("mol/s")->exponents))
             return place.fail("expected a flow of moles or of mass, such as \"360 kmol/h\" or \"50 t/h\"");
-        result.flow = quantity.value / (isOfMass ? molecularWeight(compounds, result.composition) : 1);
+        result.flow = quantity.value / (isOfMass ? molarMass(compounds, result.composition) : 1);
         result.flowUnit = quantity.unit;
     } else if (!read(place, result.flow)) {
         return false;

@@ -1,5 +1,6 @@
 #include "Quantity.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace solvane::host {
@@ -23,9 +24,8 @@ bool parseQuantity(std::string_view text, Quantity& quantity, std::string& error
     return true;
 }
 
-bool parseQuantity(std::string_view text, std::span<const double> dimensionality, double& value,
+bool parseQuantity(std::string_view text, std::span<const double> dimensionality, Quantity& quantity,
                    std::string& error) {
-    Quantity quantity;
     if (!parseQuantity(text, quantity, error))
         return false;
     if (!isSameDimension(quantity.measure.exponents, dimensionality)) {
@@ -34,7 +34,8 @@ bool parseQuantity(std::string_view text, std::span<const double> dimensionality
                 (known.empty() ? "expected a plain number" : "expected a unit such as " + known);
         return false;
     }
-    value = quantity.value - (isDifference(dimensionality) ? quantity.measure.offset : 0);
+    if (isDifference(dimensionality))
+        quantity.value -= quantity.measure.offset;
     return true;
 }
 

@@ -1,7 +1,6 @@
-/// Quantities in case files: a number in SI units, or a text such as "20 bar".
+/// Quantities with units, such as "20 bar".
 #pragma once
 
-#include "CasePlace.h"
 #include "UnitOfMeasure.h"
 
 #include <span>
@@ -10,7 +9,6 @@
 
 namespace solvane::host {
 
-/// A quantity as it was written; a number has the unit "".
 struct Quantity {
     double value = 0; ///< SI
     std::string unit{};
@@ -20,8 +18,8 @@ struct Quantity {
 /// Reads a number and a unit, such as "25 degC". False with a text if it is none, or the unit is unknown.
 bool parseQuantity(std::string_view text, Quantity& quantity, std::string& error);
 
-/// Reads a text as the value, in SI units, of a quantity with this dimensionality. False with a text.
-bool parseQuantity(std::string_view text, std::span<const double> dimensionality, double& value,
+/// The same; the quantity must have this dimensionality. A difference has no zero of its own.
+bool parseQuantity(std::string_view text, std::span<const double> dimensionality, Quantity& quantity,
                    std::string& error);
 
 } // namespace solvane::host

@@ -198,10 +198,10 @@ bool setParameter(IUnknown* item, const ModelParameter& parameter, ParameterValu
         number && parameter.kind == ParameterKind::real)
         value = static_cast<double>(*number);
     if (const auto* text = std::get_if<std::string>(&value); text && parameter.kind == ParameterKind::real) {
-        double number = 0;
-        if (std::string fault; !parseQuantity(*text, parameter.dimensionality, number, fault))
+        Quantity quantity;
+        if (std::string fault; !parseQuantity(*text, parameter.dimensionality, quantity, fault))
             return reject(fault);
-        value = number;
+        value = quantity.value;
     }
     if (value.index() != static_cast<std::size_t>(parameter.kind))
         return reject("expected a value of kind \"" + std::string(kindName(parameter.kind)) + "\", got " +

@@ -9,8 +9,6 @@ namespace solvane::host {
 
 namespace {
 
-constexpr double gramsPerKilogram = 1000;
-
 /// A condition that can specify a feed.
 struct FeedCondition {
     std::optional<double> FeedStream::*value;
@@ -112,10 +110,7 @@ bool readStream(const Stream& stream, StreamResult& result, std::string& error) 
         error = "Stream \"" + stream.name + "\": " + narrow(failure.text, CP_UTF8);
         return false;
     }
-    const auto& compounds = state.package()->compounds();
-    for (std::size_t i = 0; i < compounds.size(); ++i)
-        result.massFlow +=
-            result.totalFlow * result.fraction.at(i) * compounds[i]->molecularWeight / gramsPerKilogram;
+    result.massFlow = result.totalFlow * molarMass(state.package()->compounds(), result.fraction);
     return true;
 }
 

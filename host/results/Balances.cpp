@@ -9,7 +9,6 @@ namespace solvane::host {
 
 namespace {
 
-constexpr double gramsPerKilogram = 1000;
 constexpr double keptPart = 1e-5;
 
 template <class Value>
@@ -51,12 +50,11 @@ Balance balanceOf(const std::string& unit, std::span<const Compound* const> comp
         return Flows{sum(feeds, perMole), sum(products, perMole)};
     };
     Balance balance{.unit = unit};
+    balance.mass = flows([&](const StreamResult& stream) { return molarMass(compounds, stream.fraction); });
     bool keepsCompounds = true;
     for (std::size_t i = 0; i < compounds.size(); ++i) {
         const Flows moles = flows([i](const StreamResult& stream) { return stream.fraction.at(i); });
-        const double weight = compounds[i]->molecularWeight / gramsPerKilogram;
         balance.moles = {balance.moles.in + moles.in, balance.moles.out + moles.out};
-        balance.mass = {balance.mass.in + weight * moles.in, balance.mass.out + weight * moles.out};
         keepsCompounds = keepsCompounds && isKept(moles);
         addElements(compounds[i]->formula, moles, balance.elements);
     }

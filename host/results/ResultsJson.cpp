@@ -96,8 +96,13 @@ std::string resultsJson(const RunResults& results) {
     if (results.failure)
         json["error"] = failureJson(*results.failure);
     json["generation"] = generationName(results.generation);
-    json["unitsOfMeasure"] = {{"temperature", "K"}, {"pressure", "Pa"},    {"totalFlow", "mol/s"},
-                              {"massFlow", "kg/s"}, {"enthalpy", "J/mol"}, {"balances", "kg/s, mol/s, W"}};
+    json["unitsOfMeasure"] = {
+        {"temperature", "K"},
+        {"pressure", "Pa"},
+        {"totalFlow", "mol/s"},
+        {"massFlow", "kg/s"},
+        {"enthalpy", "J/mol"},
+        {"balances", {{"mass", "kg/s"}, {"moles", "mol/s"}, {"elements", "mol/s"}, {"enthalpy", "W"}}}};
     json["streams"] = Json::array();
     for (const StreamResult& stream : results.streams)
         json["streams"].push_back(streamJson(stream, results.compounds));

@@ -69,6 +69,14 @@ char lowered(char letter) {
 
 } // namespace
 
+double molarMass(std::span<const Compound* const> compounds, std::span<const double> fractions) {
+    constexpr double gramsPerKilogram = 1000;
+    double mass = 0;
+    for (std::size_t i = 0; i < compounds.size(); ++i)
+        mass += fractions[i] * compounds[i]->molecularWeight / gramsPerKilogram;
+    return mass;
+}
+
 std::span<const Compound> allCompounds() {
     return compoundTable;
 }

@@ -34,6 +34,9 @@ struct Compound {
     double liquidDensity;        ///< mol/m3, at 298.15 K and 101325 Pa
 };
 
+/// The molar mass of a mixture of these mole fractions, kg/mol.
+double molarMass(std::span<const Compound* const> compounds, std::span<const double> fractions);
+
 std::span<const Compound> allCompounds();
 
 /// The compound of that name, in any case of letters; null if there is none.

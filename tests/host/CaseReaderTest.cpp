@@ -265,10 +265,10 @@ TEST_F(CaseFiles, readsQuantitiesWithUnits) {
 }
 
 TEST(Quantities, ofADifferenceHaveNoZeroOfTheirOwn) {
-    double value = 0;
+    Quantity quantity;
     std::string error;
-    EXPECT_TRUE(parseQuantity("18 degF", std::vector<double>{0, 0, 0, 0, 1, 0, 0, 0, 1}, value, error));
-    EXPECT_NEAR(value, 10, 1e-12);
+    EXPECT_TRUE(parseQuantity("18 degF", std::vector<double>{0, 0, 0, 0, 1, 0, 0, 0, 1}, quantity, error));
+    EXPECT_NEAR(quantity.value, 10, 1e-12);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 % The host's commands as a user runs them: output streams, exit codes, model files and what a unit loads from them,
 % flowsheets.
 %   octave-cli HostProgramTest.m WINE SOLVANEHOST EXAMPLES
-1;
+addpath (fileparts (mfilename ('fullpath')));
 
 function [output, errors] = host (code, varargin)
   % Runs the host with these words and expects the exit code.
@@ -31,12 +31,6 @@ function result = run_case (file, varargin)
   host (0, 'run', file, '--json', json, varargin{:});
   result = jsondecode (fileread (json));
   delete (json);
-end
-
-function write (file, text)
-  handle = fopen (file, 'w');
-  fwrite (handle, text);
-  fclose (handle);
 end
 
 function expect_text (text, part)

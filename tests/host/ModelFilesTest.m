@@ -1,18 +1,12 @@
 % Model files as folders and back, and what differs between two.
 %   octave-cli ModelFilesTest.m WINE SOLVANEHOST MODELS
-1;
+addpath (fileparts (mfilename ('fullpath')));
 
 function output = host (code, varargin)
   [got, output] = system ([strjoin([argv()(1:2)' varargin]) ' </dev/null 2>&1']);
   if (got != code)
     error ('%s: exit code %d\n%s', strjoin (varargin), got, output);
   end
-end
-
-function write (file, text)
-  handle = fopen (file, 'w');
-  fwrite (handle, text);
-  fclose (handle);
 end
 
 function list = parts (file)

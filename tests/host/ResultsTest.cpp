@@ -51,7 +51,8 @@ TEST(ResultsJson, holdsStreamsParametersAndReports) {
     auto expected = nlohmann::json::parse(R"({
         "ok": true, "generation": "1.0",
         "unitsOfMeasure": { "temperature": "K", "pressure": "Pa", "totalFlow": "mol/s", "massFlow": "kg/s",
-                            "enthalpy": "J/mol", "balances": "kg/s, mol/s, W" },
+                            "enthalpy": "J/mol", "balances": { "mass": "kg/s", "moles": "mol/s", "elements": "mol/s",
+                                           "enthalpy": "W" } },
         "streams": [
           { "name": "Zufluß", "temperature": 300.0, "pressure": 2000000.0, "totalFlow": 100.0, "massFlow": 3.0,
             "phases": [ { "label": "Vapor", "amount": 0.5, "fraction": { "methane": 0.5, "propane": 0.5 } },
