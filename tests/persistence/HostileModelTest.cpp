@@ -20,32 +20,14 @@ std::string inUtf16(const std::string& text) {
 }
 
 TEST_F(HostileModel, neitherWritesNorReadsFilesOfTheUserOrTheUnit) {
-    const char* const names[] = {
-        "..\\evil.txt",
-        "../evil.txt",
-        "sub/../../evil.txt",
-        "\\evil.txt",
-        "/evil.txt",
-        "C:\\evil.txt",
-        "C:evil.txt",
-        "calc.m:evil",
-        "..",
-        "evil.txt.",
-        "evil.txt ",
-        "CON",
-        "nul.txt",
-        "com1",
-        "LPT9.x.y",
-        "aux .txt",
-        "a*b",
-        "",
-        "RUNUNIT.m",
-        "initRun.m",
-        "runUnit.oct",
-        "initRun.mexw64",
-        "unit.xml",
-        "_unitOperationModel_.svm",
-    };
+    const char* const names[] = {"..\\evil.txt",   "../evil.txt", "sub/../../evil.txt",
+                                 "\\evil.txt",     "/evil.txt",   "C:\\evil.txt",
+                                 "C:evil.txt",     "calc.m:evil", "..",
+                                 "evil.txt.",      "evil.txt ",   "CON",
+                                 "nul.txt",        "com1",        "LPT9.x.y",
+                                 "aux .txt",       "a*b",         "",
+                                 "RUNUNIT.m",      "initRun.m",   "runUnit.oct",
+                                 "initRun.mexw64", "unit.xml",    "_unitOperationModel_.svm"};
     writeFile(temporary.path() + L"evil.txt", "the user's");
     const std::vector<std::wstring> outside = namesIn(temporary.path());
     const std::string runScript = readFile(matlab.workingFolder() + L"runUnit.m");
