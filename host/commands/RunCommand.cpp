@@ -2,8 +2,8 @@
 
 #include "ResultFiles.h"
 #include "cases/CaseReader.h"
+#include "flowsheet/Flowsheet.h"
 #include "flowsheet/UnitCalls.h"
-#include "flowsheet/UnitRunner.h"
 #include "results/ResultTables.h"
 #include "results/ScriptError.h"
 
@@ -53,7 +53,7 @@ void printOutputOfFailure(RunResults& results) {
         for (const ReportResult& report : unit.reports)
             if (unit.status == UnitStatus::failed && report.name == outputReport) {
                 printReport(stderr, report);
-                if (report.text.find(outputEnd) == std::string::npos)
+                if (!hasScriptEnded(unit))
                     results.fault = Fault::machine;
             }
 }

@@ -48,7 +48,7 @@ UnitSession::~UnitSession() {
 
 bool UnitSession::start(const LogSink& log, std::string& error) {
     // Nothing is known about other units.
-    fault_ = case_.progId == UnitCase().progId ? Fault::machine : Fault::calculation;
+    fault_ = isOurs() ? Fault::machine : Fault::calculation;
     if (!create(error))
         return false;
     for (const StartupStep step : profile_.startup)
@@ -56,6 +56,19 @@ bool UnitSession::start(const LogSink& log, std::string& error) {
             return false;
     fault_ = Fault::model;
     return setParameters(unit_.get(), case_.parameters, error);
+}
+
+bool UnitSession::canRestart() const {
+    return unit_ && isOurs() && !std::holds_alternative<std::monostate>(case_.model);
+}
+
+bool UnitSession::restart(std::string& error) {
+    fault_ = Fault::model;
+    return reloadModel(error) && setParameters(unit_.get(), case_.parameters, error);
+}
+
+bool UnitSession::isOurs() const {
+    return case_.progId == UnitCase().progId;
 }
 
 bool UnitSession::terminate(std::string& error) {
@@ -123,6 +136,16 @@ bool UnitSession::loadModel(std::string& error) {
     if (const auto* file = std::get_if<ModelFile>(&case_.model))
         return loadModelFile(unit_.get(), *file, error);
     return true;
+}
+
+bool UnitSession::reloadModel(std::string& error) {
+    const auto* model = std::get_if<UnitModel>(&case_.model);
+    if (!model)
+        return loadModel(error);
+    // A load from a bag adds to the unit's reports; Calculate resets their texts.
+    UnitModel again = *model;
+    again.reports.clear();
+    return loadFromBag(unit_.get(), again, case_, error);
 }
 
 bool UnitSession::checked(const char* call, HRESULT result, std::string& error) const {

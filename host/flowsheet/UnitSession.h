@@ -21,7 +21,14 @@ public:
     /// host's or the unit's text.
     bool start(const LogSink& log, std::string& error);
 
-    /// The cause of a failed `start`.
+    /// Whether `restart` does the same as `start` of a new session. Only our own unit is known to.
+    bool canRestart() const;
+
+    /// Loads the model again and sets the parameters, so that nothing remains of earlier runs but what a
+    /// script keeps in Matlab. False with a text.
+    bool restart(std::string& error);
+
+    /// The cause of a failed `start` or `restart`.
     Fault fault() const { return fault_; }
 
     /// Null after `release`.
@@ -36,6 +43,8 @@ private:
     bool doStep(StartupStep step, const LogSink& log, std::string& error);
     bool giveContext(const LogSink& log, std::string& error);
     bool loadModel(std::string& error);
+    bool reloadModel(std::string& error);
+    bool isOurs() const;
     bool checked(const char* call, HRESULT result, std::string& error) const;
 
     const UnitCase& case_;

@@ -68,6 +68,11 @@ std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResul
     return error;
 }
 
+bool hasScriptEnded(const UnitResult& unit) {
+    const auto output = std::ranges::find(unit.reports, outputReport, &ReportResult::name);
+    return output != unit.reports.end() && output->text.find(outputEnd) != std::string::npos;
+}
+
 std::string scriptErrorLine(const ScriptError& error) {
     return error.file + ":" + std::to_string(error.line) + ":" +
            (error.column > 0 ? std::to_string(error.column) + ":" : "") + " " + error.message;

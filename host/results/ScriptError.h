@@ -11,6 +11,10 @@ namespace solvane::host {
 /// otherwise, or if the engine does not print where, as Matlab.
 std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResults& results);
 
+/// Whether the unit reports that its script came to its end, as after any error in it; false if Matlab never
+/// ran it, or was lost.
+bool hasScriptEnded(const UnitResult& unit);
+
 /// "drum.m:12:5: message", as editors and build tools read it.
 std::string scriptErrorLine(const ScriptError& error);
 

@@ -1,5 +1,5 @@
 // How a unit is called, in which order, and how its failures are reported.
-#include "flowsheet/UnitRunner.h"
+#include "flowsheet/Flowsheet.h"
 #include "RecordingUnit.h"
 #include "com/Module.h"
 #include "flowsheet/InterfaceRegistration.h"
@@ -188,6 +188,20 @@ TEST_F(UnitRuns, passStreamsFromUnitToUnit) {
     EXPECT_FALSE(run());
     EXPECT_EQ(error, "Unit \"Splitter\": Looking for the port \"top\" failed: no such port; the unit's "
                      "ports: in, out");
+}
+
+// Nothing is known of what other units keep.
+TEST_F(UnitRuns, makeOtherUnitsAnewForEachRun) {
+    Flowsheet repeated(flowsheet, [](std::string_view, std::string_view) {});
+    ASSERT_TRUE(repeated.run(results, error)) << error;
+    Case variation = flowsheet;
+    variation.feeds[0].flow = 5;
+    ASSERT_TRUE(repeated.run(variation, results, error)) << error;
+    EXPECT_EQ(calls(), "context Load Initialize Connect Connect Validate Calculate Disconnect Disconnect "
+                       "Terminate "
+                       "context Load Initialize Connect Connect Validate Calculate Disconnect Disconnect");
+    ASSERT_EQ(results.streams.size(), 2u);
+    EXPECT_EQ(results.streams[1].totalFlow, 5);
 }
 
 } // namespace

@@ -1,0 +1,190 @@
+#include "Flowsheet.h"
+
+#include "ParameterCalls.h"
+#include "Reentry.h"
+#include "UnitCalls.h"
+#include "WorkerThread.h"
+#include "results/Balances.h"
+#include "results/ScriptError.h"
+#include "results/Warnings.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace solvane::host {
+
+namespace {
+
+/// Everything from the connected ports to the reports, on the unit of the session or its proxy.
+bool runUnit(ICapeUnit* unit, const UnitSession& session, const std::vector<Connection>& connections,
+             bool reconnects, Reentry& reentry, UnitResult& results, std::string& error) {
+    const auto around = [&](auto&& call) {
+        return (!reconnects ||
+                (disconnectPorts(unit, connections, error) && connectPorts(unit, connections, error))) &&
+               call();
+    };
+    if (!connectPorts(unit, connections, error))
+        return false;
+    const bool calculated = around([&] { return validate(unit, error); }) && around([&] {
+                                reentry.begin();
+                                const bool succeeded = calculate(unit, error);
+                                reentry.end();
+                                return succeeded;
+                            });
+    if (!session.unit())
+        return calculated;
+    // What a unit returns that failed to calculate may still say why.
+    std::string laterError;
+    const bool read = around([&] { return readParameters(unit, results.parameters, laterError); }) &&
+                      around([&] { return readReports(unit, results.reports, laterError); }) &&
+                      disconnectPorts(unit, connections, laterError);
+    if (calculated && !read)
+        error = laterError;
+    return calculated && read;
+}
+
+/// Results without a value yet.
+RunResults blankResults(const Case& flowsheet) {
+    RunResults results;
+    results.generation = flowsheet.generation;
+    results.isFlowsheet = flowsheet.isFlowsheet;
+    for (const Compound* compound : flowsheet.compounds)
+        results.compounds.emplace_back(compound->name);
+    for (const UnitCase& unit : flowsheet.units) {
+        UnitResult& result = results.units.emplace_back();
+        result.name = unit.name;
+        std::ranges::transform(unit.feeds, std::back_inserter(result.feeds), &PortConnection::stream);
+        std::ranges::transform(unit.products, std::back_inserter(result.products), &PortConnection::stream);
+    }
+    return results;
+}
+
+} // namespace
+
+Flowsheet::Flowsheet(Case flowsheet, RunLog log)
+    : case_(std::move(flowsheet)), log_(std::move(log)), members_(case_.units.size()) {
+    habits_->rules = case_.profile.materials;
+    for (std::size_t i = 0; i < members_.size(); ++i)
+        members_[i].log = [this, &unit = case_.units[i]](std::string_view line) {
+            if (results_)
+                results_->log.push_back({unit.name, std::string(line)});
+            log_(unit.name, line);
+        };
+}
+
+bool Flowsheet::run(const Case& variation, RunResults& results, std::string& error) {
+    case_.feeds = variation.feeds;
+    for (std::size_t i = 0; i < case_.units.size(); ++i)
+        case_.units[i].parameters = variation.units[i].parameters;
+    return run(results, error);
+}
+
+bool Flowsheet::run(RunResults& results, std::string& error) {
+    results = blankResults(case_);
+    results_ = &results;
+    const bool succeeded = start(results, error) && calculate(results, error);
+    results_ = nullptr;
+    if (succeeded)
+        return true;
+    if (!results.failure)
+        results.failure.emplace().message = error;
+    results.failure->scriptError = findScriptError(case_, results);
+    return false;
+}
+
+/// Makes the streams anew, and brings every unit into the state in which its model is loaded.
+bool Flowsheet::start(RunResults& results, std::string& error) {
+    streams_.clear();
+    if (!makeStreams(case_, habits_, streams_, error))
+        return false;
+    for (std::size_t i = 0; i < members_.size(); ++i) {
+        auto& [log, session] = members_[i];
+        const bool restarts = session && session->canRestart();
+        if (!restarts) {
+            session.reset(); // ends the former unit first
+            session = std::make_unique<UnitSession>(case_.units[i], case_.profile);
+        }
+        if (!(restarts ? session->restart(error) : session->start(log, error))) {
+            results.fault = session->fault();
+            if (!restarts)
+                session.reset();
+            return failed(i, results, error);
+        }
+    }
+    return true;
+}
+
+bool Flowsheet::calculate(RunResults& results, std::string& error) {
+    for (const FeedStream& feed : case_.feeds)
+        if (!addStream(feed.name, results, error))
+            return false;
+    for (std::size_t i = 0; i < case_.units.size(); ++i)
+        if (!runOne(i, results, error)) {
+            // Without the script's end its Matlab may be lost, and the next run starts another.
+            if (!hasScriptEnded(results.units[i]))
+                members_[i].session.reset();
+            return failed(i, results, error);
+        }
+    return true;
+}
+
+bool Flowsheet::addStream(const std::string& name, RunResults& results, std::string& error) const {
+    StreamResult result;
+    if (!readStream(*std::ranges::find(streams_, name, &Stream::name), result, error))
+        return false;
+    results.streams.push_back(std::move(result));
+    return true;
+}
+
+bool Flowsheet::runOne(std::size_t unit, RunResults& results, std::string& error) {
+    const UnitCase& unitCase = case_.units[unit];
+    UnitSession& session = *members_[unit].session;
+    UnitResult& result = results.units[unit];
+    const std::vector<Connection> connections = connectionsOf(unitCase, streams_);
+    Reentry reentry(session, case_.profile, members_[unit].log);
+    const auto task = [&](ICapeUnit* called, const std::vector<Connection>& ports, std::string& taskError) {
+        return runUnit(called, session, ports, case_.profile.reconnects, reentry, result, taskError);
+    };
+    habits_->onCall = [&reentry] { reentry.onMaterialCall(); };
+    const bool ran = case_.profile.calculatesOnWorker ? runOnWorker(session.unit(), connections, task, error)
+                                                      : task(session.unit(), connections, error);
+    habits_->onCall = nullptr;
+    if (!ran || !std::ranges::all_of(unitCase.products, [&](const PortConnection& product) {
+            return addStream(product.stream, results, error);
+        }))
+        return false;
+    result.status = UnitStatus::calculated;
+    review(unit, results);
+    return true;
+}
+
+/// Adds the unit's balance and warnings.
+void Flowsheet::review(std::size_t unit, RunResults& results) const {
+    const UnitCase& unitCase = case_.units[unit];
+    const auto resultsOf = [&](const std::vector<PortConnection>& ports) {
+        std::vector<const StreamResult*> streams;
+        for (const PortConnection& port : ports)
+            streams.push_back(&*std::ranges::find(results.streams, port.stream, &StreamResult::name));
+        return streams;
+    };
+    const auto products = resultsOf(unitCase.products);
+    results.balances.push_back(
+        balanceOf(unitCase.name, case_.compounds, resultsOf(unitCase.feeds), products));
+    addWarnings(results.units[unit], results.balances.back(), products, results.warnings);
+}
+
+bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error) const {
+    results.units[unit].status = UnitStatus::failed;
+    results.failure.emplace().message = error;
+    results.failure->unit = case_.units[unit].name;
+    if (case_.isFlowsheet)
+        error.insert(0, "Unit \"" + case_.units[unit].name + "\": ");
+    return false;
+}
+
+bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std::string& error) {
+    return Flowsheet(flowsheet, log).run(results, error);
+}
+
+} // namespace solvane::host

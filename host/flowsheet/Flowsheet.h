@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Streams.h"
+#include "UnitSession.h"
+#include "cases/CaseModel.h"
+#include "materials/MaterialHabits.h"
+#include "results/RunResults.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace solvane::host {
+
+/// Receives a log line (UTF-8) of the named unit.
+using RunLog = std::function<void(std::string_view unit, std::string_view line)>;
+
+/// A case as a flowsheet that can be calculated again and again. All units exist at the same time, as in a
+/// simulator, and live from the first run to the end, so that Matlab starts once. Every run begins with new
+/// streams and with units in the state in which their models are loaded: it gives the same results as the
+/// first run of a new flowsheet. Only what a script keeps in Matlab itself passes from run to run. The
+/// calling thread is in a single-threaded apartment.
+class Flowsheet {
+public:
+    Flowsheet(Case flowsheet, RunLog log);
+    Flowsheet(const Flowsheet&) = delete;
+    Flowsheet& operator=(const Flowsheet&) = delete;
+
+    /// Calculates one unit after the other in the way of the case's profile, and replaces `results`. False
+    /// with the host's or the unit's text; `results` then holds what is known of the units up to the failed
+    /// one, including its reports if it still returns them.
+    bool run(RunResults& results, std::string& error);
+
+    /// The same with the feeds and the parameter settings of a variation of the case, also from then on.
+    bool run(const Case& variation, RunResults& results, std::string& error);
+
+private:
+    bool start(RunResults& results, std::string& error);
+    bool calculate(RunResults& results, std::string& error);
+    bool runOne(std::size_t unit, RunResults& results, std::string& error);
+    bool addStream(const std::string& name, RunResults& results, std::string& error) const;
+    void review(std::size_t unit, RunResults& results) const;
+    bool failed(std::size_t unit, RunResults& results, std::string& error) const;
+
+    struct Member {
+        LogSink log;
+        std::unique_ptr<UnitSession> session; ///< null if the next run has to make one
+    };
+
+    Case case_;
+    RunLog log_;
+    RunResults* results_ = nullptr; ///< of the run that is under way
+    std::shared_ptr<MaterialHabits> habits_ = std::make_shared<MaterialHabits>();
+    std::vector<Stream> streams_;
+    std::vector<Member> members_; ///< by unit
+};
+
+/// Runs a case once.
+bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std::string& error);
+
+} // namespace solvane::host
