@@ -57,8 +57,10 @@ public:
     void reals(std::span<const double> values) { copy(values.data(), values.size_bytes()); }
     /// The word that says what follows (ValueTags.h).
     template <class Tag>
-    requires std::is_enum_v<Tag>
-    void tag(Tag value) { unsignedInteger(static_cast<std::uint32_t>(value)); }
+        requires std::is_enum_v<Tag>
+    void tag(Tag value) {
+        unsignedInteger(static_cast<std::uint32_t>(value));
+    }
     /// Up to and with its first NUL.
     void text(const std::string& value) { copy(value.c_str(), std::strlen(value.c_str()) + 1); }
 

@@ -11,7 +11,7 @@ namespace {
 
 /// A condition that can specify a feed.
 struct FeedCondition {
-    std::optional<double> FeedStream::*value;
+    std::optional<double> FeedStream::* value;
     FlashSpecification specification;
 };
 

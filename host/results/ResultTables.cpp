@@ -14,8 +14,8 @@ namespace {
 
 struct Row {
     const char* label;
-    std::string TableUnits::*unit; ///< null for mol/mol
-    double StreamResult::*value;
+    std::string TableUnits::* unit; ///< null for mol/mol
+    double StreamResult::* value;
     int decimals; ///< in the usual unit
 };
 
@@ -33,8 +33,8 @@ constexpr int fractionDecimals = 5;
 
 struct BalanceRow {
     const char* label;
-    std::string TableUnits::*unit;
-    Flows Balance::*flows;
+    std::string TableUnits::* unit;
+    Flows Balance::* flows;
     bool ofReactors; ///< also if the unit reacts
 };
 
@@ -46,7 +46,7 @@ constexpr std::array balanceRows{
 constexpr int balanceDecimals = 4;
 
 /// An SI value in a unit, as precise as one in the usual unit with that many decimals; never "-0.0000".
-std::string preciseNumber(double value, std::string TableUnits::*quantity, const TableUnits& units,
+std::string preciseNumber(double value, std::string TableUnits::* quantity, const TableUnits& units,
                           int decimals) {
     const UnitOfMeasure unit = *parseUnit(units.*quantity);
     const double usualFactor = parseUnit(TableUnits().*quantity)->factor;
@@ -55,7 +55,7 @@ std::string preciseNumber(double value, std::string TableUnits::*quantity, const
     return text.find_first_of("123456789") == std::string::npos ? fixedNumber(0, decimals) : text;
 }
 
-Line balanceLine(const std::string& label, std::string TableUnits::*quantity, const TableUnits& units,
+Line balanceLine(const std::string& label, std::string TableUnits::* quantity, const TableUnits& units,
                  const Flows& flows) {
     Line line{label, units.*quantity};
     for (const double value : {flows.in, flows.out, flows.out - flows.in})

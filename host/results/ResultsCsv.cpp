@@ -10,8 +10,8 @@ namespace {
 
 struct Column {
     const char* name;
-    std::string TableUnits::*unit; ///< null for a fraction
-    double StreamResult::*value;
+    std::string TableUnits::* unit; ///< null for a fraction
+    double StreamResult::* value;
 };
 
 constexpr std::array valueColumns{

@@ -16,7 +16,7 @@ TableUnits unitsOfSystem(std::string_view system) {
 
 TableUnits unitsOfCase(const Case& flowsheet) {
     TableUnits units;
-    const auto take = [&](std::string FeedStream::*stated, std::string& unit) {
+    const auto take = [&](std::string FeedStream::* stated, std::string& unit) {
         const auto feed = std::ranges::find_if(flowsheet.feeds,
                                                [&](const FeedStream& one) { return !(one.*stated).empty(); });
         if (feed != flowsheet.feeds.end())

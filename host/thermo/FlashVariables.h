@@ -18,8 +18,8 @@ struct FlashVariableRow {
     const char* name;
     double lowest;
     double highest;
-    const char* unit;                  ///< after a blank, as " K"; empty for a fraction
-    double MolarProperties::*property; ///< of the overall mixture; null for the others
+    const char* unit;                   ///< after a blank, as " K"; empty for a fraction
+    double MolarProperties::* property; ///< of the overall mixture; null for the others
 };
 
 const FlashVariableRow& rowOf(FlashVariable variable);

@@ -82,7 +82,7 @@ MolarPropertiesOf<Scalar> excessProperties(std::span<const Compound* const> comp
     for (std::size_t i = 0; i < composition.size(); ++i) {
         const Properties ofPure = molarProperties(compounds.subspan(i, 1), phase, temperature, pressure,
                                                   std::span<const Scalar>(pure));
-        for (Scalar Properties::*property :
+        for (Scalar Properties::* property :
              {&Properties::enthalpyNF, &Properties::entropyNF, &Properties::volume})
             result.*property += -composition[i] * (ofPure.*property);
     }

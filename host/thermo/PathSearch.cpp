@@ -10,7 +10,7 @@ namespace solvane::host {
 
 namespace {
 
-double overallProperty(const Mixture& mixture, const Equilibrium& state, double MolarProperties::*property) {
+double overallProperty(const Mixture& mixture, const Equilibrium& state, double MolarProperties::* property) {
     double sum = 0;
     for (const PhaseState& phase : state.phases) {
         sum += phase.fraction * (molarProperties<double>(mixture.compounds, phase.phase, state.temperature,

@@ -13,7 +13,7 @@ namespace solvane::host {
 
 /// A property of the whole mixture (that of its phases by their fractions) and the value sought.
 struct GivenProperty {
-    double MolarProperties::*property;
+    double MolarProperties::* property;
     double value;
 };
 

@@ -62,7 +62,7 @@ struct State {
 template <class Scalar>
 struct MolarRow {
     PhaseProperty property;
-    Scalar MolarPropertiesOf<Scalar>::*value;
+    Scalar MolarPropertiesOf<Scalar>::* value;
 };
 
 template <class Scalar, class M = MolarPropertiesOf<Scalar>>

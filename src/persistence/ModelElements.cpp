@@ -204,7 +204,7 @@ std::optional<Variant> ModelElements::valueFrom(const CParameter& parameter, con
 void ModelElements::readParameter(CParameter& parameter) {
     struct Bound {
         const char* attribute;
-        Variant CParameter::*field;
+        Variant CParameter::* field;
         const char* invalid;
     };
     static constexpr std::array<Bound, 3> bounds{{

@@ -13,7 +13,7 @@ namespace {
 /// A condition that properties of the pure compounds depend on.
 struct Condition {
     const char* name;
-    Bstr HostTexts::*hostName;
+    Bstr HostTexts::* hostName;
     char letter; ///< in the names of the commands
     const wchar_t* derivative;
     const UnitMap& (*knownProperties)();

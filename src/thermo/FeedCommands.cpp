@@ -28,7 +28,7 @@ struct FeedRequest {
 /// The properties that are read from a feed's material directly. All others are calculated.
 struct DirectProperty {
     FlashProperty code;
-    Bstr HostTexts::*name;
+    Bstr HostTexts::* name;
     bool isVector;
 };
 

@@ -149,9 +149,7 @@ TEST_F(UnitRuns, reportFailuresOfHostAndUnit) {
          "Looking for the port \"top\" failed: no such port"},
         {[](UnitLog&, Case& bad) { bad.units[0].progId = "No.Such.Unit"; },
          "No component is registered as \"No.Such.Unit\""},
-        {[](UnitLog&, Case& bad) {
-             bad.units[0].parameters = {{"T", 1.0}};
-         },
+        {[](UnitLog&, Case& bad) { bad.units[0].parameters = {{"T", 1.0}}; },
          "The unit has no parameter \"T\""},
         {[](UnitLog&, Case& bad) { bad.feeds[0].temperature = 1e6; }, "Feed \"in\": The flash failed: "},
     };

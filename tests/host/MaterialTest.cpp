@@ -87,13 +87,9 @@ TEST_P(BothGenerations, reportsCodeNameAndPlaceOfFailures) {
         {HRESULT(ECapeInvalidArgumentHR), L"ECapeInvalidArgument", L"\"Solid\"",
          [](MaterialCalls& m) { return m.calculate(L"enthalpy", L"Solid"); }},
         {HRESULT(ECapeInvalidArgumentHR), L"ECapeInvalidArgument", L"fraction",
-         [](MaterialCalls& m) {
-             return m.set(L"fraction", {0.5, 0.5});
-         }},
+         [](MaterialCalls& m) { return m.set(L"fraction", {0.5, 0.5}); }},
         {HRESULT(ECapeInvalidArgumentHR), L"ECapeInvalidArgument", L"temperature: expected 1 value, got 2",
-         [](MaterialCalls& m) {
-             return m.set(L"temperature", {300, 310});
-         }},
+         [](MaterialCalls& m) { return m.set(L"temperature", {300, 310}); }},
         {HRESULT(ECapeNoImplHR), L"ECapeNoImpl", L"totalFlow of phase Vapor",
          [](MaterialCalls& m) { return m.set(L"totalFlow", {1}, L"Vapor"); }},
         {HRESULT(ECapeSolvingErrorHR), L"ECapeSolvingError", L"The flash failed: ",

@@ -89,8 +89,7 @@ void expectDerivatives(const Function& function, const State& state, const std::
         std::vector<double> exchange(rows);
         for (std::size_t i = 0; i < rows; ++i)
             exchange[i] = toFractions[j * rows + i] - toFractions[other * rows + i];
-        expect(
-            exchange, 1, [&](double h) { return changed(other, -1, h); }, "fraction");
+        expect(exchange, 1, [&](double h) { return changed(other, -1, h); }, "fraction");
     }
 }
 

@@ -49,7 +49,7 @@ protected:
 class Signals {
 public:
     Signals() {
-        struct sigaction action {};
+        struct sigaction action{};
         action.sa_handler = [](int) {};
         sigaction(SIGUSR1, &action, nullptr);
         thread_ = std::thread([this, receiver = pthread_self()] {

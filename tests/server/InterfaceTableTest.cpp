@@ -17,7 +17,7 @@ struct NamedInterface {
 
 #define INTERFACE_ROW(name)                                                                                  \
     NamedInterface {                                                                                         \
-#name, __uuidof(name)                                                                                \
+        #name, __uuidof(name)                                                                                \
     }
 
 /// All interfaces of the classes, and some that no class has.

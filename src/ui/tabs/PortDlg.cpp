@@ -11,7 +11,7 @@
 namespace solvane {
 
 struct CPortDlg::Side {
-    std::vector<ComRef<CPort>> Unit::*ports;
+    std::vector<ComRef<CPort>> Unit::* ports;
     bool isFeed;
     const wchar_t* word; ///< of the names of new ports
     const wchar_t* question;

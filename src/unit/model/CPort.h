@@ -45,7 +45,7 @@ public:
     /// only if that material is still connected: the host may connect another one from inside any call.
     template <class Interface>
     ComRef<Interface> interfaceOf(const ComRef<ICapeThermoMaterial>& material,
-                                  ComRef<Interface> CPort::*kept) {
+                                  ComRef<Interface> CPort::* kept) {
         if (material.get() == materialObject11.get() && this->*kept)
             return this->*kept;
         ComRef<Interface> found = material.as<Interface>();
