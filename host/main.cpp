@@ -4,6 +4,7 @@
 #include "com/Module.h"
 #include "com/Text.h"
 #include "commands/HostCommands.h"
+#include "commands/SweepCommandLine.h"
 #include "flowsheet/MessageBoxes.h"
 #include "results/TableUnits.h"
 
@@ -194,6 +195,7 @@ ExitCode runProgram() {
 
     ExitCode result = ok;
     RunOptions run;
+    SweepCommandLine sweep;
     SaveOptions save;
     NewOptions fresh;
     UnpackOptions unpack;
@@ -205,6 +207,7 @@ ExitCode runProgram() {
         print(stderr, title + " " + text + (text.ends_with('\n') ? "" : "\n"));
     });
     addRun(app, run, result);
+    addSweep(app, sweep, result);
     addSave(app, save, result);
     addNew(app, fresh, result);
     addUnpack(app, unpack, result);

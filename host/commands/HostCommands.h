@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Console.h"
+#include "studies/Design.h"
 
 #include <string>
 #include <vector>
@@ -23,6 +24,34 @@ struct RunOptions {
 
 /// Calculates a case and prints its streams and reports.
 ExitCode runCommand(const RunOptions& options);
+
+struct SweepOptions {
+    std::string casePath;
+    DesignRequest design{};
+    std::string designPath; ///< of a CSV file with the points, instead of `design`; empty for none
+    std::string shard;      ///< "3/16" for the third of 16 parts; empty for all
+    std::string units;      ///< of the table, as in a run
+    std::size_t jobs = 0;   ///< processes that calculate; 0 for one per core
+    std::string csvPath;    ///< of the table; empty for the standard output
+    std::string jsonPath;   ///< also the table
+    bool resume = false;    ///< keeps the rows that the table has
+    bool retry = false;     ///< but not those of failed points
+};
+
+/// Calculates a case at many points, and writes a table.
+ExitCode sweepCommand(const SweepOptions& options);
+
+struct MergeOptions {
+    std::string csvPath;
+    std::vector<std::string> partPaths; ///< a name may have the wildcards * and ?
+};
+
+/// Writes one table of the tables of a study's shards.
+ExitCode mergeCommand(const MergeOptions& options);
+
+/// Calculates the variations of a case that come in lines on the standard input, and answers each with a line
+/// of results. What `sweepCommand` starts.
+ExitCode serveCommand(const std::string& casePath);
 
 struct SaveOptions {
     std::string casePath;

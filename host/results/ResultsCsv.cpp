@@ -1,5 +1,6 @@
 #include "ResultsCsv.h"
 
+#include "CsvText.h"
 #include "cases/NumberText.h"
 
 #include <array>
@@ -24,15 +25,6 @@ constexpr std::array valueColumns{
     Column{"enthalpy with formation", &TableUnits::enthalpy, &StreamResult::enthalpyF},
 };
 
-std::string quoted(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos)
-        return text;
-    std::string result = "\"";
-    for (const char c : text)
-        result.append(c == '"' ? 2 : 1, c);
-    return result + "\"";
-}
-
 } // namespace
 
 std::string streamsCsv(const RunResults& results, const TableUnits& units) {
@@ -42,10 +34,10 @@ std::string streamsCsv(const RunResults& results, const TableUnits& units) {
             .append(column.name)
             .append(column.unit ? " (" + units.*column.unit + ")" : std::string());
     for (const std::string& compound : results.compounds)
-        csv.append(",").append(quoted("x " + compound));
+        csv.append(",").append(csvCell("x " + compound));
     csv += "\r\n";
     for (const StreamResult& stream : results.streams) {
-        csv += quoted(stream.name);
+        csv += csvCell(stream.name);
         for (const Column& column : valueColumns)
             csv.append(",").append(
                 exactNumber(inUnit(stream.*column.value, column.unit ? units.*column.unit : std::string())));

@@ -91,7 +91,7 @@ void putUnit(Json& json, const UnitResult& unit) {
 
 } // namespace
 
-std::string resultsJson(const RunResults& results) {
+std::string resultsJson(const RunResults& results, int indent) {
     Json json{{"ok", !results.failure}};
     if (results.failure)
         json["error"] = failureJson(*results.failure);
@@ -122,7 +122,7 @@ std::string resultsJson(const RunResults& results) {
         putUnit(results.isFlowsheet ? json["units"].back() : json, unit);
     }
     // A report in another code page is not UTF-8.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace solvane::host

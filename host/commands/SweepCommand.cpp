@@ -1,0 +1,216 @@
+#include "HostCommands.h"
+
+#include "ProgressLine.h"
+#include "StudyWorkers.h"
+#include "cases/CaseReader.h"
+#include "cases/FilePath.h"
+#include "flowsheet/ParameterCalls.h"
+#include "flowsheet/UnitSession.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+namespace solvane::host {
+
+namespace {
+
+/// What is known before anything is calculated.
+struct Study {
+    Case flowsheet{};
+    UnitParameters parameters{};
+    Design design{};
+    std::unique_ptr<StudyTable> table{};
+    std::vector<std::size_t> points{}; ///< of this shard
+};
+
+/// The parameters of a model file are known to the unit only.
+bool readUnitParameters(const Case& flowsheet, UnitParameters& parameters, std::string& error) {
+    for (const UnitCase& unit : flowsheet.units) {
+        std::vector<ModelParameter>& list = parameters.emplace_back();
+        if (const auto* model = std::get_if<UnitModel>(&unit.model)) {
+            list = model->parameters;
+            continue;
+        }
+        UnitSession session(unit, flowsheet.profile);
+        if (!session.start([](std::string_view) {}, error) || !readParameters(session.unit(), list, error)) {
+            error.insert(0, "Unit \"" + unit.name + "\": ");
+            return false;
+        }
+    }
+    return true;
+}
+
+bool readDesignFile(const std::string& path, const std::vector<Variable>& variables, Design& design,
+                    std::string& error) {
+    std::string text;
+    if (!readFile(filePath(path), text, error))
+        return false;
+    if (readDesign(variables, text, design, error))
+        return true;
+    error.insert(0, path + ": ");
+    return false;
+}
+
+/// "3/16" as the part 2 of 16.
+bool readShard(const std::string& text, std::size_t& part, std::size_t& count, std::string& error) {
+    const char* const end = text.data() + text.size();
+    const auto slash = std::from_chars(text.data(), end, part);
+    const bool isRight = slash.ec == std::errc() && slash.ptr != end && *slash.ptr == '/' &&
+                         std::from_chars(slash.ptr + 1, end, count).ptr == end && part >= 1 && part <= count;
+    if (!isRight)
+        error = "--shard: expected PART/COUNT, such as 3/16";
+    --part;
+    return isRight;
+}
+
+bool choosePoints(const std::string& shard, Study& study, std::string& error) {
+    std::size_t part = 0, count = 1;
+    if (!shard.empty() && !readShard(shard, part, count, error))
+        return false;
+    for (std::size_t i = part; i < study.design.points.size(); i += count)
+        study.points.push_back(i);
+    return true;
+}
+
+/// Points that cannot be are found before anything is calculated.
+bool checkPoints(const Study& study, std::string& error) {
+    for (std::size_t i = 0; i < study.design.points.size(); ++i) {
+        Variation variation;
+        if (!vary(study.flowsheet, study.design.axes, study.design.points[i], variation, error)) {
+            error.insert(0, "point " + std::to_string(i + 1) + ": ");
+            return false;
+        }
+    }
+    return true;
+}
+
+bool plan(const SweepOptions& options, Study& study, std::string& error) {
+    if (!readCase(options.casePath, study.flowsheet, error) ||
+        !readUnitParameters(study.flowsheet, study.parameters, error))
+        return false;
+    const std::vector<Variable> variables = variablesOf(study.flowsheet, study.parameters);
+    const bool hasDesign = options.designPath.empty()
+                               ? makeDesign(variables, options.design, study.design, error)
+                               : readDesignFile(options.designPath, variables, study.design, error);
+    if (!hasDesign || !checkPoints(study, error) || !choosePoints(options.shard, study, error))
+        return false;
+    study.table = std::make_unique<StudyTable>(study.flowsheet, study.parameters, study.design,
+                                               options.units.empty() ? unitsOfCase(study.flowsheet)
+                                                                     : unitsOfSystem(options.units));
+    return true;
+}
+
+/// The rows of an earlier study that stay, by point.
+bool readKnown(const SweepOptions& options, const Study& study, std::map<std::size_t, std::string>& known,
+               std::string& error) {
+    std::error_code fault;
+    if (!options.resume || !std::filesystem::exists(filePath(options.csvPath), fault))
+        return true;
+    std::string text;
+    if (!readFile(filePath(options.csvPath), text, error))
+        return false;
+    if (!study.table->readLines(text, known, error)) {
+        error.insert(0, options.csvPath + ": ");
+        return false;
+    }
+    const bool isOfShard = std::ranges::all_of(
+        known, [&](const auto& row) { return std::ranges::binary_search(study.points, row.first); });
+    if (!isOfShard) {
+        error = options.csvPath + ": it has points of another shard; choose another file";
+        return false;
+    }
+    if (options.retry)
+        std::erase_if(known, [](const auto& row) { return hasFailed(row.second); });
+    return true;
+}
+
+/// The table's file, or the standard output.
+class TableOutput {
+public:
+    /// The file then has the text, all at once.
+    bool open(const std::string& path, const std::string& text, std::string& error) {
+        path_ = path;
+        if (path.empty()) {
+            print(stdout, text);
+            return true;
+        }
+        if (!writeFile(filePath(path), text, error))
+            return false;
+        file_.open(filePath(path), std::ios::binary | std::ios::app);
+        return true;
+    }
+
+    bool write(const std::string& text) {
+        if (path_.empty()) {
+            print(stdout, text);
+            return true;
+        }
+        file_.write(text.data(), static_cast<std::streamsize>(text.size()));
+        file_.flush();
+        return file_.good();
+    }
+
+private:
+    std::string path_;
+    std::ofstream file_;
+};
+
+std::size_t jobCount(std::size_t wanted, std::size_t points) {
+    const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1u);
+    return std::min(wanted == 0 ? cores : wanted, points);
+}
+
+/// Calculates what is not known and writes all rows.
+ExitCode calculate(const SweepOptions& options, Study& study, std::map<std::size_t, std::string> known) {
+    // The known rows at the start are written at once, so that an end by force loses none of them.
+    std::string text = study.table->heading();
+    std::size_t failed = 0;
+    auto first = study.points.begin();
+    for (; first != study.points.end() && known.contains(*first); ++first) {
+        failed += hasFailed(known.at(*first));
+        text += known.extract(*first).mapped();
+    }
+    study.points.erase(study.points.begin(), first);
+    TableOutput output;
+    std::string error;
+    if (!output.open(options.csvPath, text, error))
+        return complain(badUsage, error);
+    const std::size_t toDo = study.points.size() - known.size();
+    StudyRows rows(std::move(study.points), std::move(known), [&](const std::string& line) {
+        text += line;
+        return output.write(line);
+    });
+    {
+        ProgressLine progress;
+        StudyWorkers workers(options.casePath, study.flowsheet, study.design, *study.table, rows);
+        workers.start(jobCount(options.jobs, toDo));
+        while (toDo > 0 && !rows.waitFor(progress.period()))
+            progress.show(rows.progress());
+        progress.finish(rows.progress());
+        error = workers.fault();
+    }
+    if (!error.empty())
+        return complain(calculationFailed, error);
+    if (!rows.isComplete())
+        return complain(calculationFailed, options.csvPath + " cannot be written");
+    if (!options.jsonPath.empty() &&
+        !writeFile(filePath(options.jsonPath), tableJson(study.table->columns(), text), error))
+        return complain(badUsage, error);
+    return failed + rows.progress().failed == 0 ? ok : calculationFailed;
+}
+
+} // namespace
+
+ExitCode sweepCommand(const SweepOptions& options) {
+    Study study;
+    std::map<std::size_t, std::string> known;
+    std::string error;
+    if (!plan(options, study, error) || !readKnown(options, study, known, error))
+        return complain(badUsage, error);
+    return calculate(options, study, std::move(known));
+}
+
+} // namespace solvane::host

@@ -1,0 +1,161 @@
+// The table of a study: rows in order, an earlier study's rows, the parts of several shards.
+#include "studies/StudyTable.h"
+#include "cases/UnitOfMeasure.h"
+#include "studies/ProgressText.h"
+
+#include <gmock/gmock.h>
+
+#include <nlohmann/json.hpp>
+
+namespace solvane::host {
+
+namespace {
+
+using testing::HasSubstr;
+using Json = nlohmann::ordered_json;
+
+class StudyTables : public testing::Test {
+protected:
+    StudyTables() {
+        flowsheet.compounds = {findCompound("methane")};
+        flowsheet.feeds = {
+            {.name = "A, B", .temperature = 300, .pressure = 1e5, .flow = 3, .composition = {1}}};
+        flowsheet.units = {{.name = "Pump", .products = {{"out", "C"}}}};
+        parameters = {{{.name = "P"},
+                       {.name = "duty", .isInput = false, .dimensionality = parseUnit("W")->exponents},
+                       {.name = "note", .kind = ParameterKind::text, .isInput = false}}};
+        std::string error;
+        EXPECT_TRUE(makeDesign(variablesOf(flowsheet, parameters), {.axes = {"P=1,2,3", "A, B.flow=5"}},
+                               design, error))
+            << error;
+        table.emplace(flowsheet, parameters, design, TableUnits());
+    }
+
+    static Json results(const char* note) {
+        const Json stream{{"temperature", 300.5},
+                          {"pressure", 1e5},
+                          {"totalFlow", 0.1},
+                          {"vaporFraction", nullptr},
+                          {"fraction", {{"methane", 1.0}}}};
+        Json feed = stream, product = stream;
+        feed["name"] = "A, B";
+        product["name"] = "C";
+        return {{"ok", true},
+                {"streams", {feed, product}},
+                {"parameters", {{"P", 2.0}, {"duty", 1500.0}, {"note", note}}}};
+    }
+    std::string wholeTable() const {
+        return table->heading() + table->line(0, results("x")) + table->line(1, failure()) +
+               table->line(2, results("y"));
+    }
+    static Json failure() { return {{"error", {{"unit", "Pump"}, {"message", "too\r\nhot"}}}}; }
+
+    Case flowsheet;
+    UnitParameters parameters;
+    Design design;
+    std::optional<StudyTable> table;
+};
+
+TEST_F(StudyTables, showWhatWasVariedAndWhatCameOfIt) {
+    EXPECT_EQ(table->heading(),
+              "point,points,P,\"A, B.flow (mol/s)\",duty (kW),note,\"A, B.temperature (K)\","
+              "\"A, B.pressure (bar)\",\"A, B.vaporFraction\",\"A, B.x(methane)\",C.temperature (K),"
+              "C.pressure (bar),C.flow (mol/s),C.vaporFraction,C.x(methane),status,message\r\n");
+    EXPECT_EQ(table->line(1, results("say \"a\nb\"")),
+              "2,3,2,5,1.5,\"say \"\"a b\"\"\",300.5,1,,1,300.5,1,0.1,,1,ok,\r\n");
+    EXPECT_EQ(table->line(2, failure()), "3,3,3,5,,,,,,,,,,,,failed,too hot\r\n");
+    EXPECT_TRUE(hasFailed(table->line(2, failure())));
+    EXPECT_FALSE(hasFailed(table->line(1, results("failed"))));
+
+    const Json json = Json::parse(tableJson(table->columns(), wholeTable()));
+    EXPECT_EQ(json["columns"][4], Json({{"name", "duty"}, {"unit", "kW"}}));
+    EXPECT_EQ(json["columns"].size(), json["rows"][1].size());
+    EXPECT_EQ(json["rows"][0][4], 1.5);
+    EXPECT_EQ(json["rows"][1][4], nullptr);
+    EXPECT_EQ(json["rows"][1].back(), "too hot");
+}
+
+TEST_F(StudyTables, keepTheRowsOfAnEarlierStudy) {
+    const std::string whole = wholeTable();
+    std::map<std::size_t, std::string> lines;
+    std::string error;
+    ASSERT_TRUE(table->readLines("", lines, error));
+    EXPECT_TRUE(lines.empty());
+    ASSERT_TRUE(table->readLines(whole.substr(0, whole.size() - 1), lines, error)) << error;
+    EXPECT_EQ(lines.size(), 2u) << "the last line is not complete";
+    EXPECT_EQ(lines[1], table->line(1, failure()));
+
+    const std::string heading = table->heading();
+    for (const std::string& other :
+         {"x" + heading, heading + "1,4,1,5" + whole.substr(heading.size() + 7),
+          heading + "4,3,1,5" + whole.substr(heading.size() + 7),
+          heading + "1,3,1,6" + whole.substr(heading.size() + 7), heading + "1,3,1,5\r\n"})
+        EXPECT_FALSE(table->readLines(other, lines, error)) << other;
+    EXPECT_THAT(error, HasSubstr("another study"));
+}
+
+TEST_F(StudyTables, mergeShards) {
+    const std::string heading = table->heading();
+    const std::string first = table->line(0, results("x")), second = table->line(1, failure()),
+                      third = table->line(2, results("y"));
+    std::string merged, error;
+    ASSERT_TRUE(mergeTables({heading + second, heading, heading + first + third}, merged, error)) << error;
+    EXPECT_EQ(merged, wholeTable());
+    const struct {
+        std::vector<std::string> tables;
+        const char* message;
+    } rows[] = {
+        {{heading + first, heading + third}, "the point 2 of 3 is missing"},
+        {{heading + first + second, heading + second + third}, "the point 2 is there twice"},
+        {{heading + first, "point,points,Q\r\n2,3,1\r\n"}, "columns differ"},
+        {{heading + first, heading + "2,4" + second.substr(3)}, "counts of points differ"},
+        {{heading}, "no points"},
+        {{"stream,flow\r\n"}, "not the table of a study"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_FALSE(mergeTables(row.tables, merged, error)) << row.message;
+        EXPECT_THAT(error, HasSubstr(row.message));
+    }
+}
+
+TEST_F(StudyTables, areWrittenInTheOrderOfPoints) {
+    std::string written;
+    bool canWrite = true;
+    const auto write = [&](const std::string& line) {
+        written += line;
+        return canWrite;
+    };
+    StudyRows rows({2, 4, 6, 8}, {{4, "known,failed,"}}, write);
+    EXPECT_EQ(rows.next(), 2u);
+    EXPECT_EQ(rows.next(), 6u) << "4 is known";
+    rows.put(6, "c");
+    EXPECT_EQ(written, "");
+    rows.put(2, "a");
+    EXPECT_EQ(written, "aknown,failed,c");
+    EXPECT_EQ(rows.progress().failed, 1u);
+    EXPECT_EQ(rows.next(), 8u);
+    EXPECT_EQ(rows.next(), std::nullopt);
+    EXPECT_FALSE(rows.waitFor(std::chrono::milliseconds(1)));
+    canWrite = false;
+    rows.put(8, "d");
+    EXPECT_TRUE(rows.waitFor(std::chrono::milliseconds(1)));
+    EXPECT_FALSE(rows.isComplete());
+
+    StudyRows stopped({0, 1}, {}, write);
+    stopped.stop();
+    EXPECT_EQ(stopped.next(), std::nullopt);
+}
+
+TEST(ProgressTexts, sayHowLongItTakes) {
+    EXPECT_EQ(progressText({.done = 0, .failed = 0, .total = 8}, 3),
+              "[....................] 0 of 8 points, 0 failed");
+    EXPECT_EQ(progressText({.done = 2, .failed = 1, .total = 8}, 4),
+              "[#####...............] 2 of 8 points, 1 failed, 0.5 per second, 12 s left");
+    EXPECT_THAT(progressText({.done = 1, .failed = 0, .total = 1001}, 1), testing::EndsWith("17 min left"));
+    EXPECT_THAT(progressText({.done = 1, .failed = 0, .total = 36001}, 1), testing::EndsWith("10.0 h left"));
+    EXPECT_THAT(progressText({.done = 8, .failed = 0, .total = 8}, 4), testing::EndsWith("2 per second"));
+}
+
+} // namespace
+
+} // namespace solvane::host
