@@ -19,25 +19,30 @@ inline constexpr double omegaB = 0.077796073903888455;
 inline constexpr double delta1 = 1 + std::numbers::sqrt2;
 inline constexpr double delta2 = 1 - std::numbers::sqrt2;
 
-/// sqrt(a), with a in Pa m6/mol2, and its derivative to temperature.
-template <class Scalar>
+/// sqrt(a), with a in Pa m6/mol2, which falls with the root of the temperature in a straight line.
 struct AttractionRoot {
-    Scalar value;
-    Scalar slope;
+    double atZero;
+    double fall; ///< per sqrt(K)
+
+    // Beyond some ten times the critical temperature the value turns negative. It keeps its sign, so that a
+    // mixture's a stays a smooth function of temperature there, where it is almost zero.
+    template <class Scalar>
+    Scalar value(Scalar rootOfTemperature) const {
+        return atZero - fall * rootOfTemperature;
+    }
+    /// The derivative of the value to temperature.
+    template <class Scalar>
+    Scalar slope(Scalar rootOfTemperature) const {
+        return -0.5 * fall / rootOfTemperature;
+    }
 };
 
-template <class Scalar>
-AttractionRoot<Scalar> attractionRoot(const Compound& compound, Scalar temperature) {
-    using std::sqrt;
-    const double criticalTemperature = compound.criticalTemperature;
+inline AttractionRoot attractionRoot(const Compound& compound) {
     const double w = compound.acentricFactor;
     const double m = 0.37464 + (1.54226 - 0.26992 * w) * w;
-    const Scalar reducedRoot = sqrt(temperature / criticalTemperature);
     const double criticalRoot =
-        gasConstant * criticalTemperature * std::sqrt(omegaA / compound.criticalPressure);
-    // Beyond some ten times the critical temperature this root turns negative. It keeps its sign, so that a
-    // mixture's a stays a smooth function of temperature there, where it is almost zero.
-    return {criticalRoot * (1 + m * (1 - reducedRoot)), -criticalRoot * m * reducedRoot / (2 * temperature)};
+        gasConstant * compound.criticalTemperature * std::sqrt(omegaA / compound.criticalPressure);
+    return {criticalRoot * (1 + m), criticalRoot * m / std::sqrt(compound.criticalTemperature)};
 }
 
 /// b, m3/mol.

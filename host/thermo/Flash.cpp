@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 
 namespace solvane::host {
@@ -17,7 +18,7 @@ constexpr double leastFraction = 1e-100;
 
 bool atTemperatureAndPressure(const Mixture& mixture, double temperature, const FlashCondition& pressure,
                               Equilibrium& result, std::string&) {
-    result = {temperature, pressure.value, splitPhases(mixture, temperature, pressure.value)};
+    result = {temperature, pressure.value, PhaseSplitter(mixture).split(temperature, pressure.value)};
     return true;
 }
 
@@ -68,6 +69,33 @@ void keepStated(const FlashCondition& condition, Equilibrium& result) {
         result.pressure = condition.value;
 }
 
+bool isPresent(double fraction) {
+    return fraction >= leastFraction;
+}
+
+Mixture presentOf(const std::vector<const Compound*>& compounds, const std::vector<double>& fractions) {
+    Mixture present;
+    present.compounds.reserve(fractions.size());
+    present.composition.reserve(fractions.size());
+    present.logComposition.reserve(fractions.size());
+    for (std::size_t i = 0; i < fractions.size(); ++i) {
+        if (isPresent(fractions[i])) {
+            present.compounds.push_back(compounds[i]);
+            present.composition.push_back(fractions[i]);
+            present.logComposition.push_back(std::log(fractions[i]));
+        }
+    }
+    return present;
+}
+
+/// Makes the composition of what is present one of all compounds.
+void addAbsent(const std::vector<double>& fractions, std::vector<double>& composition) {
+    for (std::size_t i = 0; i < fractions.size(); ++i) {
+        if (!isPresent(fractions[i]))
+            composition.insert(composition.begin() + static_cast<std::ptrdiff_t>(i), 0);
+    }
+}
+
 /// Null if there is none.
 const FlashRow* findFlash(FlashVariable first, FlashVariable second) {
     const auto row = std::ranges::find_if(
@@ -94,26 +122,16 @@ bool PropertyPackage::flash(std::span<const double> composition, const FlashCond
         return false;
     }
 
-    Mixture present;
-    std::vector<std::size_t> places;
-    for (std::size_t i = 0; i < fractions.size(); ++i) {
-        if (fractions[i] >= leastFraction) {
-            present.compounds.push_back(compounds_[i]);
-            present.composition.push_back(fractions[i]);
-            places.push_back(i);
-        }
-    }
+    const Mixture present = presentOf(compounds_, fractions);
     const bool inOrder = row->isFor(first.variable, second.variable);
     Equilibrium found;
     if (!row->flash(present, (inOrder ? first : second).value, inOrder ? second : first, found, error))
         return false;
     keepStated(first, found);
     keepStated(second, found);
-    for (PhaseState& phase : found.phases) {
-        std::vector<double> all(fractions.size(), 0.0);
-        for (std::size_t i = 0; i < places.size(); ++i)
-            all[places[i]] = phase.composition[i];
-        phase.composition = std::move(all);
+    if (present.count() < fractions.size()) {
+        for (PhaseState& phase : found.phases)
+            addAbsent(fractions, phase.composition);
     }
     result = std::move(found);
     return true;

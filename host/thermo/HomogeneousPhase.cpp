@@ -9,17 +9,17 @@ template <class Scalar>
 HomogeneousPhase<Scalar>::HomogeneousPhase(std::span<const Compound* const> compounds, Phase phase,
                                            Scalar temperature, Scalar pressure,
                                            std::span<const Scalar> composition)
-    : temperature_(temperature), pressure_(pressure) {
+    : compounds_(compounds), temperature_(temperature), pressure_(pressure) {
     using std::log;
     using std::log1p;
+    using std::sqrt;
+    const Scalar rootOfTemperature = sqrt(temperature);
     Scalar rootSlope = 0;
     for (std::size_t i = 0; i < compounds.size(); ++i) {
-        const AttractionRoot<Scalar> root = attractionRoot(*compounds[i], temperature);
-        rootA_.push_back(root.value);
-        covolume_.push_back(covolume(*compounds[i]));
-        mixtureRootA_ += composition[i] * root.value;
-        rootSlope += composition[i] * root.slope;
-        b_ += composition[i] * covolume_[i];
+        const AttractionRoot root = attractionRoot(*compounds[i]);
+        mixtureRootA_ += composition[i] * root.value(rootOfTemperature);
+        rootSlope += composition[i] * root.slope(rootOfTemperature);
+        b_ += composition[i] * covolume(*compounds[i]);
     }
     const Scalar a = mixtureRootA_ * mixtureRootA_;
     const Scalar aSlope = 2 * mixtureRootA_ * rootSlope;
@@ -27,9 +27,8 @@ HomogeneousPhase<Scalar>::HomogeneousPhase(std::span<const Compound* const> comp
     const Scalar aCurvature = 2 * rootSlope * rootSlope - mixtureRootA_ * rootSlope / temperature;
     const Scalar rt = gasConstant * temperature;
 
-    const CompressibilityRoots roots =
-        compressibilityRoots(plain(a * pressure / (rt * rt)), plain(b_ * pressure / rt));
-    const double root = phase == Phase::vapor ? roots.largest : roots.smallest;
+    const CompressibilityRoots roots(plain(a * pressure / (rt * rt)), plain(b_ * pressure / rt));
+    const double root = phase == Phase::vapor ? roots.largest() : roots.smallest();
     // The root is exact already; Newton's step from it only brings in how it changes with the arguments.
     const Scalar exact = root * plain(rt) / plain(pressure);
     const auto attraction = [&](Scalar v) { return (v + delta1 * b_) * (v + delta2 * b_); };
@@ -58,15 +57,17 @@ template <class Scalar>
 std::vector<Scalar> HomogeneousPhase<Scalar>::logFugacityCoefficients() const {
     using std::log;
     using std::log1p;
+    using std::sqrt;
     const Scalar z = compressibilityFactor();
     const Scalar repulsion = log(z) + log1p(-b_ / volume);
     const Scalar attraction = attractionLogarithm(volume, b_) /
                               ((delta1 - delta2) * b_ * gasConstant * temperature_) * mixtureRootA_;
+    const Scalar rootOfTemperature = sqrt(temperature_);
     std::vector<Scalar> logarithms;
-    for (std::size_t i = 0; i < rootA_.size(); ++i) {
-        const Scalar share = covolume_[i] / b_;
-        logarithms.push_back(share * (z - 1) - repulsion -
-                             attraction * (2 * rootA_[i] - mixtureRootA_ * share));
+    for (const Compound* compound : compounds_) {
+        const Scalar share = covolume(*compound) / b_;
+        const Scalar rootA = attractionRoot(*compound).value(rootOfTemperature);
+        logarithms.push_back(share * (z - 1) - repulsion - attraction * (2 * rootA - mixtureRootA_ * share));
     }
     return logarithms;
 }

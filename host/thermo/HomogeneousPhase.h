@@ -32,10 +32,9 @@ struct HomogeneousPhase {
     std::vector<Scalar> logFugacityCoefficients() const;
 
 private:
+    std::span<const Compound* const> compounds_;
     Scalar temperature_;
     Scalar pressure_;
-    std::vector<Scalar> rootA_;
-    std::vector<double> covolume_;
     Scalar mixtureRootA_ = 0;
     Scalar b_ = 0;
 };

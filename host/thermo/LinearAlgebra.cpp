@@ -5,7 +5,7 @@
 
 namespace solvane::host {
 
-bool solveLinear(std::vector<double> matrix, std::vector<double>& rightSide) {
+bool solveLinear(std::vector<double>& matrix, std::vector<double>& rightSide) {
     const std::size_t n = rightSide.size();
     const auto at = [&](std::size_t row, std::size_t column) -> double& { return matrix[row * n + column]; };
     for (std::size_t k = 0; k < n; ++k) {
@@ -35,31 +35,28 @@ bool solveLinear(std::vector<double> matrix, std::vector<double>& rightSide) {
     return true;
 }
 
-bool solvePositiveDefinite(std::vector<double> matrix, std::vector<double>& rightSide) {
+bool solvePositiveDefinite(std::vector<double>& matrix, std::vector<double>& rightSide) {
     const std::size_t n = rightSide.size();
     const auto at = [&](std::size_t row, std::size_t column) -> double& { return matrix[row * n + column]; };
     for (std::size_t k = 0; k < n; ++k) {
         const double original = at(k, k);
         for (std::size_t j = 0; j < k; ++j)
-            at(k, k) -= at(k, j) * at(k, j);
+            at(k, k) -= at(k, j) * at(k, j) * at(j, j);
         if (!(at(k, k) > 1e-12 * std::abs(original)))
             return false;
-        at(k, k) = std::sqrt(at(k, k));
         for (std::size_t row = k + 1; row < n; ++row) {
             for (std::size_t j = 0; j < k; ++j)
-                at(row, k) -= at(row, j) * at(k, j);
+                at(row, k) -= at(row, j) * at(k, j) * at(j, j);
             at(row, k) /= at(k, k);
         }
     }
-    for (std::size_t row = 0; row < n; ++row) {
+    for (std::size_t row = 0; row < n; ++row)
         for (std::size_t j = 0; j < row; ++j)
             rightSide[row] -= at(row, j) * rightSide[j];
-        rightSide[row] /= at(row, row);
-    }
     for (std::size_t row = n; row-- > 0;) {
+        rightSide[row] /= at(row, row);
         for (std::size_t j = row + 1; j < n; ++j)
             rightSide[row] -= at(j, row) * rightSide[j];
-        rightSide[row] /= at(row, row);
     }
     return true;
 }

@@ -5,11 +5,13 @@
 
 namespace solvane::host {
 
-/// Solves by elimination with row pivots; `rightSide` becomes the solution. False for a singular matrix.
-bool solveLinear(std::vector<double> matrix, std::vector<double>& rightSide);
+// Both leave their factors in the matrix.
 
-/// Solves a symmetric system by Cholesky's factors; `rightSide` becomes the solution. False, with
-/// `rightSide` unchanged, if the matrix is not clearly positive definite.
-bool solvePositiveDefinite(std::vector<double> matrix, std::vector<double>& rightSide);
+/// Solves by elimination with row pivots; `rightSide` becomes the solution. False for a singular matrix.
+bool solveLinear(std::vector<double>& matrix, std::vector<double>& rightSide);
+
+/// Solves a symmetric system by its factors L D L^T; `rightSide` becomes the solution. Reads the lower
+/// triangle only. False, with `rightSide` unchanged, if the matrix is not clearly positive definite.
+bool solvePositiveDefinite(std::vector<double>& matrix, std::vector<double>& rightSide);
 
 } // namespace solvane::host

@@ -24,66 +24,70 @@ double largest(const std::vector<double>& values) {
     return result;
 }
 
-std::vector<double> newtonStep(const GibbsModel& model) {
-    const std::size_t n = model.residual.size();
-    constexpr std::array shifts{0.0, 1e-3, 1e-2, 1e-1, 1.0, 10.0};
-    for (double shift : shifts) {
-        std::vector<double> matrix = model.curvature;
-        std::vector<double> step(n);
-        for (std::size_t i = 0; i < n; ++i) {
-            matrix[i * n + i] += shift;
-            step[i] = -model.residual[i] * model.scale[i];
-        }
-        if (solvePositiveDefinite(std::move(matrix), step)) {
-            for (std::size_t i = 0; i < n; ++i)
-                step[i] /= model.scale[i];
-            return step;
-        }
-    }
-    return {};
-}
-
 } // namespace
 
-NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
-                            std::vector<double>& variables) {
+NewtonOutcome GibbsMinimizer::run(GibbsObjective& objective, int substitutions,
+                                  std::vector<double>& variables) {
     const std::size_t n = variables.size();
-    GibbsModel model = objective(variables);
-    for (int iteration = 0; iteration < maxIterations && largest(model.residual) > smallEnough; ++iteration) {
-        std::vector<double> step;
-        if (iteration >= substitutions)
-            step = newtonStep(model);
-        if (step.empty()) {
-            step = model.residual;
-            std::ranges::for_each(step, [](double& s) { s = -s; });
+    moved_.resize(n);
+    objective.evaluate(variables, model_);
+    double worst = largest(model_.residual);
+    for (int iteration = 0; iteration < maxIterations && worst > smallEnough; ++iteration) {
+        if (iteration < substitutions || !newtonStep(objective)) {
+            step_ = model_.residual;
+            std::ranges::for_each(step_, [](double& s) { s = -s; });
         }
         double slope = 0;
         for (std::size_t i = 0; i < n; ++i)
-            slope += model.residual[i] * model.scale[i] * model.scale[i] * step[i];
-        double length = std::min(1.0, longestStep / largest(step));
-        const double worst = largest(model.residual);
+            slope += model_.residual[i] * model_.scale[i] * model_.scale[i] * step_[i];
+        double length = std::min(1.0, longestStep / largest(step_));
+        const double lastWorst = worst;
         bool accepted = false;
         const int maxHalvings = worst < nearlySmallEnough ? 1 : 12;
         for (int halving = 0; halving < maxHalvings && !accepted; ++halving, length /= 2) {
-            std::vector<double> moved(n);
             for (std::size_t i = 0; i < n; ++i)
-                moved[i] = variables[i] + length * step[i];
-            GibbsModel there = objective(moved);
+                moved_[i] = variables[i] + length * step_[i];
+            objective.evaluate(moved_, there_);
+            const double worstThere = largest(there_.residual);
             // If the objective's change is lost in rounding, the residuals decide.
-            const bool lower = there.value <= model.value + 1e-4 * length * slope;
+            const bool lower = there_.value <= model_.value + 1e-4 * length * slope;
             const bool closer =
-                there.value <= model.value + rounding * std::max(1.0, std::abs(model.value)) &&
-                largest(there.residual) < worst;
+                there_.value <= model_.value + rounding * std::max(1.0, std::abs(model_.value)) &&
+                worstThere < worst;
             if (lower || closer) {
-                variables = std::move(moved);
-                model = std::move(there);
+                std::swap(variables, moved_);
+                std::swap(model_, there_);
+                worst = worstThere;
                 accepted = true;
             }
         }
-        if (!accepted || (worst < nearlySmallEnough && largest(model.residual) > worst / 2))
+        if (!accepted)
+            objective.evaluate(variables, model_);
+        if (!accepted || (lastWorst < nearlySmallEnough && worst > lastWorst / 2))
             break;
     }
-    return {model.value, largest(model.residual)};
+    return {model_.value, worst};
+}
+
+/// False if no shift makes the curvature positive.
+bool GibbsMinimizer::newtonStep(GibbsObjective& objective) {
+    const std::size_t n = model_.residual.size();
+    objective.addCurvature(model_);
+    constexpr std::array shifts{0.0, 1e-3, 1e-2, 1e-1, 1.0, 10.0};
+    for (double shift : shifts) {
+        matrix_ = model_.curvature;
+        step_.resize(n);
+        for (std::size_t i = 0; i < n; ++i) {
+            matrix_[i * n + i] += shift;
+            step_[i] = -model_.residual[i] * model_.scale[i];
+        }
+        if (solvePositiveDefinite(matrix_, step_)) {
+            for (std::size_t i = 0; i < n; ++i)
+                step_[i] /= model_.scale[i];
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace solvane::host

@@ -1,7 +1,6 @@
 /// Minimisation of a Gibbs energy, shared by the stability test and the phase split.
 #pragma once
 
-#include <functional>
 #include <span>
 #include <vector>
 
@@ -16,21 +15,42 @@ struct GibbsModel {
     double value = 0;
     std::vector<double> residual;
     std::vector<double> scale;
-    std::vector<double> curvature;
+    std::vector<double> curvature; ///< by rows, only the lower triangle
 };
 
-using GibbsObjective = std::function<GibbsModel(std::span<const double> variables)>;
+class GibbsObjective {
+public:
+    /// Everything but the curvature.
+    virtual void evaluate(std::span<const double> variables, GibbsModel& model) = 0;
+    /// The curvature of a model that is the last evaluated.
+    virtual void addCurvature(GibbsModel& model) = 0;
+
+protected:
+    ~GibbsObjective() = default;
+};
 
 struct NewtonOutcome {
     double value = 0;
     double worstResidual = 0; ///< largest absolute value
 };
 
-/// Goes down from `variables` until the residuals vanish to about 1e-13 or no step helps any more: first
-/// by `substitutions` steps of the variables by minus the residuals (successive substitution), then by Newton
-/// steps, shifted towards these where the curvature is not positive. The objective never rises beyond
-/// rounding.
-NewtonOutcome minimizeGibbs(const GibbsObjective& objective, int substitutions,
-                            std::vector<double>& variables);
+/// The method, with storage that its runs share: allocations would cost more than the numbers.
+class GibbsMinimizer {
+public:
+    /// Goes down from `variables` until the residuals vanish to about 1e-13 or no step helps any more: first
+    /// by `substitutions` steps of the variables by minus the residuals (successive substitution), then by
+    /// Newton steps, shifted towards these where the curvature is not positive. The objective never rises
+    /// beyond rounding; its last evaluation is at the result.
+    NewtonOutcome run(GibbsObjective& objective, int substitutions, std::vector<double>& variables);
+
+private:
+    bool newtonStep(GibbsObjective& objective);
+
+    GibbsModel model_;
+    GibbsModel there_;
+    std::vector<double> moved_;
+    std::vector<double> step_;
+    std::vector<double> matrix_;
+};
 
 } // namespace solvane::host

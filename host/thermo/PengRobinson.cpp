@@ -16,139 +16,146 @@ double reducedGibbs(double a, double b, double z) {
 
 } // namespace
 
-PengRobinson::PengRobinson(std::span<const Compound* const> compounds, double temperature)
-    : temperature_(temperature) {
+PengRobinson::PengRobinson(std::span<const Compound* const> compounds, double temperature) {
+    compounds_.reserve(compounds.size());
     for (const Compound* compound : compounds) {
-        const AttractionRoot<double> root = attractionRoot(*compound, temperature);
-        rootA_.push_back(root.value);
-        rootASlope_.push_back(root.slope);
-        covolume_.push_back(covolume(*compound));
+        const AttractionRoot root = attractionRoot(*compound);
+        compounds_.push_back({root, covolume(*compound), 0, 0});
+    }
+    setTemperature(temperature);
+}
+
+void PengRobinson::setTemperature(double temperature) {
+    temperature_ = temperature;
+    const double root = std::sqrt(temperature);
+    for (Parameters& compound : compounds_) {
+        compound.rootA = compound.attraction.value(root);
+        compound.rootASlope = compound.attraction.slope(root);
     }
 }
 
-PengRobinson::Mixture PengRobinson::mix(std::span<const double> composition) const {
-    Mixture mixture{0, 0, 0};
-    for (std::size_t i = 0; i < composition.size(); ++i) {
-        mixture.rootA += composition[i] * rootA_[i];
-        mixture.rootASlope += composition[i] * rootASlope_[i];
-        mixture.b += composition[i] * covolume_[i];
-    }
-    return mixture;
-}
-
-double PengRobinson::volume(const Mixture& mixture, Root root, double pressure) const {
+double PengRobinson::volume(const Fugacity& mixture, Root root, double pressure) const {
     const double rt = gasConstant * temperature_;
     const double a = mixture.rootA * mixture.rootA * pressure / (rt * rt);
-    const double b = mixture.b * pressure / rt;
-    const CompressibilityRoots roots = compressibilityRoots(a, b);
-    const bool liquid =
-        root == Root::liquid ||
-        (root == Root::stable && reducedGibbs(a, b, roots.smallest) < reducedGibbs(a, b, roots.largest));
-    return (liquid ? roots.smallest : roots.largest) * rt / pressure;
+    const double b = mixture.covolume * pressure / rt;
+    const CompressibilityRoots roots(a, b);
+    const auto stable = [&] {
+        const double smallest = roots.smallest();
+        const double largest = roots.largest();
+        const bool liquid = smallest < largest && reducedGibbs(a, b, smallest) < reducedGibbs(a, b, largest);
+        return liquid ? smallest : largest;
+    };
+    const double z = root == Root::vapor    ? roots.largest()
+                     : root == Root::liquid ? roots.smallest()
+                                            : stable();
+    return z * rt / pressure;
 }
 
 // Names and derivation follow M. L. Michelsen, J. M. Mollerup, Thermodynamic Models: Fundamentals and
 // Computational Aspects, chapter 3: F is the residual Helmholtz energy over RT as a function of T, V, n,
 //   F = -n g(V, B) - D/T f(V, B),   B = sum n b,   D = (sum n sqrt(a))^2,
-// and an index is a derivative. Everything here is for one mole in all.
+// and an index is a derivative. Everything here is for one mole in all. The derivative of B to the moles of a
+// compound is its b, that of D is 2 sqrt(D) sqrt(a), so that every derivative of F is linear in them.
 
-/// The first derivatives of F at one temperature, volume and composition.
-struct PengRobinson::State {
-    const Mixture& mixture;
-    double t;
-    double v;
-    double b = mixture.b;
-    double d = mixture.rootA * mixture.rootA;
+Fugacity PengRobinson::fugacity(Root root, double pressure, std::span<const double> composition) const {
+    Fugacity phase;
+    for (std::size_t i = 0; i < compounds_.size(); ++i) {
+        phase.rootA += composition[i] * compounds_[i].rootA;
+        phase.rootASlope += composition[i] * compounds_[i].rootASlope;
+        phase.covolume += composition[i] * compounds_[i].covolume;
+    }
+    phase.volume = volume(phase, root, pressure);
 
-    double g = std::log1p(-b / v);
-    double gB = -1 / (v - b);
-    double f = attractionLogarithm(v, b) / (gasConstant * b * (delta1 - delta2));
-    double fV = -1 / (gasConstant * (v + delta1 * b) * (v + delta2 * b));
-    double fB = -(f + v * fV) / b;
-    double FB = -gB - d / t * fB;
-    double FD = -f / t;
+    const double v = phase.volume;
+    const double b = phase.covolume;
+    const double D = phase.rootA * phase.rootA;
+    const double gB = -1 / (v - b);
+    const double f = attractionLogarithm(v, b) / (gasConstant * b * (delta1 - delta2));
+    const double fV = -1 / (gasConstant * (v + delta1 * b) * (v + delta2 * b));
+    const double fB = -(f + v * fV) / b;
+    phase.attraction = f;
+    // -g less the logarithm of PV/(RT)
+    phase.logCoefficient.constant = -std::log(pressure * (v - b) / (gasConstant * temperature_));
+    phase.logCoefficient.byCovolume = -gB - D / temperature_ * fB;
+    phase.logCoefficient.byRootA = -2 * phase.rootA * f / temperature_;
+    return phase;
+}
 
-    /// The derivative of D to the moles of a compound.
-    double slopeOfD(double rootA) const { return 2 * mixture.rootA * rootA; }
-};
+FugacityDerivatives PengRobinson::derivatives(const Fugacity& phase, double pressure) const {
+    const double t = temperature_;
+    const double rt = gasConstant * t;
+    const double v = phase.volume;
+    const double b = phase.covolume;
+    const double D_T = phase.rootA * phase.rootA / t;
+    const double DT = 2 * phase.rootA * phase.rootASlope;
+    const double Di = 2 * phase.rootA; // by sqrt(a) of the compound
 
-struct PengRobinson::SecondDerivatives {
-    const State& s;
-    double v = s.v;
-    double b = s.b;
-    double dT = 2 * s.mixture.rootA * s.mixture.rootASlope;
+    const double gB = -1 / (v - b);
+    const double gBV = gB * gB;
+    const double gBB = -gBV;
+    const double gV = -b / v * gB;
+    const double gVV = 1 / (v * v) - gBV;
+    const double near = 1 / (v + delta2 * b);
+    const double far = 1 / (v + delta1 * b);
+    const double f = phase.attraction;
+    const double fV = -near * far / gasConstant;
+    const double fVV = -fV * (near + far);
+    const double fB = -(f + v * fV) / b;
+    const double fBV = -(2 * fV + v * fVV) / b;
+    const double fBB = -(2 * fB + v * fBV) / b;
 
-    double gV = b / (v * (v - b));
-    double gVV = 1 / (v * v) - 1 / ((v - b) * (v - b));
-    double gBV = 1 / ((v - b) * (v - b));
-    double gBB = -gBV;
-    double fVV = (1 / ((v + delta2 * b) * (v + delta2 * b)) - 1 / ((v + delta1 * b) * (v + delta1 * b))) /
-                 (gasConstant * b * (delta1 - delta2));
-    double fBV = -(2 * s.fV + v * fVV) / b;
-    double fBB = -(2 * s.fB + v * fBV) / b;
+    const double FnB = -gB;
+    const double FBB = -gBB - D_T * fBB;
+    const double FBD = -fB / t;
+    const double FBV = -gBV - D_T * fBV;
+    const double FD = -f / t;
+    const double FDV = -fV / t;
+    const double FBT = (D_T - DT) / t * fB;
+    const double FDT = f / (t * t);
+    const double FVV = -gVV - D_T * fVV;
+    const double FVT = (D_T - DT) / t * fV;
 
-    double FnB = -s.gB;
-    double FBB = -gBB - s.d / s.t * fBB;
-    double FBD = -s.fB / s.t;
-    double FBV = -gBV - s.d / s.t * fBV;
-    double FDV = -s.fV / s.t;
-    double FBT = (s.d / s.t - dT) / s.t * s.fB;
-    double FDT = s.f / (s.t * s.t);
-    double FVV = -gVV - s.d / s.t * fVV;
-    double FVT = (s.d / s.t - dT) / s.t * s.fV;
-};
+    const double pressureByVolume = -rt * (FVV + 1 / (v * v));
+    const double pressureByTemperature = pressure / t - rt * FVT;
+    const CompoundNumbers pressureByMoles{rt * (1 / v + gV), -rt * FBV, -rt * FDV * Di};
+    // of the two compounds' derivatives of pressure
+    const double share = 1 / (rt * pressureByVolume);
+    const auto& [p1, pB, pA] = pressureByMoles;
 
-Fugacity PengRobinson::fugacity(Root root, double pressure, std::span<const double> composition,
-                                FugacityDerivatives* derivatives) const {
-    const Mixture mixture = mix(composition);
-    const State state{mixture, temperature_, volume(mixture, root, pressure)};
-    const double z = pressure * state.v / (gasConstant * state.t);
-    Fugacity result{state.v, state.b, std::vector<double>(count())};
-    for (std::size_t i = 0; i < count(); ++i)
-        result.logCoefficient[i] =
-            -state.g + state.FB * covolume_[i] + state.FD * state.slopeOfD(rootA_[i]) - std::log(z);
-    if (derivatives)
-        *derivatives = differentiate(state, pressure);
+    FugacityDerivatives result;
+    result.moles[0] = {1 + share * p1 * p1, FnB + share * p1 * pB, share * p1 * pA};
+    result.moles[1] = {result.moles[0].byCovolume, FBB + share * pB * pB, FBD * Di + share * pB * pA};
+    result.moles[2] = {result.moles[0].byRootA, result.moles[1].byRootA, 2 * FD + share * pA * pA};
+    // a partial volume is the derivative of pressure to moles over -pressureByVolume
+    const double byPartialVolume = pressureByTemperature / (gasConstant * pressureByVolume);
+    result.logTemperature = {1 + byPartialVolume * p1, t * FBT + byPartialVolume * pB,
+                             t * (FDT * Di + 2 * FD * phase.rootASlope) + byPartialVolume * pA};
+    result.logTemperatureByRootASlope = t * FD * Di;
+    const double byMoles = -pressure * share;
+    result.logPressure = {byMoles * p1 - 1, byMoles * pB, byMoles * pA};
     return result;
 }
 
-FugacityDerivatives PengRobinson::differentiate(const State& state, double pressure) const {
-    const SecondDerivatives second{state};
-    const std::size_t n = count();
-    const double t = state.t;
-    const double r = gasConstant;
-    const double pressureByVolume = -r * t * (second.FVV + 1 / (state.v * state.v));
-    const double pressureByTemperature = pressure / t - r * t * second.FVT;
+CompoundNumbers PengRobinson::byMoles(const FugacityDerivatives& derivatives, std::size_t i) const {
+    const auto& [one, b, root] = derivatives.moles;
+    return {of(one, i), of(b, i), of(root, i)};
+}
 
-    FugacityDerivatives result{std::vector<double>(n * n), std::vector<double>(n), std::vector<double>(n)};
-    std::vector<double> pressureByMoles(n);
-    for (std::size_t i = 0; i < n; ++i) {
-        const double Di = state.slopeOfD(rootA_[i]);
-        const double DiT = 2 * (state.mixture.rootASlope * rootA_[i] + state.mixture.rootA * rootASlope_[i]);
-        pressureByMoles[i] = r * t * (1 / state.v + second.gV - second.FBV * covolume_[i] - second.FDV * Di);
-        const double partialVolume = -pressureByMoles[i] / pressureByVolume;
-        const double FiT = second.FBT * covolume_[i] + second.FDT * Di + state.FD * DiT;
-        result.logTemperature[i] = t * FiT + 1 - partialVolume * pressureByTemperature / r;
-        result.logPressure[i] = pressure * partialVolume / (r * t) - 1;
-    }
-    for (std::size_t i = 0; i < n; ++i) {
-        const double Di = state.slopeOfD(rootA_[i]);
-        for (std::size_t j = 0; j < n; ++j) {
-            const double Dj = state.slopeOfD(rootA_[j]);
-            const double Fij = second.FnB * (covolume_[i] + covolume_[j]) +
-                               second.FBD * (covolume_[i] * Dj + covolume_[j] * Di) +
-                               second.FBB * covolume_[i] * covolume_[j] +
-                               state.FD * 2 * rootA_[i] * rootA_[j];
-            result.moles[i * n + j] =
-                Fij + 1 + pressureByMoles[i] * pressureByMoles[j] / (r * t * pressureByVolume);
-        }
+std::array<CompoundNumbers, 3> sum(const std::array<CompoundNumbers, 3>& one, double oneWeight,
+                                   const std::array<CompoundNumbers, 3>& other, double otherWeight) {
+    std::array<CompoundNumbers, 3> result;
+    for (std::size_t k = 0; k < result.size(); ++k) {
+        for (double CompoundNumbers::*part :
+             {&CompoundNumbers::constant, &CompoundNumbers::byCovolume, &CompoundNumbers::byRootA})
+            result[k].*part = oneWeight * (one[k].*part) + otherWeight * (other[k].*part);
     }
     return result;
 }
 
-double wilsonLogVolatility(const Compound& compound, double temperature) {
-    return std::log(compound.criticalPressure) +
-           5.373 * (1 + compound.acentricFactor) * (1 - compound.criticalTemperature / temperature);
+WilsonVolatility::WilsonVolatility(const Compound& compound) {
+    const double slope = 5.373 * (1 + compound.acentricFactor);
+    atInfinity_ = std::log(compound.criticalPressure) + slope;
+    fall_ = slope * compound.criticalTemperature;
 }
 
 } // namespace solvane::host

@@ -20,15 +20,14 @@ std::vector<double> evenPlaces(double first, double last) {
     return places;
 }
 
-Equilibrium stableState(const Mixture& mixture, double temperature, double pressure) {
-    return {temperature, pressure, splitPhases(mixture, temperature, pressure)};
-}
-
 } // namespace
 
 bool flashAtPressure(const Mixture& mixture, double pressure, const GivenProperty& given, Equilibrium& result,
                      std::string& error) {
-    const Path path = [&](double temperature) { return stableState(mixture, temperature, pressure); };
+    PhaseSplitter splitter(mixture);
+    const Path path = [&](double temperature) {
+        return Equilibrium{temperature, pressure, splitter.split(temperature, pressure)};
+    };
     if (PathSearch(mixture, path, given).find({lowestTemperature, highestTemperature}, result, error))
         return true;
     error = text("at ", pressure, " Pa ", error, ", the values from ", lowestTemperature, " K to ",
@@ -39,8 +38,10 @@ bool flashAtPressure(const Mixture& mixture, double pressure, const GivenPropert
 bool flashAtTemperature(const Mixture& mixture, double temperature, const GivenProperty& given,
                         Equilibrium& result, std::string& error) {
     constexpr double lowestPressure = 1e-3;
+    PhaseSplitter splitter(mixture);
     const Path path = [&](double logarithm) {
-        return stableState(mixture, temperature, std::exp(logarithm));
+        const double pressure = std::exp(logarithm);
+        return Equilibrium{temperature, pressure, splitter.split(temperature, pressure)};
     };
     const auto places = evenPlaces(std::log(lowestPressure), std::log(highestPressure));
     if (PathSearch(mixture, path, given).find(places, result, error))

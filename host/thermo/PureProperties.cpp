@@ -94,7 +94,7 @@ Dual vaporFugacityCoefficient(const Saturated& state, const Properties&, const P
 /// Second virial coefficient.
 Dual virialCoefficient(const Compound& compound, double temperature) {
     const Dual t{temperature, 1};
-    const Dual root = attractionRoot(compound, t).value;
+    const Dual root = attractionRoot(compound).value(sqrt(t));
     return covolume(compound) - root * root / (gasConstant * t);
 }
 

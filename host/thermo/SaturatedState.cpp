@@ -27,7 +27,7 @@ double distance(const Point& point, const Target& target) {
     return point[target.index] - target.logValue;
 }
 
-bool correct(const SaturationLine& line, Point& point, std::size_t held) {
+bool correct(SaturationLine& line, Point& point, std::size_t held) {
     int iterations = 0;
     return line.correct(point, held, iterations);
 }
@@ -35,7 +35,7 @@ bool correct(const SaturationLine& line, Point& point, std::size_t held) {
 /// A walk up the line from a point on it.
 class Walk {
 public:
-    Walk(const SaturationLine& line, Point start)
+    Walk(SaturationLine& line, Point start)
         : line_(line), point_(std::move(start)), held_(line.pressureIndex()) {}
 
     /// Follows the line until it crosses the target, and moves `point` there. `extreme` is the largest value
@@ -104,7 +104,7 @@ private:
         return point;
     }
 
-    const SaturationLine& line_;
+    SaturationLine& line_;
     Point point_;
     std::size_t held_;
     Point direction_; ///< empty before the first turn
@@ -116,13 +116,14 @@ private:
 /// there.
 class Scan {
 public:
-    Scan(const Mixture& mixture, const SaturationLine& line, const Target& target)
-        : mixture_(mixture),
+    Scan(const Mixture& mixture, SaturationLine& line, const Target& target)
+        : count_(mixture.count()),
+          splitter_(mixture),
           line_(line),
           target_(target),
           byTemperature_(target.index == line.temperatureIndex()) {}
 
-    bool find(Point& point) const {
+    bool find(Point& point) {
         constexpr int gridPoints = 100;
         constexpr double lowestPressure = 1;
         const double from = std::log(byTemperature_ ? lowestPressure : highestTemperature);
@@ -145,17 +146,17 @@ private:
         std::vector<PhaseState> phases;
     };
 
-    Sample sample(double position) const {
+    Sample sample(double position) {
         const double t = std::exp(byTemperature_ ? target_.logValue : position);
         const double p = std::exp(byTemperature_ ? position : target_.logValue);
-        std::vector<PhaseState> phases = splitPhases(mixture_, t, p);
+        std::vector<PhaseState> phases = splitter_.split(t, p);
         const bool vaporFirst = phases[0].phase == Phase::vapor;
         const bool isAbove = phases.size() == 1 ? vaporFirst : phases[0].fraction > line_.vaporFraction();
         return {position, isAbove, std::move(phases)};
     }
 
     /// Halves the way between two samples. False if neither of the last two has two phases.
-    bool pointBetween(Sample low, Sample high, Point& point) const {
+    bool pointBetween(Sample low, Sample high, Point& point) {
         constexpr int halvings = 30;
         for (int k = 0; k < halvings; ++k) {
             Sample middle = sample((low.position + high.position) / 2);
@@ -164,17 +165,17 @@ private:
         const Sample& found = low.phases.size() == 2 ? low : high;
         if (found.phases.size() < 2)
             return false;
-        const std::size_t n = mixture_.composition.size();
-        point.resize(n + 2);
-        for (std::size_t k = 0; k < n; ++k)
+        point.resize(count_ + 2);
+        for (std::size_t k = 0; k < count_; ++k)
             point[k] = std::log(found.phases[0].composition[k] / found.phases[1].composition[k]);
         point[target_.index] = target_.logValue;
         point[byTemperature_ ? line_.pressureIndex() : line_.temperatureIndex()] = found.position;
         return true;
     }
 
-    const Mixture& mixture_;
-    const SaturationLine& line_;
+    std::size_t count_;
+    PhaseSplitter splitter_;
+    SaturationLine& line_;
     Target target_;
     bool byTemperature_;
 };
@@ -196,7 +197,7 @@ bool pureAtVaporFraction(const Compound& compound, FlashVariable fixed, double v
 }
 
 /// Follows the line up from low pressure, where Wilson's estimate is good enough to start.
-bool followLine(const SaturationLine& line, const Target& target, Point& point, double& extreme) {
+bool followLine(SaturationLine& line, const Target& target, Point& point, double& extreme) {
     constexpr std::array startPressures{1e5, 1e4, 1e6, 1e3};
     for (const double startPressure : startPressures) {
         point = line.estimate(target.index, target.logValue);
@@ -215,7 +216,7 @@ bool followLine(const SaturationLine& line, const Target& target, Point& point, 
 /// For two compounds or more.
 bool findSaturatedState(const Mixture& mixture, double vaporFraction, FlashVariable fixed, double value,
                         SaturatedState& state, std::string& error) {
-    const SaturationLine line(mixture, vaporFraction);
+    SaturationLine line(mixture, vaporFraction);
     const bool byTemperature = fixed == FlashVariable::temperature;
     const Target target{byTemperature ? line.temperatureIndex() : line.pressureIndex(), std::log(value)};
     Point point;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace solvane::host {
 
@@ -25,133 +24,150 @@ double largest(const std::vector<double>& values) {
 
 } // namespace
 
-void SaturationLine::compositions(const Point& point, std::vector<double>& x, std::vector<double>& y) const {
-    x.resize(n_);
-    y.resize(n_);
+SaturationLine::SaturationLine(const Mixture& mixture, double vaporFraction)
+    : mixture_(mixture),
+      vaporFraction_(vaporFraction),
+      n_(mixture.count()),
+      equation_(mixture.compounds, referenceTemperature),
+      residual_(n_ + 2) {
+    for (const Compound* compound : mixture.compounds)
+        volatilities_.emplace_back(*compound);
+    for (Side* side : {&vapor_, &liquid_}) {
+        side->amounts.resize(n_);
+        side->composition.resize(n_);
+    }
+}
+
+void SaturationLine::Side::normalize() {
+    std::ranges::transform(amounts, composition.begin(), [this](double amount) { return amount / total; });
+}
+
+/// The amounts of both phases by the point's K values.
+void SaturationLine::divide(const Point& point) {
+    vapor_.total = liquid_.total = 0;
     for (std::size_t i = 0; i < n_; ++i) {
         const double k = std::exp(point[i]);
-        x[i] = mixture_.composition[i] / (1 + vaporFraction_ * (k - 1));
-        y[i] = k * x[i];
+        liquid_.amounts[i] = mixture_.composition[i] / (1 + vaporFraction_ * (k - 1));
+        vapor_.amounts[i] = k * liquid_.amounts[i];
+        liquid_.total += liquid_.amounts[i];
+        vapor_.total += vapor_.amounts[i];
     }
 }
 
-SaturatedState SaturationLine::state(const Point& point) const {
-    SaturatedState state{std::exp(point[n_]), std::exp(point[n_ + 1]), {}, {}};
-    compositions(point, state.liquid, state.vapor);
-    for (std::vector<double>* phase : {&state.liquid, &state.vapor}) {
-        const double total = std::accumulate(phase->begin(), phase->end(), 0.0);
-        std::ranges::for_each(*phase, [total](double& fraction) { fraction /= total; });
-    }
-    return state;
+SaturatedState SaturationLine::state(const Point& point) {
+    evaluate(point);
+    return {std::exp(point[n_]), std::exp(point[n_ + 1]), vapor_.composition, liquid_.composition};
 }
 
-Point SaturationLine::estimate(std::size_t held, double logValue) const {
+Point SaturationLine::estimate(std::size_t held, double logValue) {
+    constexpr int halvings = 24; // for a start of Newton's method
     Point point(n_ + 2);
-    std::vector<double> x;
-    std::vector<double> y;
     const std::size_t sought = held == n_ ? n_ + 1 : n_;
     double low = sought == n_ ? std::log(5.0) : -200;
     double high = sought == n_ ? std::log(5000.0) : 30;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < halvings; ++i) {
         point[held] = logValue;
         point[sought] = (low + high) / 2;
-        for (std::size_t k = 0; k < n_; ++k) {
-            point[k] = wilsonLogVolatility(*mixture_.compounds[k], std::exp(point[n_])) - point[n_ + 1];
-            point[k] = std::clamp(point[k], -300.0, 300.0);
-        }
-        compositions(point, x, y);
-        const double excess =
-            std::accumulate(y.begin(), y.end(), 0.0) - std::accumulate(x.begin(), x.end(), 0.0);
-        const bool tooVolatile = excess > 0;
+        const double temperature = std::exp(point[n_]);
+        for (std::size_t k = 0; k < n_; ++k)
+            point[k] = std::clamp(volatilities_[k].logarithm(temperature) - point[n_ + 1], -300.0, 300.0);
+        divide(point);
+        const bool tooVolatile = vapor_.total > liquid_.total;
         (tooVolatile == (sought == n_) ? high : low) = point[sought];
     }
     return point;
 }
 
-void SaturationLine::equations(const Point& point, std::size_t held, std::vector<double>& residual,
-                               std::vector<double>& jacobian) const {
+/// The residuals.
+void SaturationLine::evaluate(const Point& point) {
+    if (point == evaluated_)
+        return;
+    divide(point);
+    equation_.setTemperature(std::exp(point[n_]));
+    const double pressure = std::exp(point[n_ + 1]);
+    vapor_.normalize();
+    liquid_.normalize();
+    vapor_.fugacity = equation_.fugacity(Root::vapor, pressure, vapor_.composition);
+    liquid_.fugacity = equation_.fugacity(Root::liquid, pressure, liquid_.composition);
+    for (std::size_t i = 0; i < n_; ++i)
+        residual_[i] = point[i] + equation_.of(vapor_.fugacity.logCoefficient, i) -
+                       equation_.of(liquid_.fugacity.logCoefficient, i);
+    residual_[n_] = vapor_.total - liquid_.total;
+    residual_[n_ + 1] = 0;
+    evaluated_ = point;
+}
+
+/// The residuals' derivatives at the last point; those of the last row hold a variable.
+void SaturationLine::differentiate(const Point& point, std::size_t held) {
     const std::size_t size = n_ + 2;
-    std::vector<double> x;
-    std::vector<double> y;
-    compositions(point, x, y);
-    const SaturatedState here = state(point);
-    const double xTotal = std::accumulate(x.begin(), x.end(), 0.0);
-    const double yTotal = std::accumulate(y.begin(), y.end(), 0.0);
-
-    const PengRobinson equation(mixture_.compounds, here.temperature);
-    FugacityDerivatives byVapor;
-    FugacityDerivatives byLiquid;
-    const Fugacity vapor = equation.fugacity(Root::vapor, here.pressure, here.vapor, &byVapor);
-    const Fugacity liquid = equation.fugacity(Root::liquid, here.pressure, here.liquid, &byLiquid);
-
-    residual.assign(size, 0);
-    jacobian.assign(size * size, 0);
+    const double pressure = std::exp(point[n_ + 1]);
+    const FugacityDerivatives ofVapor = equation_.derivatives(vapor_.fugacity, pressure);
+    const FugacityDerivatives ofLiquid = equation_.derivatives(liquid_.fugacity, pressure);
+    jacobian_.assign(size * size, 0);
     const auto at = [&](std::size_t row, std::size_t column) -> double& {
-        return jacobian[row * size + column];
+        return jacobian_[row * size + column];
     };
     for (std::size_t j = 0; j < n_; ++j) {
-        const double denominator = 1 + vaporFraction_ * (std::exp(point[j]) - 1);
-        const double xSlope = -vaporFraction_ * y[j] / denominator;
-        const double ySlope = (1 - vaporFraction_) * y[j] / denominator;
+        const double y = vapor_.amounts[j];
+        const double x = liquid_.amounts[j];
+        const double denominator = mixture_.composition[j] / x;
+        const double xSlope = -vaporFraction_ * y / denominator;
+        const double ySlope = (1 - vaporFraction_) * y / denominator;
+        const CompoundNumbers byVapor = equation_.byMoles(ofVapor, j);
+        const CompoundNumbers byLiquid = equation_.byMoles(ofLiquid, j);
         for (std::size_t i = 0; i < n_; ++i) {
-            at(i, j) =
-                byVapor.moles[i * n_ + j] / yTotal * ySlope - byLiquid.moles[i * n_ + j] / xTotal * xSlope;
+            at(i, j) = equation_.of(byVapor, i) / vapor_.total * ySlope -
+                       equation_.of(byLiquid, i) / liquid_.total * xSlope;
         }
         at(j, j) += 1;
         at(n_, j) = ySlope - xSlope;
+        at(j, n_) = equation_.byLogTemperature(ofVapor, j) - equation_.byLogTemperature(ofLiquid, j);
+        at(j, n_ + 1) = equation_.of(ofVapor.logPressure, j) - equation_.of(ofLiquid.logPressure, j);
     }
-    for (std::size_t i = 0; i < n_; ++i) {
-        residual[i] = point[i] + vapor.logCoefficient[i] - liquid.logCoefficient[i];
-        at(i, n_) = byVapor.logTemperature[i] - byLiquid.logTemperature[i];
-        at(i, n_ + 1) = byVapor.logPressure[i] - byLiquid.logPressure[i];
-    }
-    residual[n_] = yTotal - xTotal;
     at(n_ + 1, held) = 1;
 }
 
-bool SaturationLine::isOrdered(const Point& point) const {
-    const SaturatedState here = state(point);
-    const PengRobinson equation(mixture_.compounds, here.temperature);
-    const Fugacity vapor = equation.fugacity(Root::vapor, here.pressure, here.vapor);
-    const Fugacity liquid = equation.fugacity(Root::liquid, here.pressure, here.liquid);
+/// Whether the phases of the last point are a vapour and a liquid.
+bool SaturationLine::isOrdered() const {
+    const Fugacity& vapor = vapor_.fugacity;
+    const Fugacity& liquid = liquid_.fugacity;
     return vapor.volume / vapor.covolume > (1 + leastDifference) * liquid.volume / liquid.covolume &&
            vapor.volume > leastVaporVolumeRatio * vapor.covolume;
 }
 
-bool SaturationLine::correct(Point& point, std::size_t held, int& iterations) const {
-    constexpr int maxIterations = 40;
-    std::vector<double> residual;
-    std::vector<double> jacobian;
+bool SaturationLine::correct(Point& point, std::size_t held, int& iterations) {
+    constexpr int maxIterations = 60;
     double lastWorst = INFINITY;
     for (iterations = 0; iterations < maxIterations; ++iterations) {
-        equations(point, held, residual, jacobian);
-        const double worst = largest(residual);
+        evaluate(point);
+        const double worst = largest(residual_);
         // Newton's steps double the correct digits until rounding stops them.
         if (worst < 1e-14 || (worst < 1e-11 && worst >= lastWorst / 2))
-            return isOrdered(point);
+            return isOrdered();
         lastWorst = worst;
-        if (!solveLinear(std::move(jacobian), residual))
+        differentiate(point, held);
+        step_ = residual_;
+        if (!solveLinear(jacobian_, step_))
             return false;
         double length = 1;
         for (std::size_t i = 0; i < point.size(); ++i) {
             const double longest = i == temperatureIndex() ? 0.1 : 2.0;
-            length = std::min(length, longest / std::abs(residual[i]));
+            length = std::min(length, longest / std::abs(step_[i]));
         }
-        if (!(largest(residual) < INFINITY))
+        if (!(largest(step_) < INFINITY))
             return false;
         for (std::size_t i = 0; i < point.size(); ++i)
-            point[i] -= length * residual[i];
+            point[i] -= length * step_[i];
     }
     return false;
 }
 
-bool SaturationLine::tangent(const Point& point, std::size_t held, Point& direction) const {
-    std::vector<double> residual;
-    std::vector<double> jacobian;
-    equations(point, held, residual, jacobian);
+bool SaturationLine::tangent(const Point& point, std::size_t held, Point& direction) {
+    evaluate(point);
+    differentiate(point, held);
     direction.assign(n_ + 2, 0);
     direction[n_ + 1] = 1;
-    return solveLinear(std::move(jacobian), direction);
+    return solveLinear(jacobian_, direction);
 }
 
 } // namespace solvane::host

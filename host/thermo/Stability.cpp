@@ -1,7 +1,5 @@
 #include "Stability.h"
 
-#include "NewtonMinimum.h"
-
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -17,70 +15,76 @@ constexpr int substitutions = 4;
 constexpr double noDistance = -1e-13;
 constexpr double noDifference = 1e-4;
 
-std::vector<double> fractionsOf(std::span<const double> logAmounts, double& total) {
-    std::vector<double> result(logAmounts.size());
-    std::ranges::transform(logAmounts, result.begin(), [](double amount) { return std::exp(amount); });
-    total = std::accumulate(result.begin(), result.end(), 0.0);
-    for (double& fraction : result)
-        fraction /= total;
-    return result;
+} // namespace
+
+TrialPhase::TrialPhase(const Mixture& mixture, const PengRobinson& equation, GibbsMinimizer& minimizer)
+    : mixture_(mixture),
+      equation_(equation),
+      minimizer_(minimizer),
+      logAmounts_(mixture.count()),
+      composition_(mixture.count()) {
+    volatilities_.reserve(mixture.count());
+    for (const Compound* compound : mixture.compounds)
+        volatilities_.emplace_back(*compound);
+}
+
+bool TrialPhase::isBelowPlane(Root root, double pressure, const std::vector<double>& logFugacity) {
+    root_ = root;
+    pressure_ = pressure;
+    logFugacity_ = &logFugacity;
+    start();
+    const NewtonOutcome outcome = minimizer_.run(*this, substitutions, logAmounts_);
+    double difference = 0;
+    for (std::size_t i = 0; i < mixture_.count(); ++i)
+        difference = std::max(difference, std::abs(logAmounts_[i] - mixture_.logComposition[i]));
+    return outcome.value < noDistance && difference > noDifference;
 }
 
 /// ln amounts of the trial phase by Wilson's correlation.
-std::vector<double> wilsonAmounts(std::span<const Compound* const> compounds, Root root, double temperature,
-                                  double pressure, std::span<const double> composition) {
-    std::vector<double> logAmounts(composition.size());
-    for (std::size_t i = 0; i < composition.size(); ++i) {
-        const double logK = wilsonLogVolatility(*compounds[i], temperature) - std::log(pressure);
-        logAmounts[i] = std::log(composition[i]) + (root == Root::vapor ? logK : -logK);
+void TrialPhase::start() {
+    const double logPressure = std::log(pressure_);
+    for (std::size_t i = 0; i < mixture_.count(); ++i) {
+        const double logK = volatilities_[i].logarithm(equation_.temperature()) - logPressure;
+        logAmounts_[i] = mixture_.logComposition[i] + (root_ == Root::vapor ? logK : -logK);
     }
     // Far from saturation the estimate may be off by hundreds of orders of magnitude; the amount of the trial
     // phase is free, only its composition matters.
-    const double most = std::ranges::max(logAmounts);
-    for (double& amount : logAmounts)
+    const double most = std::ranges::max(logAmounts_);
+    for (double& amount : logAmounts_)
         amount -= most;
-    return logAmounts;
 }
 
-/// The distance from the tangent plane of `logFugacity`.
-GibbsModel tangentDistance(const PengRobinson& equation, Root root, double pressure,
-                           std::span<const double> logFugacity, std::span<const double> logAmounts) {
+/// The distance from the tangent plane.
+void TrialPhase::evaluate(std::span<const double> logAmounts, GibbsModel& model) {
     const std::size_t n = logAmounts.size();
-    double total = 0;
-    const std::vector<double> trial = fractionsOf(logAmounts, total);
-    FugacityDerivatives derivatives;
-    const Fugacity fugacity = equation.fugacity(root, pressure, trial, &derivatives);
-    GibbsModel model{1, std::vector<double>(n), std::vector<double>(n), std::move(derivatives.moles)};
+    model.residual.resize(n);
+    model.scale.resize(n);
+    total_ = 0;
     for (std::size_t i = 0; i < n; ++i) {
-        model.residual[i] = logAmounts[i] + fugacity.logCoefficient[i] - logFugacity[i];
-        model.value += trial[i] * total * (model.residual[i] - 1);
         model.scale[i] = std::exp(logAmounts[i] / 2);
+        composition_[i] = model.scale[i] * model.scale[i];
+        total_ += composition_[i];
     }
+    for (double& fraction : composition_)
+        fraction /= total_;
+    fugacity_ = equation_.fugacity(root_, pressure_, composition_);
+    model.value = 1;
     for (std::size_t i = 0; i < n; ++i) {
-        for (std::size_t j = 0; j < n; ++j)
-            model.curvature[i * n + j] *= model.scale[i] * model.scale[j] / total;
+        model.residual[i] = logAmounts[i] + equation_.of(fugacity_.logCoefficient, i) - (*logFugacity_)[i];
+        model.value += composition_[i] * total_ * (model.residual[i] - 1);
+    }
+}
+
+void TrialPhase::addCurvature(GibbsModel& model) {
+    const std::size_t n = composition_.size();
+    const FugacityDerivatives derivatives = equation_.derivatives(fugacity_, pressure_);
+    model.curvature.resize(n * n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const CompoundNumbers row = equation_.byMoles(derivatives, i);
+        for (std::size_t j = 0; j <= i; ++j)
+            model.curvature[i * n + j] = model.scale[i] * model.scale[j] / total_ * equation_.of(row, j);
         model.curvature[i * n + i] += 1;
     }
-    return model;
-}
-
-} // namespace
-
-TrialPhase tryPhase(const PengRobinson& equation, std::span<const Compound* const> compounds, Root root,
-                    double pressure, std::span<const double> composition,
-                    std::span<const double> logFugacity) {
-    std::vector<double> logAmounts =
-        wilsonAmounts(compounds, root, equation.temperature(), pressure, composition);
-    const NewtonOutcome outcome = minimizeGibbs(
-        [&](std::span<const double> at) {
-            return tangentDistance(equation, root, pressure, logFugacity, at);
-        },
-        substitutions, logAmounts);
-    double difference = 0;
-    for (std::size_t i = 0; i < composition.size(); ++i)
-        difference = std::max(difference, std::abs(logAmounts[i] - std::log(composition[i])));
-    double total = 0;
-    return {outcome.value < noDistance && difference > noDifference, fractionsOf(logAmounts, total)};
 }
 
 } // namespace solvane::host

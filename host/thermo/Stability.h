@@ -1,20 +1,42 @@
 /// The stability test by tangent plane distance (M. L. Michelsen, Fluid Phase Equilibria 9 (1982) 1).
 #pragma once
 
+#include "Mixture.h"
+#include "NewtonMinimum.h"
 #include "PengRobinson.h"
 
 namespace solvane::host {
 
-/// The deepest point that a trial phase found below the tangent plane.
-struct TrialPhase {
-    bool belowPlane = false;         ///< the mixture gains by forming this phase
-    std::vector<double> composition; ///< mole fractions
-};
+/// A phase that a mixture might gain by forming, on its way to the least distance from the tangent plane. Can
+/// be run again and again; mixture, equation and minimizer outlive it.
+class TrialPhase final : GibbsObjective {
+public:
+    TrialPhase(const Mixture& mixture, const PengRobinson& equation, GibbsMinimizer& minimizer);
 
-/// Tests whether the mixture gains by forming a phase on the given root. `logFugacity` is ln(z phi) of the
-/// mixture in the tested state; all mole fractions are positive.
-TrialPhase tryPhase(const PengRobinson& equation, std::span<const Compound* const> compounds, Root root,
-                    double pressure, std::span<const double> composition,
-                    std::span<const double> logFugacity);
+    /// Whether the mixture gains by forming a phase on the given root. `logFugacity` is ln(z phi) of the
+    /// mixture in the tested state, at the equation's temperature.
+    bool isBelowPlane(Root root, double pressure, const std::vector<double>& logFugacity);
+
+    /// Mole fractions of the deepest point that the last run found.
+    const std::vector<double>& composition() const { return composition_; }
+
+private:
+    void evaluate(std::span<const double> logAmounts, GibbsModel& model) override;
+    void addCurvature(GibbsModel& model) override;
+    void start();
+
+    const Mixture& mixture_;
+    const PengRobinson& equation_;
+    GibbsMinimizer& minimizer_;
+    std::vector<WilsonVolatility> volatilities_;
+    Root root_ = Root::stable;
+    double pressure_ = 0;
+    const std::vector<double>* logFugacity_ = nullptr;
+    std::vector<double> logAmounts_;
+    // At the last point:
+    std::vector<double> composition_;
+    double total_ = 0;
+    Fugacity fugacity_;
+};
 
 } // namespace solvane::host

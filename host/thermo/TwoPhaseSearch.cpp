@@ -1,0 +1,130 @@
+#include "TwoPhaseSearch.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace solvane::host {
+
+namespace {
+
+constexpr int substitutions = 2;
+constexpr double convergedResidual = 1e-11;
+constexpr double leastAmount = 1e-14;
+
+} // namespace
+
+TwoPhaseSearch::TwoPhaseSearch(const Mixture& mixture, const PengRobinson& equation,
+                               GibbsMinimizer& minimizer)
+    : mixture_(mixture), equation_(equation), minimizer_(minimizer), logRatios_(mixture.count()) {
+    rootComposition_.reserve(mixture.count());
+    for (const double fraction : mixture.composition)
+        rootComposition_.push_back(std::sqrt(fraction));
+    for (Part* part : {&trial_, &rest_}) {
+        part->logAmounts.resize(mixture.count());
+        part->composition.resize(mixture.count());
+    }
+}
+
+std::optional<std::vector<PhaseState>> TwoPhaseSearch::run(Root trialRoot, Root restRoot, double pressure,
+                                                           const std::vector<double>& logFugacity,
+                                                           const std::vector<double>& trialComposition) {
+    trial_.root = trialRoot;
+    rest_.root = restRoot;
+    pressure_ = pressure;
+    logFugacity_ = &logFugacity;
+    start(trialComposition);
+    const NewtonOutcome outcome = minimizer_.run(*this, substitutions, logRatios_);
+    if (outcome.worstResidual > convergedResidual || outcome.value > 0)
+        return std::nullopt;
+    return phases();
+}
+
+/// A small enough amount of a phase from below the tangent plane lowers the Gibbs energy.
+void TwoPhaseSearch::start(const std::vector<double>& trialComposition) {
+    double amount = 0.5;
+    for (std::size_t i = 0; i < mixture_.count(); ++i)
+        amount = std::min(amount, 0.5 * mixture_.composition[i] / trialComposition[i]);
+    do {
+        for (std::size_t i = 0; i < mixture_.count(); ++i) {
+            const double formed = amount * trialComposition[i];
+            logRatios_[i] = std::log(formed / (mixture_.composition[i] - formed));
+        }
+        amount /= 4;
+        evaluate(logRatios_, scratch_);
+    } while (scratch_.value >= 0 && amount > leastAmount);
+}
+
+/// The Gibbs energy over RT of the two phases less that of the mixture.
+void TwoPhaseSearch::evaluate(std::span<const double> logRatios, GibbsModel& model) {
+    divide(logRatios, model);
+    for (Part* part : {&trial_, &rest_})
+        part->fugacity = equation_.fugacity(part->root, pressure_, part->composition);
+    const double trialLog = std::log(trial_.total);
+    const double restLog = std::log(rest_.total);
+    model.value = 0;
+    for (std::size_t i = 0; i < mixture_.count(); ++i) {
+        const double inTrial =
+            trial_.logAmounts[i] - trialLog + equation_.of(trial_.fugacity.logCoefficient, i);
+        const double inRest = rest_.logAmounts[i] - restLog + equation_.of(rest_.fugacity.logCoefficient, i);
+        const double inMixture = (*logFugacity_)[i];
+        model.residual[i] = inTrial - inRest;
+        model.value += trial_.total * trial_.composition[i] * (inTrial - inMixture) +
+                       rest_.total * rest_.composition[i] * (inRest - inMixture);
+    }
+}
+
+/// The amounts of both phases and their compositions.
+void TwoPhaseSearch::divide(std::span<const double> logRatios, GibbsModel& model) {
+    const std::size_t n = mixture_.count();
+    model.residual.resize(n);
+    model.scale.resize(n);
+    trial_.total = rest_.total = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        const double distance = std::abs(logRatios[i]);
+        Part& major = logRatios[i] > 0 ? trial_ : rest_;
+        Part& minor = logRatios[i] > 0 ? rest_ : trial_;
+        const double root = std::exp(-distance / 2);
+        const double ratio = root * root;
+        major.composition[i] = mixture_.composition[i] / (1 + ratio);
+        minor.composition[i] = major.composition[i] * ratio;
+        major.logAmounts[i] = mixture_.logComposition[i] - std::log1p(ratio);
+        minor.logAmounts[i] = major.logAmounts[i] - distance;
+        model.scale[i] = rootComposition_[i] * root / (1 + ratio);
+        trial_.total += trial_.composition[i];
+        rest_.total += rest_.composition[i];
+    }
+    for (Part* part : {&trial_, &rest_})
+        std::ranges::for_each(part->composition, [part](double& fraction) { fraction /= part->total; });
+}
+
+void TwoPhaseSearch::addCurvature(GibbsModel& model) {
+    const std::size_t n = mixture_.count();
+    FugacityDerivatives both = equation_.derivatives(trial_.fugacity, pressure_);
+    both.moles = sum(both.moles, 1 / trial_.total, equation_.derivatives(rest_.fugacity, pressure_).moles,
+                     1 / rest_.total);
+    both.moles[0].constant -= 1 / trial_.total + 1 / rest_.total; // of the ideal mixture
+    model.curvature.resize(n * n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const CompoundNumbers row = equation_.byMoles(both, i);
+        for (std::size_t j = 0; j <= i; ++j)
+            model.curvature[i * n + j] = model.scale[i] * model.scale[j] * equation_.of(row, j);
+        model.curvature[i * n + i] += 1;
+    }
+}
+
+/// Which of the two is the vapour. Nothing if one of them has vanished or both are liquids.
+std::optional<std::vector<PhaseState>> TwoPhaseSearch::phases() const {
+    const auto ratio = [](const Part& part) { return part.fugacity.volume / part.fugacity.covolume; };
+    const bool trialIsVapor = ratio(trial_) > ratio(rest_);
+    const Part& vapor = trialIsVapor ? trial_ : rest_;
+    const Part& liquid = trialIsVapor ? rest_ : trial_;
+    if (trial_.total < leastAmount || rest_.total < leastAmount || ratio(vapor) < leastVaporVolumeRatio)
+        return std::nullopt;
+    std::vector<PhaseState> result;
+    result.reserve(2);
+    result.push_back({Phase::vapor, vapor.total, vapor.composition});
+    result.push_back({Phase::liquid, liquid.total, liquid.composition});
+    return result;
+}
+
+} // namespace solvane::host

@@ -1,0 +1,54 @@
+/// The search for the two phases of least Gibbs energy.
+#pragma once
+
+#include "Mixture.h"
+#include "NewtonMinimum.h"
+#include "PengRobinson.h"
+#include "PropertyPackage.h"
+
+#include <optional>
+
+namespace solvane::host {
+
+/// Divides a mixture in two phases, a trial phase and the rest, each on its root of the equation. Can be run
+/// again and again; mixture, equation and minimizer outlive it.
+class TwoPhaseSearch final : GibbsObjective {
+public:
+    TwoPhaseSearch(const Mixture& mixture, const PengRobinson& equation, GibbsMinimizer& minimizer);
+
+    /// Starts with a trial phase of a composition that lies below the tangent plane. `logFugacity` is that of
+    /// the mixture as one phase, at the equation's temperature. Nothing if the two turn out to be one phase,
+    /// or two liquids. The phases of the result are the vapour first.
+    std::optional<std::vector<PhaseState>> run(Root trialRoot, Root restRoot, double pressure,
+                                               const std::vector<double>& logFugacity,
+                                               const std::vector<double>& trialComposition);
+
+private:
+    struct Part {
+        std::vector<double> logAmounts;
+        std::vector<double> composition;
+        double total = 0;
+        Root root = Root::stable;
+        Fugacity fugacity;
+    };
+
+    void evaluate(std::span<const double> logRatios, GibbsModel& model) override;
+    void addCurvature(GibbsModel& model) override;
+    void divide(std::span<const double> logRatios, GibbsModel& model);
+    void start(const std::vector<double>& trialComposition);
+    std::optional<std::vector<PhaseState>> phases() const;
+
+    const Mixture& mixture_;
+    const PengRobinson& equation_;
+    GibbsMinimizer& minimizer_;
+    std::vector<double> rootComposition_; ///< square roots of the mole fractions
+    double pressure_ = 0;
+    const std::vector<double>* logFugacity_ = nullptr;
+    std::vector<double> logRatios_; ///< trial phase's amounts over the rest's
+    // At the last point:
+    Part trial_;
+    Part rest_;
+    GibbsModel scratch_;
+};
+
+} // namespace solvane::host
