@@ -33,24 +33,29 @@ NewtonOutcome GibbsMinimizer::run(GibbsObjective& objective, int substitutions,
     objective.evaluate(variables, model_);
     double worst = largest(model_.residual);
     for (int iteration = 0; iteration < maxIterations && worst > smallEnough; ++iteration) {
-        if (iteration < substitutions || !newtonStep(objective)) {
-            step_ = model_.residual;
-            std::ranges::for_each(step_, [](double& s) { s = -s; });
+        if (iteration >= substitutions)
+            objective.addCurvature(model_);
+        if (iteration < substitutions || !newtonStep()) {
+            step_.variables = model_.residual;
+            std::ranges::for_each(step_.variables, [](double& s) { s = -s; });
+            step_.isNewton = false;
         }
-        double slope = 0;
+        step_.change = 0;
         for (std::size_t i = 0; i < n; ++i)
-            slope += model_.residual[i] * model_.scale[i] * model_.scale[i] * step_[i];
-        double length = std::min(1.0, longestStep / largest(step_));
+            step_.change += model_.residual[i] * model_.scale[i] * model_.scale[i] * step_.variables[i];
+        if (objective.isDecided(model_, variables, step_))
+            break;
+        double length = std::min(1.0, longestStep / largest(step_.variables));
         const double lastWorst = worst;
         bool accepted = false;
         const int maxHalvings = worst < nearlySmallEnough ? 1 : 12;
         for (int halving = 0; halving < maxHalvings && !accepted; ++halving, length /= 2) {
             for (std::size_t i = 0; i < n; ++i)
-                moved_[i] = variables[i] + length * step_[i];
+                moved_[i] = variables[i] + length * step_.variables[i];
             objective.evaluate(moved_, there_);
             const double worstThere = largest(there_.residual);
             // If the objective's change is lost in rounding, the residuals decide.
-            const bool lower = there_.value <= model_.value + 1e-4 * length * slope;
+            const bool lower = there_.value <= model_.value + 1e-4 * length * step_.change;
             const bool closer =
                 there_.value <= model_.value + rounding * std::max(1.0, std::abs(model_.value)) &&
                 worstThere < worst;
@@ -70,20 +75,21 @@ NewtonOutcome GibbsMinimizer::run(GibbsObjective& objective, int substitutions,
 }
 
 /// False if no shift makes the curvature positive.
-bool GibbsMinimizer::newtonStep(GibbsObjective& objective) {
+bool GibbsMinimizer::newtonStep() {
     const std::size_t n = model_.residual.size();
-    objective.addCurvature(model_);
     constexpr std::array shifts{0.0, 1e-3, 1e-2, 1e-1, 1.0, 10.0};
+    std::vector<double>& step = step_.variables;
+    step.resize(n);
     for (double shift : shifts) {
         matrix_ = model_.curvature;
-        step_.resize(n);
         for (std::size_t i = 0; i < n; ++i) {
             matrix_[i * n + i] += shift;
-            step_[i] = -model_.residual[i] * model_.scale[i];
+            step[i] = -model_.residual[i] * model_.scale[i];
         }
-        if (solvePositiveDefinite(matrix_, step_)) {
+        if (solvePositiveDefinite(matrix_, step)) {
             for (std::size_t i = 0; i < n; ++i)
-                step_[i] /= model_.scale[i];
+                step[i] /= model_.scale[i];
+            step_.isNewton = shift == 0;
             return true;
         }
     }

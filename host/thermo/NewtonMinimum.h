@@ -18,12 +18,23 @@ struct GibbsModel {
     std::vector<double> curvature; ///< by rows, only the lower triangle
 };
 
+struct GibbsStep {
+    std::vector<double> variables; ///< what the full step adds to them
+    double change = 0;             ///< of the objective along the full step, to first order
+    bool isNewton = false;         ///< of a positive curvature; the objective then falls by about change / 2
+};
+
 class GibbsObjective {
 public:
     /// Everything but the curvature.
     virtual void evaluate(std::span<const double> variables, GibbsModel& model) = 0;
     /// The curvature of a model that is the last evaluated.
     virtual void addCurvature(GibbsModel& model) = 0;
+    /// Whether enough is known without the next step.
+    virtual bool isDecided(const GibbsModel& /*model*/, std::span<const double> /*variables*/,
+                           const GibbsStep& /*next*/) {
+        return false;
+    }
 
 protected:
     ~GibbsObjective() = default;
@@ -40,16 +51,16 @@ public:
     /// Goes down from `variables` until the residuals vanish to about 1e-13 or no step helps any more: first
     /// by `substitutions` steps of the variables by minus the residuals (successive substitution), then by
     /// Newton steps, shifted towards these where the curvature is not positive. The objective never rises
-    /// beyond rounding; its last evaluation is at the result.
+    /// beyond rounding; its last evaluation is at the result. Ends early if the objective is decided.
     NewtonOutcome run(GibbsObjective& objective, int substitutions, std::vector<double>& variables);
 
 private:
-    bool newtonStep(GibbsObjective& objective);
+    bool newtonStep();
 
     GibbsModel model_;
     GibbsModel there_;
     std::vector<double> moved_;
-    std::vector<double> step_;
+    GibbsStep step_;
     std::vector<double> matrix_;
 };
 

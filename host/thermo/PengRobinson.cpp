@@ -145,7 +145,7 @@ std::array<CompoundNumbers, 3> sum(const std::array<CompoundNumbers, 3>& one, do
                                    const std::array<CompoundNumbers, 3>& other, double otherWeight) {
     std::array<CompoundNumbers, 3> result;
     for (std::size_t k = 0; k < result.size(); ++k) {
-        for (double CompoundNumbers::*part :
+        for (double CompoundNumbers::* part :
              {&CompoundNumbers::constant, &CompoundNumbers::byCovolume, &CompoundNumbers::byRootA})
             result[k].*part = oneWeight * (one[k].*part) + otherWeight * (other[k].*part);
     }

@@ -14,7 +14,9 @@ std::vector<PhaseState> PhaseSplitter::split(double temperature, double pressure
     const Fugacity feed = equation_.fugacity(Root::stable, pressure, mixture_.composition);
     const bool vaporLike = feed.isVaporLike();
     const auto onePhase = [&] {
-        return std::vector<PhaseState>{{vaporLike ? Phase::vapor : Phase::liquid, 1, mixture_.composition}};
+        std::vector<PhaseState> result;
+        result.push_back({vaporLike ? Phase::vapor : Phase::liquid, 1, mixture_.composition});
+        return result;
     };
     if (mixture_.count() == 1)
         return onePhase();
@@ -28,7 +30,7 @@ std::vector<PhaseState> PhaseSplitter::split(double temperature, double pressure
             continue;
         // The rest starts as the mixture on its own root and stays there, or it may turn to a second liquid.
         const Root restRoot = root == ownRoot ? Root::stable : ownRoot;
-        if (auto phases = search_.run(root, restRoot, pressure, logFugacity_, trial_.composition()))
+        if (auto phases = search_.runFromTrial({root, restRoot, pressure, logFugacity_}, trial_.ratios()))
             return *std::move(phases);
     }
     return onePhase();

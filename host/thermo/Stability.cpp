@@ -15,6 +15,10 @@ constexpr int substitutions = 4;
 constexpr double noDistance = -1e-13;
 constexpr double noDifference = 1e-4;
 
+/// A trial phase this far below the plane, and this near to its deepest point, is good enough.
+constexpr double clearlyBelow = -1e-3;
+constexpr double nearResidual = 0.1;
+
 } // namespace
 
 TrialPhase::TrialPhase(const Mixture& mixture, const PengRobinson& equation, GibbsMinimizer& minimizer)
@@ -32,12 +36,20 @@ bool TrialPhase::isBelowPlane(Root root, double pressure, const std::vector<doub
     root_ = root;
     pressure_ = pressure;
     logFugacity_ = &logFugacity;
+    isMixture_ = false;
     start();
     const NewtonOutcome outcome = minimizer_.run(*this, substitutions, logAmounts_);
     double difference = 0;
     for (std::size_t i = 0; i < mixture_.count(); ++i)
         difference = std::max(difference, std::abs(logAmounts_[i] - mixture_.logComposition[i]));
-    return outcome.value < noDistance && difference > noDifference;
+    return outcome.value < noDistance && difference > noDifference && !isMixture_;
+}
+
+const std::vector<double>& TrialPhase::ratios() {
+    ratios_.resize(mixture_.count());
+    for (std::size_t i = 0; i < mixture_.count(); ++i)
+        ratios_[i] = total_ * composition_[i] / mixture_.composition[i];
+    return ratios_;
 }
 
 /// ln amounts of the trial phase by Wilson's correlation.
@@ -73,6 +85,25 @@ void TrialPhase::evaluate(std::span<const double> logAmounts, GibbsModel& model)
         model.residual[i] = logAmounts[i] + equation_.of(fugacity_.logCoefficient, i) - (*logFugacity_)[i];
         model.value += composition_[i] * total_ * (model.residual[i] - 1);
     }
+}
+
+bool TrialPhase::isDecided(const GibbsModel& model, std::span<const double> logAmounts,
+                           const GibbsStep& next) {
+    const auto isNear = [](double residual) { return std::abs(residual) < nearResidual; };
+    if (model.value < clearlyBelow && std::ranges::all_of(model.residual, isNear))
+        return true;
+    if (!next.isNewton)
+        return false;
+    constexpr double safety = 20; // the objective falls by half of the first order's change
+    if (model.value + safety / 2 * next.change > 0)
+        return true;
+    double difference = 0;
+    for (std::size_t i = 0; i < logAmounts.size(); ++i) {
+        const double amount = logAmounts[i] + next.variables[i];
+        difference = std::max(difference, std::abs(amount - mixture_.logComposition[i]));
+    }
+    isMixture_ = difference < noDifference / 10;
+    return isMixture_;
 }
 
 void TrialPhase::addCurvature(GibbsModel& model) {

@@ -17,12 +17,15 @@ public:
     /// mixture in the tested state, at the equation's temperature.
     bool isBelowPlane(Root root, double pressure, const std::vector<double>& logFugacity);
 
-    /// Mole fractions of the deepest point that the last run found.
-    const std::vector<double>& composition() const { return composition_; }
+    /// Amounts of the last run's phase per amount in the mixture, at or near the deepest point below the
+    /// plane.
+    const std::vector<double>& ratios();
 
 private:
     void evaluate(std::span<const double> logAmounts, GibbsModel& model) override;
     void addCurvature(GibbsModel& model) override;
+    bool isDecided(const GibbsModel& model, std::span<const double> logAmounts,
+                   const GibbsStep& next) override;
     void start();
 
     const Mixture& mixture_;
@@ -33,6 +36,8 @@ private:
     double pressure_ = 0;
     const std::vector<double>* logFugacity_ = nullptr;
     std::vector<double> logAmounts_;
+    std::vector<double> ratios_;
+    bool isMixture_ = false; ///< the trial phase turns out to be the mixture itself
     // At the last point:
     std::vector<double> composition_;
     double total_ = 0;

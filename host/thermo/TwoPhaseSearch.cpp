@@ -1,5 +1,7 @@
 #include "TwoPhaseSearch.h"
 
+#include "RachfordRice.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,7 +9,7 @@ namespace solvane::host {
 
 namespace {
 
-constexpr int substitutions = 2;
+constexpr int substitutions = 2; // after a rough start
 constexpr double convergedResidual = 1e-11;
 constexpr double leastAmount = 1e-14;
 
@@ -25,33 +27,58 @@ TwoPhaseSearch::TwoPhaseSearch(const Mixture& mixture, const PengRobinson& equat
     }
 }
 
-std::optional<std::vector<PhaseState>> TwoPhaseSearch::run(Root trialRoot, Root restRoot, double pressure,
-                                                           const std::vector<double>& logFugacity,
-                                                           const std::vector<double>& trialComposition) {
-    trial_.root = trialRoot;
-    rest_.root = restRoot;
-    pressure_ = pressure;
-    logFugacity_ = &logFugacity;
-    start(trialComposition);
+std::optional<std::vector<PhaseState>> TwoPhaseSearch::runFromTrial(const Conditions& conditions,
+                                                                    std::span<const double> ratios) {
+    if (auto phases = runFromRatios(conditions, ratios))
+        return phases;
+    startWithLittle(ratios);
+    return run(substitutions);
+}
+
+std::optional<std::vector<PhaseState>> TwoPhaseSearch::runFromRatios(const Conditions& conditions,
+                                                                     std::span<const double> ratios) {
+    set(conditions);
+    return startWithRatios(ratios) ? run(0) : std::nullopt; // too good a start for substitutions
+}
+
+void TwoPhaseSearch::set(const Conditions& conditions) {
+    trial_.root = conditions.trialRoot;
+    rest_.root = conditions.restRoot;
+    pressure_ = conditions.pressure;
+    logFugacity_ = &conditions.logFugacity;
+}
+
+/// Takes the amounts that the ratios give. False if there are none, or if they raise the Gibbs energy.
+bool TwoPhaseSearch::startWithRatios(std::span<const double> ratios) {
+    const std::optional<double> fraction = phaseFraction(mixture_.composition, ratios);
+    if (!fraction)
+        return false;
+    for (std::size_t i = 0; i < mixture_.count(); ++i)
+        logRatios_[i] = std::log(*fraction / (1 - *fraction) * ratios[i]);
+    evaluate(logRatios_, scratch_);
+    return scratch_.value < 0;
+}
+
+/// A small enough amount of a phase from below the tangent plane lowers the Gibbs energy.
+void TwoPhaseSearch::startWithLittle(std::span<const double> ratios) {
+    double part = 0.5 / std::ranges::max(ratios);
+    double total = 0;
+    for (std::size_t i = 0; i < mixture_.count(); ++i)
+        total += mixture_.composition[i] * ratios[i];
+    part = std::min(part, 0.5 / total);
+    do {
+        for (std::size_t i = 0; i < mixture_.count(); ++i)
+            logRatios_[i] = std::log(part * ratios[i] / (1 - part * ratios[i]));
+        part /= 4;
+        evaluate(logRatios_, scratch_);
+    } while (scratch_.value >= 0 && part * total > leastAmount);
+}
+
+std::optional<std::vector<PhaseState>> TwoPhaseSearch::run(int substitutions) {
     const NewtonOutcome outcome = minimizer_.run(*this, substitutions, logRatios_);
     if (outcome.worstResidual > convergedResidual || outcome.value > 0)
         return std::nullopt;
     return phases();
-}
-
-/// A small enough amount of a phase from below the tangent plane lowers the Gibbs energy.
-void TwoPhaseSearch::start(const std::vector<double>& trialComposition) {
-    double amount = 0.5;
-    for (std::size_t i = 0; i < mixture_.count(); ++i)
-        amount = std::min(amount, 0.5 * mixture_.composition[i] / trialComposition[i]);
-    do {
-        for (std::size_t i = 0; i < mixture_.count(); ++i) {
-            const double formed = amount * trialComposition[i];
-            logRatios_[i] = std::log(formed / (mixture_.composition[i] - formed));
-        }
-        amount /= 4;
-        evaluate(logRatios_, scratch_);
-    } while (scratch_.value >= 0 && amount > leastAmount);
 }
 
 /// The Gibbs energy over RT of the two phases less that of the mixture.

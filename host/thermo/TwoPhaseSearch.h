@@ -16,12 +16,24 @@ class TwoPhaseSearch final : GibbsObjective {
 public:
     TwoPhaseSearch(const Mixture& mixture, const PengRobinson& equation, GibbsMinimizer& minimizer);
 
-    /// Starts with a trial phase of a composition that lies below the tangent plane. `logFugacity` is that of
-    /// the mixture as one phase, at the equation's temperature. Nothing if the two turn out to be one phase,
-    /// or two liquids. The phases of the result are the vapour first.
-    std::optional<std::vector<PhaseState>> run(Root trialRoot, Root restRoot, double pressure,
-                                               const std::vector<double>& logFugacity,
-                                               const std::vector<double>& trialComposition);
+    /// Each phase on its root of the equation, at the equation's temperature. `logFugacity` is that of the
+    /// mixture as one phase.
+    struct Conditions {
+        Root trialRoot;
+        Root restRoot;
+        double pressure;
+        const std::vector<double>& logFugacity;
+    };
+
+    // Both give the vapour first, and nothing if the two turn out to be one phase, or two liquids.
+
+    /// Starts with a trial phase below the tangent plane; `ratios` are its amounts over the mixture's.
+    std::optional<std::vector<PhaseState>> runFromTrial(const Conditions& conditions,
+                                                        std::span<const double> ratios);
+    /// Starts with estimates of the trial phase's mole fractions over the rest's; nothing also if these do
+    /// not lower the Gibbs energy.
+    std::optional<std::vector<PhaseState>> runFromRatios(const Conditions& conditions,
+                                                         std::span<const double> ratios);
 
 private:
     struct Part {
@@ -35,7 +47,10 @@ private:
     void evaluate(std::span<const double> logRatios, GibbsModel& model) override;
     void addCurvature(GibbsModel& model) override;
     void divide(std::span<const double> logRatios, GibbsModel& model);
-    void start(const std::vector<double>& trialComposition);
+    void set(const Conditions& conditions);
+    bool startWithRatios(std::span<const double> ratios);
+    void startWithLittle(std::span<const double> ratios);
+    std::optional<std::vector<PhaseState>> run(int substitutions);
     std::optional<std::vector<PhaseState>> phases() const;
 
     const Mixture& mixture_;
