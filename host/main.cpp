@@ -51,7 +51,7 @@ std::string usageFault(const CLI::App* app, const CLI::Error& fault) {
 std::vector<std::string> commandLineWords() {
     int count = 0;
     wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
-    const LocalMemory owner(words);
+    const LocalMemory owner(static_cast<void*>(words));
     std::vector<std::string> result;
     for (int i = count - 1; i > 0; --i)
         result.push_back(narrow(words[i], CP_UTF8));

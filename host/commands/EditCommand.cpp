@@ -37,8 +37,11 @@ bool readModelFile(const std::filesystem::path& path, const std::string& casePat
         return false;
     model.target = path;
     model.flowsheet.units.resize(1);
-    if (!casePath.empty() && !readCaseOfOneUnit(casePath, model.flowsheet = {}, error))
-        return false;
+    if (!casePath.empty()) {
+        model.flowsheet = {};
+        if (!readCaseOfOneUnit(casePath, model.flowsheet, error))
+            return false;
+    }
     model.unit().progId = UnitCase().progId;
     model.unit().model = std::move(file);
     model.unit().parameters.clear(); // the case's values would change the model
