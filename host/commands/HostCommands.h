@@ -28,14 +28,17 @@ ExitCode runCommand(const RunOptions& options);
 struct SweepOptions {
     std::string casePath;
     DesignRequest design{};
-    std::string designPath; ///< of a CSV file with the points, instead of `design`; empty for none
-    std::string shard;      ///< "3/16" for the third of 16 parts; empty for all
-    std::string units;      ///< of the table, as in a run
-    std::size_t jobs = 0;   ///< processes that calculate; 0 for one per core
-    std::string csvPath;    ///< of the table; empty for the standard output
-    std::string jsonPath;   ///< also the table
-    bool resume = false;    ///< keeps the rows that the table has
-    bool retry = false;     ///< but not those of failed points
+    std::string designPath;  ///< of a CSV file with the points, instead of `design`; empty for none
+    std::string shard;       ///< "3/16" for the third of 16 parts; empty for all
+    std::string units;       ///< of the table, as in a run
+    std::size_t jobs = 0;    ///< processes that calculate; 0 for one per core
+    std::string csvPath;     ///< of the table; empty for the standard output
+    std::string jsonPath;    ///< also the table
+    std::string plotPath;    ///< of a picture; empty for none
+    std::string plotOf;      ///< the result that it shows; empty for the first output
+    bool plotScript = false; ///< also writes gnuplot's script beside the picture
+    bool resume = false;     ///< keeps the rows that the table has
+    bool retry = false;      ///< but not those of failed points
 };
 
 /// Calculates a case at many points, and writes a table.

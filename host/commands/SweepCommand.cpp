@@ -1,11 +1,13 @@
 #include "HostCommands.h"
 
+#include "Gnuplot.h"
 #include "ProgressLine.h"
 #include "StudyWorkers.h"
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"
 #include "flowsheet/ParameterCalls.h"
 #include "flowsheet/UnitSession.h"
+#include "studies/StudyPlot.h"
 
 #include <algorithm>
 #include <charconv>
@@ -24,6 +26,8 @@ struct Study {
     Design design{};
     std::unique_ptr<StudyTable> table{};
     std::vector<std::size_t> points{}; ///< of this shard
+    StudyPlot plot{};
+    std::filesystem::path gnuplot{};
 };
 
 /// The parameters of a model file are known to the unit only.
@@ -100,7 +104,9 @@ bool plan(const SweepOptions& options, Study& study, std::string& error) {
     study.table = std::make_unique<StudyTable>(study.flowsheet, study.parameters, study.design,
                                                options.units.empty() ? unitsOfCase(study.flowsheet)
                                                                      : unitsOfSystem(options.units));
-    return true;
+    return options.plotPath.empty() ||
+           (choosePlot(*study.table, study.design, options.plotOf, options.plotPath, study.plot, error) &&
+            findGnuplot(study.gnuplot, error));
 }
 
 /// The rows of an earlier study that stay, by point.
@@ -163,6 +169,21 @@ std::size_t jobCount(std::size_t wanted, std::size_t points) {
     return std::min(wanted == 0 ? cores : wanted, points);
 }
 
+bool writePlot(const SweepOptions& options, const Study& study, const std::string& csv, std::string& error) {
+    const std::string script = plotScript(*study.table, study.design, csv, study.plot);
+    std::string picture;
+    return (!options.plotScript || writeFile(filePath(options.plotPath + ".gp"), script, error)) &&
+           runGnuplot(study.gnuplot, script, picture, error) &&
+           writeFile(filePath(options.plotPath), picture, error);
+}
+
+/// Writes what comes of the whole table.
+bool writeRest(const SweepOptions& options, const Study& study, const std::string& csv, std::string& error) {
+    return (options.jsonPath.empty() ||
+            writeFile(filePath(options.jsonPath), tableJson(study.table->columns(), csv), error)) &&
+           (options.plotPath.empty() || writePlot(options, study, csv, error));
+}
+
 /// Calculates what is not known and writes all rows.
 ExitCode calculate(const SweepOptions& options, Study& study, std::map<std::size_t, std::string> known) {
     // The known rows at the start are written at once, so that an end by force loses none of them.
@@ -196,8 +217,7 @@ ExitCode calculate(const SweepOptions& options, Study& study, std::map<std::size
         return complain(calculationFailed, error);
     if (!rows.isComplete())
         return complain(calculationFailed, options.csvPath + " cannot be written");
-    if (!options.jsonPath.empty() &&
-        !writeFile(filePath(options.jsonPath), tableJson(study.table->columns(), text), error))
+    if (!writeRest(options, study, text, error))
         return complain(badUsage, error);
     return failed + rows.progress().failed == 0 ? ok : calculationFailed;
 }

@@ -60,6 +60,16 @@ void addOutput(CLI::App& command, SweepOptions& sweep) {
         "--csv", sweep.csvPath,
         "Write the table to this file instead of the standard output, each row as soon as it is known");
     command.add_option("--json", sweep.jsonPath, "Also write the table to this JSON file");
+    auto* plot =
+        command.add_option("--plot", sweep.plotPath,
+                           "Also draw a result over one or two variables, by gnuplot, as .svg or .png");
+    command
+        .add_option("--plot-of", sweep.plotOf,
+                    "The result to draw, such as Product.temperature, instead of the first output parameter")
+        ->needs(plot);
+    command
+        .add_flag("--plot-script", sweep.plotScript, "Also write gnuplot's script, with the data, as FILE.gp")
+        ->needs(plot);
     command
         .add_option(
             "--units", sweep.units,

@@ -12,11 +12,6 @@ namespace solvane::host {
 
 namespace {
 
-bool isNumeric(const Axis& axis) {
-    const ParameterKind kind = axis.variable.values.kind;
-    return kind == ParameterKind::real || kind == ParameterKind::integer;
-}
-
 bool fail(const Axis& axis, const std::string& text, std::string& error) {
     error = axis.variable.name + ": " + text;
     return false;
@@ -120,6 +115,11 @@ bool readRange(std::vector<std::string> parts, Axis& axis, Range& range, std::st
 
 } // namespace
 
+bool isNumeric(const Axis& axis) {
+    const ParameterKind kind = axis.variable.values.kind;
+    return kind == ParameterKind::real || kind == ParameterKind::integer;
+}
+
 double Range::at(double fraction) const {
     if (fraction == 0)
         return first;
@@ -130,8 +130,10 @@ double Range::at(double fraction) const {
 
 bool readLevels(std::string_view text, Axis& axis, Levels& levels, std::string& error) {
     const std::vector<std::string> parts = split(text, ':');
-    if (isNumeric(axis) && parts.size() > 1)
+    if (isNumeric(axis) && parts.size() > 1) {
+        axis.isLogarithmic = parts.back() == "log";
         return readRange(parts, axis, levels.range.emplace(), error);
+    }
     levels.texts = split(text, ',');
     if (!isNumeric(axis))
         return true;

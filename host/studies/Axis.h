@@ -14,10 +14,14 @@ struct Axis {
     Variable variable{};
     std::string unit{};      ///< empty for a plain number or a text
     bool isMassFlow = false; ///< a flow in kg/s, not in mol/s
+    bool isLogarithmic = false;
 
     /// The heading of its column.
     std::string title() const { return unit.empty() ? variable.name : variable.name + " (" + unit + ")"; }
 };
+
+/// Whether the values are numbers, which form ranges.
+bool isNumeric(const Axis& axis);
 
 /// Values from `first` to `last`, in the axis's unit.
 struct Range {

@@ -2,6 +2,7 @@
 #include "studies/StudyTable.h"
 #include "cases/UnitOfMeasure.h"
 #include "studies/ProgressText.h"
+#include "studies/StudyPlot.h"
 
 #include <gmock/gmock.h>
 
@@ -144,6 +145,55 @@ TEST_F(StudyTables, areWrittenInTheOrderOfPoints) {
     StudyRows stopped({0, 1}, {}, write);
     stopped.stop();
     EXPECT_EQ(stopped.next(), std::nullopt);
+}
+
+TEST_F(StudyTables, arePlottedInTheShapeOfTheDesign) {
+    const struct {
+        std::vector<std::string> axes;
+        std::vector<const char*> parts; // of the script, for the first point failed and the last 7.5 kW
+    } rows[] = {
+        {{"P=3,1,2"},
+         {"set xlabel 'P'\nset ylabel 'duty (kW)'\n", "EOD\n1 7.5\n2 7.5\nEOD",
+          "using 1:2 with linespoints"}},
+        {{"P=1:100:3:log", "A, B.flow=5,6"},
+         {"set logscale x", "title 'A, B.flow (mol/s)'", "$line1 << EOD\n10 7.5\n100 7.5\nEOD",
+          "title '5', $line2", "title '6'"}},
+        {{"P=1,2,3,4,5,6,7,8,9", "A, B.flow=1:9:9"},
+         {"set ylabel 'A, B.flow (mol/s)'\nset cblabel 'duty (kW)'", "EOD\n1 1 NaN\n1 2 7.5\n", "\n\n2 1 7.5",
+          "set contour"}},
+        {{"note=x,y", "P=1,2"}, {"set xlabel 'P'", "title 'x'", "$line1 << EOD\n2 7.5\nEOD"}},
+    };
+    parameters[0].push_back({.name = "note", .kind = ParameterKind::text});
+    std::string error;
+    StudyPlot plot;
+    for (const auto& row : rows) {
+        design = {};
+        ASSERT_TRUE(makeDesign(variablesOf(flowsheet, parameters), {.axes = row.axes}, design, error))
+            << error;
+        const StudyTable plotted(flowsheet, parameters, design, TableUnits());
+        Json good = results("x");
+        good["parameters"]["duty"] = 7500.0;
+        std::string csv = plotted.heading() + plotted.line(0, failure());
+        for (std::size_t i = 1; i < design.points.size(); ++i)
+            csv += plotted.line(i, good);
+        ASSERT_TRUE(choosePlot(plotted, design, "", "a.svg", plot, error)) << error;
+        const std::string script = plotScript(plotted, design, csv, plot);
+        for (const char* part : row.parts)
+            EXPECT_THAT(script, HasSubstr(part));
+    }
+
+    EXPECT_TRUE(choosePlot(*table, design, "c.Pressure", "a.png", plot, error));
+    EXPECT_EQ(table->columns()[plot.column].name, "C.pressure");
+    EXPECT_FALSE(choosePlot(*table, design, "P", "a.png", plot, error));
+    EXPECT_THAT(error, HasSubstr("\"P\" is unknown; results: duty, note, A, B.temperature"));
+    EXPECT_FALSE(choosePlot(*table, design, "duty", "a.pdf", plot, error));
+    EXPECT_THAT(error, HasSubstr(".svg or .png"));
+    design.axes.resize(1); // the text
+    EXPECT_FALSE(choosePlot(*table, design, "duty", "a.svg", plot, error));
+    EXPECT_THAT(error, HasSubstr("no variable"));
+    design.axes.resize(3);
+    EXPECT_FALSE(choosePlot(*table, design, "duty", "a.svg", plot, error));
+    EXPECT_THAT(error, HasSubstr("the study has 3"));
 }
 
 TEST(ProgressTexts, sayHowLongItTakes) {

@@ -125,6 +125,17 @@ TEST_F(Sweeps, fallIntoShards) {
     EXPECT_EQ(bytes(L"merged.csv"), bytes(L"whole.csv"));
 }
 
+TEST_F(Sweeps, areDrawnByGnuplot) {
+    const std::wstring picture = L"--plot \"" + folder.path() + L"t.svg\" ";
+    const Outcome drawn = sweep(L"t.csv", picture + L"--plot-of P.temperature --plot-script");
+    if (drawn.printed.find("gnuplot was not found") != std::string::npos)
+        GTEST_SKIP() << drawn.printed;
+    EXPECT_EQ(drawn.exitCode, 0u) << drawn.printed;
+    for (const char* text : {"<?xml", "P.temperature (K)", "F.flow (mol/s)", "F.pressure (bar)", "</svg>"})
+        EXPECT_THAT(bytes(L"t.svg"), HasSubstr(text));
+    EXPECT_THAT(bytes(L"t.svg.gp"), HasSubstr("plot $line1"));
+}
+
 TEST_F(Sweeps, rejectBadUsageBeforeAnythingRuns) {
     const struct {
         const wchar_t* options;
