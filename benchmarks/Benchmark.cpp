@@ -1,10 +1,11 @@
-// How fast a script reaches its unit, and a model its file. All figures are ratios of things measured turn by
-// turn in one run, so that the machine's speed cancels out.
+// How fast a script reaches its unit, a model its file, and the sample host an equilibrium. All figures are
+// ratios of things measured turn by turn in one run, so that the machine's speed cancels out.
 
 #include "ClientRun.h"
 #include "CommandRequests.h"
 #include "FakeMaterial10.h"
 #include "FirstRun.h"
+#include "Flashes.h"
 #include "ModelFiles.h"
 #include "PhaseCalls.h"
 #include "Scripts.h"
@@ -93,6 +94,7 @@ constexpr Group groups[]{
     {"life", "Life of a unit", compareLife},
     {"models", "Model files", compareModelFiles},
     {"growth", "Growth", compareGrowth},
+    {"flashes", "Flashes of the sample host's property package", compareFlashes},
 };
 
 enum ExitCode { exitMet = 0, exitMissed = 1, exitUsage = 2 };

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <optional>
 
 namespace solvane::host {
@@ -75,15 +74,10 @@ bool isPresent(double fraction) {
 
 Mixture presentOf(const std::vector<const Compound*>& compounds, const std::vector<double>& fractions) {
     Mixture present;
-    present.compounds.reserve(fractions.size());
-    present.composition.reserve(fractions.size());
-    present.logComposition.reserve(fractions.size());
+    present.reserve(fractions.size());
     for (std::size_t i = 0; i < fractions.size(); ++i) {
-        if (isPresent(fractions[i])) {
-            present.compounds.push_back(compounds[i]);
-            present.composition.push_back(fractions[i]);
-            present.logComposition.push_back(std::log(fractions[i]));
-        }
+        if (isPresent(fractions[i]))
+            present.add(*compounds[i], fractions[i]);
     }
     return present;
 }

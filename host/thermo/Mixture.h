@@ -1,9 +1,9 @@
 /// What is flashed.
 #pragma once
 
-#include "Compound.h"
+#include "PengRobinson.h"
 
-#include <vector>
+#include <cmath>
 
 namespace solvane::host {
 
@@ -12,8 +12,22 @@ struct Mixture {
     std::vector<const Compound*> compounds;
     std::vector<double> composition;
     std::vector<double> logComposition;
+    std::vector<WilsonVolatility> volatilities;
 
     std::size_t count() const { return compounds.size(); }
+
+    void reserve(std::size_t count) {
+        compounds.reserve(count);
+        composition.reserve(count);
+        logComposition.reserve(count);
+        volatilities.reserve(count);
+    }
+    void add(const Compound& compound, double fraction) {
+        compounds.push_back(&compound);
+        composition.push_back(fraction);
+        logComposition.push_back(std::log(fraction));
+        volatilities.emplace_back(compound);
+    }
 };
 
 } // namespace solvane::host

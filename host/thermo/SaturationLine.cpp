@@ -30,8 +30,6 @@ SaturationLine::SaturationLine(const Mixture& mixture, double vaporFraction)
       n_(mixture.count()),
       equation_(mixture.compounds, referenceTemperature),
       residual_(n_ + 2) {
-    for (const Compound* compound : mixture.compounds)
-        volatilities_.emplace_back(*compound);
     for (Side* side : {&vapor_, &liquid_}) {
         side->amounts.resize(n_);
         side->composition.resize(n_);
@@ -70,7 +68,8 @@ Point SaturationLine::estimate(std::size_t held, double logValue) {
         point[sought] = (low + high) / 2;
         const double temperature = std::exp(point[n_]);
         for (std::size_t k = 0; k < n_; ++k)
-            point[k] = std::clamp(volatilities_[k].logarithm(temperature) - point[n_ + 1], -300.0, 300.0);
+            point[k] =
+                std::clamp(mixture_.volatilities[k].logarithm(temperature) - point[n_ + 1], -300.0, 300.0);
         divide(point);
         const bool tooVolatile = vapor_.total > liquid_.total;
         (tooVolatile == (sought == n_) ? high : low) = point[sought];

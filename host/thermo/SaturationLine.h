@@ -60,7 +60,6 @@ private:
     double vaporFraction_;
     std::size_t n_;
     PengRobinson equation_;
-    std::vector<WilsonVolatility> volatilities_;
     // At the last point:
     Point evaluated_;
     Side vapor_;

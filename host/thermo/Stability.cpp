@@ -26,11 +26,7 @@ TrialPhase::TrialPhase(const Mixture& mixture, const PengRobinson& equation, Gib
       equation_(equation),
       minimizer_(minimizer),
       logAmounts_(mixture.count()),
-      composition_(mixture.count()) {
-    volatilities_.reserve(mixture.count());
-    for (const Compound* compound : mixture.compounds)
-        volatilities_.emplace_back(*compound);
-}
+      composition_(mixture.count()) {}
 
 bool TrialPhase::isBelowPlane(Root root, double pressure, const std::vector<double>& logFugacity) {
     root_ = root;
@@ -56,7 +52,7 @@ const std::vector<double>& TrialPhase::ratios() {
 void TrialPhase::start() {
     const double logPressure = std::log(pressure_);
     for (std::size_t i = 0; i < mixture_.count(); ++i) {
-        const double logK = volatilities_[i].logarithm(equation_.temperature()) - logPressure;
+        const double logK = mixture_.volatilities[i].logarithm(equation_.temperature()) - logPressure;
         logAmounts_[i] = mixture_.logComposition[i] + (root_ == Root::vapor ? logK : -logK);
     }
     // Far from saturation the estimate may be off by hundreds of orders of magnitude; the amount of the trial

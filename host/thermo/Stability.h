@@ -31,7 +31,6 @@ private:
     const Mixture& mixture_;
     const PengRobinson& equation_;
     GibbsMinimizer& minimizer_;
-    std::vector<WilsonVolatility> volatilities_;
     Root root_ = Root::stable;
     double pressure_ = 0;
     const std::vector<double>* logFugacity_ = nullptr;
