@@ -1,7 +1,10 @@
 #include "Feed.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <random>
+#include <tuple>
 
 namespace solvane::host {
 
@@ -55,6 +58,36 @@ TEST(Flash, phasesAreInStableEquilibriumOverAGridOfStates) {
         }
     }
     EXPECT_GT(twoPhases, 70);
+}
+
+TEST(Flash, randomStatesSatisfyTheEquations) {
+    std::mt19937 random(5);
+    std::exponential_distribution<double> share;
+    std::uniform_real_distribution<double> anyTemperature(150, 500),
+        logPressure(std::log(1e4), std::log(2e7));
+    int twoPhases = 0;
+    for (int i = 0; i < 300; ++i) {
+        std::vector<double> z(5);
+        std::ranges::generate(z, [&] { return share(random); });
+        const double total = std::accumulate(z.begin(), z.end(), 0.0);
+        std::ranges::for_each(z, [total](double& fraction) { fraction /= total; });
+        const Feed feed{lightGases(), z};
+        const FlashCondition p{pressure, std::exp(logPressure(random))};
+        const Equilibrium state = flashed(feed.package, z, {temperature, anyTemperature(random)}, p);
+        SCOPED_TRACE(testing::Message() << i << ": " << state.temperature << " K, " << p.value << " Pa");
+        expectEquilibrium(feed, state);
+        expectStable(feed, state, random);
+        twoPhases += state.phases.size() == 2;
+        for (const auto& [variable, property, scale] : {std::tuple(enthalpy, PhaseProperty::enthalpy, 1e4),
+                                                        std::tuple(entropy, PhaseProperty::entropy, 10.)}) {
+            const double value = overall(feed.package, property, state);
+            const Equilibrium back = flashed(feed.package, z, p, {variable, value});
+            expectEquilibrium(feed, back);
+            EXPECT_NEAR(overall(feed.package, property, back), value, 1e-10 * (std::abs(value) + scale));
+            EXPECT_NEAR(back.temperature, state.temperature, 1e-10 * state.temperature);
+        }
+    }
+    EXPECT_GT(twoPhases, 80);
 }
 
 // Every pair of conditions that leaves no choice of states. Where there are others of the same enthalpy or
@@ -206,6 +239,14 @@ TEST(Flash, findsAVaporBesideALiquidThatIsHardToSee) {
     const Feed frozen{packageOf({"methane", "water"}), {0.02, 0.98}};
     // Beside this vapour there is one liquid, although the equation prefers two and no vapour.
     const Feed oily{packageOf({"ethane", "water", "benzene"}), {0.0749, 0.4297, 0.4954}};
+    // Two liquids, too, attract the search for this vapour.
+    const Feed cold{packageOf({"carbon monoxide", "oxygen", "methane", "benzene"}),
+                    {0.3102, 0.0371, 0.0943, 0.5584}};
+    // A liquid with more of the gas than the first estimate of a second phase.
+    const Feed wet{packageOf({"n-pentane", "methane", "water", "carbon dioxide", "hydrogen"}),
+                   {0.0132, 0.0147, 0.7560, 0.2126, 0.0035}};
+    // Close to the critical point, where the phases gain some 1e-6 RT.
+    const Feed critical{lightGases(), {0.1045, 0.3377, 0.1715, 0.1570, 0.2293}};
     const auto expectBoth = [](const Feed& feed, double t, double p) {
         SCOPED_TRACE(testing::Message() << t << " K");
         const Equilibrium state = flashed(feed.package, feed.composition, {temperature, t}, {pressure, p});
@@ -215,6 +256,9 @@ TEST(Flash, findsAVaporBesideALiquidThatIsHardToSee) {
     for (double t = 60; t < 80; ++t)
         expectBoth(frozen, t, 500);
     expectBoth(oily, 280.2, 14176);
+    expectBoth(cold, 119, 2.109e6);
+    expectBoth(wet, 131.38, 3.298e5);
+    expectBoth(critical, 398.03, 6.378e6);
 }
 
 TEST(Flash, compositionIsNormalisedAndAbsentCompoundsChangeNothing) {
