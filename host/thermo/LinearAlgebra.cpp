@@ -22,7 +22,9 @@ bool solveLinear(std::vector<double>& matrix, std::vector<double>& rightSide) {
         }
         for (std::size_t row = k + 1; row < n; ++row) {
             const double factor = at(row, k) / at(k, k);
-            for (std::size_t column = k; column < n; ++column)
+            if (factor == 0)
+                continue;
+            for (std::size_t column = k + 1; column < n; ++column)
                 at(row, column) -= factor * at(k, column);
             rightSide[row] -= factor * rightSide[k];
         }

@@ -5,7 +5,7 @@
 
 namespace solvane::host {
 
-// Both leave their factors in the matrix.
+// Both overwrite the matrix.
 
 /// Solves by elimination with row pivots; `rightSide` becomes the solution. False for a singular matrix.
 bool solveLinear(std::vector<double>& matrix, std::vector<double>& rightSide);

@@ -18,10 +18,11 @@ struct GibbsModel {
     std::vector<double> curvature; ///< by rows, only the lower triangle
 };
 
+/// The step that comes next.
 struct GibbsStep {
     std::vector<double> variables; ///< what the full step adds to them
     double change = 0;             ///< of the objective along the full step, to first order
-    bool isNewton = false;         ///< of a positive curvature; the objective then falls by about change / 2
+    bool isNewton = false; ///< Newton's, by a positive curvature: the objective changes by about half of that
 };
 
 class GibbsObjective {

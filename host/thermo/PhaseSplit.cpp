@@ -30,7 +30,7 @@ std::vector<PhaseState> PhaseSplitter::split(double temperature, double pressure
             continue;
         // The rest starts as the mixture on its own root and stays there, or it may turn to a second liquid.
         const Root restRoot = root == ownRoot ? Root::stable : ownRoot;
-        if (auto phases = search_.runFromTrial({root, restRoot, pressure, logFugacity_}, trial_.ratios()))
+        if (auto phases = search_.run({root, restRoot, pressure, logFugacity_}, trial_.ratios()))
             return *std::move(phases);
     }
     return onePhase();

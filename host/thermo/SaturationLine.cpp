@@ -58,7 +58,7 @@ SaturatedState SaturationLine::state(const Point& point) {
 }
 
 Point SaturationLine::estimate(std::size_t held, double logValue) {
-    constexpr int halvings = 24; // for a start of Newton's method
+    constexpr int halvings = 16; // for a start of Newton's method
     Point point(n_ + 2);
     const std::size_t sought = held == n_ ? n_ + 1 : n_;
     double low = sought == n_ ? std::log(5.0) : -200;

@@ -83,6 +83,8 @@ void TrialPhase::evaluate(std::span<const double> logAmounts, GibbsModel& model)
     }
 }
 
+/// Whether the rest of the way down can be foretold: the phase lies below the plane already, or its distance
+/// cannot fall to 0 any more, or the next step leads to the mixture itself.
 bool TrialPhase::isDecided(const GibbsModel& model, std::span<const double> logAmounts,
                            const GibbsStep& next) {
     const auto isNear = [](double residual) { return std::abs(residual) < nearResidual; };
@@ -90,8 +92,8 @@ bool TrialPhase::isDecided(const GibbsModel& model, std::span<const double> logA
         return true;
     if (!next.isNewton)
         return false;
-    constexpr double safety = 20; // the objective falls by half of the first order's change
-    if (model.value + safety / 2 * next.change > 0)
+    constexpr double safety = 20;
+    if (model.value + safety * next.change / 2 > 0)
         return true;
     double difference = 0;
     for (std::size_t i = 0; i < logAmounts.size(); ++i) {

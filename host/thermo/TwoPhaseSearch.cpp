@@ -9,7 +9,7 @@ namespace solvane::host {
 
 namespace {
 
-constexpr int substitutions = 2; // after a rough start
+constexpr int substitutions = 2; // after a start with little
 constexpr double convergedResidual = 1e-11;
 constexpr double leastAmount = 1e-14;
 
@@ -27,25 +27,19 @@ TwoPhaseSearch::TwoPhaseSearch(const Mixture& mixture, const PengRobinson& equat
     }
 }
 
-std::optional<std::vector<PhaseState>> TwoPhaseSearch::runFromTrial(const Conditions& conditions,
-                                                                    std::span<const double> ratios) {
-    if (auto phases = runFromRatios(conditions, ratios))
-        return phases;
-    startWithLittle(ratios);
-    return run(substitutions);
-}
-
-std::optional<std::vector<PhaseState>> TwoPhaseSearch::runFromRatios(const Conditions& conditions,
-                                                                     std::span<const double> ratios) {
-    set(conditions);
-    return startWithRatios(ratios) ? run(0) : std::nullopt; // too good a start for substitutions
-}
-
-void TwoPhaseSearch::set(const Conditions& conditions) {
+std::optional<std::vector<PhaseState>> TwoPhaseSearch::run(const Conditions& conditions,
+                                                           std::span<const double> ratios) {
     trial_.root = conditions.trialRoot;
     rest_.root = conditions.restRoot;
     pressure_ = conditions.pressure;
     logFugacity_ = &conditions.logFugacity;
+    if (startWithRatios(ratios)) {
+        if (auto phases = minimize(0))
+            return phases;
+    }
+    // Close to a critical point, or beside two liquids, only the slower way leads to a vapour and a liquid.
+    startWithLittle(ratios);
+    return minimize(substitutions);
 }
 
 /// Takes the amounts that the ratios give. False if there are none, or if they raise the Gibbs energy.
@@ -55,8 +49,8 @@ bool TwoPhaseSearch::startWithRatios(std::span<const double> ratios) {
         return false;
     for (std::size_t i = 0; i < mixture_.count(); ++i)
         logRatios_[i] = std::log(*fraction / (1 - *fraction) * ratios[i]);
-    evaluate(logRatios_, scratch_);
-    return scratch_.value < 0;
+    evaluate(logRatios_, started_);
+    return started_.value < 0;
 }
 
 /// A small enough amount of a phase from below the tangent plane lowers the Gibbs energy.
@@ -70,11 +64,11 @@ void TwoPhaseSearch::startWithLittle(std::span<const double> ratios) {
         for (std::size_t i = 0; i < mixture_.count(); ++i)
             logRatios_[i] = std::log(part * ratios[i] / (1 - part * ratios[i]));
         part /= 4;
-        evaluate(logRatios_, scratch_);
-    } while (scratch_.value >= 0 && part * total > leastAmount);
+        evaluate(logRatios_, started_);
+    } while (started_.value >= 0 && part * total > leastAmount);
 }
 
-std::optional<std::vector<PhaseState>> TwoPhaseSearch::run(int substitutions) {
+std::optional<std::vector<PhaseState>> TwoPhaseSearch::minimize(int substitutions) {
     const NewtonOutcome outcome = minimizer_.run(*this, substitutions, logRatios_);
     if (outcome.worstResidual > convergedResidual || outcome.value > 0)
         return std::nullopt;

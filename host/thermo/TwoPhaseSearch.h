@@ -25,15 +25,9 @@ public:
         const std::vector<double>& logFugacity;
     };
 
-    // Both give the vapour first, and nothing if the two turn out to be one phase, or two liquids.
-
-    /// Starts with a trial phase below the tangent plane; `ratios` are its amounts over the mixture's.
-    std::optional<std::vector<PhaseState>> runFromTrial(const Conditions& conditions,
-                                                        std::span<const double> ratios);
-    /// Starts with estimates of the trial phase's mole fractions over the rest's; nothing also if these do
-    /// not lower the Gibbs energy.
-    std::optional<std::vector<PhaseState>> runFromRatios(const Conditions& conditions,
-                                                         std::span<const double> ratios);
+    /// Starts with a trial phase below the tangent plane; `ratios` are its amounts over the mixture's. The
+    /// vapour comes first; nothing if the two turn out to be one phase, or two liquids.
+    std::optional<std::vector<PhaseState>> run(const Conditions& conditions, std::span<const double> ratios);
 
 private:
     struct Part {
@@ -47,10 +41,9 @@ private:
     void evaluate(std::span<const double> logRatios, GibbsModel& model) override;
     void addCurvature(GibbsModel& model) override;
     void divide(std::span<const double> logRatios, GibbsModel& model);
-    void set(const Conditions& conditions);
     bool startWithRatios(std::span<const double> ratios);
     void startWithLittle(std::span<const double> ratios);
-    std::optional<std::vector<PhaseState>> run(int substitutions);
+    std::optional<std::vector<PhaseState>> minimize(int substitutions);
     std::optional<std::vector<PhaseState>> phases() const;
 
     const Mixture& mixture_;
@@ -63,7 +56,7 @@ private:
     // At the last point:
     Part trial_;
     Part rest_;
-    GibbsModel scratch_;
+    GibbsModel started_; ///< at the start of a minimisation
 };
 
 } // namespace solvane::host
