@@ -12,28 +12,31 @@ namespace solvane::engine {
 
 namespace {
 
-/// Null where the parent has ended already.
-Handle openParent() {
+/// 0 if it is unknown.
+DWORD findParent() {
     const FileHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
          more = Process32NextW(snapshot.get(), &entry))
         if (entry.th32ProcessID == GetCurrentProcessId())
-            return Handle(OpenProcess(SYNCHRONIZE, FALSE, entry.th32ParentProcessID));
-    return {};
+            return entry.th32ParentProcessID;
+    return 0;
 }
 
-/// The process on whose behalf COM called this thread. Null if it is unknown, as under Wine, or is this one.
-Handle openCaller() {
+/// The process on whose behalf COM called this thread. 0 if it is unknown, as under Wine, or is this one.
+DWORD findCaller() {
     DWORD thread = 0;
     if (FAILED(CoGetCallerTID(&thread)))
-        return {};
+        return 0;
     const Handle calling(OpenThread(THREAD_QUERY_LIMITED_INFORMATION, FALSE, thread));
     const DWORD process = calling ? GetProcessIdOfThread(calling.get()) : 0;
-    if (process == 0 || process == GetCurrentProcessId())
-        return {};
-    return Handle(OpenProcess(SYNCHRONIZE, FALSE, process));
+    return process == GetCurrentProcessId() ? 0 : process;
+}
+
+/// Null if it has ended already.
+Handle openProcess(DWORD process) {
+    return Handle(process == 0 ? nullptr : OpenProcess(SYNCHRONIZE, FALSE, process));
 }
 
 /// Runs while the main thread may wait for a script that never ends.
@@ -45,7 +48,12 @@ void endNow(void (*cleanUp)()) {
 
 } // namespace
 
-CallerWatch::CallerWatch(void (*cleanUp)()) : cleanUp_(cleanUp), caller_(openCaller()) {
+DWORD clientProcess() {
+    static const DWORD parent = isWine() ? findParent() : 0;
+    return parent != 0 ? parent : findCaller();
+}
+
+CallerWatch::CallerWatch(void (*cleanUp)()) : cleanUp_(cleanUp), caller_(openProcess(findCaller())) {
     if (caller_ && !RegisterWaitForSingleObject(&wait_, caller_.get(), callerHasEnded, this, INFINITE,
                                                 WT_EXECUTEONLYONCE))
         wait_ = nullptr;
@@ -63,7 +71,7 @@ CallerWatch::~CallerWatch() {
 void endWithClient(void (*cleanUp)()) {
     if (!isWine())
         return;
-    std::thread([cleanUp, client = openParent()] {
+    std::thread([cleanUp, client = openProcess(findParent())] {
         if (client)
             WaitForSingleObject(client.get(), INFINITE);
         endNow(cleanUp);

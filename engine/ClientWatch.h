@@ -1,9 +1,12 @@
-/// Ends this process with its client's process.
+/// The client's process, with which this one ends.
 #pragma once
 
 #include "com/Handle.h"
 
 namespace solvane::engine {
+
+/// The process of the client that made the call in progress; 0 if it is unknown.
+DWORD clientProcess();
 
 /// Under Wine, calls `cleanUp` on a thread other than the main one and ends this process when its client's
 /// process ends for whatever reason. Wine's COM does not notice that end, but starts the server from the

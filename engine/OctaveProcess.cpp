@@ -1,5 +1,6 @@
 #include "OctaveProcess.h"
 
+#include "StopWatch.h"
 #include "com/Module.h"
 #include "com/Text.h"
 
@@ -71,6 +72,8 @@ bool OctaveProcess::waitUntilReady(std::wstring& error) {
 }
 
 HRESULT OctaveProcess::execute(const std::wstring& command, std::wstring& output, std::wstring& error) {
+    const StopWatch watch(
+        [this] { static_cast<void>(commands_.send(MessageKind::stop, std::string_view())); });
     MessageHeader answer;
     std::string text;
     bool isAnswered =
@@ -80,7 +83,7 @@ HRESULT OctaveProcess::execute(const std::wstring& command, std::wstring& output
         isAnswered = commands_.read(std::as_writable_bytes(std::span(text)));
     }
     if (!isAnswered) {
-        error = L"Octave ended before the command was done";
+        error = isStopRequested() ? stopped : L"Octave ended before the command was done";
         return HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED);
     }
     isFit_ = answer.kind != MessageKind::lost;

@@ -9,6 +9,9 @@
 
 namespace solvane::engine {
 
+/// The error of a command that its client stopped.
+inline constexpr wchar_t stopped[] = L"The command was stopped";
+
 /// Octave runs as long as this object exists: its destructor closes the connections, whereupon Octave's side
 /// ends the process. Used by one thread.
 class OctaveProcess {
@@ -21,7 +24,8 @@ public:
     [[nodiscard]] bool waitUntilReady(std::wstring& error);
 
     /// Runs a command in Octave's base workspace and returns what it printed. DISP_E_EXCEPTION, with Octave's
-    /// text, if the command raised an error; ERROR_PROCESS_ABORTED once Octave has ended for whatever reason.
+    /// text, if the command raised an error; ERROR_PROCESS_ABORTED once Octave has ended for whatever reason,
+    /// such as a stop request of the client.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
     /// The program that was started last.

@@ -1,6 +1,7 @@
 #include "OctaveSession.h"
 
 #include "OctaveText.h"
+#include "StopWatch.h"
 
 #include <algorithm>
 #include <array>
@@ -88,6 +89,11 @@ bool OctaveSession::start() {
 }
 
 HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, std::wstring& error) {
+    if (isStopRequested()) {
+        scripts_.refresh({}); // the client may delete the folder without leaving it
+        error = stopped;
+        return DISP_E_EXCEPTION;
+    }
     const std::wstring command = withApostrophesDoubled(given);
     const bool isFresh = !process_;
     if (!start()) {

@@ -29,7 +29,8 @@ public:
     /// not double the apostrophes in the folder's name. DISP_E_EXCEPTION if the command raised an error, or
     /// if there is no Octave, with what is missing and what to do; the next command looks for Octave again.
     /// If Octave ends during a command, the command fails; after that, or when it is unknown what a command
-    /// did, the next command gets a fresh Octave with the same path entries and current folder.
+    /// did, the next command gets a fresh Octave with the same path entries and current folder. While the
+    /// client asks for a stop, every command fails.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
 
     /// Ends Octave; a later command gets a fresh one.

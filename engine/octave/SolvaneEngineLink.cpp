@@ -11,9 +11,11 @@
 //
 // It stays loaded, with its connection, even if a script clears everything.
 
+#include "ProcessGroup.h"
 #include "link/EngineClient.h"
 #include "mex/MexFunctions.h"
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
@@ -45,6 +47,9 @@ constexpr std::string_view notCarriedOut =
 
 /// Whether the last command reached the base workspace.
 bool hasBegun = false;
+
+/// Whether Octave has noticed the end of the server, and ends by itself.
+std::atomic<bool> isEnding = false;
 
 /// Passes commands from the thread that listens to the server. The server sends the next command only after
 /// the answer to the last.
@@ -89,28 +94,21 @@ void stayLoaded() {
 #endif
 }
 
-/// Empty once the server has ended.
-std::optional<std::string> receiveCommand() {
-    MessageKind kind{};
-    std::string command;
-    if (!server.receive(kind, command) || kind != MessageKind::execute)
-        return std::nullopt;
-    return command;
-}
-
-/// Listens at all times: an endless script never asks for another command, and is ended with the process when
-/// the server closes the connection.
+/// Listens at all times: an endless script never asks for another command, and is ended with the process, and
+/// with the program that it may be waiting for, when the server asks for it or closes the connection.
 void listenToServer(const std::filesystem::path& folder) {
     std::thread([folder] {
-        for (bool isThere = true; isThere;) {
-            std::optional<std::string> command = receiveCommand();
-            isThere = command.has_value();
+        MessageKind kind{};
+        for (std::string command; server.receive(kind, command) && kind == MessageKind::execute;)
             inbox.put(std::move(command));
-        }
+        inbox.put(std::nullopt);
         std::error_code ignored;
         std::filesystem::remove(folder, ignored);
-        std::this_thread::sleep_for(grace);
-        std::_Exit(1);
+        if (kind != MessageKind::stop)
+            std::this_thread::sleep_for(grace);
+        if (isEnding)
+            std::_Exit(1); // programs in the background go on
+        endProcessGroup();
     }).detach();
 }
 
@@ -121,6 +119,7 @@ bool connectToServer(const std::filesystem::path& folder, std::string& error) {
     }
     mexLock();
     stayLoaded();
+    formProcessGroup();
     listenToServer(folder);
     return true;
 }
@@ -128,6 +127,7 @@ bool connectToServer(const std::filesystem::path& folder, std::string& error) {
 mxArray* nextCommand() {
     hasBegun = false;
     const std::optional<std::string> command = inbox.take();
+    isEnding = !command;
     if (!command)
         return mxCreateDoubleMatrix(0, 0, mxREAL);
     // An empty text would end the engine's loop.

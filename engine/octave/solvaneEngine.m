@@ -17,6 +17,7 @@ function solvaneEngine ()
   link = @SolvaneEngineLink;
   errorStack = @solvaneErrorStack;
   link ("connect", pwd ());
+  setenv ("SOLVANE_ENGINE_FOLDER", pwd ());
   while ((command = link ("receive")))
     try
       given = putBack (given);

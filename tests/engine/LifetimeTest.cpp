@@ -1,11 +1,14 @@
 #include "AutomationClient.h"
 
+#include "channel/StopEvent.h"
+#include "com/Handle.h"
 #include "com/Registry.h"
 #include "com/Text.h"
 
 #include <gmock/gmock.h>
 
 #include <optional>
+#include <thread>
 
 namespace solvane::engine {
 
@@ -22,6 +25,11 @@ std::string processIdOf(AutomationClient& octave) {
 
 bool hasOctaveEnded(const std::string& processId) {
     return waitUntil([&] { return !isOctaveRunning(processId); });
+}
+
+bool isLinuxProcess(const std::string& processId) {
+    std::error_code ignored;
+    return std::filesystem::exists("Z:\\proc\\" + processId, ignored);
 }
 
 bool haveServersEnded() {
@@ -103,6 +111,57 @@ TEST(Lifetime, endsOctaveAfterItsClientIsKilled) {
     ASSERT_TRUE(isOctaveRunning(process));
     TerminateProcess(client.handle(), 1);
     EXPECT_TRUE(hasOctaveEnded(process));
+}
+
+/// Sets the stop event of this process as soon as the command has written its "pid".
+class Stopper {
+public:
+    explicit Stopper(const ScriptFolder& folder)
+        : event_(CreateEventW(nullptr, TRUE, FALSE, stopEventName(GetCurrentProcessId()).c_str())),
+          thread_([this, &folder] {
+              waitUntil([&] { return folder.read(L"pid").ends_with('\n'); });
+              requested_ = GetTickCount64();
+              SetEvent(event_.get());
+          }) {}
+    ~Stopper() { withdraw(); }
+    void withdraw() {
+        if (thread_.joinable())
+            thread_.join();
+        ResetEvent(event_.get());
+    }
+    ULONGLONG sinceRequest() const { return GetTickCount64() - requested_; }
+
+private:
+    Handle event_;
+    ULONGLONG requested_ = 0;
+    std::thread thread_;
+};
+
+TEST(Lifetime, stopsACommandOnItsClientsRequest) {
+    const ScriptFolder folder;
+    AutomationClient octave;
+    const bool isOnWindows = octave.isOnWindows();
+    octave.execute(L"cd '" + folder.path() + L"'");
+    const std::wstring noted = L"f = fopen('pid', 'w'); fdisp(f, getpid()); fclose(f); ";
+    for (const std::wstring& endless : {noted + L"while true, end", noted + L"pause(100)",
+                                        std::wstring(L"system('echo $$ >pid; exec sleep 100')")}) {
+        if (isOnWindows && endless.find(L"exec") != endless.npos)
+            continue;
+        std::filesystem::remove(folder.path() + L"\\pid");
+        Stopper stopper(folder);
+        const Variant command(endless);
+        const LateBound::Call call = octave.call(L"Execute", DISPATCH_METHOD, &command);
+        ASSERT_LT(stopper.sinceRequest(), 1000u) << narrow(endless) << narrow(call.description);
+        EXPECT_EQ(call.result, HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED));
+        EXPECT_EQ(narrow(call.description), "The command was stopped");
+        EXPECT_EQ(narrow(octave.failureOf(L"disp(1)")), "The command was stopped");
+        std::string process = folder.read(L"pid");
+        process.pop_back();
+        EXPECT_TRUE(waitUntil([&] { return !isOctaveRunning(process) && !isLinuxProcess(process); }))
+            << narrow(endless);
+        stopper.withdraw();
+        EXPECT_EQ(octave.execute(L"disp(1)"), L"1\n");
+    }
 }
 
 TEST(Lifetime, reportsAMissingOctave) {

@@ -9,7 +9,8 @@ function varargout = system (command, varargin)
     [status, printed] = builtin ("system", command);
   else
     % A file, since a pipe would stay open as long as a program in the background holds it.
-    file = tempname ();
+    % In the engine's folder, which is removed even if this Octave is ended meanwhile.
+    file = tempname (getenv ("SOLVANE_ENGINE_FOLDER"));
     unwind_protect
       status = builtin ("system", ["exec >'" file "'\n" command]);
       printed = fileread (file);

@@ -1,0 +1,15 @@
+/// How a host stops the script that its unit runs.
+#pragma once
+
+#include <string>
+
+namespace solvane {
+
+/// The manual-reset event of a host's process. While it is set, the engine ends that process's scripts, so
+/// that the units' calculations fail as after any error. Only hosts that know the engine have one; Matlab
+/// does not look at it.
+inline std::wstring stopEventName(unsigned long hostProcess) {
+    return L"SolvaneStop-" + std::to_wstring(hostProcess);
+}
+
+} // namespace solvane
