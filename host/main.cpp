@@ -30,9 +30,10 @@ std::string profileHelp() {
 
 constexpr char exitCodes[] =
     "Exit codes:\n"
-    "  0  success\n"
-    "  1  the calculation or the unit's window failed, or the doctor found something wrong\n"
-    "  2  a bad command line, case or model file";
+    "  0    success\n"
+    "  1    the calculation or the unit's window failed, or the doctor found something wrong\n"
+    "  2    a bad command line, case or model file\n"
+    "  130  interrupted: Ctrl-C, Ctrl-Break or the closing of the console stopped the run";
 
 /// An unknown command is reported as such, not as a missing one.
 std::string usageFault(const CLI::App* app, const CLI::Error& fault) {
@@ -89,6 +90,15 @@ void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
                         "Also write each report to a text file in this folder");
     command->add_flag("--verbose", run.verbose,
                       "Also print the report \"Matlab Output\": what the script printed");
+    command->add_option("--limit", run.limit, "Stop a run that takes longer than this time, in seconds")
+        ->check(CLI::Range(0.001, 1e9));
+    command->footer(
+        "A run of more than ten seconds prints a line every ten seconds: what runs, and its last log line. "
+        "Ctrl-C stops the run, and Octave with the script; a second Ctrl-C ends the program at once. Matlab "
+        "cannot be stopped: the program then ends after two seconds, Matlab runs its script to the end, and "
+        "the "
+        "units' temporary folders stay until a unit is next created.\n\n" +
+        std::string(exitCodes));
     command->final_callback([&] { result = runCommand(run); });
 }
 

@@ -9,8 +9,8 @@
 
 namespace solvane::host {
 
-/// A bad case or model file counts as bad usage.
-enum ExitCode { ok = 0, calculationFailed = 1, badUsage = 2 };
+/// A bad case or model file counts as bad usage. An interrupted program returns what shells expect.
+enum ExitCode { ok = 0, calculationFailed = 1, badUsage = 2, interrupted = 130 };
 
 /// Texts are UTF-8.
 void print(std::FILE* stream, std::string_view text);

@@ -1,5 +1,6 @@
 #include "HostCommands.h"
 
+#include "Interrupts.h"
 #include "ResultFiles.h"
 #include "cases/CaseReader.h"
 #include "flowsheet/Flowsheet.h"
@@ -70,6 +71,44 @@ bool prepare(const RunOptions& options, Case& flowsheet, std::string& error) {
     return true;
 }
 
+ExitCode stopCode(StopReason reason) {
+    return reason == StopReason::interruption ? interrupted : calculationFailed;
+}
+
+/// Ends the program in the middle of a run that does not end: the engine ends with it, but Matlab runs its
+/// script to the end, and the units' temporary folders stay until a unit is next created. Another thread
+/// still uses the run's results.
+[[noreturn]] void abandonRun(const RunOptions& options, const TableUnits& units, const RunWatch& watch) {
+    RunResults results;
+    results.failure = {.unit = watch.unit(), .message = watch.stopText()};
+    std::string ignored;
+    static_cast<void>(writeResultFiles(options, results, units, ignored));
+    const ExitCode code = complain(stopCode(watch.stopReason()),
+                                   options.casePath + ": " + watch.stopText() + ": " + watch.place());
+    TerminateProcess(GetCurrentProcess(), code);
+    std::abort(); // never reached
+}
+
+/// Returns how the run was stopped if that made it fail.
+StopReason calculate(const RunOptions& options, const TableUnits& units, const Case& flowsheet,
+                     RunResults& results, std::string& error) {
+    RunWatchSettings settings{
+        .beat = [](const std::string& line) { print(stderr, line + "\n"); },
+        .giveUp = [&](const RunWatch& watch) { abandonRun(options, units, watch); },
+    };
+    if (options.limit)
+        settings.limit = std::chrono::duration_cast<RunWatchSettings::Duration>(
+            std::chrono::duration<double>(*options.limit));
+    RunWatch watch(settings);
+    const Interrupts interrupts(watch);
+    if (runCase(flowsheet, printUnitLine, results, error, &watch))
+        return StopReason::none;
+    if (!watch.isStopRequested())
+        printOutputOfFailure(results);
+    error.insert(0, options.casePath + ": ");
+    return watch.stopReason();
+}
+
 } // namespace
 
 ExitCode runCommand(const RunOptions& options) {
@@ -78,15 +117,18 @@ ExitCode runCommand(const RunOptions& options) {
     std::string error, fileError;
     if (!removeOldResults(options, error))
         return complain(badUsage, error);
-    if (!prepare(options, flowsheet, error)) {
+    const bool isRead = prepare(options, flowsheet, error);
+    const TableUnits units = options.units.empty() ? unitsOfCase(flowsheet) : unitsOfSystem(options.units);
+    StopReason stopped = StopReason::none;
+    if (isRead) {
+        stopped = calculate(options, units, flowsheet, results, error);
+    } else {
         results.fault = Fault::model;
         results.failure.emplace().message = error;
-    } else if (!runCase(flowsheet, printUnitLine, results, error)) {
-        printOutputOfFailure(results);
-        error.insert(0, options.casePath + ": ");
     }
-    const TableUnits units = options.units.empty() ? unitsOfCase(flowsheet) : unitsOfSystem(options.units);
     const bool written = writeResultFiles(options, results, units, fileError);
+    if (stopped != StopReason::none)
+        return complain(stopCode(stopped), error);
     if (results.failure)
         return complain(results.fault, error);
     printResults(results, units, options.verbose);

@@ -69,26 +69,37 @@ Flowsheet::Flowsheet(Case flowsheet, RunLog log)
         members_[i].log = [this, &unit = case_.units[i]](std::string_view line) {
             if (results_)
                 results_->log.push_back({unit.name, std::string(line)});
+            if (watch_)
+                watch_->log(line);
             log_(unit.name, line);
         };
 }
 
-bool Flowsheet::run(const Case& variation, RunResults& results, std::string& error) {
+bool Flowsheet::run(const Case& variation, RunResults& results, std::string& error, RunWatch* watch) {
     case_.feeds = variation.feeds;
     for (std::size_t i = 0; i < case_.units.size(); ++i)
         case_.units[i].parameters = variation.units[i].parameters;
-    return run(results, error);
+    return run(results, error, watch);
 }
 
-bool Flowsheet::run(RunResults& results, std::string& error) {
+bool Flowsheet::run(RunResults& results, std::string& error, RunWatch* watch) {
     results = blankResults(case_);
     results_ = &results;
+    watch_ = watch;
     const bool succeeded = start(results, error) && calculate(results, error);
     results_ = nullptr;
+    watch_ = nullptr;
     if (succeeded)
         return true;
     if (!results.failure)
         results.failure.emplace().message = error;
+    if (watch && watch->isStopRequested()) {
+        // What failed because of the stop does not matter.
+        results.fault = Fault::calculation;
+        results.failure->message = watch->stopText();
+        error = watch->stopText() + ": " + watch->place();
+        return false;
+    }
     results.failure->scriptError = findScriptError(case_, results);
     return false;
 }
@@ -99,6 +110,8 @@ bool Flowsheet::start(RunResults& results, std::string& error) {
     if (!makeStreams(case_, habits_, streams_, error))
         return false;
     for (std::size_t i = 0; i < members_.size(); ++i) {
+        if (!mayBegin(i))
+            return failed(i, results, error);
         auto& [log, session] = members_[i];
         const bool restarts = session && session->canRestart();
         if (!restarts) {
@@ -119,14 +132,23 @@ bool Flowsheet::calculate(RunResults& results, std::string& error) {
     for (const FeedStream& feed : case_.feeds)
         if (!addStream(feed.name, results, error))
             return false;
-    for (std::size_t i = 0; i < case_.units.size(); ++i)
+    for (std::size_t i = 0; i < case_.units.size(); ++i) {
+        if (!mayBegin(i))
+            return failed(i, results, error);
         if (!runOne(i, results, error)) {
             // Without the script's end its Matlab may be lost, and the next run starts another.
             if (!hasScriptEnded(results.units[i]))
                 members_[i].session.reset();
             return failed(i, results, error);
         }
+    }
     return true;
+}
+
+bool Flowsheet::mayBegin(std::size_t unit) const {
+    if (watch_)
+        watch_->beginUnit(case_.units[unit].name);
+    return !watch_ || !watch_->isStopRequested();
 }
 
 bool Flowsheet::addStream(const std::string& name, RunResults& results, std::string& error) const {
@@ -183,8 +205,9 @@ bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error
     return false;
 }
 
-bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std::string& error) {
-    return Flowsheet(flowsheet, log).run(results, error);
+bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std::string& error,
+             RunWatch* watch) {
+    return Flowsheet(flowsheet, log).run(results, error, watch);
 }
 
 } // namespace solvane::host

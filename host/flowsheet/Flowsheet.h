@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RunWatch.h"
 #include "Streams.h"
 #include "UnitSession.h"
 #include "cases/CaseModel.h"
@@ -30,11 +31,12 @@ public:
 
     /// Calculates one unit after the other in the way of the case's profile, and replaces `results`. False
     /// with the host's or the unit's text; `results` then holds what is known of the units up to the failed
-    /// one, including its reports if it still returns them.
-    bool run(RunResults& results, std::string& error);
+    /// one, including its reports if it still returns them. Once the watch, which may be null, has a stop
+    /// request, no more units start or calculate, and the text is the watch's.
+    bool run(RunResults& results, std::string& error, RunWatch* watch = nullptr);
 
     /// The same with the feeds and the parameter settings of a variation of the case, also from then on.
-    bool run(const Case& variation, RunResults& results, std::string& error);
+    bool run(const Case& variation, RunResults& results, std::string& error, RunWatch* watch = nullptr);
 
 private:
     bool start(RunResults& results, std::string& error);
@@ -42,6 +44,7 @@ private:
     bool runOne(std::size_t unit, RunResults& results, std::string& error);
     bool addStream(const std::string& name, RunResults& results, std::string& error) const;
     void review(std::size_t unit, RunResults& results) const;
+    bool mayBegin(std::size_t unit) const;
     bool failed(std::size_t unit, RunResults& results, std::string& error) const;
 
     struct Member {
@@ -51,13 +54,16 @@ private:
 
     Case case_;
     RunLog log_;
-    RunResults* results_ = nullptr; ///< of the run that is under way
+    // Of the run that is under way; null if there is none.
+    RunResults* results_ = nullptr;
+    RunWatch* watch_ = nullptr;
     std::shared_ptr<MaterialHabits> habits_ = std::make_shared<MaterialHabits>();
     std::vector<Stream> streams_;
     std::vector<Member> members_; ///< by unit
 };
 
-/// Runs a case once.
-bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std::string& error);
+/// Runs a case once. The units have ended when this returns.
+bool runCase(const Case& flowsheet, const RunLog& log, RunResults& results, std::string& error,
+             RunWatch* watch = nullptr);
 
 } // namespace solvane::host

@@ -1,0 +1,86 @@
+/// Watches a run from another thread: its heartbeat, its time limit, and its stop.
+#pragma once
+
+#include "com/Handle.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+
+namespace solvane::host {
+
+enum class StopReason { none, interruption, limit };
+
+class RunWatch;
+
+struct RunWatchSettings {
+    using Duration = std::chrono::milliseconds;
+
+    std::optional<Duration> limit{}; ///< from the construction of the watch
+    Duration heartbeat = std::chrono::seconds(10);
+    Duration patience = std::chrono::seconds(2); ///< how long a run may take to end after a stop request
+
+    // Called on the watch's thread.
+    std::function<void(const std::string& line)> beat = [](const std::string&) {
+    }; ///< at each heartbeat, with what runs
+    std::function<void(const RunWatch&)> giveUp = [](const RunWatch&) {}; ///< once, when patience runs out
+};
+
+/// Lives as long as a run, or several that follow one another. A process has one at a time.
+///
+/// A stop request reaches the script through the engine, which knows the event of this process: the unit's
+/// Calculate fails, and the unit cleans up, as after any error. Matlab does not know the event and runs the
+/// script to its end; then only `giveUp` can end the program in time.
+class RunWatch {
+public:
+    explicit RunWatch(RunWatchSettings settings);
+    ~RunWatch();
+    RunWatch(const RunWatch&) = delete;
+    RunWatch& operator=(const RunWatch&) = delete;
+
+    // From any thread.
+
+    /// The first request counts.
+    void requestStop(StopReason reason = StopReason::interruption);
+    StopReason stopReason() const;
+    bool isStopRequested() const { return stopReason() != StopReason::none; }
+    /// Why the run was stopped, as an error's text. Empty if it was not.
+    std::string stopText() const;
+    /// The unit that runs, and its last log line: one line, UTF-8.
+    std::string place() const;
+    /// The unit that runs. Empty before the first.
+    std::string unit() const;
+
+    // From the run's thread.
+
+    /// From now on, this unit runs.
+    void beginUnit(std::string_view name);
+    void log(std::string_view line);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void watch();
+    std::string stillRunning() const;
+
+    const RunWatchSettings settings_;
+    const Clock::time_point start_ = Clock::now();
+    const Handle stopEvent_;
+
+    mutable std::mutex lock_; // guards what follows
+    std::condition_variable changed_;
+    StopReason stopReason_ = StopReason::none;
+    Clock::time_point patienceEnds_{}; // after a stop request
+    bool hasEnded_ = false;
+    std::string unit_;
+    std::string lastLine_;
+
+    std::thread thread_;
+};
+
+} // namespace solvane::host
