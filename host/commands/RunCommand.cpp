@@ -78,7 +78,7 @@ ExitCode stopCode(StopReason reason) {
 /// Ends the program in the middle of a run that does not end: the engine ends with it, but Matlab runs its
 /// script to the end, and the units' temporary folders stay until a unit is next created. Another thread
 /// still uses the run's results.
-[[noreturn]] void abandonRun(const RunOptions& options, const TableUnits& units, const RunWatch& watch) {
+void abandonRun(const RunOptions& options, const TableUnits& units, const RunWatch& watch) {
     RunResults results;
     results.failure = {.unit = watch.unit(), .message = watch.stopText()};
     std::string ignored;
@@ -86,7 +86,6 @@ ExitCode stopCode(StopReason reason) {
     const ExitCode code = complain(stopCode(watch.stopReason()),
                                    options.casePath + ": " + watch.stopText() + ": " + watch.place());
     TerminateProcess(GetCurrentProcess(), code);
-    std::abort(); // never reached
 }
 
 /// Returns how the run was stopped if that made it fail.

@@ -188,6 +188,28 @@ TEST_F(UnitRuns, passStreamsFromUnitToUnit) {
                      "ports: in, out");
 }
 
+TEST_F(UnitRuns, endBeforeTheNextUnitOnAStopRequest) {
+    flowsheet.isFlowsheet = true;
+    flowsheet.units.push_back(flowsheet.units[0]);
+    flowsheet.units[1].name = "Splitter";
+    flowsheet.units[1].feeds[0].stream = "out";
+    flowsheet.units[1].products[0].stream = "end";
+    const auto ignore = [](std::string_view, std::string_view) {};
+    RunWatch watch({});
+    unitLog().inCalculate = [&] { watch.requestStop(); };
+    EXPECT_FALSE(runCase(flowsheet, ignore, results, error, &watch));
+    EXPECT_EQ(calls(), "context Load Initialize context Load Initialize "
+                       "Connect Connect Validate Calculate Disconnect Disconnect Terminate Terminate");
+    EXPECT_EQ(error, "Interrupted: unit \"Splitter\"");
+    EXPECT_EQ(results.failure->message, "Interrupted");
+    EXPECT_EQ(results.streams.size(), 2u);
+    EXPECT_EQ(results.units[0].status, UnitStatus::calculated);
+
+    unitLog().calls.clear();
+    EXPECT_FALSE(runCase(flowsheet, ignore, results, error, &watch));
+    EXPECT_EQ(calls(), "") << "no unit may start";
+}
+
 // Nothing is known of what other units keep.
 TEST_F(UnitRuns, makeOtherUnitsAnewForEachRun) {
     Flowsheet repeated(flowsheet, [](std::string_view, std::string_view) {});

@@ -83,6 +83,7 @@ public:
     STDMETHODIMP get_ValStatus(CapeValidationStatus* status) override { return *status = CAPE_VALID, S_OK; }
     STDMETHODIMP Calculate() override {
         note("Calculate");
+        unitLog().inCalculate();
         const ComRef<ICapeUnit> self(this); // its host may release it meanwhile
         return call(L"ICapeUnit", L"Calculate", [&](Failure& failure) {
             if (!unitLog().calculateFailure.empty())

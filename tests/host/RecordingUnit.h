@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ struct UnitLog {
     std::wstring calculateFailure;
     std::wstring loadEntry; ///< what Load reports to the error log for the key "files"
     bool producesNothing = false;
+    std::function<void()> inCalculate = [] {};
     int liveUnits = 0;
 };
 UnitLog& unitLog();

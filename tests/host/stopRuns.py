@@ -1,0 +1,140 @@
+"""Stops runs that never end, by Ctrl-C or a limit, and looks at what is left: an exit code, the results that are known, and
+no process or folder.
+
+    stopRuns.py WINE SOLVANEHOST
+"""
+import json
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import uuid
+from pathlib import Path
+
+HOST = sys.argv[1:3]
+INTERRUPTED, FAILED = 130, 1
+PASS = ["T = getFeedProp(1, 'temperature'); P = getFeedProp(1, 'pressure');",
+        "setProduct(1, getFeedProp(1, 'totalFlow'), getFeedProp(1, 'fraction'), 'temperature', T, 'pressure', P);"]
+# A letter beyond ASCII makes the engine keep a copy of the script in a folder of its own.
+NOTE = ["% größe", "logMessage('endless');", "f = fopen('{notes}', 'w');",
+        "fprintf(f, '%s\\n', num2str(getpid()), pwd(), getenv('SOLVANE_ENGINE_FOLDER'), 'done'); fclose(f);"]
+
+def wait_until(condition, seconds, what):
+    end = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > end:
+            raise SystemExit(f"after {seconds} s: {what()}")
+        time.sleep(0.02)
+
+class Run:
+    """A run whose script has got to its endless line."""
+
+    def __init__(self, folder, endless, *options):
+        self.mark = f"SOLVANE_STOP_TEST={uuid.uuid4()}"
+        self.notes, self.json, self.printed = folder / "notes", folder / "results.json", folder / "printed"
+        self.notes.unlink(missing_ok=True)
+
+        note = [line.format(notes=self.notes) for line in NOTE]
+        case = folder / "case.json"
+        case.write_text(json.dumps({
+            "compounds": ["methane"],
+            "streams": [{"name": "Feed", "temperature": 300, "pressure": 1e5, "flow": 1, "composition": {"methane": 1}}],
+            "units": [{"name": "Pass", "model": {"script": PASS}, "feeds": {"F": "Feed"}, "products": {"P": "Middle"}},
+                      {"name": "Endless", "model": {"script": [*note, endless]}, "feeds": {"F": "Middle"},
+                       "products": {"P": "Product"}}]}), encoding="utf-8")
+        name, value = self.mark.split("=")
+        with open(self.printed, "w") as output:
+            self.host = subprocess.Popen([*HOST, "run", case, "--json", self.json, *options], stdin=subprocess.DEVNULL,
+                                         stdout=output, stderr=output, env={**os.environ, name: value})
+        wait_until(lambda: self.noted()[-1:] == ["done"] or self.host.poll() is not None, 60, self.text)
+        self.octave, *self.folders = self.noted()[:-1] or ["0"]
+        if len(self.folders) != 2 or not all(map(Path.exists, self.linux_folders())):
+            raise SystemExit(f"the script did not start: {self.text()} {self.noted()}")
+        self.started = time.monotonic()
+
+    def noted(self):
+        return self.notes.read_text().splitlines() if self.notes.exists() else []
+
+    def text(self):
+        return self.printed.read_text()
+
+    def linux_folders(self):
+        return [Path(folder) for folder in self.folders]
+
+    def processes(self):
+        """The ids and command lines of all that the run has started, by what each inherits: the host, engines,
+        Octaves, their programs. Without Wine's own services, which the first program starts for all."""
+        found = {}
+        for process in Path("/proc").glob("[0-9]*"):
+            try:
+                command = (process / "cmdline").read_bytes().decode(errors="replace")
+                marks = (process / "environ").read_bytes().split(b"\0")
+            except OSError:
+                continue  # it has ended
+            if self.mark.encode() in marks and not command.lower().startswith("c:\\windows\\"):
+                found[int(process.name)] = command
+        return found
+
+    def left(self):
+        return f"these processes are left: {self.processes()}"
+
+    def interrupt(self):
+        for process, command in self.processes().items():
+            if "SolvaneHost" in command:
+                os.kill(process, signal.SIGINT)
+        self.started = time.monotonic()
+
+    def expect_end(self, code, within, message):
+        self.host.wait(60)
+        took = time.monotonic() - self.started
+        if self.host.returncode != code or not within[0] <= took <= within[1]:
+            raise SystemExit(f"exit code {self.host.returncode} after {took:.1f} s: {self.text()}")
+        if message not in self.text():
+            raise SystemExit(f"{message!r} is not in {self.text()}")
+
+    def expect_results(self, message):
+        results = json.loads(self.json.read_text())
+        known = ([stream["name"] for stream in results["streams"]], [unit["status"] for unit in results["units"]])
+        if results["ok"] or results["error"] != {"unit": "Endless", "message": message} or \
+                known != (["Feed", "Middle"], ["calculated", "failed"]):
+            raise SystemExit(f"the results are {results}")
+
+    def expect_nothing_left(self):
+        wait_until(lambda: not self.processes(), 1, self.left)
+        left = [folder for folder in self.linux_folders() if folder.exists()]
+        if left:
+            raise SystemExit(f"these folders are left: {left}")
+
+def main():
+    with tempfile.TemporaryDirectory() as name:
+        folder = Path(name)
+        for endless in ["while true, end",
+                        "while true, flashEquilibrium(1, 'temperature', 300, 'pressure', 1e5); end",
+                        "pause(1000)",
+                        "system('sleep 1000')"]:
+            run = Run(folder, endless)
+            run.interrupt()
+            run.expect_end(INTERRUPTED, (0, 2), 'case.json: Interrupted: unit "Endless"; last log line: endless')
+            run.expect_results("Interrupted")
+            run.expect_nothing_left()
+
+        run = Run(folder, "while true, end", "--limit", "5")
+        run.expect_end(FAILED, (0, 7), 'limit of 5 s: unit "Endless"; last log line: endless')
+        run.expect_results("The run did not end within the limit of 5 s")
+        run.expect_nothing_left()
+
+        # An engine that does not end the script, as Matlab: the host waits for it, but not after a second Ctrl-C.
+        for interrupts, within in [(1, (2, 4)), (2, (0, 1.5))]:
+            run = Run(folder, "kill(getpid(), 19)")
+            wait_until(lambda: "T" == Path(f"/proc/{run.octave}/stat").read_text().split()[2], 10, run.text)
+            for _ in range(interrupts):
+                run.interrupt()
+                time.sleep(0.2)
+            run.expect_end(INTERRUPTED, within, "Interrupted" if interrupts == 1 else "")
+            os.kill(int(run.octave), signal.SIGKILL)
+            wait_until(lambda: not run.processes(), 5, run.left)
+    print("runs stop, and leave nothing")
+
+main()
