@@ -4,19 +4,59 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace solvane::host {
 
 namespace {
 
 // Lengths in pixels.
-constexpr int boxWidth = 130;
+constexpr int leastBoxWidth = 130;
 constexpr int leastBoxHeight = 56;
 constexpr int portDistance = 28;
-constexpr int columnGap = 170;
+constexpr int leastColumnGap = 170;
 constexpr int rowGap = 40;
 constexpr int margin = 20;
 constexpr int textRise = 5;
+constexpr int arrowLength = 15;
+
+/// At least the width of a text, in any font of the page.
+int textWidth(std::string_view text) {
+    int width = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool isFirstByte = (byte & 0xC0) != 0x80;
+        const bool isWide = byte >= 0x80 || std::string_view("MW@m%").find(c) != std::string_view::npos;
+        const bool isCapital = 'A' <= c && c <= 'Z';
+        width += !isFirstByte ? 0 : isWide ? 14 : isCapital ? 10 : 8;
+    }
+    return width;
+}
+
+/// What the longest names need.
+struct Spacing {
+    int boxWidth = leastBoxWidth;
+    int columnGap = leastColumnGap;
+
+    explicit Spacing(const RunResults& results) {
+        std::set<std::string> made;
+        int feed = 0, product = 0; // those that no unit makes, and those that one makes
+        for (const UnitResult& unit : results.units) {
+            boxWidth = std::max(boxWidth, textWidth(unit.name) + 2 * textRise);
+            for (const std::string& stream : unit.feeds)
+                if (!made.contains(stream))
+                    feed = std::max(feed, textWidth(stream));
+            for (const std::string& stream : unit.products)
+                product = std::max(product, textWidth(stream));
+            made.insert(unit.products.begin(), unit.products.end());
+        }
+        // A product's name at the left may be beside a feed's at the right.
+        columnGap = std::max(columnGap, product + feed + arrowLength + 4 * textRise);
+    }
+    int columnX(std::size_t column) const {
+        return margin + columnGap + static_cast<int>(column) * (boxWidth + columnGap);
+    }
+};
 
 struct Point {
     int x;
@@ -26,14 +66,13 @@ struct Point {
 struct Box {
     const UnitResult* unit = nullptr;
     std::size_t column = 0;
+    int x = 0; ///< the columns begin after the room for the feeds
     int y = 0;
 
     int height() const {
         const auto ports = static_cast<int>(std::max(unit->feeds.size(), unit->products.size()));
         return std::max(leastBoxHeight, (ports + 1) * portDistance);
     }
-    /// The columns begin after the room for the feeds.
-    int x() const { return margin + columnGap + static_cast<int>(column) * (boxWidth + columnGap); }
     /// The place of the port among `count` ones on a side.
     int portY(std::size_t port, std::size_t count) const {
         return y + height() * static_cast<int>(port + 1) / static_cast<int>(count + 1);
@@ -41,7 +80,7 @@ struct Box {
 };
 
 /// A unit stands in the column after those of the units that feed it.
-std::vector<Box> placedBoxes(const RunResults& results) {
+std::vector<Box> placedBoxes(const RunResults& results, const Spacing& spacing) {
     std::vector<Box> boxes;
     std::map<std::string, std::size_t> columnAfter; // by stream
     std::map<std::size_t, int> bottom;              // by column
@@ -51,6 +90,7 @@ std::vector<Box> placedBoxes(const RunResults& results) {
             box.column = std::max(box.column, columnAfter[feed]);
         for (const std::string& product : unit.products)
             columnAfter[product] = box.column + 1;
+        box.x = spacing.columnX(box.column);
         box.y = bottom.try_emplace(box.column, margin).first->second;
         bottom[box.column] = box.y + box.height() + rowGap;
         boxes.push_back(box);
@@ -74,32 +114,33 @@ std::string line(Point from, Point to) {
            point(middle, to.y) + point(to.x, to.y) + "\"/>\n";
 }
 
-std::string boxSvg(const Box& box, const RunResults& results) {
+std::string boxSvg(const Box& box, int boxWidth, const RunResults& results) {
     const bool isWarned =
         std::ranges::find(results.warnings, box.unit->name, &Warning::unit) != results.warnings.end();
     const char* kind = box.unit->status == UnitStatus::failed ? "unit failed"
                        : isWarned                             ? "unit warned"
                                                               : "unit";
-    return std::string("<rect class=\"") + kind + "\"" + attribute("x", box.x()) + attribute("y", box.y) +
+    return std::string("<rect class=\"") + kind + "\"" + attribute("x", box.x) + attribute("y", box.y) +
            attribute("width", boxWidth) + attribute("height", box.height()) + " rx=\"6\"/>\n" +
-           label({box.x() + boxWidth / 2, box.y + box.height() / 2 + textRise}, "middle", box.unit->name);
+           label({box.x + boxWidth / 2, box.y + box.height() / 2 + textRise}, "middle", box.unit->name);
 }
 
 } // namespace
 
 std::string flowsheetSvg(const RunResults& results) {
-    const std::vector<Box> boxes = placedBoxes(results);
+    const Spacing spacing(results);
+    const std::vector<Box> boxes = placedBoxes(results, spacing);
     std::map<std::string, Point> sources; // of the products, until a unit takes them
     std::string lines, rects;
     int width = 0, height = 0;
     for (const Box& box : boxes) {
         const UnitResult& unit = *box.unit;
         for (std::size_t i = 0; i < unit.feeds.size(); ++i) {
-            const Point port{box.x(), box.portY(i, unit.feeds.size())};
+            const Point port{box.x, box.portY(i, unit.feeds.size())};
             const auto source = sources.find(unit.feeds[i]);
             if (source == sources.end()) {
-                lines += line({port.x - columnGap + margin, port.y}, port) +
-                         label({port.x - columnGap + margin, port.y - textRise}, "start", unit.feeds[i]);
+                lines += line({port.x - spacing.columnGap + margin, port.y}, port) +
+                         label({port.x - arrowLength, port.y - textRise}, "end", unit.feeds[i]);
                 continue;
             }
             lines +=
@@ -108,13 +149,13 @@ std::string flowsheetSvg(const RunResults& results) {
             sources.erase(source);
         }
         for (std::size_t i = 0; i < unit.products.size(); ++i)
-            sources[unit.products[i]] = {box.x() + boxWidth, box.portY(i, unit.products.size())};
-        rects += boxSvg(box, results);
-        width = std::max(width, box.x() + boxWidth + columnGap);
+            sources[unit.products[i]] = {box.x + spacing.boxWidth, box.portY(i, unit.products.size())};
+        rects += boxSvg(box, spacing.boxWidth, results);
+        width = std::max(width, box.x + spacing.boxWidth + spacing.columnGap);
         height = std::max(height, box.y + box.height() + margin);
     }
     for (const auto& [stream, from] : sources)
-        lines += line(from, {from.x + columnGap - margin, from.y}) +
+        lines += line(from, {from.x + spacing.columnGap - margin, from.y}) +
                  label({from.x + textRise, from.y - textRise}, "start", stream);
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"Flowsheet\"" +
            attribute("width", width) + attribute("height", height) +
