@@ -58,6 +58,13 @@ ExitCode mergeCommand(const MergeOptions& options);
 /// Calculates the variations of a case that come in lines on the standard input, and answers each with a line
 /// of results. What `sweepCommand` starts.
 ExitCode serveCommand(const std::string& casePath);
+struct CheckOptions {
+    std::string casePath;
+    std::string jsonPath; ///< also receives the findings; empty for none
+};
+
+/// Checks whether the models of a case are fit for a flowsheet, and returns 1 if something is found.
+ExitCode checkCommand(const CheckOptions& options);
 
 struct SaveOptions {
     std::string casePath;

@@ -35,17 +35,19 @@ bool writeReports(const std::string& folder, const RunResults& results, std::str
 
 } // namespace
 
+bool removeOldFile(const std::string& path, std::string& error) {
+    std::error_code fault;
+    if (path.empty() || !std::filesystem::is_regular_file(filePath(path), fault) ||
+        std::filesystem::remove(filePath(path), fault))
+        return true;
+    error = "the file " + pathText(filePath(path)) +
+            " cannot be replaced: check whether another program has it open";
+    return false;
+}
+
 bool removeOldResults(const RunOptions& options, std::string& error) {
-    for (const std::string& path : {options.jsonPath, options.csvPath, options.htmlPath}) {
-        std::error_code fault;
-        if (!path.empty() && std::filesystem::is_regular_file(filePath(path), fault) &&
-            !std::filesystem::remove(filePath(path), fault)) {
-            error = "the file " + pathText(filePath(path)) +
-                    " cannot be replaced: check whether another program has it open";
-            return false;
-        }
-    }
-    return true;
+    return removeOldFile(options.jsonPath, error) && removeOldFile(options.csvPath, error) &&
+           removeOldFile(options.htmlPath, error);
 }
 
 bool writeResultFiles(const RunOptions& options, const RunResults& results, const TableUnits& units,

@@ -8,6 +8,9 @@
 
 namespace solvane::host {
 
+/// Removes a result file of an earlier run, if there is one. False with a text that names the file.
+bool removeOldFile(const std::string& path, std::string& error);
+
 /// Removes the result files of an earlier run, so that none is taken for this run's. False with a text that
 /// names the file.
 bool removeOldResults(const RunOptions& options, std::string& error);

@@ -9,6 +9,7 @@
 #include "results/Warnings.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <utility>
 
@@ -169,9 +170,13 @@ bool Flowsheet::runOne(std::size_t unit, RunResults& results, std::string& error
         return runUnit(called, session, ports, case_.profile.reconnects, reentry, result, taskError);
     };
     habits_->onCall = [&reentry] { reentry.onMaterialCall(); };
+    habits_->onFlash = [&result] { ++result.flashes; };
+    const auto begin = std::chrono::steady_clock::now();
     const bool ran = case_.profile.calculatesOnWorker ? runOnWorker(session.unit(), connections, task, error)
                                                       : task(session.unit(), connections, error);
+    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     habits_->onCall = nullptr;
+    habits_->onFlash = nullptr;
     if (!ran || !std::ranges::all_of(unitCase.products, [&](const PortConnection& product) {
             return addStream(product.stream, results, error);
         }))

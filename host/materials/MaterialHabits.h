@@ -16,7 +16,8 @@ struct MaterialRules {
 /// Shared by all materials of a flowsheet.
 struct MaterialHabits {
     MaterialRules rules{};
-    std::function<void()> onCall{}; ///< called at the start of each material operation that can fail
+    std::function<void()> onCall{};  ///< called at the start of each material operation that can fail
+    std::function<void()> onFlash{}; ///< called before each flash
 };
 
 } // namespace solvane::host

@@ -208,6 +208,8 @@ bool StreamState::flash(const FlashSpecification& first, const FlashSpecificatio
     FlashCondition one{}, other{};
     if (!readCondition(first, one, failure) || !readCondition(second, other, failure))
         return false;
+    if (habits_->onFlash)
+        habits_->onFlash();
     Equilibrium equilibrium;
     std::string error;
     if (!package_->flash(*composition, one, other, equilibrium, error))

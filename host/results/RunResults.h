@@ -50,6 +50,8 @@ struct UnitResult {
     std::vector<std::string> products{}; ///< likewise
     std::vector<ModelParameter> parameters{};
     std::vector<ReportResult> reports{};
+    double seconds = 0; ///< from the connection of its ports to its results
+    int flashes = 0;    ///< that it asked of its materials
 };
 
 /// The totals of a unit's feeds and of its products.

@@ -39,20 +39,20 @@ end
 h2 = flashProperty(X, conditions{:}, 'enthalpy');
 isVapor = strcmpi(phases, 'vapor');
 
-% A phase beside another one is saturated; its temperature does not fix the state of a single compound.
+% A phase beside another one is saturated. Its enthalpy fixes its state also for a single compound, and on hosts that
+% list their liquid first, where a product takes no vapour fraction.
 sides = {isVapor, ~isVapor};
 for product = 1:2
     part = fractions(sides{product});
-    if all(isVapor) || ~any(isVapor)
-        state = {'temperature', T};
-    else
-        state = {'vaporFraction', 2 - product};
-    end
     Y = X;                              % of a product without flow
     if sum(part) > 0
         Y = compositions(:, sides{product}) * part(:) / sum(part);
     end
-    setProduct(product, flow * sum(part), Y, state{:}, 'pressure', P);  % a vapour fraction comes first
+    state = {'temperature', T};
+    if any(isVapor) && ~all(isVapor)
+        state = {'enthalpy', flashProperty(Y, 'pressure', P, 'vaporFraction', 2 - product, 'enthalpy')};
+    end
+    setProduct(product, flow * sum(part), Y, 'pressure', P, state{:});
 end
 setParameter('duty', flow * (h2 - h1));
 setParameter('temperature', T);

@@ -34,8 +34,8 @@ X = getFeedProp(1, 'fraction');
 results = {'relative volatility', 'minimum stages', 'minimum reflux ratio', 'reflux ratio', 'stages', ...
            'feed stage', 'condenser duty', 'reboiler duty'};
 if total == 0
-    setProduct(1, 0, X, 'vaporFraction', 0, 'pressure', condenserP);
-    setProduct(2, 0, X, 'vaporFraction', 0, 'pressure', reboilerP);
+    setProduct(1, 0, X, 'pressure', condenserP, 'enthalpy', boilingEnthalpy(X, condenserP));
+    setProduct(2, 0, X, 'pressure', reboilerP, 'enthalpy', boilingEnthalpy(X, reboilerP));
     for i = 1:length(results)
         setParameter(results{i}, 0);
     end
@@ -78,7 +78,7 @@ end
 D = sum(top);
 B = sum(bottom);
 P = getFeedProp(1, 'pressure');
-boiling = flashProperty(X, 'pressure', P, 'vaporFraction', 0, 'enthalpy');
+boiling = boilingEnthalpy(X, P);
 steam = flashProperty(X, 'pressure', P, 'vaporFraction', 1, 'enthalpy');
 q = (steam - getFeedProp(1, 'enthalpy')) / (steam - boiling);
 a = alpha(present);
@@ -100,13 +100,13 @@ stages = (leastStages + y) / (1 - y);
 sections = (X(heavy) / X(light) * (bottom(light) / B / (top(heavy) / D))^2 * B / D)^0.206;
 
 xD = top / D;
-hD = flashProperty(xD, 'pressure', condenserP, 'vaporFraction', 0, 'enthalpy');
-hB = flashProperty(bottom / B, 'pressure', reboilerP, 'vaporFraction', 0, 'enthalpy');
+hD = boilingEnthalpy(xD, condenserP);
+hB = boilingEnthalpy(bottom / B, reboilerP);
 condenser = D * (reflux + 1) * (flashProperty(xD, 'pressure', condenserP, 'vaporFraction', 1, 'enthalpy') - hD);
 reboiler = D * hD + B * hB + condenser - total * getFeedProp(1, 'enthalpy');
 
-setProduct(1, D, xD, 'vaporFraction', 0, 'pressure', condenserP);
-setProduct(2, B, bottom / B, 'vaporFraction', 0, 'pressure', reboilerP);
+setProduct(1, D, xD, 'pressure', condenserP, 'enthalpy', hD);
+setProduct(2, B, bottom / B, 'pressure', reboilerP, 'enthalpy', hB);
 values = [alpha(light), leastStages, leastReflux, reflux, stages, ...
           stages * sections / (1 + sections), condenser, reboiler];
 for i = 1:length(results)
@@ -128,3 +128,8 @@ x = compositions(:, ~isVapor) * fractions(~isVapor)' / sum(fractions(~isVapor));
 K = y ./ x;
 alpha = K / K(heavy);
 alpha(X == 0) = 1;
+
+function h = boilingEnthalpy(X, P)
+% Of a liquid at its bubble point, J/mol. A product is set by it, since on hosts that list their liquid first it takes
+% no vapour fraction.
+h = flashProperty(X, 'pressure', P, 'vaporFraction', 0, 'enthalpy');

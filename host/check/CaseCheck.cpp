@@ -1,0 +1,302 @@
+#include "CaseCheck.h"
+
+#include "Leftovers.h"
+#include "Noise.h"
+#include "Tolerances.h"
+#include "Variations.h"
+#include "cases/NumberText.h"
+#include "flowsheet/ModelDescription.h"
+#include "flowsheet/UnitSession.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+
+namespace solvane::host {
+
+namespace {
+
+struct CaseCheck {
+    const char* name;
+    CheckOutcome (*look)(CheckedCase& checked);
+    bool compares = false; ///< outputs with those of the unchanged case, which must repeat for that
+};
+
+/// What the order of sums changes, with some room for solvers in the script.
+constexpr double tolerance = 1e-7;
+
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+/// The first fault of a run that succeeded: an unsound output, or a warning that the unchanged case lacks.
+std::string faultOf(const Trial& trial, const Trial& base) {
+    if (std::string unsound = unsoundOutput(trial.outputs); !unsound.empty())
+        return unsound;
+    for (const Warning& warning : trial.results.warnings)
+        if (std::ranges::find(base.results.warnings, warning.subject, &Warning::subject) ==
+            base.results.warnings.end())
+            return warning.subject + ": " + warning.text;
+    return {};
+}
+
+/// Runs variations, each of which must succeed with sound outputs. A script may refuse them if `mayRefuse`.
+CheckOutcome survive(CheckedCase& checked, const std::vector<Variation>& variations, bool mayRefuse,
+                     const std::string& remedy) {
+    CheckOutcome outcome;
+    std::size_t refused = 0;
+    for (const Variation& variation : variations) {
+        const Trial trial = checked.trials.run(variation.flowsheet);
+        if (!trial.succeeded && trial.isRefused && mayRefuse) {
+            ++refused;
+            outcome.summary = "; the script refuses: " + trial.message;
+        } else if (!trial.succeeded)
+            outcome.findings.push_back({variation.name + ": " + trial.message, remedy});
+        else if (const std::string fault = faultOf(trial, checked.base); !fault.empty())
+            outcome.findings.push_back({variation.name + ": " + fault, remedy});
+    }
+    const std::size_t calculated = variations.size() - refused - outcome.findings.size();
+    outcome.summary = variations.empty()
+                          ? "nothing to vary"
+                          : std::to_string(calculated) + " of " + counted(variations.size(), "variation") +
+                                " calculated" + outcome.summary;
+    return outcome;
+}
+
+/// Adds a finding unless the run gives the outputs of the unchanged case.
+void compare(const CheckedCase& checked, const std::string& name, const Trial& trial, double limit,
+             const char* remedy, CheckOutcome& outcome) {
+    if (!trial.succeeded)
+        outcome.findings.push_back({name + ": " + trial.message, remedy});
+    else if (const auto deviation = largestDeviation(checked.base.outputs, trial.outputs, limit))
+        outcome.findings.push_back({name + ": " + deviation->output + " is " + deviation->text, remedy});
+}
+
+/// Runs variations that must not change the outputs.
+CheckOutcome agree(const CheckedCase& checked, const std::vector<Variation>& variations, const char* remedy) {
+    CheckOutcome outcome{counted(variations.size(), "variation") + " compared", {}};
+    for (const Variation& variation : variations)
+        compare(checked, variation.name, checked.trials.runAnew(variation.flowsheet), tolerance, remedy,
+                outcome);
+    return outcome;
+}
+
+CheckOutcome lookAtRun(CheckedCase& checked) {
+    checked.base = checked.trials.run(checked.flowsheet);
+    CheckOutcome outcome{"the case runs", {}};
+    if (!checked.base.succeeded)
+        outcome.findings.push_back({checked.base.message, "mend the case first: SolvaneHost run"});
+    else if (const std::string unsound = unsoundOutput(checked.base.outputs); !unsound.empty())
+        outcome.findings.push_back({unsound, "find the division by 0, or the value that was never set"});
+    return outcome;
+}
+
+CheckOutcome lookAtWarnings(CheckedCase& checked) {
+    CheckOutcome outcome{"balances and results are plausible", {}};
+    for (const Warning& warning : checked.base.results.warnings)
+        outcome.findings.push_back(
+            {(warning.unit.empty() ? "" : warning.unit + ": ") + warning.subject + ": " + warning.text,
+             "compare the script's balance with its equations"});
+    return outcome;
+}
+
+CheckOutcome lookAtRepetition(CheckedCase& checked) {
+    constexpr char remedy[] =
+        "look for random numbers, the time, and what the script keeps in Matlab or in files";
+    CheckOutcome outcome{"a second run and a new unit give the same digits", {}};
+    compare(checked, "a second run", checked.trials.run(checked.flowsheet), 0, remedy, outcome);
+    compare(checked, "a new unit", checked.trials.runAnew(checked.flowsheet), 0, remedy, outcome);
+    return outcome;
+}
+
+CheckOutcome lookAtGenerations(CheckedCase& checked) {
+    Variation other{"thermodynamics ", checked.flowsheet};
+    Generation& generation = other.flowsheet.generation;
+    generation = generation == Generation::v10 ? Generation::v11 : Generation::v10;
+    other.name += generationName(generation);
+    return agree(checked, {other},
+                 "ask only for properties that both generations know, and for no phase by its number");
+}
+
+/// A profile that ends the calculation of every unit proves nothing of this one.
+bool letsRunEnd(const Profile& profile) {
+    return std::ranges::none_of(profile.reentrantCalls, [](ReentrantCall call) {
+        return call == ReentrantCall::terminate || call == ReentrantCall::release;
+    });
+}
+
+CheckOutcome lookAtProfiles(CheckedCase& checked) {
+    std::vector<Variation> variations;
+    for (const Profile& profile : profiles)
+        if (profile.name != checked.flowsheet.profile.name && letsRunEnd(profile)) {
+            variations.push_back({"profile " + std::string(profile.name), checked.flowsheet});
+            variations.back().flowsheet.profile = profile;
+        }
+    return agree(
+        checked, variations,
+        "find a phase by its name or state of aggregation, and ask for phases that are present only");
+}
+
+CheckOutcome lookAtOrder(CheckedCase& checked) {
+    if (checked.flowsheet.compounds.size() < 2)
+        return {"nothing to reverse", {}};
+    return agree(checked, {{"compounds in the reversed order", withReversedCompounds(checked.flowsheet)}},
+                 "find each compound by its name: strcmp(compNames, 'water')");
+}
+
+CheckOutcome lookAtAbsence(CheckedCase& checked) {
+    return survive(checked, withoutCompound(checked.flowsheet), true,
+                   "allow mole fractions of 0: they make quotients and logarithms infinite");
+}
+
+CheckOutcome lookAtNoFlow(CheckedCase& checked) {
+    return survive(
+        checked, withoutFlow(checked.flowsheet), false,
+        "give the products no flow and a composition, and divide by no flow; a flowsheet starts so");
+}
+
+CheckOutcome lookAtPhases(CheckedCase& checked) {
+    return survive(checked, inOnePhase(checked.flowsheet), true,
+                   "look at which phases getFeedEquilibrium and flashEquilibrium return before using one");
+}
+
+CheckOutcome lookAtNoise(CheckedCase& checked) {
+    CheckOutcome outcome;
+    const std::vector<FeedInput> inputs = feedInputs(checked.flowsheet);
+    for (const FeedInput& input : inputs) {
+        std::array<std::vector<Output>, noiseChanges.size()> changed;
+        Trial trial;
+        for (std::size_t i = 0; i < changed.size(); ++i) {
+            trial = checked.trials.run(withChange(checked.flowsheet, input, noiseChanges[i]));
+            if (!trial.succeeded)
+                break;
+            changed[i] = std::move(trial.outputs);
+        }
+        if (!trial.succeeded) {
+            if (!trial.isRefused)
+                outcome.findings.push_back({input.name + " changed by less than 0.02 %: " + trial.message,
+                                            "the model fails next to where it works"});
+        } else if (const auto noise = findNoise(checked.base.outputs, changed))
+            outcome.findings.push_back({"small changes of the " + input.name + " make " + noise->output +
+                                            " jump by " + shortNumber(noise->size, 1) + " of its size",
+                                        "tighten the tolerances of fzero, fsolve and ode solvers; no "
+                                        "random numbers: recycles do not converge below this noise"});
+    }
+    outcome.summary = counted(inputs.size(), "input") + " changed by 1e-6 and 1e-4";
+    return outcome;
+}
+
+CheckOutcome lookAtTolerances(CheckedCase& checked) {
+    CheckOutcome outcome{"no solver stops early", {}};
+    for (const UnitCase& unit : checked.sources.units)
+        if (const auto* model = std::get_if<UnitModel>(&unit.model))
+            for (std::string& text : looseTolerances(*model))
+                outcome.findings.push_back({std::move(text),
+                                            "give 1e-8 of the unknown's size: the result errs by the "
+                                            "tolerance, and recycles do not converge below it"});
+    return outcome;
+}
+
+CheckOutcome lookAtLeftovers(CheckedCase& checked) {
+    constexpr int repetitions = 8;
+    const std::string runs = counted(repetitions, "run");
+    constexpr double toleratedGrowth = 4e6; // bytes
+    Case probed = checked.sources;
+    for (UnitCase& unit : probed.units)
+        if (auto* model = std::get_if<UnitModel>(&unit.model))
+            *model = withProbe(*model);
+    Trials trials(probed, checked.sources, checked.log);
+    CheckOutcome outcome{"no open files or windows, the same folder, no growing memory", {}};
+    std::vector<std::vector<Leftovers>> left(probed.units.size()); // by unit and run
+    for (int i = 0; i < repetitions; ++i) {
+        const Trial trial = trials.run(probed);
+        for (std::size_t unit = 0; unit < trial.results.units.size(); ++unit)
+            for (const ReportResult& report : trial.results.units[unit].reports)
+                if (const auto one = readLeftovers(report.name == outputReport ? report.text : ""))
+                    left[unit].push_back(*one);
+    }
+    for (std::size_t unit = 0; unit < left.size(); ++unit) {
+        if (left[unit].empty())
+            continue;
+        const std::string name = checked.flowsheet.isFlowsheet ? probed.units[unit].name + ": " : "";
+        const Leftovers& last = left[unit].back();
+        const auto add = [&](bool isLeft, const std::string& text, const char* remedy) {
+            if (isLeft)
+                outcome.findings.push_back({name + text, remedy});
+        };
+        add(last.files > 0, counted(static_cast<std::size_t>(last.files), "file") + " open after " + runs,
+            "close them: file = fopen(...); closing = onCleanup(@() fclose(file));");
+        add(last.figures > 0,
+            counted(static_cast<std::size_t>(last.figures), "window") + " open after " + runs,
+            "close figures at the end of the script");
+        add(last.movedFolder, "the script ends in another current folder",
+            "go back with onCleanup, or use full paths instead of cd");
+        const double growth = (last.memory - left[unit].front().memory) / (repetitions - 1);
+        add(growth > toleratedGrowth, "every run takes " + shortNumber(growth / 1e6, 2) + " MB more memory",
+            "look for persistent variables, figures and global lists that grow");
+    }
+    return outcome;
+}
+
+/// Of a run that does not start Matlab.
+CheckOutcome lookAtCost(CheckedCase& checked) {
+    const Trial trial = checked.trials.run(checked.flowsheet);
+    CheckOutcome outcome;
+    for (const UnitResult& unit : trial.results.units)
+        outcome.summary += (outcome.summary.empty() ? "" : "; ") +
+                           (checked.flowsheet.isFlowsheet ? unit.name + ": " : "") +
+                           shortNumber(1000 * unit.seconds, 3) + " ms and " + std::to_string(unit.flashes) +
+                           (unit.flashes == 1 ? " flash" : " flashes") + " a run";
+    return outcome;
+}
+
+/// In the order of their execution. The first runs the unchanged case; the others need its success.
+constexpr std::array checks{
+    CaseCheck{"run", lookAtRun},
+    CaseCheck{"plausibility", lookAtWarnings},
+    CaseCheck{"repetition", lookAtRepetition},
+    CaseCheck{"generations", lookAtGenerations, true},
+    CaseCheck{"profiles", lookAtProfiles, true},
+    CaseCheck{"order of compounds", lookAtOrder, true},
+    CaseCheck{"absent compounds", lookAtAbsence},
+    CaseCheck{"no flow", lookAtNoFlow},
+    CaseCheck{"single phases", lookAtPhases},
+    CaseCheck{"noise", lookAtNoise, true},
+    CaseCheck{"tolerances", lookAtTolerances},
+    CaseCheck{"leftovers", lookAtLeftovers},
+    CaseCheck{"cost", lookAtCost},
+};
+
+} // namespace
+
+void checkCase(CheckedCase& checked, const std::function<void(const char*)>& begin,
+               const std::function<void(const char*, const CheckOutcome&)>& end) {
+    bool repeats = true;
+    for (const CaseCheck& check : checks) {
+        begin(check.name);
+        const CheckOutcome outcome = check.compares && !repeats
+                                         ? CheckOutcome{"left out, since the outputs do not repeat", {}}
+                                         : check.look(checked);
+        end(check.name, outcome);
+        if (!checked.base.succeeded)
+            return;
+        if (check.look == lookAtRepetition)
+            repeats = outcome.findings.empty();
+    }
+}
+
+bool openModels(Case& flowsheet, const RunLog& log, std::string& error) {
+    for (UnitCase& unit : flowsheet.units) {
+        if (!std::holds_alternative<ModelFile>(unit.model))
+            continue;
+        UnitSession session(unit, flowsheet.profile);
+        ModelDescription description;
+        if (!session.start([&](std::string_view line) { log(unit.name, line); }, error) ||
+            !describeModel(session.unit(), description, error))
+            return false;
+        unit.model = std::move(description.model);
+    }
+    return true;
+}
+
+} // namespace solvane::host

@@ -1,0 +1,40 @@
+/// Whether a model is fit for a flowsheet: what a simulator asks of a unit beyond one good run.
+#pragma once
+
+#include "Trials.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace solvane::host {
+
+/// Something to mend in a model. Texts are UTF-8.
+struct CheckFinding {
+    std::string text;
+    std::string remedy; ///< what to do
+};
+
+struct CheckOutcome {
+    std::string summary; ///< what was seen
+    std::vector<CheckFinding> findings;
+};
+
+/// What the checks share.
+struct CheckedCase {
+    const Case& flowsheet;
+    const Case& sources; ///< the same with models that hold their scripts
+    RunLog log;
+    Trials trials;
+    Trial base; ///< of the unchanged case
+};
+
+/// Looks at the case, check by check: `begin` gets the name of each, `end` its outcome. A case that fails is
+/// looked at no further; one that does not repeat its outputs is not compared with its variations.
+void checkCase(CheckedCase& checked, const std::function<void(const char* name)>& begin,
+               const std::function<void(const char* name, const CheckOutcome&)>& end);
+
+/// Replaces saved models by what the unit reads in them. False with the unit's text.
+bool openModels(Case& flowsheet, const RunLog& log, std::string& error);
+
+} // namespace solvane::host

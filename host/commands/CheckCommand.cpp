@@ -1,0 +1,79 @@
+#include "HostCommands.h"
+
+#include "ResultFiles.h"
+#include "cases/CaseReader.h"
+#include "cases/FilePath.h"
+#include "check/CaseCheck.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace solvane::host {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string padded(std::string text) {
+    constexpr std::size_t width = 20;
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+}
+
+void printOutcome(const CheckOutcome& outcome) {
+    if (outcome.findings.empty())
+        print(stdout, "ok       " + outcome.summary + "\n");
+    for (std::size_t i = 0; i < outcome.findings.size(); ++i) {
+        const CheckFinding& finding = outcome.findings[i];
+        print(stdout, (i > 0 ? padded("") : "") + "FOUND    " + finding.text + "\n" + padded("") +
+                          "to do    " + finding.remedy + "\n");
+    }
+}
+
+Json outcomeJson(const char* check, const CheckOutcome& outcome) {
+    Json json{{"check", check}, {"summary", outcome.summary}, {"findings", Json::array()}};
+    for (const CheckFinding& finding : outcome.findings)
+        json["findings"].push_back({{"text", finding.text}, {"remedy", finding.remedy}});
+    return json;
+}
+
+/// Writes the JSON document, if one is asked for.
+ExitCode finish(const CheckOptions& options, Json json, std::size_t findings) {
+    json["ok"] = findings == 0;
+    std::string error;
+    if (!options.jsonPath.empty() &&
+        !writeFile(filePath(options.jsonPath),
+                   json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n", error))
+        return complain(badUsage, error);
+    return findings == 0 ? ok : calculationFailed;
+}
+
+} // namespace
+
+ExitCode checkCommand(const CheckOptions& options) {
+    Case flowsheet;
+    std::string error;
+    if (!removeOldFile(options.jsonPath, error) || !readCase(options.casePath, flowsheet, error))
+        return complain(badUsage, error);
+    const RunLog quiet = [](std::string_view, std::string_view) {};
+    Case sources = flowsheet;
+    if (!openModels(sources, quiet, error))
+        return complain(calculationFailed, options.casePath + ": " + error);
+    CheckedCase checked{flowsheet, sources, quiet, Trials(flowsheet, sources, quiet), {}};
+    Json json{{"case", options.casePath}, {"checks", Json::array()}};
+    std::size_t findings = 0;
+    checkCase(
+        checked, [](const char* name) { print(stdout, padded(name)); }, // first, since a check may take long
+        [&](const char* name, const CheckOutcome& outcome) {
+            printOutcome(outcome);
+            json["checks"].push_back(outcomeJson(name, outcome));
+            findings += outcome.findings.size();
+        });
+    print(stdout, findings == 0   ? "The model is fit for a flowsheet.\n"
+                  : findings == 1 ? "1 finding.\n"
+                                  : std::to_string(findings) + " findings.\n");
+    return finish(options, std::move(json), findings);
+}
+
+} // namespace solvane::host

@@ -1,0 +1,71 @@
+% What "check" finds in models with one fault each, and that it finds nothing in sound ones.
+%   octave-cli CheckTest.m WINE SOLVANEHOST CASE...
+addpath (fileparts (mfilename ('fullpath')));
+
+function [checks, printed] = check (code, file)
+  % Runs the checks and returns the names of those that found something.
+  json = [tempname() '.json'];
+  printed = tempname ();
+  got = system ([strjoin([argv()(1:2)' {'check', file, '--json', json}]) ' </dev/null >' printed ' 2>&1']);
+  text = fileread (printed);
+  delete (printed);
+  if (got != code)
+    error ('check %s: exit code %d\n%s', file, got, text);
+  end
+  document = jsondecode (fileread (json));
+  delete (json);
+  checks = {};
+  for one = document.checks'
+    if (! isempty (one.findings))
+      checks{end + 1} = one.check;
+    end
+  end
+  printed = text;
+  if (document.ok != isempty (checks))
+    error ('"ok" contradicts the findings');
+  end
+end
+
+function expectFound (expected, script, parts = {})
+  % A case of one feed in two phases, with this script.
+  folder = tempname ();
+  mkdir (folder);
+  write (fullfile (folder, 'model.m'), strjoin (script, "\n"));
+  write (fullfile (folder, 'case.json'), ['{"compounds": ["propane", "n-butane", "n-pentane"], "feeds": [' ...
+    '{"name": "Feed", "vaporFraction": 0.4, "pressure": 5e5, "flow": 10, "composition":' ...
+    ' {"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}}], "products": ["Product"],' ...
+    '"model": {"script": "model.m"}}']);
+  [found, printed] = check (! isempty (expected), fullfile (folder, 'case.json'));
+  if (! isequal (found, expected))
+    error ('found in %s, expected %s:\n%s', strjoin (found, ', '), strjoin (expected, ', '), printed);
+  end
+  for part = parts
+    if (isempty (strfind (printed, part{1})))
+      error ('"%s" is not in:\n%s', part{1}, printed);
+    end
+  end
+  confirm_recursive_rmdir (false);
+  rmdir (folder, 's');
+end
+
+reads = {'F = getFeedProp(1, ''totalFlow'');', 'z = getFeedProp(1, ''fraction'');', ...
+  'T = getFeedProp(1, ''temperature'');', 'P = getFeedProp(1, ''pressure'');', ...
+  '[phases, parts, x] = getFeedEquilibrium(1);'};
+sets = @(T) ['setProduct(1, F, z, ''temperature'', ' T ', ''pressure'', P);'];
+
+expectFound ({'run'}, [reads {'T = T + z(5);', sets('T')}], {'model.m:6'});
+expectFound ({'repetition'}, [reads {sets('T + rand')}]);
+expectFound ({'plausibility'}, [reads {'F = 0.99 * F;', sets('T')}]);
+% Each fault changes or breaks what the others leave alone.
+expectFound ({'profiles', 'order of compounds', 'absent compounds', 'no flow', 'single phases', 'leftovers'}, ...
+  [reads {'T = T + z(2) + parts(1);', 'T = T + 1 / z(1);', 'liquid = x(:, strcmpi(phases, ''liquid''));', ...
+  'T = T + liquid(1);', 'T = T + 0 / F;', 'open = fopen(''log.txt'', ''w'');', 'cd(''..'');', sets('T')}], ...
+  {'profile liquid-first', 'propane absent', '8 files open after 8 runs', 'another current folder'});
+% A bend at the feed's pressure is no noise.
+expectFound ({}, [reads {sets('T + 1e-5 * max(0, P - 5e5)')}]);
+expectFound ({'noise', 'tolerances'}, [reads {'options = optimset(''TolX'', 1e-2); % or ''TolX'', 1', ...
+  'x = fzero(@(x) x^3 - T, [1 100], options);', sets('x^3 + 1e-3 * sin(1e4 * P)')}], {'model.m:6: TolX is 1e-2'});
+
+for file = argv ()(3:end)'
+  check (0, file{1});
+end
