@@ -66,11 +66,13 @@ bool spreadRanges(const std::vector<Axis>& axes, std::vector<Levels>& levels, st
 
 bool makeGrid(const std::vector<Levels>& levels, Design& design, std::string& error) {
     std::size_t count = 1;
-    for (const Levels& one : levels)
-        if ((count *= one.texts.size()) > mostPoints) {
+    for (const Levels& one : levels) {
+        count *= one.texts.size();
+        if (count > mostPoints) {
             error = "the grid has more than " + std::to_string(mostPoints) + " points";
             return false;
         }
+    }
     for (std::size_t i = 0; i < count; ++i) {
         Point point(levels.size());
         std::size_t rest = i;

@@ -9,7 +9,7 @@ namespace solvane::host {
 
 namespace {
 
-constexpr int substitutions = 2; // after a start with little
+constexpr int fewSubstitutions = 2; // after a start with little
 constexpr double convergedResidual = 1e-11;
 constexpr double leastAmount = 1e-14;
 
@@ -39,7 +39,7 @@ std::optional<std::vector<PhaseState>> TwoPhaseSearch::run(const Conditions& con
     }
     // Close to a critical point, or beside two liquids, only the slower way leads to a vapour and a liquid.
     startWithLittle(ratios);
-    return minimize(substitutions);
+    return minimize(fewSubstitutions);
 }
 
 /// Takes the amounts that the ratios give. False if there are none, or if they raise the Gibbs energy.
