@@ -2,7 +2,7 @@
 
     makeBook.py HELP_FOLDER TOOLBOX_FOLDER THERMO_FOLDER MODELS_FOLDER OUTPUT_FOLDER
 
-pages/ holds the topics, contents.txt their order. The page of a script function consists of its help text in the toolbox
+pages/ holds the topics, contents.txt their order, pictures/ what scripts/pictures makes. The page of a script function consists of its help text in the toolbox
 and its notes in functions/, that of a model of its notes in models/ and the parameters of its case, which the comment of
 its script explains; the tables of properties come from the tables of the unit itself. A page's title is its <h1>. The
 sources are ASCII, since viewers of compiled help read other encodings differently.
@@ -10,6 +10,7 @@ sources are ASCII, since viewers of compiled help read other encodings different
 import html
 import json
 import re
+import shutil
 import sys
 from pathlib import Path
 
@@ -262,13 +263,17 @@ def main():
                            path=" &gt; ".join(link(name, titles[name]) for name in path) or "&nbsp;")
         (output / f"{page}.html").write_text(text, encoding="ascii")
 
+    pictures = sorted((help_folder / "pictures").glob("*.png"))
+    for picture in pictures:
+        shutil.copyfile(picture, output / picture.name)
     (output / "style.css").write_text(read(help_folder / "style.css"), encoding="ascii")
     site = "<html>\n<body>\n{}</body>\n</html>\n"
     (output / "book.hhc").write_text(site.format(contents_tree(
         contents, lambda page: OBJECT.format(titles[page], f"{page}.html"))))
     (output / "book.hhk").write_text(site.format("<ul>\n" + "".join(
         OBJECT.format(term, target) for term, target in index_entries(contents, bodies, titles, tables)) + "</ul>\n"))
-    (output / "book.hhp").write_text(PROJECT.format("\n".join([f"{page}.html" for page in pages] + ["style.css"])))
+    (output / "book.hhp").write_text(PROJECT.format("\n".join(
+        [f"{page}.html" for page in pages] + [picture.name for picture in pictures] + ["style.css"])))
 
 
 main()

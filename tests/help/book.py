@@ -26,7 +26,7 @@ class Page(HTMLParser):
         attributes = dict(attributes)
         self.links += [attributes[name] for name in ("href", "src") if name in attributes]
         self.anchors.add(attributes.get("name"))
-        if tag not in ("meta", "link", "li"):
+        if tag not in ("img", "meta", "link", "li"):
             self.open.append(tag)
         self.is_message = attributes.get("class") == "message"
         self.text = ""
@@ -74,7 +74,7 @@ def faults_of(source, book, compiled, chmls):
 
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run([chmls, "extractall", compiled, folder], check=True, capture_output=True)
-        for path in [*book.glob("*.html"), *book.glob("*.css"), *book.glob("*.hh[ck]")]:
+        for path in [*book.glob("*.html"), *book.glob("*.css"), *book.glob("*.png"), *book.glob("*.hh[ck]")]:
             copy = Path(folder) / path.name
             if not copy.is_file() or copy.read_bytes() != path.read_bytes():
                 yield f"{path.name} is not as it is in the compiled book"
