@@ -31,20 +31,21 @@ ExitCode runCommand(const RunOptions& options);
 struct SweepOptions {
     std::string casePath;
     DesignRequest design{};
-    std::string designPath;  ///< of a CSV file with the points, instead of `design`; empty for none
-    std::string shard;       ///< "3/16" for the third of 16 parts; empty for all
-    std::string units;       ///< of the table, as in a run
-    std::size_t jobs = 0;    ///< processes that calculate; 0 for one per core
-    std::string csvPath;     ///< of the table; empty for the standard output
-    std::string jsonPath;    ///< also the table
-    std::string plotPath;    ///< of a picture; empty for none
-    std::string plotOf;      ///< the result that it shows; empty for the first output
-    bool plotScript = false; ///< also writes gnuplot's script beside the picture
-    bool resume = false;     ///< keeps the rows that the table has
-    bool retry = false;      ///< but not those of failed points
+    std::string designPath;        ///< of a CSV file with the points, instead of `design`; empty for none
+    std::string shard;             ///< "3/16" for the third of 16 parts; empty for all
+    std::string units;             ///< of the table, as in a run
+    std::size_t jobs = 0;          ///< processes that calculate; 0 for one per core
+    std::optional<double> limit{}; ///< s, for each point
+    std::string csvPath;           ///< of the table; empty for the standard output
+    std::string jsonPath;          ///< also the table
+    std::string plotPath;          ///< of a picture; empty for none
+    std::string plotOf;            ///< the result that it shows; empty for the first output
+    bool plotScript = false;       ///< also writes gnuplot's script beside the picture
+    bool resume = false;           ///< keeps the rows that the table has
+    bool retry = false;            ///< but not those of failed points
 };
 
-/// Calculates a case at many points, and writes a table.
+/// Calculates a case at many points, and writes a table. Ctrl-C stops it; the rows that are written stay.
 ExitCode sweepCommand(const SweepOptions& options);
 
 struct MergeOptions {
@@ -55,9 +56,15 @@ struct MergeOptions {
 /// Writes one table of the tables of a study's shards.
 ExitCode mergeCommand(const MergeOptions& options);
 
+struct ServeOptions {
+    std::string casePath;
+    std::optional<double> limit{}; ///< s, for each variation
+};
+
 /// Calculates the variations of a case that come in lines on the standard input, and answers each with a line
 /// of results. What `sweepCommand` starts.
-ExitCode serveCommand(const std::string& casePath);
+ExitCode serveCommand(const ServeOptions& options);
+
 struct CheckOptions {
     std::string casePath;
     std::string jsonPath; ///< also receives the findings; empty for none

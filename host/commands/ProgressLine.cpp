@@ -9,6 +9,8 @@ namespace solvane::host {
 
 namespace {
 
+constexpr std::chrono::seconds linePeriod{10}; ///< where no console can show a line that changes
+
 bool isConsole() {
     DWORD mode = 0;
     return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != FALSE;
@@ -16,26 +18,28 @@ bool isConsole() {
 
 } // namespace
 
-ProgressLine::ProgressLine() : isConsole_(isConsole()) {}
-
-std::chrono::milliseconds ProgressLine::period() const {
-    return isConsole_ ? std::chrono::milliseconds(200) : std::chrono::seconds(10);
-}
+ProgressLine::ProgressLine()
+    : isConsole_(isConsole()), next_(start_ + (isConsole_ ? Clock::duration::zero() : linePeriod)) {}
 
 void ProgressLine::show(const StudyProgress& progress) {
-    // Blanks cover what a longer text before has left.
-    const std::string text = progressText(progress, seconds());
-    print(stderr, isConsole_ ? "\r" + text + "     " : text + "\n");
+    if (Clock::now() < next_)
+        return;
+    print(progress);
+    if (!isConsole_)
+        next_ += linePeriod;
 }
 
 void ProgressLine::finish(const StudyProgress& progress) {
-    show(progress);
+    print(progress);
     if (isConsole_)
-        print(stderr, "\n");
+        host::print(stderr, "\n");
 }
 
-double ProgressLine::seconds() const {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+void ProgressLine::print(const StudyProgress& progress) const {
+    const std::string text =
+        progressText(progress, std::chrono::duration<double>(Clock::now() - start_).count());
+    // Blanks cover what a longer text before has left.
+    host::print(stderr, isConsole_ ? "\r" + text + "     " : text + "\n");
 }
 
 } // namespace solvane::host

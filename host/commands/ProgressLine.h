@@ -12,17 +12,19 @@ class ProgressLine {
 public:
     ProgressLine();
 
-    /// How long to wait until the next `show`.
-    std::chrono::milliseconds period() const;
+    /// To be called several times per second; shows when it is time.
     void show(const StudyProgress& progress);
     /// Leaves the console's line.
     void finish(const StudyProgress& progress);
 
 private:
-    double seconds() const;
+    using Clock = std::chrono::steady_clock;
 
-    bool isConsole_;
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    void print(const StudyProgress& progress) const;
+
+    const bool isConsole_;
+    const Clock::time_point start_ = Clock::now();
+    Clock::time_point next_;
 };
 
 } // namespace solvane::host

@@ -11,18 +11,35 @@
 
 namespace solvane::host {
 
-ExitCode serveCommand(const std::string& casePath) {
-    SetConsoleCtrlHandler(nullptr, TRUE); // the study that started this process ends it
+namespace {
+
+/// Ends the process in the middle of a run that cannot be stopped, as one of Matlab, with an answer.
+void answerAndEnd(const RunWatch& watch) {
+    RunResults results;
+    results.failure = {.unit = watch.unit(), .message = watch.stopText()};
+    print(stdout, resultsJson(results, -1));
+    TerminateProcess(GetCurrentProcess(), calculationFailed);
+}
+
+} // namespace
+
+ExitCode serveCommand(const ServeOptions& options) {
+    SetConsoleCtrlHandler(nullptr, TRUE); // the study that started this process stops it
     Case flowsheet;
     std::string error;
-    if (!readCase(casePath, flowsheet, error))
+    if (!readCase(options.casePath, flowsheet, error))
         return complain(badUsage, error);
+    RunWatchSettings settings{.giveUp = answerAndEnd};
+    if (options.limit)
+        settings.limit = std::chrono::duration_cast<RunWatchSettings::Duration>(
+            std::chrono::duration<double>(*options.limit));
     Flowsheet units(flowsheet, [](std::string_view, std::string_view) {});
     for (std::string line; std::getline(std::cin, line);) {
         applyLine(line, flowsheet);
         RunResults results;
+        RunWatch watch(settings);
         // A failure is in the results.
-        static_cast<void>(units.run(flowsheet, results, error));
+        static_cast<void>(units.run(flowsheet, results, error, &watch));
         print(stdout, resultsJson(results, -1));
     }
     return ok;

@@ -1,7 +1,9 @@
 #include "StudyWorkers.h"
 
 #include "PipedProcess.h"
+#include "cases/NumberText.h"
 #include "com/Text.h"
+#include "flowsheet/RunWatch.h"
 
 #include <nlohmann/json.hpp>
 
@@ -20,22 +22,26 @@ std::filesystem::path ownProgram() {
     return path;
 }
 
+using Json = nlohmann::ordered_json;
+
+Json failureJson(const std::string& message) {
+    return {{"error", {{"message", message}}}};
+}
+
+} // namespace
+
 /// A process of this program that answers each line with a line.
 class Worker {
 public:
     Worker() = default;
-    /// Closes the input, upon which the process ends. One that does not is ended by force.
-    ~Worker() {
-        process_.closeInput();
-        if (process_ && !process_.waitForEnd(patience))
-            process_.terminate();
-    }
+    ~Worker() { finish(); }
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
 
-    bool start(const std::string& casePath, std::string& error) {
-        return process_.start(ownProgram(), L"SolvaneHost serve \"" + widen(casePath, CP_UTF8) + L"\"",
-                              error);
+    bool start(const WorkerOptions& options, std::string& error) {
+        const std::string limit = options.limit ? " --limit " + exactNumber(*options.limit) : "";
+        return process_.start(
+            ownProgram(), widen("SolvaneHost serve \"" + options.casePath + "\"" + limit, CP_UTF8), error);
     }
 
     /// False if the process has ended.
@@ -51,25 +57,53 @@ public:
         return true;
     }
 
+    /// Closes the input, upon which the process ends. One that does not is ended by force.
+    void finish() {
+        process_.closeInput();
+        if (process_ && !process_.waitForEnd(patience))
+            process_.terminate();
+    }
+
+    void stopRun() { stopRunsOf(process_.id()); }
+    void terminate() { process_.terminate(); }
+
 private:
     PipedProcess process_;
     std::string received_; ///< after the last answer
 };
 
-nlohmann::ordered_json failureJson(const std::string& message) {
-    return {{"error", {{"message", message}}}};
-}
-
-} // namespace
+StudyWorkers::StudyWorkers(WorkerOptions options, const Case& flowsheet, const Design& design,
+                           const StudyTable& table, StudyRows& rows)
+    : options_(std::move(options)), case_(flowsheet), design_(design), table_(table), rows_(rows) {}
 
 StudyWorkers::~StudyWorkers() {
-    for (std::thread& thread : threads_)
-        thread.join();
+    finish();
 }
 
 void StudyWorkers::start(std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i)
-        threads_.emplace_back([this] { work(); });
+    workers_.resize(count);
+    for (std::unique_ptr<Worker>& worker : workers_)
+        threads_.emplace_back([this, &worker] { work(worker); });
+}
+
+void StudyWorkers::finish() {
+    for (std::thread& thread : threads_)
+        thread.join();
+    threads_.clear();
+}
+
+void StudyWorkers::stopRuns() {
+    const std::lock_guard lock(mutex_);
+    for (const std::unique_ptr<Worker>& worker : workers_)
+        if (worker)
+            worker->stopRun();
+}
+
+void StudyWorkers::terminate() {
+    const std::lock_guard lock(mutex_);
+    for (const std::unique_ptr<Worker>& worker : workers_)
+        if (worker)
+            worker->terminate();
 }
 
 std::string StudyWorkers::fault() const {
@@ -77,30 +111,40 @@ std::string StudyWorkers::fault() const {
     return fault_;
 }
 
-void StudyWorkers::work() {
-    std::unique_ptr<Worker> process;
+void StudyWorkers::work(std::unique_ptr<Worker>& worker) {
     while (const auto point = rows_.next()) {
-        if (!process) {
-            const std::lock_guard lock(mutex_);
-            process = std::make_unique<Worker>();
-            if (!process->start(casePath_, fault_)) {
-                rows_.stop();
-                return;
-            }
+        if (!worker && !start(worker)) {
+            rows_.stop();
+            return;
         }
         Variation variation;
         std::string error, answer;
-        nlohmann::ordered_json results;
-        if (!vary(case_, design_.axes, design_.points[*point], variation, error)) {
+        Json results;
+        if (!vary(case_, design_.axes, design_.points[*point], variation, error))
             results = failureJson(error);
-        } else if (process->ask(variationLine(variation), answer)) {
-            results = nlohmann::ordered_json::parse(answer);
-        } else {
+        else if (worker->ask(variationLine(variation), answer))
+            results = Json::parse(answer, nullptr, false);
+        if (!results.is_object()) {
             results = failureJson("the process that calculated this point has ended");
-            process.reset(); // another calculates the next point
+            end(worker); // another calculates the next point
         }
         rows_.put(*point, table_.line(*point, results));
     }
+    end(worker);
+}
+
+bool StudyWorkers::start(std::unique_ptr<Worker>& worker) {
+    const std::lock_guard lock(mutex_);
+    worker = std::make_unique<Worker>();
+    return worker->start(options_, fault_);
+}
+
+/// Meanwhile it can be ended by force.
+void StudyWorkers::end(std::unique_ptr<Worker>& worker) {
+    if (worker)
+        worker->finish();
+    const std::lock_guard lock(mutex_);
+    worker.reset();
 }
 
 } // namespace solvane::host

@@ -1,6 +1,7 @@
 #include "HostCommands.h"
 
 #include "Gnuplot.h"
+#include "Interrupts.h"
 #include "ProgressLine.h"
 #include "StudyWorkers.h"
 #include "cases/CaseReader.h"
@@ -29,6 +30,8 @@ struct Study {
     StudyPlot plot{};
     std::filesystem::path gnuplot{};
 };
+
+using Lines = std::map<std::size_t, std::string>; ///< by point
 
 /// The parameters of a model file are known to the unit only.
 bool readUnitParameters(const Case& flowsheet, UnitParameters& parameters, std::string& error) {
@@ -110,8 +113,7 @@ bool plan(const SweepOptions& options, Study& study, std::string& error) {
 }
 
 /// The rows of an earlier study that stay, by point.
-bool readKnown(const SweepOptions& options, const Study& study, std::map<std::size_t, std::string>& known,
-               std::string& error) {
+bool readKnown(const SweepOptions& options, const Study& study, Lines& known, std::string& error) {
     std::error_code fault;
     if (!options.resume || !std::filesystem::exists(filePath(options.csvPath), fault))
         return true;
@@ -138,6 +140,7 @@ class TableOutput {
 public:
     /// The file then has the text, all at once.
     bool open(const std::string& path, const std::string& text, std::string& error) {
+        file_.close();
         path_ = path;
         if (path.empty()) {
             print(stdout, text);
@@ -164,6 +167,13 @@ private:
     std::ofstream file_;
 };
 
+std::string tableText(const Study& study, const Lines& lines) {
+    std::string text = study.table->heading();
+    for (const auto& [point, line] : lines)
+        text += line;
+    return text;
+}
+
 std::size_t jobCount(std::size_t wanted, std::size_t points) {
     const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1u);
     return std::min(wanted == 0 ? cores : wanted, points);
@@ -184,49 +194,67 @@ bool writeRest(const SweepOptions& options, const Study& study, const std::strin
            (options.plotPath.empty() || writePlot(options, study, csv, error));
 }
 
-/// Calculates what is not known and writes all rows.
-ExitCode calculate(const SweepOptions& options, Study& study, std::map<std::size_t, std::string> known) {
-    // The known rows at the start are written at once, so that an end by force loses none of them.
-    std::string text = study.table->heading();
-    std::size_t failed = 0;
-    auto first = study.points.begin();
-    for (; first != study.points.end() && known.contains(*first); ++first) {
-        failed += hasFailed(known.at(*first));
-        text += known.extract(*first).mapped();
+/// Returns how the study was stopped. `error` says why no process could be started.
+StopReason calculateRows(const SweepOptions& options, const Study& study, std::size_t count, StudyRows& rows,
+                         std::string& error) {
+    StudyWorkers workers({options.casePath, options.limit}, study.flowsheet, study.design, *study.table,
+                         rows);
+    RunWatch watch(
+        {.patience = std::chrono::seconds(5), .giveUp = [&](const RunWatch&) { workers.terminate(); }});
+    const Interrupts interrupts(watch);
+    ProgressLine progress;
+    workers.start(jobCount(options.jobs, count));
+    while (count > 0 && !watch.isStopRequested() && !rows.waitFor(std::chrono::milliseconds(200)))
+        progress.show(rows.progress());
+    const StopReason stopped = watch.stopReason(); // a later one changes nothing
+    if (stopped != StopReason::none) {
+        rows.stop();
+        workers.stopRuns();
     }
-    study.points.erase(study.points.begin(), first);
+    workers.finish();
+    progress.finish(rows.progress());
+    error = workers.fault();
+    return stopped;
+}
+
+/// Calculates what is not known and writes all rows.
+ExitCode calculate(const SweepOptions& options, const Study& study, Lines lines) {
+    std::vector<std::size_t> toDo;
+    std::ranges::copy_if(study.points, std::back_inserter(toDo),
+                         [&](std::size_t point) { return !lines.contains(point); });
+    // Failed points that are calculated again leave gaps. Their rows follow the others until all are there.
+    const bool hasGaps = !toDo.empty() && !lines.empty() && toDo.front() < lines.rbegin()->first;
     TableOutput output;
     std::string error;
-    if (!output.open(options.csvPath, text, error))
+    if (!output.open(options.csvPath, tableText(study, lines), error))
         return complain(badUsage, error);
-    const std::size_t toDo = study.points.size() - known.size();
-    StudyRows rows(std::move(study.points), std::move(known), [&](const std::string& line) {
-        text += line;
+    StudyRows rows(toDo, [&](std::size_t point, const std::string& line) {
+        lines[point] = line;
         return output.write(line);
     });
-    {
-        ProgressLine progress;
-        StudyWorkers workers(options.casePath, study.flowsheet, study.design, *study.table, rows);
-        workers.start(jobCount(options.jobs, toDo));
-        while (toDo > 0 && !rows.waitFor(progress.period()))
-            progress.show(rows.progress());
-        progress.finish(rows.progress());
-        error = workers.fault();
-    }
+    const StopReason stopped = calculateRows(options, study, toDo.size(), rows, error);
+    if (stopped != StopReason::none)
+        return complain(interrupted,
+                        "Interrupted" + std::string(options.csvPath.empty()
+                                                        ? ""
+                                                        : "; --resume calculates the other points"));
     if (!error.empty())
         return complain(calculationFailed, error);
     if (!rows.isComplete())
         return complain(calculationFailed, options.csvPath + " cannot be written");
-    if (!writeRest(options, study, text, error))
+    const std::string text = tableText(study, lines);
+    if ((hasGaps && !output.open(options.csvPath, text, error)) || !writeRest(options, study, text, error))
         return complain(badUsage, error);
-    return failed + rows.progress().failed == 0 ? ok : calculationFailed;
+    return std::ranges::any_of(lines, [](const auto& line) { return hasFailed(line.second); })
+               ? calculationFailed
+               : ok;
 }
 
 } // namespace
 
 ExitCode sweepCommand(const SweepOptions& options) {
     Study study;
-    std::map<std::size_t, std::string> known;
+    Lines known;
     std::string error;
     if (!plan(options, study, error) || !readKnown(options, study, known, error))
         return complain(badUsage, error);

@@ -16,10 +16,12 @@ constexpr char variableHelp[] =
     "in "
     "SI units";
 
-constexpr char exitCodes[] = "Exit codes:\n"
-                             "  0  all points succeeded\n"
-                             "  1  some failed; their rows say why\n"
-                             "  2  a bad command line, case, design or table; nothing was calculated";
+constexpr char exitCodes[] =
+    "Exit codes:\n"
+    "  0    all points succeeded\n"
+    "  1    some failed; their rows say why\n"
+    "  2    a bad command line, case, design or table; nothing was calculated\n"
+    "  130  interrupted: Ctrl-C, Ctrl-Break or the closing of the console stopped the study; its rows stay";
 
 void addDesign(CLI::App& command, SweepOptions& sweep) {
     auto* vary =
@@ -78,6 +80,9 @@ void addOutput(CLI::App& command, SweepOptions& sweep) {
         ->check(CLI::IsMember(std::vector<std::string>(unitSystems.begin(), unitSystems.end())));
     command.add_option("--jobs", sweep.jobs,
                        "Processes that calculate, each with Matlab of its own; without it, one per core");
+    command
+        .add_option("--limit", sweep.limit, "Let a point fail that takes longer than this time, in seconds")
+        ->check(CLI::Range(0.001, 1e9));
     command.add_option("--shard", sweep.shard,
                        "Calculate a part only, such as 3/16; \"sweep merge\" puts the parts together");
     auto* resume = command.add_flag(
@@ -116,8 +121,9 @@ void addSweep(CLI::App& app, SweepCommandLine& line, ExitCode& result) {
     });
 
     auto* serve = app.add_subcommand("serve")->group(""); // hidden: sweep starts it
-    serve->add_option("case", line.servedCase)->required();
-    serve->final_callback([&] { result = serveCommand(line.servedCase); });
+    serve->add_option("case", line.serve.casePath)->required();
+    serve->add_option("--limit", line.serve.limit);
+    serve->final_callback([&] { result = serveCommand(line.serve); });
 }
 
 } // namespace solvane::host

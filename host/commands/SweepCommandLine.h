@@ -11,7 +11,7 @@ namespace solvane::host {
 struct SweepCommandLine {
     SweepOptions sweep{};
     MergeOptions merge{};
-    std::string servedCase{};
+    ServeOptions serve{};
 };
 
 /// Adds the commands of studies, which read into `line` and set `result`; both must outlive the app.

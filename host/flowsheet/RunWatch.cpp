@@ -102,4 +102,9 @@ void RunWatch::log(std::string_view line) {
     lastLine_ = line.substr(0, line.find_first_of("\r\n"));
 }
 
+void stopRunsOf(DWORD process) {
+    const Handle event(OpenEventW(EVENT_MODIFY_STATE, FALSE, stopEventName(process).c_str()));
+    SetEvent(event.get());
+}
+
 } // namespace solvane::host

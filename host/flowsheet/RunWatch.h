@@ -83,4 +83,8 @@ private:
     std::thread thread_;
 };
 
+/// Makes the engines of another process of this program end its scripts. Its watch does not know, so that the
+/// runs fail as by an error of the script.
+void stopRunsOf(DWORD process);
+
 } // namespace solvane::host

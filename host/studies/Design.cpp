@@ -23,7 +23,7 @@ public:
 
     void shuffle(std::vector<std::size_t>& places) {
         for (std::size_t i = places.size(); i > 1; --i)
-            std::swap(places[i - 1], places[engine_() % i]);
+            std::swap(places[i - 1], places[static_cast<std::size_t>(engine_() % i)]);
     }
 
 private:

@@ -4,20 +4,13 @@
 
 namespace solvane::host {
 
-StudyRows::StudyRows(std::vector<std::size_t> points, std::map<std::size_t, std::string> known, Writer write)
-    : points_(std::move(points)), lines_(std::move(known)), write_(std::move(write)) {
+StudyRows::StudyRows(std::vector<std::size_t> points, Writer write)
+    : points_(std::move(points)), write_(std::move(write)) {
     progress_.total = points_.size();
-    progress_.done = lines_.size();
-    for (const auto& [point, line] : lines_)
-        progress_.failed += hasFailed(line);
-    writeReady();
 }
 
 std::optional<std::size_t> StudyRows::next() {
     const std::lock_guard lock(mutex_);
-    // What is known stays in `lines_` until its turn, which is not before all points ahead of it are given.
-    while (given_ < points_.size() && (given_ < written_ || lines_.contains(points_[given_])))
-        ++given_;
     if (stopped_ || given_ == points_.size())
         return std::nullopt;
     return points_[given_++];
@@ -62,7 +55,7 @@ void StudyRows::writeReady() {
         const auto line = lines_.find(points_[written_]);
         if (line == lines_.end())
             return;
-        stopped_ = !write_(line->second);
+        stopped_ = !write_(line->first, line->second);
         if (stopped_)
             return;
         lines_.erase(line);

@@ -21,11 +21,10 @@ struct StudyProgress {
 /// points, each as soon as those before it are there.
 class StudyRows {
 public:
-    /// Writes a line; false if it cannot.
-    using Writer = std::function<bool(const std::string& line)>;
+    /// Writes the line of a point; false if it cannot.
+    using Writer = std::function<bool(std::size_t point, const std::string& line)>;
 
-    /// `known` has the lines of points that need no calculation.
-    StudyRows(std::vector<std::size_t> points, std::map<std::size_t, std::string> known, Writer write);
+    StudyRows(std::vector<std::size_t> points, Writer write);
 
     /// A point to calculate; nothing if there is none, or after `stop`.
     std::optional<std::size_t> next();
@@ -49,7 +48,7 @@ private:
     mutable std::mutex mutex_;
     std::condition_variable changed_;
     std::vector<std::size_t> points_;
-    std::map<std::size_t, std::string> lines_; ///< known or calculated, not yet written
+    std::map<std::size_t, std::string> lines_; ///< calculated, not yet written
     Writer write_;
     std::size_t given_ = 0;   ///< in `points_`
     std::size_t written_ = 0; ///< likewise
