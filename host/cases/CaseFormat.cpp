@@ -64,10 +64,16 @@ the order of the list.
       "products": { "Product": "S2" } },
     { "name": "Drum", "model": "drum.svm",
       "feeds": { "Feed": "S2" }, "products": { "Vapor": "S3", "Liquid": "S4" } }
-  ]
+  ],
+  "tear": ["S5"],                    a stream that feeds a unit before the one that makes it, if there are recycles
+  "convergence": { "method": "wegstein",     or direct, broyden
+                   "tolerance": 1e-6,        relative
+                   "limit": 50 }             of the iterations
 }
 
-Optional keys: unit, generation, profile, model, parameters; in a model all but the script; in a parameter all but
+A tear stream may have a first guess, written as a stream of "streams" is; without one it starts without flow.
+
+Optional keys: unit, generation, profile, model, parameters, tear, convergence; in a model all but the script; in a parameter all but
 name, kind, mode, and for an input one of value and default.
 Values and bounds of a real parameter may have a unit, too: "value": "-13.15 degC".
 A dimensionality is an SI unit ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.

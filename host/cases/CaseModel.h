@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Profile.h"
+#include "convergence/FixedPoint.h"
 #include "materials/Generation.h"
 #include "thermo/Compound.h"
 
@@ -86,15 +87,25 @@ struct UnitCase {
     std::vector<PortConnection> products{};
 };
 
+/// How the tear streams of recycles converge.
+struct Convergence {
+    FixedPointMethod method = FixedPointMethod::wegstein;
+    double tolerance = 1e-6; ///< of the relative deviations
+    std::int32_t limit = 50; ///< of the iterations
+};
+
 /// Names are UTF-8 throughout.
 struct Case {
     Generation generation = Generation::v11;
     Profile profile = profiles.front();
     std::vector<const Compound*> compounds{};
     std::vector<FeedStream> feeds{}; ///< of the flowsheet
-    /// In the order of their calculation: each feed of a unit is one of the flowsheet or a product of a unit
-    /// before it, and feeds no other unit.
+    /// In the order of their calculation: each feed of a unit is one of the flowsheet, a product of a unit
+    /// before it, or a tear stream, and feeds no other unit.
     std::vector<UnitCase> units{};
+    /// The first guesses of the streams of recycles: each feeds a unit up to the one that makes it.
+    std::vector<FeedStream> tears{};
+    Convergence convergence{};
     bool isFlowsheet = false; ///< the case lists its units, even if only one
 };
 

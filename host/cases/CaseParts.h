@@ -31,8 +31,14 @@ bool readFeed(const CasePlace& place, const std::vector<const Compound*>& compou
 /// Reads the only unit of a case, from the case's own keys, once the case's feeds are read.
 bool readOnlyUnit(const CasePlace& root, const std::filesystem::path& folder, Case& result);
 
-/// Reads the case's list of units, and checks that the streams go from unit to unit in the list's order.
+/// Reads the case's list of units.
 bool readUnits(const CasePlace& units, const std::filesystem::path& folder, Case& result);
+
+/// Reads the tear streams and how they converge, once the case's feeds are read.
+bool readRecycles(const CasePlace& root, Case& result);
+
+/// Checks that the streams go from unit to unit in the list's order, except the tear streams.
+bool checkStreams(const CasePlace& root, const Case& flowsheet);
 
 /// Adds the name to `names`; false with a text if it is among them. Like the unit, ignores the case of
 /// letters.

@@ -62,16 +62,19 @@ bool readCompounds(const CasePlace& root, Case& result) {
 
 bool readRoot(const CasePlace& root, const std::filesystem::path& folder, Case& result) {
     result.isFlowsheet = root.value().is_object() && root.value().contains("units");
-    const bool hasKnownKeys = result.isFlowsheet
-                                  ? root.isObject({"generation", "profile", "compounds", "streams", "units"})
-                                  : root.isObject({"unit", "generation", "profile", "compounds", "feeds",
-                                                   "products", "model", "parameters"});
+    const bool hasKnownKeys =
+        result.isFlowsheet
+            ? root.isObject({"generation", "profile", "compounds", "streams", "units", "tear", "convergence"})
+            : root.isObject(
+                  {"unit", "generation", "profile", "compounds", "feeds", "products", "model", "parameters"});
     if (!hasKnownKeys || !root.optional("generation", result.generation) ||
         !root.optional("profile", result.profile) || !readCompounds(root, result) ||
         !readFeeds(root, result.isFlowsheet ? "streams" : "feeds", result))
         return false;
-    return result.isFlowsheet ? readUnits(root.member("units"), folder, result)
-                              : readOnlyUnit(root, folder, result);
+    if (!result.isFlowsheet)
+        return readOnlyUnit(root, folder, result);
+    return readUnits(root.member("units"), folder, result) && readRecycles(root, result) &&
+           checkStreams(root, result);
 }
 
 } // namespace

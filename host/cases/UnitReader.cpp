@@ -1,8 +1,6 @@
 #include "CaseParts.h"
 #include "FilePath.h"
 
-#include <algorithm>
-
 namespace solvane::host {
 
 namespace {
@@ -57,12 +55,6 @@ bool readConfiguration(const CasePlace& place, const std::filesystem::path& fold
     return true;
 }
 
-/// The streams that no unit is fed with yet, and all names in use.
-struct Streams {
-    std::vector<std::string> names;
-    std::vector<std::string> unused;
-};
-
 bool readPorts(const CasePlace& unit, const char* key, std::vector<PortConnection>& ports) {
     if (!unit.value().contains(key))
         return true;
@@ -75,35 +67,12 @@ bool readPorts(const CasePlace& unit, const char* key, std::vector<PortConnectio
     return true;
 }
 
-bool takeFeed(const CasePlace& place, const std::string& unit, const std::string& stream, Streams& streams) {
-    const auto found = std::ranges::find(streams.unused, stream);
-    if (found != streams.unused.end()) {
-        streams.unused.erase(found);
-        return true;
-    }
-    const bool isKnown = std::ranges::find(streams.names, stream) != streams.names.end();
-    return place.fail(
-        "the stream \"" + stream + "\" " +
-        (isKnown ? "already feeds another port"
-                 : "is neither given in \"streams\" nor a product of a unit before \"" + unit + "\""));
-}
-
 /// Reads one of several units.
-bool readUnit(const CasePlace& place, const std::filesystem::path& folder, Streams& streams, UnitCase& unit) {
-    if (!place.isObject({"name", "progId", "model", "parameters", "feeds", "products"}) ||
-        !place.required("name", unit.name) || !place.optional("progId", unit.progId) ||
-        !readPorts(place, "feeds", unit.feeds) || !readPorts(place, "products", unit.products) ||
-        !readConfiguration(place, folder, unit))
-        return false;
-    for (const auto& [port, stream] : unit.feeds)
-        if (!takeFeed(place.member("feeds").member(port), unit.name, stream, streams))
-            return false;
-    for (const auto& [port, stream] : unit.products) {
-        if (!isNewName(place.member("products").member(port), stream, streams.names))
-            return false;
-        streams.unused.push_back(stream);
-    }
-    return true;
+bool readUnit(const CasePlace& place, const std::filesystem::path& folder, UnitCase& unit) {
+    return place.isObject({"name", "progId", "model", "parameters", "feeds", "products"}) &&
+           place.required("name", unit.name) && place.optional("progId", unit.progId) &&
+           readPorts(place, "feeds", unit.feeds) && readPorts(place, "products", unit.products) &&
+           readConfiguration(place, folder, unit);
 }
 
 } // namespace
@@ -134,14 +103,10 @@ bool readOnlyUnit(const CasePlace& root, const std::filesystem::path& folder, Ca
 bool readUnits(const CasePlace& units, const std::filesystem::path& folder, Case& result) {
     if (!units.value().is_array() || units.value().empty())
         return units.fail("expected a list of at least one unit");
-    Streams streams;
-    for (const FeedStream& feed : result.feeds)
-        streams.names.push_back(feed.name);
-    streams.unused = streams.names;
     std::vector<std::string> names;
     for (std::size_t i = 0; i < units.value().size(); ++i) {
         const CasePlace place = units.element(i);
-        if (!readUnit(place, folder, streams, result.units.emplace_back()) ||
+        if (!readUnit(place, folder, result.units.emplace_back()) ||
             !isNewName(place, result.units.back().name, names))
             return false;
     }

@@ -24,6 +24,12 @@ void printTable(const Table& table) {
         print(stdout, "\n" + columns(table));
 }
 
+void printConvergence(std::FILE* stream, const RunResults& results) {
+    if (results.convergence && !results.convergence->iterations.empty())
+        print(stream, "\nRecycles, method \"" + results.convergence->method + "\"\n" +
+                          columns(convergenceTable(*results.convergence)));
+}
+
 void printUnit(const UnitResult& unit, const Balance& balance, const TableUnits& units, bool verbose) {
     printTable(balanceTable(balance, units));
     printTable(parameterTable(unit, units));
@@ -41,6 +47,7 @@ void printResults(const RunResults& results, const TableUnits& units, bool verbo
             print(stdout, "\nUnit: " + results.units[i].name + "\n");
         printUnit(results.units[i], results.balances.at(i), units, verbose);
     }
+    printConvergence(stdout, results);
     const std::string warnings = warningLines(results.warnings);
     if (!warnings.empty())
         print(stdout, "\n" + warnings);
@@ -104,6 +111,7 @@ StopReason calculate(const RunOptions& options, const TableUnits& units, const C
         return StopReason::none;
     if (!watch.isStopRequested())
         printOutputOfFailure(results);
+    printConvergence(stderr, results);
     error.insert(0, options.casePath + ": ");
     return watch.stopReason();
 }

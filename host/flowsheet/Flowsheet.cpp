@@ -1,6 +1,7 @@
 #include "Flowsheet.h"
 
 #include "ParameterCalls.h"
+#include "Recycles.h"
 #include "Reentry.h"
 #include "UnitCalls.h"
 #include "WorkerThread.h"
@@ -45,6 +46,20 @@ bool runUnit(ICapeUnit* unit, const UnitSession& session, const std::vector<Conn
     return calculated && read;
 }
 
+/// Leaves nothing of an earlier calculation of the units.
+void clearUnits(const Case& flowsheet, RunResults& results) {
+    results.streams.clear();
+    results.balances.clear();
+    results.warnings.clear();
+    results.units.clear();
+    for (const UnitCase& unit : flowsheet.units) {
+        UnitResult& result = results.units.emplace_back();
+        result.name = unit.name;
+        std::ranges::transform(unit.feeds, std::back_inserter(result.feeds), &PortConnection::stream);
+        std::ranges::transform(unit.products, std::back_inserter(result.products), &PortConnection::stream);
+    }
+}
+
 /// Results without a value yet.
 RunResults blankResults(const Case& flowsheet) {
     RunResults results;
@@ -52,12 +67,7 @@ RunResults blankResults(const Case& flowsheet) {
     results.isFlowsheet = flowsheet.isFlowsheet;
     for (const Compound* compound : flowsheet.compounds)
         results.compounds.emplace_back(compound->name);
-    for (const UnitCase& unit : flowsheet.units) {
-        UnitResult& result = results.units.emplace_back();
-        result.name = unit.name;
-        std::ranges::transform(unit.feeds, std::back_inserter(result.feeds), &PortConnection::stream);
-        std::ranges::transform(unit.products, std::back_inserter(result.products), &PortConnection::stream);
-    }
+    clearUnits(flowsheet, results);
     return results;
 }
 
@@ -130,6 +140,17 @@ bool Flowsheet::start(RunResults& results, std::string& error) {
 }
 
 bool Flowsheet::calculate(RunResults& results, std::string& error) {
+    if (case_.tears.empty())
+        return calculateUnits("", results, error);
+    const auto pass = [&](int iteration, const std::vector<StreamResult>& tears, std::string& passError) {
+        tears_ = tears;
+        clearUnits(case_, results);
+        return calculateUnits("In iteration " + std::to_string(iteration) + ": ", results, passError);
+    };
+    return convergeRecycles(case_, streams_, pass, results.convergence.emplace(), error);
+}
+
+bool Flowsheet::calculateUnits(const std::string& when, RunResults& results, std::string& error) {
     for (const FeedStream& feed : case_.feeds)
         if (!addStream(feed.name, results, error))
             return false;
@@ -140,6 +161,7 @@ bool Flowsheet::calculate(RunResults& results, std::string& error) {
             // Without the script's end its Matlab may be lost, and the next run starts another.
             if (!hasScriptEnded(results.units[i]))
                 members_[i].session.reset();
+            error.insert(0, when);
             return failed(i, results, error);
         }
     }
@@ -189,15 +211,18 @@ bool Flowsheet::runOne(std::size_t unit, RunResults& results, std::string& error
 /// Adds the unit's balance and warnings.
 void Flowsheet::review(std::size_t unit, RunResults& results) const {
     const UnitCase& unitCase = case_.units[unit];
-    const auto resultsOf = [&](const std::vector<PortConnection>& ports) {
-        std::vector<const StreamResult*> streams;
-        for (const PortConnection& port : ports)
-            streams.push_back(&*std::ranges::find(results.streams, port.stream, &StreamResult::name));
-        return streams;
+    std::vector<const StreamResult*> feeds, products;
+    const auto find = [](const std::vector<StreamResult>& streams, const PortConnection& port) {
+        const auto found = std::ranges::find(streams, port.stream, &StreamResult::name);
+        return found == streams.end() ? nullptr : &*found;
     };
-    const auto products = resultsOf(unitCase.products);
-    results.balances.push_back(
-        balanceOf(unitCase.name, case_.compounds, resultsOf(unitCase.feeds), products));
+    for (const PortConnection& port : unitCase.feeds) {
+        const StreamResult* tear = find(tears_, port);
+        feeds.push_back(tear ? tear : find(results.streams, port));
+    }
+    for (const PortConnection& port : unitCase.products)
+        products.push_back(find(results.streams, port));
+    results.balances.push_back(balanceOf(unitCase.name, case_.compounds, feeds, products));
     addWarnings(results.units[unit], results.balances.back(), products, results.warnings);
 }
 

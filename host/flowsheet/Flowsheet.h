@@ -29,10 +29,11 @@ public:
     Flowsheet(const Flowsheet&) = delete;
     Flowsheet& operator=(const Flowsheet&) = delete;
 
-    /// Calculates one unit after the other in the way of the case's profile, and replaces `results`. False
-    /// with the host's or the unit's text; `results` then holds what is known of the units up to the failed
-    /// one, including its reports if it still returns them. Once the watch, which may be null, has a stop
-    /// request, no more units start or calculate, and the text is the watch's.
+    /// Calculates one unit after the other in the way of the case's profile, with recycles again and again
+    /// until they converge, and replaces `results`. False with the host's or the unit's text; `results` then
+    /// holds what is known of the units up to the failed one, including its reports if it still returns them.
+    /// Once the watch, which may be null, has a stop request, no more units start or calculate, and the text
+    /// is the watch's.
     bool run(RunResults& results, std::string& error, RunWatch* watch = nullptr);
 
     /// The same with the feeds and the parameter settings of a variation of the case, also from then on.
@@ -41,6 +42,7 @@ public:
 private:
     bool start(RunResults& results, std::string& error);
     bool calculate(RunResults& results, std::string& error);
+    bool calculateUnits(const std::string& when, RunResults& results, std::string& error);
     bool runOne(std::size_t unit, RunResults& results, std::string& error);
     bool addStream(const std::string& name, RunResults& results, std::string& error) const;
     void review(std::size_t unit, RunResults& results) const;
@@ -59,7 +61,8 @@ private:
     RunWatch* watch_ = nullptr;
     std::shared_ptr<MaterialHabits> habits_ = std::make_shared<MaterialHabits>();
     std::vector<Stream> streams_;
-    std::vector<Member> members_; ///< by unit
+    std::vector<StreamResult> tears_; ///< what the units of the last iteration began with
+    std::vector<Member> members_;     ///< by unit
 };
 
 /// Runs a case once. The units have ended when this returns.

@@ -70,16 +70,23 @@ bool makeStreams(const Case& flowsheet, std::shared_ptr<const MaterialHabits> ha
         streams.push_back({name, state, createMaterial(flowsheet.generation, state, widen(name, CP_UTF8))});
         return *state;
     };
-    for (const FeedStream& feed : flowsheet.feeds) {
+    const auto addFlashed = [&](const char* kind, const FeedStream& feed) {
         Failure failure;
-        if (!flashFeed(feed, add(feed.name), failure)) {
-            error = "Feed \"" + feed.name + "\": " + narrow(failure.text, CP_UTF8);
+        if (flashFeed(feed, add(feed.name), failure))
+            return true;
+        error = kind + (" \"" + feed.name) + "\": " + narrow(failure.text, CP_UTF8);
+        return false;
+    };
+    for (const FeedStream& feed : flowsheet.feeds)
+        if (!addFlashed("Feed", feed))
             return false;
-        }
-    }
+    for (const FeedStream& tear : flowsheet.tears)
+        if (!addFlashed("Tear stream", tear))
+            return false;
     for (const UnitCase& unit : flowsheet.units)
         for (const PortConnection& product : unit.products)
-            add(product.stream);
+            if (std::ranges::find(streams, product.stream, &Stream::name) == streams.end())
+                add(product.stream);
     return true;
 }
 

@@ -15,7 +15,7 @@ struct Stream {
 };
 
 /// Creates the streams of the case and of its units with one property package and the same habits, and
-/// flashes the case's feeds. False with a text that names the stream.
+/// flashes the case's feeds and first guesses. False with a text that names the stream.
 bool makeStreams(const Case& flowsheet, std::shared_ptr<const MaterialHabits> habits,
                  std::vector<Stream>& streams, std::string& error);
 

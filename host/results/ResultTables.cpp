@@ -91,6 +91,14 @@ std::string warningLines(const std::vector<Warning>& warnings) {
     return text;
 }
 
+Table convergenceTable(const ConvergenceResult& convergence) {
+    std::vector<Line> lines{{"Iteration", "Stream", "Largest change", "relative"}};
+    for (const IterationResult& one : convergence.iterations)
+        lines.push_back(
+            {std::to_string(lines.size()), one.stream, one.quantity, shortNumber(one.deviation, 3)});
+    return {lines, 3};
+}
+
 Table streamTable(const RunResults& results, const TableUnits& units) {
     std::vector<Line> lines{{"Stream", ""}};
     for (const StreamResult& stream : results.streams)

@@ -19,6 +19,9 @@ Table phaseTable(const RunResults& results);
 /// instead of the moles.
 Table balanceTable(const Balance& balance, const TableUnits& units);
 
+/// How the recycles converged, a line for each iteration.
+Table convergenceTable(const ConvergenceResult& convergence);
+
 /// One line per warning; empty if there is none.
 std::string warningLines(const std::vector<Warning>& warnings);
 

@@ -75,6 +75,8 @@ std::string resultsHtml(const RunResults& results, const TableUnits& units, cons
         html += element("p class=\"warning\"", warning.unit + ", " + warning.subject + ": " + warning.text);
     html += "<div class=\"drawing\">" + flowsheetSvg(results) + "</div>\n" + element("h2", "Streams");
     html += tableHtml(streamTable(results, units)) + tableHtml(phaseTable(results));
+    if (results.convergence)
+        html += element("h2", "Convergence") + tableHtml(convergenceTable(*results.convergence));
     for (const UnitResult& unit : results.units)
         html += unitHtml(unit, results, units);
     return html + "</body>\n</html>\n";

@@ -51,6 +51,18 @@ Json balanceJson(const Balance& balance) {
             {"reacts", balance.reacts}};
 }
 
+Json convergenceJson(const ConvergenceResult& convergence) {
+    Json iterations = Json::array();
+    for (const IterationResult& one : convergence.iterations)
+        iterations.push_back(
+            {{"deviation", one.deviation}, {"stream", one.stream}, {"quantity", one.quantity}});
+    return {{"method", convergence.method},
+            {"tolerance", convergence.tolerance},
+            {"limit", convergence.limit},
+            {"converged", convergence.converged},
+            {"iterations", iterations}};
+}
+
 Json failureJson(const RunFailure& failure) {
     Json json{{"unit", failure.unit}, {"message", failure.message}};
     if (const auto& error = failure.scriptError) {
@@ -103,6 +115,8 @@ std::string resultsJson(const RunResults& results, int indent) {
         {"massFlow", "kg/s"},
         {"enthalpy", "J/mol"},
         {"balances", {{"mass", "kg/s"}, {"moles", "mol/s"}, {"elements", "mol/s"}, {"enthalpy", "W"}}}};
+    if (results.convergence)
+        json["convergence"] = convergenceJson(*results.convergence);
     json["streams"] = Json::array();
     for (const StreamResult& stream : results.streams)
         json["streams"].push_back(streamJson(stream, results.compounds));

@@ -105,6 +105,22 @@ struct RunFailure {
     std::optional<ScriptError> scriptError{};
 };
 
+/// The largest relative change of the tear streams in an iteration.
+struct IterationResult {
+    double deviation = 0;
+    std::string stream;
+    std::string quantity; ///< such as "pressure", "flow of methane"
+};
+
+/// How the recycles converged.
+struct ConvergenceResult {
+    std::string method;
+    double tolerance = 0;
+    int limit = 0; ///< of the iterations
+    bool converged = false;
+    std::vector<IterationResult> iterations;
+};
+
 struct RunResults {
     Generation generation = Generation::v11;
     std::vector<std::string> compounds;
@@ -113,9 +129,10 @@ struct RunResults {
     std::vector<Balance> balances;     ///< of the units that were calculated
     std::vector<Warning> warnings;
     std::vector<LogLine> log;
-    std::optional<RunFailure> failure; ///< none if all units were calculated
-    bool isFlowsheet = false;          ///< the case lists its units
-    Fault fault = Fault::calculation;  ///< of a failed run
+    std::optional<ConvergenceResult> convergence; ///< of a case with recycles
+    std::optional<RunFailure> failure;            ///< none if all units were calculated
+    bool isFlowsheet = false;                     ///< the case lists its units
+    Fault fault = Fault::calculation;             ///< of a failed run
 };
 
 } // namespace solvane::host

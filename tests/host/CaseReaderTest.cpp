@@ -156,10 +156,18 @@ constexpr Fault flowsheetFaults[] = {
     {"/feeds", "[]", "the key \"feeds\" is unknown; known keys: generation, profile, compounds, streams, "},
     {"/units", "[]", "units: expected a list of at least one unit"},
     {"/units/1/name", "\"first\"", "units[\"first\"]: the name \"first\" is already taken"},
+    {"/units/0/feeds/in", "\"S9\"",
+     "units[\"First\"].feeds.in: the stream \"S9\" is neither given in \"streams\" nor a product of a unit"},
     {"/units/0/feeds/in", "\"S4\"",
-     "units[\"First\"].feeds.in: the stream \"S4\" is neither given in \"streams\" nor a product of a unit "
-     "before "
-     "\"First\""},
+     "units[\"First\"].feeds.in: the stream \"S4\" closes a recycle: \"Second\" makes it from what \"First\" "
+     "makes; add \"tear\": [\"S4\"] to the case"},
+    {"/units", R"([{"name": "B", "feeds": {"in": "S2"}},
+                   {"name": "A", "feeds": {"in": "S1"}, "products": {"out": "S2"}}])",
+     "units[\"B\"].feeds.in: the stream \"S2\" comes from \"A\"; list this unit before \"B\""},
+    {"/tear", "[\"S4\"]", "tear[0]: the stream \"S4\" closes no recycle: \"Second\" makes it before"},
+    {"/tear", "[\"S9\"]", "tear[0]: no unit makes the stream \"S9\""},
+    {"/tear", "[{\"name\": \"S4\"}]", "tear[\"S4\"]: expected two of \"temperature\""},
+    {"/convergence", "{}", "convergence: it is for recycles; list their streams under \"tear\""},
     {"/units/1/feeds/a", "\"S1\"", "units[\"Second\"].feeds.a: the stream \"S1\" already feeds another port"},
     {"/units/1/products/out", "\"s1\"", "units[\"Second\"].products.out: the name \"s1\" is already taken"},
     {"/units/1/products", "[\"S4\"]", "units[\"Second\"].products: expected an object of streams by port"},

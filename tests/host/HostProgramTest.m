@@ -102,7 +102,7 @@ expect_text (text, 'n     input   integer  -3          from -5 to 0');
 expect_text (text, 'how   input   string   a           default <b>, one of a, <b>');
 
 % Results in files: of a success, of a failure with what was known before it, of a case that cannot be read.
-json = {file('one.json.out'), file('failed.json.out'), file('bad.json.out'), file('many.json.out')};
+json = {file('one.json.out'), file('failed.json.out'), file('bad.json.out'), file('many.json.out'), file('recycle.json.out')};
 write (json{2}, '{"ok": true}'); % of an earlier run
 write (json{3}, '{"ok": true}');
 host (0, 'run', written, '--json', json{1}, '--csv', file ('streams.csv'), '--reports', file ('reports'), '--units', ...
@@ -130,6 +130,19 @@ page = fileread (file ('many.html'));
 if (system (['xmllint --noout ' file('many.html')]) != 0 || numel (strfind (page, '<rect class="unit"')) != 3 ...
     || numel (strfind (page, '<path class="stream"')) != 6)
   error ('the page is %s', page);
+end
+% A reactor with a recycle of gas: what enters leaves, and the table of the iterations is printed.
+shown = host (0, 'run', fullfile (examples, 'recycle', 'case.json'), '--json', json{5});
+expect_text (shown, 'Recycles, method "broyden"');
+result = jsondecode (fileread (json{5}));
+mass = struct ();
+for stream = result.streams'
+  mass.(strrep (stream.name, ' ', '_')) = stream.massFlow;
+end
+if (! result.convergence.converged || numel (result.convergence.iterations) > 8 ...
+    || abs (mass.Fresh_gas - mass.Benzene - mass.Purge - mass.Fuel_gas) > 1e-3 * mass.Fresh_gas ...
+    || mass.Recycle < 0.3)
+  error ('the recycle gives %s', jsonencode (result));
 end
 if (system (strjoin ([{'python3', fullfile(fileparts (mfilename ('fullpath')), 'checkSchema.py'), ...
                        fullfile(examples, '..', 'docs', 'results.schema.json')} json])) != 0)

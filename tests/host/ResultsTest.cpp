@@ -76,6 +76,13 @@ TEST(ResultsJson, holdsStreamsParametersAndReports) {
     EXPECT_EQ(nlohmann::json::parse(resultsJson(results)), ofOne);
 
     results.isFlowsheet = true;
+    results.convergence = {"direct", 1e-6, 9, true, {{0.5, "A", "pressure"}}};
+    expected["convergence"] = {
+        {"method", "direct"},
+        {"tolerance", 1e-6},
+        {"limit", 9},
+        {"converged", true},
+        {"iterations", {{{"deviation", 0.5}, {"stream", "A"}, {"quantity", "pressure"}}}}};
     expected["units"] = {unit};
     expected["units"][0]["name"] = "Drum";
     EXPECT_EQ(nlohmann::json::parse(resultsJson(results)), expected);
