@@ -56,6 +56,10 @@ ExitCode checkCommand(const CheckOptions& options) {
     std::string error;
     if (!removeOldFile(options.jsonPath, error) || !readCase(options.casePath, flowsheet, error))
         return complain(badUsage, error);
+    if (!flowsheet.tears.empty())
+        return complain(badUsage, options.casePath +
+                                      ": the case has recycles, whose tolerance hides what the checks "
+                                      "look for; check its models in cases of their own");
     const RunLog quiet = [](std::string_view, std::string_view) {};
     Case sources = flowsheet;
     if (!openModels(sources, quiet, error))
