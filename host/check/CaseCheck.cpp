@@ -205,7 +205,7 @@ CheckOutcome lookAtLeftovers(CheckedCase& checked) {
     for (UnitCase& unit : probed.units)
         if (auto* model = std::get_if<UnitModel>(&unit.model))
             *model = withProbe(*model);
-    Trials trials(probed, checked.sources, checked.log);
+    Trials trials(probed, checked.sources, checked.log, checked.watch);
     CheckOutcome outcome{"no open files or windows, the same folder, no growing memory", {}};
     std::vector<std::vector<Leftovers>> left(probed.units.size()); // by unit and run
     for (int i = 0; i < repetitions; ++i) {
@@ -277,6 +277,8 @@ void checkCase(CheckedCase& checked, const std::function<void(const char*)>& beg
         const CheckOutcome outcome = check.compares && !repeats
                                          ? CheckOutcome{"left out, since the outputs do not repeat", {}}
                                          : check.look(checked);
+        if (checked.watch.isStopRequested())
+            return;
         end(check.name, outcome);
         if (!checked.base.succeeded)
             return;

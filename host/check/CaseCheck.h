@@ -25,12 +25,14 @@ struct CheckedCase {
     const Case& flowsheet;
     const Case& sources; ///< the same with models that hold their scripts
     RunLog log;
+    RunWatch& watch;
     Trials trials;
     Trial base; ///< of the unchanged case
 };
 
 /// Looks at the case, check by check: `begin` gets the name of each, `end` its outcome. A case that fails is
-/// looked at no further; one that does not repeat its outputs is not compared with its variations.
+/// looked at no further, nor is any after a stop request, whose outcome is none; one that does not repeat its
+/// outputs is not compared with its variations.
 void checkCase(CheckedCase& checked, const std::function<void(const char* name)>& begin,
                const std::function<void(const char* name, const CheckOutcome&)>& end);
 

@@ -37,8 +37,8 @@ bool isRefusal(const Case& sources, const RunResults& results) {
 
 } // namespace
 
-Trials::Trials(const Case& flowsheet, const Case& sources, RunLog log)
-    : sources_(sources), log_(std::move(log)), units_(flowsheet, log_) {}
+Trials::Trials(const Case& flowsheet, const Case& sources, RunLog log, RunWatch& watch)
+    : sources_(sources), log_(std::move(log)), watch_(watch), units_(flowsheet, log_) {}
 
 Trial Trials::run(const Case& variation) {
     return runOn(units_, variation);
@@ -51,7 +51,9 @@ Trial Trials::runAnew(const Case& variation) const {
 
 Trial Trials::runOn(Flowsheet& units, const Case& variation) const {
     Trial trial;
-    trial.succeeded = units.run(variation, trial.results, trial.message);
+    if (watch_.isStopRequested())
+        return trial;
+    trial.succeeded = units.run(variation, trial.results, trial.message, &watch_);
     if (trial.succeeded) {
         trial.outputs = outputsOf(trial.results);
         return trial;

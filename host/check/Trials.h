@@ -22,8 +22,9 @@ struct Trial {
 /// Runs variations of a case, on the same units where it can.
 class Trials {
 public:
-    /// `sources` is the case with models that hold their scripts, to look up the lines that fail.
-    Trials(const Case& flowsheet, const Case& sources, RunLog log);
+    /// `sources` is the case with models that hold their scripts, to look up the lines that fail. A stop
+    /// request makes every run fail from then on.
+    Trials(const Case& flowsheet, const Case& sources, RunLog log, RunWatch& watch);
 
     /// Runs a case that differs in its feeds only.
     Trial run(const Case& variation);
@@ -35,6 +36,7 @@ private:
 
     const Case& sources_;
     RunLog log_;
+    RunWatch& watch_;
     Flowsheet units_;
 };
 

@@ -1,5 +1,6 @@
 #include "HostCommands.h"
 
+#include "Interrupts.h"
 #include "ResultFiles.h"
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"
@@ -64,7 +65,10 @@ ExitCode checkCommand(const CheckOptions& options) {
     Case sources = flowsheet;
     if (!openModels(sources, quiet, error))
         return complain(calculationFailed, options.casePath + ": " + error);
-    CheckedCase checked{flowsheet, sources, quiet, Trials(flowsheet, sources, quiet), {}};
+    // Matlab does not know of the stop request.
+    RunWatch watch({.giveUp = [](const RunWatch&) { TerminateProcess(GetCurrentProcess(), interrupted); }});
+    const Interrupts interrupts(watch);
+    CheckedCase checked{flowsheet, sources, quiet, watch, Trials(flowsheet, sources, quiet, watch), {}};
     Json json{{"case", options.casePath}, {"checks", Json::array()}};
     std::size_t findings = 0;
     checkCase(
@@ -74,6 +78,10 @@ ExitCode checkCommand(const CheckOptions& options) {
             json["checks"].push_back(outcomeJson(name, outcome));
             findings += outcome.findings.size();
         });
+    if (watch.isStopRequested()) {
+        print(stdout, "\n");
+        return complain(interrupted, options.casePath + ": " + watch.stopText());
+    }
     print(stdout, findings == 0   ? "The model is fit for a flowsheet.\n"
                   : findings == 1 ? "1 finding.\n"
                                   : std::to_string(findings) + " findings.\n");

@@ -31,7 +31,7 @@ def wait_until(condition, seconds, what):
 class Run:
     """A run whose script has got to its endless line."""
 
-    def __init__(self, folder, endless, *options):
+    def __init__(self, folder, endless, *options, command="run"):
         self.mark = f"SOLVANE_STOP_TEST={uuid.uuid4()}"
         self.notes, self.json, self.printed = folder / "notes", folder / "results.json", folder / "printed"
         self.notes.unlink(missing_ok=True)
@@ -46,7 +46,7 @@ class Run:
                        "products": {"P": "Product"}}]}), encoding="utf-8")
         name, value = self.mark.split("=")
         with open(self.printed, "w") as output:
-            self.host = subprocess.Popen([*HOST, "run", case, "--json", self.json, *options], stdin=subprocess.DEVNULL,
+            self.host = subprocess.Popen([*HOST, command, case, "--json", self.json, *options], stdin=subprocess.DEVNULL,
                                          stdout=output, stderr=output, env={**os.environ, name: value})
         wait_until(lambda: self.noted()[-1:] == ["done"] or self.host.poll() is not None, 60, self.text)
         self.octave, *self.folders = self.noted()[:-1] or ["0"]
@@ -119,6 +119,11 @@ def main():
             run.expect_end(INTERRUPTED, (0, 2), 'case.json: Interrupted: unit "Endless"; last log line: endless')
             run.expect_results("Interrupted")
             run.expect_nothing_left()
+
+        run = Run(folder, "while true, end", command="check")
+        run.interrupt()
+        run.expect_end(INTERRUPTED, (0, 2), "case.json: Interrupted")
+        run.expect_nothing_left()
 
         run = Run(folder, "while true, end", "--limit", "5")
         run.expect_end(FAILED, (0, 7), 'limit of 5 s: unit "Endless"; last log line: endless')
