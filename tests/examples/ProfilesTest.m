@@ -43,17 +43,16 @@ program = argv ()(1:2);
 profiles = {'ui-thread-and-worker', true; 'early', true; 'reconnecting', true; 'strict', true; 'liquid-first', false; ...
             'reentrant', true};
 count = 0;
-for folder = glob (fullfile (argv (){3}, '*'))'
+for example = glob (fullfile (argv (){3}, '*', 'case.json'))'
   for generation = {'1.1', '1.0'}
-    example = fullfile (folder{1}, 'case.json');
-    [expected, text] = run (program, example, generation{1}, 'standard');
+    [expected, text] = run (program, example{1}, generation{1}, 'standard');
     if (isempty (expected))
-      error ('%s, generation %s fails:\n%s', example, generation{1}, text);
+      error ('%s, generation %s fails:\n%s', example{1}, generation{1}, text);
     end
     for profile = profiles'
-      [result, text] = run (program, example, generation{1}, profile{1});
+      [result, text] = run (program, example{1}, generation{1}, profile{1});
       if (isempty (result) || ! is_equal (result, expected, profile{2}))
-        error ('%s, generation %s, profile %s differs from standard:\n%s', example, generation{1}, profile{1}, text);
+        error ('%s, generation %s, profile %s differs from standard:\n%s', example{1}, generation{1}, profile{1}, text);
       end
       ++count;
     end

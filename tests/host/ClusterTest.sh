@@ -37,4 +37,4 @@ set -- "$case" --vary "outlet pressure=4 bar,8 bar,0.5 bar" --vary "Feed.flow=10
 "$root/examples/cluster/submit.sh" 2 "table.csv" "$@" || { cat ./*.log; exit 1; }
 "$root/scripts/wine" "$root/build/win64/bin/SolvaneHost.exe" sweep "$@" --csv whole.csv 2>whole.log && exit 1
 cmp table.csv whole.csv || { cat ./*.log; exit 1; }
-[ "$(wc -l <table.csv)" = 7 ] && echo "the shards of a job array give the table of a single study"
+[ "$(wc -l <table.csv)" = 7 ] && [ "$(grep -c ,ok, table.csv)" = 4 ] && echo "the shards of a job array give the table of a single study"
