@@ -13,6 +13,8 @@ import time
 import uuid
 from pathlib import Path
 
+from started import processes, wait_until
+
 HOST = sys.argv[1:3]
 INTERRUPTED, FAILED = 130, 1
 PASS = ["T = getFeedProp(1, 'temperature'); P = getFeedProp(1, 'pressure');",
@@ -20,13 +22,6 @@ PASS = ["T = getFeedProp(1, 'temperature'); P = getFeedProp(1, 'pressure');",
 # A letter beyond ASCII makes the engine keep a copy of the script in a folder of its own.
 NOTE = ["% größe", "logMessage('endless');", "f = fopen('{notes}', 'w');",
         "fprintf(f, '%s\\n', num2str(getpid()), pwd(), getenv('SOLVANE_ENGINE_FOLDER'), 'done'); fclose(f);"]
-
-def wait_until(condition, seconds, what):
-    end = time.monotonic() + seconds
-    while not condition():
-        if time.monotonic() > end:
-            raise SystemExit(f"after {seconds} s: {what()}")
-        time.sleep(0.02)
 
 class Run:
     """A run whose script has got to its endless line."""
@@ -64,18 +59,7 @@ class Run:
         return [Path(folder) for folder in self.folders]
 
     def processes(self):
-        """The ids and command lines of all that the run has started, by what each inherits: the host, engines,
-        Octaves, their programs. Without Wine's own services, which the first program starts for all."""
-        found = {}
-        for process in Path("/proc").glob("[0-9]*"):
-            try:
-                command = (process / "cmdline").read_bytes().decode(errors="replace")
-                marks = (process / "environ").read_bytes().split(b"\0")
-            except OSError:
-                continue  # it has ended
-            if self.mark.encode() in marks and not command.lower().startswith("c:\\windows\\"):
-                found[int(process.name)] = command
-        return found
+        return processes(self.mark)
 
     def left(self):
         return f"these processes are left: {self.processes()}"

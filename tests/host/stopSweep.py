@@ -12,32 +12,12 @@ import time
 import uuid
 from pathlib import Path
 
+from started import processes, wait_until
+
 HOST = sys.argv[1:3]
 SCRIPT = ["F = getFeedProp(1, 'totalFlow');",
           "if F == 2, fclose(fopen('{mark}', 'w')); while true, end, end",
           "setProduct(1, F, 1, 'temperature', 300, 'pressure', 1e5);"]
-
-
-def wait_until(condition, seconds, what):
-    end = time.monotonic() + seconds
-    while not condition():
-        if time.monotonic() > end:
-            raise SystemExit(f"after {seconds} s: {what()}")
-        time.sleep(0.02)
-
-
-def processes(mark):
-    """The ids and command lines of what inherits the mark, without Wine's services."""
-    found = {}
-    for process in Path("/proc").glob("[0-9]*"):
-        try:
-            command = (process / "cmdline").read_bytes().decode(errors="replace")
-            marks = (process / "environ").read_bytes().split(b"\0")
-        except OSError:
-            continue  # it has ended
-        if mark.encode() in marks and not command.lower().startswith("c:\\windows\\"):
-            found[int(process.name)] = command
-    return found
 
 
 def main():
