@@ -16,6 +16,9 @@
 
 namespace solvane::host {
 
+/// How far the sum of mole fractions may be from 1.
+inline constexpr double compositionTolerance = 1e-6;
+
 /// A stream given by the case, at two of temperature, pressure and vapour fraction.
 struct FeedStream {
     std::string name{};

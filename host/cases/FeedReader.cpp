@@ -10,9 +10,6 @@ namespace solvane::host {
 
 namespace {
 
-/// How far a composition may be from a sum of 1.
-constexpr double compositionTolerance = 1e-6;
-
 bool readComposition(const CasePlace& place, const std::vector<const Compound*>& compounds,
                      std::vector<double>& fractions) {
     if (!place.value().is_object())
@@ -72,7 +69,7 @@ bool readFlow(const CasePlace& feed, const std::vector<const Compound*>& compoun
         std::string error;
         if (!parseQuantity(place.value().get_ref<const std::string&>(), quantity, error))
             return place.fail(error);
-        const bool isOfMass = isSameDimension(quantity.measure.exponents, parseUnit("kg/s")->exponents);
+        const bool isOfMass = isSameDimension(quantity.measure.exponents, massFlowDimension);
         if (!isOfMass && !isSameDimension(quantity.measure.exponents, parseUnit("mol/s")->exponents))
             return place.fail("expected a flow of moles or of mass, such as \"360 kmol/h\" or \"50 t/h\"");
         result.flow = quantity.value / (isOfMass ? molarMass(compounds, result.composition) : 1);

@@ -2,6 +2,7 @@
 /// order.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -27,6 +28,9 @@ std::optional<UnitOfMeasure> parseUnit(std::string_view unit);
 
 /// The SI unit with these exponents, preferably one of the usual ones. Empty if all are 0 or none is given.
 std::string unitText(std::span<const double> exponents);
+
+/// kg/s
+inline constexpr std::array massFlowDimension{0.0, 1.0, -1.0};
 
 /// Whether the dimensions are the same; absent exponents are 0, and what follows the eighth is ignored.
 bool isSameDimension(std::span<const double> left, std::span<const double> right);

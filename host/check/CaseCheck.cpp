@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 
 namespace solvane::host {
 
@@ -25,10 +24,6 @@ struct CaseCheck {
 /// What the order of sums changes, with some room for solvers in the script.
 constexpr double tolerance = 1e-7;
 
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 /// The first fault of a run that succeeded: an unsound output, or a warning that the unchanged case lacks.
 std::string faultOf(const Trial& trial, const Trial& base) {
     if (std::string unsound = unsoundOutput(trial.outputs); !unsound.empty())
@@ -41,11 +36,11 @@ std::string faultOf(const Trial& trial, const Trial& base) {
 }
 
 /// Runs variations, each of which must succeed with sound outputs. A script may refuse them if `mayRefuse`.
-CheckOutcome survive(CheckedCase& checked, const std::vector<Variation>& variations, bool mayRefuse,
-                     const std::string& remedy) {
+CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& variations, bool mayRefuse,
+                     const char* remedy) {
     CheckOutcome outcome;
     std::size_t refused = 0;
-    for (const Variation& variation : variations) {
+    for (const CaseVariation& variation : variations) {
         const Trial trial = checked.trials.run(variation.flowsheet);
         if (!trial.succeeded && trial.isRefused && mayRefuse) {
             ++refused;
@@ -73,9 +68,10 @@ void compare(const CheckedCase& checked, const std::string& name, const Trial& t
 }
 
 /// Runs variations that must not change the outputs.
-CheckOutcome agree(const CheckedCase& checked, const std::vector<Variation>& variations, const char* remedy) {
+CheckOutcome agree(const CheckedCase& checked, const std::vector<CaseVariation>& variations,
+                   const char* remedy) {
     CheckOutcome outcome{counted(variations.size(), "variation") + " compared", {}};
-    for (const Variation& variation : variations)
+    for (const CaseVariation& variation : variations)
         compare(checked, variation.name, checked.trials.runAnew(variation.flowsheet), tolerance, remedy,
                 outcome);
     return outcome;
@@ -110,7 +106,7 @@ CheckOutcome lookAtRepetition(CheckedCase& checked) {
 }
 
 CheckOutcome lookAtGenerations(CheckedCase& checked) {
-    Variation other{"thermodynamics ", checked.flowsheet};
+    CaseVariation other{"thermodynamics ", checked.flowsheet};
     Generation& generation = other.flowsheet.generation;
     generation = generation == Generation::v10 ? Generation::v11 : Generation::v10;
     other.name += generationName(generation);
@@ -126,7 +122,7 @@ bool letsRunEnd(const Profile& profile) {
 }
 
 CheckOutcome lookAtProfiles(CheckedCase& checked) {
-    std::vector<Variation> variations;
+    std::vector<CaseVariation> variations;
     for (const Profile& profile : profiles)
         if (profile.name != checked.flowsheet.profile.name && letsRunEnd(profile)) {
             variations.push_back({"profile " + std::string(profile.name), checked.flowsheet});
@@ -199,14 +195,11 @@ CheckOutcome lookAtTolerances(CheckedCase& checked) {
 
 CheckOutcome lookAtLeftovers(CheckedCase& checked) {
     constexpr int repetitions = 8;
-    const std::string runs = counted(repetitions, "run");
-    constexpr double toleratedGrowth = 4e6; // bytes
     Case probed = checked.sources;
     for (UnitCase& unit : probed.units)
         if (auto* model = std::get_if<UnitModel>(&unit.model))
             *model = withProbe(*model);
     Trials trials(probed, checked.sources, checked.log, checked.watch);
-    CheckOutcome outcome{"no open files or windows, the same folder, no growing memory", {}};
     std::vector<std::vector<Leftovers>> left(probed.units.size()); // by unit and run
     for (int i = 0; i < repetitions; ++i) {
         const Trial trial = trials.run(probed);
@@ -215,26 +208,13 @@ CheckOutcome lookAtLeftovers(CheckedCase& checked) {
                 if (const auto one = readLeftovers(report.name == outputReport ? report.text : ""))
                     left[unit].push_back(*one);
     }
-    for (std::size_t unit = 0; unit < left.size(); ++unit) {
-        if (left[unit].empty())
-            continue;
-        const std::string name = checked.flowsheet.isFlowsheet ? probed.units[unit].name + ": " : "";
-        const Leftovers& last = left[unit].back();
-        const auto add = [&](bool isLeft, const std::string& text, const char* remedy) {
-            if (isLeft)
-                outcome.findings.push_back({name + text, remedy});
-        };
-        add(last.files > 0, counted(static_cast<std::size_t>(last.files), "file") + " open after " + runs,
-            "close them: file = fopen(...); closing = onCleanup(@() fclose(file));");
-        add(last.figures > 0,
-            counted(static_cast<std::size_t>(last.figures), "window") + " open after " + runs,
-            "close figures at the end of the script");
-        add(last.movedFolder, "the script ends in another current folder",
-            "go back with onCleanup, or use full paths instead of cd");
-        const double growth = (last.memory - left[unit].front().memory) / (repetitions - 1);
-        add(growth > toleratedGrowth, "every run takes " + shortNumber(growth / 1e6, 2) + " MB more memory",
-            "look for persistent variables, figures and global lists that grow");
-    }
+    CheckOutcome outcome{"no open files or windows, the same folder, no growing memory", {}};
+    for (std::size_t unit = 0; unit < left.size(); ++unit)
+        for (CheckFinding& finding : findLeftovers(left[unit])) {
+            if (checked.flowsheet.isFlowsheet)
+                finding.text.insert(0, probed.units[unit].name + ": ");
+            outcome.findings.push_back(std::move(finding));
+        }
     return outcome;
 }
 

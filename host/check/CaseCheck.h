@@ -1,6 +1,7 @@
 /// Whether a model is fit for a flowsheet: what a simulator asks of a unit beyond one good run.
 #pragma once
 
+#include "CheckOutcome.h"
 #include "Trials.h"
 
 #include <functional>
@@ -8,17 +9,6 @@
 #include <vector>
 
 namespace solvane::host {
-
-/// Something to mend in a model. Texts are UTF-8.
-struct CheckFinding {
-    std::string text;
-    std::string remedy; ///< what to do
-};
-
-struct CheckOutcome {
-    std::string summary; ///< what was seen
-    std::vector<CheckFinding> findings;
-};
 
 /// What the checks share.
 struct CheckedCase {

@@ -1,5 +1,7 @@
 #include "Leftovers.h"
 
+#include "cases/NumberText.h"
+
 #include <cstdio>
 
 namespace solvane::host {
@@ -52,6 +54,30 @@ std::optional<Leftovers> readLeftovers(const std::string& output) {
         return std::nullopt;
     left.movedFolder = moved != 0;
     return left;
+}
+
+std::vector<CheckFinding> findLeftovers(const std::vector<Leftovers>& runs) {
+    constexpr double toleratedGrowth = 4e6; // bytes
+    std::vector<CheckFinding> findings;
+    if (runs.empty())
+        return findings;
+    const std::string afterRuns = " open after " + counted(runs.size(), "run");
+    const Leftovers& last = runs.back();
+    if (last.files > 0)
+        findings.push_back({counted(static_cast<std::size_t>(last.files), "file") + afterRuns,
+                            "close them: file = fopen(...); closing = onCleanup(@() fclose(file));"});
+    if (last.figures > 0)
+        findings.push_back({counted(static_cast<std::size_t>(last.figures), "window") + afterRuns,
+                            "close figures at the end of the script"});
+    if (last.movedFolder)
+        findings.push_back({"the script ends in another current folder",
+                            "go back with onCleanup, or use full paths instead of cd"});
+    const double growth =
+        runs.size() > 1 ? (last.memory - runs.front().memory) / static_cast<double>(runs.size() - 1) : 0;
+    if (growth > toleratedGrowth)
+        findings.push_back({"every run takes " + shortNumber(growth / 1e6, 2) + " MB more memory",
+                            "look for persistent variables, figures and global lists that grow"});
+    return findings;
 }
 
 } // namespace solvane::host

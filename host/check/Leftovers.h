@@ -1,10 +1,12 @@
 /// What a script leaves behind in Matlab: open files, another current folder, figures, memory.
 #pragma once
 
+#include "CheckOutcome.h"
 #include "cases/CaseModel.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace solvane::host {
 
@@ -20,5 +22,8 @@ struct Leftovers {
 
 /// Reads what the probe printed into the report on Matlab's output; nothing if it did not come to that.
 std::optional<Leftovers> readLeftovers(const std::string& output);
+
+/// What stays after a unit's runs, given in their order.
+std::vector<CheckFinding> findLeftovers(const std::vector<Leftovers>& runs);
 
 } // namespace solvane::host

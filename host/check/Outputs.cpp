@@ -3,6 +3,7 @@
 #include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
 #include "cases/UnitOfMeasure.h"
+#include "thermo/IdealGas.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +14,6 @@ namespace solvane::host {
 
 namespace {
 
-constexpr double gasConstant = 8.314462618; // J/mol/K, CODATA 2018
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 
 /// The largest magnitudes in the streams of a run.

@@ -34,8 +34,7 @@ struct Deviation {
 std::optional<Deviation> largestDeviation(const std::vector<Output>& expected,
                                           const std::vector<Output>& actual, double tolerance);
 
-/// The name of the first stream quantity that is infinite or no number, or that of a product's negative
-/// flow; empty if all is sound.
+/// Which number is infinite or none, the first one, with its value; empty if all are finite.
 std::string unsoundOutput(const std::vector<Output>& outputs);
 
 } // namespace solvane::host

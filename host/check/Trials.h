@@ -4,7 +4,6 @@
 #include "Outputs.h"
 #include "flowsheet/Flowsheet.h"
 
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -9,8 +9,8 @@
 
 namespace solvane::host {
 
-std::vector<Variation> withoutFlow(const Case& flowsheet) {
-    std::vector<Variation> variations;
+std::vector<CaseVariation> withoutFlow(const Case& flowsheet) {
+    std::vector<CaseVariation> variations;
     for (std::size_t i = 0; i < flowsheet.feeds.size(); ++i) {
         variations.push_back({"feed " + flowsheet.feeds[i].name + " without flow", flowsheet});
         variations.back().flowsheet.feeds[i].flow = 0;
@@ -31,10 +31,10 @@ Case withReversedCompounds(const Case& flowsheet) {
     return reversed;
 }
 
-std::vector<Variation> withoutCompound(const Case& flowsheet) {
-    std::vector<Variation> variations;
+std::vector<CaseVariation> withoutCompound(const Case& flowsheet) {
+    std::vector<CaseVariation> variations;
     for (std::size_t i = 0; i < flowsheet.compounds.size(); ++i) {
-        Variation variation{std::string(flowsheet.compounds[i]->name) + " absent", flowsheet};
+        CaseVariation variation{std::string(flowsheet.compounds[i]->name) + " absent", flowsheet};
         const bool othersRemain = std::ranges::all_of(variation.flowsheet.feeds, [i](FeedStream& feed) {
             feed.composition[i] = 0;
             const double rest = std::reduce(feed.composition.begin(), feed.composition.end());
@@ -48,7 +48,7 @@ std::vector<Variation> withoutCompound(const Case& flowsheet) {
     return variations;
 }
 
-std::vector<Variation> inOnePhase(const Case& flowsheet) {
+std::vector<CaseVariation> inOnePhase(const Case& flowsheet) {
     struct Row {
         const char* name;
         double vaporFraction;
@@ -57,10 +57,10 @@ std::vector<Variation> inOnePhase(const Case& flowsheet) {
     constexpr std::array rows{Row{" as a liquid below its bubble point", 0, -5},
                               Row{" as a vapour above its dew point", 1, 5}};
     const PropertyPackage package(flowsheet.compounds);
-    std::vector<Variation> variations;
+    std::vector<CaseVariation> variations;
     for (std::size_t i = 0; i < flowsheet.feeds.size(); ++i)
         for (const Row& row : rows) {
-            Variation variation{"feed " + flowsheet.feeds[i].name + row.name, flowsheet};
+            CaseVariation variation{"feed " + flowsheet.feeds[i].name + row.name, flowsheet};
             FeedStream& feed = variation.flowsheet.feeds[i];
             const FlashCondition given = feed.pressure
                                              ? FlashCondition{FlashVariable::pressure, *feed.pressure}

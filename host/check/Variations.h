@@ -9,24 +9,24 @@
 
 namespace solvane::host {
 
-struct Variation {
+struct CaseVariation {
     std::string name; ///< what is varied, such as "feed Suction without flow"
     Case flowsheet;
 };
 
 /// Each feed without flow, then all of them.
-std::vector<Variation> withoutFlow(const Case& flowsheet);
+std::vector<CaseVariation> withoutFlow(const Case& flowsheet);
 
 /// The compounds in the reversed order.
 Case withReversedCompounds(const Case& flowsheet);
 
 /// Each compound absent from all feeds, if others remain in each.
-std::vector<Variation> withoutCompound(const Case& flowsheet);
+std::vector<CaseVariation> withoutCompound(const Case& flowsheet);
 
 /// Each feed as a liquid 5 K below its bubble point and as a vapour 5 K above its dew point, at its pressure
 /// or, if that is not stated, at that of its equilibrium; without the states that do not exist, or for which
 /// the package has no heat capacities.
-std::vector<Variation> inOnePhase(const Case& flowsheet);
+std::vector<CaseVariation> inOnePhase(const Case& flowsheet);
 
 /// An input of a feed that can be changed by a small part of itself.
 struct FeedInput {

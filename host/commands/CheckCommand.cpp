@@ -8,27 +8,21 @@
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-
 namespace solvane::host {
 
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string padded(std::string text) {
-    constexpr std::size_t width = 20;
-    text.resize(std::max(text.size(), width), ' ');
-    return text;
-}
+constexpr std::size_t nameWidth = 20;
 
 void printOutcome(const CheckOutcome& outcome) {
     if (outcome.findings.empty())
         print(stdout, "ok       " + outcome.summary + "\n");
     for (std::size_t i = 0; i < outcome.findings.size(); ++i) {
         const CheckFinding& finding = outcome.findings[i];
-        print(stdout, (i > 0 ? padded("") : "") + "FOUND    " + finding.text + "\n" + padded("") +
-                          "to do    " + finding.remedy + "\n");
+        print(stdout, (i > 0 ? padded("", nameWidth) : "") + "FOUND    " + finding.text + "\n" +
+                          padded("", nameWidth) + "to do    " + finding.remedy + "\n");
     }
 }
 
@@ -72,7 +66,10 @@ ExitCode checkCommand(const CheckOptions& options) {
     Json json{{"case", options.casePath}, {"checks", Json::array()}};
     std::size_t findings = 0;
     checkCase(
-        checked, [](const char* name) { print(stdout, padded(name)); }, // first, since a check may take long
+        checked,
+        [](const char* name) {
+            print(stdout, padded(name, nameWidth));
+        }, // first, since a check may take long
         [&](const char* name, const CheckOutcome& outcome) {
             printOutcome(outcome);
             json["checks"].push_back(outcomeJson(name, outcome));

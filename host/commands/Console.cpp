@@ -1,10 +1,17 @@
 #include "Console.h"
 
+#include <algorithm>
+
 namespace solvane::host {
 
 void print(std::FILE* stream, std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stream);
     std::fflush(stream);
+}
+
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
 }
 
 ExitCode complain(ExitCode code, const std::string& error) {

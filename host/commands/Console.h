@@ -15,6 +15,9 @@ enum ExitCode { ok = 0, calculationFailed = 1, badUsage = 2, interrupted = 130 }
 /// Texts are UTF-8.
 void print(std::FILE* stream, std::string_view text);
 
+/// The text with blanks up to the width of its column.
+std::string padded(std::string text, std::size_t width);
+
 /// Prints an error to stderr and returns `code`.
 ExitCode complain(ExitCode code, const std::string& error);
 

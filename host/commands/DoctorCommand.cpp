@@ -11,11 +11,6 @@ namespace {
 
 constexpr std::size_t nameWidth = 22;
 
-std::string padded(std::string text, std::size_t width) {
-    text.resize(std::max(text.size(), width), ' ');
-    return text;
-}
-
 /// The first step that this one needs and that failed; null if there is none.
 const char* hindrance(const Check& check, const std::vector<std::string>& notRight) {
     const auto found = std::ranges::find_if(

@@ -98,14 +98,11 @@ void abandonRun(const RunOptions& options, const TableUnits& units, const RunWat
 /// Returns how the run was stopped if that made it fail.
 StopReason calculate(const RunOptions& options, const TableUnits& units, const Case& flowsheet,
                      RunResults& results, std::string& error) {
-    RunWatchSettings settings{
+    RunWatch watch({
+        .limit = options.limit,
         .beat = [](const std::string& line) { print(stderr, line + "\n"); },
-        .giveUp = [&](const RunWatch& watch) { abandonRun(options, units, watch); },
-    };
-    if (options.limit)
-        settings.limit = std::chrono::duration_cast<RunWatchSettings::Duration>(
-            std::chrono::duration<double>(*options.limit));
-    RunWatch watch(settings);
+        .giveUp = [&](const RunWatch& stopped) { abandonRun(options, units, stopped); },
+    });
     const Interrupts interrupts(watch);
     if (runCase(flowsheet, printUnitLine, results, error, &watch))
         return StopReason::none;

@@ -29,10 +29,7 @@ ExitCode serveCommand(const ServeOptions& options) {
     std::string error;
     if (!readCase(options.casePath, flowsheet, error))
         return complain(badUsage, error);
-    RunWatchSettings settings{.giveUp = answerAndEnd};
-    if (options.limit)
-        settings.limit = std::chrono::duration_cast<RunWatchSettings::Duration>(
-            std::chrono::duration<double>(*options.limit));
+    const RunWatchSettings settings{.limit = options.limit, .giveUp = answerAndEnd};
     Flowsheet units(flowsheet, [](std::string_view, std::string_view) {});
     for (std::string line; std::getline(std::cin, line);) {
         applyLine(line, flowsheet);

@@ -24,7 +24,9 @@ RunWatch::~RunWatch() {
 
 void RunWatch::watch() {
     Clock::time_point nextBeat = start_ + settings_.heartbeat;
-    const auto limit = settings_.limit ? start_ + *settings_.limit : Clock::time_point::max();
+    const auto limit = settings_.limit ? start_ + std::chrono::duration_cast<Clock::duration>(
+                                                      std::chrono::duration<double>(*settings_.limit))
+                                       : Clock::time_point::max();
     std::unique_lock guard(lock_);
     while (!hasEnded_) {
         const bool isStopping = stopReason_ != StopReason::none;
@@ -71,8 +73,7 @@ std::string RunWatch::stopText() const {
     case StopReason::interruption:
         return "Interrupted";
     case StopReason::limit:
-        return "The run did not end within the limit of " +
-               exactNumber(std::chrono::duration<double>(*settings_.limit).count()) + " s";
+        return "The run did not end within the limit of " + exactNumber(*settings_.limit) + " s";
     case StopReason::none:
         break;
     }

@@ -21,7 +21,7 @@ class RunWatch;
 struct RunWatchSettings {
     using Duration = std::chrono::milliseconds;
 
-    std::optional<Duration> limit{}; ///< from the construction of the watch
+    std::optional<double> limit{}; ///< s, from the construction of the watch
     Duration heartbeat = std::chrono::seconds(10);
     Duration patience = std::chrono::seconds(2); ///< how long a run may take to end after a stop request
 

@@ -14,8 +14,6 @@ namespace solvane::host {
 
 namespace {
 
-constexpr double compositionTolerance = 1e-6;
-
 std::string number(double value) {
     return shortNumber(value, 7);
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <span>
 
 namespace solvane::host {
 
@@ -53,7 +54,8 @@ bool readReal(const Axis& axis, const std::string& text, double& number, std::st
     Quantity quantity;
     std::string fault;
     if (!parseQuantity(text + " " + axis.unit,
-                       axis.isMassFlow ? parseUnit("kg/s")->exponents : axis.variable.values.dimensionality,
+                       axis.isMassFlow ? std::span<const double>(massFlowDimension)
+                                       : axis.variable.values.dimensionality,
                        quantity, fault))
         return fail(axis, fault, error);
     number = quantity.value;
@@ -66,7 +68,7 @@ bool takeUnit(const std::string& unit, Axis& axis, std::string& error) {
     axis.unit = unit.empty() ? unitText(values.dimensionality) : unit;
     if (axis.variable.quantity == FeedQuantity::flow)
         if (const auto measure = parseUnit(axis.unit))
-            axis.isMassFlow = isSameDimension(measure->exponents, parseUnit("kg/s")->exponents);
+            axis.isMassFlow = isSameDimension(measure->exponents, massFlowDimension);
     double number = 0;
     return readReal(axis, "1", number, error);
 }
@@ -88,7 +90,7 @@ bool readNumbers(const std::vector<std::string>& parts, Axis& axis, std::vector<
 }
 
 bool readRange(std::vector<std::string> parts, Axis& axis, Range& range, std::string& error) {
-    range.isLogarithmic = parts.back() == "log";
+    axis.isLogarithmic = range.isLogarithmic = parts.back() == "log";
     if (range.isLogarithmic)
         parts.pop_back();
     if (parts.size() < 2 || parts.size() > 3)
@@ -130,10 +132,8 @@ double Range::at(double fraction) const {
 
 bool readLevels(std::string_view text, Axis& axis, Levels& levels, std::string& error) {
     const std::vector<std::string> parts = split(text, ':');
-    if (isNumeric(axis) && parts.size() > 1) {
-        axis.isLogarithmic = parts.back() == "log";
+    if (isNumeric(axis) && parts.size() > 1)
         return readRange(parts, axis, levels.range.emplace(), error);
-    }
     levels.texts = split(text, ',');
     if (!isNumeric(axis))
         return true;

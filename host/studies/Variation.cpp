@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 namespace solvane::host {
@@ -15,11 +16,17 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// How far a composition may be from a sum of 1.
-constexpr double compositionTolerance = 1e-6;
+struct Condition {
+    const char* key;
+    std::optional<double> FeedStream::* value;
+};
+
+constexpr std::array conditions{Condition{"temperature", &FeedStream::temperature},
+                                Condition{"pressure", &FeedStream::pressure},
+                                Condition{"vaporFraction", &FeedStream::vaporFraction}};
 
 bool isOfMass(const std::string& flowUnit) {
-    return !flowUnit.empty() && isSameDimension(parseUnit(flowUnit)->exponents, parseUnit("kg/s")->exponents);
+    return !flowUnit.empty() && isSameDimension(parseUnit(flowUnit)->exponents, massFlowDimension);
 }
 
 /// What a point says of one feed beyond its conditions.
@@ -99,23 +106,16 @@ bool setFeedValue(const Axis& axis, double value, FeedStream& feed, FeedChange& 
 
 Json feedJson(const FeedStream& feed) {
     Json json{{"flow", feed.flow}, {"composition", feed.composition}};
-    if (feed.temperature)
-        json["temperature"] = *feed.temperature;
-    if (feed.pressure)
-        json["pressure"] = *feed.pressure;
-    if (feed.vaporFraction)
-        json["vaporFraction"] = *feed.vaporFraction;
+    for (const Condition& condition : conditions)
+        if (const auto& value = feed.*condition.value)
+            json[condition.key] = *value;
     return json;
 }
 
 void applyFeed(const Json& json, FeedStream& feed) {
-    const auto take = [&](const char* key, std::optional<double>& value) {
-        if (json.contains(key))
-            value = json.at(key).get<double>();
-    };
-    take("temperature", feed.temperature);
-    take("pressure", feed.pressure);
-    take("vaporFraction", feed.vaporFraction);
+    for (const Condition& condition : conditions)
+        if (json.contains(condition.key))
+            feed.*condition.value = json.at(condition.key).get<double>();
     feed.flow = json.at("flow").get<double>();
     feed.composition = json.at("composition").get<std::vector<double>>();
 }

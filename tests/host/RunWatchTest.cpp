@@ -51,8 +51,8 @@ TEST(RunWatch, stopsOnceAndThenGivesUp) {
         bool isInterrupted;
         const char* text;
     };
-    const Row rows[] = {{{.limit = 50ms}, false, "The run did not end within the limit of 0.05 s"},
-                        {{.limit = 1h}, true, "Interrupted"}};
+    const Row rows[] = {{{.limit = 0.05}, false, "The run did not end within the limit of 0.05 s"},
+                        {{.limit = 3600.0}, true, "Interrupted"}};
     for (const Row& row : rows) {
         std::atomic<int> gaveUp = 0;
         RunWatchSettings settings = row.settings;
