@@ -11,6 +11,8 @@ namespace {
 // Octave usually starts within half a second, and from a cold disk within some seconds.
 constexpr DWORD startTimeout = 30000;
 
+constexpr wchar_t folderPrefix[] = L"SolvaneOctave-";
+
 /// The folder of Octave's side, beside this program.
 std::wstring engineFolder() {
     const std::wstring program = ComModule::current().path();
@@ -37,7 +39,9 @@ bool OctaveProcess::launch(std::wstring& error) {
     SetEnvironmentVariableA(portVariable, std::to_string(listener_.port()).c_str());
     SetEnvironmentVariableA(tokenVariable, listener_.token().c_str());
     SetEnvironmentVariableA(codePageVariable, std::to_string(GetACP()).c_str());
-    if (!folder_.create(temporaryFolder() + L"SolvaneOctave-" + widen(listener_.token()))) {
+    const std::wstring prefix = temporaryFolder() + folderPrefix;
+    OwnFolder::removeAbandoned(prefix);
+    if (!folder_.create(prefix + std::to_wstring(GetCurrentProcessId()) + L'-' + widen(listener_.token()))) {
         const DWORD code = GetLastError();
         error = L"Could not create a folder for Octave in " + temporaryFolder() + L" (error " +
                 std::to_wstring(code) + L"); check the access rights of that folder";

@@ -4,6 +4,7 @@
 
 #include <sddl.h>
 
+#include <cwchar>
 #include <mutex>
 #include <vector>
 
@@ -32,6 +33,12 @@ bool remove(const std::wstring& folder) {
     return RemoveDirectoryW(folder.c_str()) || GetLastError() != ERROR_SHARING_VIOLATION;
 }
 
+bool isRunning(DWORD processId) {
+    const Handle process(OpenProcess(SYNCHRONIZE, FALSE, processId));
+    return process ? WaitForSingleObject(process.get(), 0) == WAIT_TIMEOUT
+                   : GetLastError() == ERROR_ACCESS_DENIED;
+}
+
 } // namespace
 
 bool OwnFolder::create(const std::wstring& path) {
@@ -55,6 +62,21 @@ OwnFolder::~OwnFolder() {
     std::erase(folders, path_);
     for (int i = 0; i < tries && !remove(path_); ++i)
         Sleep(pauseBetween);
+}
+
+void OwnFolder::removeAbandoned(const std::wstring& prefix) {
+    const std::wstring parent = prefix.substr(0, prefix.rfind(L'\\') + 1);
+    WIN32_FIND_DATAW entry;
+    const FindHandle search(FindFirstFileW((prefix + L'*').c_str(), &entry));
+    for (BOOL more = static_cast<bool>(search); more; more = FindNextFileW(search.get(), &entry)) {
+        const std::wstring folder = parent + entry.cFileName;
+        wchar_t* end = nullptr;
+        const DWORD owner = std::wcstoul(folder.c_str() + prefix.size(), &end, 10);
+        // A link may lead to files of somebody else.
+        const bool isLink = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+        if (owner != 0 && *end == L'-' && !isLink && !isRunning(owner))
+            static_cast<void>(remove(folder));
+    }
 }
 
 void OwnFolder::removeAll() {

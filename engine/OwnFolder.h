@@ -20,6 +20,10 @@ public:
     /// Empty if there is no folder.
     const std::wstring& path() const { return path_; }
 
+    /// Removes the folders named `prefix`, a process id, and a hyphen, if their processes have ended without
+    /// doing so, as when they were killed.
+    static void removeAbandoned(const std::wstring& prefix);
+
     /// Removes all such folders of the process, which then must end.
     static void removeAll();
 

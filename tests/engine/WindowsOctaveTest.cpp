@@ -1,13 +1,22 @@
 #include "AutomationClient.h"
+#include "Folders.h"
 #include "com/Handle.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
 
 namespace solvane::engine {
 
 namespace {
 
 const std::wstring windowsOctave = builtFile(L"..\\tests\\windows_octave.exe");
+
+std::ptrdiff_t countOf(const std::wstring& folder, std::wstring_view prefix) {
+    return std::ranges::count_if(namesIn(folder),
+                                 [=](const std::wstring& name) { return name.starts_with(prefix); });
+}
 
 TEST(WindowsOctave, takesCommandsDiesAndIsReplaced) {
     const OctaveSetting setting(windowsOctave);
@@ -27,6 +36,7 @@ TEST(WindowsOctave, takesCommandsDiesAndIsReplaced) {
 
 TEST(WindowsOctave, endsWithItsServerDuringAnEndlessScript) {
     const OctaveSetting setting(windowsOctave);
+    const TemporaryFolder temporary;
     const ScriptFolder folder;
     const Handle hangs(CreateEventW(nullptr, TRUE, FALSE, L"SolvaneWindowsOctaveHangs"));
     const Program client =
@@ -35,6 +45,18 @@ TEST(WindowsOctave, endsWithItsServerDuringAnEndlessScript) {
     ASSERT_TRUE(isRunning(L"windows_octave.exe"));
     TerminateProcess(client.handle(), 1);
     EXPECT_TRUE(hasEnded(L"windows_octave.exe"));
+
+    // Windows has kept its current folder, which the next server removes, but not the folder of one that
+    // runs.
+    const auto enginesFolders = [&] { return countOf(temporary.path(), L"SolvaneOctave-"); };
+    ASSERT_EQ(enginesFolders(), 1);
+    AutomationClient next;
+    const std::filesystem::path used = next.execute(L"pwd");
+    EXPECT_EQ(enginesFolders(), 1);
+    std::ofstream(used / "oct-1") << "printed by a program";
+    AutomationClient another;
+    another.execute(L"pwd");
+    EXPECT_TRUE(std::filesystem::exists(used / "oct-1"));
 }
 
 } // namespace
