@@ -61,6 +61,9 @@ if errorlevel 1 (
 )
 if "%switch%"=="0" "%~dp0SolvaneHost.exe" register-interfaces
 if errorlevel 1 exit /b 5
+rem Octave may also be installed later, so that its absence is no failure.
+"%~dp0OctaveAutomationServer.exe" /FindOctave
+if errorlevel 1 echo No GNU Octave that works was found on this computer. Install one from octave.org; the unit then finds it.
 echo Done. To remove the registration, run unregister %~1
 exit /b 0
 

@@ -200,18 +200,20 @@ rm -rf "$zip"
 cp -r "$work/stage" "$zip"
 cp "$root"/installer/zip/* "$zip"
 unit="$(wine winepath -w "$zip" | tr -d '\r')\\SolvaneUnitOperation"
-for case in 'HKLM ' 'HKCU /user'; do
-    hive=${case% *}
-    option=${case#* }
-    expectExit 0 wine cmd /c "$(wine winepath -w "$zip/register.cmd")" $option
-    grep -q "${system#win}-bit simulators: registered" "$work/output" ||
-        { cat "$work/output"; fail "register.cmd does not report it"; }
+while IFS='|' read -r hive option octave reported <&3; do
+    expectExit 0 env SOLVANE_OCTAVE="$octave" "$wine" cmd /c "$(wine winepath -w "$zip/register.cmd")" $option
+    for line in "${system#win}-bit simulators: registered" "$reported"; do
+        grep -q "$line" "$work/output" || { cat "$work/output"; fail "register.cmd does not print: $line"; }
+    done
     expectValue "$hive\\$class" '' "$unit.dll"
     [ $programs = system32 ] || expectValue "$hive\\$class32" '' "${unit}32.dll"
     expectExit 0 wine cmd /c "$(wine winepath -w "$zip/unregister.cmd")" $option
     expectValue "$hive\\$class" '' ''
     unchangedSince 'before the zip was registered'
-done
+done 3<<'CASES'
+HKLM||C:\none.exe|No GNU Octave that works was found
+HKCU|/user|/usr/bin/octave-cli|GNU Octave [0-9.]*, /usr/bin/octave-cli
+CASES
 
 for key in Classes SolvaneUO; do
     wine reg delete "HKCU\\Software\\$key" /f >/dev/null
