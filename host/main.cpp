@@ -92,6 +92,30 @@ void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
                       "Also print the report \"Matlab Output\": what the script printed");
     command->add_option("--limit", run.limit, "Stop a run that takes longer than this time, in seconds")
         ->check(CLI::Range(0.001, 1e9));
+    auto* adjust = command->add_option(
+        "--adjust", run.adjustment.variable,
+        "VARIABLE=FIRST:LAST, such as \"outlet pressure=2 bar:20 bar\": run the case again and again, and "
+        "find "
+        "the value between these that gives the output of --target its value. The variables are those of "
+        "\"sweep\"");
+    auto* target = command->add_option(
+        "--target", run.adjustment.target,
+        "OUTPUT=VALUE, such as \"shaft power=600 kW\" or Product.temperature=350: an output parameter "
+        "(UNIT.PARAMETER if the case lists its units), or STREAM.temperature, .pressure, .flow, "
+        ".vaporFraction or .x(COMPOUND)");
+    adjust->needs(target);
+    target->needs(adjust);
+    command
+        ->add_option("--target-tolerance", run.adjustment.tolerance,
+                     "How close the output must come, in parts of its target; if that is 0, in parts of the "
+                     "larger output at the ends")
+        ->check(CLI::Range(0.0, 1.0))
+        ->capture_default_str()
+        ->needs(target);
+    command->add_option("--trials", run.adjustment.limit, "The most runs to find the target")
+        ->check(CLI::Range(2, 10'000))
+        ->capture_default_str()
+        ->needs(target);
     command->footer(
         "A run of more than ten seconds prints a line every ten seconds: what runs, and its last log line. "
         "Ctrl-C stops the run, and Octave with the script; a second Ctrl-C ends the program at once. Matlab "

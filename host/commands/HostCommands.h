@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Console.h"
+#include "studies/Adjustment.h"
 #include "studies/Design.h"
 
 #include <optional>
@@ -17,15 +18,16 @@ struct RunOptions {
     std::string units;      ///< of the tables, one of `unitSystems`; empty for the case's own
     // Files that also receive the results; empty for none.
     std::string jsonPath;
-    std::string csvPath;           ///< the streams
-    std::string htmlPath;          ///< a page
-    std::string reportFolder;      ///< one file per report
-    bool verbose = false;          ///< also prints what Matlab printed
-    std::optional<double> limit{}; ///< s, for the whole run
+    std::string csvPath;            ///< the streams
+    std::string htmlPath;           ///< a page
+    std::string reportFolder;       ///< one file per report
+    bool verbose = false;           ///< also prints what Matlab printed
+    std::optional<double> limit{};  ///< s, for the whole run
+    AdjustmentRequest adjustment{}; ///< without a variable for none
 };
 
-/// Calculates a case and prints its streams and reports. Ctrl-C and the limit stop the run, or end the
-/// program if that takes more than two seconds.
+/// Calculates a case, again and again if an output has a target, and prints its streams and reports. Ctrl-C
+/// and the limit stop the run, or end the program if that takes more than two seconds.
 ExitCode runCommand(const RunOptions& options);
 
 struct SweepOptions {

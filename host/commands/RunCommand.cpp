@@ -2,6 +2,8 @@
 
 #include "Interrupts.h"
 #include "ResultFiles.h"
+#include "TargetRun.h"
+#include "UnitParameters.h"
 #include "cases/CaseReader.h"
 #include "flowsheet/Flowsheet.h"
 #include "flowsheet/UnitCalls.h"
@@ -67,7 +69,8 @@ void printOutputOfFailure(RunResults& results) {
 }
 
 /// Reads the case and applies the options to it.
-bool prepare(const RunOptions& options, Case& flowsheet, std::string& error) {
+bool prepare(const RunOptions& options, Case& flowsheet, std::optional<Adjustment>& adjustment,
+             std::string& error) {
     if (!readCase(options.casePath, flowsheet, error))
         return false;
     if (!options.generation.empty())
@@ -75,7 +78,10 @@ bool prepare(const RunOptions& options, Case& flowsheet, std::string& error) {
             options.generation == generationName(Generation::v10) ? Generation::v10 : Generation::v11;
     if (!options.profile.empty())
         flowsheet.profile = *findProfile(options.profile);
-    return true;
+    UnitParameters parameters;
+    return options.adjustment.variable.empty() ||
+           (readUnitParameters(flowsheet, parameters, error) &&
+            readAdjustment(flowsheet, parameters, options.adjustment, adjustment.emplace(), error));
 }
 
 ExitCode stopCode(StopReason reason) {
@@ -97,14 +103,15 @@ void abandonRun(const RunOptions& options, const TableUnits& units, const RunWat
 
 /// Returns how the run was stopped if that made it fail.
 StopReason calculate(const RunOptions& options, const TableUnits& units, const Case& flowsheet,
-                     RunResults& results, std::string& error) {
+                     const std::optional<Adjustment>& adjustment, RunResults& results, std::string& error) {
     RunWatch watch({
         .limit = options.limit,
         .beat = [](const std::string& line) { print(stderr, line + "\n"); },
         .giveUp = [&](const RunWatch& stopped) { abandonRun(options, units, stopped); },
     });
     const Interrupts interrupts(watch);
-    if (runCase(flowsheet, printUnitLine, results, error, &watch))
+    if (adjustment ? runToTarget(flowsheet, *adjustment, results, error, watch)
+                   : runCase(flowsheet, printUnitLine, results, error, &watch))
         return StopReason::none;
     if (!watch.isStopRequested())
         printOutputOfFailure(results);
@@ -121,11 +128,12 @@ ExitCode runCommand(const RunOptions& options) {
     std::string error, fileError;
     if (!removeOldResults(options, error))
         return complain(badUsage, error);
-    const bool isRead = prepare(options, flowsheet, error);
+    std::optional<Adjustment> adjustment;
+    const bool isRead = prepare(options, flowsheet, adjustment, error);
     const TableUnits units = options.units.empty() ? unitsOfCase(flowsheet) : unitsOfSystem(options.units);
     StopReason stopped = StopReason::none;
     if (isRead) {
-        stopped = calculate(options, units, flowsheet, results, error);
+        stopped = calculate(options, units, flowsheet, adjustment, results, error);
     } else {
         results.fault = Fault::model;
         results.failure.emplace().message = error;

@@ -4,10 +4,9 @@
 #include "Interrupts.h"
 #include "ProgressLine.h"
 #include "StudyWorkers.h"
+#include "UnitParameters.h"
 #include "cases/CaseReader.h"
 #include "cases/FilePath.h"
-#include "flowsheet/ParameterCalls.h"
-#include "flowsheet/UnitSession.h"
 #include "studies/StudyPlot.h"
 
 #include <algorithm>
@@ -32,23 +31,6 @@ struct Study {
 };
 
 using Lines = std::map<std::size_t, std::string>; ///< by point
-
-/// The parameters of a model file are known to the unit only.
-bool readUnitParameters(const Case& flowsheet, UnitParameters& parameters, std::string& error) {
-    for (const UnitCase& unit : flowsheet.units) {
-        std::vector<ModelParameter>& list = parameters.emplace_back();
-        if (const auto* model = std::get_if<UnitModel>(&unit.model)) {
-            list = model->parameters;
-            continue;
-        }
-        UnitSession session(unit, flowsheet.profile);
-        if (!session.start([](std::string_view) {}, error) || !readParameters(session.unit(), list, error)) {
-            error.insert(0, "Unit \"" + unit.name + "\": ");
-            return false;
-        }
-    }
-    return true;
-}
 
 bool readDesignFile(const std::string& path, const std::vector<Variable>& variables, Design& design,
                     std::string& error) {

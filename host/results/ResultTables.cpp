@@ -99,6 +99,27 @@ Table convergenceTable(const ConvergenceResult& convergence) {
     return {lines, 3};
 }
 
+Table trialTable(const AdjustmentResult& adjustment) {
+    const auto title = [](const std::string& name, const std::string& unit) {
+        return unit.empty() ? name : name + " (" + unit + ")";
+    };
+    constexpr int digits = 8;
+    std::vector<Line> lines{{"Trial", title(adjustment.variable, adjustment.variableUnit),
+                             title(adjustment.output, adjustment.outputUnit), "deviation"}};
+    const double target = inUnit(adjustment.target, adjustment.outputUnit);
+    for (const TrialResult& trial : adjustment.trials) {
+        Line& line = lines.emplace_back(
+            Line{std::to_string(lines.size()),
+                 shortNumber(inUnit(trial.value, adjustment.variableUnit), digits), "failed", ""});
+        if (std::isnan(trial.output))
+            continue;
+        const double output = inUnit(trial.output, adjustment.outputUnit);
+        line[2] = shortNumber(output, digits);
+        line[3] = shortNumber(output - target, 3);
+    }
+    return {lines, 1};
+}
+
 Table streamTable(const RunResults& results, const TableUnits& units) {
     std::vector<Line> lines{{"Stream", ""}};
     for (const StreamResult& stream : results.streams)

@@ -22,6 +22,9 @@ Table balanceTable(const Balance& balance, const TableUnits& units);
 /// How the recycles converged, a line for each iteration.
 Table convergenceTable(const ConvergenceResult& convergence);
 
+/// The trials of a search for a target, a line for each.
+Table trialTable(const AdjustmentResult& adjustment);
+
 /// One line per warning; empty if there is none.
 std::string warningLines(const std::vector<Warning>& warnings);
 

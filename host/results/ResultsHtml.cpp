@@ -77,6 +77,8 @@ std::string resultsHtml(const RunResults& results, const TableUnits& units, cons
     html += tableHtml(streamTable(results, units)) + tableHtml(phaseTable(results));
     if (results.convergence)
         html += element("h2", "Convergence") + tableHtml(convergenceTable(*results.convergence));
+    if (results.adjustment)
+        html += element("h2", "Target") + tableHtml(trialTable(*results.adjustment));
     for (const UnitResult& unit : results.units)
         html += unitHtml(unit, results, units);
     return html + "</body>\n</html>\n";

@@ -63,6 +63,32 @@ Json convergenceJson(const ConvergenceResult& convergence) {
             {"iterations", iterations}};
 }
 
+/// A quantity by its name and its SI unit.
+Json quantityJson(const std::string& name, const std::string& unit) {
+    Json json{{"name", name}};
+    if (const std::string si = unit.empty() ? "" : unitText(parseUnit(unit)->exponents); !si.empty())
+        json["unit"] = si;
+    return json;
+}
+
+Json adjustmentJson(const AdjustmentResult& adjustment) {
+    Json trials = Json::array();
+    for (const TrialResult& trial : adjustment.trials)
+        trials.push_back({{"value", trial.value},
+                          {"output", trial.output},
+                          {"deviation", trial.output - adjustment.target}});
+    Json json{{"variable", quantityJson(adjustment.variable, adjustment.variableUnit)},
+              {"output", quantityJson(adjustment.output, adjustment.outputUnit)},
+              {"target", adjustment.target},
+              {"tolerance", adjustment.tolerance},
+              {"limit", adjustment.limit},
+              {"reached", adjustment.reached},
+              {"trials", trials}};
+    if (adjustment.reached)
+        json["value"] = adjustment.trials.back().value;
+    return json;
+}
+
 Json failureJson(const RunFailure& failure) {
     Json json{{"unit", failure.unit}, {"message", failure.message}};
     if (const auto& error = failure.scriptError) {
@@ -117,6 +143,8 @@ std::string resultsJson(const RunResults& results, int indent) {
         {"balances", {{"mass", "kg/s"}, {"moles", "mol/s"}, {"elements", "mol/s"}, {"enthalpy", "W"}}}};
     if (results.convergence)
         json["convergence"] = convergenceJson(*results.convergence);
+    if (results.adjustment)
+        json["adjustment"] = adjustmentJson(*results.adjustment);
     json["streams"] = Json::array();
     for (const StreamResult& stream : results.streams)
         json["streams"].push_back(streamJson(stream, results.compounds));

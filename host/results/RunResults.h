@@ -4,6 +4,7 @@
 #include "Fault.h"
 #include "cases/CaseModel.h"
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -121,6 +122,26 @@ struct ConvergenceResult {
     std::vector<IterationResult> iterations;
 };
 
+/// One run of a search for a target.
+struct TrialResult {
+    double value = 0;                                         ///< of the variable
+    double output = std::numeric_limits<double>::quiet_NaN(); ///< not a number if the run failed
+};
+
+/// How the value of a variable was found that gives an output its target. Quantities are SI; the units are
+/// those of tables.
+struct AdjustmentResult {
+    std::string variable{};
+    std::string variableUnit{};
+    std::string output{};
+    std::string outputUnit{};
+    double target = 0;
+    double tolerance = 0; ///< in parts of the target
+    int limit = 0;        ///< of the trials
+    bool reached = false; ///< by the last trial
+    std::vector<TrialResult> trials{};
+};
+
 struct RunResults {
     Generation generation = Generation::v11;
     std::vector<std::string> compounds;
@@ -130,9 +151,10 @@ struct RunResults {
     std::vector<Warning> warnings;
     std::vector<LogLine> log;
     std::optional<ConvergenceResult> convergence; ///< of a case with recycles
-    std::optional<RunFailure> failure;            ///< none if all units were calculated
-    bool isFlowsheet = false;                     ///< the case lists its units
-    Fault fault = Fault::calculation;             ///< of a failed run
+    std::optional<AdjustmentResult> adjustment; ///< of a run with a target; the others are of its last trial
+    std::optional<RunFailure> failure;          ///< none if all units were calculated
+    bool isFlowsheet = false;                   ///< the case lists its units
+    Fault fault = Fault::calculation;           ///< of a failed run
 };
 
 } // namespace solvane::host

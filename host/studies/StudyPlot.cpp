@@ -182,18 +182,21 @@ bool choosePlot(const StudyTable& table, const Design& design, const std::string
         return fail("expected a file with the extension .svg or .png");
     plot.terminal = format->terminal;
     const std::vector<StudyColumn>& columns = table.columns();
-    const auto column = std::ranges::find_if(columns, [&](const StudyColumn& one) {
+    const auto isShown = [&](const StudyColumn& one) {
         return name.empty() ? one.source == Source::parameter : isResult(one) && isSameName(one.name, name);
-    });
+    };
+    const auto column = std::ranges::find_if(columns, isShown);
     if (column != columns.end()) {
         plot.column = static_cast<std::size_t>(column - columns.begin());
         return true;
     }
-    std::vector<StudyColumn> results;
-    std::ranges::copy_if(columns, std::back_inserter(results), isResult);
-    return fail((name.empty() ? "the case has no output parameter; choose a result with --plot-of: "
-                              : "the result \"" + name + "\" is unknown; results: ") +
-                nameList(results, &StudyColumn::name));
+    std::vector<std::string> results;
+    for (const StudyColumn& one : columns)
+        if (isResult(one))
+            results.push_back(one.name);
+    return fail(name.empty()
+                    ? "the case has no output parameter; choose a result with --plot-of: " + nameList(results)
+                    : unknownName("result", name, results));
 }
 
 std::string plotScript(const StudyTable& table, const Design& design, std::string_view csv,

@@ -17,20 +17,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 using Source = StudyColumn::Source;
 
-/// A value of a stream that has a column, by the name that variables have.
-struct StreamValue {
-    const char* name;
-    std::string TableUnits::* unit; ///< null for a fraction
-    const char* key;
-};
-
-constexpr std::array streamValues{
-    StreamValue{"temperature", &TableUnits::temperature, "temperature"},
-    StreamValue{"pressure", &TableUnits::pressure, "pressure"},
-    StreamValue{"flow", &TableUnits::flow, "totalFlow"},
-    StreamValue{"vaporFraction", nullptr, "vaporFraction"},
-};
-
 constexpr char lineEnd[] = "\r\n";
 constexpr char failedWord[] = "failed";
 
@@ -43,38 +29,17 @@ std::string inOneLine(std::string text) {
     return text;
 }
 
-/// A number is in SI units and shown in `unit`.
-std::string cellOf(const Json& value, const std::string& unit) {
-    if (value.is_boolean())
-        return value.get<bool>() ? "true" : "false";
-    if (value.is_number_integer())
-        return std::to_string(value.get<std::int64_t>());
-    if (value.is_number())
-        return exactNumber(inUnit(value.get<double>(), unit));
-    return value.is_string() ? inOneLine(value.get<std::string>()) : "";
-}
-
-/// The element of that name; null if it is not there.
-const Json* findNamed(const Json& results, const char* list, const std::string& name) {
-    if (results.contains(list))
-        for (const Json& one : results.at(list))
-            if (one.at("name") == name)
-                return &one;
-    return nullptr;
-}
-
-std::string valueCell(const StudyColumn& column, const Json& results) {
-    const Json* owner = &results;
-    const char* values = "parameters";
-    if (column.source != Source::parameter) {
-        owner = findNamed(results, "streams", column.owner);
-        values = "fraction";
-    } else if (!column.owner.empty()) {
-        owner = findNamed(results, "units", column.owner);
-    }
-    if (owner && column.source != Source::stream)
-        owner = owner->contains(values) ? &owner->at(values) : nullptr;
-    return owner && owner->contains(column.key) ? cellOf(owner->at(column.key), column.unit) : "";
+/// A number is in SI units and shown in `unit`; no value gives an empty cell.
+std::string cellOf(const Json* value, const std::string& unit) {
+    if (!value)
+        return {};
+    if (value->is_boolean())
+        return value->get<bool>() ? "true" : "false";
+    if (value->is_number_integer())
+        return std::to_string(value->get<std::int64_t>());
+    if (value->is_number())
+        return exactNumber(inUnit(value->get<double>(), unit));
+    return value->is_string() ? inOneLine(value->get<std::string>()) : "";
 }
 
 std::string message(const Json& results) {
@@ -83,27 +48,6 @@ std::string message(const Json& results) {
     const Json& error = results.at("error");
     const std::string unit = results.contains("units") ? error.value("unit", "") : "";
     return inOneLine((unit.empty() ? "" : "Unit \"" + unit + "\": ") + error.value("message", ""));
-}
-
-void addStream(const std::string& stream, const Case& flowsheet, const Design& design,
-               const TableUnits& units, std::vector<StudyColumn>& columns) {
-    const auto add = [&](StudyColumn column) {
-        const bool isAxis = std::ranges::any_of(
-            design.axes, [&](const Axis& axis) { return isSameName(axis.variable.name, column.name); });
-        if (!isAxis)
-            columns.push_back(std::move(column));
-    };
-    for (const StreamValue& value : streamValues)
-        add({.source = Source::stream,
-             .name = stream + "." + value.name,
-             .unit = value.unit ? units.*value.unit : "",
-             .owner = stream,
-             .key = value.key});
-    for (const Compound* compound : flowsheet.compounds)
-        add({.source = Source::fraction,
-             .name = stream + ".x(" + std::string(compound->name) + ")",
-             .owner = stream,
-             .key = std::string(compound->name)});
 }
 
 /// The lines without their ends; an incomplete last one, of a study that was killed, is left out.
@@ -152,19 +96,10 @@ StudyTable::StudyTable(const Case& flowsheet, const UnitParameters& parameters, 
                             .name = design.axes[i].variable.name,
                             .unit = design.axes[i].unit,
                             .axis = i});
-    for (std::size_t unit = 0; unit < parameters.size(); ++unit)
-        for (const ModelParameter& parameter : parameters[unit])
-            if (!parameter.isInput)
-                columns_.push_back({.source = Source::parameter,
-                                    .name = parameterName(flowsheet, unit, parameter.name),
-                                    .unit = unitOfParameter(units, parameter.dimensionality),
-                                    .owner = flowsheet.isFlowsheet ? flowsheet.units[unit].name : "",
-                                    .key = parameter.name});
-    for (const FeedStream& feed : flowsheet.feeds)
-        addStream(feed.name, flowsheet, design, units, columns_);
-    for (const UnitCase& unit : flowsheet.units)
-        for (const PortConnection& product : unit.products)
-            addStream(product.stream, flowsheet, design, units, columns_);
+    for (StudyColumn& column : resultColumns(flowsheet, parameters, units))
+        if (std::ranges::none_of(
+                design.axes, [&](const Axis& axis) { return isSameName(axis.variable.name, column.name); }))
+            columns_.push_back(std::move(column));
     columns_.push_back({.source = Source::status, .name = "status"});
     columns_.push_back({.source = Source::message, .name = "message"});
 }
@@ -192,7 +127,7 @@ std::string StudyTable::line(std::size_t point, const Json& results) const {
         case Source::parameter:
         case Source::stream:
         case Source::fraction:
-            cells.push_back(valueCell(column, results));
+            cells.push_back(cellOf(findValue(column, results), column.unit));
             break;
         case Source::status:
             cells.push_back(results.contains("error") ? failedWord : "ok");

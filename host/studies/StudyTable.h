@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Design.h"
-#include "results/TableUnits.h"
+#include "StudyColumn.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -12,20 +12,6 @@
 #include <vector>
 
 namespace solvane::host {
-
-/// What a column shows of a point's results.
-struct StudyColumn {
-    enum class Source { point, count, axis, parameter, stream, fraction, status, message };
-
-    Source source{};
-    std::string name{};  ///< such as "Suction.flow"
-    std::string unit{};  ///< of measure; empty for none
-    std::string owner{}; ///< the stream or, of a case that lists its units, the unit
-    std::string key{};   ///< in the results: of the value, or the compound
-    std::size_t axis = 0;
-
-    std::string title() const { return unit.empty() ? name : name + " (" + unit + ")"; }
-};
 
 /// A study's point, the values of the axes, the output parameters of all units, the streams and how it went.
 class StudyTable {

@@ -3,9 +3,11 @@
 #include "cases/NameList.h"
 #include "cases/ParameterRules.h"
 #include "cases/UnitOfMeasure.h"
+#include "channel/MeantName.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace solvane::host {
 
@@ -57,6 +59,13 @@ std::string parameterName(const Case& flowsheet, std::size_t unit, const std::st
     return flowsheet.isFlowsheet ? flowsheet.units[unit].name + "." + parameter : parameter;
 }
 
+std::string unknownName(const std::string& what, const std::string& name,
+                        const std::vector<std::string>& known) {
+    const std::string meant = closestName(known, name);
+    return "the " + what + " \"" + name + "\" is unknown" +
+           (meant.empty() ? "; " + what + "s: " + nameList(known) : "; did you mean \"" + meant + "\"?");
+}
+
 std::vector<Variable> variablesOf(const Case& flowsheet, const UnitParameters& parameters) {
     std::vector<Variable> variables;
     for (std::size_t unit = 0; unit < parameters.size(); ++unit)
@@ -75,8 +84,9 @@ bool findVariable(const std::vector<Variable>& variables, const std::string& nam
     const auto found =
         std::ranges::find_if(variables, [&](const Variable& one) { return isSameName(one.name, name); });
     if (found == variables.end()) {
-        error =
-            "the variable \"" + name + "\" is unknown; variables: " + nameList(variables, &Variable::name);
+        std::vector<std::string> known;
+        std::ranges::transform(variables, std::back_inserter(known), &Variable::name);
+        error = unknownName("variable", name, known);
         return false;
     }
     variable = *found;

@@ -25,11 +25,15 @@ using UnitParameters = std::vector<std::vector<ModelParameter>>;
 /// The name of a parameter in a study: with its unit's name if the case lists its units.
 std::string parameterName(const Case& flowsheet, std::size_t unit, const std::string& parameter);
 
+/// The text about a wrong name, with the known one that was probably meant, or all. `what` is the singular.
+std::string unknownName(const std::string& what, const std::string& name,
+                        const std::vector<std::string>& known);
+
 /// All variables of a case. A feed has the two conditions by which the case gives it, the flow and the
 /// fractions.
 std::vector<Variable> variablesOf(const Case& flowsheet, const UnitParameters& parameters);
 
-/// Finds a variable by its name, ignoring the case of letters; false with a text that lists the known ones.
+/// Finds a variable by its name, ignoring the case of letters; false with the text of `unknownName`.
 [[nodiscard]] bool findVariable(const std::vector<Variable>& variables, const std::string& name,
                                 Variable& variable, std::string& error);
 

@@ -102,7 +102,8 @@ expect_text (text, 'n     input   integer  -3          from -5 to 0');
 expect_text (text, 'how   input   string   a           default <b>, one of a, <b>');
 
 % Results in files: of a success, of a failure with what was known before it, of a case that cannot be read.
-json = {file('one.json.out'), file('failed.json.out'), file('bad.json.out'), file('many.json.out'), file('recycle.json.out')};
+json = {file('one.json.out'), file('failed.json.out'), file('bad.json.out'), file('many.json.out'), file('recycle.json.out'), ...
+        file('target.json.out'), file('missed.json.out')};
 write (json{2}, '{"ok": true}'); % of an earlier run
 write (json{3}, '{"ok": true}');
 host (0, 'run', written, '--json', json{1}, '--csv', file ('streams.csv'), '--reports', file ('reports'), '--units', ...
@@ -145,6 +146,45 @@ if (! result.convergence.converged || numel (result.convergence.iterations) > 8 
   error ('the recycle gives %s', jsonencode (result));
 end
 expect_failure (2, 'the case has recycles', 'check', fullfile (examples, 'recycle', 'case.json'));
+
+% Targets: the example of the help prints what the page shows; T^2/300 = 350 at T = sqrt(105000); a script that fails at
+% an end, and one that fails inside the bracket.
+page = fileread (fullfile (examples, '..', 'help', 'pages', 'targets.html'));
+shown = regexp (page, '<pre class="target">\n(.*?)</pre>', 'tokens');
+options = regexprep (shown{1}{1}, '^SolvaneHost run case.json|\n', '');
+printed = host (0, 'run', fullfile (examples, '..', 'models', 'compressor', 'case.json'), options);
+if (! strncmp (printed, shown{2}{1}, numel (shown{2}{1})))
+  error ('the example prints %s', printed);
+end
+target = @(condition) write (file ('target.json'), ['{"compounds": ["methane"], "feeds": [{"name": "F", ' ...
+  '"temperature": 300, "pressure": 1e5, "flow": 1, "composition": {"methane": 1}}], "products": ["P"], ' ...
+  '"model": {"script": ["T = getFeedProp(1, ''temperature'');", "if ' condition '; error(''too hot''); end", ' ...
+  '"setProduct(1, 1, 1, ''temperature'', T^2/300, ''pressure'', 1e5);"]}}']);
+search = {'run', file('target.json'), '--adjust', '"f.temperature=10 degC:100 degC"', '--target', 'P.temperature=350', '--json'};
+target ('T > 373.5');
+host (0, search{:}, json{6});
+result = jsondecode (fileread (json{6}));
+found = result.adjustment.value;
+if (abs (found - sqrt (105000)) > 3e-4 || result.streams(1).temperature != found ...
+    || abs (result.streams(2).temperature - 350) > 350e-6 || result.adjustment.trials(1).value != 283.15)
+  error ('the search finds %s', jsonencode (result));
+end
+failures = {'T > 350', 'At F.temperature = 100 degC: Calculate failed: too hot', 2
+            'T > 310 && T < 340', 'Calculate failed: too hot', 3};
+for i = 1:rows (failures)
+  target (failures{i, 1});
+  [~, errors] = host (1, search{:}, json{7});
+  expect_text (errors, failures{i, 2});
+  expect_text (errors, "script:2:");
+  result = jsondecode (fileread (json{7}));
+  if (result.ok || result.adjustment.reached || numel (result.adjustment.trials) != failures{i, 3} ...
+      || ! isempty (result.adjustment.trials(end).output))
+    error ('a failed search leaves %s', jsonencode (result));
+  end
+end
+expect_failure (2, 'requires --target', search{1:4});
+expect_failure (2, 'did you mean "P.temperature"?', search{1:5}, 'P.temprature=3');
+
 if (system (strjoin ([{'python3', fullfile(fileparts (mfilename ('fullpath')), 'checkSchema.py'), ...
                        fullfile(examples, '..', 'docs', 'results.schema.json')} json])) != 0)
   error ('the results do not match their schema');

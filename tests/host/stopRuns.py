@@ -109,6 +109,12 @@ def main():
         run.expect_end(INTERRUPTED, (0, 2), "case.json: Interrupted")
         run.expect_nothing_left()
 
+        run = Run(folder, "while true, end", "--adjust", "Feed.flow=1:2", "--target", "Product.flow=1.5")
+        run.interrupt()
+        run.expect_end(INTERRUPTED, (0, 2), "case.json: At Feed.flow = 1 mol/s: Interrupted: unit \"Endless\"")
+        run.expect_results("Interrupted")
+        run.expect_nothing_left()
+
         run = Run(folder, "while true, end", "--limit", "5")
         run.expect_end(FAILED, (0, 7), 'limit of 5 s: unit "Endless"; last log line: endless')
         run.expect_results("The run did not end within the limit of 5 s")
