@@ -4,9 +4,9 @@
 #include "com/Module.h"
 #include "com/Text.h"
 #include "commands/HostCommands.h"
+#include "commands/RunCommandLine.h"
 #include "commands/SweepCommandLine.h"
 #include "flowsheet/MessageBoxes.h"
-#include "results/TableUnits.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,20 +20,6 @@
 namespace solvane::host {
 
 namespace {
-
-std::string profileHelp() {
-    std::string text = "How the host calls the unit, instead of the case's profile:";
-    for (const Profile& profile : profiles)
-        text.append("\n").append(profile.name).append(": ").append(profile.summary);
-    return text;
-}
-
-constexpr char exitCodes[] =
-    "Exit codes:\n"
-    "  0    success\n"
-    "  1    the calculation or the unit's window failed, or the doctor found something wrong\n"
-    "  2    a bad command line, case or model file\n"
-    "  130  interrupted: Ctrl-C, Ctrl-Break or the closing of the console stopped the run";
 
 /// An unknown command is reported as such, not as a missing one.
 std::string usageFault(const CLI::App* app, const CLI::Error& fault) {
@@ -57,73 +43,6 @@ std::vector<std::string> commandLineWords() {
     for (int i = count - 1; i > 0; --i)
         result.push_back(narrow(words[i], CP_UTF8));
     return result;
-}
-
-void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
-    auto* command = app.add_subcommand("run", "Calculate a case and print its streams and reports");
-    command->add_option("case", run.casePath, "The case file (see \"SolvaneHost help-case\")")->required();
-    command
-        ->add_option("--generation", run.generation,
-                     "CAPE-OPEN thermodynamics version of the materials, instead of the case's")
-        ->check(CLI::IsMember({"1.0", "1.1"}));
-    std::vector<std::string> profileNames;
-    for (const Profile& profile : profiles)
-        profileNames.emplace_back(profile.name);
-    command->add_option("--profile", run.profile, profileHelp())->check(CLI::IsMember(profileNames));
-    command
-        ->add_option(
-            "--units", run.units,
-            "Units of the tables: si, metric (degC, bar, kmol/h) or field (degF, psi, lbmol/h), instead "
-            "of those in which the case states its feeds")
-        ->check(CLI::IsMember(std::vector<std::string>(unitSystems.begin(), unitSystems.end())));
-    command->add_option(
-        "--json", run.jsonPath,
-        "Also write the results to this JSON file, in SI units; a failed run writes the error "
-        "and what is known");
-    command->add_option(
-        "--csv", run.csvPath,
-        "Also write the streams to this file, comma-separated, in the units of the tables and "
-        "with all digits");
-    command->add_option("--html", run.htmlPath,
-                        "Also write a page for the browser: the flowsheet, the tables, reports and warnings");
-    command->add_option("--reports", run.reportFolder,
-                        "Also write each report to a text file in this folder");
-    command->add_flag("--verbose", run.verbose,
-                      "Also print the report \"Matlab Output\": what the script printed");
-    command->add_option("--limit", run.limit, "Stop a run that takes longer than this time, in seconds")
-        ->check(CLI::Range(0.001, 1e9));
-    auto* adjust = command->add_option(
-        "--adjust", run.adjustment.variable,
-        "VARIABLE=FIRST:LAST, such as \"outlet pressure=2 bar:20 bar\": run the case again and again, and "
-        "find "
-        "the value between these that gives the output of --target its value. The variables are those of "
-        "\"sweep\"");
-    auto* target = command->add_option(
-        "--target", run.adjustment.target,
-        "OUTPUT=VALUE, such as \"shaft power=600 kW\" or Product.temperature=350: an output parameter "
-        "(UNIT.PARAMETER if the case lists its units), or STREAM.temperature, .pressure, .flow, "
-        ".vaporFraction or .x(COMPOUND)");
-    adjust->needs(target);
-    target->needs(adjust);
-    command
-        ->add_option("--target-tolerance", run.adjustment.tolerance,
-                     "How close the output must come, in parts of its target; if that is 0, in parts of the "
-                     "larger output at the ends")
-        ->check(CLI::Range(0.0, 1.0))
-        ->capture_default_str()
-        ->needs(target);
-    command->add_option("--trials", run.adjustment.limit, "The most runs to find the target")
-        ->check(CLI::Range(2, 10'000))
-        ->capture_default_str()
-        ->needs(target);
-    command->footer(
-        "A run of more than ten seconds prints a line every ten seconds: what runs, and its last log line. "
-        "Ctrl-C stops the run, and Octave with the script; a second Ctrl-C ends the program at once. Matlab "
-        "cannot be stopped: the program then ends after two seconds, Matlab runs its script to the end, and "
-        "the "
-        "units' temporary folders stay until a unit is next created.\n\n" +
-        std::string(exitCodes));
-    command->final_callback([&] { result = runCommand(run); });
 }
 
 void addCheck(CLI::App& app, CheckOptions& check, ExitCode& result) {
@@ -204,10 +123,17 @@ void addEdit(CLI::App& app, EditOptions& edit, std::optional<MessageBoxes>& boxe
                      "The model file (.svm), or the case file of one unit: the model is then saved to the "
                      "model file that the case names, or to a new one next to the case")
         ->required();
-    command->add_option(
+    auto* with = command->add_option(
         "--with", edit.casePath,
         "A case file of one unit: its streams are connected to the model file's ports, so that "
         "\"Test\" runs the script on them. The streams of a case are always connected");
+    auto* feed = command->add_option(
+        "--feed", edit.feeds,
+        "A stream for a feed port of the model file, with the keys of a case, such as \"name=Feed, "
+        "temperature=350 K, pressure=2 bar, flow=10 mol/s, composition=methane:0.5;ethane:0.5\". For each "
+        "feed once; all products get a stream");
+    feed->type_name("TEXT")->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    feed->excludes(with);
     command->final_callback([&] {
         boxes.reset();
         result = editCommand(edit);
@@ -228,7 +154,7 @@ void addDoctor(CLI::App& app, ExitCode& result) {
         "Checks the unit's registration and files, the type libraries, the temporary folder, and Matlab or "
         "its replacement; starts it, starts the unit and runs a one-line script. Each fault comes with a "
         "remedy. Takes about twice as long as Matlab takes to start.\n\n" +
-        std::string(exitCodes));
+        std::string(exitCodesText));
     command->final_callback([&] { result = doctorCommand(); });
 }
 
@@ -237,7 +163,7 @@ ExitCode runProgram() {
     app.require_subcommand(1);
     app.allow_windows_style_options(false); // a case may be an absolute Unix path
     app.set_version_flag("--version", std::string("SolvaneHost " SOLVANE_VERSION));
-    app.footer(exitCodes);
+    app.footer(exitCodesText);
     app.failure_message(usageFault);
 
     ExitCode result = ok;

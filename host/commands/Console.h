@@ -12,6 +12,14 @@ namespace solvane::host {
 /// A bad case or model file counts as bad usage. An interrupted program returns what shells expect.
 enum ExitCode { ok = 0, calculationFailed = 1, badUsage = 2, interrupted = 130 };
 
+/// The same for users.
+inline constexpr char exitCodesText[] =
+    "Exit codes:\n"
+    "  0    success\n"
+    "  1    the calculation or the unit's window failed, or the doctor found something wrong\n"
+    "  2    a bad command line, case or model file\n"
+    "  130  interrupted: Ctrl-C, Ctrl-Break or the closing of the console stopped the run";
+
 /// Texts are UTF-8.
 void print(std::FILE* stream, std::string_view text);
 

@@ -1,6 +1,7 @@
 #include "HostCommands.h"
 
 #include "cases/CaseReader.h"
+#include "cases/FeedLines.h"
 #include "cases/FilePath.h"
 #include "com/Text.h"
 #include "com/Wine.h"
@@ -30,18 +31,20 @@ bool readCaseOfOneUnit(const std::string& path, Case& flowsheet, std::string& er
     return !flowsheet.isFlowsheet;
 }
 
-bool readModelFile(const std::filesystem::path& path, const std::string& casePath, EditedModel& model,
+bool readModelFile(const std::filesystem::path& path, const EditOptions& options, EditedModel& model,
                    std::string& error) {
     ModelFile file{.name = pathText(path.filename())};
     if (!readFile(path, file.bytes, error))
         return false;
     model.target = path;
     model.flowsheet.units.resize(1);
-    if (!casePath.empty()) {
+    if (!options.casePath.empty()) {
         model.flowsheet = {};
-        if (!readCaseOfOneUnit(casePath, model.flowsheet, error))
+        if (!readCaseOfOneUnit(options.casePath, model.flowsheet, error))
             return false;
     }
+    if (!readFeedLines(options.feeds, model.flowsheet, error))
+        return false;
     model.unit().progId = UnitCase().progId;
     model.unit().model = std::move(file);
     model.unit().parameters.clear(); // the case's values would change the model
@@ -93,6 +96,16 @@ bool save(ICapeUnit* unit, const std::filesystem::path& target, std::string& err
     return saveModelFile(unit, bytes, error) && writeFile(target, bytes, error);
 }
 
+/// Feeds of the command line come without products; the model's own ports get a stream each.
+bool addProducts(ICapeUnit* unit, UnitCase& unitCase, std::string& error) {
+    std::vector<std::string> feeds, products;
+    if (!readPorts(unit, feeds, products, error))
+        return false;
+    for (const std::string& name : products)
+        unitCase.products.push_back({name, name});
+    return true;
+}
+
 /// Connects what the model and the case have in common: a model in the making may lack ports.
 void connectStreams(ICapeUnit* unit, const std::vector<Connection>& connections) {
     for (const Connection& connection : connections)
@@ -132,10 +145,10 @@ ExitCode editCommand(const EditOptions& options) {
     EditedModel model;
     std::string error;
     const std::filesystem::path path = filePath(options.path);
-    if (!options.casePath.empty() && !isModelFile(path))
-        return complain(badUsage,
-                        options.path + ": --with goes with a model file (.svm); a case has its own streams");
-    if (!(isModelFile(path) ? readModelFile(path, options.casePath, model, error)
+    if (!(options.casePath.empty() && options.feeds.empty()) && !isModelFile(path))
+        return complain(badUsage, options.path + (options.feeds.empty() ? ": --with" : ": --feed") +
+                                      " goes with a model file (.svm); a case has its own streams");
+    if (!(isModelFile(path) ? readModelFile(path, options, model, error)
                             : readModelOfCase(options.path, model, error)))
         return complain(badUsage, error);
     if (!hasScreen())
@@ -145,12 +158,14 @@ ExitCode editCommand(const EditOptions& options) {
                 std::string(isWine() ? "; under Wine, set DISPLAY" : ""));
     const auto habits = std::make_shared<MaterialHabits>();
     habits->rules = model.flowsheet.profile.materials;
-    std::vector<Stream> streams;
-    if (!makeStreams(model.flowsheet, habits, streams, error))
-        return complain(calculationFailed, options.path + ": " + error);
     UnitSession session(model.unit(), model.flowsheet.profile);
     if (!session.start([&](std::string_view line) { printUnitLine(model.unit().name, line); }, error))
         return complain(session.fault(), options.path + ": " + error);
+    if (!options.feeds.empty() && !addProducts(session.unit(), model.unit(), error))
+        return complain(calculationFailed, options.path + ": " + error);
+    std::vector<Stream> streams;
+    if (!makeStreams(model.flowsheet, habits, streams, error))
+        return complain(calculationFailed, options.path + ": " + error);
     connectStreams(session.unit(), connectionsOf(model.unit(), streams));
     return edit(session.unit(), model);
 }

@@ -119,6 +119,7 @@ ExitCode newCommand(const NewOptions& options);
 struct EditOptions {
     std::string path;     ///< of a case of one unit, or of a model file
     std::string casePath; ///< of the case of one unit whose streams a model file gets; empty for none
+    std::vector<std::string> feeds{}; ///< of a model file, instead; see `readFeedLines`
 };
 
 /// Opens the unit's window, with the case's streams at its ports, and writes the changed model to its file.

@@ -16,35 +16,6 @@ namespace {
 
 constexpr wchar_t scriptName[] = L"calc.m";
 
-bool readPorts(ICapeUnit* unit, ModelDescription& description, std::string& error) {
-    ComRef<IDispatch> ports;
-    HRESULT result = unit->get_ports(ports.put());
-    if (FAILED(result))
-        return callFailed(error, "get_ports", unit, result);
-    const auto collection = queryInterface<ICapeCollection>(ports.get());
-    LONG count = 0;
-    if (collection)
-        collection->Count(&count);
-    for (LONG i = 1; i <= count; ++i) {
-        ComRef<IDispatch> item;
-        result = collection->Item(Variant(i).get(), item.put());
-        if (FAILED(result))
-            return callFailed(error, "Item of the ports", collection.get(), result);
-        const auto port = queryInterface<ICapeUnitPort>(item.get());
-        const auto identification = queryInterface<ICapeIdentification>(item.get());
-        Bstr name;
-        CapePortDirection direction{};
-        if (!port || !identification || FAILED(identification->get_ComponentName(name.put())) ||
-            FAILED(port->get_direction(&direction))) {
-            error = "Port " + std::to_string(i) + " of the unit has no name or direction";
-            return false;
-        }
-        (direction == CAPE_INLET ? description.feeds : description.products)
-            .push_back(narrow(name.view(), CP_UTF8));
-    }
-    return true;
-}
-
 /// The bytes of a file as a unit writes it into a bag: text, or bytes and one more at the end.
 std::string fileBytes(Variant value) {
     if (value.type() == VT_BSTR)
@@ -102,7 +73,8 @@ bool readFiles(ICapeUnit* unit, UnitModel& model, std::string& error) {
 } // namespace
 
 bool describeModel(ICapeUnit* unit, ModelDescription& description, std::string& error) {
-    if (!readPorts(unit, description, error) || !readParameters(unit, description.model.parameters, error) ||
+    if (!readPorts(unit, description.feeds, description.products, error) ||
+        !readParameters(unit, description.model.parameters, error) ||
         !readReportNames(unit, description.model.reports, error))
         return false;
     std::erase(description.model.reports, outputReport);

@@ -10,19 +10,11 @@ namespace solvane::host {
 namespace {
 
 /// The names of the ports, for the message that one is missing.
-std::string portList(ICapeCollection& ports) {
-    LONG count = 0;
-    ports.Count(&count);
-    std::vector<std::string> names;
-    for (LONG i = 1; i <= count; ++i) {
-        ComRef<IDispatch> item;
-        Bstr name;
-        if (FAILED(ports.Item(Variant(i).get(), item.put())))
-            continue;
-        const auto identification = queryInterface<ICapeIdentification>(item.get());
-        if (identification && SUCCEEDED(identification->get_ComponentName(name.put())))
-            names.push_back(narrow(name.view(), CP_UTF8));
-    }
+std::string portList(ICapeUnit* unit) {
+    std::vector<std::string> names, products;
+    std::string ignored;
+    static_cast<void>(readPorts(unit, names, products, ignored));
+    names.insert(names.end(), products.begin(), products.end());
     return names.empty() ? "; the unit has none" : "; the unit's ports: " + nameList(names);
 }
 
@@ -40,8 +32,8 @@ bool findPort(ICapeUnit* unit, const std::string& name, ComRef<ICapeUnitPort>& p
     Variant id(std::wstring_view(widen(name, CP_UTF8)));
     result = collection->Item(id.get(), item.put());
     if (FAILED(result)) {
-        error = callFailure("Looking for the port \"" + name + "\"", collection.get(), result) +
-                portList(*collection);
+        error =
+            callFailure("Looking for the port \"" + name + "\"", collection.get(), result) + portList(unit);
         return false;
     }
     port = queryInterface<ICapeUnitPort>(item.get());
@@ -75,6 +67,35 @@ std::string callFailure(const std::string& call, IUnknown* object, HRESULT resul
 bool callFailed(std::string& error, const std::string& call, IUnknown* object, HRESULT result) {
     error = callFailure(call, object, result);
     return false;
+}
+
+bool readPorts(ICapeUnit* unit, std::vector<std::string>& feeds, std::vector<std::string>& products,
+               std::string& error) {
+    ComRef<IDispatch> ports;
+    HRESULT result = unit->get_ports(ports.put());
+    if (FAILED(result))
+        return callFailed(error, "get_ports", unit, result);
+    const auto collection = queryInterface<ICapeCollection>(ports.get());
+    LONG count = 0;
+    if (collection)
+        collection->Count(&count);
+    for (LONG i = 1; i <= count; ++i) {
+        ComRef<IDispatch> item;
+        result = collection->Item(Variant(i).get(), item.put());
+        if (FAILED(result))
+            return callFailed(error, "Item of the ports", collection.get(), result);
+        const auto port = queryInterface<ICapeUnitPort>(item.get());
+        const auto identification = queryInterface<ICapeIdentification>(item.get());
+        Bstr name;
+        CapePortDirection direction{};
+        if (!port || !identification || FAILED(identification->get_ComponentName(name.put())) ||
+            FAILED(port->get_direction(&direction))) {
+            error = "Port " + std::to_string(i) + " of the unit has no name or direction";
+            return false;
+        }
+        (direction == CAPE_INLET ? feeds : products).push_back(narrow(name.view(), CP_UTF8));
+    }
+    return true;
 }
 
 bool connectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error) {

@@ -23,6 +23,9 @@ std::string callFailure(const std::string& call, IUnknown* object, HRESULT resul
 /// For `return callFailed(...)`: puts that text into `error` and is always false.
 bool callFailed(std::string& error, const std::string& call, IUnknown* object, HRESULT result);
 
+/// Reads the names of the ports in the unit's order.
+bool readPorts(ICapeUnit* unit, std::vector<std::string>& feeds, std::vector<std::string>& products,
+               std::string& error);
 bool connectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error);
 bool disconnectPorts(ICapeUnit* unit, const std::vector<Connection>& connections, std::string& error);
 bool validate(ICapeUnit* unit, std::string& error);

@@ -1,5 +1,6 @@
 #include "cases/CaseReader.h"
 #include "CaseFolder.h"
+#include "cases/FeedLines.h"
 #include "cases/Quantity.h"
 #include "results/TableUnits.h"
 
@@ -277,6 +278,44 @@ TEST(Quantities, ofADifferenceHaveNoZeroOfTheirOwn) {
     std::string error;
     EXPECT_TRUE(parseQuantity("18 degF", std::vector<double>{0, 0, 0, 0, 1, 0, 0, 0, 1}, quantity, error));
     EXPECT_NEAR(quantity.value, 10, 1e-12);
+}
+
+TEST(FeedLines, readFeedsAsCasesHaveThem) {
+    const std::string hot = "name=Hot feed,temperature=80 degC, pressure = 2e5, flow=36 kmol/h,"
+                            "composition=methane:0.25; n-butane : 0.75";
+    Case flowsheet;
+    flowsheet.units.resize(1);
+    std::string error;
+    ASSERT_TRUE(readFeedLines({hot, "name=2, pressure=1, vaporFraction=1, flow=1, composition=ethane:1"},
+                              flowsheet, error))
+        << error;
+    EXPECT_EQ(flowsheet.compounds,
+              (std::vector{findCompound("methane"), findCompound("n-butane"), findCompound("ethane")}));
+    EXPECT_EQ(flowsheet.units[0].feeds[1].port, "2");
+    const FeedStream& feed = flowsheet.feeds[0];
+    EXPECT_EQ(feed.name, "Hot feed");
+    EXPECT_NEAR(*feed.temperature, 353.15, 1e-9);
+    EXPECT_NEAR(feed.flow, 10, 1e-9);
+    EXPECT_EQ(*feed.pressure, 2e5);
+    EXPECT_EQ(feed.composition, (std::vector<double>{0.25, 0.75, 0}));
+    const struct {
+        std::vector<std::string> lines;
+        const char* message;
+    } rows[] = {
+        {{"Feed"}, "--feed \"Feed\": \"Feed\" is not of the form KEY=VALUE"},
+        {{"name=a, name=b"}, "\"name\" is given twice"},
+        {{"name=a, composition=methane"}, "\"methane\" is not of the form KEY:VALUE"},
+        {{"name=a, temp=3"}, "--feed: the key \"temp\" is unknown; known keys: name, temperature"},
+        {{"name=a, pressure=1 K"}, "--feed.pressure: \"1 K\" has the wrong dimension"},
+        {{"name=a, pressure=1, vaporFraction=1, flow=1, composition=methan:1"}, "not among the case's"},
+        {{hot, hot}, "Hot feed"},
+    };
+    for (const auto& row : rows) {
+        flowsheet = {};
+        flowsheet.units.resize(1);
+        EXPECT_FALSE(readFeedLines(row.lines, flowsheet, error)) << row.message;
+        EXPECT_NE(error.find(row.message), error.npos) << error;
+    }
 }
 
 } // namespace

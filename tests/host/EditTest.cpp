@@ -99,7 +99,7 @@ std::string test(WindowDriver& user) {
 
 TEST(EditCommand, makesAUnitWithoutASimulatorAsTheHelpShows) {
     const std::vector<std::string> walk = readWalk();
-    ASSERT_EQ(walk.size(), 6u);
+    ASSERT_EQ(walk.size(), 7u);
     const CaseFolder folder;
     const std::string path = folder.write("heater.json", walk[0]);
     std::string mended = walk[1];
@@ -120,16 +120,20 @@ TEST(EditCommand, makesAUnitWithoutASimulatorAsTheHelpShows) {
     ASSERT_TRUE(readFile(model, before, error)) << outcome.printed;
 
     // Neither the streams nor a test change the model.
-    outcome = edit(
-        pathText(model),
-        [&](WindowDriver& user) {
-            user.pickTab(IDC_EDIT_TABS, matlabTab);
-            EXPECT_EQ(test(user), withReturns(walk[3]));
-            user.press(L"&Close");
-        },
-        L" --with \"" + filePath(path).wstring() + L"\"");
-    EXPECT_EQ(outcome.printed, "Nothing was changed.\n");
-    EXPECT_TRUE(readFile(model, after, error) && before == after);
+    const std::size_t options = walk[6].find(" --feed");
+    const std::string feed = walk[6].substr(options, walk[6].find('\n') - options);
+    for (const std::wstring& streams : {L" --with \"" + filePath(path).wstring() + L"\"", widen(feed)}) {
+        outcome = edit(
+            pathText(model),
+            [&](WindowDriver& user) {
+                user.pickTab(IDC_EDIT_TABS, matlabTab);
+                EXPECT_EQ(test(user), withReturns(walk[3]));
+                user.press(L"&Close");
+            },
+            streams);
+        EXPECT_EQ(outcome.printed, "Nothing was changed.\n");
+        EXPECT_TRUE(readFile(model, after, error) && before == after);
+    }
 
     std::string text = walk[0];
     folder.write("heater.json", text.insert(text.rfind('}'), walk[4]));

@@ -60,6 +60,7 @@ usage = {1, 'unit.json: No component is registered as "No.Such.Unit"', ['run ' f
          2, 'the case lists units', ['edit ' fullfile(examples, 'flowsheet', 'case.json')]
          2, 'unit.svm, which exists', ['edit ' file('unit.json')]
          2, 'model.SVM does not exist', 'edit /no/such/model.SVM'
+         2, '--feed goes with a model file', ['edit ' written ' --feed name=a']
          2, '--with goes with a model file', ['edit ' written ' --with ' written]
          2, 'the case lists units', ['edit ' file('unit.svm') ' --with ' fullfile(examples, 'flowsheet', 'case.json')]
          2, 'new.svm cannot be written: there is no folder ', ['save ' written ' -o ' file('none/new.svm')]};
