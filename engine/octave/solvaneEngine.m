@@ -64,9 +64,23 @@ function answer = perform (command, errorStack)
   elseif (strcmp (answer{1}, "send"))
     printed(end) = [];
     try
+      printed = withoutFalseWarnings (printed);
       answer{2} = [printed errorStack(printed)];
     catch
       answer{2} = printed; % functions of the user have the names of Octave's own
+    end
+  end
+end
+
+% Octave for Windows reads the subfolders of a folder on its path by a name in UTF-8, where Windows expects one in its code
+% page, and warns that a folder with letters beyond ASCII does not exist, although it finds the functions in it.
+function printed = withoutFalseWarnings (printed)
+  pattern = ['warning: load_path: ([^\n]*): No such file or directory\n' ...
+             '(?:warning: called from\n(?: {4}[^\n]+ at line \d+ column \d+\n)+\n?)?'];
+  [warnings, folders] = regexp (printed, pattern, "match", "tokens");
+  for k = 1:numel (warnings)
+    if (any (folders{k}{1} > 127) && isfolder (folders{k}{1}))
+      printed = strrep (printed, warnings{k}, "");
     end
   end
 end

@@ -105,6 +105,13 @@ std::string ScriptFolder::read(std::wstring_view name) const {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+void ScriptFolder::makeOld() const {
+    const FileHandle folder(CreateFileW(path_.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    const FILETIME old{0, 0x01d00000}; // 2014
+    EXPECT_TRUE(SetFileTime(folder.get(), nullptr, nullptr, &old));
+}
+
 Program startClient(const ScriptFolder& folder, std::string_view script) {
     folder.write(L"client.vbs", script);
     return Program(L"cscript //nologo \"" + folder.path() + L"\\client.vbs\" \"" + folder.path() + L"\"");

@@ -64,6 +64,8 @@ public:
     /// Writes a file with the given bytes.
     void write(std::wstring_view name, std::string_view content) const;
     std::string read(std::wstring_view name) const;
+    /// Dates the folder back. Octave looks into the subfolders of one that has not just changed.
+    void makeOld() const;
 
 private:
     std::wstring path_;

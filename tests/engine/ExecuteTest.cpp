@@ -140,8 +140,11 @@ TEST_F(Execute, readsScriptsInTheAnsiCodePageAndInUtf8) {
 TEST_F(Execute, takesWindowsPathsInCommandsAndScripts) {
     const ScriptFolder here;
     const ScriptFolder there;
-    here.write(L"goThere.m", "cd(other)\naddpath(home, other)\n");
+    here.write(L"goThere.m", "change(other, home)\n");
+    here.write(L"change.m", "function change(other, home)\ncd(other)\naddpath(home, other)\nrehash\n");
     there.write(L"answer.m", "function a = answer\na = 42;\n");
+    here.makeOld();
+    there.makeOld();
     std::wstring loud = here.path();
     std::transform(loud.begin(), loud.end(), loud.begin(),
                    [](wchar_t c) { return c < 128 ? std::towupper(c) : c; });

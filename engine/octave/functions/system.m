@@ -1,4 +1,4 @@
-% Runs a program, as Octave does, but the program's output becomes Octave's.
+% Runs a program, as Octave does, but the program's output becomes Octave's, with Octave's line ends.
 
 function varargout = system (command, varargin)
   if (nargin > 1 || nargout > 1 || ! ischar (command))
@@ -7,6 +7,7 @@ function varargout = system (command, varargin)
   end
   if (ispc ())
     [status, printed] = builtin ("system", command);
+    printed = strrep (printed, "\r\n", "\n");
   else
     % A file, since a pipe would stay open as long as a program in the background holds it.
     % In the engine's folder, which is removed even if this Octave is ended meanwhile.
