@@ -54,7 +54,7 @@ function(solvane_time_limit name)
     set(limit ${limit_${name}})
   endif()
   math(EXPR limit "${limit} * ${slowness}")
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${limit})
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${limit} COST ${limit}) # the long ones begin first
 endfunction()
 
 function(solvane_test name)
@@ -64,6 +64,12 @@ function(solvane_test name)
   target_link_libraries(${name}_test PRIVATE solvane_warnings gtest gmock gtest_main ${test_LIBRARIES})
   add_test(NAME ${name} COMMAND ${name}_test WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   solvane_time_limit(${name})
+endfunction()
+
+# A test that registers a scripted Matlab, in a prefix where no other test needs the engine.
+function(solvane_test_of_scripted_matlab name)
+  set_property(TEST ${name} APPEND PROPERTY RESOURCE_LOCK scripted_matlab)
+  set_target_properties(${name}_test PROPERTIES CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/tests/doubles/withScriptedMatlab)
 endfunction()
 
 # A test of windows: it has a screen of its own, in a prefix that the next one uses after it.
