@@ -49,7 +49,7 @@ private:
     MatlabWorker& worker_;
     std::wstring startError_;
     bool isMatlabShared_ = false; ///< other clients may use Matlab too
-    bool isMatlabLost_ = false;   ///< its process ended during a run: the next run starts another
+    bool isMatlabDue_ = false;    ///< the next run starts one: its process ended, or was busy at the start
     // In this order: Matlab is released before the apartment is left.
     Handle mutex_;
     std::optional<Apartment> apartment_;
@@ -70,7 +70,9 @@ bool MatlabSession::connect(std::wstring& error) {
     if (!mutex_)
         return fail(error, L"Failed to create mutex for Matlab calculations");
     apartment_.emplace();
-    return create(error) && preparePath(error);
+    // A shared Matlab answers after that run, which may be waiting for this unit.
+    isMatlabDue_ = MatlabTurn::isRunInProgress();
+    return isMatlabDue_ || (create(error) && preparePath(error));
 }
 
 bool MatlabSession::create(std::wstring& error) {
@@ -118,16 +120,16 @@ bool MatlabSession::run(std::wstring& error) {
         return false;
     if (runScript(error))
         return true;
-    isMatlabLost_ = isServerGone(matlabApplication_.get());
+    isMatlabDue_ = isServerGone(matlabApplication_.get());
     return false;
 }
 
 bool MatlabSession::isReady(std::wstring& error) {
-    if (isMatlabLost_) {
+    if (isMatlabDue_) {
         matlabApplication_.reset();
         if (!create(error) || !preparePath(error))
             return false;
-        isMatlabLost_ = false;
+        isMatlabDue_ = false;
     }
     if (!matlabApplication_) // Matlab did not start
         error = startError_;

@@ -13,19 +13,19 @@ constexpr wchar_t mutexName[] = L"SolvaneUnitOperationSharedMatlabMutex";
 constexpr DWORD shortPatience = 1000; // milliseconds
 
 // The runs of a process follow one another, unless one begins inside another on the host's thread.
-std::atomic<bool> isRunInProgress{false};
+std::atomic<bool> hasRunInProgress{false};
 
 } // namespace
 
 MatlabTurn::~MatlabTurn() {
     if (isForRun_)
-        isRunInProgress = false;
+        hasRunInProgress = false;
     if (mutex_)
         ReleaseMutex(mutex_.get());
 }
 
 bool MatlabTurn::takeForRun(HANDLE cancelEvent, std::wstring& error) {
-    if (isRunInProgress.exchange(true))
+    if (hasRunInProgress.exchange(true))
         return fail(
             error, L"Matlab is running the script of another unit of this simulator, which has started this "
                    L"calculation and waits for it. Matlab runs one script at a time: calculate the units one "
@@ -35,6 +35,10 @@ bool MatlabTurn::takeForRun(HANDLE cancelEvent, std::wstring& error) {
     if (wait(INFINITE, cancelEvent))
         return true;
     return fail(error, L"The unit was terminated while it waited for its turn on Matlab");
+}
+
+bool MatlabTurn::isRunInProgress() {
+    return hasRunInProgress;
 }
 
 bool MatlabTurn::takeSoon() {

@@ -22,6 +22,9 @@ public:
     /// another run of this process, whose turn would never end.
     [[nodiscard]] bool takeForRun(HANDLE cancelEvent, std::wstring& error);
 
+    /// Whether a run of this process has its turn, or waits for it.
+    static bool isRunInProgress();
+
     /// Waits for a short time. False if another unit keeps its turn longer.
     [[nodiscard]] bool takeSoon();
 

@@ -33,8 +33,8 @@ TEST_F(SharedMatlab, keepsRunsOfTwoProcessesInTheirFolders) {
               temporary.path() + L"SolvaneUnitMEXMatlab.Application.9.14");
 }
 
-// The unit may have been created inside that script's run, which then waits for it.
-TEST_F(SharedMatlab, letsAUnitEndDuringAnothersScript) {
+// Both may happen inside that script's run, which then waits for it.
+TEST_F(SharedMatlab, letsUnitsBeginAndEndDuringAnothersScript) {
     matlab.registration.setSharedServer();
     const Handle release(CreateEventW(nullptr, TRUE, FALSE, L"SharedMatlabTest"));
     ModelBag bag;
@@ -50,9 +50,11 @@ TEST_F(SharedMatlab, letsAUnitEndDuringAnothersScript) {
     Sleep(100); // until the script runs
     const ULONGLONG begin = GetTickCount64();
     EXPECT_EQ(leaving.terminate(), S_OK);
+    const HostedUnit coming = createUnit();
     EXPECT_LT(GetTickCount64() - begin, 5000u);
     SetEvent(release.get());
     other.join();
+    EXPECT_EQ(coming.calculate(), S_OK);
 }
 
 // Another user's mutex of the same name, in the same session.
