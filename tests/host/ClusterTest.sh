@@ -1,12 +1,15 @@
 #!/bin/sh
-# A study as a job array, with a Slurm of the test's own that carries out jobs at once, or what the machine has.
+# A study as a job array: by Slurm where its programs are installed, else by a stand-in that carries out jobs at once.
 #   ClusterTest.sh ROOT
 set -eu
 root=$1
+. "$root/tests/host/slurm.sh"
 folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
+trap 'stopSlurm "$folder"; rm -rf "$folder"' EXIT
 cd "$folder"
-cat >sbatch <<'SBATCH'
+
+useStandIn() {
+    cat >sbatch <<'SBATCH'
 #!/bin/sh
 # The words before the script are options; --array=1-N carries it out for each task.
 set -eu
@@ -29,12 +32,23 @@ while [ -n "$count" ] && [ "$i" -le "$count" ]; do
 done
 echo "7;here"
 SBATCH
-chmod +x sbatch
-PATH="$folder:$PATH"
+    chmod +x sbatch
+    PATH="$folder:$PATH"
+}
+
+if hasSlurm; then
+    startSlurm "$folder"
+    scheduler=Slurm
+else
+    useStandIn
+    scheduler="a stand-in for Slurm"
+fi
 case="$root/models/compressor/case.json"
 # The third point fails: the pressure is below that of the feed.
 set -- "$case" --vary "outlet pressure=4 bar,8 bar,0.5 bar" --vary "Feed.flow=10:20:2"
 "$root/examples/cluster/submit.sh" 2 "table.csv" "$@" || { cat ./*.log; exit 1; }
+[ "$scheduler" != Slurm ] || waitForJobs
 "$root/scripts/wine" "$root/build/win64/bin/SolvaneHost.exe" sweep "$@" --csv whole.csv 2>whole.log && exit 1
-cmp table.csv whole.csv || { cat ./*.log; exit 1; }
-[ "$(wc -l <table.csv)" = 7 ] && [ "$(grep -c ,ok, table.csv)" = 4 ] && echo "the shards of a job array give the table of a single study"
+cmp table.csv whole.csv || { cat ./*.log ./*.out; exit 1; }
+[ "$(wc -l <table.csv)" = 7 ] && [ "$(grep -c ,ok, table.csv)" = 4 ] &&
+    echo "the shards of a job array of $scheduler give the table of a single study"
