@@ -2,7 +2,6 @@
 
 #include "ClientWatch.h"
 #include "OctaveSession.h"
-#include "OwnFolder.h"
 #include "channel/DedicatedServer.h"
 #include "com/Border.h"
 #include "com/Text.h"
@@ -132,7 +131,7 @@ HRESULT CAutomationObject::execute(DISPPARAMS& parameters, VARIANT* result, EXCE
         return taken;
     std::wstring output;
     std::wstring error;
-    const CallerWatch watch(OwnFolder::removeAll);
+    const CallerWatch watch(OctaveProcess::abandon);
     const HRESULT executed = OctaveSession::current().execute(std::wstring(command.text()), output, error);
     if (FAILED(executed))
         describe(exception, executed, error);

@@ -35,6 +35,7 @@ public:
     explicit Connection(Socket socket) : socket_(std::move(socket)) {}
 
     explicit operator bool() const { return static_cast<bool>(socket_); }
+    SOCKET socket() const { return socket_.get(); }
 
     /// Fills all of `bytes`.
     bool read(std::span<std::byte> bytes);

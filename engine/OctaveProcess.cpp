@@ -4,9 +4,13 @@
 #include "com/Module.h"
 #include "com/Text.h"
 
+#include <atomic>
+
 namespace solvane::engine {
 
 namespace {
+
+std::atomic<SOCKET> commandSocket = INVALID_SOCKET;
 
 // Octave usually starts within half a second, and from a cold disk within some seconds.
 constexpr DWORD startTimeout = 30000;
@@ -27,6 +31,16 @@ std::wstring temporaryFolder() {
 }
 
 } // namespace
+
+OctaveProcess::~OctaveProcess() {
+    commandSocket = INVALID_SOCKET;
+}
+
+void OctaveProcess::abandon() {
+    // Wine may keep the connection of a process that has ended.
+    shutdown(commandSocket, SD_BOTH);
+    OwnFolder::removeAll();
+}
 
 bool OctaveProcess::launch(std::wstring& error) {
     if (!OctaveProgram::find(programs_, error))
@@ -63,6 +77,7 @@ bool OctaveProcess::waitUntilReady(std::wstring& error) {
     do {
         if (auto connection = listener_.waitForCommandConnection(process_.get(), startTimeout)) {
             commands_ = std::move(*connection);
+            commandSocket = commands_.socket();
             return true;
         }
         if (!process_ || WaitForSingleObject(process_.get(), 0) != WAIT_OBJECT_0) {

@@ -16,6 +16,11 @@ inline constexpr wchar_t stopped[] = L"The command was stopped";
 /// ends the process. Used by one thread.
 class OctaveProcess {
 public:
+    OctaveProcess() = default;
+    ~OctaveProcess();
+    OctaveProcess(const OctaveProcess&) = delete;
+    OctaveProcess& operator=(const OctaveProcess&) = delete;
+
     /// Starts Octave without waiting for it.
     [[nodiscard]] bool launch(std::wstring& error);
 
@@ -27,6 +32,9 @@ public:
     /// text, if the command raised an error; ERROR_PROCESS_ABORTED once Octave has ended for whatever reason,
     /// such as a stop request of the client.
     HRESULT execute(const std::wstring& command, std::wstring& output, std::wstring& error);
+
+    /// For any thread of a process that ends without destructors: ends Octave and removes its folder.
+    static void abandon();
 
     /// The program that was started last.
     const OctaveProgram& program() const { return programs_[started_ - 1]; }

@@ -4,7 +4,6 @@
 #include "ClientWatch.h"
 #include "OctaveProcess.h"
 #include "OctaveSession.h"
-#include "OwnFolder.h"
 #include "ServerRegistration.h"
 #include "com/ClassFactory.h"
 #include "com/ComRef.h"
@@ -96,7 +95,7 @@ void runMessages() {
 }
 
 int runServer() {
-    endWithClient(OwnFolder::removeAll);
+    endWithClient(OctaveProcess::abandon);
     OctaveSession session;
     session.launch();
 

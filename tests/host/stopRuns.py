@@ -115,9 +115,9 @@ def main():
         run.expect_results("Interrupted")
         run.expect_nothing_left()
 
-        run = Run(folder, "while true, end", "--limit", "5")
-        run.expect_end(FAILED, (0, 7), 'limit of 5 s: unit "Endless"; last log line: endless')
-        run.expect_results("The run did not end within the limit of 5 s")
+        run = Run(folder, "while true, end", "--limit", "10")
+        run.expect_end(FAILED, (0, 12), 'limit of 10 s: unit "Endless"; last log line: endless')
+        run.expect_results("The run did not end within the limit of 10 s")
         run.expect_nothing_left()
 
         # An engine that does not end the script, as Matlab: the host waits for it, but not after a second Ctrl-C.
