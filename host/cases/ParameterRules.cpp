@@ -3,6 +3,7 @@
 #include "CaseParts.h"
 #include "NameList.h"
 #include "NumberText.h"
+#include "UnitOfMeasure.h"
 
 #include <algorithm>
 #include <array>
@@ -60,10 +61,14 @@ bool read(const CasePlace& place, ParameterKind& result) {
 }
 
 std::string limitFault(const ModelParameter& parameter, const ParameterValue& value) {
+    const std::string unit = unitText(parameter.dimensionality);
+    const auto limit = [&](const std::optional<ParameterValue>& one) {
+        return valueText(one) + (unit.empty() ? "" : " " + unit);
+    };
     if (parameter.minimum && value < *parameter.minimum)
-        return "the value lies below the minimum, " + valueText(parameter.minimum);
+        return "the value lies below the minimum, " + limit(parameter.minimum);
     if (parameter.maximum && value > *parameter.maximum)
-        return "the value lies above the maximum, " + valueText(parameter.maximum);
+        return "the value lies above the maximum, " + limit(parameter.maximum);
     const auto* text = std::get_if<std::string>(&value);
     if (!text || !parameter.restricted ||
         std::ranges::find(parameter.options, *text) != parameter.options.end())

@@ -101,8 +101,10 @@ constexpr std::array units{
 // clang-format on
 
 /// Units that are usually written as such and not in base units.
-constexpr std::array<std::string_view, 8> usualQuotients{"mol/s",  "kg/s",  "J/mol", "J/mol/K",
-                                                         "W/m2/K", "W/m/K", "Pa s",  "J/kg"};
+constexpr std::array<std::string_view, 26> usualQuotients{
+    "mol/s",  "kg/s",   "m3/s",     "m/s",      "m2/s",        "1/s",    "J/mol",  "J/mol/K", "J/kg",
+    "J/kg/K", "J/K",    "W/K",      "W/m2",     "W/m/K",       "W/m2/K", "Pa s",   "Pa/m",    "N/m",
+    "mol/m3", "m3/mol", "mol/m3/s", "mol/m2/s", "mol/m2/s/Pa", "kg/m3",  "kg/mol", "m3/kg"};
 
 /// Multiplies the unit by a factor such as "m2", "s-1", "K"; a negative `sign` divides.
 bool addFactor(std::string_view factor, double sign, UnitOfMeasure& unit) {

@@ -138,7 +138,7 @@ constexpr Fault faults[] = {
     {"/model/parameters/0/default", nullptr,
      "model.parameters[\"T\"]: an input needs a \"value\" or a \"default\""},
     {"/model/parameters/0/value", "99.5",
-     "model.parameters[\"T\"].value: the value lies below the minimum, 100"},
+     "model.parameters[\"T\"].value: the value lies below the minimum, 100 K"},
     {"/model/parameters/0/value", "501",
      "model.parameters[\"T\"].value: the value lies above the maximum, 500"},
     {"/model/parameters/0/dimensionality", "\"degC\"",
@@ -237,6 +237,8 @@ TEST(Units, parseAndFormat) {
         {"kg m2 s-3", {2, 1, -3, 0, 0, 0, 0, 0}, "W"},
         {"J / mol / K", {2, 1, -2, 0, -1, -1, 0, 0}, "J/mol/K"},
         {"J/mol K", {2, 1, -2, 0, 1, -1, 0, 0}, "m2 kg s-2 K mol-1"},
+        {"m2 kg s-3 K-1", {2, 1, -3, 0, -1, 0, 0, 0}, "W/K"},
+        {"mol/m2/s/Pa", {-1, -1, 1, 0, 0, 1, 0, 0}, "mol/m2/s/Pa"},
         {"m0.5", {0.5, 0, 0, 0, 0, 0, 0, 0}, "m0.5"},
         {"1", {0, 0, 0, 0, 0, 0, 0, 0}, ""},
     };
