@@ -34,6 +34,7 @@ set(limit_model_equilibrium_reactor 240)
 set(limit_model_files 200)
 set(limit_model_membrane 240)
 set(limit_model_mutations 3600) # with --long
+set(limit_model_refusals 600)
 set(limit_model_tools 240)
 set(limit_octave_run 200)
 set(limit_models 900)

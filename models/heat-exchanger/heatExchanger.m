@@ -53,10 +53,13 @@ switch specification
 end
 if duty < 0
     error('Heat exchanger: the hot stream would be heated: the duty would be %g W.', duty);
+elseif duty > most
+    error('Heat exchanger: a duty of %g kW is too much for these feeds, which can exchange %g kW at most.', ...
+          duty / 1e3, most / 1e3);
 end
 [hotT, coldT] = profiles(duty, hot, cold);
 [approach, place] = min(hotT - coldT);
-if duty > most || approach <= 0
+if approach <= 0
     error(['Heat exchanger: the temperatures cross: a duty of %g kW is too much for these feeds. The hot stream ' ...
            'would have %.2f K where the cold one has %.2f K.'], duty / 1e3, hotT(place), coldT(place));
 end
