@@ -158,7 +158,9 @@ void CEditDlg::loadModel() {
 /// Discards the old model first, so even a failed load is a change.
 bool CEditDlg::replaceModel(const std::wstring& path, std::string& error) const {
     unit_.markChanged();
-    return ReadModelDocument(unit_, narrow(path), error);
+    const bool isRead = ReadModelDocument(unit_, narrow(path), error);
+    unit_.invalidate(); // the host may have validated half a model, from inside a released material
+    return isRead;
 }
 
 void CEditDlg::help() const {

@@ -72,6 +72,7 @@ STDMETHODIMP CSolvaneUnitOp::Validate(BSTR* message, VARIANT_BOOL* isValid) {
             return S_OK;
         }
         const ActivityScope scope(*this, UnitActivity::validating);
+        valStatus = CAPE_INVALID; // a host that connects a port from inside a material resets it
         // Tests the text, not startupOk: it is set after Terminate too.
         std::wstring failure = widen(startupError);
         const bool valid = failure.empty() && areAllConnected(feedPorts, L"Feed", failure) &&
@@ -80,7 +81,8 @@ STDMETHODIMP CSolvaneUnitOp::Validate(BSTR* message, VARIANT_BOOL* isValid) {
         if (!valid)
             *message = newBstr(failure);
         *isValid = valid ? VARIANT_TRUE : VARIANT_FALSE;
-        valStatus = valid ? CAPE_VALID : CAPE_INVALID;
+        if (valid && valStatus == CAPE_INVALID)
+            valStatus = CAPE_VALID;
         return S_OK;
     });
 }

@@ -64,6 +64,8 @@ STDMETHODIMP ModelBag::QueryInterface(REFIID iid, void** result) {
 }
 
 STDMETHODIMP ModelBag::Read(LPCOLESTR key, VARIANT* value, IErrorLog*) {
+    if (onRead)
+        onRead();
     const auto found = values.find(key);
     return found == values.end() ? E_INVALIDARG : VariantCopy(value, found->second.in());
 }

@@ -5,6 +5,7 @@
 #include <oaidl.h>
 #include <ocidl.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ public:
     std::map<std::wstring, Variant> values;
     std::vector<std::wstring> written; ///< keys, in their order
     std::size_t capacity = static_cast<std::size_t>(-1);
+    std::function<void()> onRead; ///< what the host does inside each Read
 
     /// VT_EMPTY for a key that nobody set.
     Variant value(const std::wstring& key) const;

@@ -24,6 +24,22 @@ TEST_F(PropertyBagTest, replacesAllButTheReportsOnLoad) {
     EXPECT_TRUE(log.lines.empty());
 }
 
+// Half a model would be valid, as long as its ports have not been read.
+TEST_F(PropertyBagTest, rejectsTheHostsCallsDuringALoad) {
+    ModelBag model;
+    model.script("1;").feeds({L"A"});
+    model.onRead = [&] {
+        EXPECT_EQ(unit.validate(),
+                  L"Cannot validate the unit while it is being loaded; try again afterwards");
+        EXPECT_EQ(unit.calculate(), capeFailure);
+        EXPECT_EQ(load(model), capeFailure);
+        EXPECT_EQ(unit.as<IPersistPropertyBag>()->Save(&model, TRUE, TRUE), capeFailure);
+    };
+    ASSERT_EQ(load(model), S_OK);
+    EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
+    EXPECT_EQ(unit.validate(), L"Feed port \"A\" is not connected");
+}
+
 TEST_F(PropertyBagTest, reportsTheMissingScriptOnLoad) {
     ModelBag none;
     none.feeds({L"A"});

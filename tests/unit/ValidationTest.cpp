@@ -73,6 +73,19 @@ TEST_F(Validation, reportsAnUnreadableCompoundListOfAPort) {
               L"Failed to get list of compounds from material connected to port: the package is closed");
 }
 
+// The outcome of tests that saw the former connections does not hold for the new ones.
+TEST_F(Validation, hasToBeRepeatedAfterAConnectionThatChangedMeanwhile) {
+    loadPorts({L"Feed 1"}, {L"Product 1"});
+    const auto feed = FakeMaterial11::create();
+    const auto product = FakeMaterial10::create();
+    unit.connect(L"Feed 1", feed->dispatch());
+    unit.connect(L"Product 1", product->dispatch());
+    product->record->onCall = [&](const std::string&) { unit.disconnect(L"Feed 1"); };
+    unit.validate();
+    EXPECT_EQ(unit.status(), CAPE_NOT_VALIDATED);
+    EXPECT_EQ(unit.validate(), L"Feed port \"Feed 1\" is not connected");
+}
+
 TEST_F(Validation, stopsTheCalculationOfAnInvalidUnit) {
     loadPorts({L"Feed 1"}, {});
     unit.as<ICapeUnitReport>()->put_selectedReport(Bstr(L"none").get());

@@ -22,15 +22,15 @@ struct ActivityRule {
 };
 
 /// A refusal names the first of several conflicts. A save may begin during a run: only its own thread changes
-/// what it reads. Half a model must not be saved, and lists must not be replaced while somebody iterates over
-/// them.
+/// what it reads. Half a model must not be saved or found valid, and lists must not be replaced while
+/// somebody iterates over them.
 constexpr std::array rules{
     ActivityRule{loading, L"is being loaded", L"load",
                  bits(calculating, running, validating, editing, loading, saving)},
     ActivityRule{calculating, L"is calculating", L"calculate",
                  bits(calculating, running, validating, loading)},
     ActivityRule{running, L"is running its script", L"run the script of", bits(running, loading)},
-    ActivityRule{validating, L"is being validated", L"validate", bits(validating)},
+    ActivityRule{validating, L"is being validated", L"validate", bits(validating, loading)},
     ActivityRule{editing, L"has its window open", L"edit",
                  bits(calculating, running, validating, editing, loading, saving)},
     ActivityRule{saving, L"is being saved", L"save", bits(loading)},
