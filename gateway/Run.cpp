@@ -20,6 +20,22 @@ bool readCompoundCount(std::size_t& count, std::string& error) {
     return true;
 }
 
+/// A quote in a compound's name may make two names of it, or a number.
+bool areCompoundsNamed(std::size_t count, std::string& error) {
+    const mxArray* cells = mexGetVariable("global", "compNames");
+    if (!cells || !mxIsCell(cells)) // not set
+        return true;
+    bool areNamed = mxGetNumberOfElements(cells) == count;
+    for (std::size_t compound = 0; areNamed && compound < count; ++compound) {
+        const mxArray* name = mxGetCell(cells, compound);
+        areNamed = name && mxIsChar(name);
+    }
+    if (!areNamed)
+        error = "the global variable compNames does not hold the names of the compounds: rename those with "
+                "quotes";
+    return areNamed;
+}
+
 /// There are none where the variable is not set.
 bool readPhaseNames(std::vector<std::string>& names, std::string& error) {
     const mxArray* cells = mexGetVariable("global", "phaseNames");
@@ -39,7 +55,8 @@ bool readPhaseNames(std::vector<std::string>& names, std::string& error) {
 /// them, so that a script that changes or clears its globals does no harm.
 std::unique_ptr<Run> openRun(const std::string& unitId, std::string& error) {
     auto run = std::make_unique<Run>();
-    if (!readCompoundCount(run->compoundCount, error) || !readPhaseNames(run->phaseNames, error))
+    if (!readCompoundCount(run->compoundCount, error) || !areCompoundsNamed(run->compoundCount, error) ||
+        !readPhaseNames(run->phaseNames, error))
         return nullptr;
     run->transport = openTransport(unitId, error);
     if (!run->transport)

@@ -90,10 +90,18 @@ TEST_F(OctaveRun, reportsTheCauseOfFailuresOutsideTheScript) {
 
     ModelBag quotes;
     EXPECT_EQ(unit.load(quotes.script("").feeds({L"F"})), S_OK);
-    feed(unit, {L"O'Brien"});
-    EXPECT_EQ(unit.calculate(), capeFailure);
-    EXPECT_THAT(narrow(unit.errorDescription()),
-                AllOf(StartsWith("Failed to calculate: "), HasSubstr("parse error")));
+    const struct {
+        std::vector<std::wstring> compounds;
+        const char* error;
+    } rows[] = {{{L"O'Brien"}, "parse error"},
+                {{L"b' 'c"}, "compNames does not hold the names of the compounds"},
+                {{L"5'-3'", L"B"}, "compNames does not hold the names of the compounds"}};
+    for (const auto& row : rows) {
+        feed(unit, row.compounds);
+        EXPECT_EQ(unit.calculate(), capeFailure);
+        EXPECT_THAT(narrow(unit.errorDescription()),
+                    AllOf(StartsWith("Failed to calculate: "), HasSubstr(row.error)));
+    }
     feed(unit, {L"OBrien"});
     EXPECT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
 }
