@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <ranges>
 #include <set>
 
 namespace solvane::host {
@@ -16,6 +17,7 @@ constexpr int leastBoxHeight = 56;
 constexpr int portDistance = 28;
 constexpr int leastColumnGap = 170;
 constexpr int rowGap = 40;
+constexpr int laneDistance = 20;
 constexpr int margin = 20;
 constexpr int textRise = 5;
 constexpr int arrowLength = 15;
@@ -107,12 +109,51 @@ std::string label(Point place, const char* anchor, const std::string& text) {
            htmlText(text) + "</text>\n";
 }
 
-std::string line(Point from, Point to) {
+/// A line from a stream's source through the lanes of the columns that it passes, from their left.
+std::string line(Point from, const std::vector<Point>& lanes, int boxWidth, Point to) {
     const auto point = [](int x, int y) { return std::to_string(x) + "," + std::to_string(y) + " "; };
-    const int middle = (from.x + to.x) / 2;
-    return "<path class=\"stream\" d=\"M" + point(from.x, from.y) + "C" + point(middle, from.y) +
-           point(middle, to.y) + point(to.x, to.y) + "\"/>\n";
+    std::string path = "M" + point(from.x, from.y);
+    const auto curveTo = [&](Point next) {
+        const int middle = (from.x + next.x) / 2;
+        path += "C" + point(middle, from.y) + point(middle, next.y) + point(next.x, next.y);
+    };
+    for (const Point lane : lanes) {
+        curveTo(lane);
+        from = {lane.x + boxWidth, lane.y};
+        path += "L" + point(from.x, from.y);
+    }
+    curveTo(to);
+    return "<path class=\"stream\" d=\"" + path + "\"/>\n";
 }
+
+/// The room below the boxes of each column, where streams pass.
+class Lanes {
+public:
+    Lanes(const std::vector<Box>& boxes, const Spacing& spacing) : spacing_(spacing) {
+        for (const Box& box : boxes)
+            bottom_[box.column] = std::max(bottom_[box.column], box.y + box.height());
+    }
+
+    /// A lane in each column between these two.
+    std::vector<Point> between(std::size_t first, std::size_t last) {
+        std::vector<Point> lanes;
+        for (std::size_t column = first + 1; column < last; ++column)
+            lanes.push_back({spacing_.columnX(column), bottom_[column] += laneDistance});
+        return lanes;
+    }
+
+    int lowest() const { return bottom_.empty() ? 0 : std::ranges::max(std::views::values(bottom_)); }
+
+private:
+    const Spacing& spacing_;
+    std::map<std::size_t, int> bottom_;
+};
+
+/// Where a product leaves the unit that makes it.
+struct Source {
+    Point place;
+    std::size_t column;
+};
 
 std::string boxSvg(const Box& box, int boxWidth, const RunResults& results) {
     const bool isWarned =
@@ -130,35 +171,38 @@ std::string boxSvg(const Box& box, int boxWidth, const RunResults& results) {
 std::string flowsheetSvg(const RunResults& results) {
     const Spacing spacing(results);
     const std::vector<Box> boxes = placedBoxes(results, spacing);
-    std::map<std::string, Point> sources; // of the products, until a unit takes them
+    Lanes lanes(boxes, spacing);
+    std::map<std::string, Source> sources; // of the products, until a unit takes them
     std::string lines, rects;
-    int width = 0, height = 0;
+    int width = 0;
     for (const Box& box : boxes) {
         const UnitResult& unit = *box.unit;
         for (std::size_t i = 0; i < unit.feeds.size(); ++i) {
             const Point port{box.x, box.portY(i, unit.feeds.size())};
             const auto source = sources.find(unit.feeds[i]);
             if (source == sources.end()) {
-                lines += line({port.x - spacing.columnGap + margin, port.y}, port) +
+                lines += line({port.x - spacing.columnGap + margin, port.y}, {}, 0, port) +
                          label({port.x - arrowLength, port.y - textRise}, "end", unit.feeds[i]);
                 continue;
             }
-            lines +=
-                line(source->second, port) +
-                label({source->second.x + textRise, source->second.y - textRise}, "start", unit.feeds[i]);
+            const auto& [place, column] = source->second;
+            lines += line(place, lanes.between(column, box.column), spacing.boxWidth, port) +
+                     label({place.x + textRise, place.y - textRise}, "start", unit.feeds[i]);
             sources.erase(source);
         }
         for (std::size_t i = 0; i < unit.products.size(); ++i)
-            sources[unit.products[i]] = {box.x + spacing.boxWidth, box.portY(i, unit.products.size())};
+            sources[unit.products[i]] = {{box.x + spacing.boxWidth, box.portY(i, unit.products.size())},
+                                         box.column};
         rects += boxSvg(box, spacing.boxWidth, results);
         width = std::max(width, box.x + spacing.boxWidth + spacing.columnGap);
-        height = std::max(height, box.y + box.height() + margin);
     }
-    for (const auto& [stream, from] : sources)
-        lines += line(from, {from.x + spacing.columnGap - margin, from.y}) +
+    for (const auto& [stream, source] : sources) {
+        const Point from = source.place;
+        lines += line(from, {}, 0, {from.x + spacing.columnGap - margin, from.y}) +
                  label({from.x + textRise, from.y - textRise}, "start", stream);
+    }
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"Flowsheet\"" +
-           attribute("width", width) + attribute("height", height) +
+           attribute("width", width) + attribute("height", lanes.lowest() + margin) +
            "><defs><marker id=\"arrow\" viewBox=\"0 0 8 8\" refX=\"8\" refY=\"4\" markerWidth=\"8\" "
            "markerHeight=\"8\" orient=\"auto\"><path d=\"M0,0 8,4 0,8z\"/></marker></defs>\n" +
            lines + rects + "</svg>\n";

@@ -1,5 +1,6 @@
-"""Looks at the page of `SolvaneHost run --html` in a browser: the drawing has each unit and stream, no text leaves its box or
-covers another, and nothing is loaded from outside. Skipped, with exit code 77, where no Chromium is installed.
+"""Looks at the page of `SolvaneHost run --html` in a browser: the drawing has each unit and stream, no stream crosses a unit,
+no text leaves its box or covers another, and nothing is loaded from outside. Skipped, with exit code 77, where no Chromium
+is installed.
 
     showPage.py WINE SOLVANEHOST
 """
@@ -30,7 +31,15 @@ MEASURE = """<script>
 const all = (selector) => [...document.querySelectorAll(selector)];
 const place = (element) => { const {left, top, right, bottom} = element.getBoundingClientRect();
                              return {text: element.textContent, left, top, right, bottom}; };
+const isIn = (point, box) => {
+  const [x, y, width, height] = ["x", "y", "width", "height"].map((name) => box[name].baseVal.value);
+  return point.x > x + 1 && point.x < x + width - 1 && point.y > y + 1 && point.y < y + height - 1; };
+const crossed = (line) => all("svg rect.unit").some((box) => {
+  for (let at = 0; at < line.getTotalLength(); at += 2)
+    if (isIn(line.getPointAtLength(at), box)) return true;
+  return false; });
 const found = {
+  crossing: all("svg path.stream").filter(crossed).map((line) => line.getAttribute("d")),
   boxes: all("svg rect.unit").map(place), lines: all("svg path.stream").map(place), texts: all("svg text").map(place),
   drawing: place(document.querySelector("svg")),
   clipped: all("p, h1, h2, h3, th, td").filter((e) => e.scrollWidth > e.clientWidth + 1).map((e) => e.textContent),
@@ -81,7 +90,7 @@ def overlap(one, other):
 def faults(found, streams):
     names = [text for text in found["texts"] if text["text"] in UNITS]
     labels = [text for text in found["texts"] if text["text"] not in UNITS]
-    yield from (f"{found[key]}: {key}" for key in ("clipped", "loaded") if found[key])
+    yield from (f"{found[key]}: {key}" for key in ("clipped", "crossing", "loaded") if found[key])
     if len(found["boxes"]) != len(UNITS) or sorted(text["text"] for text in names) != sorted(UNITS):
         yield f"the boxes are {names}"
     if len(found["lines"]) != len(streams) or {text["text"] for text in labels} != streams:
