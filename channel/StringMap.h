@@ -86,8 +86,11 @@ private:
     };
 
     static void lowerInto(std::wstring_view name, wchar_t* lower) {
-        std::transform(name.begin(), name.end(), lower,
-                       [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
+        std::transform(name.begin(), name.end(), lower, [](wchar_t c) {
+            if (c < 0x80) // the C library's way takes as long as the rest of a look-up
+                return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
+            return static_cast<wchar_t>(std::towlower(c));
+        });
     }
 
     std::map<StringMapKeyString, Entry, std::less<>> entries_;

@@ -16,6 +16,16 @@ std::string narrow(std::wstring_view text, UINT codePage = CP_ACP);
 /// others.
 int compareNoCase(std::wstring_view left, std::wstring_view right);
 
+/// For tables with look-up by names that compareNoCase compares.
+struct NoCaseHash {
+    std::size_t operator()(const std::wstring& name) const;
+};
+struct NoCaseEqual {
+    bool operator()(const std::wstring& left, const std::wstring& right) const {
+        return compareNoCase(left, right) == 0;
+    }
+};
+
 /// Uses the C library's locale, unlike compareNoCase.
 std::wstring toLower(std::wstring_view text);
 

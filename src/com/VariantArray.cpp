@@ -110,6 +110,10 @@ std::vector<double> VariantArray::reals() const {
     return {values.begin(), values.end()};
 }
 
+std::span<const double> VariantArray::realsInPlace() const {
+    return elements<double>();
+}
+
 std::vector<LONG> VariantArray::integers() const {
     const auto values = elements<LONG>();
     return {values.begin(), values.end()};

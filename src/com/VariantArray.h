@@ -32,8 +32,9 @@ public:
     std::vector<LONG> integers() const;
     std::vector<std::wstring> texts() const;
     std::vector<unsigned char> bytes() const;
-    /// The elements of an array of VARIANTs, in place.
+    /// The elements in place, valid as long as the array.
     std::span<const VARIANT> variants() const;
+    std::span<const double> realsInPlace() const;
     /// Whether the element at `index`, from 0, is a null BSTR.
     bool isNullText(std::size_t index) const;
 

@@ -8,6 +8,7 @@
 #include "thermo/CalculationRun.h"
 #include "unit/model/Unit.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -42,11 +43,23 @@ WireValue readValue(RequestReader& request) {
     return value;
 }
 
-CParameter* findParameter(Unit& unit, const std::string& name, std::string& error) {
+CParameter* findParameter(CalculationRun& run, const std::string& name, std::string& error) {
+    const std::vector<ComRef<CParameter>>& parameters = run.unit.parameters;
+    if (run.parameterPlaces.empty())
+        for (std::size_t place = 0; place < parameters.size(); ++place)
+            run.parameterPlaces.emplace(parameters[place]->componentName, place);
     const std::wstring wideName = widen(name);
-    for (const ComRef<CParameter>& parameter : unit.parameters)
-        if (compareNoCase(parameter->componentName, wideName) == 0)
-            return parameter.get();
+    const auto hasName = [&](const ComRef<CParameter>& parameter) {
+        return compareNoCase(parameter->componentName, wideName) == 0;
+    };
+    // The host may have named a parameter anew in the middle of the run.
+    const auto place = run.parameterPlaces.find(wideName);
+    if (place != run.parameterPlaces.end() && place->second < parameters.size() &&
+        hasName(parameters[place->second]))
+        return parameters[place->second].get();
+    const auto found = std::ranges::find_if(parameters, hasName);
+    if (found != parameters.end())
+        return found->get();
     error = "Invalid parameter name: " + name;
     return nullptr;
 }
@@ -117,7 +130,7 @@ constexpr char unknownKind[] = "Internal error: unknown parameter type";
 } // namespace
 
 bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
-    const CParameter* parameter = findParameter(run.unit, request.text(), error);
+    const CParameter* parameter = findParameter(run, request.text(), error);
     if (!parameter)
         return false;
     const Variant& value = parameter->currentValue;
@@ -149,7 +162,7 @@ bool getParameter(CalculationRun& run, RequestReader& request, ReplyWriter& repl
 }
 
 bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
-    CParameter* parameter = findParameter(run.unit, request.text(), error);
+    CParameter* parameter = findParameter(run, request.text(), error);
     if (!parameter)
         return false;
     const WireValue value = readValue(request);

@@ -4,10 +4,12 @@
 #include "CapeOpen.h"
 #include "OneElementArrays.h"
 #include "com/ComRef.h"
+#include "com/Text.h"
 #include "com/VariantArray.h"
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace solvane {
@@ -43,6 +45,9 @@ struct CalculationRun {
     std::vector<std::string> phaseNames;        ///< ANSI, in the material's order; none for a 1.0 material
     std::vector<std::wstring> phaseLabels;      ///< the same phases, as the host knows them
     std::vector<std::int32_t> aggregationCodes; ///< one per phase: 0 unknown, 1 vapor, 2 liquid, 3 solid
+
+    /// Parameters by name: the place of the first with that name, when the run first asked for one.
+    std::unordered_map<std::wstring, std::size_t, NoCaseHash, NoCaseEqual> parameterPlaces;
 
     // For calls with a single value or a single name: created once, reused by each call.
     OneReal oneReal;

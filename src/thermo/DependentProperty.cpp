@@ -97,7 +97,7 @@ bool getProperty(const Condition& condition, CalculationRun& run, RequestReader&
     if (values.count() != run.nComp)
         return fail(error, invalid + "TDependentProperty: unexpected number of values");
     reply.success();
-    reply.reals(values.reals());
+    reply.reals(values.realsInPlace());
     return true;
 }
 

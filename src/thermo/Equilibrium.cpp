@@ -12,22 +12,25 @@ namespace solvane {
 namespace {
 
 struct Equilibrium {
-    std::vector<double> fractions;                 ///< one per phase
-    std::vector<std::vector<double>> compositions; ///< nComp values per phase
+    std::vector<double> fractions;   ///< one per phase
+    std::vector<double> composition; ///< phase by phase of each compound, as the reply has it
     double temperature = 0;
     double pressure = 0;
 };
 
 constexpr char emptyLabel[] = "List of present phases on material contains empty string";
 
-/// Reads a material's values of `what`, such as "pressure"; `hr` is the result of the call.
-bool readValues(IUnknown& material, HRESULT hr, VariantArray& values, const std::string& what,
-                std::size_t count, const char* wrongCount, std::vector<double>& reals, std::string& error) {
+/// Checks a material's values of `what`, such as "pressure", of a phase if one is given; `hr` is the result
+/// of the call.
+bool checkValues(IUnknown& material, HRESULT hr, VariantArray& values, const char* what,
+                 const PhaseLabel* phase, std::size_t count, const char* wrongCount, std::string& error) {
+    const auto named = [&] { return what + (phase ? " for phase " + phase->script : std::string()); };
     if (FAILED(hr))
-        return fail(error, "Failed to get " + what + " from material: " + describeFailure(material, hr));
-    if (!readReals(values, count, wrongCount, reals, error))
-        return fail(error, "Invalid values for " + what + " from material: " + error);
-    return true;
+        return fail(error, "Failed to get " + named() + " from material: " + describeFailure(material, hr));
+    if (!readVariantArray(values, VT_R8, error))
+        return fail(error, "Invalid values for " + named() + " from material: " + error);
+    return values.count() == count ||
+           fail(error, "Invalid values for " + named() + " from material: " + wrongCount);
 }
 
 /// Both generations.
@@ -36,36 +39,39 @@ bool readEquilibrium(Material& material, const std::vector<PhaseLabel>& phases, 
                      Equilibrium& state, std::string& error) {
     constexpr char scalarExpected[] = "scalar expected";
     VariantArray values;
-    std::vector<double> scalar;
-    for (const PhaseLabel& phase : phases) {
+    state.fractions.resize(phases.size());
+    state.composition.resize(phases.size() * nComp);
+    for (std::size_t i = 0; i < phases.size(); ++i) {
+        const PhaseLabel& phase = phases[i];
         HRESULT hr = getOfPhase(material, hostTexts.phaseFraction.get(), phase.host.get(), values.put());
-        if (!readValues(material, hr, values, "phase fraction for phase " + phase.script, 1, scalarExpected,
-                        scalar, error))
+        if (!checkValues(material, hr, values, "phase fraction", &phase, 1, scalarExpected, error))
             return false;
-        state.fractions.push_back(scalar.front());
+        state.fractions[i] = values.realsInPlace().front();
 
         hr = getOfPhase(material, hostTexts.fraction.get(), phase.host.get(), values.put());
-        if (!readValues(material, hr, values, "composition for phase " + phase.script, nComp,
-                        "unexpected number of values", state.compositions.emplace_back(), error))
+        if (!checkValues(material, hr, values, "composition", &phase, nComp, "unexpected number of values",
+                         error))
             return false;
+        std::size_t place = i;
+        for (const double fraction : values.realsInPlace()) {
+            state.composition[place] = fraction;
+            place += phases.size();
+        }
     }
-    HRESULT hr = getOverall(material, hostTexts.pressure.get(), notGiven, values.put());
-    if (!readValues(material, hr, values, "pressure", 1, scalarExpected, scalar, error))
-        return false;
-    state.pressure = scalar.front();
-
-    hr = getOverall(material, hostTexts.temperature.get(), notGiven, values.put());
-    if (!readValues(material, hr, values, "temperature", 1, scalarExpected, scalar, error))
-        return false;
-    state.temperature = scalar.front();
-    return true;
+    const auto readScalar = [&](const Bstr& property, const char* what, double& scalar) {
+        const HRESULT hr = getOverall(material, property.get(), notGiven, values.put());
+        if (!checkValues(material, hr, values, what, nullptr, 1, scalarExpected, error))
+            return false;
+        scalar = values.realsInPlace().front();
+        return true;
+    };
+    return readScalar(hostTexts.pressure, "pressure", state.pressure) &&
+           readScalar(hostTexts.temperature, "temperature", state.temperature);
 }
 
-void writeState(const Equilibrium& state, std::size_t nComp, ReplyWriter& reply) {
+void writeState(const Equilibrium& state, ReplyWriter& reply) {
     reply.reals(state.fractions);
-    for (std::size_t compound = 0; compound < nComp; ++compound)
-        for (const std::vector<double>& composition : state.compositions)
-            reply.real(composition[compound]);
+    reply.reals(state.composition);
     reply.real(state.temperature);
     reply.real(state.pressure);
 }
@@ -91,7 +97,7 @@ bool writeEquilibrium10(const CalculationRun& run, ICapeThermoMaterialObject& ma
     reply.integer(-static_cast<std::int32_t>(phases.size()));
     for (const PhaseLabel& phase : phases)
         reply.text(phase.script);
-    writeState(state, run.nComp, reply);
+    writeState(state, reply);
     return true;
 }
 
@@ -121,7 +127,7 @@ bool writeEquilibrium11(const CalculationRun& run, ICapeThermoMaterial& material
     reply.integer(static_cast<std::int32_t>(indices.size()));
     for (const std::int32_t index : indices)
         reply.integer(index);
-    writeState(state, run.nComp, reply);
+    writeState(state, reply);
     return true;
 }
 

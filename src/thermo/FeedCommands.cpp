@@ -10,6 +10,7 @@
 #include "channel/ChannelFrame.h"
 #include "channel/FlashProperties.h"
 #include "channel/ValueTags.h"
+#include "com/Text.h"
 #include "unit/model/Unit.h"
 
 #include <algorithm>
@@ -128,7 +129,7 @@ bool getFeedProp(CalculationRun& run, RequestReader& request, ReplyWriter& reply
         return false;
     if (!port->isConnected())
         return notConnected("getFeedProp", number, error);
-    const FlashProperty code = flashPropertyCode(hostText(name).view());
+    const FlashProperty code = flashPropertyCode(widen(name, CP_THREAD_ACP));
     if (code == FlashProperty::vaporFraction || code == FlashProperty::unknown)
         return fail(error, "Unknown/unsupported property \"" + name + "\" in getFeedProp");
 

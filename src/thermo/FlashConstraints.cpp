@@ -1,11 +1,12 @@
 #include "FlashConstraints.h"
 
-#include "HostTexts.h"
+#include "com/Failure.h"
+#include "com/Text.h"
 
 namespace solvane {
 
 FlashProperty codeOf(const FlashConstraint& constraint) {
-    return flashPropertyCode(hostText(constraint.name).view());
+    return flashPropertyCode(widen(constraint.name, CP_THREAD_ACP));
 }
 
 bool areFlashConstraints(FlashConstraints constraints, const std::string& caller, std::string& error) {

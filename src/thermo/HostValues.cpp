@@ -16,10 +16,11 @@ bool readReals(VariantArray& values, std::size_t count, const char* wrongCount, 
 }
 
 bool readScalar(VariantArray& values, const char* wrongCount, double& scalar, std::string& error) {
-    std::vector<double> reals;
-    if (!readReals(values, 1, wrongCount, reals, error))
+    if (!readVariantArray(values, VT_R8, error))
         return false;
-    scalar = reals.front();
+    if (values.count() != 1)
+        return fail(error, wrongCount);
+    scalar = values.realsInPlace().front();
     return true;
 }
 

@@ -101,9 +101,8 @@ bool setVaporFraction11(ICapeThermoMaterial& material, const std::wstring& label
 }
 
 bool setOverallConstraint11(ICapeThermoMaterial& material, const FlashConstraint& constraint,
-                            const char* failureTail, OneReal& oneReal, VariantArray& specification,
-                            std::string& error) {
-    const FlashProperty code = codeOf(constraint);
+                            FlashProperty code, const char* failureTail, OneReal& oneReal,
+                            VariantArray& specification, std::string& error) {
     if (!isFlashConstraint(code))
         return invalidProperty(constraint, error);
     const Bstr property = hostText(constraint.name);
@@ -125,12 +124,14 @@ bool setConstraints11(ICapeThermoMaterial& material, FlashConstraints constraint
     for (std::size_t place = 0; place < constraints.size(); ++place) {
         const FlashConstraint& constraint = constraints[place];
         VariantArray& specification = specifications[place];
+        const FlashProperty code = codeOf(constraint);
         std::wstring label;
         const bool isSet =
-            codeOf(constraint) == FlashProperty::vaporFraction
+            code == FlashProperty::vaporFraction
                 ? findVapor(place, label, error) &&
                       setVaporFraction11(material, label, constraint.value, oneReal, specification, error)
-                : setOverallConstraint11(material, constraint, failureTail, oneReal, specification, error);
+                : setOverallConstraint11(material, constraint, code, failureTail, oneReal, specification,
+                                         error);
         if (!isSet)
             return false;
     }

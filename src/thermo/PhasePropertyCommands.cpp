@@ -158,7 +158,7 @@ bool answer(CalculationRun& run, const Question& question, std::span<const Shape
         return fail(error, "Invalid return values: unexpected number of values");
     reply.success();
     reply.tag(shape->shape);
-    reply.reals(values.reals());
+    reply.reals(values.realsInPlace());
     return true;
 }
 

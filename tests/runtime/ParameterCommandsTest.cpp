@@ -82,6 +82,20 @@ TEST_F(ParameterCommands, readEachKindWithItsTag) {
     });
 }
 
+TEST_F(ParameterCommands, areFoundByTheirNameOfTheMoment) {
+    const HostedUnit unit = createUnit(bag);
+    const auto parameter = unit.findParameter(L"Duty").as<ICapeIdentification>();
+    matlab.onRun = [&](const std::wstring& folder) {
+        GatewayClient script(folder);
+        script.expect(get("Duty"), real(1.5)(succeeded()));
+        parameter->put_ComponentName(Bstr(L"Power").get());
+        script.expect(get("Duty"), refused("Invalid parameter name: Duty"));
+        script.expect(get("power"), real(1.5)(succeeded()));
+        return MatlabAnswer();
+    };
+    EXPECT_EQ(unit.calculate(), S_OK) << testing::PrintToString(unit.error());
+}
+
 TEST_F(ParameterCommands, rejectTextsThatExceedTheBlock) {
     bag.parameter(L"Fits", L"string", Variant(std::wstring_view(std::wstring(2048 - 12, L'f'))))
         .parameter(L"Too long", L"string", Variant(std::wstring_view(std::wstring(2048 - 11, L'f'))));
