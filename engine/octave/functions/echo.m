@@ -1,5 +1,6 @@
 % Turns echo on or off. Octave's own "echo on" forgets the functions that are to be echoed; Matlab's does not,
-% and scripts for Matlab turn on one after the other.
+% and scripts for Matlab turn on one after the other. Calls built-in functions only: every run forgets and would read
+% all others again.
 
 function echo (varargin)
   persistent functions = {};
@@ -11,7 +12,7 @@ function echo (varargin)
   evalin ("caller", set (varargin{:}));
   name = varargin(! isSwitch);
   if (! isempty (name))
-    functions = setdiff (functions, name);
+    functions(cellfun (@(one) any (strcmp (one, name)), functions)) = [];
     if (any (strcmp (varargin, "on")))
       functions(end+1) = name;
     end
@@ -24,7 +25,7 @@ end
 
 % A script that is not UTF-8 runs as a copy, which the server makes in a folder "private".
 function name = fileThatRuns (name)
-  copy = fullfile (pwd (), "private", [name ".m"]);
+  copy = [pwd() filesep() "private" filesep() name ".m"];
   if (exist (copy, "file"))
     name = copy;
   end

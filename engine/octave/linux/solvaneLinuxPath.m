@@ -1,5 +1,6 @@
 % Converts a path from Windows programs under Wine, or several with ";" between them, to Linux paths. Returns
-% anything else unchanged.
+% anything else unchanged. What is sought as written calls built-in functions only: every run forgets and would read all
+% others again.
 
 function path = solvaneLinuxPath (path)
   if (! ischar (path) || isempty (regexp (path, '\\|^[A-Za-z]:', "once")))
@@ -19,7 +20,7 @@ function path = translate (path)
   elseif (! isempty (regexp (path, '^[A-Za-z]:', "once")))
     folder = driveFolder (path(1:2));
     names = path(3:end);
-    path = fullfile (folder, names);
+    path = [regexprep(folder, '/$', "") regexprep(names, '^/*', "/")];
     if (! exist (path, "file"))
       path = descend (folder, strsplit (names, "/"));
     end
@@ -32,7 +33,7 @@ function folder = driveFolder (drive)
   if (isempty (prefix))
     prefix = fullfile (getenv ("HOME"), ".wine");
   end
-  folder = canonicalize_file_name (fullfile (prefix, "dosdevices", lower (drive)));
+  folder = canonicalize_file_name ([prefix "/dosdevices/" lower(drive)]);
   if (isempty (folder))
     error ("there is no drive %s", drive);
   end
