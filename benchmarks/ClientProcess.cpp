@@ -37,7 +37,8 @@ Way makeWay(const std::string& name, RoundTrip& unit, RoundTrip& responder, IDis
             return unit.ask(request);
         };
     if (word == "command") {
-        const auto command = std::ranges::find(commandRequests(), property, &CommandRequest::name);
+        const std::vector<CommandRequest> commands = commandRequests();
+        const auto command = std::ranges::find(commands, property, &CommandRequest::name);
         return [&unit, request = command->bytes] { return unit.ask(request); };
     }
     if (word == "Invoke" && object)

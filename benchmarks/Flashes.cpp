@@ -40,12 +40,13 @@ struct Row {
 
 /// Microseconds of one flash in a turn of about the same length for every kind of flash.
 double timeOf(const std::function<void()>& flash, double estimate) {
-    constexpr double millisecondsOfTurn = 4;
-    const int count = 1 + static_cast<int>(millisecondsOfTurn / std::max(estimate, 1e-3));
-    return 1e3 / count * milliseconds([&] {
+    constexpr double turn = 4000;
+    const int count = 1 + static_cast<int>(turn / std::max(estimate, 1.0));
+    return microseconds([&] {
                for (int i = 0; i < count; ++i)
                    flash();
-           });
+           }) /
+           count;
 }
 
 /// Whether both solve the same equations: the textbook's state to its precision.
@@ -63,23 +64,21 @@ bool compare(const host::PropertyPackage& package, const Row& row) {
     if (!package.flash(composition, row.first, row.second, state, error) ||
         !agree(state, row.byTheTextbook())) {
         std::printf("  %s: the package and the textbook differ; %s\n", row.name, error.c_str());
-        return printAtMost(row.name, 0, row.goal);
+        return printAtMost(row.name, {}, row.goal);
     }
     const std::function<void()> flash = [&] {
         (void)package.flash(composition, row.first, row.second, state, error);
     };
     const std::function<void()> textbookFlash = [&] { (void)row.byTheTextbook(); };
-    const double estimate = milliseconds(flash);
-    const double textbookEstimate = milliseconds(textbookFlash);
+    const double estimate = microseconds(flash);
+    const double textbookEstimate = microseconds(textbookFlash);
     std::vector<double> ours, theirs;
     constexpr int turns = 25;
     for (int turn = 0; turn < turns; ++turn) {
         ours.push_back(timeOf(flash, estimate));
         theirs.push_back(timeOf(textbookFlash, textbookEstimate));
     }
-    std::printf("  microseconds: %.1f, by the textbook %.1f\n", median(ours), median(theirs));
-    return printAtMost(std::string("flash ") + row.name + " / by the textbook", median(ratios(ours, theirs)),
-                       row.goal);
+    return printAtMost(std::string("flash ") + row.name + " / by the textbook", {ours, theirs}, row.goal);
 }
 
 } // namespace

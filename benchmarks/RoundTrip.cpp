@@ -31,21 +31,25 @@ BareResponder::BareResponder() : id_("SolvaneBareResponder" + std::to_string(Get
     view_.reset(MapViewOfFile(mapping_.get(), FILE_MAP_ALL_ACCESS, 0, 0, size));
     requestEvent_.reset(CreateEventA(nullptr, FALSE, FALSE, requestEventName(id_).c_str()));
     replyEvent_.reset(CreateEventA(nullptr, FALSE, FALSE, replyEventName(id_).c_str()));
+    stopEvent_.reset(CreateEventA(nullptr, FALSE, FALSE, nullptr));
     thread_.reset(CreateThread(nullptr, 0, respond, this, 0, nullptr));
 }
 
 BareResponder::~BareResponder() {
-    isStopping_ = true;
-    SetEvent(requestEvent_.get());
+    SetEvent(stopEvent_.get());
     WaitForSingleObject(thread_.get(), INFINITE);
 }
 
 DWORD WINAPI BareResponder::respond(void* argument) {
     BareResponder& self = *static_cast<BareResponder*>(argument);
+    const HANDLE events[] = {self.requestEvent_.get(), self.stopEvent_.get()};
+    constexpr DWORD interval = 300;
     for (;;) {
-        WaitForSingleObject(self.requestEvent_.get(), INFINITE);
-        if (self.isStopping_)
+        const DWORD signalled = WaitForMultipleObjects(2, events, FALSE, interval);
+        if (signalled == WAIT_OBJECT_0 + 1)
             return 0;
+        if (signalled != WAIT_OBJECT_0)
+            continue;
         std::memset(self.view_.get(), 0, sizeof(std::uint32_t));
         SetEvent(self.replyEvent_.get());
     }

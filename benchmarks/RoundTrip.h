@@ -25,7 +25,8 @@ private:
     Handle replyEvent_;
 };
 
-/// The answering side at its barest: a thread that waits for one event, writes one word and sets the other.
+/// The answering side at its barest: a thread that waits as a unit must, for a request, for the end of the
+/// script or for the time to look at paint messages; then writes one word and sets the other event.
 class BareResponder {
 public:
     BareResponder();
@@ -43,7 +44,7 @@ private:
     MappedView view_;
     Handle requestEvent_;
     Handle replyEvent_;
-    bool isStopping_ = false; ///< written before the last request
+    Handle stopEvent_;
     Handle thread_;
 };
 

@@ -1,3 +1,4 @@
+/// Measured figures beside their goals, and the table of all.
 #pragma once
 
 #include <functional>
@@ -9,17 +10,24 @@ namespace solvane {
 /// The upper of the two middle values of an even count; 0 without values.
 double median(std::vector<double> values);
 
-/// The ratios of two series that were measured turn by turn.
-std::vector<double> ratios(const std::vector<double>& of, const std::vector<double>& to);
+/// What the work takes.
+double microseconds(const std::function<void()>& work);
 
-double milliseconds(const std::function<void()>& work);
+/// What was timed in turn with its reference: microseconds, a value for each turn of both.
+struct Timed {
+    std::vector<double> times;
+    std::vector<double> references;
+};
 
-/// One line: the measured figure, the goal, PASS or MISS. True for a pass. Figures of 0, where nothing was
-/// measured, miss.
-bool printAtMost(const std::string& what, double measured, double goal);
-bool printAtLeast(const std::string& what, double measured, double goal);
+// One line: the median of the turns' ratios, the same of each fifth of the turns as lowest and highest, the
+// goal, PASS or MISS. True for a pass. Figures of 0, where nothing was measured, miss.
+bool printAtMost(const std::string& what, const Timed& timed, double goal);
+bool printAtLeast(const std::string& what, const Timed& timed, double goal);
+/// The same of the times themselves, in microseconds; the references are for comparison.
+bool printTimeAtMost(const std::string& what, const Timed& timed, double goal);
 
-/// Everything that these two printed, as a table in Markdown.
+/// Everything that these printed, as a table in Markdown. A row that misses its goal by less than its
+/// reference varies by itself is marked, with that factor.
 void printTable();
 
 } // namespace solvane
