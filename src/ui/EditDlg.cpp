@@ -95,6 +95,8 @@ void CEditDlg::onInit() {
     RECT area{};
     GetClientRect(window(), &area);
     onSize(area.right, area.bottom);
+    for (const auto& tab : tabs_)
+        tab->onPlaced();
 }
 
 void CEditDlg::showSelectedTab() const {

@@ -28,16 +28,24 @@ int LineNumbers::widthFor(LONG lineCount) const {
 }
 
 void LineNumbers::place(const Box& box, HWND view) {
+    place(box, view, static_cast<LONG>(SendMessageW(view, EM_GETLINECOUNT, 0, 0)));
+}
+
+void LineNumbers::makeRoomFor(LONG lineCount, HWND view) {
+    if (box_.width > 0 && widthFor(lineCount) != width_)
+        place(box_, view, lineCount);
+}
+
+void LineNumbers::place(const Box& box, HWND view, LONG lineCount) {
     box_ = box;
-    width_ = widthFor(static_cast<LONG>(SendMessageW(view, EM_GETLINECOUNT, 0, 0)));
+    width_ = widthFor(lineCount);
     Layout layout;
     layout.move(window_, {box.left, box.top, width_, box.height});
     layout.move(view, {box.left + width_, box.top, box.width - width_, box.height});
 }
 
 void LineNumbers::follow(HWND view, const VisibleLines& lines) {
-    if (box_.width > 0 && widthFor(lines.count) != width_)
-        place(box_, view);
+    makeRoomFor(lines.count, view);
     RECT area{};
     GetClientRect(view, &area);
     std::wstring numbers;

@@ -22,6 +22,8 @@ public:
 
     /// Divides the box, in the parent, between the numbers and the view.
     void place(const Box& box, HWND view);
+    /// Divides it anew if that many lines need more or less room. For a text that comes.
+    void makeRoomFor(LONG lineCount, HWND view);
     /// Call after the view has painted: its text or scroll position may have changed.
     void follow(HWND view, const VisibleLines& lines);
 
@@ -30,6 +32,7 @@ private:
                                       DWORD_PTR numbers);
     void paint() const;
     int widthFor(LONG lineCount) const;
+    void place(const Box& box, HWND view, LONG lineCount);
 
     int id_;
     HWND window_ = nullptr;

@@ -16,6 +16,10 @@ constexpr LONG endOfText = 0x7FFFFFFE;
 /// new control is quicker.
 constexpr int longText = 10'000;
 
+/// It takes as long to set the tab stops of a text as to lay it out: from this length on they are the
+/// control's.
+constexpr std::size_t longestWithTabStops = 1'000'000;
+
 constexpr UINT unicodePage = 1200;
 
 // Characters are passed as they are in memory; the caller converts a file's code page.
@@ -118,9 +122,12 @@ void TextView::replaceControl() {
 bool TextView::setText(std::wstring_view text) {
     if (GetWindowTextLengthW(window_) > longText)
         replaceControl();
+    if (onNewText) // a control of another size would lay out all of it again
+        onNewText(static_cast<LONG>(std::ranges::count(text, L'\n')) + 1);
+    const bool isLong = text.size() > longestWithTabStops; // the stream uses the text up
     EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&text), 0, feed};
     ask(EM_STREAMIN, streamFormat, reinterpret_cast<LPARAM>(&stream));
-    if (kind_ == Kind::editable)
+    if (kind_ == Kind::editable && !isLong)
         setTabStops();
     if (kind_ == Kind::readOnly) { // the other has no formats
         const CHARFORMATW plain = coloured(0, CFE_AUTOCOLOR);

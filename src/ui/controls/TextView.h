@@ -34,7 +34,7 @@ class TextView {
 public:
     enum class Kind { editable, readOnly };
 
-    static constexpr int tabWidth = 4; ///< in characters, where the text may be edited
+    static constexpr int tabWidth = 4; ///< in characters, where a text of usual length may be edited
 
     TextView(Kind kind, int id) : kind_(kind), id_(id) {}
     TextView(const TextView&) = delete;
@@ -43,6 +43,7 @@ public:
 
     std::function<void()> onEscape;                     ///< has to be set
     std::function<void()> onCaretMoved;                 ///< may be empty
+    std::function<void(LONG lines)> onNewText;          ///< before setText lays it out; may be empty
     std::function<void(const VisibleLines&)> onPainted; ///< may be empty
 
     void create(HWND parent);

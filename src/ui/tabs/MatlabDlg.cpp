@@ -90,9 +90,13 @@ void CMatlabDlg::onInit() {
         lineNumbers_.follow(editIn_.window(), lines);
         paintScriptColours(editIn_, lines);
     };
+    editIn_.onNewText = [this](LONG lines) { lineNumbers_.makeRoomFor(lines, editIn_.window()); };
+    makeBackupCopy(unit_.workingFolder.path(), userScriptName, unit_.additionalFiles);
+}
+
+void CMatlabDlg::onPlaced() {
     loadScript();
     editOut_.setText(unit_.outputText);
-    makeBackupCopy(unit_.workingFolder.path(), userScriptName, unit_.additionalFiles);
     showView(0);
 }
 

@@ -20,6 +20,7 @@ public:
 
 private:
     void onInit() override;
+    void onPlaced() override;
     void onCommand(int id, int notification) override;
     LRESULT onNotify(const NMHDR& header) override;
     void onSize(int width, int height) override;

@@ -10,6 +10,10 @@ class Unit;
 
 /// A page of the main window. It shows the unit's fields, and each action changes them at once.
 class Tab : public Dialog, public DialogFunctions {
+public:
+    /// Once, when the page has the size in which the window opens. For what takes long to lay out.
+    virtual void onPlaced() {}
+
 protected:
     Tab(int templateId, Unit& unit, CEditDlg& mainWindow)
         : Dialog(templateId), unit_(unit), mainWindow_(mainWindow) {}
