@@ -13,6 +13,7 @@
 
 #include <x86intrin.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <span>
@@ -26,12 +27,15 @@ constexpr int callsInTurn = 400;
 
 /// A unit in the middle of a run.
 struct Rig {
-    explicit Rig(std::size_t compounds) {
+    explicit Rig(std::size_t compounds, int otherParameters = 0) {
         const ComRef<IDispatch> material = createStubMaterial(compounds);
         unit->feedPorts.push_back(unit->CreatePort(true, L"Feed"));
         unit->feedPorts.back()->Connect(material.get());
         unit->productPorts.push_back(unit->CreatePort(false, L"Product"));
         unit->productPorts.back()->Connect(material.get());
+        for (int i = 0; i < otherParameters; ++i)
+            unit->parameters.push_back(
+                unit->CreateParameter(ParameterKind::real, true, L"p" + std::to_wstring(i)));
         unit->parameters.push_back(unit->CreateParameter(ParameterKind::real, true, L"Duty"));
     }
     bool prepare() {
@@ -63,7 +67,7 @@ bool usesFile(const CommandRequest& command) {
     return command.name == "setReport";
 }
 
-bool compare(Rig& rig, const CommandRequest& command, std::size_t compounds, double ticksPerMicrosecond) {
+bool compare(Rig& rig, const CommandRequest& command, const std::string& of, double ticksPerMicrosecond) {
     constexpr double goalAlone = 2, goalWithHost = 5; // microseconds
     std::string block(blockSize(rig.run), '\0');
     const auto carryOut = [&] {
@@ -71,7 +75,7 @@ bool compare(Rig& rig, const CommandRequest& command, std::size_t compounds, dou
         carryOutCommand(rig.run, std::as_writable_bytes(std::span(block)));
     };
     carryOut();
-    const std::string what = command.name + ", " + std::to_string(compounds) + " compounds";
+    const std::string what = command.name + ", " + of;
     std::uint32_t status = statusFailure;
     std::memcpy(&status, block.data(), sizeof status);
     if (status != statusSuccess) {
@@ -110,9 +114,12 @@ bool compareOwnTimes() {
         }
         for (const CommandRequest& command : commandRequests(compounds))
             if (!usesFile(command))
-                isMet &= compare(rig, command, compounds, ticksPerMicrosecond);
+                isMet &= compare(rig, command, std::to_string(compounds) + " compounds", ticksPerMicrosecond);
     }
-    return isMet;
+    const std::vector<CommandRequest> commands = commandRequests();
+    const auto getParameter = std::ranges::find(commands, "getParameter", &CommandRequest::name);
+    Rig rig(1, 9999);
+    return rig.prepare() && compare(rig, *getParameter, "the last of 10000", ticksPerMicrosecond) && isMet;
 }
 
 } // namespace solvane
