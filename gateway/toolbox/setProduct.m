@@ -6,7 +6,8 @@ function setProduct(varargin)
 %  product         number of the product port, counted from 1
 %  flow            total flow, mol/s
 %  composition     mole fractions, nComp values in the order of compNames,
-%                  a row or a column
+%                  a row or a column; they are not normalised and must
+%                  sum to 1
 %  name1, name2    the two conditions: two of 'temperature' (K), 'pressure'
 %                  (Pa), 'vaporFraction' (mol/mol), 'enthalpy',
 %                  'enthalpyF', 'enthalpyNF', 'internalEnergy', 'energy'

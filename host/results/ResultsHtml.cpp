@@ -3,6 +3,7 @@
 #include "FlowsheetDrawing.h"
 #include "HtmlText.h"
 #include "ResultTables.h"
+#include "ScriptError.h"
 
 #include <algorithm>
 
@@ -67,10 +68,13 @@ std::string resultsHtml(const RunResults& results, const TableUnits& units, cons
     std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\"/>\n" +
                        element("title", title) + "<style>" + style + "</style>\n</head>\n<body>\n" +
                        element("h1", title);
-    if (results.failure)
+    if (results.failure) {
         html +=
             element("p class=\"error\"", results.failure->unit + (results.failure->unit.empty() ? "" : ": ") +
                                              results.failure->message);
+        if (results.failure->scriptError)
+            html += element("p class=\"error\"", scriptErrorLine(*results.failure->scriptError));
+    }
     for (const Warning& warning : results.warnings)
         html += element("p class=\"warning\"", warning.unit + ", " + warning.subject + ": " + warning.text);
     html += "<div class=\"drawing\">" + flowsheetSvg(results) + "</div>\n" + element("h2", "Streams");

@@ -3,6 +3,7 @@
 #include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
 #include "results/CsvText.h"
+#include "results/ScriptError.h"
 
 #include <nlohmann/json.hpp>
 
@@ -42,12 +43,22 @@ std::string cellOf(const Json* value, const std::string& unit) {
     return value->is_string() ? inOneLine(value->get<std::string>()) : "";
 }
 
+ScriptError scriptErrorOf(const Json& script) {
+    return {.file = script.at("file").get<std::string>(),
+            .line = script.at("line").get<long>(),
+            .column = script.value("column", 0L),
+            .message = script.at("message").get<std::string>()};
+}
+
 std::string message(const Json& results) {
     if (!results.contains("error"))
         return {};
     const Json& error = results.at("error");
     const std::string unit = results.contains("units") ? error.value("unit", "") : "";
-    return inOneLine((unit.empty() ? "" : "Unit \"" + unit + "\": ") + error.value("message", ""));
+    // An error in the script: its place says more than the unit's text.
+    const std::string text = error.contains("script") ? scriptErrorLine(scriptErrorOf(error.at("script")))
+                                                      : error.value("message", "");
+    return inOneLine((unit.empty() ? "" : "Unit \"" + unit + "\": ") + text);
 }
 
 /// The lines without their ends; an incomplete last one, of a study that was killed, is left out.

@@ -113,9 +113,10 @@ TEST(ResultsHtml, showsTheErrorAndMarksUnits) {
     results.units[0].products = {"a <b>"};
     results.units.push_back({.name = "Next", .status = UnitStatus::failed, .feeds = {"a <b>"}});
     results.failure = {"Next", "x < y & z"};
+    results.failure->scriptError = {.file = "next.m", .line = 7, .column = 2, .message = "'z' undefined"};
     const std::string page = resultsHtml(results, TableUnits(), "case");
-    for (const char* part : {"<p class=\"error\">Next: x &lt; y &amp; z</p>", "<rect class=\"unit failed\"",
-                             "<rect class=\"unit\"", "a &lt;b&gt;</text>"})
+    for (const char* part : {"<p class=\"error\">Next: x &lt; y &amp; z</p>", "next.m:7:2: ",
+                             "<rect class=\"unit failed\"", "<rect class=\"unit\"", "a &lt;b&gt;</text>"})
         EXPECT_NE(page.find(part), std::string::npos) << part << page;
     EXPECT_EQ(page.find("a <b>"), std::string::npos);
 }

@@ -66,6 +66,9 @@ TEST_F(StudyTables, showWhatWasVariedAndWhatCameOfIt) {
               "2,3,2,5,1.5,\"say \"\"a b\"\"\",300.5,1,,1,300.5,1,0.1,,1,ok,\r\n");
     EXPECT_EQ(table->line(2, failure()), "3,3,3,5,,,,,,,,,,,,failed,too hot\r\n");
     EXPECT_TRUE(hasFailed(table->line(2, failure())));
+    Json inScript = failure();
+    inScript["error"]["script"] = {{"file", "pump.m"}, {"line", 3}, {"message", "'x' undefined"}};
+    EXPECT_EQ(table->line(2, inScript), "3,3,3,5,,,,,,,,,,,,failed,pump.m:3: 'x' undefined\r\n");
     EXPECT_FALSE(hasFailed(table->line(1, results("failed"))));
 
     const Json json = Json::parse(tableJson(table->columns(), wholeTable()));

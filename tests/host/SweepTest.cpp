@@ -88,7 +88,7 @@ TEST_F(Sweeps, goOnAfterFailedPointsAndAfterTheirOwnEnd) {
     EXPECT_EQ(first.exitCode, 1u) << first.printed;
     EXPECT_THAT(first.printed, HasSubstr("5 of 5 points, 2 failed"));
     const std::string table = bytes(L"t.csv");
-    EXPECT_THAT(table, HasSubstr("failed,Calculate failed: too much pressure\r\n"));
+    EXPECT_THAT(table, HasSubstr("failed,script:2:15: too much pressure\r\n"));
 
     // The study was killed in its third line. What it had is kept, also if it is not what comes of it now.
     std::string cut = table.substr(0, table.find("\r\n3,") + 9);
