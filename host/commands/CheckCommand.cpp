@@ -65,11 +65,9 @@ ExitCode checkCommand(const CheckOptions& options) {
     CheckedCase checked{flowsheet, sources, quiet, watch, Trials(flowsheet, sources, quiet, watch), {}};
     Json json{{"case", options.casePath}, {"checks", Json::array()}};
     std::size_t findings = 0;
+    // The name comes first, since a check may take long.
     checkCase(
-        checked,
-        [](const char* name) {
-            print(stdout, padded(name, nameWidth));
-        }, // first, since a check may take long
+        checked, [](const char* name) { print(stdout, padded(name, nameWidth)); },
         [&](const char* name, const CheckOutcome& outcome) {
             printOutcome(outcome);
             json["checks"].push_back(outcomeJson(name, outcome));

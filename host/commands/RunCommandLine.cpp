@@ -20,9 +20,8 @@ void addTarget(CLI::App& command, AdjustmentRequest& adjustment) {
     auto* adjust = command.add_option(
         "--adjust", adjustment.variable,
         "VARIABLE=FIRST:LAST, such as \"outlet pressure=2 bar:20 bar\": run the case again and again, and "
-        "find "
-        "the value between these that gives the output of --target its value. The variables are those of "
-        "\"sweep\"");
+        "find the value between these that gives the output of --target its value. The variables are those "
+        "of \"sweep\"");
     auto* target = command.add_option(
         "--target", adjustment.target,
         "OUTPUT=VALUE, such as \"shaft power=600 kW\" or Product.temperature=350: an output parameter "
@@ -83,8 +82,7 @@ void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
         "A run of more than ten seconds prints a line every ten seconds: what runs, and its last log line. "
         "Ctrl-C stops the run, and Octave with the script; a second Ctrl-C ends the program at once. Matlab "
         "cannot be stopped: the program then ends after two seconds, Matlab runs its script to the end, and "
-        "the "
-        "units' temporary folders stay until a unit is next created.\n\n" +
+        "the units' temporary folders stay until a unit is next created.\n\n" +
         std::string(exitCodesText));
     command->final_callback([&] { result = runCommand(run); });
 }

@@ -41,8 +41,8 @@ using Calculation = std::function<bool(const Variation& variation, RunResults& r
 using TrialSink = std::function<void(const AdjustmentResult&)>;
 
 /// Calculates the case at the ends of the bracket and then inside it until the output has its target.
-/// `results` are those of the last trial. False with a text
-/// that says why the target is not reached, after a failed calculation with the unit's text.
+/// `results` are those of the last trial. False with a text that says why the target is not reached, after a
+/// failed calculation with the unit's text.
 [[nodiscard]] bool reachTarget(const Case& flowsheet, const Adjustment& adjustment,
                                const Calculation& calculate, const TrialSink& onTrial, RunResults& results,
                                std::string& error);

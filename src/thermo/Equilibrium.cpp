@@ -27,10 +27,8 @@ bool checkValues(IUnknown& material, HRESULT hr, VariantArray& values, const cha
     const auto named = [&] { return what + (phase ? " for phase " + phase->script : std::string()); };
     if (FAILED(hr))
         return fail(error, "Failed to get " + named() + " from material: " + describeFailure(material, hr));
-    if (!readVariantArray(values, VT_R8, error))
-        return fail(error, "Invalid values for " + named() + " from material: " + error);
-    return values.count() == count ||
-           fail(error, "Invalid values for " + named() + " from material: " + wrongCount);
+    return checkReals(values, count, wrongCount, error) ||
+           fail(error, "Invalid values for " + named() + " from material: " + error);
 }
 
 /// Both generations.
@@ -58,15 +56,15 @@ bool readEquilibrium(Material& material, const std::vector<PhaseLabel>& phases, 
             place += phases.size();
         }
     }
-    const auto readScalar = [&](const Bstr& property, const char* what, double& scalar) {
+    const auto readOverall = [&](const Bstr& property, const char* what, double& scalar) {
         const HRESULT hr = getOverall(material, property.get(), notGiven, values.put());
         if (!checkValues(material, hr, values, what, nullptr, 1, scalarExpected, error))
             return false;
         scalar = values.realsInPlace().front();
         return true;
     };
-    return readScalar(hostTexts.pressure, "pressure", state.pressure) &&
-           readScalar(hostTexts.temperature, "temperature", state.temperature);
+    return readOverall(hostTexts.pressure, "pressure", state.pressure) &&
+           readOverall(hostTexts.temperature, "temperature", state.temperature);
 }
 
 void writeState(const Equilibrium& state, ReplyWriter& reply) {

@@ -5,21 +5,21 @@
 
 namespace solvane {
 
+bool checkReals(VariantArray& values, std::size_t count, const char* wrongCount, std::string& error) {
+    return readVariantArray(values, VT_R8, error) && (values.count() == count || fail(error, wrongCount));
+}
+
 bool readReals(VariantArray& values, std::size_t count, const char* wrongCount, std::vector<double>& reals,
                std::string& error) {
-    if (!readVariantArray(values, VT_R8, error))
+    if (!checkReals(values, count, wrongCount, error))
         return false;
-    if (values.count() != count)
-        return fail(error, wrongCount);
     reals = values.reals();
     return true;
 }
 
 bool readScalar(VariantArray& values, const char* wrongCount, double& scalar, std::string& error) {
-    if (!readVariantArray(values, VT_R8, error))
+    if (!checkReals(values, 1, wrongCount, error))
         return false;
-    if (values.count() != 1)
-        return fail(error, wrongCount);
     scalar = values.realsInPlace().front();
     return true;
 }

@@ -9,8 +9,12 @@
 
 namespace solvane {
 
-/// Reads exactly `count` reals. Otherwise false, with the array reader's text or, for another number of
-/// values, `wrongCount`.
+/// Reads exactly `count` reals, which stay in `values`. Otherwise false, with the array reader's text or, for
+/// another number of values, `wrongCount`.
+[[nodiscard]] bool checkReals(VariantArray& values, std::size_t count, const char* wrongCount,
+                              std::string& error);
+
+/// The same with a copy of the values.
 [[nodiscard]] bool readReals(VariantArray& values, std::size_t count, const char* wrongCount,
                              std::vector<double>& reals, std::string& error);
 
