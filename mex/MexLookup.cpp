@@ -78,7 +78,10 @@ using Count = std::size_t(const mxArray*);
 } // namespace
 
 bool isMatlab() {
-    return GetModuleHandleW(L"libmx.dll") != nullptr;
+    // Asked once: for a library that isn't loaded, Wine searches all
+    // folders of its path, which takes longer than a call of the gateway.
+    static const bool answer = GetModuleHandleW(L"libmx.dll") != nullptr;
+    return answer;
 }
 
 bool mxIsDouble(const mxArray* array) {
