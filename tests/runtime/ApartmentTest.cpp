@@ -155,6 +155,26 @@ TEST_F(Apartments, serveTheMaterialOfARunThatTheyWaitFor) {
         });
 }
 
+// The outer run waits for its material, and so for the inner run: that must not wait for the outer one's
+// lock.
+TEST_F(Apartments, allowANestedRunOnTheThreadOfAMaterial) {
+    matlab.dedicated = true;
+    const HostedUnit inner = createUnit();
+    HRESULT innerResult = E_PENDING;
+    const auto material = FakeMaterial11::create();
+    material->record->onCall = [&](const std::string& call) {
+        if (call.starts_with("copy.GetPhaseList"))
+            innerResult = inner.calculate();
+    };
+    useFromAnotherApartment(material->dispatch(), COINIT_APARTMENTTHREADED, [&](IUnknown* proxy) {
+        ModelBag bag;
+        const HostedUnit outer = createUnit(bag.script("").feeds({L"Feed"}));
+        EXPECT_EQ(outer.connect(L"Feed", queryInterface<IDispatch>(proxy).get()), S_OK);
+        EXPECT_EQ(outer.calculate(), S_OK);
+    });
+    EXPECT_EQ(innerResult, S_OK);
+}
+
 // The unit is called through a proxy while it calls the material through one.
 TEST_F(Apartments, letAMaterialOfAnotherApartmentCallBack) {
     ModelBag bag;
