@@ -19,14 +19,19 @@ using testing::StartsWith;
 
 const std::wstring editorStandIn = builtFile(L"..\\tests\\EditorStandIn.exe");
 
+/// Whether the thread's queue holds a quit message with this exit code; removes it.
+bool isQuitting(WPARAM exitCode) {
+    MSG message{};
+    return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) && message.message == WM_QUIT &&
+           message.wParam == exitCode;
+}
+
 TEST(ScriptEditor, keepsTheQuitMessageOfTheHost) {
     PostQuitMessage(7);
     Program editor(L"\"" + editorStandIn + L"\"");
     waitForScriptEditor(editor.handle());
     editor.wait();
-    MSG message{};
-    EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-    EXPECT_EQ(message.wParam, 7u);
+    EXPECT_TRUE(isQuitting(7));
 }
 
 class MatlabTab : public UiTest {
@@ -387,6 +392,25 @@ TEST_F(MatlabTab, discardsClicksAndKeysWhileBusy) {
         editOutside(user, [&] { knockOn(close, view); });
         EXPECT_TRUE(user.here());
     });
+}
+
+TEST_F(MatlabTab, closesTheWindowIfTheHostQuitsDuringATest) {
+    SimulatorWindow host;
+    const Handle painted(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    host.onPaint = [&] {
+        PostQuitMessage(7);
+        SetEvent(painted.get());
+    };
+    matlab.onRun = [&](const std::wstring&) {
+        host.post(WM_PAINT);
+        EXPECT_EQ(WaitForSingleObject(painted.get(), 5000), WAIT_OBJECT_0);
+        return MatlabAnswer();
+    };
+    edit(L"Matlab", [](WindowDriver& user) {
+        user.press(L"&Test");
+        EXPECT_FALSE(user.here());
+    });
+    EXPECT_TRUE(isQuitting(7));
 }
 
 TEST_F(MatlabTab, leavesTheScriptToTheExternalEditor) {

@@ -1,5 +1,7 @@
 #include "BlockedInput.h"
 
+#include "runtime/QuitMessage.h"
+
 #include <array>
 
 namespace solvane {
@@ -19,10 +21,11 @@ constexpr std::array<MessageRange, 3> userInput{{
 } // namespace
 
 BlockedInput::~BlockedInput() {
+    QuitMessage quitMessage;
     MSG message;
     for (const MessageRange& range : userInput)
         while (PeekMessageW(&message, window_, range.first, range.last, PM_REMOVE))
-            ;
+            quitMessage.keep(message);
 }
 
 } // namespace solvane
