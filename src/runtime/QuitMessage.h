@@ -4,6 +4,13 @@
 
 namespace solvane {
 
+/// Whether the thread's message loop is to end. A modal dialog or message box that ends for this reason
+/// reports IDOK, as if the user had agreed.
+inline bool isQuitting() {
+    MSG message;
+    return PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) && message.message == WM_QUIT;
+}
+
 /// The quit message of the thread's message loop, which any check of the queue may remove. Posts it again at
 /// the end, so that the loop ends.
 class QuitMessage {

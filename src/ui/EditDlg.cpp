@@ -146,7 +146,7 @@ void CEditDlg::saveModel() {
 void CEditDlg::loadModel() {
     constexpr wchar_t warning[] =
         L"Loading a model will discard all information in the current unit operation. Proceed?";
-    if (MessageBoxW(window(), warning, L"Load model:", MB_ICONWARNING | MB_OKCANCEL) != IDOK)
+    if (!isConfirmed(window(), warning, L"Load model:", MB_ICONWARNING))
         return;
     FileDialog dialog{.title = L"Open model file:", .filter = modelFilter, .extension = L"svm"};
     dialog.flags |= OFN_OVERWRITEPROMPT;

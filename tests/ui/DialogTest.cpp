@@ -1,8 +1,11 @@
-// What becomes of an exception in a dialog or in one of its pages.
+// What ends a dialog other than its buttons: an exception in it or in one of its pages, and the end of the
+// host.
 
 #include "ui/controls/Dialog.h"
+#include "SimulatorWindow.h"
 #include "UiTest.h"
 #include "com/Module.h"
+#include "com/Text.h"
 
 #include <stdexcept>
 
@@ -43,14 +46,49 @@ private:
     FailingPage page_;
 };
 
-using DialogFailure = UiTest;
+using DialogEnd = UiTest;
 
-TEST_F(DialogFailure, endsTheDialogAroundAPage) {
+TEST_F(DialogEnd, endsTheDialogAroundAPage) {
     ComModule templates;
     templates.instance = GetModuleHandleW(L"SolvaneUnitOperation.dll");
     EXPECT_EQ(Frame(Moment::never).runModal(nullptr), IDCANCEL);
     for (const Moment moment : {Moment::creation, Moment::command, Moment::destruction})
         EXPECT_THROW(Frame(moment).runModal(nullptr), std::runtime_error) << static_cast<int>(moment);
+}
+
+// The system ends its dialogs and boxes as if by OK.
+TEST_F(DialogEnd, confirmsNothingIfTheHostQuits) {
+    const struct {
+        const wchar_t* tab;
+        int list;
+        const wchar_t* button;
+        const wchar_t* title;
+    } rows[] = {
+        {L"Ports", IDC_PORT_FEEDS, L"&Remove", L"Delete port:"},
+        {L"Parameters", IDC_PARAMETER_LIST, L"&Edit", L"Real parameter \"P\":"},
+        {L"Parameters", IDC_PARAMETER_LIST, L"&Add", L"Add parameter:"},
+        {L"Additional files", IDC_FILES_LIST, L"&New script", L"Add script file:"},
+        {L"Additional files", IDC_FILES_LIST, L"&Load model", L"Load model:"},
+    };
+    ModelBag model;
+    model.script("1;").feeds({L"Feed"}).file("data", "1").parameter(L"P", L"real", Variant(1.0));
+    ASSERT_EQ(load(model), S_OK);
+    SimulatorWindow host;
+    host.onPaint = [] { PostQuitMessage(7); };
+    for (const auto& row : rows) {
+        const HRESULT edited = edit(row.tab, [&](WindowDriver& user) {
+            user.selectRow(row.list, 0);
+            user.press(row.button);
+            user.await(row.title);
+            host.post(WM_PAINT);
+            user.settle();
+        });
+        EXPECT_EQ(edited, S_FALSE) << narrow(row.title);
+        MSG message{};
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
+            DispatchMessageW(&message);
+        EXPECT_EQ(message.message, UINT{WM_QUIT}) << narrow(row.title);
+    }
 }
 
 } // namespace

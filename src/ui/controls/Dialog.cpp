@@ -1,6 +1,7 @@
 #include "Dialog.h"
 
 #include "com/Module.h"
+#include "runtime/QuitMessage.h"
 
 #include <utility>
 
@@ -16,7 +17,7 @@ INT_PTR Dialog::runModal(HWND owner) {
                                            owner, procedure, reinterpret_cast<LPARAM>(this));
     if (failure_)
         std::rethrow_exception(std::exchange(failure_, nullptr));
-    return result;
+    return isQuitting() ? IDCANCEL : result;
 }
 
 void Dialog::createPage(HWND parent) {

@@ -21,7 +21,8 @@ public:
     Dialog& operator=(const Dialog&) = delete;
     virtual ~Dialog();
 
-    /// Returns the value passed to `end`. Without an owner, the active window owns the dialog.
+    /// Returns the value passed to `end`, or IDCANCEL if the host quits meanwhile. Without an owner, the
+    /// active window owns the dialog.
     INT_PTR runModal(HWND owner = GetActiveWindow());
     /// A page that fills a part of `parent`, hidden at first.
     void createPage(HWND parent);
