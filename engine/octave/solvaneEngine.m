@@ -15,14 +15,15 @@ function solvaneEngine ()
 
   % Handles work however a script changes the path.
   link = @SolvaneEngineLink;
-  errorStack = @solvaneErrorStack;
+  describe = @solvaneDescribeRun;
+  unclosed = @solvaneUnclosed;
   link ("connect", pwd ());
   setenv ("SOLVANE_ENGINE_FOLDER", pwd ());
   while ((command = link ("receive")))
     try
       given = putBack (given);
       builtin ("echo", "off", "all");
-      answer = perform (command, @(printed) errorStack (printed, given));
+      answer = perform (command, @(printed) describe (printed, given, unclosed));
       if (! isempty (regexp (command, '^\s*(addpath|rmpath)\>', "once")))
         given = path ();
       end
@@ -55,7 +56,7 @@ end
 
 % The text for the link to send. A function that reads from a terminal ends the capture of printed text and of
 % errors, so the end of the text must have a mark.
-function answer = perform (command, errorStack)
+function answer = perform (command, describe)
   mark = "\4";
   printed = evalc ("answer = run (command); builtin (\"puts\", mark);");
   if (isempty (printed) || printed(end) != mark)
@@ -65,7 +66,7 @@ function answer = perform (command, errorStack)
     printed(end) = [];
     try
       printed = withoutFalseWarnings (printed);
-      answer{2} = [printed errorStack(printed)];
+      answer{2} = describe (printed);
     catch
       answer{2} = printed; % functions of the user have the names of Octave's own
     end

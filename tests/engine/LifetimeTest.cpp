@@ -66,7 +66,8 @@ TEST(Lifetime, restartsADeadOctaveWithPathAndFolder) {
     octave.failureOf(L"cd 'C:\\no such folder'");
     const std::string process = processIdOf(octave);
 
-    for (const wchar_t* deadly : {L"x = 1; if ispc(), exit, end; kill(getpid(), 9); disp(2)", L"exit"}) {
+    for (const wchar_t* deadly :
+         {L"x = 1; if ispc(), builtin('exit'), end; kill(getpid(), 9); disp(2)", L"builtin('exit')"}) {
         const Variant command(std::wstring_view{deadly});
         const LateBound::Call died = octave.call(L"Execute", DISPATCH_METHOD, &command);
         EXPECT_EQ(died.result, HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED)) << deadly;

@@ -22,7 +22,7 @@ count = count + 1;
 gain = load('gain.txt');
 fid = fopen('gain.txt', 'w'); fprintf(fid, '%g', gain/2); fclose(fid);
 T = getParameter('T');
-if T > 450; exit; end
+if T > 450; builtin('exit'); end
 if T > 400; error('too hot'); end
 if T > 350; setParameter('hot', count); setReport('R', 'hot'); end
 F = getFeedProp(1, 'totalFlow');

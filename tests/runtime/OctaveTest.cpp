@@ -53,13 +53,14 @@ TEST_F(OctaveRun, reportsErrorsOfTheScriptToTheHost) {
         const char* script;
         const char* error;
     } cases[] = {
-        {"x = 1;\ny = nosuchthing + x;\n", "'nosuchthing' undefined near line 4"},
+        {"x = 1;\ny = nosuchthing + x;\n", "'nosuchthing' undefined in line 2"},
         {"error(\"two\\n  lines\");\n", "two, lines"},
         {"getParameter('Duty');\n", "Invalid parameter name: Duty"},
         {"getFeedProp(1, 'temperature');\n", "port number out of range for getFeedProp"},
         {"getCompoundConstant('molecularWeight');\n", "No calculation material available"},
         {"x = [1 2\ny = );\n", "parse error"},
         {"input('x')\n", "input waits for a user"},
+        {"try, quit, catch, exit(1), end\n", "exit would end Octave, not only the script; use return"},
     };
     for (const auto& row : cases) {
         rewrite(unit, bag, row.script);
@@ -71,6 +72,16 @@ TEST_F(OctaveRun, reportsErrorsOfTheScriptToTheHost) {
     rewrite(unit, bag, "try; getParameter('Duty'); catch; disp('caught'); end\n");
     EXPECT_EQ(unit.calculate(), S_OK);
     EXPECT_EQ(unit.output(), L"MATLAB output:\ncaught\nMATLAB done\n");
+    rewrite(unit, bag, "if true\n x = 1;\nend\nend\ndisp(1)\n");
+    EXPECT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(unit.output(),
+              L"MATLAB output:\nwarning: 'end' in line 4 ends no block, and what follows it never runs\n"
+              L"MATLAB done\n");
+    rewrite(unit, bag, "f(1)\nend\n% its own\nfunction f(x)\nwarning('hot')\nend\n");
+    EXPECT_EQ(unit.calculate(), S_OK);
+    EXPECT_EQ(unit.output(),
+              L"MATLAB output:\nwarning: hot\nwarning: called from\n    script at line 5 column 1\n"
+              L"    script at line 1 column 1\n\nMATLAB done\n");
 }
 
 TEST_F(OctaveRun, reportsTheCauseOfFailuresOutsideTheScript) {
