@@ -10,6 +10,8 @@
 #include "results/ResultTables.h"
 #include "results/ScriptError.h"
 
+#include <algorithm>
+
 namespace solvane::host {
 
 namespace {
@@ -55,17 +57,29 @@ void printResults(const RunResults& results, const TableUnits& units, bool verbo
         print(stdout, "\n" + warnings);
 }
 
-/// Prints where the script of the unit failed, and what Matlab printed.
-void printOutputOfFailure(RunResults& results) {
-    if (results.failure->scriptError)
-        print(stderr, scriptErrorLine(*results.failure->scriptError) + "\n");
-    for (const UnitResult& unit : results.units)
-        for (const ReportResult& report : unit.reports)
-            if (unit.status == UnitStatus::failed && report.name == outputReport) {
-                printReport(stderr, report);
-                if (!hasScriptEnded(unit))
-                    results.fault = Fault::machine;
-            }
+/// Prints what the script of the unit printed and, if it failed, its message and the place, which `error`
+/// then has in place of the message.
+void printFailure(RunResults& results, bool verbose, std::string& error) {
+    const auto unit = std::ranges::find(results.units, UnitStatus::failed, &UnitResult::status);
+    if (unit == results.units.end())
+        return;
+    const auto output = std::ranges::find(unit->reports, outputReport, &ReportResult::name);
+    if (output == unit->reports.end())
+        return;
+    const std::string text = verbose ? output->text : printedByScript(*unit);
+    if (!text.empty())
+        printReport(stderr, {outputReport, text});
+    if (!hasScriptEnded(*unit))
+        results.fault = Fault::machine;
+    const std::optional<ScriptError>& script = results.failure->scriptError;
+    if (!script)
+        return;
+    print(stderr, (text.empty() ? "" : "\n") + scriptErrorLine(*script) + "\n");
+    for (const std::string& caller : script->callers)
+        print(stderr, "    called from " + caller + "\n");
+    constexpr std::string_view failed = "Calculate failed";
+    if (const std::size_t at = error.find(failed); at != error.npos)
+        error = error.substr(0, at + failed.size()) + " at " + placeText(*script);
 }
 
 /// Reads the case and applies the options to it.
@@ -114,7 +128,7 @@ StopReason calculate(const RunOptions& options, const TableUnits& units, const C
                    : runCase(flowsheet, printUnitLine, results, error, &watch))
         return StopReason::none;
     if (!watch.isStopRequested())
-        printOutputOfFailure(results);
+        printFailure(results, options.verbose, error);
     printConvergence(stderr, results);
     error.insert(0, options.casePath + ": ");
     return watch.stopReason();

@@ -38,6 +38,8 @@ struct ReportResult {
 
 /// The report that our own unit adds to the script's: what Matlab printed.
 inline constexpr char outputReport[] = "Matlab Output";
+/// The line before what the script prints.
+inline constexpr char outputBegin[] = "MATLAB output:";
 /// Its last line once the script has ended, before what an error adds.
 inline constexpr char outputEnd[] = "MATLAB done";
 
@@ -97,6 +99,7 @@ struct ScriptError {
     long line = 0;
     long column = 0; ///< 0 if it is not known
     std::string message;
+    std::vector<std::string> callers{}; ///< the places that led there, innermost first, such as "drum.m:3:1"
 };
 
 /// Why a run failed.

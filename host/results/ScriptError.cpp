@@ -3,6 +3,8 @@
 #include "channel/ErrorStack.h"
 
 #include <algorithm>
+#include <regex>
+#include <span>
 
 namespace solvane::host {
 
@@ -16,17 +18,14 @@ std::string_view withoutBlanks(std::string_view line) {
     return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }
 
-/// Octave counts in the file that the unit makes of the script.
-std::string_view withoutPlace(std::string_view line) {
-    for (const std::string_view words : {"undefined", "parse error"}) {
-        const std::size_t at = line.find(std::string(words) + " near line ");
-        if (at != line.npos)
-            return line.substr(0, at + words.size());
-    }
-    return line;
+/// "'x' undefined in line 4 of tidy.m" and "parse error in line 4: y = 1 +" without the place, which is
+/// known.
+std::string withoutPlace(std::string_view line) {
+    static const std::regex place(R"(^('.*' undefined|parse error) in line \d+( of .*?)?(?=:|$))");
+    return std::regex_replace(std::string(line), place, "$1");
 }
 
-/// The message's lines in one, without the copy of the faulty line and the caret below it.
+/// The message's lines in one.
 std::string messageIn(std::string_view output) {
     const std::size_t marker = output.rfind(errorMarker);
     if (marker == output.npos)
@@ -36,13 +35,17 @@ std::string messageIn(std::string_view output) {
     std::string message;
     while (!output.empty()) {
         const std::size_t end = std::min(output.find('\n'), output.size());
-        const std::string_view line = withoutPlace(withoutBlanks(output.substr(0, end)));
+        const std::string_view line = withoutBlanks(output.substr(0, end));
         output.remove_prefix(std::min(end + 1, output.size()));
-        if (line.empty() || line == "^" || line.starts_with(">>> "))
-            continue;
-        message.append(message.empty() ? "" : ", ").append(line);
+        if (!line.empty())
+            message.append(message.empty() ? "" : ", ").append(line);
     }
-    return message;
+    return withoutPlace(message);
+}
+
+const ReportResult* outputOf(const UnitResult& unit) {
+    const auto output = std::ranges::find(unit.reports, outputReport, &ReportResult::name);
+    return output == unit.reports.end() ? nullptr : &*output;
 }
 
 } // namespace
@@ -51,31 +54,46 @@ std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResul
     const auto unit = std::ranges::find(results.units, UnitStatus::failed, &UnitResult::status);
     if (unit == results.units.end())
         return std::nullopt;
-    const std::vector<ReportResult>& reports = unit->reports;
-    const auto output = std::ranges::find(reports, outputReport, &ReportResult::name);
-    if (output == reports.end())
-        return std::nullopt;
-    const std::vector<ErrorPlace> stack = readErrorStack(output->text);
+    const ReportResult* output = outputOf(*unit);
+    const std::vector<ErrorPlace> stack = output ? readErrorStack(output->text) : std::vector<ErrorPlace>();
     if (stack.empty())
         return std::nullopt;
-    const ErrorPlace& place = stack.front();
-    ScriptError error{place.file, place.line, place.column, messageIn(output->text)};
-    if (place.isInScript()) {
-        const auto* model = std::get_if<UnitModel>(
-            &flowsheet.units.at(static_cast<std::size_t>(unit - results.units.begin())).model);
-        error.file = model && !model->script.name.empty() ? model->script.name : "script";
-    }
+    const auto* model = std::get_if<UnitModel>(
+        &flowsheet.units.at(static_cast<std::size_t>(unit - results.units.begin())).model);
+    const std::string script = model && !model->script.name.empty() ? model->script.name : "script";
+    const auto errorAt = [&](const ErrorPlace& place) {
+        return ScriptError{place.isInScript() ? script : place.file, place.line, place.column, {}};
+    };
+    ScriptError error = errorAt(stack.front());
+    error.message = messageIn(output->text);
+    for (const ErrorPlace& caller : std::span(stack).subspan(1))
+        error.callers.push_back(placeText(errorAt(caller)));
     return error;
 }
 
 bool hasScriptEnded(const UnitResult& unit) {
-    const auto output = std::ranges::find(unit.reports, outputReport, &ReportResult::name);
-    return output != unit.reports.end() && output->text.find(outputEnd) != std::string::npos;
+    const ReportResult* output = outputOf(unit);
+    return output && output->text.find(outputEnd) != std::string::npos;
+}
+
+std::string printedByScript(const UnitResult& unit) {
+    const ReportResult* output = outputOf(unit);
+    const std::string_view text = output ? output->text : std::string_view();
+    const std::size_t begin = text.find(outputBegin);
+    if (begin == text.npos)
+        return {};
+    const std::size_t line = text.find('\n', begin);
+    const std::size_t end = std::min(text.rfind(errorMarker), text.rfind(outputEnd));
+    return end == text.npos || end <= line ? "" : std::string(text.substr(line + 1, end - line - 1));
+}
+
+std::string placeText(const ScriptError& error) {
+    return error.file + ":" + std::to_string(error.line) +
+           (error.column > 0 ? ":" + std::to_string(error.column) : "");
 }
 
 std::string scriptErrorLine(const ScriptError& error) {
-    return error.file + ":" + std::to_string(error.line) + ":" +
-           (error.column > 0 ? std::to_string(error.column) + ":" : "") + " " + error.message;
+    return placeText(error) + ": " + error.message;
 }
 
 } // namespace solvane::host

@@ -15,6 +15,12 @@ std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResul
 /// ran it, or was lost.
 bool hasScriptEnded(const UnitResult& unit);
 
+/// What the script of the unit printed before it ended. Empty if it never ran, or was lost.
+std::string printedByScript(const UnitResult& unit);
+
+/// "drum.m:12:5"
+std::string placeText(const ScriptError& error);
+
 /// "drum.m:12:5: message", as editors and build tools read it.
 std::string scriptErrorLine(const ScriptError& error);
 

@@ -226,13 +226,16 @@ TEST(ScriptErrors, readAsEditorsExpect) {
               "tidy.m:3: two, lines");
     EXPECT_EQ(lineFor("mine\nMATLAB done\nat script line 1, column 2\n"), "script:1:2: mine");
     flowsheet.units[0].model = UnitModel{.script = {.name = "drum.m"}};
-    EXPECT_EQ(lineFor("'x' undefined near line 14, column 5\nMATLAB done\nat script line 12, column 5\n"),
+    EXPECT_EQ(lineFor("'x' undefined in line 12\nMATLAB done\nat script line 12, column 5\n"),
               "drum.m:12:5: 'x' undefined");
-    EXPECT_EQ(lineFor("parse error near line 4 of file C:\\A b\\unitCalc.m\r\n\r\n  syntax error\r\n\r\n>>> "
-                      "y = (1 + ;\r\n"
-                      "             ^\nMATLAB done\nat script line 2, column 10\n"),
-              "drum.m:2:10: parse error, syntax error");
+    EXPECT_EQ(lineFor("parse error in line 2 of a b.m: y: = 3;\nMATLAB done\nat a b.m line 2, column 10\n"),
+              "a b.m:2:10: parse error: y: = 3;");
     EXPECT_EQ(lineFor("mine\nMATLAB done\nmine"), "none");
+    EXPECT_EQ(printedByScript(results.units[0]), "");
+    results.units[0].reports[0].text = "Echo\nMATLAB output:\nEvaluation error: no\nMATLAB done\nmine";
+    EXPECT_EQ(printedByScript(results.units[0]), "");
+    results.units[0].reports[0].text = "MATLAB output:\none\ntwo\nMATLAB done\nmine";
+    EXPECT_EQ(printedByScript(results.units[0]), "one\ntwo\n");
     results.units.clear();
     EXPECT_FALSE(findScriptError(flowsheet, results));
 }

@@ -97,8 +97,8 @@ def refusal(folder, parameters, feed, text, kinetics=None):
             (library / folder / "kinetics.csv").write_text("reaction, coefficient, energy, orders\n" + kinetics)
         run = subprocess.run([*sys.argv[1:3], "run", library / folder / "case.json"], stdin=subprocess.DEVNULL,
                              capture_output=True, text=True)
-        place = re.match(r"(\w+\.m):(\d+):\d+: (.*)\n", run.stderr)
-        if run.returncode != 1 or not place or not place[3].startswith(text) or f"Calculate failed: {text}" not in run.stderr:
+        place = re.search(r"^(\w+\.m):(\d+):\d+: (.*)\n", run.stderr, re.MULTILINE)
+        if run.returncode != 1 or not place or not place[3].startswith(text) or "Calculate failed at " not in run.stderr:
             raise SystemExit(f"{folder}: exit code {run.returncode}, not {text!r}: {run.stderr}")
         script = next(library.glob("*/" + place[1]))
         line = script.read_text().splitlines()[int(place[2]) - 1]
