@@ -52,8 +52,9 @@ bool keepUnreadModel(Unit& unit, const std::string& path, std::string& error) {
 
 } // namespace
 
-void LoadPrivateModel(Unit& unit) {
-    if (detectHost() != HostKind::aspenPlus || unit.workaroundDone || !unit.canHoldModel())
+void LoadPrivateModel(Unit& unit, const ActivityScope& activity) {
+    if (detectHost() != HostKind::aspenPlus || unit.workaroundDone || !unit.canHoldModel() ||
+        !activity.isOutermost())
         return;
     unit.workaroundDone = true;
     const std::string path = privateModelPath(unit);

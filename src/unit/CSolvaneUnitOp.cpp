@@ -176,7 +176,7 @@ STDMETHODIMP CSolvaneUnitOp::get_parameters(IDispatch** result) {
         if (!hasPlace)
             return E_POINTER;
         const ActivityScope scope(*this, UnitActivity::loading);
-        LoadPrivateModel(*this);
+        LoadPrivateModel(*this, scope);
         parameterCollection->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(result));
         return S_OK;
     });
@@ -207,7 +207,7 @@ STDMETHODIMP CSolvaneUnitOp::Edit() {
         if (!mayBegin(*this, UnitActivity::editing, refusal))
             return raise(refusal, refusal, L"Edit", utilities);
         const ActivityScope scope(*this, UnitActivity::editing);
-        LoadPrivateModel(*this);
+        LoadPrivateModel(*this, scope);
         modelEdited = false;
         if (!startupOk)
             return raiseStopped(L"Edit", utilities);

@@ -95,7 +95,7 @@ STDMETHODIMP CSolvaneUnitOp::Calculate() {
         if (!mayBegin(*this, UnitActivity::calculating, error))
             return raise(L"Calculate failed", error, L"Calculate", unitInterface);
         const ActivityScope scope(*this, UnitActivity::calculating);
-        LoadPrivateModel(*this);
+        LoadPrivateModel(*this, scope);
         // If the run fails from here on, the reports say so instead of showing the last run's.
         outputText = L"Matlab output not available\r\n";
         std::ranges::fill(reportTexts, L"Report not available...\r\n");

@@ -25,7 +25,7 @@ STDMETHODIMP CSolvaneUnitOp::get_ports(IDispatch** ports) {
         if (!startupOk)
             return raiseStopped(L"get_ports", L"ICapeUnit");
         const ActivityScope scope(*this, UnitActivity::loading);
-        LoadPrivateModel(*this);
+        LoadPrivateModel(*this, scope);
         QueryInterface(IID_IDispatch, reinterpret_cast<void**>(ports));
         return S_OK;
     });

@@ -71,6 +71,8 @@ STDMETHODIMP ModelBag::Read(LPCOLESTR key, VARIANT* value, IErrorLog*) {
 }
 
 STDMETHODIMP ModelBag::Write(LPCOLESTR key, VARIANT* value) {
+    if (onWrite)
+        onWrite();
     if (written.size() >= capacity)
         return STG_E_MEDIUMFULL;
     written.emplace_back(key);

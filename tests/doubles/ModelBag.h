@@ -21,7 +21,8 @@ public:
     std::map<std::wstring, Variant> values;
     std::vector<std::wstring> written; ///< keys, in their order
     std::size_t capacity = static_cast<std::size_t>(-1);
-    std::function<void()> onRead; ///< what the host does inside each Read
+    std::function<void()> onRead;  ///< what the host does inside each Read
+    std::function<void()> onWrite; ///< and inside each Write
 
     /// VT_EMPTY for a key that nobody set.
     Variant value(const std::wstring& key) const;

@@ -81,6 +81,30 @@ TEST_F(AspenPlus, loadsTheUnitsFileOnFirstUse) {
     }
 }
 
+TEST_F(AspenPlus, waitsWithTheFileForTheEndOfASaveOrLoad) {
+    const std::function<void()> needs[] = {[&] { EXPECT_EQ(getPorts(unit), S_OK); },
+                                           [&] { EXPECT_EQ(getParameters(unit), S_OK); },
+                                           [&] { unit.calculate(); }};
+    for (const auto& need : needs) {
+        unit = HostedUnit(module);
+        name(unit, L"B1");
+        ModelBag model;
+        model.script("1;").feeds({L"F1", L"F2"});
+        for (const wchar_t* parameter : {L"P1", L"P2", L"P3"})
+            model.parameter(parameter, L"real", Variant(1.0));
+        model.onRead = need;
+        ASSERT_EQ(unit.load(model), S_OK);
+        EXPECT_EQ(portCount(unit), 2);
+        ModelBag saved;
+        saved.onWrite = need;
+        EXPECT_EQ(unit.as<IPersistPropertyBag>()->Save(&saved, TRUE, TRUE), S_OK);
+        EXPECT_EQ(saved.texts(L"feeds").size(), 2U);
+        EXPECT_EQ(saved.texts(L"parameters").size(), 3U);
+        need();
+        EXPECT_EQ(portCount(unit), 1);
+    }
+}
+
 TEST_F(AspenPlus, isRecognizedByItsOtherProgramToo) {
     const std::wstring other = builtFile(L"..\\tests\\apwin.exe");
     ASSERT_TRUE(CopyFileW(builtFile(L"..\\tests\\apmain.exe").c_str(), other.c_str(), FALSE));
@@ -147,7 +171,7 @@ TEST_F(AspenPlus, neverOverwritesAFileInUse) {
     const EditedUnit edited(temporary.path());
     {
         const FileHandle inUse(CreateFileW(L"B1.svm", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-        LoadPrivateModel(*edited);
+        LoadPrivateModel(*edited, ActivityScope(*edited, UnitActivity::loading));
         StorePrivateModel(*edited);
     }
     EXPECT_EQ(readFile(L"B1.svm"), former);

@@ -32,6 +32,9 @@ public:
     ActivityScope(const ActivityScope&) = delete;
     ActivityScope& operator=(const ActivityScope&) = delete;
 
+    /// Whether the unit did nothing else when this activity began.
+    bool isOutermost() const { return former_ == 0; }
+
 private:
     ComRef<Unit> unit_;
     unsigned former_;
