@@ -164,19 +164,26 @@ bool isReadable(unzFile zip) {
            (entry.compression_method == 0 || entry.compression_method == Z_DEFLATED);
 }
 
-/// Writes the container's current entry, of at most `unpackable` bytes, to the file. Returns what failed,
-/// null on success.
-const char* unpack(unzFile zip, StdioFile file, std::uint64_t& unpackable) {
+/// What the unpacking of a container's entries shares.
+struct Unpacking {
+    std::uint64_t remaining; ///< the bytes that the container may still unpack to
+    /// References of packed data into an earlier piece take longer: by the kilobyte, files take a fifth
+    /// longer, by 64 kB a twentieth.
+    std::vector<char> piece = std::vector<char>(0x40000);
+};
+
+/// Writes the container's current entry to the file. Returns what failed, null on success.
+const char* unpack(unzFile zip, StdioFile file, Unpacking& unpacking) {
     static constexpr char readError[] = "read error in zip file";
     static constexpr char writeError[] = "write error";
-    std::array<char, 0x10000> piece; // a kilobyte at a time takes a sixth longer
-    while (const int count = unzReadCurrentFile(zip, piece.data(), piece.size())) {
+    std::vector<char>& piece = unpacking.piece;
+    while (const int count = unzReadCurrentFile(zip, piece.data(), static_cast<unsigned>(piece.size()))) {
         if (count < 0)
             return readError;
         const auto size = static_cast<std::size_t>(count);
-        if (size > unpackable)
+        if (size > unpacking.remaining)
             return unpacksToTooMuch;
-        unpackable -= size;
+        unpacking.remaining -= size;
         if (std::fwrite(piece.data(), 1, size, file.get()) != size)
             return writeError;
     }
@@ -187,9 +194,9 @@ const char* unpack(unzFile zip, StdioFile file, std::uint64_t& unpackable) {
     return unzeof(zip) == 1 && unzCloseCurrentFile(zip) == UNZ_OK ? nullptr : readError;
 }
 
-/// `unpackable` is the number of bytes that the container may still unpack to. Deletes a file that fails.
+/// Deletes a file that fails.
 bool ExtractFromContainer(const Unit& unit, unzFile zip, const ContainerEntries& entries,
-                          const std::string& name, std::uint64_t& unpackable, std::string& error) {
+                          const std::string& name, Unpacking& unpacking, std::string& error) {
     const auto failed = [&](const std::string& reason) {
         return fail(error, "Failed to read \"" + name + "\" in zipped document" + reason);
     };
@@ -203,7 +210,7 @@ bool ExtractFromContainer(const Unit& unit, unzFile zip, const ContainerEntries&
     StdioFile file = openFile(path, "wb");
     if (!file)
         return failed(": failed to open file in temporary working folder");
-    if (const char* fault = unpack(zip, std::move(file), unpackable)) {
+    if (const char* fault = unpack(zip, std::move(file), unpacking)) {
         DeleteFileA(path.c_str());
         return failed(std::string(": ") + fault);
     }
@@ -267,10 +274,10 @@ bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) 
         const ZipReader zip(unzOpen(path.c_str()));
         if (!zip)
             return fail(error, "Failed to open SVM file as ZIP file");
-        std::uint64_t unpackable = modelLimits::unpacked(sizeOf(path));
+        Unpacking unpacking{modelLimits::unpacked(sizeOf(path))};
         const ContainerEntries entries(zip.get());
         const auto extract = [&](const std::string& name) {
-            return ExtractFromContainer(unit, zip.get(), entries, name, unpackable, error);
+            return ExtractFromContainer(unit, zip.get(), entries, name, unpacking, error);
         };
         const bool isRead =
             extract(userScriptName) && extract(modelDocument) && readUnitDocument(unit, error);

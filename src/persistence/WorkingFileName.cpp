@@ -72,8 +72,11 @@ const char* workingFileNameFault(const std::string& name) {
 const char* workingFileFault(const std::string& folder, const std::string& name) {
     if (const char* fault = workingFileNameFault(name))
         return fault;
+    const std::string path = folder + name;
+    if (GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+        return nullptr; // most names are new, which a search finds out more slowly
     WIN32_FIND_DATAA file{};
-    const FindHandle search(FindFirstFileA((folder + name).c_str(), &file));
+    const FindHandle search(FindFirstFileA(path.c_str(), &file));
     const std::wstring found = widen(file.cFileName);
     // The system ignores the case of letters beyond ASCII too, by its own rules.
     if (search && isUnitFile(found))

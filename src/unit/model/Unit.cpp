@@ -21,7 +21,9 @@ void Unit::clear() {
     releasePorts();
     for (const std::string& name : std::exchange(additionalFiles, {})) {
         const std::string path = workingFolder.pathOf(name);
-        SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL); // allows deleting a read-only file
+        if (DeleteFileA(path.c_str()) || GetLastError() != ERROR_ACCESS_DENIED)
+            continue;
+        SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL); // it may be read-only
         DeleteFileA(path.c_str());
     }
 }
