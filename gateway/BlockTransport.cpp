@@ -107,6 +107,8 @@ bool BlockTransport::read(std::size_t offset, std::size_t count, std::string& by
 
 } // namespace
 
+const bool staysLoaded = false; // a loaded file cannot be replaced
+
 std::unique_ptr<Transport> openTransport(const std::string& unitId, std::string& error) {
     auto transport = std::make_unique<BlockTransport>();
     if (!transport->open(unitId, error))

@@ -27,14 +27,23 @@ constexpr std::string_view reportBytesName = "reportBytes";
 
 std::unique_ptr<Run> currentRun;
 
-void closeRun() {
-    if (currentRun)
+/// Keeps the gateway and its run through a `clear all` in the user's script.
+void keepLoaded(bool isWanted) {
+    static bool isLocked = false;
+    if (isWanted && !isLocked)
+        mexLock();
+    else if (!isWanted && isLocked)
         mexUnlock();
-    currentRun.reset();
+    isLocked = isWanted;
 }
 
-/// A run that was never ended, since its script was broken off, gives way to the new one. The lock keeps the
-/// gateway and its run through a `clear all` in the user's script.
+void closeRun() {
+    currentRun.reset();
+    if (!staysLoaded)
+        keepLoaded(false);
+}
+
+/// A run that was never ended, since its script was broken off, gives way to the new one.
 bool beginRun(const mxArray* unitIdText, std::string& error) {
     closeRun();
     std::string unitId;
@@ -45,7 +54,7 @@ bool beginRun(const mxArray* unitIdText, std::string& error) {
     currentRun = openRun(unitId, error);
     if (!currentRun)
         return false;
-    mexLock();
+    keepLoaded(true);
     return true;
 }
 

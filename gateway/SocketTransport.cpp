@@ -14,6 +14,11 @@ void append(std::string& message, std::uint32_t number) {
     message.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
 
+using Connection = std::unique_ptr<engine::EngineClient>;
+
+/// That of the last run, if it is sound. The server starts a thread for each.
+Connection idleConnection;
+
 class SocketTransport : public Transport {
 public:
     ~SocketTransport() override;
@@ -30,20 +35,24 @@ private:
     bool ask(MessageKind kind, std::string_view start, std::string_view rest, std::string& answer,
              std::string& error);
 
-    engine::EngineClient server_;
+    Connection server_ = std::move(idleConnection);
     bool opened_ = false;
 };
 
 SocketTransport::~SocketTransport() {
     std::string ignored;
-    if (opened_)
-        ask(MessageKind::close, {}, {}, ignored, ignored);
+    if (opened_ && ask(MessageKind::close, {}, {}, ignored, ignored))
+        idleConnection = std::move(server_);
 }
 
 bool SocketTransport::open(const std::string& unitId, std::string& error) {
     std::string nothing;
-    opened_ =
-        server_.connect(engine::gatewayRole, error) && ask(MessageKind::open, unitId, {}, nothing, error);
+    if (!server_) {
+        server_ = std::make_unique<engine::EngineClient>();
+        if (!server_->connect(engine::gatewayRole, error))
+            return false;
+    }
+    opened_ = ask(MessageKind::open, unitId, {}, nothing, error);
     return opened_;
 }
 
@@ -68,7 +77,7 @@ bool SocketTransport::ask(MessageKind kind, std::string_view start, std::string_
                           std::string& answer, std::string& error) {
     MessageKind answerKind{};
     std::string body;
-    if (!server_.send(kind, start, rest) || !server_.receive(answerKind, body)) {
+    if (!server_->send(kind, start, rest) || !server_->receive(answerKind, body)) {
         error = "the connection to the automation server is broken";
         return false;
     }
@@ -81,6 +90,8 @@ bool SocketTransport::ask(MessageKind kind, std::string_view start, std::string_
 }
 
 } // namespace
+
+const bool staysLoaded = true;
 
 std::unique_ptr<Transport> openTransport(const std::string& unitId, std::string& error) {
     auto transport = std::make_unique<SocketTransport>();

@@ -29,6 +29,10 @@ public:
     virtual bool read(std::size_t offset, std::size_t count, std::string& bytes, std::string& error) = 0;
 };
 
+/// Whether the gateway stays loaded between runs. Each run begins with `clear functions`, after which it
+/// would be loaded, and connected to the server, again.
+extern const bool staysLoaded;
+
 /// Reaches the unit of that id (a GUID with braces), which must be calculating. Null with an error text.
 std::unique_ptr<Transport> openTransport(const std::string& unitId, std::string& error);
 

@@ -62,6 +62,8 @@ void mexErrMsgTxt(const char*) {
 
 namespace solvane {
 
+const bool gateway::staysLoaded = false;
+
 std::unique_ptr<gateway::Transport> gateway::openTransport(const std::string&, std::string&) {
     return std::make_unique<PlayedTransport>();
 }

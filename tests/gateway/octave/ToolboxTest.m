@@ -156,4 +156,12 @@ CapeOpenUnitMex(1, '{unit}');
 answerWith(i([0 7]));
 scriptThatClearsAll();
 CapeOpenUnitMex(2);
+
+% The next run finds the connection of the last, and the gateway with it.
+clear functions
+global nComp
+nComp = 2;
+CapeOpenUnitMex(1, '{unit}');
+assert(getFeedCount(), 7);
+CapeOpenUnitMex(2);
 disp('all checked');
