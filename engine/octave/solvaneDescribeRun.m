@@ -8,6 +8,7 @@
 % Everything that this calls is built in: the script may have changed the path.
 
 function printed = solvaneDescribeRun (printed, path, unclosed)
+  mlock (); % each run forgets the other functions, and would read this one again
   printed = withUsersCalls (printed);
   fault = lasterror ();
   mark = "Evaluation error: ";

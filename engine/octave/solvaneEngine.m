@@ -40,7 +40,7 @@ end
 % Scripts may remove folders from the path that commands, this engine or Octave have added, and with them all
 % functions that are not built in.
 function given = putBack (given)
-  now = path ();
+  now = builtin ("path");
   if (strcmp (now, given))
     return;
   end

@@ -7,6 +7,7 @@
 % Everything that this calls is built in: the script may have changed the path.
 
 function finding = solvaneUnclosed (script, fault, faultLine, isScript)
+  mlock (); % each run forgets the other functions, and would read this one again
   script = script(script != "\r");
   [words, starts] = wordsOf (script);
   seen = struct ("comments", [], ... the block comments around a word

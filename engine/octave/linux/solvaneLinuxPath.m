@@ -3,6 +3,7 @@
 % others again.
 
 function path = solvaneLinuxPath (path)
+  mlock (); % each run forgets the other functions, and would read this one again
   if (! ischar (path) || isempty (regexp (path, '\\|^[A-Za-z]:', "once")))
     return;
   end
