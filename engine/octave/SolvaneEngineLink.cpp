@@ -8,9 +8,14 @@
 //   SolvaneEngineLink ("send", text)      the text that the command printed
 //   SolvaneEngineLink ("fail", text)      the error that it raised
 //   SolvaneEngineLink ("lose", text)      why it is unknown what it did
+//   SolvaneEngineLink ("visit", path)     Octave has just changed its folder, with that path
+//   names = SolvaneEngineLink ("changes", folder, path)
+//                                         the functions that Octave would read again if it changed its
+//                                         folder, or [] if it must do that to find all others
 //
 // It stays loaded, with its connection, even if a script clears everything.
 
+#include "FolderWatch.h"
 #include "ProcessGroup.h"
 #include "link/EngineClient.h"
 #include "mex/MexFunctions.h"
@@ -27,6 +32,7 @@
 #include <string_view>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -79,6 +85,8 @@ private:
 // Never destroyed: the listening thread runs until Octave's process ends.
 EngineClient& server = *new EngineClient;
 Inbox& inbox = *new Inbox;
+
+FolderWatch folders;
 
 /// Octave unloads its modules while it ends, even locked ones. The thread that waits for the server may wake
 /// up after that, and needs its code.
@@ -148,6 +156,16 @@ void answer(std::string_view verb, std::string_view text) {
         sendAnswer(verb == "fail" ? MessageKind::failed : MessageKind::lost, text);
 }
 
+mxArray* changesIn(std::string_view folder, std::string_view path) {
+    std::vector<std::string> names;
+    if (!folders.isUpToDate(std::u8string(folder.begin(), folder.end()), path, names))
+        return mxCreateDoubleMatrix(0, 0, mxREAL);
+    mxArray* const cells = mxCreateCellMatrix(1, names.size());
+    for (std::size_t i = 0; i < names.size(); ++i)
+        mxSetCell(cells, i, mxCreateString(names[i].c_str()));
+    return cells;
+}
+
 /// A text from Octave, whose characters are bytes.
 std::string_view textOf(const mxArray* array) {
     return {static_cast<const char*>(mxGetData(array)), mxIsChar(array) ? mxGetNumberOfElements(array) : 0};
@@ -168,6 +186,14 @@ bool serve(mxArray* results[], int count, const mxArray* arguments[], std::strin
     }
     if (verb == "send" || verb == "fail" || verb == "lose") {
         answer(verb, text);
+        return true;
+    }
+    if (verb == "visit") {
+        folders.remember(text);
+        return true;
+    }
+    if (verb == "changes") {
+        results[0] = changesIn(text, count > 2 ? textOf(arguments[2]) : std::string_view());
         return true;
     }
     error = "SolvaneEngineLink: only the automation server's own script calls this";

@@ -137,6 +137,37 @@ TEST_F(Execute, readsScriptsInTheAnsiCodePageAndInUtf8) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() + L"\\private"));
 }
 
+TEST_F(Execute, findsWhatHasChangedWhenAClientChangesToTheSameFolder) {
+    const ScriptFolder here;
+    const ScriptFolder toolbox;
+    here.write(L"changed.m", "disp(1)\n");
+    here.write(L"removed.m", "function removed\n");
+    const std::wstring cd = L"cd '" + here.path() + L"'";
+    octave.execute(L"addpath '" + toolbox.path() + L"'");
+    here.makeOld();
+    toolbox.makeOld();
+    octave.execute(cd);
+    EXPECT_EQ(octave.execute(L"changed"), L"1\n");
+    EXPECT_EQ(octave.execute(cd), L"");
+    here.write(L"changed.m", "disp(2)\n");
+    octave.execute(cd);
+    EXPECT_EQ(octave.execute(L"changed"), L"2\n") << "a file was written";
+    here.write(L"changed.m", "disp(3)\n");
+    octave.execute(cd);
+    EXPECT_EQ(octave.execute(L"changed"), L"3\n") << "and again at once";
+
+    here.write(L"added.m", "disp(4)\n");
+    std::filesystem::remove(here.path() + L"\\removed.m");
+    octave.execute(cd);
+    EXPECT_EQ(octave.execute(L"added"), L"4\n");
+    EXPECT_THAT(octave.failureOf(L"removed"), StartsWith(L"'removed' undefined"));
+    here.makeOld();
+    octave.execute(cd);
+    toolbox.write(L"tool.m", "disp(5)\n");
+    octave.execute(cd);
+    EXPECT_EQ(octave.execute(L"tool"), L"5\n") << "in another folder of the path";
+}
+
 TEST_F(Execute, takesWindowsPathsInCommandsAndScripts) {
     const ScriptFolder here;
     const ScriptFolder there;
