@@ -18,6 +18,19 @@ bool isUtf8(const std::string& text) {
                                                static_cast<int>(text.size()), nullptr, 0) > 0;
 }
 
+/// When a file was written, in the system's units of 100 ns.
+std::uint64_t timeOf(const FILETIME& time) {
+    return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
+/// Whether a file written now would have a later time, on a file system that keeps two seconds.
+bool isOld(std::uint64_t written) {
+    constexpr std::uint64_t twoSeconds = 20'000'000;
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    return written + twoSeconds < timeOf(now);
+}
+
 std::string readAll(const std::wstring& path) {
     std::ifstream file(std::filesystem::path(path), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
@@ -29,6 +42,7 @@ bool TranslatedScripts::refresh(const std::wstring& folder) {
     if (folder != folder_) {
         copies_.reset();
         scripts_.clear();
+        utf8_.clear();
         folder_ = folder;
     }
     bool isChanged = std::erase_if(scripts_, [this](const auto& script) { return isGone(script.first); }) > 0;
@@ -36,11 +50,18 @@ bool TranslatedScripts::refresh(const std::wstring& folder) {
     const FindHandle search(folder.empty() ? INVALID_HANDLE_VALUE
                                            : FindFirstFileW((folder + L"\\*.m").c_str(), &entry));
     for (BOOL more = static_cast<bool>(search); more; more = FindNextFileW(search.get(), &entry)) {
-        const std::string script = readAll(folder + L'\\' + entry.cFileName);
-        const auto copied = scripts_.find(entry.cFileName);
+        const std::wstring name = entry.cFileName;
+        const std::uint64_t written = timeOf(entry.ftLastWriteTime);
+        if (const auto known = utf8_.find(name); known != utf8_.end() && known->second == written)
+            continue;
+        const bool wasOld = isOld(written);
+        const std::string script = readAll(folder + L'\\' + name);
+        const auto copied = scripts_.find(name);
         // A script that becomes UTF-8 keeps its copy, since Octave would not notice its removal.
         if (copied == scripts_.end() ? !isUtf8(script) : copied->second != script)
-            isChanged = copy(entry.cFileName, script) || isChanged;
+            isChanged = copy(name, script) || isChanged;
+        else if (copied == scripts_.end() && wasOld)
+            utf8_[name] = written;
     }
     return isChanged;
 }

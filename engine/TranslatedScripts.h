@@ -3,6 +3,7 @@
 
 #include "OwnFolder.h"
 
+#include <cstdint>
 #include <map>
 #include <memory>
 
@@ -25,6 +26,8 @@ private:
     std::wstring folder_;
     std::unique_ptr<OwnFolder> copies_;           // null without copies
     std::map<std::wstring, std::string> scripts_; // what was copied, by name
+    // Scripts that need no copy until they are written again, with the time of the last writing.
+    std::map<std::wstring, std::uint64_t> utf8_;
 };
 
 } // namespace solvane::engine
