@@ -212,6 +212,25 @@ TEST_F(ModelStream, rejectsATruncatedEntryAndLeavesNoPiece) {
     EXPECT_EQ(readFile(matlab.workingFolder() + L"data.bin"), "?");
 }
 
+// The unit could not save a model with such a file.
+TEST_F(ModelStream, rejectsAFileWhosePathIsTooLong) {
+    for (const bool isTooLong : {false, true}) {
+        const std::string name(MAX_PATH - matlab.workingFolder().size() + (isTooLong ? 1 : -1), 'n');
+        const HRESULT loaded =
+            load({{"unit.xml", "<UnitOperation><file name=\"" + name + "\"/></UnitOperation>"},
+                  {"calc.m", "1;"},
+                  {name, "1"}});
+        if (isTooLong) {
+            EXPECT_EQ(narrow(failure()), "Failed to read \"" + name +
+                                             "\" in zipped document: failed to open file in temporary "
+                                             "working folder");
+        } else {
+            EXPECT_EQ(loaded, S_OK);
+        }
+        EXPECT_NE(saved(), "");
+    }
+}
+
 TEST_F(ModelStream, namesWhatCannotBeSaved) {
     const struct {
         std::wstring file;
