@@ -95,18 +95,20 @@ bool writeParameter(BagWriter& bag, const CParameter& parameter) {
 }
 
 bool writeParameters(BagWriter& bag, const Unit& unit) {
+    // A host that serves messages while it writes lets the user remove one in the unit's window.
+    const std::vector<ComRef<CParameter>> parameters = unit.parameters;
     std::vector<std::wstring> modes;
     std::vector<std::wstring> types;
-    for (const ComRef<CParameter>& parameter : unit.parameters) {
+    for (const ComRef<CParameter>& parameter : parameters) {
         const auto kind = static_cast<std::size_t>(parameter->parameterKind);
         if (kind >= modelWords::kinds.size())
             return false;
         modes.emplace_back(parameter->isInput ? modelWords::input : modelWords::output);
         types.emplace_back(modelWords::kinds[kind]);
     }
-    return bag.write(bagKeys::parameters, namesOf(unit.parameters)) &&
-           bag.write(bagKeys::parameterModes, modes) && bag.write(bagKeys::parameterTypes, types) &&
-           std::ranges::all_of(unit.parameters, [&](const ComRef<CParameter>& parameter) {
+    return bag.write(bagKeys::parameters, namesOf(parameters)) && bag.write(bagKeys::parameterModes, modes) &&
+           bag.write(bagKeys::parameterTypes, types) &&
+           std::ranges::all_of(parameters, [&](const ComRef<CParameter>& parameter) {
                return writeParameter(bag, *parameter);
            });
 }

@@ -1,5 +1,6 @@
 // The Parameters tab and the editors of parameters.
 
+#include "SimulatorWindow.h"
 #include "UiTest.h"
 
 namespace solvane {
@@ -47,6 +48,37 @@ protected:
     }
     ModelBag model;
 };
+
+TEST_F(ParameterTab, mayRemoveParametersWhileTheHostSaves) {
+    model.script("1;");
+    for (const wchar_t* name : {L"a", L"b", L"c"})
+        model.parameter(name, L"real", Variant(1.0));
+    ASSERT_EQ(load(model), S_OK);
+    const Handle removed(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    ModelBag saved;
+    const HANDLE event = removed.get();
+    saved.onWrite = [&] { // serves messages as soon as the unit writes the first value
+        while (saved.value(L"parameter types").type() != VT_EMPTY &&
+               MsgWaitForMultipleObjects(1, &event, FALSE, 5000, QS_ALLINPUT) != WAIT_OBJECT_0) {
+            MSG message;
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageW(&message);
+        }
+    };
+    SimulatorWindow host;
+    host.onPaint = [&] { EXPECT_EQ(unit.as<IPersistPropertyBag>()->Save(&saved, TRUE, TRUE), S_OK); };
+    editParameters([&](WindowDriver& user) {
+        host.post(WM_PAINT);
+        for (int count = 0; count < 3; ++count) {
+            user.selectRow(IDC_PARAMETER_LIST, 0);
+            user.press(L"&Remove");
+            user.answer(L"Remove parameter:");
+        }
+        SetEvent(removed.get());
+    });
+    for (const wchar_t* name : {L"a", L"b", L"c"})
+        EXPECT_EQ(saved.value(std::wstring(name) + L" \\ value").real(), 1.0);
+}
 
 TEST_F(ParameterTab, addsParametersOfAllTypes) {
     unit.validate();
