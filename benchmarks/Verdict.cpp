@@ -116,6 +116,10 @@ bool printTimeAtMost(const std::string& what, const Timed& timed, double goal) {
 
 void printTable() {
     std::printf("\n| What | Measured | Five turns | Microseconds | Goal | |\n|---|---|---|---|---|---|\n");
+    printRows();
+}
+
+void printRows() {
     for (const Row& row : rows)
         std::printf("| %s | %s | %s | %s | %s | %s |\n", row.what.c_str(), row.measured.c_str(),
                     row.spread.c_str(), row.microseconds.c_str(), row.goal.c_str(), row.verdict.c_str());

@@ -29,5 +29,7 @@ bool printTimeAtMost(const std::string& what, const Timed& timed, double goal);
 /// Everything that these printed, as a table in Markdown. A row that misses its goal by less than its
 /// reference varies by itself is marked, with that factor.
 void printTable();
+/// The same without its heading, for a program whose rows follow another's.
+void printRows();
 
 } // namespace solvane
