@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include <iostream>
+#include <optional>
 
 namespace solvane::host {
 
@@ -31,12 +32,14 @@ ExitCode serveCommand(const ServeOptions& options) {
         return complain(badUsage, error);
     const RunWatchSettings settings{.limit = options.limit, .giveUp = answerAndEnd};
     Flowsheet units(flowsheet, [](std::string_view, std::string_view) {});
+    std::optional<RunWatch> watch;
     for (std::string line; std::getline(std::cin, line);) {
         applyLine(line, flowsheet);
         RunResults results;
-        RunWatch watch(settings);
+        if (!watch || options.limit) // which each run has for itself
+            watch.emplace(settings);
         // A failure is in the results.
-        static_cast<void>(units.run(flowsheet, results, error, &watch));
+        static_cast<void>(units.run(flowsheet, results, error, &*watch));
         print(stdout, resultsJson(results, -1));
     }
     return ok;
