@@ -14,7 +14,7 @@ using StdioFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 /// Null on failure, with the reason in errno. Wine's C library also opens files by paths that are too long
 /// for all other functions, which then could not read or delete them.
 inline StdioFile openFile(const std::string& path, const char* mode) {
-    if (path.size() > _MAX_PATH) {
+    if (path.size() >= _MAX_PATH) {
         errno = ENAMETOOLONG;
         return {nullptr, std::fclose};
     }

@@ -215,7 +215,7 @@ TEST_F(ModelStream, rejectsATruncatedEntryAndLeavesNoPiece) {
 // The unit could not save a model with such a file.
 TEST_F(ModelStream, rejectsAFileWhosePathIsTooLong) {
     for (const bool isTooLong : {false, true}) {
-        const std::string name(MAX_PATH - matlab.workingFolder().size() + (isTooLong ? 1 : -1), 'n');
+        const std::string name(MAX_PATH - matlab.workingFolder().size() + (isTooLong ? 0 : -1), 'n');
         const HRESULT loaded =
             load({{"unit.xml", "<UnitOperation><file name=\"" + name + "\"/></UnitOperation>"},
                   {"calc.m", "1;"},
