@@ -35,8 +35,8 @@ std::size_t distance(std::string_view a, std::string_view b) {
     return last.back();
 }
 
-std::string begunAbout(std::string_view wrong) {
-    return std::string(mark).append(wrong).append(1, '\0');
+std::string begunAbout(std::string_view subject) {
+    return std::string(mark).append(subject).append(1, '\0');
 }
 
 } // namespace
@@ -57,17 +57,17 @@ std::string closestName(std::span<const std::string> known, std::string_view nam
     return std::string(closest);
 }
 
-void writeMeantName(std::span<std::byte> block, std::string_view wrong, std::string_view meant) {
+void writeHint(std::span<std::byte> block, std::string_view about, std::string_view hint) {
     const char* const begin = reinterpret_cast<const char*>(block.data());
     const auto* const end = std::find(begin + sizeof(std::uint32_t), begin + block.size(), '\0');
-    const std::string bytes = begunAbout(wrong).append(meant).append(1, '\0');
+    const std::string bytes = begunAbout(about).append(hint).append(1, '\0');
     const auto offset = static_cast<std::size_t>(end - begin) + 1;
-    if (bytes.size() <= meantNameSize && offset + bytes.size() <= block.size())
+    if (bytes.size() <= hintSize && offset + bytes.size() <= block.size())
         std::memcpy(block.data() + offset, bytes.data(), bytes.size());
 }
 
-std::string readMeantName(std::string_view afterRecord, std::string_view wrong) {
-    const std::string begun = begunAbout(wrong);
+std::string readHint(std::string_view afterRecord, std::string_view about) {
+    const std::string begun = begunAbout(about);
     if (!afterRecord.starts_with(begun))
         return {};
     afterRecord.remove_prefix(begun.size());

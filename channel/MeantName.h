@@ -1,4 +1,4 @@
-/// What a script may have meant by a wrong name.
+/// What adds to the unit's message about a wrong argument: the name that was probably meant, or the limits.
 #pragma once
 
 #include <cstddef>
@@ -11,14 +11,15 @@ namespace solvane {
 /// The known name that is closest to this one, whatever the case of its letters. Empty if none is close.
 std::string closestName(std::span<const std::string> known, std::string_view name);
 
-/// Only the unit knows its parameters: it leaves the one that was meant in the block, after the failure
-/// record about the wrong name. The record itself stays as it is, and a gateway need not look for more.
-void writeMeantName(std::span<std::byte> block, std::string_view wrong, std::string_view meant);
-/// What the bytes after the failure record say. Empty if they are about no name or another one, since a block
-/// keeps what was in it.
-std::string readMeantName(std::string_view afterRecord, std::string_view wrong);
+/// Only the unit knows its ports and parameters: it leaves the hint in the block, after the failure record.
+/// The record itself stays as it is, and a gateway need not look for more. `about` is the wrong name, or the
+/// record's text.
+void writeHint(std::span<std::byte> block, std::string_view about, std::string_view hint);
+/// The hint in the bytes after the failure record. Empty if they have none, or one about something else,
+/// since a block keeps what was in it.
+std::string readHint(std::string_view afterRecord, std::string_view about);
 
-/// The most bytes that `writeMeantName` leaves.
-inline constexpr std::size_t meantNameSize = 256;
+/// The most bytes that `writeHint` leaves.
+inline constexpr std::size_t hintSize = 256;
 
 } // namespace solvane

@@ -117,10 +117,13 @@ bool prepare(const Command& command, Arguments arguments, int outputCount, std::
     return false;
 }
 
-/// The end of the unit's message about a wrong name: what the script may have meant. `reply` has been read up
-/// to the message's end.
+/// The end of the unit's message about a wrong argument: its limits, or what the script may have meant by a
+/// name. `reply` has been read up to the message's end.
 std::string suggestion(const Command& command, Arguments arguments, const std::string& message,
                        Reply& reply) {
+    const std::string_view rest = reply.rest(hintSize);
+    if (const std::string limits = readHint(rest, message); !limits.empty())
+        return "; " + limits;
     for (const Field& field : command.usedFields()) {
         std::string name;
         std::string ignored;
@@ -128,7 +131,7 @@ std::string suggestion(const Command& command, Arguments arguments, const std::s
             continue;
         std::string meant;
         if (field.names == NameKind::parameter)
-            meant = readMeantName(reply.rest(meantNameSize), name);
+            meant = readHint(rest, name);
         else if (name.resize(std::min(name.find('.'), name.size())); // without the derivative
                  message.find(name) != std::string::npos)
             meant = meantName(field.names, name);
@@ -138,7 +141,7 @@ std::string suggestion(const Command& command, Arguments arguments, const std::s
     return {};
 }
 
-/// Sends the request and reads the answer. Adds to the unit's message only what a wrong name may mean.
+/// Sends the request and reads the answer. Adds to the unit's message only what explains a wrong argument.
 bool carryOut(const Command& command, Arguments arguments, const std::string& request, Outputs outputs,
               std::string& error) {
     const auto fail = [&](const std::string& reason) {

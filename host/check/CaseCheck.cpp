@@ -36,8 +36,9 @@ std::string faultOf(const Trial& trial, const Trial& base) {
 }
 
 /// Runs variations, each of which must succeed with sound outputs. A script may refuse them if `mayRefuse`.
+/// `whyNone` says why there are none.
 CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& variations, bool mayRefuse,
-                     const char* remedy) {
+                     const char* whyNone, const char* remedy) {
     CheckOutcome outcome;
     std::size_t refused = 0;
     for (const CaseVariation& variation : variations) {
@@ -52,7 +53,7 @@ CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& var
     }
     const std::size_t calculated = variations.size() - refused - outcome.findings.size();
     outcome.summary = variations.empty()
-                          ? "nothing to vary"
+                          ? std::string("nothing to vary: ") + whyNone
                           : std::to_string(calculated) + " of " + counted(variations.size(), "variation") +
                                 " calculated" + outcome.summary;
     return outcome;
@@ -92,7 +93,7 @@ CheckOutcome lookAtWarnings(CheckedCase& checked) {
     for (const Warning& warning : checked.base.results.warnings)
         outcome.findings.push_back(
             {(warning.unit.empty() ? "" : warning.unit + ": ") + warning.subject + ": " + warning.text,
-             "compare the script's balance with its equations"});
+             warning.remedy});
     return outcome;
 }
 
@@ -135,24 +136,26 @@ CheckOutcome lookAtProfiles(CheckedCase& checked) {
 
 CheckOutcome lookAtOrder(CheckedCase& checked) {
     if (checked.flowsheet.compounds.size() < 2)
-        return {"nothing to reverse", {}};
+        return {"nothing to reverse: the case has one compound", {}};
     return agree(checked, {{"compounds in the reversed order", withReversedCompounds(checked.flowsheet)}},
                  "find each compound by its name: strcmp(compNames, 'water')");
 }
 
 CheckOutcome lookAtAbsence(CheckedCase& checked) {
     return survive(checked, withoutCompound(checked.flowsheet), true,
+                   "without any of the compounds a feed would be empty",
                    "allow mole fractions of 0: they make quotients and logarithms infinite");
 }
 
 CheckOutcome lookAtNoFlow(CheckedCase& checked) {
     return survive(
-        checked, withoutFlow(checked.flowsheet), false,
+        checked, withoutFlow(checked.flowsheet), false, "the case has no feed",
         "give the products no flow and a composition, and divide by no flow; a flowsheet starts so");
 }
 
 CheckOutcome lookAtPhases(CheckedCase& checked) {
     return survive(checked, inOnePhase(checked.flowsheet), true,
+                   "no feed boils or condenses at its pressure, as above the critical one",
                    "look at which phases getFeedEquilibrium and flashEquilibrium return before using one");
 }
 

@@ -223,7 +223,7 @@ void Flowsheet::review(std::size_t unit, RunResults& results) const {
     for (const PortConnection& port : unitCase.products)
         products.push_back(find(results.streams, port));
     results.balances.push_back(balanceOf(unitCase.name, case_.compounds, feeds, products));
-    addWarnings(results.units[unit], results.balances.back(), products, results.warnings);
+    addWarnings(results.units[unit], results.balances.back(), feeds, products, results.warnings);
 }
 
 bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error) const {

@@ -44,7 +44,8 @@ std::string modelText(const ModelDescription& description) {
     std::vector<Line> lines;
     for (const ModelParameter& parameter : model.parameters)
         lines.push_back({parameter.name, parameter.isInput ? "input" : "output",
-                         std::string(kindName(parameter.kind)), valueText(parameter.value),
+                         std::string(kindName(parameter.kind)),
+                         parameter.isInput || isSet(parameter) ? valueText(parameter.value) : "not set",
                          unitText(parameter.dimensionality), limitsText(parameter)});
     text += section("Parameters", lines);
     lines.clear();

@@ -84,10 +84,16 @@ Table balanceTable(const Balance& balance, const TableUnits& units) {
     return {lines, 2};
 }
 
+std::string balanceNote(const Balance& balance) {
+    return balance.reacts ? "The unit reacts: its enthalpies include those of formation, the streams' do not."
+                          : std::string();
+}
+
 std::string warningLines(const std::vector<Warning>& warnings) {
     std::string text;
     for (const Warning& warning : warnings)
-        text += "warning: " + warning.unit + ", " + warning.subject + ": " + warning.text + "\n";
+        text += "warning: " + warning.unit + ", " + warning.subject + ": " + warning.text +
+                (warning.remedy.empty() ? "" : "; " + warning.remedy) + "\n";
     return text;
 }
 

@@ -19,6 +19,9 @@ Table phaseTable(const RunResults& results);
 /// instead of the moles.
 Table balanceTable(const Balance& balance, const TableUnits& units);
 
+/// What a reader must know to compare the balance with the table of the streams. May be empty.
+std::string balanceNote(const Balance& balance);
+
 /// How the recycles converged, a line for each iteration.
 Table convergenceTable(const ConvergenceResult& convergence);
 

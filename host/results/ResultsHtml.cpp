@@ -54,8 +54,10 @@ std::string unitHtml(const UnitResult& unit, const RunResults& results, const Ta
     if (unit.status == UnitStatus::notCalculated)
         return html + element("p", "This unit was not calculated.");
     const auto balance = std::ranges::find(results.balances, unit.name, &Balance::unit);
-    if (balance != results.balances.end())
-        html += tableHtml(balanceTable(*balance, units));
+    if (balance != results.balances.end()) {
+        const std::string note = balanceNote(*balance);
+        html += tableHtml(balanceTable(*balance, units)) + (note.empty() ? "" : element("p", note));
+    }
     html += tableHtml(parameterTable(unit, units));
     for (const ReportResult& report : unit.reports)
         html += element("h3", report.name) + element("pre", report.text);

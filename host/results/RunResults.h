@@ -85,6 +85,7 @@ struct Warning {
     std::string unit;
     std::string subject; ///< such as "stream Vapor", "parameter duty"
     std::string text;
+    std::string remedy{}; ///< what to do
 };
 
 struct LogLine {

@@ -5,6 +5,7 @@
 #include "cases/ParameterRules.h"
 #include "thermo/IdealGas.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numeric>
@@ -18,53 +19,82 @@ std::string number(double value) {
     return shortNumber(value, 7);
 }
 
-// Each rule returns the fault of a stream, if it has one.
+/// What is wrong with a stream, and what to do.
+struct StreamFault {
+    std::string text;
+    std::string remedy;
+};
 
-std::optional<std::string> compositionFault(const StreamResult& stream) {
+// Each rule returns the fault of a product, if it has one.
+
+std::optional<StreamFault> compositionFault(const StreamResult& stream, double) {
     const double total = std::reduce(stream.fraction.begin(), stream.fraction.end());
     if (std::abs(total - 1) <= compositionTolerance)
         return std::nullopt;
-    return "the mole fractions sum to " + number(total) + ", not to 1";
+    return StreamFault{"the mole fractions sum to " + number(total) + ", not to 1",
+                       "divide the composition by its sum: x/sum(x)"};
 }
 
-std::optional<std::string> flowFault(const StreamResult& stream) {
+std::optional<StreamFault> flowFault(const StreamResult& stream, double) {
     if (stream.totalFlow >= 0)
         return std::nullopt;
-    return "the flow, " + number(stream.totalFlow) + " mol/s, must not be negative";
+    return StreamFault{"the flow, " + number(stream.totalFlow) + " mol/s, must not be negative",
+                       "let the script refuse what makes it negative, by error"};
 }
 
-std::optional<std::string> temperatureFault(const StreamResult& stream) {
+std::optional<StreamFault> temperatureFault(const StreamResult& stream, double) {
     if (stream.temperature >= lowestFitted && stream.temperature <= highestFitted)
         return std::nullopt;
-    return "the temperature, " + number(stream.temperature) + " K, lies outside " + number(lowestFitted) +
-           " to " + number(highestFitted) + " K, the range of the package's heat capacities";
+    return StreamFault{"the temperature, " + number(stream.temperature) + " K, lies outside " +
+                           number(lowestFitted) + " to " + number(highestFitted) +
+                           " K, the range of the package's heat capacities",
+                       "temperatures are in K"};
 }
 
-constexpr std::array streamRules{compositionFault, flowFault, temperatureFault};
+/// A pressure in bar where Pa are expected.
+std::optional<StreamFault> pressureFault(const StreamResult& stream, double lowestFeedPressure) {
+    constexpr double suspect = 1e3;
+    constexpr double usual = 1e4;
+    if (stream.pressure >= suspect || lowestFeedPressure <= usual)
+        return std::nullopt;
+    return StreamFault{"the pressure, " + number(stream.pressure) +
+                           " Pa, lies far below that of the feeds, " + number(lowestFeedPressure) + " Pa",
+                       "pressures are in Pa: 1 bar is 1e5 Pa"};
+}
+
+constexpr std::array streamRules{compositionFault, flowFault, temperatureFault, pressureFault};
+
+constexpr char balanceRemedy[] = "compare the script's balance with its equations";
 
 } // namespace
 
-void addWarnings(const UnitResult& unit, const Balance& balance,
+void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
                  std::span<const StreamResult* const> products, std::vector<Warning>& warnings) {
+    const double lowestFeedPressure =
+        feeds.empty() ? 0 : (*std::ranges::min_element(feeds, {}, &StreamResult::pressure))->pressure;
     for (const StreamResult* product : products)
         for (const auto rule : streamRules)
-            if (auto text = rule(*product))
-                warnings.push_back({unit.name, "stream " + product->name, *std::move(text)});
+            if (auto fault = rule(*product, lowestFeedPressure))
+                warnings.push_back(
+                    {unit.name, "stream " + product->name, std::move(fault->text), std::move(fault->remedy)});
     for (const ModelParameter& parameter : unit.parameters)
         if (!parameter.isInput && !isSet(parameter))
             warnings.push_back({unit.name, "parameter " + parameter.name,
-                                "the output has no value: the script never set it"});
+                                "the output has no value: the script never set it",
+                                "call setParameter for it, or remove it"});
     // A source or a sink of the flowsheet conserves nothing.
     if (balance.mass.in != 0 && !products.empty() && !isKept(balance.mass))
         warnings.push_back(
             {unit.name, "balance",
-             number(balance.mass.in) + " kg/s go in and " + number(balance.mass.out) + " kg/s come out"});
+             number(balance.mass.in) + " kg/s go in and " + number(balance.mass.out) + " kg/s come out",
+             balanceRemedy});
     else if (balance.reacts)
         for (const ElementFlow& element : balance.elements)
             if (!isKept(element.moles))
                 warnings.push_back({unit.name, "balance",
                                     number(element.moles.in) + " mol/s of " + element.symbol + " go in and " +
-                                        number(element.moles.out) + " mol/s come out"});
+                                        number(element.moles.out) + " mol/s come out",
+                                    balanceRemedy});
 }
 
 } // namespace solvane::host

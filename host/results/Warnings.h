@@ -8,7 +8,7 @@
 namespace solvane::host {
 
 /// Adds the implausible results in a unit's products, output parameters and balance.
-void addWarnings(const UnitResult& unit, const Balance& balance,
+void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
                  std::span<const StreamResult* const> products, std::vector<Warning>& warnings);
 
 } // namespace solvane::host

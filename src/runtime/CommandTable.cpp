@@ -73,8 +73,10 @@ bool dispatch(CalculationRun& run, std::span<std::byte> block, std::string& erro
     return commands[code - 1].carryOut(run, request, reply, error);
 }
 
-/// A script's wrong name of a parameter, and what it may have meant.
-void addMeantParameter(const CalculationRun& run, std::string_view error, std::span<std::byte> block) {
+/// The limits that a script's argument exceeds, or what it may have meant by a wrong name of a parameter.
+void addHint(const CalculationRun& run, std::string_view error, std::span<std::byte> block) {
+    if (!run.hint.empty())
+        return writeHint(block, error, run.hint);
     constexpr std::string_view refusal = "Invalid parameter name: ";
     if (!error.starts_with(refusal))
         return;
@@ -84,7 +86,7 @@ void addMeantParameter(const CalculationRun& run, std::string_view error, std::s
     const std::string_view wrong = error.substr(refusal.size());
     const std::string meant = closestName(names, wrong);
     if (!meant.empty())
-        writeMeantName(block, wrong, meant);
+        writeHint(block, wrong, meant);
 }
 
 } // namespace
@@ -92,9 +94,10 @@ void addMeantParameter(const CalculationRun& run, std::string_view error, std::s
 void carryOutCommand(CalculationRun& run, std::span<std::byte> block) noexcept {
     try {
         std::string error;
+        run.hint.clear();
         if (!dispatch(run, block, error)) {
             SetChannelError(block, error);
-            addMeantParameter(run, error, block);
+            addHint(run, error, block);
         }
     } catch (const std::exception& exception) {
         const char* text = exception.what();

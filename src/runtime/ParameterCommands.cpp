@@ -4,6 +4,7 @@
 #include "channel/ChannelFrame.h"
 #include "channel/ValueTags.h"
 #include "com/Failure.h"
+#include "com/Numbers.h"
 #include "com/Text.h"
 #include "thermo/CalculationRun.h"
 #include "unit/model/Unit.h"
@@ -66,12 +67,18 @@ CParameter* findParameter(CalculationRun& run, const std::string& name, std::str
 
 /// Written so that any bound rejects a NaN.
 template <class T>
-bool isWithinBounds(T value, const Variant& minimum, const Variant& maximum, T (Variant::*number)() const,
+bool isWithinBounds(T value, const CParameter& parameter, T (Variant::*number)() const, std::string& hint,
                     std::string& error) {
+    const Variant& minimum = parameter.minimumValue;
+    const Variant& maximum = parameter.maximumValue;
+    const auto beyond = [&](const char* relation, const Variant& bound, const char* text) {
+        hint = relation + printReal((bound.*number)()) + ", got " + printReal(value);
+        return fail(error, text);
+    };
     if (!minimum.isEmpty() && !((minimum.*number)() <= value))
-        return fail(error, "Value below minimum value");
+        return beyond("is at least ", minimum, "Value below minimum value");
     if (!maximum.isEmpty() && !(value <= (maximum.*number)()))
-        return fail(error, "Value above maximum value");
+        return beyond("is at most ", maximum, "Value above maximum value");
     return true;
 }
 
@@ -83,21 +90,21 @@ LONG rounded(double value) {
     return whole >= -limit && whole < limit ? static_cast<LONG>(whole) : std::numeric_limits<LONG>::min();
 }
 
-bool assignReal(CParameter& parameter, const WireValue& value, std::string& error) {
+bool assignReal(CParameter& parameter, const WireValue& value, std::string& hint, std::string& error) {
     if (value.isText())
         return fail(error, "Cannot assign string to real parameter");
     const double number = value.tag == ValueTag::real ? value.real : value.integer;
-    if (!isWithinBounds(number, parameter.minimumValue, parameter.maximumValue, &Variant::real, error))
+    if (!isWithinBounds(number, parameter, &Variant::real, hint, error))
         return false;
     parameter.currentValue = Variant(number);
     return true;
 }
 
-bool assignInteger(CParameter& parameter, const WireValue& value, std::string& error) {
+bool assignInteger(CParameter& parameter, const WireValue& value, std::string& hint, std::string& error) {
     if (value.isText())
         return fail(error, "Cannot assign string to integer parameter");
     const LONG number = value.tag == ValueTag::real ? rounded(value.real) : value.integer;
-    if (!isWithinBounds(number, parameter.minimumValue, parameter.maximumValue, &Variant::integer, error))
+    if (!isWithinBounds(number, parameter, &Variant::integer, hint, error))
         return false;
     parameter.currentValue = Variant(number);
     return true;
@@ -113,14 +120,17 @@ bool assignBoolean(CParameter& parameter, const WireValue& value, std::string& e
     return true;
 }
 
-bool assignString(CParameter& parameter, const WireValue& value, std::string& error) {
+bool assignString(CParameter& parameter, const WireValue& value, std::string& hint, std::string& error) {
     if (!value.isText())
         return fail(error, value.tag == ValueTag::boolean
                                ? "Cannot assign boolean value to string parameter"
                                : "Cannot assign numeric value to string parameter");
     const std::wstring text = widen(value.text);
-    if (parameter.restrictedToList && !parameter.isOption(text))
+    if (parameter.restrictedToList && !parameter.isOption(text)) {
+        for (const std::wstring& option : parameter.optionList)
+            hint.append(hint.empty() ? "takes " : ", ").append(narrow(option));
         return fail(error, "Invalid value for parameter: value is not in list of exclusive options");
+    }
     parameter.currentValue = Variant(std::wstring_view(text));
     return true;
 }
@@ -169,16 +179,16 @@ bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& repl
     bool stored = false;
     switch (parameter->parameterKind) {
     case ParameterKind::real:
-        stored = assignReal(*parameter, value, error);
+        stored = assignReal(*parameter, value, run.hint, error);
         break;
     case ParameterKind::integer:
-        stored = assignInteger(*parameter, value, error);
+        stored = assignInteger(*parameter, value, run.hint, error);
         break;
     case ParameterKind::boolean:
         stored = assignBoolean(*parameter, value, error);
         break;
     case ParameterKind::string:
-        stored = assignString(*parameter, value, error);
+        stored = assignString(*parameter, value, run.hint, error);
         break;
     default:
         error = unknownKind;
@@ -186,6 +196,9 @@ bool setParameter(CalculationRun& run, RequestReader& request, ReplyWriter& repl
     }
     if (stored)
         reply.success();
+    else
+        run.hint.insert(0, "parameter '" + narrow(parameter->componentName) + "'" +
+                               (run.hint.empty() ? "" : " "));
     return stored;
 }
 

@@ -49,6 +49,9 @@ struct CalculationRun {
     /// Parameters by name: the place of the first with that name, when the run first asked for one.
     std::unordered_map<std::wstring, std::size_t, NoCaseHash, NoCaseEqual> parameterPlaces;
 
+    /// What adds to the text of the last command's failure; empty if nothing does. ANSI.
+    std::string hint;
+
     // For calls with a single value or a single name: created once, reused by each call.
     OneReal oneReal;
     OneText oneText;

@@ -124,7 +124,7 @@ bool answerFeedProp(CalculationRun& run, Material& material, const FeedRequest& 
 bool getFeedProp(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
     const std::int32_t number = request.integer();
     const std::string name = request.text();
-    CPort* port = findPort(run.unit.feedPorts, number, "getFeedProp", error);
+    CPort* port = findPort(run, run.unit.feedPorts, number, "getFeedProp", error);
     if (!port)
         return false;
     if (!port->isConnected())
@@ -142,7 +142,7 @@ bool getFeedProp(CalculationRun& run, RequestReader& request, ReplyWriter& reply
 
 bool getFeedEquilibrium(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
     const std::int32_t number = request.integer();
-    CPort* port = findPort(run.unit.feedPorts, number, "getFeedEquilibrium", error);
+    CPort* port = findPort(run, run.unit.feedPorts, number, "getFeedEquilibrium", error);
     if (!port)
         return false;
     if (const ComRef material10 = port->materialObject10)

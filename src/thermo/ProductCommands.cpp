@@ -10,7 +10,7 @@ namespace solvane {
 
 bool setProduct(CalculationRun& run, RequestReader& request, ReplyWriter& reply, std::string& error) {
     const std::int32_t number = request.integer();
-    CPort* port = findPort(run.unit.productPorts, number, "setProduct", error);
+    CPort* port = findPort(run, run.unit.productPorts, number, "setProduct", error);
     if (!port)
         return false;
     ProductSpecification product;

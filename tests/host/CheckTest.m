@@ -56,6 +56,7 @@ sets = @(T) ['setProduct(1, F, z, ''temperature'', ' T ', ''pressure'', P);'];
 expectFound ({'run'}, [reads {'T = T + z(5);', sets('T')}], {'model.m:6'});
 expectFound ({'repetition'}, [reads {sets('T + rand')}]);
 expectFound ({'plausibility'}, [reads {'F = 0.99 * F;', sets('T')}]);
+expectFound ({'plausibility'}, [reads {'P = P/1e5;', sets('T')}], {'to do    pressures are in Pa: 1 bar is 1e5 Pa'});
 % Each fault changes or breaks what the others leave alone.
 expectFound ({'profiles', 'order of compounds', 'absent compounds', 'no flow', 'single phases', 'leftovers'}, ...
   [reads {'T = T + z(2) + parts(1);', 'T = T + 1 / z(1);', 'liquid = x(:, strcmpi(phases, ''liquid''));', ...

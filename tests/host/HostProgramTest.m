@@ -193,6 +193,7 @@ end
 
 % A model file gives the same results as the model written out in the case.
 host (0, 'save', written, '-o', file ('drum.svm'));
+expect_text (regexprep (host (0, 'show', file ('drum.svm')), ' +', ' '), 'duty output real not set W');
 start = strfind (written_text, '"model"');
 from_file = @(rest) write (file ('case.json'), [written_text(1:start-1) '"model": "drum.svm"' rest '}']);
 from_file ('');

@@ -193,23 +193,38 @@ TEST(Warnings, reportImplausibleResults) {
     UnitResult unit = someResults().units[0];
     const Balance lossy{"Drum", {2, 1}, {2, 1}, {0, 0}};
     const StreamResult sound{"sound", 300, 1e5, 1, {0.25, 0.75}}, half{"half", 300, 1e5, 1, {0.25, 0.25}},
-        backwards{"backwards", 300, 1e5, -1, {1, 0}}, cold{"cold", 100, 1e5, 0, {1, 0}};
+        backwards{"backwards", 300, 1e5, -1, {1, 0}}, cold{"cold", 100, 1e5, 0, {1, 0}},
+        bar{"bar", 300, 20, 1, {1, 0}};
     std::vector<Warning> warnings;
-    addWarnings(unit, lossy, std::array{&sound, &half, &backwards, &cold}, warnings);
+    addWarnings(unit, lossy, std::array{&sound}, std::array{&sound, &half, &backwards, &cold, &bar},
+                warnings);
+    addWarnings({.name = "Drum"}, {}, {}, std::array{&bar}, warnings);
     EXPECT_EQ(warningLines(warnings),
-              "warning: Drum, stream half: the mole fractions sum to 0.5, not to 1\n"
-              "warning: Drum, stream backwards: the flow, -1 mol/s, must not be negative\n"
+              "warning: Drum, stream half: the mole fractions sum to 0.5, not to 1; divide the composition "
+              "by its sum: x/sum(x)\n"
+              "warning: Drum, stream backwards: the flow, -1 mol/s, must not be negative; let the script "
+              "refuse what makes it "
+              "negative, by error\n"
               "warning: Drum, stream cold: the temperature, 100 K, lies outside 150 to 1500 K, the range "
-              "of the package's heat capacities\n"
-              "warning: Drum, parameter none: the output has no value: the script never set it\n"
-              "warning: Drum, parameter odd: the output has no value: the script never set it\n"
-              "warning: Drum, balance: 2 kg/s go in and 1 kg/s come out\n");
+              "of the package's heat capacities; temperatures are in K\n"
+              "warning: Drum, stream bar: the pressure, 20 Pa, lies far below that of the feeds, 100000 Pa; "
+              "pressures are in Pa: 1 bar is 1e5 Pa\n"
+              "warning: Drum, parameter none: the output has no value: the script never set it; call "
+              "setParameter for "
+              "it, or remove it\n"
+              "warning: Drum, parameter odd: the output has no value: the script never set it; call "
+              "setParameter for "
+              "it, or remove it\n"
+              "warning: Drum, balance: 2 kg/s go in and 1 kg/s come out; compare the script's balance "
+              "with its equations\n");
 
     warnings.clear();
     const Balance alchemy{
         .unit = "R", .mass = {2, 2}, .reacts = true, .elements = {{"C", {1, 1}}, {"H", {2, 3}}}};
-    addWarnings({.name = "R"}, alchemy, std::array{&sound}, warnings);
-    EXPECT_EQ(warningLines(warnings), "warning: R, balance: 2 mol/s of H go in and 3 mol/s come out\n");
+    addWarnings({.name = "R"}, alchemy, std::array{&sound}, std::array{&sound}, warnings);
+    EXPECT_EQ(warningLines(warnings),
+              "warning: R, balance: 2 mol/s of H go in and 3 mol/s come out; compare the "
+              "script's balance with its equations\n");
 }
 
 TEST(ScriptErrors, readAsEditorsExpect) {

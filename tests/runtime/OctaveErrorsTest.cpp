@@ -41,6 +41,9 @@ constexpr Mistake mistakes[] = {
     {"T = getFeedProp(1, 'temprature');", "\"temprature\" in getFeedProp; did you mean 'temperature'?", 3},
     {"flashEquilibrium([1 0 0], 'temperature', 300, 'pressure', 1e5);",
      "the mole fraction of each compound, got 1 by 3 values. Usage: ", 1},
+    {"z = getFeedProp(2, 'fraction');", "out of range for getFeedProp; expected 1, got 2", 3},
+    {"setParameter('Pressure', 3);", "above maximum value; parameter 'pressure' is at most 2.5, got 3", 1},
+    {"setParameter('pressure', 'x');", "Cannot assign string to real parameter; parameter 'pressure'", 1},
     {"p = getParameter('prssure');", "Invalid parameter name: prssure; did you mean 'pressure'?", 3},
 };
 
@@ -75,7 +78,8 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
         EXPECT_EQ(unit.load(bag.feeds({L"F"})
                                 .script(script)
                                 .file("tidy.m", file)
-                                .parameter(L"pressure", L"real", Variant(1.0))),
+                                .parameter(L"pressure", L"real", Variant(1.0))
+                                .with(L"pressure", L"maximum", Variant(2.5))),
                   S_OK);
         EXPECT_EQ(unit.connect(L"F", FakeMaterial11::create(makeFakeStream(2))->dispatch()), S_OK);
         EXPECT_EQ(unit.calculate(), capeFailure) << script;

@@ -1,6 +1,7 @@
 // getParameter and setParameter, called by a client in place of the gateway.
 
 #include "RuntimeTest.h"
+#include "channel/MeantName.h"
 #include "com/VariantArray.h"
 
 #include <cmath>
@@ -172,10 +173,20 @@ TEST_F(ParameterCommands, convertAndCheckWhatAScriptSets) {
     calculate(bag, [&](GatewayClient& script) {
         for (const auto& row : rows) {
             SCOPED_TRACE(row.name + ", row " + std::to_string(&row - rows));
-            script.expect(set(row.name, row.set), row.refusal.empty() ? succeeded() : refused(row.refusal));
+            if (row.refusal.empty())
+                script.expect(set(row.name, row.set), succeeded());
+            else // hints follow the record
+                EXPECT_TRUE(script.call(set(row.name, row.set)).starts_with(refused(row.refusal).bytes()));
             script.expect(get(row.name), row.read(succeeded()));
         }
         script.expect(set("Speed", real(1)), refused("Invalid parameter name: Speed"));
+        const auto hint = [&](const char* name, const Value& value, const std::string& about) {
+            const std::string block = script.call(set(name, value));
+            return readHint(std::string_view(block).substr(refused(about).bytes().size()), about);
+        };
+        EXPECT_EQ(hint("tray", real(20.5), above), "parameter 'Tray' is at most 20, got 21");
+        EXPECT_EQ(hint("bounded", real(-2.5), below), "parameter 'Bounded' is at least -1, got -2.5");
+        EXPECT_EQ(hint("mode", text("Fast"), noOption), "parameter 'Mode' takes fast, slow");
     });
 }
 
