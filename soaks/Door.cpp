@@ -1,6 +1,7 @@
 #include "Door.h"
 
 #include "Folders.h"
+#include "MemoryGrowth.h"
 #include "ProcessGrowth.h"
 #include "Progress.h"
 
@@ -99,6 +100,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
     Progress progress("damaged inputs", end - first);
     std::vector<std::wstring> outside;
     std::optional<Growth> growth;
+    MemoryGrowth memory(end - first);
     int accepted = 0;
     int faults = 0;
     auto longest = Clock::duration::zero();
@@ -106,6 +108,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
     const int warmUp = first + (end - first) / 10;
     for (int number = first; number < end; ++number) {
         numberInWork = number;
+        memory.at(number - first);
         watch.begin();
         const auto began = Clock::now();
         const Verdict verdict = door.attempt(effort.seed, number);
@@ -120,7 +123,7 @@ void soakDoor(Door& door, const Effort& effort, int count, const Figures& figure
         }
         progress.at(number + 1 - first);
     }
-    growth->put(figures);
+    growth->put(figures, memory.gained());
     std::signal(SIGABRT, SIG_DFL);
     figures.put("damaged inputs", end - first);
     figures.put("damaged inputs accepted", accepted);

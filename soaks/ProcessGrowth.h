@@ -15,10 +15,15 @@ public:
         : who_(std::move(who)), process_(process), before_(ProcessUsage::of(process)) {}
 
     void put(const Figures& figures) const {
+        put(figures, double(ProcessUsage::of(process_).memory) - double(before_.memory));
+    }
+
+    /// With a number of bytes that was measured in another way.
+    void put(const Figures& figures, double memoryGained) const {
         const ProcessUsage after = ProcessUsage::of(process_);
         figures.put(who_ + ": handles gained", double(after.handles) - double(before_.handles));
         figures.put(who_ + ": threads gained", double(after.threads) - double(before_.threads));
-        figures.put(who_ + ": memory gained", (double(after.memory) - double(before_.memory)) / 1024);
+        figures.put(who_ + ": memory gained", memoryGained / 1024);
     }
 
 private:

@@ -1,8 +1,8 @@
 // Model files and streams with random damage: whatever the bytes, the unit reports a failure and continues.
 
+#include "MemoryGrowth.h"
 #include "ModelFileTest.h"
 #include "MutatedModels.h"
-#include "ProcessUsage.h"
 
 #include <algorithm>
 #include <chrono>
@@ -27,21 +27,14 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
     const std::vector<std::wstring> current = namesIn(L".\\");
     const MutatedModels models(temporary.path());
     ProcessUsage before;
-    // The least in the second quarter and in the last one: newer Wines keep megabytes of the heap for a
-    // while.
-    std::size_t formerMemory = SIZE_MAX;
-    std::size_t memory = SIZE_MAX;
+    MemoryGrowth memory(count);
     int loaded = 0;
     auto longest = Clock::duration::zero();
     const auto start = Clock::now();
     for (int number = 0; number < count; ++number) {
         if (number == warmUp)
             before = ProcessUsage::now();
-        const int quarter = number / (count / 4);
-        if ((quarter == 1 || quarter == 3) && number % 100 == 0) {
-            std::size_t& least = quarter == 1 ? formerMemory : memory;
-            least = std::min(least, ProcessUsage::now().memory);
-        }
+        memory.at(number);
         HostStream stream = models.mutated(0, number);
         boxes.clear();
         const auto began = Clock::now();
@@ -58,15 +51,15 @@ TEST_F(Mutation, damagedModelsNeitherCrashNorLeakNorLeaveTheFolder) {
     std::printf(
         "%d mutated models in %.1f s, the longest in %.3f s; %d of them loaded; %.0f kB more, %zu kB at "
         "the peak\n",
-        count, inSeconds(Clock::now() - start), inSeconds(longest), loaded,
-        (double(memory) - double(formerMemory)) / 1024, (after.peak - before.peak) / 1024);
+        count, inSeconds(Clock::now() - start), inSeconds(longest), loaded, memory.gained() / 1024,
+        (after.peak - before.peak) / 1024);
     EXPECT_GT(loaded, count / 100); // else the damage is too coarse to reach far
     EXPECT_LT(loaded, count * 9 / 10);
     EXPECT_NE(before.handles, 0U);
     EXPECT_EQ(after.handles, before.handles);
 #ifndef SOLVANE_GUARDED_HEAP // it takes time and keeps pages
     EXPECT_LT(inSeconds(longest), 10);
-    EXPECT_LT(memory, formerMemory + (1U << 20));
+    EXPECT_LT(memory.gained(), 1 << 20);
     EXPECT_LT(after.peak, before.peak + (100U << 20));
 #endif
     EXPECT_EQ(namesIn(temporary.path()), outside);
