@@ -5,6 +5,8 @@
 #include "NameList.h"
 
 #include <algorithm>
+#include <set>
+#include <vector>
 
 namespace solvane::host {
 
@@ -29,6 +31,27 @@ std::string lineAndColumn(std::string_view text, std::size_t byte) {
     const auto lineStart = before.rfind('\n') + 1; // 0 on the first line
     return std::to_string(line) + ":" + std::to_string(before.size() - lineStart + 1);
 }
+
+/// Finds a key that an object has twice: the parser would keep its last value without a word.
+class RepeatedKeys {
+public:
+    void see(nlohmann::json::parse_event_t event, const CaseJson& parsed) {
+        using Event = nlohmann::json::parse_event_t;
+        if (event == Event::object_start)
+            open_.emplace_back();
+        else if (event == Event::object_end)
+            open_.pop_back();
+        else if (event == Event::key && !open_.back().insert(parsed.get<std::string>()).second &&
+                 first_.empty())
+            first_ = parsed.get<std::string>();
+    }
+    /// Empty if there is none.
+    const std::string& first() const { return first_; }
+
+private:
+    std::vector<std::set<std::string>> open_; ///< the keys of the objects around the current place
+    std::string first_;
+};
 
 /// Reads the list of given streams under `key`.
 bool readFeeds(const CasePlace& root, const char* key, Case& result) {
@@ -116,8 +139,14 @@ bool parseDocument(const std::filesystem::path& file, const std::string& text, C
         return false;
     }
     try {
-        json = CaseJson::parse(text);
-        return true;
+        RepeatedKeys repeated;
+        json = CaseJson::parse(text, [&](int, nlohmann::json::parse_event_t event, const CaseJson& parsed) {
+            repeated.see(event, parsed);
+            return true;
+        });
+        if (repeated.first().empty())
+            return true;
+        error = pathText(file) + ": an object has the key \"" + repeated.first() + "\" twice";
     } catch (const nlohmann::json::parse_error& fault) {
         error = pathText(file) + ":" + lineAndColumn(text, fault.byte) + ": " + faultText(fault, ": ");
     } catch (const nlohmann::json::out_of_range& fault) { // a number beyond the range of a double

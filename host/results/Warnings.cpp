@@ -80,7 +80,7 @@ void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const
     for (const ModelParameter& parameter : unit.parameters)
         if (!parameter.isInput && !isSet(parameter))
             warnings.push_back({unit.name, "parameter " + parameter.name,
-                                "the output has no value: the script never set it",
+                                "the output has no value: the script never set it, or set it to NaN",
                                 "call setParameter for it, or remove it"});
     // A source or a sink of the flowsheet conserves nothing.
     if (balance.mass.in != 0 && !products.empty() && !isKept(balance.mass))

@@ -223,6 +223,10 @@ TEST_F(CaseFiles, reportsLineAndColumnOfInvalidJson) {
 
     EXPECT_FALSE(readCase(folder.write("case.json", "{\"flow\": 1e999}"), result, error));
     EXPECT_EQ(error, path + ": number overflow parsing '1e999'");
+
+    EXPECT_FALSE(
+        readCase(folder.write("case.json", R"({"a": [{"x": 1}, {"x": 1, "y": 2, "x": 3}]})"), result, error));
+    EXPECT_EQ(error, path + ": an object has the key \"x\" twice");
 }
 
 TEST(Units, parseAndFormat) {
