@@ -24,8 +24,15 @@ Program::Program(std::wstring commandLine, const wchar_t* file) {
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdOutput = start.hStdError = output.get();
     PROCESS_INFORMATION started{};
-    EXPECT_TRUE(CreateProcessW(file, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
-                               &started));
+    // Wine loses a new process now and then, before it runs: twice in some thousand starts.
+    BOOL isStarted = FALSE;
+    for (int attempt = 0; !isStarted && attempt < 3; ++attempt) {
+        isStarted = CreateProcessW(file, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                   &start, &started);
+        if (!isStarted && GetLastError() != ERROR_INTERNAL_ERROR)
+            break;
+    }
+    EXPECT_TRUE(isStarted) << "error " << GetLastError();
     const Handle thread(started.hThread);
     process_.reset(started.hProcess);
     threadId_ = started.dwThreadId;
