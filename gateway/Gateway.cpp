@@ -22,6 +22,11 @@ namespace {
 using Arguments = std::span<const mxArray* const>;
 using Outputs = std::span<mxArray*>;
 
+/// Messages about what a material answers, which do not say the name that it was asked for.
+constexpr char invalidValues[] = "Invalid return values from ";
+constexpr char noConstant[] =
+    "the unit gave no answer: its material does not give this constant for all compounds";
+
 /// Beside the commands: what setReport needs for its file.
 constexpr std::string_view reportBytesName = "reportBytes";
 
@@ -124,16 +129,18 @@ std::string suggestion(const Command& command, Arguments arguments, const std::s
     const std::string_view rest = reply.rest(hintSize);
     if (const std::string limits = readHint(rest, message); !limits.empty())
         return "; " + limits;
+    const auto says = [&message](std::string_view text) { return message.find(text) != message.npos; };
+    const bool isNameless = says(invalidValues) || says(noConstant);
     for (const Field& field : command.usedFields()) {
         std::string name;
         std::string ignored;
         if (field.names == NameKind::any || !readText(arguments[field.argument - 1], name, ignored))
             continue;
         std::string meant;
-        if (field.names == NameKind::parameter)
+        if (field.names == NameKind::unitsOwn)
             meant = readHint(rest, name);
         else if (name.resize(std::min(name.find('.'), name.size())); // without the derivative
-                 message.find(name) != std::string::npos)
+                 isNameless || says(name))
             meant = meantName(field.names, name);
         if (!meant.empty())
             return "; did you mean '" + meant + "'?";
@@ -169,7 +176,7 @@ bool carryOut(const Command& command, Arguments arguments, const std::string& re
     // Its code is still in the status word where the unit has not answered it.
     if (command.code == CommandCode::getCompoundConstant &&
         status == static_cast<std::uint32_t>(CommandCode::getCompoundConstant))
-        return fail("the unit gave no answer: its material does not give this constant for all compounds");
+        return fail(noConstant + suggestion(command, arguments, noConstant, reply));
     return command.reply.unpack(reply, *currentRun, outputs, reason) || fail(reason);
 }
 

@@ -17,7 +17,7 @@ enum class NameKind {
     temperatureDependent,
     pressureDependent,
     property, ///< of all the kinds above
-    parameter ///< which only the unit knows
+    unitsOwn  ///< of parameters and reports, which only the unit knows
 };
 
 /// The known name of that kind that is closest to a wrong one. Empty if none is close, or if the name is

@@ -73,19 +73,25 @@ bool dispatch(CalculationRun& run, std::span<std::byte> block, std::string& erro
     return commands[code - 1].carryOut(run, request, reply, error);
 }
 
-/// The limits that a script's argument exceeds, or what it may have meant by a wrong name of a parameter.
+/// The limits that a script's argument exceeds, or what it may have meant by a wrong name of a parameter
+/// or report.
 void addHint(const CalculationRun& run, std::string_view error, std::span<std::byte> block) {
     if (!run.hint.empty())
         return writeHint(block, error, run.hint);
-    constexpr std::string_view refusal = "Invalid parameter name: ";
-    if (!error.starts_with(refusal))
-        return;
+    std::string_view wrong = error;
+    const auto isAbout = [&wrong](std::string_view refusal) {
+        const bool is = wrong.starts_with(refusal);
+        wrong.remove_prefix(is ? refusal.size() : 0);
+        return is;
+    };
     std::vector<std::string> names;
-    for (const ComRef<CParameter>& parameter : run.unit.parameters)
-        names.push_back(narrow(parameter->componentName));
-    const std::string_view wrong = error.substr(refusal.size());
-    const std::string meant = closestName(names, wrong);
-    if (!meant.empty())
+    if (isAbout("Invalid parameter name: "))
+        for (const ComRef<CParameter>& parameter : run.unit.parameters)
+            names.push_back(narrow(parameter->componentName));
+    else if (isAbout("Invalid report name: "))
+        for (const std::wstring& report : run.unit.reportNames)
+            names.push_back(narrow(report));
+    if (const std::string meant = closestName(names, wrong); !meant.empty())
         writeHint(block, wrong, meant);
 }
 
