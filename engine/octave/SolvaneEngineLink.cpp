@@ -12,11 +12,15 @@
 //   names = SolvaneEngineLink ("changes", folder, path)
 //                                         the functions that Octave would read again if it changed its
 //                                         folder, or [] if it must do that to find all others
+//   known = SolvaneEngineLink ("meant", name, names)
+//                                         which of the names, with blanks between them, is the closest to
+//                                         this one; empty if none is close
 //
 // It stays loaded, with its connection, even if a script clears everything.
 
 #include "FolderWatch.h"
 #include "ProcessGroup.h"
+#include "channel/MeantName.h"
 #include "link/EngineClient.h"
 #include "mex/MexFunctions.h"
 
@@ -26,8 +30,10 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <iterator>
 #include <mutex>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -166,6 +172,12 @@ mxArray* changesIn(std::string_view folder, std::string_view path) {
     return cells;
 }
 
+mxArray* meantIn(std::string_view names, std::string_view name) {
+    std::istringstream words{std::string(names)};
+    const std::vector<std::string> known{std::istream_iterator<std::string>(words), {}};
+    return mxCreateString(solvane::closestName(known, name).c_str());
+}
+
 /// A text from Octave, whose characters are bytes.
 std::string_view textOf(const mxArray* array) {
     return {static_cast<const char*>(mxGetData(array)), mxIsChar(array) ? mxGetNumberOfElements(array) : 0};
@@ -174,6 +186,7 @@ std::string_view textOf(const mxArray* array) {
 bool serve(mxArray* results[], int count, const mxArray* arguments[], std::string& error) {
     const std::string_view verb = count > 0 ? textOf(arguments[0]) : std::string_view();
     const std::string_view text = count > 1 ? textOf(arguments[1]) : std::string_view();
+    const std::string_view more = count > 2 ? textOf(arguments[2]) : std::string_view();
     if (verb == "connect")
         return connectToServer(std::u8string(text.begin(), text.end()), error);
     if (verb == "receive") {
@@ -193,7 +206,11 @@ bool serve(mxArray* results[], int count, const mxArray* arguments[], std::strin
         return true;
     }
     if (verb == "changes") {
-        results[0] = changesIn(text, count > 2 ? textOf(arguments[2]) : std::string_view());
+        results[0] = changesIn(text, more);
+        return true;
+    }
+    if (verb == "meant") {
+        results[0] = meantIn(more, text);
         return true;
     }
     error = "SolvaneEngineLink: only the automation server's own script calls this";

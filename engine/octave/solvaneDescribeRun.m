@@ -2,18 +2,21 @@
 % end stand its place and the lines of the user's files that led there, innermost first, such as
 %   at tidy.m line 3, column 5
 %   at script line 12, column 1
-% The run script catches the error and prints it, so the output shows whether there was one. A run without an error gets a
-% warning if Octave silently leaves out the end of the script. `unclosed` finds mistakes of the syntax. Files in the
-% folders of `path`, the library's and Octave's own, are left out of places.
+% The run script catches the error and prints it, so the output shows whether there was one. A run gets a warning if Octave
+% leaves out the end of the script. `unclosed` finds mistakes of the syntax, and `link` the command that a wrong name may
+% mean. Files in the folders of `path`, the library's and Octave's own, are left out of places.
 % Everything that this calls is built in: the script may have changed the path.
 
-function printed = solvaneDescribeRun (printed, path, unclosed)
+function printed = solvaneDescribeRun (printed, path, unclosed, link)
   mlock (); % each run forgets the other functions, and would read this one again
   printed = withUsersCalls (printed);
   fault = lasterror ();
   mark = "Evaluation error: ";
   if (isempty (strfind (printed, mark)))
-    printed = withWarning (printed, [pwd() filesep()], unclosed);
+    done = "MATLAB done\n";
+    if (! isempty (strfind (printed, done)))
+      printed = withWarning (printed, hiddenPart ([pwd() filesep()], unclosed), done);
+    end
     return;
   elseif (isempty (fault.message) || isempty (strfind (printed, [mark fault.message])))
     return;
@@ -30,8 +33,14 @@ function printed = solvaneDescribeRun (printed, path, unclosed)
   if (! isempty (found))
     [message, place] = parseError (message, found{2}, str2double (found{1}), folder, unclosed);
     calls = [place; calls(:)];
+    if (! isempty (strfind (message, "block comment")))
+      printed = withoutParsersWarning (printed);
+    end
   else
-    [message, calls] = undefinedName (message, calls, folder);
+    hidden = hiddenPart (folder, unclosed);
+    meant = @(name) meantCommand (name, path, link);
+    [message, calls, isCause] = undefinedName (message, calls, folder, hidden, meant);
+    printed = withWarning (printed, hidden, mark, isCause);
   end
   printed = strrep (printed, [mark fault.message], [mark message]);
   known = regexp (path, pathsep (), "split");
@@ -59,31 +68,47 @@ function printed = withUsersCalls (printed)
   printed = strrep (printed, "warning: called from\n\n", "");
 end
 
-% Looks at a script once: at each run it would take time.
-function printed = withWarning (printed, folder, unclosed)
+% Replaces Octave's warnings about what hides the script's last part by one in terms of the script, unless the error says so.
+function printed = withWarning (printed, hidden, before, isKnown = false)
+  if (isempty (hidden))
+    return;
+  end
+  if (! isKnown)
+    at = strfind (printed, before)(end);
+    printed = [printed(1:at-1) "warning: " hidden.text ", and what follows it never runs\n" printed(at:end)];
+  end
+  printed = withoutParsersWarning (printed);
+end
+
+function printed = withoutParsersWarning (printed)
+  pattern = 'warning: block comment unterminated[^\n]*\nwarning: near line \d+ of file ''unitCalc.m''\n';
+  printed = regexprep (printed, pattern, "");
+end
+
+% What hides the script's last part: its text, line and column, and the rest of the script from there; empty if nothing
+% does. Looks at a script once: at each run it would take time.
+function hidden = hiddenPart (folder, unclosed)
   persistent seen = "";
-  persistent warning = "";
+  persistent finding = [];
+  hidden = [];
   longest = 1e5;
-  done = strfind (printed, "MATLAB done\n");
-  [info, failed] = stat ([folder "unitCalc.m"]);
-  if (isempty (done) || failed || info.size > longest)
+  file = [folder "unitCalc.m"];
+  [info, failed] = stat (file);
+  if (failed || info.size > longest)
     return;
   end
   key = sprintf ("%s %d %d %d", folder, info.ino, info.size, info.mtime);
   if (! strcmp (key, seen))
     seen = key;
-    finding = unclosed (readText ([folder "unitCalc.m"]), "", Inf, true);
-    warning = "";
+    script = readText (file);
+    finding = unclosed (script, "", Inf, true);
     if (! isempty (finding))
-      warning = sprintf (["warning: " finding.text ", and what follows it never runs\n"], ...
-                         placeText ([folder "unitCalc.m"], finding.line, folder));
+      finding.text = sprintf (finding.text, placeText (file, finding.line, folder));
+      starts = [0 find(script == "\n")];
+      finding.rest = script(starts(finding.line)+1:end);
     end
   end
-  if (! isempty (warning))
-    printed = [printed(1:done(end)-1) warning printed(done(end):end)];
-    pattern = 'warning: block comment unterminated[^\n]*\nwarning: near line \d+ of file ''unitCalc.m''\n';
-    printed = regexprep (printed, pattern, "");
-  end
+  hidden = finding;
 end
 
 % A place in a file as its user knows it: the name, empty for the script, and the line.
@@ -135,8 +160,10 @@ function text = readText (file)
 end
 
 % Of a statement in several lines, the stack has the first; the message has the name's. It does not say in which file,
-% and in another one its line is no help.
-function [message, calls] = undefinedName (message, calls, folder)
+% and in another one its line is no help. A function of that name in the hidden part of the script is the one that is meant;
+% otherwise the name may be that of a command with a mistake.
+function [message, calls, isHidden] = undefinedName (message, calls, folder, hidden, meant)
+  isHidden = false;
   found = regexp (message, "^('([^']+)' undefined) near line (\\d+),? column (\\d+)$", "tokens", "once");
   if (isempty (found) || isempty (calls))
     return;
@@ -148,6 +175,26 @@ function [message, calls] = undefinedName (message, calls, folder)
     calls(1).line = line;
     calls(1).column = column;
     message = [message " in " placeText(calls(1).file, line, folder)];
+  end
+  pattern = ['^[ \t]*function\>[^\n(]*\<' name '\>'];
+  isHidden = (! isempty (hidden) && ! isempty (regexp (hidden.rest, pattern, "once", "lineanchors")));
+  if (isHidden)
+    message = [hidden.text " and hides what follows: " message];
+    place = struct ("file", [folder "unitCalc.m"], "name", "", "line", hidden.line, "column", hidden.column);
+    calls = [place; calls(:)];
+  elseif (! isempty (command = meant (name)))
+    message = [message "; did you mean '" command "'?"];
+  end
+end
+
+% The function for scripts that has nearly this name; empty if none has.
+function meant = meantCommand (name, path, link)
+  meant = "";
+  one = "getFeedProp.m";
+  file = file_in_path (path, one);
+  if (! isempty (file))
+    commands = regexprep (glob ([file(1:end-numel(one)) "[a-z]*.m"]), '^.*[/\\]|\.m$', "");
+    meant = link ("meant", name, sprintf ("%s ", commands{:}));
   end
 end
 

@@ -23,7 +23,7 @@ function solvaneEngine ()
     try
       given = putBack (given);
       builtin ("echo", "off", "all");
-      answer = perform (command, @(printed) describe (printed, given, unclosed));
+      answer = perform (command, @(printed) describe (printed, given, unclosed, link));
       if (! isempty (regexp (command, '^\s*(addpath|rmpath)\>', "once")))
         given = path ();
       end

@@ -135,7 +135,9 @@ end
 function seen = lookBack (seen, fault, isScript)
   isInconsistent = ! isempty (strfind (fault, "inconsistent function endings"));
   ends = [seen.functions.endAt];
-  if (isInBracket (seen))
+  if (! isempty (seen.comments))
+    seen = reportComment (seen);
+  elseif (isInBracket (seen))
     seen = reportBracket (seen);
   elseif (! isempty (seen.open) && isempty (strfind (fault, "\n>>> ")))
     block = seen.open(end);
@@ -157,7 +159,7 @@ end
 % A script may end the unit's function before functions of its own.
 function seen = lookForHidden (seen, script)
   if (! isempty (seen.comments))
-    seen = report (seen, seen.comments(1), "the block comment that starts in %s is not closed");
+    seen = reportComment (seen);
     return;
   end
   seen.at = 0;
@@ -171,6 +173,10 @@ end
 
 function is = isInBracket (seen)
   is = ! isempty (seen.open) && any (seen.open(end).word(1) == "([{");
+end
+
+function seen = reportComment (seen)
+  seen = report (seen, seen.comments(1), "the block comment that starts in %s is not closed");
 end
 
 function seen = reportBracket (seen)

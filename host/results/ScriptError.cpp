@@ -21,7 +21,7 @@ std::string_view withoutBlanks(std::string_view line) {
 /// "'x' undefined in line 4 of tidy.m" and "parse error in line 4: y = 1 +" without the place, which is
 /// known.
 std::string withoutPlace(std::string_view line) {
-    static const std::regex place(R"(^('.*' undefined|parse error) in line \d+( of .*?)?(?=:|$))");
+    static const std::regex place(R"(^('.*' undefined|parse error) in line \d+( of .*?)?(?=[:;]|$))");
     return std::regex_replace(std::string(line), place, "$1");
 }
 
@@ -85,6 +85,18 @@ std::string printedByScript(const UnitResult& unit) {
     const std::size_t line = text.find('\n', begin);
     const std::size_t end = std::min(text.rfind(errorMarker), text.rfind(outputEnd));
     return end == text.npos || end <= line ? "" : std::string(text.substr(line + 1, end - line - 1));
+}
+
+std::string hiddenPartWarning(const UnitResult& unit) {
+    constexpr std::string_view begin = "warning: ";
+    constexpr std::string_view end = ", and what follows it never runs";
+    const ReportResult* output = outputOf(unit);
+    const std::string_view text = output ? output->text : std::string_view();
+    const std::size_t last = text.rfind(std::string(end) + "\n" + outputEnd);
+    const std::size_t first = last == text.npos ? last : text.rfind(begin, last);
+    if (first == text.npos)
+        return {};
+    return std::string(text.substr(first, last + end.size() - first).substr(begin.size()));
 }
 
 std::string placeText(const ScriptError& error) {

@@ -18,6 +18,10 @@ bool hasScriptEnded(const UnitResult& unit);
 /// What the script of the unit printed before it ended. Empty if it never ran, or was lost.
 std::string printedByScript(const UnitResult& unit);
 
+/// The engine's warning that the end of the script never ran, without the word "warning". Empty if there is
+/// none.
+std::string hiddenPartWarning(const UnitResult& unit);
+
 /// "drum.m:12:5"
 std::string placeText(const ScriptError& error);
 

@@ -7,7 +7,8 @@
 
 namespace solvane::host {
 
-/// Adds the implausible results in a unit's products, output parameters and balance.
+/// Adds what never ran of a unit's script, and the implausible results in its products, output parameters
+/// and balance.
 void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
                  std::span<const StreamResult* const> products, std::vector<Warning>& warnings);
 

@@ -25,6 +25,7 @@ struct Mistake {
 
 constexpr Mistake mistakes[] = {
     {"y = nosuch;", "'nosuch' undefined", 5},
+    {"y = getFedProp(1, 'flow');", "; did you mean 'getFeedProp'?", 5},
     {"y = = 3;", "parse error in line ", 5},
     {"1 = y;", "invalid constant left hand side of assignment: 1 = y;", 3},
     {"y = [1, 'end', (3), % ]", "parse error: '[' in line ", 5},
@@ -45,6 +46,7 @@ constexpr Mistake mistakes[] = {
     {"setParameter('Pressure', 3);", "above maximum value; parameter 'pressure' is at most 2.5, got 3", 1},
     {"setParameter('pressure', 'x');", "Cannot assign string to real parameter; parameter 'pressure'", 1},
     {"p = getParameter('prssure');", "Invalid parameter name: prssure; did you mean 'pressure'?", 3},
+    {"setReport('Sumary', 'x');", "Invalid report name: Sumary; did you mean 'Summary'?", 1},
 };
 
 /// The mistake as the last line of each place that a user's code can have.
@@ -77,6 +79,7 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
         ModelBag bag;
         EXPECT_EQ(unit.load(bag.feeds({L"F"})
                                 .script(script)
+                                .reports({L"Summary"})
                                 .file("tidy.m", file)
                                 .parameter(L"pressure", L"real", Variant(1.0))
                                 .with(L"pressure", L"maximum", Variant(2.5))),
@@ -121,6 +124,14 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
          "'end' in line 4 ends a function: in a script",
          {"", 4, 1}},
         {"x = 1;\nend\nfunction y = f(x)\ny = x;\n", "'end' in line 2 ends no block", {"", 2, 1}},
+        {"if 1\n  %{\n  x = 1;\nend\n",
+         "parse error: the block comment that starts in line 2 is not closed",
+         {"", 2, 3}},
+        {"x = f(1);\n%{\nfunction y = f(x)\ny = x;\n",
+         "the block comment that starts in line 2 is not closed and hides what follows: 'f' undefined in "
+         "line 1",
+         {"", 2, 1}},
+        {"x = nosuch;\n%{\nnosuch\n", "'nosuch' undefined in line 1", {"", 1, 5}},
         {"if x\n  x = 1;\nendfor\n", "'endif' command matched by 'endfor'", {"", 3, 7}},
         {"tidy", "the function in line 4 of tidy.m has no 'end'", {"tidy.m", 4, 1}},
     };
@@ -128,7 +139,7 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
         EXPECT_EQ(run(row.script, "function tidy\nother\nend\nfunction other\n").front(), row.place)
             << row.script;
         EXPECT_THAT(narrow(unit.errorDescription()), HasSubstr(row.error));
-        EXPECT_THAT(narrow(unit.errorDescription()), Not(HasSubstr("unitCalc")));
+        EXPECT_THAT(narrow(unit.errorDescription() + unit.output()), Not(HasSubstr("unitCalc")));
     }
 }
 
