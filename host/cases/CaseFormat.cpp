@@ -66,7 +66,7 @@ the order of the list.
       "feeds": { "Feed": "S2" }, "products": { "Vapor": "S3", "Liquid": "S4" } }
   ],
   "tear": ["S5"],                    a stream that feeds a unit before the one that makes it, if there are recycles
-  "convergence": { "method": "wegstein",     or direct, broyden
+  "convergence": { "method": "wegstein",     or direct, broyden, anderson
                    "tolerance": 1e-6,        relative
                    "limit": 50 }             of the iterations
 }

@@ -16,6 +16,10 @@ constexpr double highestWeight = 0.5;
 /// How small the divisor of Broyden's update may be, relative to the lengths of its factors.
 constexpr double leastDivisor = 1e-12;
 
+/// How many secants Anderson's acceleration combines, and the part of one that newer ones must leave over.
+constexpr std::size_t mostSecants = 5;
+constexpr double leastRemainder = 1e-8;
+
 std::vector<double> difference(const std::vector<double>& first, const std::vector<double>& second) {
     std::vector<double> result(first.size());
     std::ranges::transform(first, second, result.begin(), std::minus());
@@ -24,6 +28,15 @@ std::vector<double> difference(const std::vector<double>& first, const std::vect
 
 double dot(const double* first, const double* second, std::size_t size) {
     return std::inner_product(first, first + size, second, 0.0);
+}
+
+double dot(const std::vector<double>& first, const std::vector<double>& second) {
+    return dot(first.data(), second.data(), first.size());
+}
+
+void subtract(std::vector<double>& from, double factor, const std::vector<double>& vector) {
+    for (std::size_t i = 0; i < from.size(); ++i)
+        from[i] -= factor * vector[i];
 }
 
 /// Weight of the former guess for a variable that changed by `step`, and its image by `change`.
@@ -44,9 +57,8 @@ void updateInverse(std::vector<double>& inverse, const std::vector<double>& step
         for (std::size_t j = 0; j < size; ++j)
             row[j] += step[i] * inverse[i * size + j];
     }
-    const double divisor = dot(step.data(), mapped.data(), size);
-    const double lengths =
-        std::sqrt(dot(step.data(), step.data(), size) * dot(mapped.data(), mapped.data(), size));
+    const double divisor = dot(step, mapped);
+    const double lengths = std::sqrt(dot(step, step) * dot(mapped, mapped));
     if (!(std::abs(divisor) > leastDivisor * lengths))
         return;
     for (std::size_t i = 0; i < size; ++i)
@@ -60,6 +72,8 @@ std::vector<double> FixedPoint::next(const std::vector<double>& guess, const std
     std::vector<double> result = image;
     if (method_ == FixedPointMethod::broyden)
         result = broyden(guess, image);
+    else if (method_ == FixedPointMethod::anderson)
+        result = anderson(guess, image);
     else if (method_ == FixedPointMethod::wegstein && !guess_.empty())
         result = wegstein(guess, image);
     guess_ = guess;
@@ -91,6 +105,38 @@ std::vector<double> FixedPoint::broyden(const std::vector<double>& guess, const 
     for (std::size_t i = 0; i < size; ++i)
         result[i] -= dot(&inverse_[i * size], residual.data(), size);
     return result;
+}
+
+std::vector<double> FixedPoint::anderson(const std::vector<double>& guess, const std::vector<double>& image) {
+    Secant rest{difference(image, guess), image};
+    if (!guess_.empty()) {
+        secants_.insert(secants_.begin(),
+                        {difference(rest.residual, difference(image_, guess_)), difference(image, image_)});
+        if (secants_.size() > mostSecants)
+            secants_.pop_back();
+    }
+    // Gram-Schmidt's orthogonalization of the residuals takes the images along, so that what is left of the
+    // residual is the least, and what is left of the image belongs to it.
+    std::vector<Secant> basis;
+    for (Secant secant : secants_) {
+        const double square = dot(secant.residual, secant.residual);
+        for (const Secant& unit : basis) {
+            const double share = dot(unit.residual, secant.residual);
+            subtract(secant.residual, share, unit.residual);
+            subtract(secant.image, share, unit.image);
+        }
+        const double remainder = dot(secant.residual, secant.residual);
+        if (!(remainder > leastRemainder * leastRemainder * square))
+            continue;
+        for (std::vector<double>* part : {&secant.residual, &secant.image})
+            for (double& value : *part)
+                value /= std::sqrt(remainder);
+        const double share = dot(secant.residual, rest.residual);
+        subtract(rest.residual, share, secant.residual);
+        subtract(rest.image, share, secant.image);
+        basis.push_back(std::move(secant));
+    }
+    return rest.image;
 }
 
 } // namespace solvane::host

@@ -12,6 +12,7 @@ enum class FixedPointMethod {
     direct,   ///< the image itself
     wegstein, ///< a secant for each variable, within bounds
     broyden,  ///< a secant for all variables together
+    anderson, ///< the combination of the last few passes that leaves the smallest residual
 };
 
 struct FixedPointMethodName {
@@ -23,6 +24,7 @@ inline constexpr std::array fixedPointMethods{
     FixedPointMethodName{FixedPointMethod::direct, "direct"},
     FixedPointMethodName{FixedPointMethod::wegstein, "wegstein"},
     FixedPointMethodName{FixedPointMethod::broyden, "broyden"},
+    FixedPointMethodName{FixedPointMethod::anderson, "anderson"},
 };
 
 /// One search. The caller evaluates the function, and scales the variables so that all are of the order of 1.
@@ -38,11 +40,23 @@ private:
     std::vector<double> wegstein(const std::vector<double>& guess, const std::vector<double>& image) const;
     std::vector<double> broyden(const std::vector<double>& guess, const std::vector<double>& image);
 
+    /// Anderson's acceleration as H. F. Walker and P. Ni write it: Anderson Acceleration for Fixed-Point
+    /// Iterations, SIAM J. Numer. Anal. 49 (2011) 1715, equation (2.2). Secants that depend on newer ones do
+    /// not count; without any the image is the next guess.
+    std::vector<double> anderson(const std::vector<double>& guess, const std::vector<double>& image);
+
+    /// How the residual g(x) - x and the image changed from one guess to the next.
+    struct Secant {
+        std::vector<double> residual;
+        std::vector<double> image;
+    };
+
     FixedPointMethod method_;
     // Of the former call; empty before the first.
     std::vector<double> guess_;
     std::vector<double> image_;
     std::vector<double> inverse_; ///< Broyden's estimate of the inverse derivative of g(x) - x, by rows
+    std::vector<Secant> secants_; ///< Anderson's, the newest first
 };
 
 } // namespace solvane::host

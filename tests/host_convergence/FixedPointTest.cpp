@@ -28,6 +28,14 @@ int callsToConverge(FixedPointMethod method, const std::function<Vector(const Ve
     return never;
 }
 
+/// Each variable feeds the next one, and the last one the first.
+Vector chain(const Vector& x) {
+    Vector image(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        image[i] = 0.3 * x[i] + 0.4 * x[(i + x.size() - 1) % x.size()] + (i == 0);
+    return image;
+}
+
 struct Row {
     const char* what;
     std::function<Vector(const Vector&)> function;
@@ -37,20 +45,28 @@ struct Row {
 
 TEST(FixedPoint, convergesByEachMethod) {
     const Row rows[] = {
-        {"a half recycled", [](const Vector& x) { return Vector{0.5 * (x[0] + 1)}; }, {0}, {40, 4, 4}},
-        {"much recycled", [](const Vector& x) { return Vector{0.95 * (x[0] + 1)}; }, {0}, {never, 80, 4}},
-        {"swinging", [](const Vector& x) { return Vector{3 - 1.5 * x[0]}; }, {0}, {never, 20, 5}},
+        {"a half recycled", [](const Vector& x) { return Vector{0.5 * (x[0] + 1)}; }, {0}, {40, 4, 4, 4}},
+        {"much recycled", [](const Vector& x) { return Vector{0.95 * (x[0] + 1)}; }, {0}, {never, 80, 4, 4}},
+        {"swinging", [](const Vector& x) { return Vector{3 - 1.5 * x[0]}; }, {0}, {never, 20, 5, 5}},
         {"a constant beside",
          [](const Vector& x) { return Vector{1, 0.8 * x[1] + 0.1}; },
          {1, 0},
-         {110, 5, 5}},
+         {110, 5, 5, 5}},
         {"coupled",
          [](const Vector& x) {
              return Vector{0.3 * x[0] + 0.4 * x[1] + 1, 0.3 * x[0] + 0.2 * x[1] * x[1] / (1 + x[1])};
          },
          {0, 0},
-         {60, 60, 15}},
-        {"no fixed point", [](const Vector& x) { return Vector{x[0] + 1}; }, {0}, {never, never, never}},
+         {60, 60, 15, 15}},
+        {"two alike",
+         [](const Vector& x) { return Vector{std::cos(x[0]), std::cos(x[0])}; },
+         {0, 0},
+         {70, 10, 10, 10}},
+        {"a chain of more variables than secants", chain, Vector(12), {65, 75, 25, 45}},
+        {"no fixed point",
+         [](const Vector& x) { return Vector{x[0] + 1}; },
+         {0},
+         {never, never, never, never}},
     };
     for (const Row& row : rows)
         for (std::size_t i = 0; i < fixedPointMethods.size(); ++i) {
