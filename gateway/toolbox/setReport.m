@@ -16,7 +16,8 @@ if nargin ~= 2
     error('setReport: expected 2 arguments. Usage: setReport(name, content)');
 end
 bytes = CapeOpenUnitMex('reportBytes', content);
-path = fullfile(fileparts(runScript()), 'report.txt');
+script = runScript();
+path = [script(1:end-length('runUnit.m')) 'report.txt'];
 [file, reason] = fopen(path, 'w');
 if file < 0
     error(['setReport: report.txt cannot be written: ' reason]);
@@ -24,11 +25,20 @@ end
 fwrite(file, bytes, 'uint8');
 fclose(file);
 % A full disk shows in the size alone.
-written = dir(path);
-if written.bytes ~= length(bytes)
+if sizeOf(path) ~= length(bytes)
     error('setReport: report.txt cannot be written');
 end
 CapeOpenUnitMex('setReport', name);
+
+% Each run of Octave reads again the functions that are not built in, as dir and fullfile are, and a dozen that those call.
+function bytes = sizeOf(path)
+bytes = -1;
+file = fopen(path);
+if file >= 0
+    fseek(file, 0, 'eof');
+    bytes = ftell(file);
+    fclose(file);
+end
 
 % The file of the run script that is running. The user's script may have changed the current folder, and if units share
 % an interpreter, the path has a run script of each.

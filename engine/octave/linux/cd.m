@@ -2,6 +2,7 @@
 % none has changed, and each run of a unit begins with a change to its folder.
 
 function varargout = cd (varargin)
+  mlock (); % each run forgets the other functions, and would read this one again
   warning ("off", "backtrace", "local");
   varargin = cellfun (@solvaneLinuxPath, varargin, "UniformOutput", false);
   if (nargin == 1 && nargout == 0)
