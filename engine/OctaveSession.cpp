@@ -68,6 +68,13 @@ std::wstring namedFolder(const std::wstring& command) {
     return folder.find(L':') == 1 && isFolder(folder) ? folder : L"";
 }
 
+/// Whether the command is such a word and a folder in apostrophes, and nothing else.
+bool onlyChangesFolder(const std::wstring& command) {
+    const auto [begin, end] = findQuoted(command);
+    return isOneOf(firstWord(command), folderWords) && begin < end && command.find(L'\'', begin) == end &&
+           end + 1 == command.size();
+}
+
 } // namespace
 
 void OctaveSession::launch() {
@@ -111,10 +118,11 @@ HRESULT OctaveSession::execute(const std::wstring& given, std::wstring& output, 
     return result;
 }
 
-/// Octave looks for new files only when it changes its folder, or on request.
+/// Octave looks for new files only when it changes its folder, or on request. A change of the folder runs no
+/// script; each run begins with one.
 HRESULT OctaveSession::perform(const std::wstring& command, std::wstring& output, std::wstring& error) {
-    const HRESULT result =
-        scripts_.refresh(currentFolder_) ? process_->execute(L"builtin ('rehash');", output, error) : S_OK;
+    const bool isChanged = !onlyChangesFolder(command) && scripts_.refresh(currentFolder_);
+    const HRESULT result = isChanged ? process_->execute(L"builtin ('rehash');", output, error) : S_OK;
     return SUCCEEDED(result) ? process_->execute(command, output, error) : result;
 }
 
@@ -136,7 +144,7 @@ HRESULT OctaveSession::replay(std::wstring& error) {
 /// Path entries and the folder are set by commands of their own, which print nothing if they succeed.
 void OctaveSession::remember(const std::wstring& command) {
     const std::wstring_view word = firstWord(command);
-    if (isOneOf(word, folderWords)) {
+    if (isOneOf(word, folderWords) && command != folderCommand_) {
         folderCommand_ = command;
         const std::wstring formerFolder = std::exchange(currentFolder_, namedFolder(command));
         if (currentFolder_ != formerFolder)

@@ -1,7 +1,5 @@
-/// The client's request to stop its commands.
+/// The client's request to stop its commands. All this is for the thread that takes them.
 #pragma once
-
-#include "com/Handle.h"
 
 #include <functional>
 
@@ -10,20 +8,13 @@ namespace solvane::engine {
 /// Whether the client that made the call in progress asks for a stop.
 bool isStopRequested();
 
-/// While this object exists, such a request calls `stop`, once and on another thread.
+/// While this object exists, such a request calls `stop`, once and on another thread. There is one at a time.
 class StopWatch {
 public:
     explicit StopWatch(std::function<void()> stop);
     ~StopWatch();
     StopWatch(const StopWatch&) = delete;
     StopWatch& operator=(const StopWatch&) = delete;
-
-private:
-    static void CALLBACK requested(void* watch, BOOLEAN);
-
-    std::function<void()> stop_;
-    Handle event_; // null for a client that never asks
-    HANDLE wait_ = nullptr;
 };
 
 } // namespace solvane::engine
