@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 
 namespace solvane::engine {
 
@@ -10,25 +11,30 @@ namespace {
 // A single call to the sockets takes its length as an int.
 constexpr std::size_t longestTransfer = 1u << 30;
 
-/// Returns the number of bytes received, 0 at the end of the connection.
-std::size_t receiveSome(SOCKET socket, std::byte* bytes, std::size_t count) {
+} // namespace
+
+std::size_t Connection::receiveSome(std::span<std::byte> bytes) {
+    const std::size_t most = std::min(bytes.size(), longestTransfer);
+    if (receiving_) {
+        DWORD count = 0;
+        return ReadFile(receiving_.get(), bytes.data(), static_cast<DWORD>(most), &count, nullptr) ? count
+                                                                                                   : 0;
+    }
     const int received =
-        recv(socket, reinterpret_cast<char*>(bytes), static_cast<int>(std::min(count, longestTransfer)), 0);
+        recv(socket_.get(), reinterpret_cast<char*>(bytes.data()), static_cast<int>(most), 0);
     return received > 0 ? static_cast<std::size_t>(received) : 0;
 }
 
-} // namespace
-
 bool Connection::refill() {
     begin_ = 0;
-    end_ = receiveSome(socket_.get(), buffer_.data(), buffer_.size());
+    end_ = receiveSome(buffer_);
     return end_ > 0;
 }
 
 bool Connection::read(std::span<std::byte> bytes) {
     while (!bytes.empty()) {
         if (begin_ == end_ && bytes.size() >= buffer_.size()) {
-            const std::size_t received = receiveSome(socket_.get(), bytes.data(), bytes.size());
+            const std::size_t received = receiveSome(bytes);
             if (received == 0)
                 return false;
             bytes = bytes.subspan(received);
@@ -66,6 +72,8 @@ bool Connection::send(MessageKind kind, std::span<const std::byte> bytes) {
     std::array<char, sizeof kind + sizeof length> header;
     std::memcpy(header.data(), &kind, sizeof kind);
     std::memcpy(header.data() + sizeof kind, &length, sizeof length);
+    if (sending_)
+        return sendThroughPipe(header, bytes);
 
     std::array<WSABUF, 2> buffers = {{
         {static_cast<ULONG>(header.size()), header.data()},
@@ -75,6 +83,20 @@ bool Connection::send(MessageKind kind, std::span<const std::byte> bytes) {
     return WSASend(socket_.get(), buffers.data(), static_cast<DWORD>(buffers.size()), &sent, 0, nullptr,
                    nullptr) == 0 &&
            sent == header.size() + length;
+}
+
+/// In one piece: each piece may wake the other side.
+bool Connection::sendThroughPipe(std::span<const char> header, std::span<const std::byte> bytes) {
+    std::string message(header.begin(), header.end());
+    message.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    DWORD sent = 0;
+    return WriteFile(sending_.get(), message.data(), static_cast<DWORD>(message.size()), &sent, nullptr) &&
+           sent == message.size();
+}
+
+void Connection::continueOn(FileHandle receiving, FileHandle sending) {
+    receiving_ = std::move(receiving);
+    sending_ = std::move(sending);
 }
 
 bool Connection::isAlive() const {

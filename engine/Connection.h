@@ -1,4 +1,4 @@
-/// One TCP connection to Octave's side, on which messages pass.
+/// One TCP connection to Octave's side, on which messages pass, or through two pipes beside it.
 #pragma once
 
 #include "link/EngineProtocol.h"
@@ -50,13 +50,21 @@ public:
     bool send(MessageKind kind, std::span<const std::byte> bytes);
     bool send(MessageKind kind, std::string_view text) { return send(kind, std::as_bytes(std::span(text))); }
 
+    /// From now on messages pass through these pipes. The socket stays, for `isAlive`.
+    void continueOn(FileHandle receiving, FileHandle sending);
+
     /// Whether the other side still holds the connection, as far as is known now.
     bool isAlive() const;
 
 private:
     bool refill();
+    /// Returns the number of bytes received, 0 at the end of the connection.
+    std::size_t receiveSome(std::span<std::byte> bytes);
+    bool sendThroughPipe(std::span<const char> header, std::span<const std::byte> bytes);
 
     Socket socket_;
+    FileHandle receiving_;
+    FileHandle sending_;
     // Most messages are small: one system call reads a whole message.
     std::array<std::byte, 4096> buffer_;
     std::size_t begin_ = 0;

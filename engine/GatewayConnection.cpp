@@ -1,5 +1,6 @@
 #include "GatewayConnection.h"
 
+#include "WinePipes.h"
 #include "channel/ChannelNames.h"
 #include "channel/CommandCode.h"
 #include "com/Failure.h"
@@ -68,6 +69,8 @@ public:
             return read(message.length);
         case MessageKind::close:
             return close(message.length);
+        case MessageKind::pipes:
+            return usePipes(message.length);
         default:
             return refuse(message.length, "Unknown kind of message");
         }
@@ -132,6 +135,25 @@ private:
     bool close(std::uint32_t length) {
         unit_ = {};
         return connection_.skip(length) && connection_.send(MessageKind::done, std::string_view());
+    }
+
+    bool usePipes(std::uint32_t length) {
+        struct {
+            PipeEnd requests;
+            PipeEnd answers;
+        } ends;
+        if (length != sizeof ends)
+            return refuse(length, "Pipes are two ends");
+        if (!connection_.readValue(ends))
+            return false;
+        FileHandle requests = openWinePipe(ends.requests, GENERIC_READ);
+        FileHandle answers = openWinePipe(ends.answers, GENERIC_WRITE);
+        if (!requests || !answers)
+            return refuse(0, "The pipes could not be opened");
+        if (!connection_.send(MessageKind::done, std::string_view()))
+            return false;
+        connection_.continueOn(std::move(requests), std::move(answers));
+        return true;
     }
 
     bool refuse(std::uint32_t length, std::string_view reason) {

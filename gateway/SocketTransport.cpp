@@ -1,6 +1,7 @@
 #include "Transport.h"
 
 #include "link/EngineClient.h"
+#include "link/Pipes.h"
 
 #include <limits>
 
@@ -9,6 +10,8 @@ namespace solvane::gateway {
 namespace {
 
 using engine::MessageKind;
+
+constexpr char brokenConnection[] = "the connection to the automation server is broken";
 
 void append(std::string& message, std::uint32_t number) {
     message.append(reinterpret_cast<const char*>(&number), sizeof number);
@@ -51,6 +54,10 @@ bool SocketTransport::open(const std::string& unitId, std::string& error) {
         server_ = std::make_unique<engine::EngineClient>();
         if (!server_->connect(engine::gatewayRole, error))
             return false;
+        if (!engine::moveToPipes(*server_)) {
+            error = brokenConnection;
+            return false;
+        }
     }
     opened_ = ask(MessageKind::open, unitId, {}, nothing, error);
     return opened_;
@@ -78,7 +85,7 @@ bool SocketTransport::ask(MessageKind kind, std::string_view start, std::string_
     MessageKind answerKind{};
     std::string body;
     if (!server_->send(kind, start, rest) || !server_->receive(answerKind, body)) {
-        error = "the connection to the automation server is broken";
+        error = brokenConnection;
         return false;
     }
     const bool isDone = answerKind == MessageKind::done;

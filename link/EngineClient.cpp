@@ -20,6 +20,9 @@ constexpr std::size_t piece = 1u << 20;
 } // namespace
 
 EngineClient::~EngineClient() {
+    for (const SocketHandle pipe : {receiving_, sending_})
+        if (pipe != socket_)
+            closeSocket(pipe);
     if (socket_ != noSocket)
         closeSocket(socket_);
 }
@@ -33,11 +36,17 @@ bool EngineClient::connect(char role, std::string& error) {
     }
     std::string reason = "it hangs up";
     socket_ = connectToLoopback(static_cast<std::uint16_t>(std::strtoul(port, nullptr, 10)), reason);
+    receiving_ = sending_ = socket_;
     if (socket_ == noSocket || !sendAll(std::string(token) + role)) {
         error = "the automation server cannot be reached: " + reason;
         return false;
     }
     return true;
+}
+
+void EngineClient::continueOn(SocketHandle receiving, SocketHandle sending) {
+    receiving_ = receiving;
+    sending_ = sending;
 }
 
 bool EngineClient::send(MessageKind kind, std::string_view start, std::string_view rest) {
@@ -63,7 +72,7 @@ bool EngineClient::receive(MessageKind& kind, std::string& body) {
 
 bool EngineClient::sendAll(std::string_view bytes) {
     while (!bytes.empty()) {
-        const std::size_t sent = sendSome(socket_, bytes.data(), bytes.size());
+        const std::size_t sent = sendSome(sending_, bytes.data(), bytes.size());
         if (sent == 0)
             return false;
         bytes.remove_prefix(sent);
@@ -73,7 +82,7 @@ bool EngineClient::sendAll(std::string_view bytes) {
 
 bool EngineClient::fill(void* bytes, std::size_t count) {
     for (char* next = static_cast<char*>(bytes); count > 0;) {
-        const std::size_t received = receiveSome(socket_, next, count);
+        const std::size_t received = receiveSome(receiving_, next, count);
         if (received == 0)
             return false;
         next += received;

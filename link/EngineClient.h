@@ -14,7 +14,8 @@ class EngineClient {
 public:
     EngineClient() = default;
     /// Takes over a connection.
-    explicit EngineClient(SocketHandle connected) : socket_(connected) {}
+    explicit EngineClient(SocketHandle connected)
+        : socket_(connected), receiving_(connected), sending_(connected) {}
     ~EngineClient();
     EngineClient(const EngineClient&) = delete;
     EngineClient& operator=(const EngineClient&) = delete;
@@ -26,11 +27,18 @@ public:
     [[nodiscard]] bool send(MessageKind kind, std::string_view start, std::string_view rest = {});
     [[nodiscard]] bool receive(MessageKind& kind, std::string& body);
 
+    /// From now on messages pass through these, which it takes over. The connection stays, so that the server
+    /// notices its end.
+    void continueOn(SocketHandle receiving, SocketHandle sending);
+
 private:
     bool sendAll(std::string_view bytes);
     bool fill(void* bytes, std::size_t count);
 
     SocketHandle socket_ = noSocket;
+    // The same, unless there are pipes.
+    SocketHandle receiving_ = noSocket;
+    SocketHandle sending_ = noSocket;
 };
 
 } // namespace solvane::engine

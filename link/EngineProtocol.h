@@ -41,9 +41,19 @@ enum class MessageKind : std::uint8_t {
                  ///< reply, and answers with the first `wanted` bytes of the block (fewer if it is smaller)
     read = 'R',  ///< uint32 offset, uint32 count: those bytes of the block, as far as it reaches
     close = 'Q', ///< closes the block and the events
+    pipes = 'P', ///< two PipeEnds, the server's for the requests and for the answers, before anything else:
+                 ///< if the answer is `done`, all that follows passes through them
 
     done = 'D',   ///< success, with the bytes asked for
     failed = 'F', ///< failure, with a text; UTF-8 where a command failed
+};
+
+/// An end of a pipe of Octave's process, which the server finds in /proc/`process`/fd. The inode shows
+/// whether that is the same pipe: Octave may run with process numbers of its own.
+struct PipeEnd {
+    std::uint32_t process;
+    std::uint32_t descriptor;
+    std::uint64_t inode;
 };
 
 } // namespace solvane::engine

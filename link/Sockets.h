@@ -14,6 +14,7 @@ inline constexpr SocketHandle noSocket = -1;
 /// Connects to a port of 127.0.0.1; `noSocket` with the system's reason on failure. Programs that this
 /// process starts do not inherit the connection.
 SocketHandle connectToLoopback(std::uint16_t port, std::string& reason);
+/// This, and what passes bytes, also takes an end of a pipe on Linux.
 void closeSocket(SocketHandle socket);
 
 /// Wait until some of the bytes have passed, and return how many; 0 once the connection is gone. A signal

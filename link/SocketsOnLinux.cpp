@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 
 namespace solvane::engine {
@@ -52,6 +53,19 @@ std::size_t uninterrupted(Pass pass) {
     return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
+/// Into a pipe, which has no MSG_NOSIGNAL.
+std::size_t writeSome(int pipe, const char* bytes, std::size_t count) {
+    sigset_t signal, former;
+    sigemptyset(&signal);
+    sigaddset(&signal, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signal, &former);
+    const std::size_t written = uninterrupted([=] { return write(pipe, bytes, count); });
+    if (constexpr timespec now{}; written == 0 && !sigismember(&former, SIGPIPE))
+        sigtimedwait(&signal, nullptr, &now);
+    pthread_sigmask(SIG_SETMASK, &former, nullptr);
+    return written;
+}
+
 } // namespace
 
 SocketHandle connectToLoopback(std::uint16_t port, std::string& reason) {
@@ -70,11 +84,12 @@ void closeSocket(SocketHandle socket) {
 
 std::size_t sendSome(SocketHandle socket, const char* bytes, std::size_t count) {
     // A server that is gone is a result of the call, not a signal that ends the process.
-    return uninterrupted([=] { return send(native(socket), bytes, count, MSG_NOSIGNAL); });
+    const std::size_t sent = uninterrupted([=] { return send(native(socket), bytes, count, MSG_NOSIGNAL); });
+    return sent > 0 || errno != ENOTSOCK ? sent : writeSome(native(socket), bytes, count);
 }
 
 std::size_t receiveSome(SocketHandle socket, char* bytes, std::size_t count) {
-    return uninterrupted([=] { return recv(native(socket), bytes, count, 0); });
+    return uninterrupted([=] { return read(native(socket), bytes, count); });
 }
 
 } // namespace solvane::engine

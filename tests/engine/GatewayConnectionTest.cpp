@@ -181,8 +181,10 @@ TEST_F(GatewayConnection, rejectsImpossibleRequestsAndServesOn) {
         {'X', number(4) + "abc"},                  // no command code
         {'X', ""},
         {'R', "abc"},
-        {'E', "disp(1)"},                          // belongs to the other role
-        {'?', std::string(20 * 1000 * 1000, 'x')}, // unknown, and long
+        {'P', "abc"},
+        {'P', std::string(2 * sizeof(PipeEnd), 0)}, // of no process
+        {'E', "disp(1)"},                           // belongs to the other role
+        {'?', std::string(20 * 1000 * 1000, 'x')},  // unknown, and long
     };
     for (const Case& message : refused) {
         const Reply reply = gateway.ask(message.kind, message.bytes);

@@ -1,16 +1,20 @@
 #include "link/EngineClient.h"
+#include "link/Pipes.h"
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <pthread.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <thread>
 
 namespace solvane::engine {
@@ -93,6 +97,55 @@ TEST_F(Link, aMessageThatIsTooLongOrBreaksOffIsNone) {
     shutdown(ends[1], SHUT_RDWR);
     EXPECT_FALSE(client.receive(kind, body));
     EXPECT_FALSE(client.send(MessageKind::close, {}));
+}
+
+/// The server's end of a pipe of this process, as the message for it describes it.
+int openPipe(const PipeEnd& end, int access) {
+    const int pipe = open(
+        ("/proc/" + std::to_string(end.process) + "/fd/" + std::to_string(end.descriptor)).c_str(), access);
+    struct stat state{};
+    EXPECT_EQ(fstat(pipe, &state), 0);
+    EXPECT_EQ(state.st_ino, end.inode);
+    return pipe;
+}
+
+TEST_F(Link, messagesPassThroughPipesOnceTheServerHasOpenedThem) {
+    int requests = -1, answers = -1;
+    std::thread server([&] {
+        EXPECT_EQ(read(5), std::string("P\x20\0\0\0", 5));
+        std::array<PipeEnd, 2> pipes;
+        std::memcpy(pipes.data(), read(sizeof pipes).data(), sizeof pipes);
+        requests = openPipe(pipes[0], O_RDONLY);
+        answers = openPipe(pipes[1], O_WRONLY);
+        write(std::string("D\0\0\0\0", 5));
+    });
+    EXPECT_TRUE(moveToPipes(client));
+    server.join();
+    EXPECT_TRUE(client.send(MessageKind::read, "range"));
+    std::array<char, 10> request{};
+    EXPECT_EQ(::read(requests, request.data(), request.size()), 10);
+    EXPECT_EQ(std::string(request.data(), 10), std::string("R\5\0\0\0range", 10));
+    EXPECT_EQ(::write(answers, "F\2\0\0\0no", 7), 7);
+    EXPECT_TRUE(client.receive(kind, body));
+    EXPECT_EQ(body, "no");
+
+    close(answers);
+    EXPECT_FALSE(client.receive(kind, body));
+    close(requests);
+    EXPECT_FALSE(client.send(MessageKind::close, {})); // without the signal that ends the process
+}
+
+TEST_F(Link, messagesStayOnTheConnectionIfTheServerCannotOpenPipes) {
+    std::thread server([&] {
+        read(5 + 2 * sizeof(PipeEnd));
+        write(std::string("F\0\0\0\0D\4\0\0\0unit", 14));
+    });
+    EXPECT_TRUE(moveToPipes(client));
+    server.join();
+    EXPECT_TRUE(client.receive(kind, body));
+    EXPECT_EQ(body, "unit");
+    shutdown(ends[1], SHUT_RDWR);
+    EXPECT_FALSE(moveToPipes(client));
 }
 
 TEST(EngineClient, greetsTheServerThatTheEnvironmentNames) {

@@ -208,6 +208,20 @@ TEST_F(OctaveRun, findsTheFilesOfItsModel) {
     }
 }
 
+// With sockets alone, each command takes Wine's server three times as many requests.
+TEST_F(OctaveRun, reachesTheUnitThroughPipes) {
+    ModelBag bag;
+    const HostedUnit unit = createUnit(bag.script(R"(
+pipes = 0;
+for descriptor = 3:20
+    pipes = pipes + strncmp(readlink(sprintf('/proc/self/fd/%d', descriptor)), 'pipe:', 5);
+end
+disp(pipes + 2*ispc)
+)"));
+    ASSERT_EQ(unit.calculate(), S_OK) << narrow(unit.errorDescription());
+    EXPECT_EQ(unit.output(), L"MATLAB output:\n2\nMATLAB done\n");
+}
+
 // Each has its own Octave, working folder and channel.
 TEST_F(OctaveRun, isolatesTheUnitsOfAProcess) {
     ModelBag bag1, bag2;

@@ -37,6 +37,8 @@ class Unit(socketserver.StreamRequestHandler):
 
     def answer(self, kind, body):
         """Kind and bytes of the answer to one message; None to hang up."""
+        if kind == b"P":
+            return b"F", b"no pipes here"
         if kind == b"O" and body != b"{unit}":
             return b"F", b"There is no run of the unit " + body
         if kind in (b"O", b"Q"):
