@@ -67,7 +67,8 @@ bool comparePhaseProperty(host::Generation generation) {
 }
 
 bool compareLife() {
-    bool isMet = compareFirstRun();
+    bool isMet = measureColdStart();
+    isMet &= compareFirstRun();
     isMet &= compareScripts();
     return isMet;
 }

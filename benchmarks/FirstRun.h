@@ -6,4 +6,8 @@ namespace solvane {
 /// commands. Prints the figures; false where a goal is missed, or where there is no engine.
 bool compareFirstRun();
 
+/// A run of the sample host as a process of its own, with the engine's start in it. Prints the time and its
+/// parts; false where it takes too long, or fails.
+bool measureColdStart();
+
 } // namespace solvane

@@ -58,7 +58,7 @@ std::string cellOf(const std::vector<std::vector<std::string>>& table, std::size
 TEST_F(Sweeps, giveEachPointTheValuesOfARun) {
     const Outcome one = sweep(L"one.csv", L"--jobs 1 --json \"" + folder.path() + L"one.json\"");
     EXPECT_EQ(one.exitCode, 0u) << one.printed;
-    EXPECT_THAT(one.printed, HasSubstr("6 of 6 points, 0 failed"));
+    EXPECT_THAT(one.printed, testing::ContainsRegex("6 of 6 points, 0 failed, \\d.* per second\n"));
     EXPECT_THAT(bytes(L"one.json"), HasSubstr("\"unit\": \"bar\",\n   \"varied\": true"));
     EXPECT_EQ(sweep(L"two.csv", L"--jobs 2").exitCode, 0u);
     EXPECT_EQ(bytes(L"two.csv"), bytes(L"one.csv"));
