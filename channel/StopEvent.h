@@ -5,9 +5,9 @@
 
 namespace solvane {
 
-/// The manual-reset event of a host's process. While it is set, the engine ends that process's scripts, so
-/// that the units' calculations fail as after any error. Only hosts that know the engine have one; Matlab
-/// does not look at it.
+/// The manual-reset event of a host's process. While it is set, what scripts ask of that process's units
+/// fails, with the line of the script, and the engine ends the scripts that go on. The units' calculations
+/// fail as after any error. Only hosts that know the engine have one; Matlab does not look at it.
 inline std::wstring stopEventName(unsigned long hostProcess) {
     return L"SolvaneStop-" + std::to_wstring(hostProcess);
 }

@@ -4,12 +4,17 @@
 #include "channel/StopEvent.h"
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <utility>
 
 namespace solvane::engine {
 
 namespace {
+
+/// The time for a script to end by itself: the unit's functions fail, which gives the error a line.
+constexpr std::chrono::seconds grace(1);
 
 /// The client's event and the wait for it. Both stay from one command to the next: under Wine, opening and
 /// closing them takes as long as the rest of a short command.
@@ -31,6 +36,7 @@ public:
         {
             const std::lock_guard guard(lock_);
             stop_ = std::move(stop);
+            ++command_;
         }
         if (event_ && !isWaiting_)
             startWaiting();
@@ -39,6 +45,7 @@ public:
     void forget() {
         const std::lock_guard guard(lock_);
         stop_ = nullptr;
+        ended_.notify_one();
     }
 
 private:
@@ -56,7 +63,7 @@ private:
         endWait();
         isWaiting_ = true; // before the wait, which may be over at once
         if (!RegisterWaitForSingleObject(&wait_, event_.get(), requested, this, INFINITE,
-                                         WT_EXECUTEONLYONCE)) {
+                                         WT_EXECUTEONLYONCE | WT_EXECUTELONGFUNCTION)) {
             wait_ = nullptr;
             isWaiting_ = false;
         }
@@ -74,9 +81,12 @@ private:
     static void CALLBACK requested(void* object, BOOLEAN) {
         auto& requests = *static_cast<StopRequests*>(object);
         requests.isWaiting_ = false; // first: a command that begins now waits anew
-        const std::lock_guard guard(requests.lock_);
-        if (const auto stop = std::exchange(requests.stop_, nullptr))
-            stop();
+        std::unique_lock guard(requests.lock_);
+        const auto hasEnded = [&requests, command = requests.command_] {
+            return !requests.stop_ || requests.command_ != command;
+        };
+        if (!requests.ended_.wait_for(guard, grace, hasEnded))
+            std::exchange(requests.stop_, nullptr)();
     }
 
     // Of the thread that takes the commands.
@@ -85,8 +95,10 @@ private:
     HANDLE wait_ = nullptr;
 
     std::atomic<bool> isWaiting_ = false;
-    std::mutex lock_;            // held during the call of `stop_`
+    std::mutex lock_; // held during the call of `stop_`; guards what follows
+    std::condition_variable ended_;
     std::function<void()> stop_; // of the command in progress
+    unsigned command_ = 0;       // its number
 };
 
 } // namespace

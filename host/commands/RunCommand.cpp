@@ -129,8 +129,7 @@ StopReason calculate(const RunOptions& options, const TableUnits& units, const C
     if (adjustment ? runToTarget(flowsheet, *adjustment, results, error, watch)
                    : runCase(flowsheet, printUnitLine, results, error, &watch))
         return StopReason::none;
-    if (!watch.isStopRequested())
-        printFailure(results, options.verbose, error);
+    printFailure(results, options.verbose, error);
     printConvergence(stderr, results);
     error.insert(0, options.casePath + ": ");
     return watch.stopReason();

@@ -104,14 +104,18 @@ bool Flowsheet::run(RunResults& results, std::string& error, RunWatch* watch) {
         return true;
     if (!results.failure)
         results.failure.emplace().message = error;
+    std::optional<ScriptError>& script = results.failure->scriptError;
+    script = findScriptError(case_, results);
     if (watch && watch->isStopRequested()) {
-        // What failed because of the stop does not matter.
+        // Of what the stop made fail, only the place matters.
         results.fault = Fault::calculation;
         results.failure->message = watch->stopText();
         error = watch->stopText() + ": " + watch->place();
-        return false;
+        if (script)
+            script->message = watch->stopText();
+        else if (watch->stopReason() == StopReason::limit)
+            error += "; to find the line, let the script call logMessage in its loops";
     }
-    results.failure->scriptError = findScriptError(case_, results);
     return false;
 }
 

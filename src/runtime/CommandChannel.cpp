@@ -4,6 +4,7 @@
 #include "PaintMessages.h"
 #include "channel/BlockSize.h"
 #include "channel/ChannelFrame.h"
+#include "channel/StopEvent.h"
 #include "com/Failure.h"
 #include "thermo/CalculationRun.h"
 #include "unit/model/Unit.h"
@@ -15,8 +16,12 @@ namespace {
 /// The longest delay of a paint message; not a time limit of the script.
 constexpr DWORD paintInterval = 300;
 /// Checking for paint messages takes a third of a command's round trip, so commands in quick succession share
-/// one check.
+/// one check, also for the host's stop request.
 constexpr DWORD paintPause = 30;
+
+bool isSet(const Handle& event) {
+    return event && WaitForSingleObject(event.get(), 0) == WAIT_OBJECT_0;
+}
 
 } // namespace
 
@@ -43,19 +48,26 @@ std::span<std::byte> CommandChannel::block() const {
 
 void CommandChannel::serve(CalculationRun& run, std::wstring& error) {
     const HANDLE events[] = {run.unit.requestEvent.get(), run.unit.workerDoneEvent.get()};
+    // Null in most hosts.
+    const Handle stopEvent(OpenEventW(SYNCHRONIZE, FALSE, stopEventName(GetCurrentProcessId()).c_str()));
+    bool isStopped = false;
     PaintMessages paintMessages;
     ULONGLONG pumped = 0;
     for (;;) {
         ULONGLONG now = GetTickCount64();
         if (now - pumped >= paintPause) {
             paintMessages.serve();
+            isStopped = isStopped || isSet(stopEvent);
             now = pumped = GetTickCount64(); // after painting, so that slow painting leaves time for commands
         }
         const DWORD untilNextLook = paintInterval - static_cast<DWORD>(now - pumped);
         switch (WaitForMultipleObjects(2, events, FALSE, untilNextLook)) {
         case WAIT_OBJECT_0:
-            if (run.unit.terminationAsked) // makes the script end soon
+            // An error makes the script end soon, and has its line.
+            if (run.unit.terminationAsked)
                 SetChannelError(block(), run.unit.startupError);
+            else if (isStopped)
+                SetChannelError(block(), "the run was stopped");
             else
                 carryOutCommand(run, block());
             SetEvent(run.unit.replyEvent.get());

@@ -78,10 +78,11 @@ class Run:
         if message not in self.text():
             raise SystemExit(f"{message!r} is not in {self.text()}")
 
-    def expect_results(self, message):
+    def expect_results(self, message, line=None):
         results = json.loads(self.json.read_text())
         known = ([stream["name"] for stream in results["streams"]], [unit["status"] for unit in results["units"]])
-        if results["ok"] or results["error"] != {"unit": "Endless", "message": message} or \
+        found = results["error"].pop("script", {}).get("line")
+        if results["ok"] or found != line or results["error"] != {"unit": "Endless", "message": message} or \
                 known != (["Feed", "Middle"], ["calculated", "failed"]):
             raise SystemExit(f"the results are {results}")
 
@@ -94,34 +95,43 @@ class Run:
 def main():
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
+        # A call of the unit fails with its line, unless the script catches that.
+        run = Run(folder, "disp('kept'); while true, flashEquilibrium(1, 'temperature', 300, 'pressure', 1e5); end")
+        run.interrupt()
+        run.expect_end(INTERRUPTED, (0, 1), 'case.json: Interrupted: unit "Endless"; last log line: endless')
+        run.expect_results("Interrupted", line=5)
+        if "kept\n\nscript:5:27: Interrupted\n" not in run.text():
+            raise SystemExit(run.text())
+        run.expect_nothing_left()
+
         for endless in ["while true, end",
-                        "while true, flashEquilibrium(1, 'temperature', 300, 'pressure', 1e5); end",
+                        "while true, try, getUnitName(); catch, end, end",
                         "pause(1000)",
                         "system('sleep 1000')"]:
             run = Run(folder, endless)
             run.interrupt()
-            run.expect_end(INTERRUPTED, (0, 2), 'case.json: Interrupted: unit "Endless"; last log line: endless')
+            run.expect_end(INTERRUPTED, (0, 3), 'case.json: Interrupted: unit "Endless"; last log line: endless')
             run.expect_results("Interrupted")
             run.expect_nothing_left()
 
         run = Run(folder, "while true, end", command="check")
         run.interrupt()
-        run.expect_end(INTERRUPTED, (0, 2), "case.json: Interrupted")
+        run.expect_end(INTERRUPTED, (0, 3), "case.json: Interrupted")
         run.expect_nothing_left()
 
         run = Run(folder, "while true, end", "--adjust", "Feed.flow=1:2", "--target", "Product.flow=1.5")
         run.interrupt()
-        run.expect_end(INTERRUPTED, (0, 2), "case.json: At Feed.flow = 1 mol/s: Interrupted: unit \"Endless\"")
+        run.expect_end(INTERRUPTED, (0, 3), "case.json: At Feed.flow = 1 mol/s: Interrupted: unit \"Endless\"")
         run.expect_results("Interrupted")
         run.expect_nothing_left()
 
         run = Run(folder, "while true, end", "--limit", "10")
-        run.expect_end(FAILED, (0, 12), 'limit of 10 s: unit "Endless"; last log line: endless')
+        run.expect_end(FAILED, (0, 13), 'limit of 10 s: unit "Endless"; last log line: endless; to find the line, ')
         run.expect_results("The run did not end within the limit of 10 s")
         run.expect_nothing_left()
 
         # An engine that does not end the script, as Matlab: the host waits for it, but not after a second Ctrl-C.
-        for interrupts, within in [(1, (2, 4)), (2, (0, 1.5))]:
+        for interrupts, within in [(1, (3, 5)), (2, (0, 1.5))]:
             run = Run(folder, "kill(getpid(), 19)")
             wait_until(lambda: "T" == Path(f"/proc/{run.octave}/stat").read_text().split()[2], 10, run.text)
             for _ in range(interrupts):
