@@ -16,14 +16,15 @@ function solvaneEngine ()
   % Handles work however a script changes the path.
   link = @SolvaneEngineLink;
   describe = @solvaneDescribeRun;
-  unclosed = @solvaneUnclosed;
+  tools = struct ("link", link, "explain", @solvaneExplainError, "unclosed", @solvaneUnclosed, ...
+                  "strayCharacter", @solvaneStrayCharacter, "place", @solvaneUsersPlace, "read", @solvaneReadText);
   link ("connect", pwd ());
   setenv ("SOLVANE_ENGINE_FOLDER", pwd ());
   while ((command = link ("receive")))
     try
       given = putBack (given);
       builtin ("echo", "off", "all");
-      answer = perform (command, @(printed) describe (printed, given, unclosed, link));
+      answer = perform (command, @(printed) describe (printed, given, tools));
       if (! isempty (regexp (command, '^\s*(addpath|rmpath)\>', "once")))
         given = path ();
       end

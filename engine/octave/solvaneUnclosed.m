@@ -2,7 +2,7 @@
 % bracket or a block that is not closed, a function that ends unlike the others.
 %   finding: the line and column where that begins, and its text with "%s" for the place; empty in doubt
 %   fault, faultLine: Octave's message and the line in it. Without a message Octave read the script, and the finding is
-%                     what hides the script's last part: an end too many, or a block comment
+%                     what hides the script's last part: an end too many, a block comment, or a function around all
 %   isScript: the first function is the one that the unit puts around a user's script, which has no end
 % Everything that this calls is built in: the script may have changed the path.
 
@@ -166,9 +166,15 @@ function seen = lookForHidden (seen, script)
   starts = [seen.functions.at numel(script)+1];
   ends = [seen.functions.endAt];
   if (! isempty (ends) && ends(1) > 0
-      && ! isempty (regexprep (script(ends(1)+3:starts(2)-1), '[%#][^\n]*|[\s,;]', "")))
+      && hasStatement (script(ends(1)+3:starts(2)-1)))
     seen = report (seen, ends(1), "'end' in %s ends no block");
+  elseif (numel (starts) > 2 && ! hasStatement (regexprep (script(1:starts(2)-1), '^[^\n]*\n[^\n]*\n', "")))
+    seen = report (seen, starts(2), "the script begins with the function in %s, which nothing calls");
   end
+end
+
+function has = hasStatement (script)
+  has = ! isempty (regexprep (script, '[%#][^\n]*|[\s,;]', ""));
 end
 
 function is = isInBracket (seen)

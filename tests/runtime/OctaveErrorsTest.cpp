@@ -111,6 +111,7 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
     EXPECT_THAT(run("try, nosuch, catch, end, disp('Evaluation error: x')", "1;"), IsEmpty());
 
     // What Octave notices only at the end: the indentation shows which block, and functions end alike.
+    // Characters that look like others.
     const struct {
         const char* script;
         const char* error;
@@ -132,6 +133,15 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
          "line 1",
          {"", 2, 1}},
         {"x = nosuch;\n%{\nnosuch\n", "'nosuch' undefined in line 1", {"", 1, 5}},
+        {"% don’t\ns = 'a–b'; disp(“it's”);",
+         "a typographic quote (U+201C) in line 2; write \"",
+         {"", 2, 19}},
+        {"x = 3 \xe2\x88\x92 2;", "a typographic dash (U+2212) in line 1; write -", {"", 1, 7}},
+        {"x =\xc2\xa0 3;", "a non-breaking space (U+00A0) in line 1; write a blank", {"", 1, 4}},
+        {"x = 3;\xe2\x80\x8b", "an invisible character (U+200B) in line 1; remove it", {"", 1, 7}},
+        {"größe = 3;",
+         "a character that is allowed only in texts and comments (U+00F6) in line 1",
+         {"", 1, 3}},
         {"if x\n  x = 1;\nendfor\n", "'endif' command matched by 'endfor'", {"", 3, 7}},
         {"tidy", "the function in line 4 of tidy.m has no 'end'", {"tidy.m", 4, 1}},
     };

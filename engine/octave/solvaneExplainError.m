@@ -1,0 +1,89 @@
+% An error's message in terms of the user's files, with what probably caused it.
+%   calls: the error's place and the lines that led there, innermost first
+%   hidden: the part of the script that Octave leaves out; empty for none
+%   isKnown: the message explains that part, or Octave could not read the script at all
+% Everything that this calls is built in, or among the handles of `tools`: the script may have changed the path.
+
+function [message, calls, isKnown] = solvaneExplainError (message, calls, folder, hidden, path, tools)
+  mlock (); % each run forgets the other functions, and would read this one again
+  found = regexp (message, '^parse error near line (\d+) of file ([^\n]*)', "tokens", "once");
+  isKnown = ! isempty (found);
+  if (isKnown)
+    [message, place] = parseError (message, found{2}, str2double (found{1}), folder, tools);
+    calls = [place; calls(:)];
+  else
+    [message, calls, isKnown] = undefinedName (message, calls, folder, hidden, path, tools);
+  end
+end
+
+% Of a statement in several lines, the stack has the first; the message has the name's. It does not say in which file,
+% and in another one its line is no help. A function of that name in the hidden part of the script is the one that is meant;
+% otherwise the name may be that of a command with a mistake.
+function [message, calls, isHidden] = undefinedName (message, calls, folder, hidden, path, tools)
+  isHidden = false;
+  found = regexp (message, "^('([^']+)' undefined) near line (\\d+),? column (\\d+)$", "tokens", "once");
+  if (isempty (found) || isempty (calls))
+    return;
+  end
+  [message, name, line, column] = {found{1:2}, str2double(found{3}), str2double(found{4})}{:};
+  script = tools.read (calls(1).file);
+  starts = [0 find(script == "\n")];
+  if (line <= numel (starts) && strncmp (script(min (starts(line)+column, end):end), name, numel (name)))
+    calls(1).line = line;
+    calls(1).column = column;
+    [~, ~, place] = tools.place (calls(1).file, line, folder);
+    message = [message " in " place];
+  end
+  pattern = ['^[ \t]*function\>[^\n(]*\<' name '\>'];
+  isHidden = (! isempty (hidden) && ! isempty (regexp (hidden.rest, pattern, "once", "lineanchors")));
+  if (isHidden)
+    message = [hidden.text " and hides what follows: " message];
+    place = struct ("file", [folder "unitCalc.m"], "name", "", "line", hidden.line, "column", hidden.column);
+    calls = [place; calls(:)];
+  elseif (! isempty (command = meantCommand (name, path, tools.link)))
+    message = [message "; did you mean '" command "'?"];
+  end
+end
+
+% The function for scripts that has nearly this name; empty if none has.
+function meant = meantCommand (name, path, link)
+  meant = "";
+  one = "getFeedProp.m";
+  file = file_in_path (path, one);
+  if (! isempty (file))
+    commands = regexprep (glob ([file(1:end-numel(one)) "[a-z]*.m"]), '^.*[/\\]|\.m$', "");
+    meant = link ("meant", name, sprintf ("%s ", commands{:}));
+  end
+end
+
+% Octave notices most mistakes of a syntax after their place, and some only at the end of the file. Without a better
+% explanation, the message has the line of the script that Octave shows.
+function [message, place] = parseError (message, file, line, folder, tools)
+  [name, ~, where] = tools.place (file, line, folder);
+  place = struct ("file", file, "name", "", "line", line, "column", 0);
+  reason = regexp (message, '\n\s*([^\n>][^\n]*)', "tokens", "once");
+  shown = regexp (message, '\n>>> ([^\n]*)\n( *)\^', "tokens", "once");
+  if (! isempty (shown))
+    place.column = numel (shown{2}) + 1 - numel (">>> ");
+    stray = tools.strayCharacter (shown{1}, place.column);
+    if (! isempty (stray))
+      message = ["parse error: " sprintf(stray, where)];
+      return;
+    end
+  end
+  finding = tools.unclosed (tools.read (file), message, line, isempty (name));
+  if (! isempty (finding))
+    place.line = finding.line;
+    place.column = finding.column;
+    [~, ~, where] = tools.place (file, finding.line, folder);
+    message = ["parse error: " sprintf(finding.text, where)];
+    return;
+  end
+  message = ["parse error in " where];
+  if (! isempty (reason) && ! strcmp (reason{1}, "syntax error"))
+    message = [message ": " reason{1}];
+  end
+  if (! isempty (shown))
+    message = [message ": " regexprep(shown{1}, '^\s+|\s+$', "")];
+  end
+end
