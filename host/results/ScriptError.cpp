@@ -3,14 +3,30 @@
 #include "channel/ErrorStack.h"
 
 #include <algorithm>
+#include <array>
 #include <regex>
 #include <span>
+#include <sstream>
 
 namespace solvane::host {
 
 namespace {
 
 constexpr std::string_view errorMarker = "Evaluation error: ";
+
+/// What the engine warns of, by the ends of the lines. A script's own warnings may be meant.
+struct EnginesWarning {
+    std::string_view end;
+    const char* remedy;
+};
+
+constexpr std::array enginesWarnings{
+    EnginesWarning{"which nothing calls, and what follows it never runs",
+                   "write its statements before it, outside of any function, or call it there"},
+    EnginesWarning{"and what follows it never runs", "close or remove it"},
+    EnginesWarning{"is not a number, but is read as one",
+                   "correct the file, or skip headers: csvread(file, rows, columns)"},
+};
 
 std::string_view withoutBlanks(std::string_view line) {
     const std::size_t begin = std::min(line.find_first_not_of(" \t\r"), line.size());
@@ -87,16 +103,17 @@ std::string printedByScript(const UnitResult& unit) {
     return end == text.npos || end <= line ? "" : std::string(text.substr(line + 1, end - line - 1));
 }
 
-std::string hiddenPartWarning(const UnitResult& unit) {
+std::vector<ScriptWarning> scriptWarnings(const UnitResult& unit) {
     constexpr std::string_view begin = "warning: ";
-    constexpr std::string_view end = ", and what follows it never runs";
+    std::vector<ScriptWarning> warnings;
     const ReportResult* output = outputOf(unit);
-    const std::string_view text = output ? output->text : std::string_view();
-    const std::size_t last = text.rfind(std::string(end) + "\n" + outputEnd);
-    const std::size_t first = last == text.npos ? last : text.rfind(begin, last);
-    if (first == text.npos)
-        return {};
-    return std::string(text.substr(first, last + end.size() - first).substr(begin.size()));
+    std::istringstream lines(output ? output->text : std::string());
+    for (std::string line; std::getline(lines, line);)
+        if (const auto known = std::ranges::find_if(
+                enginesWarnings, [&](const auto& one) { return withoutBlanks(line).ends_with(one.end); });
+            known != enginesWarnings.end() && line.starts_with(begin))
+            warnings.push_back({std::string(withoutBlanks(line).substr(begin.size())), known->remedy});
+    return warnings;
 }
 
 std::string placeText(const ScriptError& error) {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace solvane::host {
 
@@ -18,9 +19,14 @@ bool hasScriptEnded(const UnitResult& unit);
 /// What the script of the unit printed before it ended. Empty if it never ran, or was lost.
 std::string printedByScript(const UnitResult& unit);
 
-/// The engine's warning that the end of the script never ran, without the word "warning". Empty if there is
-/// none.
-std::string hiddenPartWarning(const UnitResult& unit);
+/// What the engine warns of in a script that ran.
+struct ScriptWarning {
+    std::string text; ///< without the word "warning"
+    std::string remedy;
+};
+
+/// In the order in which they are printed. Matlab prints none of them.
+std::vector<ScriptWarning> scriptWarnings(const UnitResult& unit);
 
 /// "drum.m:12:5"
 std::string placeText(const ScriptError& error);

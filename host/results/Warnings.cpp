@@ -71,8 +71,8 @@ constexpr char balanceRemedy[] = "compare the script's balance with its equation
 
 void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
                  std::span<const StreamResult* const> products, std::vector<Warning>& warnings) {
-    if (std::string hidden = hiddenPartWarning(unit); !hidden.empty())
-        warnings.push_back({unit.name, "script", std::move(hidden), "close or remove it"});
+    for (ScriptWarning& warning : scriptWarnings(unit))
+        warnings.push_back({unit.name, "script", std::move(warning.text), std::move(warning.remedy)});
     const double lowestFeedPressure =
         feeds.empty() ? 0 : (*std::ranges::min_element(feeds, {}, &StreamResult::pressure))->pressure;
     for (const StreamResult* product : products)

@@ -240,13 +240,16 @@ expect_text (errors, 'the name of the file "größe.txt" has letters beyond ASCI
 
 % Implausible results are reported, and the run succeeds.
 write (file ('odd.json'), strrep (written_text, '"script": "drum.m"', ['"script": ["for i = 1:2", ' ...
-  '"setProduct(i, 1, [0.5 0 0 0 0.4], ''temperature'', 300, ''pressure'', 1e5);", "end", "%{"]']));
+  '"setProduct(i, 1, [0.5 0 0 0 0.4], ''temperature'', 300, ''pressure'', 1e5);", "end", ' ...
+  '"x = csvread(''odd.csv'');", "%{"], "files": ["odd.csv"]']));
+write (file ('odd.csv'), "1,x\n");
 shown = host (0, 'run', file ('odd.json'));
 expect_text (shown, 'Drum, stream Vapor: the mole fractions sum to 0.9, not to 1');
 expect_text (shown, 'Drum, parameter duty: the output has no value');
-expect_text (shown, 'Drum, script: the block comment that starts in line 4 is not closed, and what follows it never runs');
+expect_text (shown, 'Drum, script: the block comment that starts in line 5 is not closed, and what follows it never runs; close');
+expect_text (shown, 'Drum, script: "x" in line 1 of odd.csv is not a number, but is read as one; correct the file');
 result = run_case (file ('odd.json'));
-if (! isequal ({result.warnings.subject}, {'script', 'stream Vapor', 'stream Liquid', 'parameter duty', 'balance'}))
+if (! isequal ({result.warnings.subject}, {'script', 'script', 'stream Vapor', 'stream Liquid', 'parameter duty', 'balance'}))
   error ('the warnings are %s', jsonencode (result.warnings));
 end
 

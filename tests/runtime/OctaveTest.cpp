@@ -72,16 +72,39 @@ TEST_F(OctaveRun, reportsErrorsOfTheScriptToTheHost) {
     rewrite(unit, bag, "try; getParameter('Duty'); catch; disp('caught'); end\n");
     EXPECT_EQ(unit.calculate(), S_OK);
     EXPECT_EQ(unit.output(), L"MATLAB output:\ncaught\nMATLAB done\n");
-    rewrite(unit, bag, "if true\n x = 1;\nend\nend\ndisp(1)\n");
-    EXPECT_EQ(unit.calculate(), S_OK);
-    EXPECT_EQ(unit.output(),
-              L"MATLAB output:\nwarning: 'end' in line 4 ends no block, and what follows it never runs\n"
-              L"MATLAB done\n");
-    rewrite(unit, bag, "f(1)\nend\n% its own\nfunction f(x)\nwarning('hot')\nend\n");
-    EXPECT_EQ(unit.calculate(), S_OK);
-    EXPECT_EQ(unit.output(),
-              L"MATLAB output:\nwarning: hot\nwarning: called from\n    script at line 5 column 1\n"
-              L"    script at line 1 column 1\n\nMATLAB done\n");
+}
+
+TEST_F(OctaveRun, warnsInTermsOfTheScript) {
+    ModelBag bag;
+    const HostedUnit unit = createUnit(bag.script(""));
+    const char* const table = "T,P\n1,2e5\n3,1.5 bar\n";
+    const struct {
+        const char* script;
+        const char* printed;
+    } rows[] = {
+        {"if true\n x = 1;\nend\nend\ndisp(1)\n",
+         "warning: 'end' in line 4 ends no block, and what follows it never runs\n"},
+        {"% all of it\n\nfunction y = f(x)\ny = x;\n", "warning: the script begins with the function in line "
+                                                       "3, which nothing calls, and what follows it never "
+                                                       "runs\n"},
+        {"f(1)\nend\n% its own\nfunction f(x)\nwarning('hot')\nend\n",
+         "warning: hot\nwarning: called from\n    script at line 5 column 1\n    script at line 1 column "
+         "1\n\n"},
+        {"try, x = 1;\n nosuch; catch e, disp(e.message), end\n", "'nosuch' undefined in line 2\n"},
+        {"x = csvread('t.csv'); disp(x(1,2))\n",
+         "warning: \"T\" in line 1 of t.csv is not a number, but is read as one\n0\n"},
+        {"x = dlmread('t.csv', ',', 1, 0); disp(x(1,2))\n",
+         "warning: \"1.5 bar\" in line 3 of t.csv is not a number, but is read as one\n200000\n"},
+        {"x = dlmread('t.csv', ',', [1 0 1 1]); x = dlmread('t.csv', 'emptyvalue', NaN);\n", ""},
+        {"x = dlmread('p.csv', ';'); x = dlmread('p.csv');\n",
+         "warning: \"2,5\" in line 1 of p.csv is not a number, but is read as one\n"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(unit.load(ModelBag().script(row.script).file("t.csv", table).file("p.csv", "1;2,5\n")),
+                  S_OK);
+        EXPECT_EQ(unit.calculate(), S_OK) << row.script << narrow(unit.errorDescription());
+        EXPECT_EQ(narrow(unit.output()), std::string("MATLAB output:\n") + row.printed + "MATLAB done\n");
+    }
 }
 
 TEST_F(OctaveRun, reportsTheCauseOfFailuresOutsideTheScript) {
