@@ -9,7 +9,7 @@
 #include "BlockText.h"
 #include "Commands.h"
 #include "channel/ChannelFrame.h"
-#include "channel/MeantName.h"
+#include "channel/Hints.h"
 
 #include <algorithm>
 #include <exception>

@@ -1,7 +1,7 @@
 #include "KnownNames.h"
 
 #include "channel/FlashProperties.h"
-#include "channel/MeantName.h"
+#include "channel/Hints.h"
 #include "channel/PropertyTables.h"
 
 #include <algorithm>

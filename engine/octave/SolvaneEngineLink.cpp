@@ -20,7 +20,7 @@
 
 #include "FolderWatch.h"
 #include "ProcessGroup.h"
-#include "channel/MeantName.h"
+#include "channel/Hints.h"
 #include "link/EngineClient.h"
 #include "mex/MexFunctions.h"
 

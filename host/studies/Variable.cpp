@@ -3,7 +3,7 @@
 #include "cases/NameList.h"
 #include "cases/ParameterRules.h"
 #include "cases/UnitOfMeasure.h"
-#include "channel/MeantName.h"
+#include "channel/Hints.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 #include "UnitCommands.h"
 #include "channel/ChannelFrame.h"
 #include "channel/CommandCode.h"
-#include "channel/MeantName.h"
+#include "channel/Hints.h"
 #include "com/Failure.h"
 #include "com/Text.h"
 #include "thermo/CalculationRun.h"

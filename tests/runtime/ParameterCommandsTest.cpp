@@ -1,7 +1,7 @@
 // getParameter and setParameter, called by a client in place of the gateway.
 
 #include "RuntimeTest.h"
-#include "channel/MeantName.h"
+#include "channel/Hints.h"
 #include "com/VariantArray.h"
 
 #include <cmath>

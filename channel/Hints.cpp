@@ -1,4 +1,4 @@
-#include "MeantName.h"
+#include "Hints.h"
 
 #include <algorithm>
 #include <cstdint>
