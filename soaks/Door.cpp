@@ -44,7 +44,7 @@ LONG CALLBACK tellCrash(EXCEPTION_POINTERS* crash) {
 /// Ends the process where one input takes too long.
 class HangWatch {
 public:
-    HangWatch() : thread_([this](std::stop_token stop) { watch(stop); }) {}
+    HangWatch() : thread_([this](const std::stop_token& stop) { watch(stop); }) {}
 
     void begin() { began_ = Clock::now().time_since_epoch().count(); }
 
