@@ -1,5 +1,6 @@
 #include "TranslatedScripts.h"
 
+#include "FileAge.h"
 #include "com/Handle.h"
 #include "com/Text.h"
 
@@ -23,12 +24,12 @@ std::uint64_t timeOf(const FILETIME& time) {
     return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
 }
 
-/// Whether a file written now would have a later time, on a file system that keeps two seconds.
+/// Whether a file written now would have a later time.
 bool isOld(std::uint64_t written) {
-    constexpr std::uint64_t twoSeconds = 20'000'000;
+    using Ticks = std::chrono::duration<std::uint64_t, std::ratio<1, 10'000'000>>;
     FILETIME now;
     GetSystemTimeAsFileTime(&now);
-    return written + twoSeconds < timeOf(now);
+    return written + Ticks(fileTimeStep).count() < timeOf(now);
 }
 
 std::string readAll(const std::wstring& path) {

@@ -1,6 +1,6 @@
 #include "FolderWatch.h"
 
-#include <chrono>
+#include "engine/FileAge.h"
 
 namespace solvane::engine {
 
@@ -8,9 +8,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// File systems may keep times as coarse as this: what was written so shortly before it was read may have
-/// been written again since.
-constexpr std::chrono::seconds resolution(1);
 constexpr char separator = fs::path::preferred_separator == '/' ? ':' : ';';
 
 /// Calls `use` with each entry of the folder that can be read.
@@ -33,8 +30,8 @@ fs::file_time_type timeOf(const fs::path& path) {
     return fs::last_write_time(path, fault);
 }
 
-std::map<fs::path, fs::file_time_type> filesIn(const fs::path& folder) {
-    std::map<fs::path, fs::file_time_type> times;
+FileTimes filesIn(const fs::path& folder) {
+    FileTimes times;
     forEachEntry(folder, [&](const fs::directory_entry& entry) {
         times[entry.path().filename()] = timeOf(entry.path());
     });
@@ -68,7 +65,7 @@ void FolderWatch::add(const fs::path& folder) {
 }
 
 bool FolderWatch::isOld(fs::file_time_type written) const {
-    return written + resolution <= read_;
+    return written + fileTimeStep <= read_;
 }
 
 bool FolderWatch::isUpToDate(const fs::path& folder, std::string_view path,
@@ -81,7 +78,7 @@ bool FolderWatch::isUpToDate(const fs::path& folder, std::string_view path,
     for (const auto& [one, written] : folders_)
         if (!isOld(written) || timeOf(one) != written)
             return false;
-    Times files = filesIn(folder_);
+    FileTimes files = filesIn(folder_);
     for (const auto& [name, written] : files) {
         const auto known = files_.find(name);
         if (known != files_.end() && known->second == written && isOld(written))

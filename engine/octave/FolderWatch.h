@@ -9,6 +9,9 @@
 
 namespace solvane::engine {
 
+/// When files and folders were last written.
+using FileTimes = std::map<std::filesystem::path, std::filesystem::file_time_type>;
+
 /// Octave lists all folders of its path, and asks for the state of each file in them, whenever it changes its
 /// folder, even to the one in which it is: that takes longer than all else of a short run.
 class FolderWatch {
@@ -23,8 +26,6 @@ public:
                                   std::vector<std::string>& changed);
 
 private:
-    using Times = std::map<std::filesystem::path, std::filesystem::file_time_type>;
-
     void add(const std::filesystem::path& folder);
     bool isOld(std::filesystem::file_time_type written) const;
 
@@ -32,8 +33,8 @@ private:
     std::filesystem::path folder_;
     bool hasSubfolders_ = false; ///< of functions, in `folder_`
     std::filesystem::file_time_type read_{};
-    Times folders_;
-    Times files_; ///< in `folder_`
+    FileTimes folders_;
+    FileTimes files_; ///< in `folder_`
 };
 
 } // namespace solvane::engine
