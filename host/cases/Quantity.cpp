@@ -5,7 +5,10 @@
 
 namespace solvane::host {
 
-bool parseQuantity(std::string_view text, Quantity& quantity, std::string& error) {
+namespace {
+
+/// `known` are units for the message about an unknown one.
+bool parseQuantity(std::string_view text, const std::string& known, Quantity& quantity, std::string& error) {
     const std::string quoted = "\"" + std::string(text) + "\"";
     double number = 0;
     const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -17,19 +20,27 @@ bool parseQuantity(std::string_view text, Quantity& quantity, std::string& error
     }
     const auto measure = parseUnit(unit);
     if (!measure) {
-        error = quoted + " has an unknown unit";
+        const std::string meant = meantUnit(unit);
+        error = quoted + " has an unknown unit; " +
+                (meant.empty() ? "expected a unit such as " + known : "did you mean \"" + meant + "\"?");
         return false;
     }
     quantity = {measure->toSi(number), std::string(unit), *measure};
     return true;
 }
 
+} // namespace
+
+bool parseQuantity(std::string_view text, Quantity& quantity, std::string& error) {
+    return parseQuantity(text, "mol/s, kmol/h, kg/s, t/h, bar, degC", quantity, error);
+}
+
 bool parseQuantity(std::string_view text, std::span<const double> dimensionality, Quantity& quantity,
                    std::string& error) {
-    if (!parseQuantity(text, quantity, error))
+    const std::string known = unitsOfDimension(dimensionality);
+    if (!parseQuantity(text, known, quantity, error))
         return false;
     if (!isSameDimension(quantity.measure.exponents, dimensionality)) {
-        const std::string known = unitsOfDimension(dimensionality);
         error = "\"" + std::string(text) + "\" has the wrong dimension; " +
                 (known.empty() ? "expected a plain number" : "expected a unit such as " + known);
         return false;

@@ -1,6 +1,8 @@
 #include "UnitOfMeasure.h"
 
 #include "NumberText.h"
+#include "ParameterRules.h"
+#include "channel/Hints.h"
 
 #include <algorithm>
 #include <array>
@@ -126,6 +128,33 @@ bool addFactor(std::string_view factor, double sign, UnitOfMeasure& unit) {
     return true;
 }
 
+/// Units that are often written otherwise, and too short to be recognized.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 9> otherSymbols{{
+    {"C", "degC"},
+    {"\u00b0C", "degC"},
+    {"F", "degF"},
+    {"\u00b0F", "degF"},
+    {"R", "degR"},
+    {"l", "L"},
+    {"hr", "h"},
+    {"sec", "s"},
+    {"ata", "atm"},
+}};
+
+/// The symbol that is probably meant; empty if none is close.
+std::string closestSymbol(std::string_view symbol) {
+    for (const auto& [other, known] : otherSymbols)
+        if (symbol == other)
+            return std::string(known);
+    std::vector<std::string> symbols;
+    for (const Symbol& unit : units) {
+        if (isSameName(symbol, unit.symbol))
+            return std::string(unit.symbol);
+        symbols.emplace_back(unit.symbol);
+    }
+    return closestName(symbols, symbol);
+}
+
 Exponents allExponents(std::span<const double> exponents) {
     Exponents padded{};
     std::ranges::copy(exponents.first(std::min(exponents.size(), dimensionCount)), padded.begin());
@@ -156,6 +185,25 @@ std::optional<UnitOfMeasure> parseUnit(std::string_view text) {
         place = end;
     }
     return any ? std::optional(std::move(unit)) : std::nullopt;
+}
+
+std::string meantUnit(std::string_view unit) {
+    std::string meant;
+    while (!unit.empty()) {
+        const std::size_t end = std::min(unit.find_first_of(" /"), unit.size());
+        const std::string_view factor = unit.substr(0, end);
+        if (!factor.empty() && !parseUnit(factor)) {
+            const std::string symbol = closestSymbol(factor);
+            if (symbol.empty())
+                return {};
+            meant += symbol;
+        } else {
+            meant += factor;
+        }
+        meant += unit.substr(end, 1);
+        unit.remove_prefix(std::min(end + 1, unit.size()));
+    }
+    return parseUnit(meant) ? meant : "";
 }
 
 std::string unitText(std::span<const double> exponents) {

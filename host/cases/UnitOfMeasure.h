@@ -26,6 +26,9 @@ struct UnitOfMeasure {
 /// factor after it. Nothing for an unknown unit, and for a scale with a zero of its own inside a larger unit.
 std::optional<UnitOfMeasure> parseUnit(std::string_view unit);
 
+/// What an unknown unit probably means: that with the closest known factors. Empty if one has none.
+std::string meantUnit(std::string_view unit);
+
 /// The SI unit with these exponents, preferably one of the usual ones. Empty if all are 0 or none is given.
 std::string unitText(std::span<const double> exponents);
 
