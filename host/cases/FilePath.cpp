@@ -23,4 +23,11 @@ std::string pathText(const std::filesystem::path& path) {
     return narrow(path.wstring(), CP_UTF8);
 }
 
+std::string pathFromHere(const std::filesystem::path& path) {
+    std::error_code fault;
+    const std::filesystem::path here = std::filesystem::current_path(fault);
+    return narrow(std::filesystem::absolute(path, fault).lexically_proximate(here).generic_wstring(),
+                  CP_UTF8);
+}
+
 } // namespace solvane::host

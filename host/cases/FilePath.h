@@ -12,6 +12,9 @@ std::filesystem::path filePath(std::string_view path);
 /// The path as text for messages, UTF-8.
 std::string pathText(const std::filesystem::path& path);
 
+/// The same as from the current folder, with slashes, as editors on any system find it.
+std::string pathFromHere(const std::filesystem::path& path);
+
 /// Reads the whole file; false with a text that names it.
 bool readFile(const std::filesystem::path& path, std::string& bytes, std::string& error);
 

@@ -21,7 +21,7 @@ void printOutcome(const CheckOutcome& outcome) {
         print(stdout, "ok       " + outcome.summary + "\n");
     for (std::size_t i = 0; i < outcome.findings.size(); ++i) {
         const CheckFinding& finding = outcome.findings[i];
-        print(stdout, (i > 0 ? padded("", nameWidth) : "") + "FOUND    " + finding.text + "\n" +
+        print(stdout, (i > 0 ? padded("", nameWidth) : "") + "FOUND    " + visible(finding.text) + "\n" +
                           padded("", nameWidth) + "to do    " + finding.remedy + "\n");
     }
 }

@@ -9,13 +9,28 @@ void print(std::FILE* stream, std::string_view text) {
     std::fflush(stream);
 }
 
+std::string visible(std::string_view text) {
+    std::string shown;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        const bool isLineEnd = c == '\n' || text.substr(i, 2) == "\r\n";
+        if (static_cast<unsigned char>(c) >= ' ' || c == '\t' || isLineEnd)
+            shown += c;
+        else if (c == '\r')
+            shown += "\\r";
+        else
+            shown += {'\\', 'x', "0123456789ABCDEF"[c / 16], "0123456789ABCDEF"[c % 16]};
+    }
+    return shown;
+}
+
 std::string padded(std::string text, std::size_t width) {
     text.resize(std::max(text.size(), width), ' ');
     return text;
 }
 
 ExitCode complain(ExitCode code, const std::string& error) {
-    print(stderr, "error: " + error + "\n");
+    print(stderr, "error: " + visible(error) + "\n");
     return code;
 }
 
@@ -28,7 +43,7 @@ ExitCode complain(Fault fault, const std::string& error) {
 }
 
 void printUnitLine(std::string_view unit, std::string_view line) {
-    print(stderr, "[" + std::string(unit) + "] " + std::string(line) + "\n");
+    print(stderr, "[" + std::string(unit) + "] " + visible(line) + "\n");
 }
 
 } // namespace solvane::host

@@ -23,6 +23,10 @@ inline constexpr char exitCodesText[] =
 /// Texts are UTF-8.
 void print(std::FILE* stream, std::string_view text);
 
+/// The text with its control characters as escapes, except line ends and tabs: a terminal would carry them
+/// out.
+std::string visible(std::string_view text);
+
 /// The text with blanks up to the width of its column.
 std::string padded(std::string text, std::size_t width);
 

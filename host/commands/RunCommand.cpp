@@ -76,7 +76,7 @@ void printFailure(RunResults& results, bool verbose, std::string& error) {
     const std::optional<ScriptError>& script = results.failure->scriptError;
     if (!script)
         return;
-    print(stderr, (text.empty() ? "" : "\n") + scriptErrorLine(*script) + "\n");
+    print(stderr, (text.empty() ? "" : "\n") + visible(scriptErrorLine(*script)) + "\n");
     for (const std::string& caller : script->callers)
         print(stderr, "    called from " + caller + "\n");
     constexpr std::string_view failed = "Calculate failed";
@@ -129,6 +129,7 @@ StopReason calculate(const RunOptions& options, const TableUnits& units, const C
     if (adjustment ? runToTarget(flowsheet, *adjustment, results, error, watch)
                    : runCase(flowsheet, printUnitLine, results, error, &watch))
         return StopReason::none;
+    print(stderr, warningLines(results.warnings));
     printFailure(results, options.verbose, error);
     printConvergence(stderr, results);
     error.insert(0, options.casePath + ": ");

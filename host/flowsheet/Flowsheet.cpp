@@ -46,11 +46,12 @@ bool runUnit(ICapeUnit* unit, const UnitSession& session, const std::vector<Conn
     return calculated && read;
 }
 
-/// Leaves nothing of an earlier calculation of the units.
+/// Leaves nothing of an earlier calculation of the units, only what the case itself shows.
 void clearUnits(const Case& flowsheet, RunResults& results) {
     results.streams.clear();
     results.balances.clear();
     results.warnings.clear();
+    addFeedWarnings(flowsheet, results.warnings);
     results.units.clear();
     for (const UnitCase& unit : flowsheet.units) {
         UnitResult& result = results.units.emplace_back();

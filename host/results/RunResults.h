@@ -97,6 +97,7 @@ struct LogLine {
 struct ScriptError {
     /// The script's file, or an additional file; "script" for one without a file of its own.
     std::string file;
+    std::string path{}; ///< where that file was found, from the current folder; empty for one without a path
     long line = 0;
     long column = 0; ///< 0 if it is not known
     std::string message;

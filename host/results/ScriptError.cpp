@@ -1,5 +1,6 @@
 #include "ScriptError.h"
 
+#include "cases/FilePath.h"
 #include "channel/ErrorStack.h"
 
 #include <algorithm>
@@ -64,6 +65,14 @@ const ReportResult* outputOf(const UnitResult& unit) {
     return output == unit.reports.end() ? nullptr : &*output;
 }
 
+/// Null for a file that is not the model's.
+const ModelFile* fileOf(const UnitModel& model, const ErrorPlace& place) {
+    if (place.isInScript())
+        return &model.script;
+    const auto file = std::ranges::find(model.files, place.file, &ModelFile::name);
+    return file == model.files.end() ? nullptr : &*file;
+}
+
 } // namespace
 
 std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResults& results) {
@@ -76,9 +85,13 @@ std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResul
         return std::nullopt;
     const auto* model = std::get_if<UnitModel>(
         &flowsheet.units.at(static_cast<std::size_t>(unit - results.units.begin())).model);
-    const std::string script = model && !model->script.name.empty() ? model->script.name : "script";
     const auto errorAt = [&](const ErrorPlace& place) {
-        return ScriptError{place.isInScript() ? script : place.file, place.line, place.column, {}};
+        ScriptError one{place.isInScript() ? "script" : place.file, {}, place.line, place.column, {}};
+        if (const ModelFile* file = model ? fileOf(*model, place) : nullptr; file && !file->name.empty()) {
+            one.file = file->name;
+            one.path = file->path.empty() ? "" : pathFromHere(file->path);
+        }
+        return one;
     };
     ScriptError error = errorAt(stack.front());
     error.message = messageIn(output->text);
@@ -117,7 +130,7 @@ std::vector<ScriptWarning> scriptWarnings(const UnitResult& unit) {
 }
 
 std::string placeText(const ScriptError& error) {
-    return error.file + ":" + std::to_string(error.line) +
+    return (error.path.empty() ? error.file : error.path) + ":" + std::to_string(error.line) +
            (error.column > 0 ? ":" + std::to_string(error.column) : "");
 }
 

@@ -28,7 +28,7 @@ struct ScriptWarning {
 /// In the order in which they are printed. Matlab prints none of them.
 std::vector<ScriptWarning> scriptWarnings(const UnitResult& unit);
 
-/// "drum.m:12:5"
+/// "drum.m:12:5", with the path from the current folder
 std::string placeText(const ScriptError& error);
 
 /// "drum.m:12:5: message", as editors and build tools read it.

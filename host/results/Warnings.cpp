@@ -63,6 +63,22 @@ std::optional<StreamFault> pressureFault(const StreamResult& stream, double lowe
                        "pressures are in Pa: 1 bar is 1e5 Pa"};
 }
 
+/// A state of a feed, as a case states it.
+struct FeedNumber {
+    const char* name;
+    std::optional<double> FeedStream::* value;
+    std::string FeedStream::* unit;
+    const char* siUnit;
+    double least;
+    double most;
+    const char* usualUnit;
+};
+
+constexpr std::array feedNumbers{
+    FeedNumber{"temperature", &FeedStream::temperature, &FeedStream::temperatureUnit, "K", 100, 5000, "degC"},
+    FeedNumber{"pressure", &FeedStream::pressure, &FeedStream::pressureUnit, "Pa", 1e3, 1e12, "bar"},
+};
+
 constexpr std::array streamRules{compositionFault, flowFault, temperatureFault, pressureFault};
 
 constexpr char balanceRemedy[] = "compare the script's balance with its equations";
@@ -98,6 +114,26 @@ void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const
                                     number(element.moles.in) + " mol/s of " + element.symbol + " go in and " +
                                         number(element.moles.out) + " mol/s come out",
                                     balanceRemedy});
+}
+
+void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings) {
+    for (const UnitCase& unit : flowsheet.units)
+        for (const PortConnection& port : unit.feeds) {
+            const auto feed = std::ranges::find(flowsheet.feeds, port.stream, &FeedStream::name);
+            if (feed == flowsheet.feeds.end())
+                continue;
+            for (const FeedNumber& one : feedNumbers) {
+                const std::optional<double>& value = (*feed).*one.value;
+                if (!value || !((*feed).*one.unit).empty() || (*value >= one.least && *value <= one.most))
+                    continue;
+                const std::string shown = number(*value);
+                warnings.push_back(
+                    {unit.name, "stream " + feed->name,
+                     std::string("the ") + one.name + ", " + shown + ", has no unit and is read as " + shown +
+                         " " + one.siUnit,
+                     std::string("state its unit, as in \"") + shown + " " + one.usualUnit + "\""});
+            }
+        }
 }
 
 } // namespace solvane::host

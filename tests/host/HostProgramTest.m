@@ -257,10 +257,14 @@ end
 write (file ('calls.m'), "disp('reads')\n\nT = tidy (1);\n");
 write (file ('tidy.m'), "function y = tidy (x)\ny = x + nosuch;\n");
 write (file ('wrong.json'), strrep (written_text, '"script": "drum.m"', '"script": "calls.m", "files": ["tidy.m"]'));
-errors = expect_failure (1, 'Calculate failed at tidy.m:2:9', 'run', file ('wrong.json'));
+back = pwd ();
+cd (folder);
+errors = expect_failure (1, 'Calculate failed at tidy.m:2:9', 'run', 'wrong.json');
+cd (back);
 expect_text (errors, "Report: Matlab Output\nreads\n\ntidy.m:2:9: 'nosuch' undefined\n    called from calls.m:3:3\nerror: ");
-errors = expect_failure (1, 'Calculate failed at tidy.m:2:9', 'run', file ('wrong.json'), '--verbose');
-expect_text (errors, sprintf ("MATLAB done\nat tidy.m line 2, column 9\nat script line 3, column 3\n"));
+write (file ('tidy.m'), "function y = tidy (x)\nerror(\"no data\\rates.m\");\n");
+errors = expect_failure (1, '/tidy.m:2:1: no data\rates.m', 'run', file ('wrong.json'), '--verbose');
+expect_text (errors, sprintf ("MATLAB done\nat tidy.m line 2, column 1\nat script line 3, column 3\n"));
 
 % A strict material has no phase before a flash, and its message says what to do.
 write (file ('strict.json'), strrep (written_text, '"script": "drum.m"', ...

@@ -175,18 +175,21 @@ TEST(Balances, coverMassMolesAndEnthalpy) {
     const StreamResult shifted{"out", 700, 1e5, 2, {0.25, 0.25, 0.25, 0.25}, 1, 9e3, -2e5 + 50};
     const StreamResult half{"half", 600, 1e5, 1, {0.5, 0.5, 0, 0}, 1, 1e3, -2e5};
     const auto table = [&](std::vector<const StreamResult*> products) {
-        return columns(balanceTable(balanceOf("R", compounds, std::array{&syngas}, products), TableUnits()));
+        const Balance balance = balanceOf("R", compounds, std::array{&syngas}, products);
+        return columns(balanceTable(balance, TableUnits())) + balanceNote(balance);
     };
     EXPECT_EQ(table({&half, &half}), "Balance              in     out  out - in\n"
                                      "Mass      kg/s   0.0460  0.0460    0.0000\n"
                                      "Moles     mol/s  2.0000  2.0000    0.0000\n"
                                      "Enthalpy  kW     2.0000  2.0000    0.0000\n");
-    EXPECT_EQ(table({&shifted}), "Balance                 in        out  out - in\n"
-                                 "Mass      kg/s      0.0460     0.0460    0.0000\n"
-                                 "Enthalpy  kW     -400.0000  -399.9000    0.1000\n"
-                                 "C         mol/s     1.0000     1.0000    0.0000\n"
-                                 "O         mol/s     2.0000     2.0000    0.0000\n"
-                                 "H         mol/s     2.0000     2.0000    0.0000\n");
+    EXPECT_EQ(table({&shifted}),
+              "Balance                 in        out  out - in\n"
+              "Mass      kg/s      0.0460     0.0460    0.0000\n"
+              "Enthalpy  kW     -400.0000  -399.9000    0.1000\n"
+              "C         mol/s     1.0000     1.0000    0.0000\n"
+              "O         mol/s     2.0000     2.0000    0.0000\n"
+              "H         mol/s     2.0000     2.0000    0.0000\n"
+              "The unit reacts: its enthalpies include those of formation, the streams' do not.");
 }
 
 TEST(Warnings, reportImplausibleResults) {
@@ -229,6 +232,25 @@ TEST(Warnings, reportImplausibleResults) {
               "script's balance with its equations\n");
 }
 
+TEST(Warnings, nameFeedsThatLookLikeThoseOfAnotherUnit) {
+    Case flowsheet;
+    flowsheet.feeds = {
+        {.name = "bar", .temperature = 25.5, .pressure = 12},
+        {.name = "stated", .temperature = 25, .pressure = 12, .temperatureUnit = "K", .pressureUnit = "Pa"},
+        {.name = "usual", .pressure = 1e3, .vaporFraction = 1}};
+    flowsheet.units = {
+        {.name = "Drum", .feeds = {{"1", "bar"}, {"2", "stated"}, {"3", "usual"}, {"4", "tear"}}}};
+    std::vector<Warning> warnings;
+    addFeedWarnings(flowsheet, warnings);
+    EXPECT_EQ(
+        warningLines(warnings),
+        "warning: Drum, stream bar: the temperature, 25.5, has no unit and is read as 25.5 K; state its "
+        "unit, as in \"25.5 degC\"\n"
+        "warning: Drum, stream bar: the pressure, 12, has no unit and is read as 12 Pa; state its unit, as "
+        "in "
+        "\"12 bar\"\n");
+}
+
 TEST(ScriptErrors, readAsEditorsExpect) {
     Case flowsheet;
     flowsheet.units.resize(1);
@@ -245,6 +267,11 @@ TEST(ScriptErrors, readAsEditorsExpect) {
     flowsheet.units[0].model = UnitModel{.script = {.name = "drum.m"}};
     EXPECT_EQ(lineFor("'x' undefined in line 12\nMATLAB done\nat script line 12, column 5\n"),
               "drum.m:12:5: 'x' undefined");
+    flowsheet.units[0].model =
+        UnitModel{.script = {"drum.m", "", "cases\\a\\drum.m"},
+                  .files = {{"tidy.m", "", std::filesystem::current_path() / "t" / "tidy.m"}}};
+    EXPECT_EQ(lineFor("mine\nMATLAB done\nat script line 1\n"), "cases/a/drum.m:1: mine");
+    EXPECT_EQ(lineFor("mine\nMATLAB done\nat tidy.m line 1\n"), "t/tidy.m:1: mine");
     EXPECT_EQ(lineFor("parse error in line 2 of a b.m: y: = 3;\nMATLAB done\nat a b.m line 2, column 10\n"),
               "a b.m:2:10: parse error: y: = 3;");
     EXPECT_EQ(lineFor("mine\nMATLAB done\nmine"), "none");
