@@ -26,15 +26,15 @@ function [checks, printed] = check (code, file)
   end
 end
 
-function expectFound (expected, script, parts = {})
+function expectFound (expected, script, parts = {}, composition = '{"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}')
   % A case of one feed in two phases, with this script.
   folder = tempname ();
   mkdir (folder);
   write (fullfile (folder, 'model.m'), strjoin (script, "\n"));
-  write (fullfile (folder, 'case.json'), ['{"compounds": ["propane", "n-butane", "n-pentane"], "feeds": [' ...
+  compounds = strjoin (regexp (composition, '"[^"]*"', 'match'), ', ');
+  write (fullfile (folder, 'case.json'), ['{"compounds": [' compounds '], "feeds": [' ...
     '{"name": "Feed", "vaporFraction": 0.4, "pressure": 5e5, "flow": 10, "composition":' ...
-    ' {"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}}], "products": ["Product"],' ...
-    '"model": {"script": "model.m"}}']);
+    composition '}], "products": ["Product"], "model": {"script": "model.m"}}']);
   [found, printed] = check (! isempty (expected), fullfile (folder, 'case.json'));
   if (! isequal (found, expected))
     error ('found in %s, expected %s:\n%s', strjoin (found, ', '), strjoin (expected, ', '), printed);
@@ -62,6 +62,9 @@ expectFound ({'profiles', 'order of compounds', 'absent compounds', 'no flow', '
   [reads {'T = T + z(2) + parts(1);', 'T = T + 1 / z(1);', 'liquid = x(:, strcmpi(phases, ''liquid''));', ...
   'T = T + liquid(1);', 'T = T + 0 / F;', 'open = fopen(''log.txt'', ''w'');', 'cd(''..'');', sets('T')}], ...
   {'profile liquid-first', 'propane absent', '8 files open after 8 runs', 'another current folder'});
+expectFound ({}, [reads {'setProduct(1, F, z, ''pressure'', P, ''enthalpy'', getFeedProp(1, ''enthalpy''));'}], ...
+  {'nothing to reverse: the case has one compound', 'nothing to vary: without any of the compounds a feed would be empty'}, ...
+  '{"propane": 1}');
 % A bend at the feed's pressure is no noise.
 expectFound ({}, [reads {sets('T + 1e-5 * max(0, P - 5e5)')}]);
 expectFound ({'noise', 'tolerances'}, [reads {'options = optimset(''TolX'', 1e-2); % or ''TolX'', 1', ...

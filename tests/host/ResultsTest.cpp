@@ -87,7 +87,7 @@ TEST(ResultsJson, holdsStreamsParametersAndReports) {
     expected["units"][0]["name"] = "Drum";
     EXPECT_EQ(nlohmann::json::parse(resultsJson(results)), expected);
 
-    results.failure = {"Drum", "it boils over", ScriptError{"drum.m", 12, 5, "x is undefined"}};
+    results.failure = {"Drum", "it boils over", ScriptError{"drum.m", {}, 12, 5, "x is undefined"}};
     results.units[0].status = UnitStatus::failed;
     expected["ok"] = false;
     expected["error"] = nlohmann::json::parse(R"({ "unit": "Drum", "message": "it boils over", "script":
