@@ -78,22 +78,23 @@ CheckOutcome agree(const CheckedCase& checked, const std::vector<CaseVariation>&
     return outcome;
 }
 
-CheckOutcome lookAtRun(CheckedCase& checked) {
-    checked.base = checked.trials.run(checked.flowsheet);
-    CheckOutcome outcome{"the case runs", {}};
-    if (!checked.base.succeeded)
-        outcome.findings.push_back({checked.base.message, "mend the case first: SolvaneHost run"});
-    else if (const std::string unsound = unsoundOutput(checked.base.outputs); !unsound.empty())
-        outcome.findings.push_back({unsound, "find the division by 0, or the value that was never set"});
-    return outcome;
-}
-
 CheckOutcome lookAtWarnings(CheckedCase& checked) {
     CheckOutcome outcome{"balances and results are plausible", {}};
     for (const Warning& warning : checked.base.results.warnings)
         outcome.findings.push_back(
             {(warning.unit.empty() ? "" : warning.unit + ": ") + warning.subject + ": " + warning.text,
              warning.remedy});
+    return outcome;
+}
+
+CheckOutcome lookAtRun(CheckedCase& checked) {
+    checked.base = checked.trials.run(checked.flowsheet);
+    CheckOutcome outcome{"the case runs", {}};
+    if (!checked.base.succeeded) {
+        outcome = lookAtWarnings(checked); // they may be the cause
+        outcome.findings.push_back({checked.base.message, "mend the case first: SolvaneHost run"});
+    } else if (const std::string unsound = unsoundOutput(checked.base.outputs); !unsound.empty())
+        outcome.findings.push_back({unsound, "find the division by 0, or the value that was never set"});
     return outcome;
 }
 

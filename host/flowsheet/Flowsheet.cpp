@@ -228,11 +228,13 @@ void Flowsheet::review(std::size_t unit, RunResults& results) const {
     for (const PortConnection& port : unitCase.products)
         products.push_back(find(results.streams, port));
     results.balances.push_back(balanceOf(unitCase.name, case_.compounds, feeds, products));
+    addScriptWarnings(results.units[unit], results.warnings);
     addWarnings(results.units[unit], results.balances.back(), feeds, products, results.warnings);
 }
 
 bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error) const {
     results.units[unit].status = UnitStatus::failed;
+    addScriptWarnings(results.units[unit], results.warnings);
     results.failure.emplace().message = error;
     results.failure->unit = case_.units[unit].name;
     if (case_.isFlowsheet)

@@ -85,10 +85,13 @@ constexpr char balanceRemedy[] = "compare the script's balance with its equation
 
 } // namespace
 
-void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
-                 std::span<const StreamResult* const> products, std::vector<Warning>& warnings) {
+void addScriptWarnings(const UnitResult& unit, std::vector<Warning>& warnings) {
     for (ScriptWarning& warning : scriptWarnings(unit))
         warnings.push_back({unit.name, "script", std::move(warning.text), std::move(warning.remedy)});
+}
+
+void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
+                 std::span<const StreamResult* const> products, std::vector<Warning>& warnings) {
     const double lowestFeedPressure =
         feeds.empty() ? 0 : (*std::ranges::min_element(feeds, {}, &StreamResult::pressure))->pressure;
     for (const StreamResult* product : products)

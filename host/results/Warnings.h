@@ -7,8 +7,10 @@
 
 namespace solvane::host {
 
-/// Adds what never ran of a unit's script, and the implausible results in its products, output parameters
-/// and balance.
+/// Adds what the engine warns of in a unit's script, which may have failed.
+void addScriptWarnings(const UnitResult& unit, std::vector<Warning>& warnings);
+
+/// Adds the implausible results in a unit's products, output parameters and balance.
 void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
                  std::span<const StreamResult* const> products, std::vector<Warning>& warnings);
 

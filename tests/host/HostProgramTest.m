@@ -253,6 +253,10 @@ if (! isequal ({result.warnings.subject}, {'script', 'script', 'stream Vapor', '
   error ('the warnings are %s', jsonencode (result.warnings));
 end
 
+write (file ('odd.json'), strrep (written_text, '"script": "drum.m"', '"script": ["function drum", "disp(1)"]'));
+errors = expect_failure (1, 'setProduct was not called for product 1', 'run', file ('odd.json'));
+expect_text (errors, 'the function in line 1, which nothing calls, and what follows it never runs; write its statements');
+
 % An error comes once, with its place in the user's file at the begin of a line, after what the script printed.
 write (file ('calls.m'), "disp('reads')\n\nT = tidy (1);\n");
 write (file ('tidy.m'), "function y = tidy (x)\ny = x + nosuch;\n");
