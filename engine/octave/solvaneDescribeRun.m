@@ -89,7 +89,8 @@ function printed = withWarning (printed, hidden, before, isKnown = false)
 end
 
 % What hides the script's last part: its text, line and column, and the rest of the script from there; empty if nothing
-% does. Looks at a script once: at each run it would take time.
+% does. Looks at a script once: at each run it would take time. The time when it was written does not show whether it is
+% the same: it may have changed within that second.
 function hidden = hiddenPart (folder, tools)
   persistent seen = "";
   persistent finding = [];
@@ -100,10 +101,9 @@ function hidden = hiddenPart (folder, tools)
   if (failed || info.size > longest)
     return;
   end
-  key = sprintf ("%s %d %d %d", folder, info.ino, info.size, info.mtime);
-  if (! strcmp (key, seen))
-    seen = key;
-    script = tools.read (file);
+  script = tools.read (file);
+  if (! strcmp (script, seen))
+    seen = script;
     finding = tools.unclosed (script, "", Inf, true);
     if (! isempty (finding))
       [~, ~, place] = tools.place (file, finding.line, folder);

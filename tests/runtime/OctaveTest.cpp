@@ -84,6 +84,7 @@ TEST_F(OctaveRun, warnsInTermsOfTheScript) {
     } rows[] = {
         {"if true\n x = 1;\nend\nend\ndisp(1)\n",
          "warning: 'end' in line 4 ends no block, and what follows it never runs\n"},
+        {"if true\n x = 1;\nend\n% d\ndisp(1)\n", "1\n"}, // as long, and mostly written in the same second
         {"% all of it\n\nfunction y = f(x)\ny = x;\n", "warning: the script begins with the function in line "
                                                        "3, which nothing calls, and what follows it never "
                                                        "runs\n"},
