@@ -7,6 +7,7 @@
 #include "ServerRegistration.h"
 #include "com/ClassFactory.h"
 #include "com/ComRef.h"
+#include "com/LastingStub.h"
 #include "com/Text.h"
 
 #include <algorithm>
@@ -94,13 +95,9 @@ void runMessages() {
     }
 }
 
-int runServer() {
-    endWithClient(OctaveProcess::abandon);
-    OctaveSession session;
-    session.launch();
-
-    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
-        return fail(L"Could not initialise COM");
+/// Until the object's end.
+HRESULT serveObject() {
+    const LastingStub factories(IID_IClassFactory), objects(IID_IDispatch);
     ComRef<IUnknown> factory;
     DWORD registered = 0;
     HRESULT result = createClassFactory(createInstance<CAutomationObject>, factory.putVoid());
@@ -111,7 +108,17 @@ int runServer() {
         runMessages();
         CoRevokeClassObject(registered);
     }
-    factory.reset();
+    return result;
+}
+
+int runServer() {
+    endWithClient(OctaveProcess::abandon);
+    OctaveSession session;
+    session.launch();
+
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+        return fail(L"Could not initialise COM");
+    const HRESULT result = serveObject();
     CoUninitialize();
     return SUCCEEDED(result) ? exitDone : fail(L"Could not register the running server with COM");
 }

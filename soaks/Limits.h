@@ -70,6 +70,10 @@ inline constexpr std::array limitsOfWork = {
     Limit{"shared", "rounds after which Matlab's folder is missing", "", Bound::atMost, 0},
     Limit{"shared", "folders left", "", Bound::atMost, 0},
 
+    Limit{"releases", "objects released right after a call", "", Bound::none, 0},
+    Limit{"releases", "calls that failed", "", Bound::atMost, 0},
+    Limit{"releases", "clients that hung", "", Bound::atMost, 0},
+
     Limit{"engine", "kills of the engine", "", Bound::none, 0},
     Limit{"engine", "runs and starts that failed", "", Bound::none, 0},
     Limit{"engine", "failures without a clear error", "", Bound::atMost, 0},

@@ -12,6 +12,7 @@ void soakCommands(const Effort& effort, const Figures& figures);
 void soakRuns(const Effort& effort, const Figures& figures);
 void soakTogether(const Effort& effort, const Figures& figures);
 void soakShared(const Effort& effort, const Figures& figures);
+void soakReleases(const Effort& effort, const Figures& figures);
 void soakEngineKills(const Effort& effort, const Figures& figures);
 void soakHostKills(const Effort& effort, const Figures& figures);
 void soakModels(const Effort& effort, const Figures& figures);
@@ -37,6 +38,8 @@ inline constexpr std::array segments = {
             soakTogether},
     Segment{"shared", "Four simulators on one Matlab while a fifth dies: no run in another unit's folder",
             soakShared},
+    Segment{"releases", "A client of a server that releases its object right after a call: neither hangs",
+            soakReleases},
     Segment{"engine", "The engine killed at any moment: a clear error, and the next run works",
             soakEngineKills},
     Segment{"host", "The host killed at any moment: no process and no folder is left", soakHostKills},

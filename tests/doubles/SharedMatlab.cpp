@@ -7,6 +7,7 @@
 #include "HostedUnit.h"
 #include "ScriptedMatlab.h"
 #include "com/ClassFactory.h"
+#include "com/LastingStub.h"
 #include "com/Text.h"
 #include "engine/ClientWatch.h"
 
@@ -69,6 +70,7 @@ public:
 int serve() {
     engine::endWithClient();
     const Apartment apartment;
+    const LastingStub factories(IID_IClassFactory), objects(IID_IDispatch);
     ComRef<IUnknown> factory;
     DWORD registered = 0;
     createClassFactory(createInstance<Application>, factory.putVoid());
