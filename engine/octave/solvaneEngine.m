@@ -18,6 +18,7 @@ function solvaneEngine ()
   describe = @solvaneDescribeRun;
   tools = struct ("link", link, "explain", @solvaneExplainError, "unclosed", @solvaneUnclosed, ...
                   "strayCharacter", @solvaneStrayCharacter, "place", @solvaneUsersPlace, "read", @solvaneReadText);
+  tools.read (""); % each run calls it, and would read it again if the first one forgot it before it locks itself
   link ("connect", pwd ());
   setenv ("SOLVANE_ENGINE_FOLDER", pwd ());
   while ((command = link ("receive")))
