@@ -14,7 +14,7 @@ namespace solvane::engine {
 namespace {
 
 /// The time for a script to end by itself: the unit's functions fail, which gives the error a line.
-constexpr std::chrono::seconds grace(1);
+constexpr std::chrono::milliseconds grace(500);
 
 /// The client's event and the wait for it. Both stay from one command to the next: under Wine, opening and
 /// closing them takes as long as the rest of a short command.

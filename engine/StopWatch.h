@@ -8,8 +8,8 @@ namespace solvane::engine {
 /// Whether the client that made the call in progress asks for a stop.
 bool isStopRequested();
 
-/// While this object exists, such a request calls `stop`, once and on another thread. First a script has a
-/// second to end by itself: the unit's functions fail. There is one at a time.
+/// While this object exists, such a request calls `stop`, once and on another thread. First a script has half
+/// a second to end by itself: the unit's functions fail. There is one at a time.
 class StopWatch {
 public:
     explicit StopWatch(std::function<void()> stop);

@@ -27,7 +27,7 @@ struct RunOptions {
 };
 
 /// Calculates a case, again and again if an output has a target, and prints its streams and reports. Ctrl-C
-/// and the limit stop the run, or end the program if that takes more than three seconds.
+/// and the limit stop the run, or end the program if that takes more than two seconds.
 ExitCode runCommand(const RunOptions& options);
 
 struct SweepOptions {

@@ -23,7 +23,7 @@ struct RunWatchSettings {
 
     std::optional<double> limit{}; ///< s, from the construction of the watch
     Duration heartbeat = std::chrono::seconds(10);
-    Duration patience = std::chrono::seconds(3); ///< how long a run may take to end after a stop request
+    Duration patience = std::chrono::seconds(2); ///< how long a run may take to end after a stop request
 
     // Called on the watch's thread.
     std::function<void(const std::string& line)> beat = [](const std::string&) {
@@ -34,9 +34,9 @@ struct RunWatchSettings {
 /// Lives as long as a run, or several that follow one another. A process has one at a time.
 ///
 /// A stop request reaches the unit and the engine, which know the event of this process: the script's next
-/// call of the unit fails, and a second later the engine ends a script that goes on. The unit's Calculate
-/// fails, and the unit cleans up, as after any error. Matlab does not know the event: it runs a script that
-/// does not call the unit to its end, and only `giveUp` can end the program in time.
+/// call of the unit fails, and half a second later the engine ends a script that goes on. The unit's
+/// Calculate fails, and the unit cleans up, as after any error. Matlab does not know the event: it runs a
+/// script that does not call the unit to its end, and only `giveUp` can end the program in time.
 class RunWatch {
 public:
     explicit RunWatch(RunWatchSettings settings);

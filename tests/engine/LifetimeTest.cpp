@@ -152,7 +152,7 @@ TEST(Lifetime, stopsACommandOnItsClientsRequest) {
         Stopper stopper(folder);
         const Variant command(endless);
         const LateBound::Call call = octave.call(L"Execute", DISPATCH_METHOD, &command);
-        ASSERT_LT(stopper.sinceRequest(), 2000u) << narrow(endless) << narrow(call.description);
+        ASSERT_LT(stopper.sinceRequest(), 1500u) << narrow(endless) << narrow(call.description);
         EXPECT_EQ(call.result, HRESULT_FROM_WIN32(ERROR_PROCESS_ABORTED));
         EXPECT_EQ(narrow(call.description), "The command was stopped");
         EXPECT_EQ(narrow(octave.failureOf(L"disp(1)")), "The command was stopped");
@@ -166,7 +166,7 @@ TEST(Lifetime, stopsACommandOnItsClientsRequest) {
     // A script that ends soon keeps what it printed.
     std::filesystem::remove(folder.path() + L"\\pid");
     const Stopper stopper(folder);
-    EXPECT_EQ(octave.execute(noted + L"pause(0.5); disp(7)"), L"7\n");
+    EXPECT_EQ(octave.execute(noted + L"pause(0.2); disp(7)"), L"7\n");
 }
 
 TEST(Lifetime, reportsAMissingOctave) {
