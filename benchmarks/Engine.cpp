@@ -4,13 +4,14 @@
 #include "UnitModule.h"
 #include "com/Handle.h"
 #include "com/Variant.h"
+#include "runtime/MatlabCreation.h"
 
 namespace solvane {
 
 Engine::Engine() {
     CLSID classId;
     if (SUCCEEDED(CLSIDFromProgID(L"Matlab.Application", &classId)))
-        CoCreateInstance(classId, nullptr, CLSCTX_ALL, IID_IDispatch, application_.putVoid());
+        createMatlabApplication(classId, application_);
 }
 
 std::wstring Engine::execute(const std::wstring& command) const {
