@@ -12,7 +12,8 @@ function setProduct(varargin)
 %                  (Pa), 'vaporFraction' (mol/mol), 'enthalpy',
 %                  'enthalpyF', 'enthalpyNF', 'internalEnergy', 'energy'
 %                  (J/mol), 'entropy', 'entropyF', 'entropyNF' (J/mol/K)
-%                  and 'volume' (m3/mol)
+%                  and 'volume' (m3/mol); state 'vaporFraction' first,
+%                  since many simulators take it in this order only
 %  value1, value2  their values
 %
 %  The unit flashes the product at these conditions when the script has

@@ -18,6 +18,10 @@ bool parseQuantity(std::string_view text, const std::string& known, Quantity& qu
         error = quoted + " is not a number with a unit, such as \"20 bar\" or \"25 degC\"";
         return false;
     }
+    if (unit.starts_with(',')) {
+        error = quoted + " has a comma; write decimals after a point, as in \"0.5 bar\"";
+        return false;
+    }
     const auto measure = parseUnit(unit);
     if (!measure) {
         const std::string meant = meantUnit(unit);

@@ -7,6 +7,7 @@
 #include "cases/NumberText.h"
 #include "flowsheet/ModelDescription.h"
 #include "flowsheet/UnitSession.h"
+#include "thermo/IdealGas.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +39,7 @@ std::string faultOf(const Trial& trial, const Trial& base) {
 /// Runs variations, each of which must succeed with sound outputs. A script may refuse them if `mayRefuse`.
 /// `whyNone` says why there are none.
 CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& variations, bool mayRefuse,
-                     const char* whyNone, const char* remedy) {
+                     const std::string& whyNone, const char* remedy) {
     CheckOutcome outcome;
     std::size_t refused = 0;
     for (const CaseVariation& variation : variations) {
@@ -53,7 +54,7 @@ CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& var
     }
     const std::size_t calculated = variations.size() - refused - outcome.findings.size();
     outcome.summary = variations.empty()
-                          ? std::string("nothing to vary: ") + whyNone
+                          ? "nothing to vary: " + whyNone
                           : std::to_string(calculated) + " of " + counted(variations.size(), "variation") +
                                 " calculated" + outcome.summary;
     return outcome;
@@ -156,7 +157,8 @@ CheckOutcome lookAtNoFlow(CheckedCase& checked) {
 
 CheckOutcome lookAtPhases(CheckedCase& checked) {
     return survive(checked, inOnePhase(checked.flowsheet), true,
-                   "no feed boils or condenses at its pressure, as above the critical one",
+                   "no feed boils or condenses at its pressure within " + exactNumber(lowestFitted) + " to " +
+                       exactNumber(highestFitted) + " K, for which the compounds have data",
                    "look at which phases getFeedEquilibrium and flashEquilibrium return before using one");
 }
 

@@ -114,6 +114,7 @@ constexpr Fault faults[] = {
      "\"20 bar\" has the wrong dimension; expected a unit such as K, degC"},
     {"/model/parameters/0/value", "\"20 furlong\"",
      "\"T\"].value: \"20 furlong\" has an unknown unit; expected a unit such as K, degC, degF, degR"},
+    {"/feeds/0/pressure", "\"0,5 bar\"", "\"0,5 bar\" has a comma; write decimals after a point"},
     {"/feeds/0/pressure", "\"20 baar\"", "\"20 baar\" has an unknown unit; did you mean \"bar\"?"},
     {"/feeds/0/temperature", "\"20 C\"", "did you mean \"degC\"?"},
     {"/feeds/0/flow", "\"2 KMOL/hr\"", "did you mean \"kmol/h\"?"},

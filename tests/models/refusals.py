@@ -97,7 +97,7 @@ def refusal(folder, parameters, feed, text, kinetics=None):
             (library / folder / "kinetics.csv").write_text("reaction, coefficient, energy, orders\n" + kinetics)
         run = subprocess.run([*sys.argv[1:3], "run", library / folder / "case.json"], stdin=subprocess.DEVNULL,
                              capture_output=True, text=True)
-        place = re.search(r"^(\w+\.m):(\d+):\d+: (.*)\n", run.stderr, re.MULTILINE)
+        place = re.search(r"^(?:\S*/)?(\w+\.m):(\d+):\d+: (.*)\n", run.stderr, re.MULTILINE)
         if run.returncode != 1 or not place or not place[3].startswith(text) or "Calculate failed at " not in run.stderr:
             raise SystemExit(f"{folder}: exit code {run.returncode}, not {text!r}: {run.stderr}")
         script = next(library.glob("*/" + place[1]))
