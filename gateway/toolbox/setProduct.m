@@ -12,8 +12,9 @@ function setProduct(varargin)
 %                  (Pa), 'vaporFraction' (mol/mol), 'enthalpy',
 %                  'enthalpyF', 'enthalpyNF', 'internalEnergy', 'energy'
 %                  (J/mol), 'entropy', 'entropyF', 'entropyNF' (J/mol/K)
-%                  and 'volume' (m3/mol); state 'vaporFraction' first,
-%                  since many simulators take it in this order only
+%                  and 'volume' (m3/mol); state 'vaporFraction' first:
+%                  with thermodynamics of version 1.1 the other order
+%                  can fail
 %  value1, value2  their values
 %
 %  The unit flashes the product at these conditions when the script has

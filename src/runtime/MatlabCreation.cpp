@@ -13,8 +13,10 @@ namespace {
 
 constexpr wchar_t mutexName[] = L"SolvaneUnitOperationStartMutex";
 // COM itself abandons a server after half a minute: a unit that holds the mutex longer hangs.
-constexpr DWORD patience = 45'000;     // milliseconds
-constexpr DWORD startTimeout = 30'000; // milliseconds, as COM's own
+constexpr DWORD patience = 45'000; // milliseconds
+// The engine registers itself before it waits for Octave. With COM's half a minute it stays within the
+// patience.
+constexpr DWORD startTimeout = 15'000; // milliseconds
 
 constexpr wchar_t engineProgram[] = L"OctaveAutomationServer.exe";
 
