@@ -1,5 +1,6 @@
 #include "ModelContainer.h"
 
+#include "ContainerReader.h"
 #include "ModelLimits.h"
 #include "ModelReader.h"
 #include "ModelWords.h"
@@ -12,7 +13,6 @@
 #include "unit/model/Unit.h"
 #include "unit/model/UserMessage.h"
 
-#include <minizip/unzip.h>
 #include <minizip/zip.h>
 
 #include <algorithm>
@@ -28,20 +28,13 @@ namespace solvane {
 namespace {
 
 constexpr char containerComment[] = "Solvane Unit Operation File";
-constexpr char unpacksToTooMuch[] = "the model unpacks to more than a model can hold";
 
 struct ZipWriterPolicy {
     using Type = zipFile;
     static Type empty() { return nullptr; }
     static void close(Type zip) { zipClose(zip, nullptr); }
 };
-struct ZipReaderPolicy {
-    using Type = unzFile;
-    static Type empty() { return nullptr; }
-    static void close(Type zip) { unzClose(zip); }
-};
 using ZipWriter = Unique<ZipWriterPolicy>;
-using ZipReader = Unique<ZipReaderPolicy>;
 
 /// Deletes the description, which is in the working folder only while a model is saved or loaded.
 class DocumentOfThisCall {
@@ -116,107 +109,6 @@ bool AddFileToContainer(const Unit& unit, const std::string& name, zipFile zip, 
 
 // ---- loading
 
-/// The positions of a container's entries, by name, ignoring case. The library's own search reads through the
-/// container for each entry.
-class ContainerEntries {
-public:
-    explicit ContainerEntries(unzFile zip) : zip_(zip) {
-        std::array<char, 257> name{};
-        for (int found = unzGoToFirstFile(zip); found == UNZ_OK; found = unzGoToNextFile(zip)) {
-            unz_file_info entry{};
-            unz_file_pos place{};
-            if (unzGetCurrentFileInfo(zip, &entry, name.data(), name.size(), nullptr, 0, nullptr, 0) !=
-                    UNZ_OK ||
-                unzGetFilePos(zip, &place) != UNZ_OK)
-                return;
-            if (entry.size_filename < name.size())              // a longer name is not a file's
-                places_.emplace(upperCase(name.data()), place); // the first of equal names counts
-        }
-    }
-
-    /// Makes the entry the container's current one. False if it does not exist.
-    bool find(const std::string& name) const {
-        const auto found = places_.find(upperCase(name));
-        if (found == places_.end())
-            return false;
-        unz_file_pos place = found->second;
-        return unzGoToFilePos(zip_, &place) == UNZ_OK;
-    }
-
-private:
-    static std::string upperCase(std::string name) {
-        for (char& c : name)
-            if (c >= 'a' && c <= 'z')
-                c = static_cast<char>(c - 'a' + 'A');
-        return name;
-    }
-
-    unzFile zip_;
-    std::map<std::string, unz_file_pos> places_;
-};
-
-/// For any other entry, and for an encrypted one, the library would return the packed bytes.
-bool isReadable(unzFile zip) {
-    constexpr uLong encrypted = 1;
-    unz_file_info entry{};
-    return unzGetCurrentFileInfo(zip, &entry, nullptr, 0, nullptr, 0, nullptr, 0) == UNZ_OK &&
-           (entry.flag & encrypted) == 0 &&
-           (entry.compression_method == 0 || entry.compression_method == Z_DEFLATED);
-}
-
-/// What the unpacking of a container's entries shares.
-struct Unpacking {
-    std::uint64_t remaining; ///< the bytes that the container may still unpack to
-    /// References of packed data into an earlier piece take longer: by the kilobyte, files take a fifth
-    /// longer, by 64 kB a twentieth.
-    std::vector<char> piece = std::vector<char>(0x40000);
-};
-
-/// Writes the container's current entry to the file. Returns what failed, null on success.
-const char* unpack(unzFile zip, StdioFile file, Unpacking& unpacking) {
-    static constexpr char readError[] = "read error in zip file";
-    static constexpr char writeError[] = "write error";
-    std::vector<char>& piece = unpacking.piece;
-    while (const int count = unzReadCurrentFile(zip, piece.data(), static_cast<unsigned>(piece.size()))) {
-        if (count < 0)
-            return readError;
-        const auto size = static_cast<std::size_t>(count);
-        if (size > unpacking.remaining)
-            return unpacksToTooMuch;
-        unpacking.remaining -= size;
-        if (std::fwrite(piece.data(), 1, size, file.get()) != size)
-            return writeError;
-    }
-    if (!closeWritten(std::move(file)))
-        return writeError;
-    // A truncated entry ends like any other, and a wrong checksum shows only when a complete entry is
-    // closed.
-    return unzeof(zip) == 1 && unzCloseCurrentFile(zip) == UNZ_OK ? nullptr : readError;
-}
-
-/// Deletes a file that fails.
-bool ExtractFromContainer(const Unit& unit, unzFile zip, const ContainerEntries& entries,
-                          const std::string& name, Unpacking& unpacking, std::string& error) {
-    const auto failed = [&](const std::string& reason) {
-        return fail(error, "Failed to read \"" + name + "\" in zipped document" + reason);
-    };
-    if (!entries.find(name))
-        return fail(error, "File \"" + name + "\" not present in zipped document");
-    if (!isReadable(zip))
-        return failed(": it is encrypted, or packed in an unknown way");
-    if (unzOpenCurrentFile(zip) != UNZ_OK)
-        return failed("");
-    const std::string path = unit.workingFolder.pathOf(name);
-    StdioFile file = openFile(path, "wb");
-    if (!file)
-        return failed(": failed to open file in temporary working folder");
-    if (const char* fault = unpack(zip, std::move(file), unpacking)) {
-        DeleteFileA(path.c_str());
-        return failed(std::string(": ") + fault);
-    }
-    return true;
-}
-
 /// The description has a name's bytes as if they were characters, encoded as UTF-8: the entry's name consists
 /// of those bytes.
 std::string bytesOf(const std::string& name) {
@@ -262,7 +154,7 @@ bool WriteModelDocument(Unit& unit, const std::string& path, std::string& error)
     if (zipClose(zip.release(), containerComment) != ZIP_OK)
         return fail(error, "Failed to complete zip file: write error");
     return total <= modelLimits::unpacked(sizeOf(path)) ||
-           fail(error, std::string("Failed to complete zip file: ") + unpacksToTooMuch);
+           fail(error, std::string("Failed to complete zip file: ") + modelLimits::unpacksToTooMuch);
 }
 
 bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) {
@@ -271,13 +163,11 @@ bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) 
     unit.loadWarnings.clear();
     {
         const DocumentOfThisCall document(unit);
-        const ZipReader zip(unzOpen(path.c_str()));
-        if (!zip)
+        ContainerReader container(path);
+        if (!container.isOpen())
             return fail(error, "Failed to open SVM file as ZIP file");
-        Unpacking unpacking{modelLimits::unpacked(sizeOf(path))};
-        const ContainerEntries entries(zip.get());
         const auto extract = [&](const std::string& name) {
-            return ExtractFromContainer(unit, zip.get(), entries, name, unpacking, error);
+            return container.extract(name, unit.workingFolder.pathOf(name), error);
         };
         const bool isRead =
             extract(userScriptName) && extract(modelDocument) && readUnitDocument(unit, error);
@@ -288,7 +178,7 @@ bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) 
         if (names.size() > modelLimits::files)
             return fail(error, "More files in xml data file than a model can have");
         for (std::string& name : names) {
-            if (!entries.find(name) && entries.find(bytesOf(name)))
+            if (!container.has(name) && container.has(bytesOf(name)))
                 name = bytesOf(name);
             if (const char* fault = workingFileFault(unit.workingFolder.path(), name))
                 return fail(error, "Failed to read \"" + name + "\" in zipped document: " + fault);

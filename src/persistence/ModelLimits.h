@@ -30,4 +30,6 @@ constexpr std::uint64_t unpacked(std::uint64_t packed) {
     return std::max(alwaysAllowed, timesPacked * packed);
 }
 
+inline constexpr char unpacksToTooMuch[] = "the model unpacks to more than a model can hold";
+
 } // namespace solvane::modelLimits
