@@ -55,6 +55,8 @@ bool packComposition(const mxArray* argument, std::size_t compoundCount, std::st
         !std::all_of(values, values + compoundCount, [](double x) { return std::isfinite(x); })) {
         error = "must be a full vector of " + std::to_string(compoundCount) +
                 " real, finite doubles, the mole fraction of each compound" + gotText(argument);
+        if (compoundCount > 1 && mxGetM(argument) == compoundCount && mxGetN(argument) == compoundCount)
+            error += "; a row with a column makes a matrix: write x(:) for each";
         return false;
     }
     request.append(reinterpret_cast<const char*>(values), compoundCount * sizeof *values);
