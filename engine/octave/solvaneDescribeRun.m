@@ -3,41 +3,59 @@
 %   at tidy.m line 3, column 5
 %   at script line 12, column 1
 % The run script catches the error and prints it, so the output shows whether there was one. A run gets a warning if Octave
-% leaves out a part of the script. Files in the folders of `path`, the library's and Octave's own, are left out of places.
+% leaves out a part of the script, or finds a file of the user in place of a function of its own. Files in the folders of
+% `path`, the library's and Octave's own, are left out of places.
+%   run: the folder in which it began, and its last error
 % Everything that this calls is built in, or among the handles of `tools`: the script may have changed the path.
 
-function printed = solvaneDescribeRun (printed, path, tools)
+function printed = solvaneDescribeRun (printed, run, path, tools)
   mlock (); % each run forgets the other functions, and would read this one again
-  printed = withUsersCalls (printed);
-  fault = lasterror ();
+  [folder, fault] = {run.folder, run.fault}{:};
+  printed = withUsersCalls (withUsersConditions (printed, folder, tools));
   mark = "Evaluation error: ";
   if (isempty (strfind (printed, mark)))
     done = "MATLAB done\n";
     if (! isempty (strfind (printed, done)))
-      folder = [pwd() filesep()];
-      printed = withUsersLines (withWarning (printed, hiddenPart (folder, tools), done), folder, tools);
+      printed = withWarning (withHidingFiles (printed, folder, done), hiddenPart (folder, tools), done);
+      printed = withUsersLines (printed, folder, tools);
     end
     return;
   elseif (isempty (fault.message) || isempty (strfind (printed, [mark fault.message])))
     return;
   end
+  called = builtInFunctionIn (fault.message);
   calls = fault.stack;
-  run = find (strcmp ({calls.name}, "runUnit"), 1);
-  if (isempty (run))
+  if (isempty (calls) && ! isempty (called)) % Octave forgot where it was
+    places = tools.callsOf (called, folder, tools);
+    if (! isempty (places))
+      printed = strrep (printed, [mark fault.message], [mark fault.message "; " called " is called in " places]);
+    end
     return;
   end
-  folder = calls(run).file(1:end-numel ("runUnit.m"));
-  calls = calls(1:run-1);
+  outermost = find (strcmp ({calls.name}, "runUnit"), 1);
+  if (isempty (outermost))
+    return;
+  end
+  calls = calls(1:outermost-1);
   hidden = hiddenPart (folder, tools);
   [message, calls, isKnown] = tools.explain (fault.message, calls, folder, hidden, path, tools);
-  printed = withWarning (printed, hidden, mark, isKnown);
+  printed = withWarning (withHidingFiles (printed, folder, mark), hidden, mark, isKnown);
   printed = strrep (printed, [mark fault.message], [mark message]);
   known = regexp (path, pathsep (), "split");
   known = cellfun (@(one) [one filesep()], known(! strcmp (known, ".")), "UniformOutput", false);
   for k = 1:numel (calls)
-    printed = [printed lineOf(calls(k), folder, known, tools)];
+    printed = [printed lineOf(calls(k), called, folder, known, tools)];
+    called = regexprep (calls(k).name, '^.*>', "");
   end
   printed = withUsersLines (printed, folder, tools);
+end
+
+% The function that an error names as its own, if it is no call in the stack; otherwise empty.
+function name = builtInFunctionIn (message)
+  name = regexp (message, '^\w+(?=: )', "match", "once");
+  if (! any (strcmp (__builtins__ (), name)))
+    name = "";
+  end
 end
 
 % Octave prints the calls that led to a warning, the run script's and the engine's among them, with lines of unitCalc.m.
@@ -56,6 +74,20 @@ function printed = withUsersCalls (printed)
     printed = strrep (printed, calls{k}, users);
   end
   printed = strrep (printed, "warning: called from\n\n", "");
+end
+
+% Octave warns of each '=' in a condition, with the path and line of the unit's copy.
+function printed = withUsersConditions (printed, folder, tools)
+  start = "warning: suggest parenthesis around assignment used as truth value near line ";
+  if (isempty (strfind (printed, start)))
+    return;
+  end
+  pattern = [start '(\d+)[^\n'']*''([^\n]+)''\n(?:warning: called from\n(?: {4}[^\n]+ at line \d+ column -?\d+\n)+\n?)?'];
+  [warnings, parts] = regexp (printed, pattern, "match", "tokens");
+  for k = 1:numel (warnings)
+    [~, ~, place] = tools.place (parts{k}{2}, str2double (parts{k}{1}), folder);
+    printed = strrep (printed, warnings{k}, ["warning: '=' in " place " assigns and does not compare\n"]);
+  end
 end
 
 % A script that catches an error may print Octave's message, with a line of unitCalc.m if the name stands there.
@@ -81,11 +113,32 @@ function printed = withWarning (printed, hidden, before, isKnown = false)
     return;
   end
   if (! isKnown)
-    at = strfind (printed, before)(end);
-    printed = [printed(1:at-1) "warning: " hidden.text ", and what follows it never runs\n" printed(at:end)];
+    printed = insert (printed, ["warning: " hidden.text ", and what follows it never runs\n"], before);
   end
   pattern = 'warning: block comment unterminated[^\n]*\nwarning: near line \d+ of file ''unitCalc.m''\n';
   printed = regexprep (printed, pattern, "");
+end
+
+function printed = insert (printed, text, before)
+  at = strfind (printed, before)(end);
+  printed = [printed(1:at-1) text printed(at:end)];
+end
+
+% Many functions of Octave and of the unit call its built-in ones, and a file in the run's folder comes before them.
+function printed = withHidingFiles (printed, folder, before)
+  persistent seen = {};
+  persistent warnings = "";
+  names = readdir (folder);
+  if (numel (names) != numel (seen) || ! all (strcmp (names, seen)))
+    seen = names;
+    ownNames = regexprep (names, '\.m$', "");
+    areFunctions = ! strcmp (names, ownNames) & cellfun (@(name) any (strcmp (__builtins__ (), name)), ownNames);
+    warnings = "";
+    for hiding = names(areFunctions)'
+      warnings = [warnings "warning: " hiding{1} " hides Octave's own function of that name\n"];
+    end
+  end
+  printed = insert (printed, warnings, before);
 end
 
 % What hides the script's last part: its text, line and column, and the rest of the script from there; empty if nothing
@@ -115,7 +168,8 @@ function hidden = hiddenPart (folder, tools)
   hidden = finding;
 end
 
-function text = lineOf (call, folder, known, tools)
+% The line of a call, and the column of the name that it calls: Octave has that of the statement's first operator.
+function text = lineOf (call, called, folder, known, tools)
   text = "";
   inFolder = strncmp (call.file, folder, numel (folder));
   isKnown = @() any (cellfun (@(one) strncmp (call.file, one, numel (one)), known));
@@ -127,6 +181,11 @@ function text = lineOf (call, folder, known, tools)
     name = "script";
   end
   text = sprintf ("at %s line %d", name, line);
+  shown = [regexp(tools.read (call.file), "\n", "split") ""]{min (call.line, end)};
+  at = regexp (regexprep (shown, '[%#].*', ""), ['(?<![\w.''"])' called '(?!\w)']);
+  if (isscalar (at) && ! isempty (called))
+    call.column = at;
+  end
   if (call.column > 0)
     text = [text sprintf(", column %d", call.column)];
   end

@@ -17,7 +17,8 @@ function solvaneEngine ()
   link = @SolvaneEngineLink;
   describe = @solvaneDescribeRun;
   tools = struct ("link", link, "explain", @solvaneExplainError, "unclosed", @solvaneUnclosed, ...
-                  "strayCharacter", @solvaneStrayCharacter, "place", @solvaneUsersPlace, "read", @solvaneReadText);
+                  "strayCharacter", @solvaneStrayCharacter, "callsOf", @solvaneCallsOf, ...
+                  "place", @solvaneUsersPlace, "read", @solvaneReadText);
   tools.read (""); % each run calls it, and would read it again if the first one forgot it before it locks itself
   link ("connect", pwd ());
   setenv ("SOLVANE_ENGINE_FOLDER", pwd ());
@@ -25,7 +26,7 @@ function solvaneEngine ()
     try
       given = putBack (given);
       builtin ("echo", "off", "all");
-      answer = perform (command, @(printed) describe (printed, given, tools));
+      answer = perform (command, @(printed, run) describe (printed, run, given, tools), engine);
       if (! isempty (regexp (command, '^\s*(addpath|rmpath)\>', "once")))
         given = path ();
       end
@@ -58,21 +59,36 @@ end
 
 % The text for the link to send. A function that reads from a terminal ends the capture of printed text and of
 % errors, so the end of the text must have a mark.
-function answer = perform (command, describe)
+function answer = perform (command, describe, engine)
   mark = "\4";
+  began = [builtin("pwd") filesep()];
   printed = evalc ("answer = run (command); builtin (\"puts\", mark);");
   if (isempty (printed) || printed(end) != mark)
     answer = {"lose", ["the output of the command is lost: a function in it waits for a user, as input does, or has " ...
                        "the name of a function that Octave itself needs, such as builtin"]};
   elseif (strcmp (answer{1}, "send"))
     printed(end) = [];
+    run = struct ("folder", began, "fault", builtin ("lasterror"));
+    describeRun = @() describe (withoutFalseWarnings (printed), run);
     try
-      printed = withoutFalseWarnings (printed);
-      answer{2} = describe (printed);
+      answer{2} = describeRun ();
     catch
-      answer{2} = printed; % functions of the user have the names of Octave's own
+      answer{2} = awayFromUser (describeRun, printed, engine);
     end
   end
+end
+
+% Functions of the user that have the names of Octave's own do not disturb outside of their folder.
+function text = awayFromUser (describeRun, printed, engine)
+  text = printed;
+  left = builtin ("pwd");
+  builtin ("cd", engine);
+  builtin ("clear", "-functions");
+  try
+    text = describeRun ();
+  catch
+  end
+  builtin ("cd", left);
 end
 
 % Octave for Windows reads the subfolders of a folder on its path by a name in UTF-8, where Windows expects one in its code

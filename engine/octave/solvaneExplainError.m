@@ -80,10 +80,34 @@ function [message, place] = parseError (message, file, line, folder, tools)
     return;
   end
   message = ["parse error in " where];
-  if (! isempty (reason) && ! strcmp (reason{1}, "syntax error"))
+  if (! isempty (shown) && ! isempty (remedy = remedyFor (shown{1}, place.column)))
+    message = [message ": " remedy];
+  elseif (! isempty (reason) && ! strcmp (reason{1}, "syntax error"))
     message = [message ": " reason{1}];
   end
   if (! isempty (shown))
     message = [message ": " regexprep(shown{1}, '^\s+|\s+$', "")];
+  end
+end
+
+% What to write in place of that at which Octave stopped, if other languages have it; empty otherwise.
+function remedy = remedyFor (shown, column)
+  remedy = "";
+  kinds = {'=<$',                                             "write <= for =<"; ...
+           '=>$',                                             "write >= for =>"; ...
+           '<>$',                                             "write ~= for <>"; ...
+           '===$',                                            "write == for ==="; ...
+           '//$',                                             "write % to begin a comment"; ...
+           '\w\[$',                                           "write an index in parentheses, as in x(1)"; ...
+           '(?<![\w.])\d+(?:\.\d*)?[A-Za-z]\w*$',            "write * to multiply by a name"; ...
+           '^\s*for\s+\w+\s+in$',                            "write = for in"; ...
+           '^\s*(?:if|elseif|while|until)\>.*\sand\s+\w+$',   "write && for and"; ...
+           '^\s*(?:if|elseif|while|until)\>.*\sor\s+\w+$',    "write || for or"; ...
+           '^\s*(?:if|elseif|while|until)\>[^,;]*[^=<>~!]=$', "write == to compare, '=' assigns"};
+  either = {shown(1:min (column, end)), shown(1:min (column+1, end))}; % Octave may stop one column before
+  isOne = @(pattern) ! all (cellfun (@isempty, regexp (either, pattern, "once")));
+  kind = find (cellfun (isOne, kinds(:,1)), 1);
+  if (! isempty (kind))
+    remedy = kinds{kind,2};
   end
 end

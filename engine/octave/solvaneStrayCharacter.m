@@ -31,10 +31,10 @@ function text = solvaneStrayCharacter (shown, column)
   text = sprintf ("%s (U+%04X) in %%s; %s", what, code, todo);
 end
 
-% The character that begins there in UTF-8.
+% The character that begins there in UTF-8; 0 after the line's end, where Octave may stop, too.
 function code = codeAt (shown, column)
   bytes = double (shown(column:min (column+3, end)));
-  code = bytes(1);
+  code = [bytes 0](1);
   count = sum (code >= [192 224 240]); % of the bytes that follow
   if (code < 128 || numel (bytes) <= count)
     return;

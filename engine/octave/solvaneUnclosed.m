@@ -1,5 +1,5 @@
-% What makes a script unreadable for Octave, which only says where it noticed: a text without its closing quote, a
-% bracket or a block that is not closed, a function that ends unlike the others.
+% What makes a script unreadable for Octave, which only says where it noticed: a text without its closing quote, or that a
+% quote in it ends, a bracket or a block that is not closed, a function that ends unlike the others.
 %   finding: the line and column where that begins, and its text with "%s" for the place; empty in doubt
 %   fault, faultLine: Octave's message and the line in it. Without a message Octave read the script, and the finding is
 %                     what hides the script's last part: an end too many, a block comment, or a function around all
@@ -13,8 +13,15 @@ function finding = solvaneUnclosed (script, fault, faultLine, isScript)
   seen = struct ("comments", [], ... the block comments around a word
                  "open", struct ("word", {}, "at", {}, "indent", {}), ... likewise the brackets and blocks
                  "passed", [], ... the first block that the indentation of a later end passes over
+                 "elseIfs", [], ... each 'if' on the line of its 'else'
                  "functions", struct ("at", {}, "endAt", {}), ...
+                 "stop", 0, ... the character at which Octave stopped, or the one before it
                  "isOver", false, "at", 0, "text", "");
+  newlines = [0 find(script == "\n")];
+  shown = regexp (fault, '\n>>> [^\n]*\n *\^', "match", "once");
+  if (! isempty (shown) && faultLine <= numel (newlines))
+    seen.stop = newlines(faultLine) + numel (regexp (shown, ' *\^$', "match", "once")) - numel (">>> ");
+  end
   for k = 1:numel (words)
     seen = look (seen, words{k}, starts(k), script);
     if (seen.isOver)
@@ -27,7 +34,6 @@ function finding = solvaneUnclosed (script, fault, faultLine, isScript)
     seen = lookBack (seen, fault, isScript);
   end
   finding = [];
-  newlines = [0 find(script == "\n")];
   line = sum (newlines < seen.at);
   if (seen.at > 0 && line <= faultLine)
     finding = struct ("line", line, "column", seen.at - newlines(line), "text", seen.text);
@@ -59,7 +65,7 @@ function seen = look (seen, word, at, script)
   elseif (strncmp (word, "end", 3) || strcmp (word, "until"))
     seen = lookAtEnd (seen, at, indentOf (at, script));
   else
-    seen = lookAtBlock (seen, word, at, indentOf (at, script));
+    seen = lookAtBlock (seen, word, at, script);
   end
 end
 
@@ -80,6 +86,7 @@ function seen = lookAtText (seen, word, at, script)
     quotes = regexprep (word, '\\.', "") == word(1);
   end
   if (mod (sum (quotes), 2) == 0)
+    seen = lookAfterText (seen, word, at, script);
     return;
   end
   seen.isOver = true;
@@ -88,6 +95,23 @@ function seen = lookAtText (seen, word, at, script)
   if (isInBracket (seen) || isempty (before) || any (strcmp (before{1}, {"case", "if", "while", "until", "switch"})))
     seen = report (seen, at, "the text that starts in %s has no closing quote");
   end
+end
+
+% A quote in a text ends it, and Octave stops at the word that follows. After a blank it may be one that is no part of the
+% text, unless a quote in the line lacks its partner.
+function seen = lookAfterText (seen, word, at, script)
+  last = at + numel (word) - 1;
+  if (seen.stop <= last || seen.stop > last + 80)
+    return;
+  end
+  rest = regexp (script(last+1:end), '^[^\n]*', "match", "once");
+  [to, follows] = regexp (rest, '^ *(\w+)', "end", "tokens", "once");
+  if (isempty (to) || seen.stop > last + to + 1 ...
+      || (rest(1) == " " && mod (sum (regexprep (rest, '[%#] .*', "") == word(1)), 2) == 0))
+    return;
+  end
+  seen = report (seen, last, sprintf ("the text in %%s ends at the quote before '%s'; write %s for one inside it", ...
+                                      follows{1}, word([1 1])));
 end
 
 function seen = lookAtBracketEnd (seen, word, at)
@@ -119,11 +143,15 @@ function seen = lookAtEnd (seen, at, indent)
   seen.open(end) = [];
 end
 
-function seen = lookAtBlock (seen, word, at, indent)
+function seen = lookAtBlock (seen, word, at, script)
+  indent = indentOf (at, script);
   if (isInBracket (seen))
     seen = reportBracket (seen);
   elseif (! strcmp (word, "function"))
     seen.open(end+1) = struct ("word", word, "at", at, "indent", indent);
+    if (strcmp (word, "if") && ! isempty (regexp (script(max (at - 80, 1):at-1), '\<else[ \t]+$', "once")))
+      seen.elseIfs(end+1) = at;
+    end
   elseif (isempty (seen.open))
     seen.functions(end+1) = struct ("at", at, "endAt", 0);
   else
@@ -144,8 +172,13 @@ function seen = lookBack (seen, fault, isScript)
     if (! isempty (seen.passed))
       block = seen.passed;
     end
+    elseIf = seen.elseIfs(find (seen.elseIfs >= block.at, 1));
     last = {"end", "until"}{strcmp (block.word, "do") + 1};
-    seen = report (seen, block.at, ["'" block.word "' in %s has no '" last "'"]);
+    if (strcmp (block.word, "if") && ! isempty (elseIf))
+      seen = report (seen, elseIf, "'else if' in %s has no 'end' of its own; write elseif");
+    else
+      seen = report (seen, block.at, ["'" block.word "' in %s has no '" last "'"]);
+    end
   elseif (isInconsistent && isScript && ends(1) == 0)
     seen = report (seen, ends(find (ends, 1)), "'end' in %s ends a function: in a script, functions have no 'end'");
   elseif (isInconsistent && isScript)

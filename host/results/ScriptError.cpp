@@ -27,6 +27,10 @@ constexpr std::array enginesWarnings{
     EnginesWarning{"and what follows it never runs", "close or remove it"},
     EnginesWarning{"is not a number, but is read as one",
                    "correct the file, or skip headers: csvread(file, rows, columns)"},
+    EnginesWarning{"assigns and does not compare",
+                   "write == to compare; an assignment that is meant stands on a line of its own"},
+    EnginesWarning{"hides Octave's own function of that name",
+                   "rename the file and its calls: Octave's other functions call it, too"},
 };
 
 std::string_view withoutBlanks(std::string_view line) {

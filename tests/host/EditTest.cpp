@@ -108,7 +108,7 @@ TEST(EditCommand, makesAUnitWithoutASimulatorAsTheHelpShows) {
         user.pickTab(IDC_EDIT_TABS, matlabTab);
         user.type(IDC_MATLAB_SCRIPT, widen(withReturns(walk[1])));
         EXPECT_EQ(test(user), withReturns(walk[2]));
-        EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"The error is in line 3, column 3");
+        EXPECT_EQ(user.text(IDC_MATLAB_PLACE), L"The error is in line 3, column 5");
         user.pickTab(IDC_MATLAB_TABS, scriptPage);
         user.type(IDC_MATLAB_SCRIPT, widen(withReturns(mended)));
         EXPECT_EQ(test(user), withReturns(walk[3]));

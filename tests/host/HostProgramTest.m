@@ -253,6 +253,14 @@ if (! isequal ({result.warnings.subject}, {'script', 'script', 'stream Vapor', '
   error ('the warnings are %s', jsonencode (result.warnings));
 end
 
+write (file ('odd.json'), strrep (written_text, '"script": "drum.m"', ...
+  '"script": ["if nComp = 2, pi; end", "e = 1 + eps (2);"], "files": ["eps.m", "zeros.m"]'));
+write (file ('eps.m'), "function y = eps (x)\ny = nosuch;\n");
+write (file ('zeros.m'), "function y = zeros (x)\ny = 0;\n");
+errors = expect_failure (1, '/eps.m:2:5: ''nosuch'' undefined', 'run', file ('odd.json'));
+expect_text (errors, 'script: ''='' in line 1 assigns and does not compare; write == to compare');
+expect_text (errors, 'script: eps.m hides Octave''s own function of that name; rename the file');
+
 write (file ('odd.json'), strrep (written_text, '"script": "drum.m"', '"script": ["function drum", "disp(1)"]'));
 errors = expect_failure (1, 'setProduct was not called for product 1', 'run', file ('odd.json'));
 expect_text (errors, 'the function in line 1, which nothing calls, and what follows it never runs; write its statements');
@@ -265,10 +273,10 @@ back = pwd ();
 cd (folder);
 errors = expect_failure (1, 'Calculate failed at tidy.m:2:9', 'run', 'wrong.json');
 cd (back);
-expect_text (errors, "Report: Matlab Output\nreads\n\ntidy.m:2:9: 'nosuch' undefined\n    called from calls.m:3:3\nerror: ");
+expect_text (errors, "Report: Matlab Output\nreads\n\ntidy.m:2:9: 'nosuch' undefined\n    called from calls.m:3:5\nerror: ");
 write (file ('tidy.m'), "function y = tidy (x)\nerror(\"no data\\rates.m\");\n");
 errors = expect_failure (1, '/tidy.m:2:1: no data\rates.m', 'run', file ('wrong.json'), '--verbose');
-expect_text (errors, sprintf ("MATLAB done\nat tidy.m line 2, column 1\nat script line 3, column 3\n"));
+expect_text (errors, sprintf ("MATLAB done\nat tidy.m line 2, column 1\nat script line 3, column 5\n"));
 
 % A strict material has no phase before a flash, and its message says what to do.
 write (file ('strict.json'), strrep (written_text, '"script": "drum.m"', ...

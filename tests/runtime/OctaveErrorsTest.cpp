@@ -33,20 +33,31 @@ constexpr Mistake mistakes[] = {
     {"y = max(1, 2;", "parse error: '(' in line ", 8},
     {"disp(\"it's ]);", "parse error: the text that starts in line ", 6},
     {"y = x'; c = {x', 'it''s', 'a};", "parse error: the text that starts in line ", 27},
+    {"disp('the feed's flow');", "ends at the quote before 's'; write '' for one inside it", 15},
+    {"disp(['a' \"the \"best\" flow\"]);", "ends at the quote before 'best'; write \"\" for one inside it",
+     16},
+    {"y = max('two feeds' flow');", "ends at the quote before 'flow'; write '' for one inside it", 19},
+    {"if y == 'a' y = x'; z = = 3; end % don't", ": if y == 'a'", 25},
+    {"y = {'a' x', (3};", "parse error: '{' in line ", 5},
     {"if x, y = x(end); s.end = 1; % end", "parse error: 'if' in line ", 1},
+    {"if x, y = 1; else if y, x = 2; end", ": 'else if' in line ", 19},
+    {"if x && y = 3, end", ": write == to compare, '=' assigns: if x", 11},
+    {"y = x <> 3;", ": write ~= for <>: y = x <> 3;", 8},
+    {"y = 2.5x;", ": write * to multiply by a name: y", 8},
     {"y = [1 2 3] + [1 2];", "operator +: nonconformant arguments", 3},
     {"v = 1:3; y = v(5);", "out of bound", 12},
     {"c = {1}; y = c + 1;", "binary operator '+' not implemented", 12},
-    {"y = strsplit(3);", "strsplit: S and DEL must be string values", 3},
+    {"y = strsplit(3);", "strsplit: S and DEL must be string values", 5},
+    {"y = 2 + chol(-eye(2)); % not chol", "chol: input matrix must be positive definite", 9},
     {"y = fzero(@(t) nosuch(t), 1);", "'nosuch' undefined", 16},
     {"error('mine');", "mine", 1},
-    {"T = getFeedProp(1, 'temprature');", "\"temprature\" in getFeedProp; did you mean 'temperature'?", 3},
+    {"T = getFeedProp(1, 'temprature');", "\"temprature\" in getFeedProp; did you mean 'temperature'?", 5},
     {"flashEquilibrium([1 0 0], 'temperature', 300, 'pressure', 1e5);",
      "the mole fraction of each compound, got 1 by 3 values. Usage: ", 1},
-    {"z = getFeedProp(2, 'fraction');", "out of range for getFeedProp; expected 1, got 2", 3},
+    {"z = getFeedProp(2, 'fraction');", "out of range for getFeedProp; expected 1, got 2", 5},
     {"setParameter('Pressure', 3);", "above maximum value; parameter 'pressure' is at most 2.5, got 3", 1},
     {"setParameter('pressure', 'x');", "Cannot assign string to real parameter; parameter 'pressure'", 1},
-    {"p = getParameter('prssure');", "Invalid parameter name: prssure; did you mean 'pressure'?", 3},
+    {"p = getParameter('prssure');", "Invalid parameter name: prssure; did you mean 'pressure'?", 5},
     {"setReport('Sumary', 'x');", "Invalid report name: Sumary; did you mean 'Summary'?", 1},
 };
 
@@ -109,6 +120,11 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
     EXPECT_THAT(run("x = 1 + ...\n  2 + ...\n  nosuch;", "1;"), ElementsAre(ErrorPlace{"", 3, 3}));
     EXPECT_THAT(run("tidy", "function tidy\ntidy"),
                 ElementsAre(ErrorPlace{"tidy.m", 2, 1}, ErrorPlace{"", 1, 1}));
+    // Of some errors, Octave does not know the place.
+    EXPECT_THAT(run("x = {1};\n\ny = sum(x) + tidy; % sum(x)", "function y = tidy\ny = sum ({1});"),
+                IsEmpty());
+    EXPECT_THAT(narrow(unit.errorDescription()),
+                HasSubstr("sum: wrong type argument 'cell'; sum is called in line 3, line 2 of tidy.m"));
     EXPECT_THAT(run("try, nosuch, catch, end, disp('Evaluation error: x')", "1;"), IsEmpty());
 
     // What Octave notices only at the end: the indentation shows which block, and functions end alike.

@@ -78,6 +78,8 @@ TEST_F(OctaveRun, warnsInTermsOfTheScript) {
     ModelBag bag;
     const HostedUnit unit = createUnit(bag.script(""));
     const char* const table = "T,P\n1,2e5\n3,1.5 bar\n";
+    // In the code page, which the engine translates into a copy.
+    const char* const tidy = "function tidy\n% \xe9\nx = 1;\nif x = 2, end\n";
     const struct {
         const char* script;
         const char* printed;
@@ -91,6 +93,10 @@ TEST_F(OctaveRun, warnsInTermsOfTheScript) {
         {"f(1)\nend\n% its own\nfunction f(x)\nwarning('hot')\nend\n",
          "warning: hot\nwarning: called from\n    script at line 5 column 1\n    script at line 1 column "
          "1\n\n"},
+        {"x = 1; if x = 2, tidy, end\nwhile x(1) = 0, end\n",
+         "warning: '=' in line 1 assigns and does not compare\n"
+         "warning: '=' in line 2 assigns and does not compare\n"
+         "warning: '=' in line 4 of tidy.m assigns and does not compare\n"},
         {"try, x = 1;\n nosuch; catch e, disp(e.message), end\n", "'nosuch' undefined in line 2\n"},
         {"x = csvread('t.csv'); disp(x(1,2))\n",
          "warning: \"T\" in line 1 of t.csv is not a number, but is read as one\n0\n"},
@@ -101,7 +107,11 @@ TEST_F(OctaveRun, warnsInTermsOfTheScript) {
          "warning: \"2,5\" in line 1 of p.csv is not a number, but is read as one\n"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(unit.load(ModelBag().script(row.script).file("t.csv", table).file("p.csv", "1;2,5\n")),
+        EXPECT_EQ(unit.load(ModelBag()
+                                .script(row.script)
+                                .file("t.csv", table)
+                                .file("p.csv", "1;2,5\n")
+                                .file("tidy.m", tidy)),
                   S_OK);
         EXPECT_EQ(unit.calculate(), S_OK) << row.script << narrow(unit.errorDescription());
         EXPECT_EQ(narrow(unit.output()), std::string("MATLAB output:\n") + row.printed + "MATLAB done\n");
