@@ -2,11 +2,14 @@
 
 #include "Leftovers.h"
 #include "Noise.h"
+#include "PhaseNames.h"
 #include "Tolerances.h"
 #include "Variations.h"
 #include "cases/NumberText.h"
+#include "com/Text.h"
 #include "flowsheet/ModelDescription.h"
 #include "flowsheet/UnitSession.h"
+#include "materials/StreamState.h"
 #include "thermo/IdealGas.h"
 
 #include <algorithm>
@@ -88,11 +91,23 @@ CheckOutcome lookAtWarnings(CheckedCase& checked) {
     return outcome;
 }
 
+CheckOutcome lookAtPhaseNames(CheckedCase& checked) {
+    std::vector<std::string> phases;
+    for (const Place place : phasePlaces)
+        phases.push_back(narrow(placeLabel(place), CP_UTF8));
+    CheckOutcome outcome{"all names that are compared with phases are right", {}};
+    for (const UnitCase& unit : checked.sources.units)
+        if (const auto* model = std::get_if<UnitModel>(&unit.model))
+            std::ranges::move(wrongPhaseNames(*model, phases), std::back_inserter(outcome.findings));
+    return outcome;
+}
+
 CheckOutcome lookAtRun(CheckedCase& checked) {
     checked.base = checked.trials.run(checked.flowsheet);
     CheckOutcome outcome{"the case runs", {}};
     if (!checked.base.succeeded) {
         outcome = lookAtWarnings(checked); // they may be the cause
+        std::ranges::move(lookAtPhaseNames(checked).findings, std::back_inserter(outcome.findings));
         outcome.findings.push_back({checked.base.message, "mend the case first: SolvaneHost run"});
     } else if (const std::string unsound = unsoundOutput(checked.base.outputs); !unsound.empty())
         outcome.findings.push_back({unsound, "find the division by 0, or the value that was never set"});
@@ -249,6 +264,7 @@ constexpr std::array checks{
     CaseCheck{"single phases", lookAtPhases},
     CaseCheck{"noise", lookAtNoise, true},
     CaseCheck{"tolerances", lookAtTolerances},
+    CaseCheck{"phase names", lookAtPhaseNames},
     CaseCheck{"leftovers", lookAtLeftovers},
     CaseCheck{"cost", lookAtCost},
 };

@@ -26,7 +26,7 @@ function [checks, printed] = check (code, file)
   end
 end
 
-function expectFound (expected, script, parts = {}, composition = '{"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}')
+function printed = expectFound (expected, script, parts = {}, composition = '{"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}')
   % A case of one feed in two phases, with this script.
   folder = tempname ();
   mkdir (folder);
@@ -69,6 +69,28 @@ expectFound ({}, [reads {'setProduct(1, F, z, ''pressure'', P, ''enthalpy'', get
 expectFound ({}, [reads {sets('T + 1e-5 * max(0, P - 5e5)')}]);
 expectFound ({'noise', 'tolerances'}, [reads {'options = optimset(''TolX'', 1e-2); % or ''TolX'', 1', ...
   'x = fzero(@(x) x^3 - T, [1 100], options);', sets('x^3 + 1e-3 * sin(1e4 * P)')}], {'model.m:6: TolX is 1e-2'});
+
+% Lines with "wrong" have names that no phase has, and are all that is found.
+comparisons = {'vapor = strcmpi(phases, ''vapor'') | strcmp(phases, ''Vapor'');', ...
+  'vapor = find(strcmpi(phases, ''vapour'')); % wrong', 'vapor = strcmp (phaseNames, "vapor"); % wrong', ...
+  'second = strcmp(phases, ''Liquid2'') | ismember(lower(phases), {''vapor'', ''gas''});', ...
+  'if strcmpi(phases{1}, ''Gas'') || strcmp(''mass'', ''gas''), T = 300; end % wrong', ...
+  'kind = ''gas''; if strcmp(kind, ''vap''), T = 300; end', '% strcmp(phases, ''vapour'')', '%{', ...
+  'strcmp(phases, ''vapour'')', '%}', 'wanted = {''Vapor'', ''Liq''}; % wrong', 'for i = 1:2', ...
+  '  at = find(strcmpi(phases, wanted{i}));', 'end', '[names, ~] = ...', '  flashEquilibrium(z, ''pressure'', P, ...', ...
+  '  ''temperature'', T);', 'first = names{1};', 'if strcmp(first'', "liquid "), T = 300; end % wrong', ...
+  'if first(1:3) == ''Vap'', kind = ''%''; end', 'if false && lower(first) == ''vapour'', T = 300; end % wrong', ...
+  'switch lower(first)', '  case {''vapor'', ''gas''}', '  case ''liquids'' % wrong', '    kind = 1;', 'end'};
+names = [reads comparisons {sets('T')}];
+places = sprintf ('model.m:%d ', find (! cellfun (@isempty, strfind (names, '% wrong'))));
+printed = expectFound ({'phase names'}, names, {'write ''Vapor'': the phases are ''Vapor'' and ''Liquid'''});
+found = sprintf ('%s ', unique (regexp (printed, 'model\.m:\d+', 'match'), 'stable'){:});
+if (! strcmp (found, places))
+  error ('wrong names of phases: found %s, expected %s', found, places);
+end
+% A comparison that fails may also be the cause of a failed run.
+expectFound ({'run'}, [reads {'T = T + parts(find(strcmp(phases, ''vapor''))(1));', sets('T')}], ...
+  {'model.m:6: ''vapor'' is not the name of a phase'});
 
 % Each takes some 15 s: without ./test --long, the models that iterate or look for phases.
 iterating = {'absorber', 'flash-drum', 'heat-exchanger', 'plug-flow-reactor', 'shortcut-distillation'};
