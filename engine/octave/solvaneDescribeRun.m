@@ -11,7 +11,9 @@
 function printed = solvaneDescribeRun (printed, run, path, tools)
   mlock (); % each run forgets the other functions, and would read this one again
   [folder, fault] = {run.folder, run.fault}{:};
-  printed = withUsersCalls (withUsersConditions (printed, folder, tools));
+  if (! isempty (strfind (printed, "warning: ")))
+    printed = withUsersCalls (withUsersConditions (printed, folder, tools));
+  end
   mark = "Evaluation error: ";
   if (isempty (strfind (printed, mark)))
     done = "MATLAB done\n";
@@ -79,9 +81,6 @@ end
 % Octave warns of each '=' in a condition, with the path and line of the unit's copy.
 function printed = withUsersConditions (printed, folder, tools)
   start = "warning: suggest parenthesis around assignment used as truth value near line ";
-  if (isempty (strfind (printed, start)))
-    return;
-  end
   pattern = [start '(\d+)[^\n'']*''([^\n]+)''\n(?:warning: called from\n(?: {4}[^\n]+ at line \d+ column -?\d+\n)+\n?)?'];
   [warnings, parts] = regexp (printed, pattern, "match", "tokens");
   for k = 1:numel (warnings)
@@ -138,7 +137,9 @@ function printed = withHidingFiles (printed, folder, before)
       warnings = [warnings "warning: " hiding{1} " hides Octave's own function of that name\n"];
     end
   end
-  printed = insert (printed, warnings, before);
+  if (! isempty (warnings))
+    printed = insert (printed, warnings, before);
+  end
 end
 
 % What hides the script's last part: its text, line and column, and the rest of the script from there; empty if nothing
