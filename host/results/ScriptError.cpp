@@ -26,7 +26,13 @@ constexpr std::array enginesWarnings{
                    "write its statements before it, outside of any function, or call it there"},
     EnginesWarning{"and what follows it never runs", "close or remove it"},
     EnginesWarning{"is not a number, but is read as one",
-                   "correct the file, or skip headers: csvread(file, rows, columns)"},
+                   "correct the file, with decimals after a point, or skip headers: csvread(file, rows, "
+                   "columns)"},
+    EnginesWarning{"but are not read so", "name the separator, as in dlmread(file, ';') or dlmread(file, "
+                                          "'\\t'), and write decimals after a point"},
+    EnginesWarning{"has no numbers where it is read",
+                   "look whether the file is empty, or the script skips too many rows or columns"},
+    EnginesWarning{"is not plain text, but is read as such", "save it as plain text, such as \"CSV UTF-8\""},
     EnginesWarning{"assigns and does not compare",
                    "write == to compare; an assignment that is meant stands on a line of its own"},
     EnginesWarning{"hides Octave's own function of that name",

@@ -103,15 +103,39 @@ TEST_F(OctaveRun, warnsInTermsOfTheScript) {
         {"x = dlmread('t.csv', ',', 1, 0); disp(x(1,2))\n",
          "warning: \"1.5 bar\" in line 3 of t.csv is not a number, but is read as one\n200000\n"},
         {"x = dlmread('t.csv', ',', [1 0 1 1]); x = dlmread('t.csv', 'emptyvalue', NaN);\n", ""},
-        {"x = dlmread('p.csv', ';'); x = dlmread('p.csv');\n",
+        {"x = dlmread('p.csv', ';');\n",
          "warning: \"2,5\" in line 1 of p.csv is not a number, but is read as one\n"},
+        {"x = dlmread('p.csv');\n",
+         "warning: \"2,5\" in line 1 of p.csv is not a number, but is read as one\n"},
+        // All columns, or only the second one: Octave takes "5" for it.
+        {"x = csvread('p.csv', 0, 1);\n",
+         "warning: the numbers in line 1 of p.csv are separated by semicolons, but are not read so\n"},
+        {"x = csvread('tabs.csv', 1, 0);\n",
+         "warning: the numbers in line 2 of tabs.csv are separated by tabs, but are not read so\n"},
+        {"x = dlmread('tabs.csv', '\\t', 1, 0); x = dlmread('tabs.csv', '', 1, 0); disp(x)\n", "   1  -2\n"},
+        {"x = csvread('blanks.csv');\n",
+         "warning: \"3 -4\" in line 2 of blanks.csv is not a number, but is read as one\n"},
+        {"x = csvread('latin.csv', 1, 0); x = csvread('latin.csv');\n",
+         "warning: \"T\" in line 1 of latin.csv is not a number, but is read as one\n"},
+        {"x = csvread('t.csv', 3, 0);\n", "warning: t.csv has no numbers where it is read\n"},
+        {"fclose(fopen('none.csv', 'w')); x = csvread('none.csv');\n",
+         "warning: none.csv has no numbers where it is read\n"},
+        {"x = csvread('utf16.csv');\n", "warning: utf16.csv is not plain text, but is read as such\n"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(unit.load(ModelBag()
                                 .script(row.script)
                                 .file("t.csv", table)
                                 .file("p.csv", "1;2,5\n")
-                                .file("tidy.m", tidy)),
+                                .file("tidy.m", tidy)
+                                .file("tabs.csv", "T\tP\n1\t-2\n")
+                                .file("blanks.csv", "\xEF\xBB\xBF"
+                                                    "1, 1 + 2i\n3 -4\n")
+                                .file("latin.csv", "T,\xE9\n1,2\n")
+                                .file("utf16.csv", std::string("\xFF\xFE"
+                                                               "1\0,\0"
+                                                               "2\0",
+                                                               8))),
                   S_OK);
         EXPECT_EQ(unit.calculate(), S_OK) << row.script << narrow(unit.errorDescription());
         EXPECT_EQ(narrow(unit.output()), std::string("MATLAB output:\n") + row.printed + "MATLAB done\n");

@@ -1,5 +1,6 @@
-% Reads numbers from a file, as Octave does, but warns of the first cell that is not a number: of text Octave makes 0, and of
-% "1.5 bar" or "1,5" the number with which it begins. csvread calls this.
+% Reads numbers from a file, as Octave does, but warns of the first line that is read otherwise than it looks: of text Octave
+% makes 0, of "1.5 bar" or "1,5" the number with which it begins, and of numbers with another separator a part. csvread calls
+% this.
 
 function varargout = dlmread (varargin)
   warning ("off", "backtrace", "local");
@@ -8,32 +9,53 @@ function varargout = dlmread (varargin)
   if (! ischar (varargin{1}) || numel (texts) > 2 || any (strcmpi (texts, "emptyvalue")))
     return; % a script that gives a range of a spreadsheet, or what empty cells are, expects them
   end
-  separators = ",;: \t";
-  if (numel (texts) == 2 && ! isempty (texts{2}))
+  separators = "";
+  if (numel (texts) == 2)
     separators = do_string_escapes (texts{2});
   end
   corners = varargin(cellfun (@isnumeric, varargin));
   corners = double ([corners{:}]);
-  [line, cell] = firstText (texts{1}, separators, [corners [0 0 Inf Inf](numel (corners)+1:end)]);
-  if (line > 0)
-    warning ("\"%s\" in line %d of %s is not a number, but is read as one", cell, line, texts{1});
+  fault = firstFault (texts{1}, separators, [corners [0 0 Inf Inf](numel (corners)+1:end)]);
+  if (isempty (fault) && isempty (varargout{1}))
+    fault = sprintf ("%s has no numbers where it is read", texts{1});
+  end
+  if (! isempty (fault))
+    warning ("%s", fault);
   end
 end
 
-% The first cell that is not a number, and its line; 0 if there is none. The corners are those of the cells that are read,
-% counted from 0.
-function [line, cell] = firstText (file, separators, corners)
-  [line, cell] = {0, ""}{:};
+% What is read otherwise than it looks; empty if there is nothing. The corners are those of the cells that are read, counted
+% from 0.
+function fault = firstFault (file, separators, corners)
+  fault = "";
   handle = fopen (file);
   if (handle < 0)
     return;
   end
-  text = fread (handle, 1e7, "*char")';
+  bytes = fread (handle, 1e7, "*char")';
   fclose (handle);
-  number = '[-+]?(?:\d+\.?\d*|\.\d+|inf|nan|na)(?:e[-+]?\d+)?[ij]?';
-  isNumber = ['^\s*(?:' number '(?:\s*(?=[-+]|$))){0,2}\s*$'];
-  separator = ["[" regexprep(separators, '[]^-]', '\\$0') "]"];
+  if (isempty (bytes))
+    return;
+  end
+  if (any (bytes == "\0"))
+    fault = sprintf ("%s is not plain text, but is read as such", file);
+    return;
+  end
+  if (strncmp (bytes, char ([239 187 191]), 3))
+    bytes(1:3) = []; % the byte order mark
+  end
+  text = bytes;
+  text(text > 127) = "?"; % the expressions read UTF-8 only
   ends = [0 find(text == "\n") numel(text)+1];
+  if (isempty (separators))
+    separators = usualSeparators (text(ends(min (corners(1) + 1, end - 1))+1:end));
+  end
+  digits = '(?:\d+\.?\d*|\.\d+|inf|nan|na)(?:e[-+]?\d+)?';
+  real = ['\s*[-+]?\s*' digits];
+  isNumber = ['^(?:' real '[ij]?|' real '\s*[-+]\s*' digits '[ij]|' real '[ij]\s*[-+]\s*' digits '|)\s*$'];
+  isSeveral = ['^' real '\s*([;\t])' real];
+  isOdd = @(cells) cellfun (@isempty, regexp (cells, isNumber, "once", "ignorecase", "emptymatch"));
+  separator = ["[" regexprep(separators, '[]^-]', '\\$0') "]"];
   last = 0;
   for k = lookup (ends, oddOnes (text, separators))
     if (k == last || k <= corners(1) || k > corners(3) + 1)
@@ -41,16 +63,37 @@ function [line, cell] = firstText (file, separators, corners)
     end
     last = k;
     cells = regexp (text(ends(k)+1:ends(k+1)-1), separator, "split");
-    cells = cells(min (corners(2), end)+1:min (corners(4) + 1, end));
-    odd = find (cellfun (@isempty, regexp (cells, isNumber, "once", "ignorecase", "emptymatch")), 1);
+    cells = cells(1:min (corners(4) + 1, end));
+    several = regexp (cells, isSeveral, "tokens", "once", "ignorecase");
+    several = [several{:}];
+    if (! isempty (several))
+      names = {"semicolons", "tabs"};
+      fault = sprintf ("the numbers in line %d of %s are separated by %s, but are not read so", k, file, ...
+                       names{1 + strcmp(several{1}, "\t")});
+      return;
+    end
+    odd = find (isOdd (cells(min (corners(2), end)+1:end)), 1) + corners(2);
     if (! isempty (odd))
-      [line, cell] = {k, cells{odd}}{:};
+      from = ends(k) + sum (cellfun (@numel, cells(1:odd-1)) + 1);
+      fault = sprintf ("\"%s\" in line %d of %s is not a number, but is read as one", ...
+                       bytes(from + (1:numel (cells{odd}))), k, file);
       return;
     end
   end
 end
 
-% Where characters stand that numbers seldom have. Looking at every cell of a long file would take seconds.
+% What Octave takes for the separator if it is given none: what follows the first number of the first line.
+function separators = usualSeparators (text)
+  separators = regexp (text, '^\s*[^\d\n]*\d[^\n,:; \t]*([,:; \t])', "tokens", "once");
+  if (isempty (separators) || isspace (separators{1}))
+    separators = " \t";
+  else
+    separators = separators{1};
+  end
+end
+
+% Where characters stand that numbers seldom have, and blanks between numbers. Looking at every cell of a long file would take
+% seconds.
 function places = oddOnes (text, separators)
   isPlain = false (1, 256);
   isPlain(double (["0123456789+-. \t\r\n" separators]) + 1) = true;
@@ -58,4 +101,19 @@ function places = oddOnes (text, separators)
   around = [" " text " "];
   isExponent = (text(places) == "e" | text(places) == "E") & isdigit (around(places)) & isPlain(double (around(places+2)) + 1);
   places(isExponent) = [];
+  for blank = setdiff (" \t", separators)
+    blanks = find (text == blank);
+    if (isempty (blanks))
+      continue;
+    end
+    isEnd = [diff(blanks) > 1, true];
+    begins = blanks([true, isEnd(1:end-1)]);
+    ends = blanks(isEnd);
+    places = [places begins(isNumeric (around(begins)) & isNumeric (around(ends+2)))];
+  end
+  places = sort (places);
+end
+
+function is = isNumeric (text)
+  is = isdigit (text) | text == "." | text == "+" | text == "-";
 end
