@@ -50,6 +50,7 @@ struct ModelParameter {
     std::vector<double> dimensionality{}; ///< exponents of m, kg, s, A, K, mol, cd, rad; empty if not stated
     std::vector<std::string> options{};
     bool restricted = false;
+    bool isPlainNumber = false; ///< a case states the value as a number without a unit
 };
 
 /// A file of the unit's model.
@@ -73,6 +74,7 @@ struct UnitModel {
 struct ParameterSetting {
     std::string name;
     ParameterValue value;
+    bool isPlainNumber = false; ///< the case states it as a number without a unit
 };
 
 struct PortConnection {

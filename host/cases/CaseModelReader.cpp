@@ -119,6 +119,8 @@ bool readParameter(const CasePlace& place, ModelParameter& parameter) {
         !isWithinLimits(place, parameter, "value", parameter.value) ||
         !isWithinLimits(place, parameter, "default", parameter.defaultValue))
         return false;
+    const char* const key = parameter.value ? "value" : "default";
+    parameter.isPlainNumber = place.value().contains(key) && place.value().at(key).is_number();
     if (!parameter.value)
         parameter.value = parameter.defaultValue;
     return parameter.value || !parameter.isInput || place.fail("an input needs a \"value\" or a \"default\"");

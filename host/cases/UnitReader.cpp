@@ -49,6 +49,7 @@ bool readConfiguration(const CasePlace& place, const std::filesystem::path& fold
     for (const auto& [name, value] : settings.value().items()) {
         ParameterSetting& setting = unit.parameters.emplace_back();
         setting.name = name;
+        setting.isPlainNumber = value.is_number();
         if (!readSetting(settings.member(name), setting.value))
             return false;
     }

@@ -6,6 +6,8 @@
 #include "UnitCalls.h"
 #include "WorkerThread.h"
 #include "results/Balances.h"
+#include "results/FailureHint.h"
+#include "results/PlainNumbers.h"
 #include "results/ScriptError.h"
 #include "results/Warnings.h"
 
@@ -228,13 +230,17 @@ void Flowsheet::review(std::size_t unit, RunResults& results) const {
     for (const PortConnection& port : unitCase.products)
         products.push_back(find(results.streams, port));
     results.balances.push_back(balanceOf(unitCase.name, case_.compounds, feeds, products));
+    addParameterWarnings(unitCase, results.units[unit], results.warnings);
     addScriptWarnings(results.units[unit], results.warnings);
     addWarnings(results.units[unit], results.balances.back(), feeds, products, results.warnings);
 }
 
 bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error) const {
     results.units[unit].status = UnitStatus::failed;
+    addParameterWarnings(case_.units[unit], results.units[unit], results.warnings);
     addScriptWarnings(results.units[unit], results.warnings);
+    if (const std::string_view hint = failureHint(error); !hint.empty())
+        error.append("; ").append(hint);
     results.failure.emplace().message = error;
     results.failure->unit = case_.units[unit].name;
     if (case_.isFlowsheet)

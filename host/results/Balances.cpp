@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <functional>
 #include <string_view>
 
 namespace solvane::host {
@@ -59,8 +60,8 @@ Balance balanceOf(const std::string& unit, std::span<const Compound* const> comp
         addElements(compounds[i]->formula, moles, balance.elements);
     }
     balance.reacts = isKept(balance.mass) && !keepsCompounds;
-    const auto enthalpy = balance.reacts ? &StreamResult::enthalpyF : &StreamResult::enthalpy;
-    balance.enthalpy = flows([&](const StreamResult& stream) { return stream.*enthalpy; });
+    balance.sensible = flows(std::mem_fn(&StreamResult::enthalpy));
+    balance.enthalpy = balance.reacts ? flows(std::mem_fn(&StreamResult::enthalpyF)) : balance.sensible;
     return balance;
 }
 

@@ -76,6 +76,7 @@ struct Balance {
     /// W; includes the enthalpies of formation if the unit reacts. The difference is the heat and work that
     /// the unit takes up.
     Flows enthalpy{};
+    Flows sensible{};    ///< W; the enthalpies without those of formation
     bool reacts = false; ///< conserves the mass, but not the moles of each compound
     std::vector<ElementFlow> elements{};
 };

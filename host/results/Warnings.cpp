@@ -1,6 +1,7 @@
 #include "Warnings.h"
 
 #include "Balances.h"
+#include "EnthalpyWarnings.h"
 #include "ScriptError.h"
 #include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
@@ -24,6 +25,7 @@ std::string number(double value) {
 struct StreamFault {
     std::string text;
     std::string remedy;
+    std::optional<double> state{}; ///< the temperature or pressure at fault
 };
 
 // Each rule returns the fault of a product, if it has one.
@@ -49,7 +51,7 @@ std::optional<StreamFault> temperatureFault(const StreamResult& stream, double) 
     return StreamFault{"the temperature, " + number(stream.temperature) + " K, lies outside " +
                            number(lowestFitted) + " to " + number(highestFitted) +
                            " K, the range of the package's heat capacities",
-                       "temperatures are in K"};
+                       "temperatures are in K", stream.temperature};
 }
 
 /// A pressure in bar where Pa are expected.
@@ -60,28 +62,40 @@ std::optional<StreamFault> pressureFault(const StreamResult& stream, double lowe
         return std::nullopt;
     return StreamFault{"the pressure, " + number(stream.pressure) +
                            " Pa, lies far below that of the feeds, " + number(lowestFeedPressure) + " Pa",
-                       "pressures are in Pa: 1 bar is 1e5 Pa"};
+                       "pressures are in Pa: 1 bar is 1e5 Pa", stream.pressure};
 }
 
-/// A state of a feed, as a case states it.
-struct FeedNumber {
-    const char* name;
-    std::optional<double> FeedStream::* value;
-    std::string FeedStream::* unit;
-    const char* siUnit;
-    double least;
-    double most;
-    const char* usualUnit;
-};
-
-constexpr std::array feedNumbers{
-    FeedNumber{"temperature", &FeedStream::temperature, &FeedStream::temperatureUnit, "K", 100, 5000, "degC"},
-    FeedNumber{"pressure", &FeedStream::pressure, &FeedStream::pressureUnit, "Pa", 1e3, 1e12, "bar"},
-};
+/// Whether a warning says already that the number comes from a parameter.
+bool isOfParameter(const StreamFault& fault, const UnitResult& unit, const std::vector<Warning>& warnings) {
+    return fault.state && std::ranges::any_of(unit.parameters, [&](const ModelParameter& parameter) {
+               return parameter.value == ParameterValue(*fault.state) &&
+                      std::ranges::any_of(warnings, [&](const Warning& warning) {
+                          return warning.unit == unit.name &&
+                                 warning.subject == "parameter " + parameter.name;
+                      });
+           });
+}
 
 constexpr std::array streamRules{compositionFault, flowFault, temperatureFault, pressureFault};
 
 constexpr char balanceRemedy[] = "compare the script's balance with its equations";
+
+void addBalanceWarnings(const UnitResult& unit, const Balance& balance, std::vector<Warning>& warnings) {
+    const std::size_t before = warnings.size();
+    const auto compare = [&](const Flows& flows, const std::string& unitOfFlow, const std::string& what) {
+        if (!isKept(flows))
+            warnings.push_back({unit.name, "balance",
+                                number(flows.in) + unitOfFlow + what + " go in and " + number(flows.out) +
+                                    unitOfFlow + " come out",
+                                balanceRemedy});
+    };
+    compare(balance.mass, " kg/s", "");
+    if (balance.reacts)
+        for (const ElementFlow& element : balance.elements)
+            compare(element.moles, " mol/s", " of " + element.symbol);
+    if (warnings.size() == before)
+        addEnthalpyWarnings(unit, balance, warnings);
+}
 
 } // namespace
 
@@ -96,7 +110,8 @@ void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const
         feeds.empty() ? 0 : (*std::ranges::min_element(feeds, {}, &StreamResult::pressure))->pressure;
     for (const StreamResult* product : products)
         for (const auto rule : streamRules)
-            if (auto fault = rule(*product, lowestFeedPressure))
+            if (auto fault = rule(*product, lowestFeedPressure);
+                fault && !isOfParameter(*fault, unit, warnings))
                 warnings.push_back(
                     {unit.name, "stream " + product->name, std::move(fault->text), std::move(fault->remedy)});
     for (const ModelParameter& parameter : unit.parameters)
@@ -104,39 +119,13 @@ void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const
             warnings.push_back({unit.name, "parameter " + parameter.name,
                                 "the output has no value: the script never set it, or set it to NaN",
                                 "call setParameter for it, or remove it"});
-    // A source or a sink of the flowsheet conserves nothing.
-    if (balance.mass.in != 0 && !products.empty() && !isKept(balance.mass))
-        warnings.push_back(
-            {unit.name, "balance",
-             number(balance.mass.in) + " kg/s go in and " + number(balance.mass.out) + " kg/s come out",
-             balanceRemedy});
-    else if (balance.reacts)
-        for (const ElementFlow& element : balance.elements)
-            if (!isKept(element.moles))
-                warnings.push_back({unit.name, "balance",
-                                    number(element.moles.in) + " mol/s of " + element.symbol + " go in and " +
-                                        number(element.moles.out) + " mol/s come out",
-                                    balanceRemedy});
-}
-
-void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings) {
-    for (const UnitCase& unit : flowsheet.units)
-        for (const PortConnection& port : unit.feeds) {
-            const auto feed = std::ranges::find(flowsheet.feeds, port.stream, &FeedStream::name);
-            if (feed == flowsheet.feeds.end())
-                continue;
-            for (const FeedNumber& one : feedNumbers) {
-                const std::optional<double>& value = (*feed).*one.value;
-                if (!value || !((*feed).*one.unit).empty() || (*value >= one.least && *value <= one.most))
-                    continue;
-                const std::string shown = number(*value);
-                warnings.push_back(
-                    {unit.name, "stream " + feed->name,
-                     std::string("the ") + one.name + ", " + shown + ", has no unit and is read as " + shown +
-                         " " + one.siUnit,
-                     std::string("state its unit, as in \"") + shown + " " + one.usualUnit + "\""});
-            }
-        }
+    // A source or a sink of the flowsheet conserves nothing, and wrong fractions no balance.
+    const bool hasBalance = balance.mass.in != 0 && !products.empty() &&
+                            std::ranges::none_of(products, [](const StreamResult* product) {
+                                return compositionFault(*product, 0).has_value();
+                            });
+    if (hasBalance)
+        addBalanceWarnings(unit, balance, warnings);
 }
 
 } // namespace solvane::host

@@ -14,7 +14,4 @@ void addScriptWarnings(const UnitResult& unit, std::vector<Warning>& warnings);
 void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
                  std::span<const StreamResult* const> products, std::vector<Warning>& warnings);
 
-/// Adds the feeds whose temperatures and pressures, numbers without a unit, look like those of another unit.
-void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings);
-
 } // namespace solvane::host

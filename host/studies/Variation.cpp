@@ -74,7 +74,7 @@ void setParameter(std::vector<ParameterSetting>& settings, const std::string& na
     if (found == settings.end())
         settings.push_back({name, std::move(value)});
     else
-        found->value = std::move(value);
+        *found = {found->name, std::move(value)};
 }
 
 /// Sets a condition, or notes the change of a flow or a fraction.

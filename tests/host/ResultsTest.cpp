@@ -1,5 +1,6 @@
 #include "results/Balances.h"
 #include "results/FlowsheetDrawing.h"
+#include "results/PlainNumbers.h"
 #include "results/ResultTables.h"
 #include "results/ResultsCsv.h"
 #include "results/ResultsHtml.h"
@@ -25,7 +26,7 @@ RunResults someResults() {
     results.compounds = {"methane", "propane"};
     results.streams = {{"Zufluß", 300, 2e6, 100, {0.25, 0.75}, 0.5, -1234.5, -9e4},
                        {"A stream with a long name", 260.125, 1.5e5, 0, {1, 0}, 1, 10, 20}};
-    results.balances = {{"Drum", {1.5, 1.25}, {100, 100}, {-5e3, 2e3}, true}};
+    results.balances = {{"Drum", {1.5, 1.25}, {100, 100}, {-5e3, 2e3}, {}, true}};
     results.warnings = {{"Drum", "stream top", "it is odd"}};
     results.streams[0].massFlow = 3;
     results.streams[0].phases = {{"Vapor", 0.5, {0.5, 0.5}}, {"Liquid", 0.5, {0, 1}}};
@@ -199,12 +200,10 @@ TEST(Warnings, reportImplausibleResults) {
         backwards{"backwards", 300, 1e5, -1, {1, 0}}, cold{"cold", 100, 1e5, 0, {1, 0}},
         bar{"bar", 300, 20, 1, {1, 0}};
     std::vector<Warning> warnings;
-    addWarnings(unit, lossy, std::array{&sound}, std::array{&sound, &half, &backwards, &cold, &bar},
-                warnings);
+    addWarnings(unit, lossy, std::array{&sound}, std::array{&sound, &backwards, &cold, &bar}, warnings);
     addWarnings({.name = "Drum"}, {}, {}, std::array{&bar}, warnings);
+    addWarnings({.name = "Drum"}, lossy, std::array{&sound}, std::array{&sound, &half}, warnings);
     EXPECT_EQ(warningLines(warnings),
-              "warning: Drum, stream half: the mole fractions sum to 0.5, not to 1; divide the composition "
-              "by its sum: x/sum(x)\n"
               "warning: Drum, stream backwards: the flow, -1 mol/s, must not be negative; let the script "
               "refuse what makes it "
               "negative, by error\n"
@@ -221,7 +220,16 @@ TEST(Warnings, reportImplausibleResults) {
               "setParameter for "
               "it, or remove it\n"
               "warning: Drum, balance: 2 kg/s go in and 1 kg/s come out; compare the script's balance "
-              "with its equations\n");
+              "with its equations\n"
+              "warning: Drum, stream half: the mole fractions sum to 0.5, not to 1; divide the composition "
+              "by its sum: x/sum(x)\n");
+
+    // A product at the temperature or pressure of a parameter that is warned of.
+    warnings = {{"Drum", "parameter P", "no unit"}};
+    unit = {.name = "Drum", .parameters = {{.name = "P", .value = 20.0}, {.name = "T", .value = 100.0}}};
+    addWarnings(unit, {}, std::array{&sound}, std::array{&cold, &bar}, warnings);
+    ASSERT_EQ(warnings.size(), 2u);
+    EXPECT_EQ(warnings[1].subject, "stream cold");
 
     warnings.clear();
     const Balance alchemy{
@@ -249,6 +257,109 @@ TEST(Warnings, nameFeedsThatLookLikeThoseOfAnotherUnit) {
         "warning: Drum, stream bar: the pressure, 12, has no unit and is read as 12 Pa; state its unit, as "
         "in "
         "\"12 bar\"\n");
+}
+
+TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
+    const std::vector<double> kelvin{0, 0, 0, 0, 1}, pascal{-1, 1, -2};
+    UnitCase unit{.name = "Drum"};
+    UnitModel& model = unit.model.emplace<UnitModel>();
+    UnitResult result{.name = "Drum"};
+    const auto add = [&](const char* name, double value, const std::vector<double>& dimensionality,
+                         bool isPlainNumber = true) {
+        model.parameters.push_back(
+            {.name = name, .value = value, .dimensionality = dimensionality, .isPlainNumber = isPlainNumber});
+        result.parameters.push_back(model.parameters.back());
+    };
+    add("outlet pressure", 5, pascal);
+    add("Temperature of the drum", 80, kelvin);
+    add("T2", -20, kelvin);
+    add("pressure", 200, pascal, false); // "2 mbar"
+    add("pressure drop", 5, pascal);
+    add("temperature approach", 10, kelvin);
+    add("pressure of the jacket", 0, pascal);
+    add("pinch", 10, kelvin);
+    add("pressure ratio", 3, {});
+    add("given temperature", 350, kelvin);
+    add("given pressure", 1e5, pascal);
+    unit.parameters = {{"Given Temperature", std::string("80 K")}, {"given pressure", 7.0, true}};
+    result.parameters[9].value = 80.0;
+    result.parameters[10].value = 7.0;
+    result.parameters.push_back(
+        {.name = "temperature", .isInput = false, .value = 5.0, .dimensionality = kelvin});
+    std::vector<Warning> warnings;
+    addParameterWarnings(unit, result, warnings);
+    std::vector<std::string> texts;
+    for (const Warning& warning : warnings)
+        texts.push_back(warning.subject + ": " + warning.text + "; " + warning.remedy);
+    EXPECT_EQ(texts,
+              (std::vector<std::string>{
+                  "parameter outlet pressure: the value, 5, has no unit and is read as 5 Pa; state its "
+                  "unit, as in \"5 bar\"",
+                  "parameter Temperature of the drum: the value, 80, has no unit and is read as 80 K; "
+                  "state its unit, as in \"80 degC\"",
+                  "parameter T2: the value, -20, has no unit and is read as -20 K; state its unit, as in "
+                  "\"-20 degC\"",
+                  "parameter given pressure: the value, 7, has no unit and is read as 7 Pa; state its "
+                  "unit, as in \"7 bar\""}));
+}
+
+TEST(Warnings, sayWhyEnthalpiesDoNotClose) {
+    const std::vector<double> power{2, 1, -3};
+    const StreamResult stream{"s", 300, 1e5, 1, {1}};
+    struct Row {
+        bool reacts;
+        Flows sensible;
+        Flows enthalpy;
+        std::optional<double> duty; // a parameter, W
+        const char* warning;
+    };
+    const char* const leftOut = "balance: the enthalpies close without those of formation only: the heat of "
+                                "reaction, -40000 W, is left out";
+    const Row rows[] = {
+        {true, {9e4, 9e4}, {-3e6, -3.04e6}, {}, leftOut},
+        {true, {9e4, 13e4}, {-3e6, -3e6}, {}, ""},    // adiabatic
+        {true, {9e4, 10e4}, {-3e6, -3.03e6}, {}, ""}, // cooled by what no parameter shows
+        {true, {9e4, 9e4}, {-3e6, -3.04e6}, 4e4, ""}, // cooled to unchanged enthalpies
+        {true,
+         {9e4, 9e4 - 5e3},
+         {-3e6, -3.045e6},
+         -5e3,
+         "parameter duty: the enthalpies change by this value without those of formation, and by -45000 W "
+         "with them"},
+        {true, {9e4, 9e4 - 5e3}, {-3e6, -3.045e6}, -45e3, ""},
+        {true,
+         {9e4, 9e4 + 41},
+         {-3e6, -3.04e6 + 41},
+         {},
+         "balance: the enthalpies without those of formation change by 41 W, a thousandth of the heat of "
+         "reaction, -40000 W"},
+        {false,
+         {1e5, 1.5e5},
+         {1e5, 1.5e5},
+         50.0,
+         "parameter duty: the enthalpies change by 50000 W, a thousand times this value"},
+        {false,
+         {1e5, 1e5 + 50},
+         {1e5, 1e5 + 50},
+         -5e4,
+         "parameter duty: the enthalpies change by 50 W, a thousandth of this value"},
+        {false, {1e5, 1.5e5}, {1e5, 1.5e5}, 5e4, ""},
+        {false, {1e5, 1.5e5}, {1e5, 1.5e5}, 48.0, ""},
+        {false, {1e5, 1e5}, {1e5, 1e5}, 0.0, ""},
+    };
+    for (const Row& row : rows) {
+        UnitResult unit{.name = "R"};
+        if (row.duty)
+            unit.parameters.push_back({.name = "duty", .value = *row.duty, .dimensionality = power});
+        const Balance balance{
+            .mass = {2, 2}, .enthalpy = row.enthalpy, .sensible = row.sensible, .reacts = row.reacts};
+        std::vector<Warning> warnings;
+        addWarnings(unit, balance, std::array{&stream}, std::array{&stream}, warnings);
+        std::string text;
+        for (const Warning& warning : warnings)
+            text += warning.subject + ": " + warning.text;
+        EXPECT_EQ(text, row.warning);
+    }
 }
 
 TEST(ScriptErrors, readAsEditorsExpect) {

@@ -1,0 +1,118 @@
+#include "PlainNumbers.h"
+
+#include "cases/NumberText.h"
+#include "cases/ParameterRules.h"
+#include "cases/UnitOfMeasure.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+
+namespace solvane::host {
+
+namespace {
+
+/// The numbers in an SI unit that a process may have, and the unit that others probably are in.
+struct UsualRange {
+    const char* name; ///< of the quantity
+    char symbol;
+    const char* siUnit;
+    double least;
+    double most;
+    const char* otherUnit;
+};
+
+constexpr UsualRange temperatures{"temperature", 'T', "K", 100, 5000, "degC"};
+constexpr UsualRange pressures{"pressure", 'P', "Pa", 1e3, 1e12, "bar"};
+
+/// A state of a feed, as a case states it.
+struct FeedNumber {
+    const UsualRange& range;
+    std::optional<double> FeedStream::* value;
+    std::string FeedStream::* unit;
+};
+
+constexpr std::array feedNumbers{
+    FeedNumber{temperatures, &FeedStream::temperature, &FeedStream::temperatureUnit},
+    FeedNumber{pressures, &FeedStream::pressure, &FeedStream::pressureUnit},
+};
+
+/// Words in the names of temperatures and pressures that may be small, or of none that a stream has.
+constexpr std::array<std::string_view, 14> otherQuantities{
+    "drop", "diff", "rise",    "approach", "loss",   "change",     "delta",
+    "tol",  "step", "partial", "vapor",    "vapour", "activation", "vacuum"};
+
+bool contains(std::string_view text, std::string_view word) {
+    const auto isSame = [](char any, char lower) {
+        return std::tolower(static_cast<unsigned char>(any)) == lower;
+    };
+    return !std::ranges::search(text, word, isSame).empty();
+}
+
+/// Whether the parameter is the temperature or pressure of a stream or vessel, such as "outlet pressure",
+/// "T2".
+bool isOfState(const ModelParameter& parameter, const UsualRange& range) {
+    const std::string& name = parameter.name;
+    const bool isSymbol =
+        name.starts_with(range.symbol) &&
+        (name.size() == 1 || std::string_view("_0123456789").find(name[1]) != std::string_view::npos);
+    return (isSymbol || contains(name, range.name)) &&
+           isSameDimension(parameter.dimensionality, parseUnit(range.siUnit)->exponents) &&
+           !isDifference(parameter.dimensionality) &&
+           std::ranges::none_of(otherQuantities, [&](std::string_view word) { return contains(name, word); });
+}
+
+void addIfUnusual(const std::string& unit, const std::string& subject, const std::string& what, double value,
+                  const UsualRange& range, std::vector<Warning>& warnings) {
+    if (value >= range.least && value <= range.most)
+        return;
+    const std::string shown = shortNumber(value, 7);
+    warnings.push_back(
+        {unit, subject,
+         "the " + what + ", " + shown + ", has no unit and is read as " + shown + " " + range.siUnit,
+         "state its unit, as in \"" + shown + " " + range.otherUnit + "\""});
+}
+
+/// Whether the case states the value of the parameter as a number without a unit.
+bool isPlainNumber(const UnitCase& unit, const std::string& parameter) {
+    const auto isNamed = [&](const auto& one) { return isSameName(one.name, parameter); };
+    const auto setting = std::ranges::find_if(unit.parameters, isNamed);
+    if (setting != unit.parameters.end())
+        return setting->isPlainNumber;
+    const auto* model = std::get_if<UnitModel>(&unit.model);
+    return model && std::ranges::any_of(model->parameters, [&](const ModelParameter& one) {
+               return isNamed(one) && one.isPlainNumber;
+           });
+}
+
+} // namespace
+
+void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings) {
+    for (const UnitCase& unit : flowsheet.units)
+        for (const PortConnection& port : unit.feeds) {
+            const auto feed = std::ranges::find(flowsheet.feeds, port.stream, &FeedStream::name);
+            if (feed == flowsheet.feeds.end())
+                continue;
+            for (const FeedNumber& one : feedNumbers)
+                if (const std::optional<double>& value = (*feed).*one.value;
+                    value && ((*feed).*one.unit).empty())
+                    addIfUnusual(unit.name, "stream " + feed->name, one.range.name, *value, one.range,
+                                 warnings);
+        }
+}
+
+void addParameterWarnings(const UnitCase& unit, const UnitResult& result, std::vector<Warning>& warnings) {
+    for (const ModelParameter& parameter : result.parameters) {
+        const auto* value =
+            parameter.isInput && parameter.value ? std::get_if<double>(&*parameter.value) : nullptr;
+        // 0 often stands for a value that is not used.
+        if (!value || *value == 0 || !isPlainNumber(unit, parameter.name))
+            continue;
+        for (const UsualRange* range : {&temperatures, &pressures})
+            if (isOfState(parameter, *range))
+                addIfUnusual(unit.name, "parameter " + parameter.name, "value", *value, *range, warnings);
+    }
+}
+
+} // namespace solvane::host

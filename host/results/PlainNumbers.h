@@ -1,0 +1,17 @@
+/// Numbers that a case states without a unit, and that look like those of another unit.
+#pragma once
+
+#include "RunResults.h"
+
+#include <vector>
+
+namespace solvane::host {
+
+/// Adds the feeds with such temperatures and pressures.
+void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings);
+
+/// Adds the inputs of a unit with such values. Those of a model file are in SI units, unless the case sets
+/// them.
+void addParameterWarnings(const UnitCase& unit, const UnitResult& result, std::vector<Warning>& warnings);
+
+} // namespace solvane::host
