@@ -9,6 +9,92 @@
 
 namespace solvane::host {
 
+namespace {
+
+/// One of the two phases that a feed can be in alone.
+struct Side {
+    const char* name;
+    double vaporFraction;     ///< where it begins
+    double temperatureStep;   ///< from there into it, K
+    double pressureFactor;    ///< likewise
+    FlashCondition farInside; ///< where nearly all feeds have it
+};
+
+constexpr std::array sides{
+    Side{" as a liquid below its bubble point", 0, -5, 1.2, {FlashVariable::temperature, lowestFitted + 5}},
+    Side{" as a vapour above its dew point", 1, 5, 0.8, {FlashVariable::pressure, 1e5}},
+};
+
+bool isWithinData(double temperature) {
+    return temperature >= lowestFitted && temperature <= highestFitted;
+}
+
+bool readState(const PropertyPackage& package, const FeedStream& feed, Equilibrium& state) {
+    std::vector<FlashCondition> given;
+    if (feed.temperature)
+        given.push_back({FlashVariable::temperature, *feed.temperature});
+    if (feed.pressure)
+        given.push_back({FlashVariable::pressure, *feed.pressure});
+    if (feed.vaporFraction)
+        given.push_back({FlashVariable::vaporFraction, *feed.vaporFraction});
+    std::string error;
+    return package.flash(feed.composition, given.at(0), given.at(1), state, error);
+}
+
+/// Changes the feed's temperature at its pressure or, where it has no such state within the data, its
+/// pressure at its temperature, or both. False if it has none anywhere.
+bool bringToSide(const PropertyPackage& package, const Side& side, FeedStream& feed) {
+    Equilibrium own, saturated;
+    if (!readState(package, feed, own))
+        return false;
+    for (const FlashCondition& kept :
+         {FlashCondition{FlashVariable::pressure, own.pressure},
+          FlashCondition{FlashVariable::temperature, own.temperature}, side.farInside}) {
+        std::string error;
+        if (!package.flash(feed.composition, kept, {FlashVariable::vaporFraction, side.vaporFraction},
+                           saturated, error))
+            continue;
+        const bool keepsPressure = kept.variable == FlashVariable::pressure;
+        const double temperature = saturated.temperature + (keepsPressure ? side.temperatureStep : 0);
+        if (!isWithinData(temperature))
+            continue;
+        feed.temperature = temperature;
+        feed.pressure = saturated.pressure * (keepsPressure ? 1 : side.pressureFactor);
+        feed.vaporFraction.reset();
+        return true;
+    }
+    return false;
+}
+
+/// The feed's compounds that boil first and last, of which a flash at given conditions makes one phase. None
+/// for up to two compounds: without one of them the other is alone.
+std::vector<const Compound*> extremeCompounds(const std::vector<const Compound*>& compounds,
+                                              const FeedStream& feed) {
+    std::vector<const Compound*> present;
+    for (std::size_t i = 0; i < compounds.size(); ++i)
+        if (feed.composition[i] > 0)
+            present.push_back(compounds[i]);
+    if (present.size() <= 2)
+        return {};
+    const auto [first, last] = std::ranges::minmax_element(present, {}, &Compound::normalBoilingPoint);
+    return {*first, *last};
+}
+
+/// Gives the feed this compound only, at its temperature and pressure.
+bool makePure(const PropertyPackage& package, const Compound& compound, FeedStream& feed) {
+    Equilibrium own;
+    if (!readState(package, feed, own))
+        return false;
+    feed.temperature = own.temperature;
+    feed.pressure = own.pressure;
+    feed.vaporFraction.reset();
+    for (std::size_t i = 0; i < feed.composition.size(); ++i)
+        feed.composition[i] = package.compounds()[i] == &compound ? 1 : 0;
+    return true;
+}
+
+} // namespace
+
 std::vector<CaseVariation> withoutFlow(const Case& flowsheet) {
     std::vector<CaseVariation> variations;
     for (std::size_t i = 0; i < flowsheet.feeds.size(); ++i) {
@@ -32,15 +118,17 @@ Case withReversedCompounds(const Case& flowsheet) {
 }
 
 std::vector<CaseVariation> withoutCompound(const Case& flowsheet) {
+    const PropertyPackage package(flowsheet.compounds);
     std::vector<CaseVariation> variations;
     for (std::size_t i = 0; i < flowsheet.compounds.size(); ++i) {
         CaseVariation variation{std::string(flowsheet.compounds[i]->name) + " absent", flowsheet};
-        const bool othersRemain = std::ranges::all_of(variation.flowsheet.feeds, [i](FeedStream& feed) {
+        const bool othersRemain = std::ranges::all_of(variation.flowsheet.feeds, [&](FeedStream& feed) {
             feed.composition[i] = 0;
             const double rest = std::reduce(feed.composition.begin(), feed.composition.end());
             for (double& fraction : feed.composition)
                 fraction /= rest;
-            return rest > 0;
+            Equilibrium state;
+            return rest > 0 && readState(package, feed, state) && isWithinData(state.temperature);
         });
         if (othersRemain)
             variations.push_back(std::move(variation));
@@ -49,33 +137,20 @@ std::vector<CaseVariation> withoutCompound(const Case& flowsheet) {
 }
 
 std::vector<CaseVariation> inOnePhase(const Case& flowsheet) {
-    struct Row {
-        const char* name;
-        double vaporFraction;
-        double step; // K
-    };
-    constexpr std::array rows{Row{" as a liquid below its bubble point", 0, -5},
-                              Row{" as a vapour above its dew point", 1, 5}};
     const PropertyPackage package(flowsheet.compounds);
     std::vector<CaseVariation> variations;
-    for (std::size_t i = 0; i < flowsheet.feeds.size(); ++i)
-        for (const Row& row : rows) {
-            CaseVariation variation{"feed " + flowsheet.feeds[i].name + row.name, flowsheet};
-            FeedStream& feed = variation.flowsheet.feeds[i];
-            const FlashCondition given = feed.pressure
-                                             ? FlashCondition{FlashVariable::pressure, *feed.pressure}
-                                             : FlashCondition{FlashVariable::temperature, *feed.temperature};
-            Equilibrium saturated;
-            std::string error;
-            if (!package.flash(feed.composition, given, {FlashVariable::vaporFraction, row.vaporFraction},
-                               saturated, error))
-                continue;
-            feed.temperature = saturated.temperature + row.step;
-            feed.pressure = saturated.pressure;
-            feed.vaporFraction.reset();
-            if (*feed.temperature >= lowestFitted && *feed.temperature <= highestFitted)
+    for (std::size_t i = 0; i < flowsheet.feeds.size(); ++i) {
+        const auto add = [&](const std::string& name, auto change) {
+            CaseVariation variation{"feed " + flowsheet.feeds[i].name + name, flowsheet};
+            if (change(variation.flowsheet.feeds[i]))
                 variations.push_back(std::move(variation));
-        }
+        };
+        for (const Side& side : sides)
+            add(side.name, [&](FeedStream& feed) { return bringToSide(package, side, feed); });
+        for (const Compound* compound : extremeCompounds(flowsheet.compounds, flowsheet.feeds[i]))
+            add(" of " + std::string(compound->name) + " alone",
+                [&](FeedStream& feed) { return makePure(package, *compound, feed); });
+    }
     return variations;
 }
 

@@ -20,12 +20,13 @@ std::vector<CaseVariation> withoutFlow(const Case& flowsheet);
 /// The compounds in the reversed order.
 Case withReversedCompounds(const Case& flowsheet);
 
-/// Each compound absent from all feeds, if others remain in each.
+/// Each compound absent from all feeds, if others remain in each, whose state the package has data for.
 std::vector<CaseVariation> withoutCompound(const Case& flowsheet);
 
-/// Each feed as a liquid 5 K below its bubble point and as a vapour 5 K above its dew point, at its pressure
-/// or, if that is not stated, at that of its equilibrium; without the states that do not exist, or for which
-/// the package has no heat capacities.
+/// Each feed as a liquid 5 K below its bubble point and as a vapour 5 K above its dew point, at its pressure;
+/// where there is no such point, or the package has no heat capacities there, at its temperature or far from
+/// both; without the states that exist nowhere. Then each feed of more than two compounds as that which boils
+/// first and as that which boils last, at its temperature and pressure.
 std::vector<CaseVariation> inOnePhase(const Case& flowsheet);
 
 /// An input of a feed that can be changed by a small part of itself.

@@ -57,6 +57,16 @@ expectFound ({'run'}, [reads {'T = T + z(5);', sets('T')}], {'model.m:6'});
 expectFound ({'repetition'}, [reads {sets('T + rand')}]);
 expectFound ({'plausibility'}, [reads {'F = 0.99 * F;', sets('T')}]);
 expectFound ({'plausibility'}, [reads {'P = P/1e5;', sets('T')}], {'to do    pressures are in Pa: 1 bar is 1e5 Pa'});
+expectFound ({'plausibility'}, [reads {'z = 0.9 * z;', sets('T')}], ...
+  {'to do    divide the composition by its sum', '1 finding.'});
+% Each phase is missed alone: also where the bubble point lies below the data, and in a drum whatever the feed's temperature.
+phase = @(name) {['own = strcmpi(phases, ''' name ''');'], 'T = T + 1e-9 * x(1, own);', sets('T')};
+light = '{"methane": 0.5, "propane": 0.5}';
+expectFound ({'single phases'}, [reads phase('vapor')], {'as a liquid below its bubble point: ', 'model.m:8:1: '}, light);
+expectFound ({'single phases'}, [reads phase('liquid')], {'as a vapour above its dew point: ', 'model.m:8:1: '}, light);
+drum = '[phases, parts, x] = flashEquilibrium(z, ''temperature'', 300, ''pressure'', 4e5);';
+expectFound ({'absent compounds', 'single phases'}, [reads {drum} phase('vapor')], {'of n-pentane alone: ', 'model.m:9:1: '});
+expectFound ({'absent compounds', 'single phases'}, [reads {drum} phase('liquid')], {'of propane alone: ', 'model.m:9:1: '});
 % Each fault changes or breaks what the others leave alone.
 expectFound ({'profiles', 'order of compounds', 'absent compounds', 'no flow', 'single phases', 'leftovers'}, ...
   [reads {'T = T + z(2) + parts(1);', 'T = T + 1 / z(1);', 'liquid = x(:, strcmpi(phases, ''liquid''));', ...
