@@ -6,16 +6,26 @@
 
 namespace solvane {
 
-std::wstring builtFile(const std::wstring& name) {
+namespace {
+
+std::wstring ownProgram() {
     std::wstring program(1024, L'\0');
     program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    return program;
+}
+
+} // namespace
+
+std::wstring builtFile(const std::wstring& name) {
+    const std::wstring program = ownProgram();
     const std::wstring tests = program.substr(0, program.rfind(L'\\'));
     return tests.substr(0, tests.rfind(L'\\')) + L"\\bin\\" + name;
 }
 
 Program::Program(std::wstring commandLine, const wchar_t* file) {
     static int count = 0;
-    log_ = L"Program" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) + L".txt";
+    log_ = ownProgram() + L"-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count) +
+           L".txt";
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     const FileHandle output(CreateFileW(log_.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                         &inherited, CREATE_ALWAYS, 0, nullptr));
