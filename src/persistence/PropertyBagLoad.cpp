@@ -207,14 +207,15 @@ bool fileBytes(Variant value, std::vector<unsigned char>& bytes) {
 
 HRESULT restoreFile(Unit& unit, const std::string& name, std::span<const unsigned char> bytes) {
     const std::string path = unit.workingFolder.pathOf(name);
+    // Overwritten in place: on some file systems, to empty it first takes a disk access.
     const FileHandle file(
-        CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) // prescribed text, though this is a load
         return unit.raise(L"save error", widen("Failed to create \"" + path + "\": unable to open file"),
                           L"Load", L"IPersistPropertyBag");
     DWORD written = 0;
     if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
-        written != bytes.size())
+        written != bytes.size() || !SetEndOfFile(file.get()))
         return unit.raise(L"load error", widen("Failed to restore \"" + path + "\": write error"), L"Load",
                           L"IPersistPropertyBag");
     return S_OK;

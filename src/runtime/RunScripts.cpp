@@ -30,9 +30,8 @@ std::wstring withSystemsText(const char* failure) {
 }
 
 /// Null on failure.
-StdioFile openScript(const Unit& unit, const char* fileName, const char* mode, const char* failure,
-                     std::wstring& error) {
-    StdioFile file = openFile(unit.workingFolder.pathOf(fileName), mode);
+StdioFile openToWrite(const Unit& unit, const char* fileName, const char* failure, std::wstring& error) {
+    StdioFile file = overwriteFile(unit.workingFolder.pathOf(fileName));
     if (!file)
         error = withSystemsText(failure);
     return file;
@@ -49,12 +48,12 @@ void writeNames(std::FILE* file, const std::vector<std::string>& names) {
 } // namespace
 
 bool writeUnitScript(const Unit& unit, std::wstring& error) {
-    StdioFile target = openScript(unit, "unitCalc.m", "w", runScriptWriting, error);
+    StdioFile target = openToWrite(unit, "unitCalc.m", runScriptWriting, error);
     if (!target)
         return false;
-    const StdioFile source = openScript(unit, userScriptName, "r", runScriptReading, error);
+    const StdioFile source = openFile(unit.workingFolder.pathOf(userScriptName), "r");
     if (!source)
-        return false;
+        return fail(error, withSystemsText(runScriptReading));
     std::fputs(unitScriptHeader, target.get());
     std::array<char, 1024> block;
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), source.get()))
@@ -62,11 +61,11 @@ bool writeUnitScript(const Unit& unit, std::wstring& error) {
     if (std::ferror(source.get()))
         return fail(error, withSystemsText(runScriptReading));
     // Half a script might run, with wrong results.
-    return closeWritten(std::move(target)) || fail(error, withSystemsText(runScriptWriting));
+    return closeOverwritten(std::move(target)) || fail(error, withSystemsText(runScriptWriting));
 }
 
 StdioFile openInitScript(const Unit& unit, std::wstring& error) {
-    StdioFile file = openScript(unit, "initRun.m", "w", initScriptWriting, error);
+    StdioFile file = openToWrite(unit, "initRun.m", initScriptWriting, error);
     if (file)
         std::fprintf(file.get(), "setEchoOnValue=%i;\nunit_ID='%s';\n", static_cast<int>(unit.echoLevel),
                      unit.unitId.c_str());
@@ -89,7 +88,7 @@ bool finishInitScript(StdioFile file, const CalculationRun& run, std::wstring& e
         separator = ",";
     }
     std::fputs("];\n", initScript);
-    return closeWritten(std::move(file)) || fail(error, withSystemsText(initScriptWriting));
+    return closeOverwritten(std::move(file)) || fail(error, withSystemsText(initScriptWriting));
 }
 
 } // namespace solvane
