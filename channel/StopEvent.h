@@ -5,6 +5,9 @@
 
 namespace solvane {
 
+/// The error that ends the script.
+inline constexpr char runStopped[] = "the run was stopped";
+
 /// The manual-reset event of a host's process. While it is set, what scripts ask of that process's units
 /// fails, with the line of the script, and the engine ends the scripts that go on. The units' calculations
 /// fail as after any error. Only hosts that know the engine have one; Matlab does not look at it.

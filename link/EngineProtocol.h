@@ -23,7 +23,7 @@ inline constexpr char codePageVariable[] = "SOLVANE_ENGINE_CODE_PAGE";
 
 /// Role byte of the connection on which Octave takes commands: server sends `execute`, Octave answers
 /// `result`, or `failed` with the text of an error that the command did not catch, or `lost`. The server may
-/// send `stop` at any time; Octave then ends without an answer.
+/// send `stop` at any time; Octave then lets the command fail, or ends without an answer.
 inline constexpr char commandRole = 'C';
 /// Role byte of the connection on which CapeOpenUnitMex reaches a unit: each message is answered by `done`
 /// or `failed` before the next is sent.
@@ -33,7 +33,7 @@ enum class MessageKind : std::uint8_t {
     execute = 'E', ///< text of a command, UTF-8
     result = 'T',  ///< all that the command printed, UTF-8
     lost = 'L',    ///< it is unknown what the command did, with a text why, UTF-8; Octave is not fit for more
-    stop = 'S',    ///< ends Octave and the programs that its script waits for
+    stop = 'S',    ///< lets the script fail, or ends Octave and the programs that its script waits for
 
     open = 'O', ///< a unit's id, with braces: opens its block and its two events
     exchange =

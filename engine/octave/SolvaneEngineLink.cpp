@@ -20,6 +20,7 @@
 
 #include "FolderWatch.h"
 #include "ProcessGroup.h"
+#include "ScriptInterruption.h"
 #include "channel/Hints.h"
 #include "link/EngineClient.h"
 #include "mex/MexFunctions.h"
@@ -53,6 +54,9 @@ using namespace solvane::engine;
 // How long Octave may take to end by itself once the server has ended.
 constexpr std::chrono::seconds grace(1);
 
+// How long an interrupted script may take to end. It may catch the error.
+constexpr std::chrono::milliseconds interruptionTime(800);
+
 constexpr std::string_view notCarriedOut =
     "the command did not run: a function in the current folder, or elsewhere on the path, has the name of a "
     "function that Octave itself needs, such as evalin; rename it";
@@ -76,16 +80,26 @@ public:
     /// Waits for the next command. Empty once the server has ended.
     std::optional<std::string> take() {
         std::unique_lock guard(lock_);
+        isAwaited_ = true;
+        awaited_.notify_one();
         arrived_.wait(guard, [this] { return isFull_; });
+        isAwaited_ = false;
         isFull_ = !command_; // the end of the server is final
         return std::exchange(command_, std::nullopt);
+    }
+    /// Whether Octave has answered the last command within this time, and waits for the next.
+    bool isAwaitedWithin(std::chrono::milliseconds time) {
+        std::unique_lock guard(lock_);
+        return awaited_.wait_for(guard, time, [this] { return isAwaited_ && !isFull_; });
     }
 
 private:
     std::mutex lock_;
     std::condition_variable arrived_;
+    std::condition_variable awaited_;
     std::optional<std::string> command_;
     bool isFull_ = false;
+    bool isAwaited_ = false;
 };
 
 // Never destroyed: the listening thread runs until Octave's process ends.
@@ -108,17 +122,30 @@ void stayLoaded() {
 #endif
 }
 
-/// Listens at all times: an endless script never asks for another command, and is ended with the process, and
-/// with the program that it may be waiting for, when the server asks for it or closes the connection.
+/// Whether an error ended the command, so that Octave is fit for the next.
+bool endsByError() {
+    const bool hasEnded = interruptScript() && inbox.isAwaitedWithin(interruptionTime);
+    forgetInterruption();
+    return hasEnded;
+}
+
+/// Listens at all times: an endless script never asks for another command. If no error ends it, it is ended
+/// with the process, and with the program that it may be waiting for, when the server asks for it or closes
+/// the connection.
 void listenToServer(const std::filesystem::path& folder) {
     std::thread([folder] {
         MessageKind kind{};
-        for (std::string command; server.receive(kind, command) && kind == MessageKind::execute;)
-            inbox.put(std::move(command));
+        bool isStopped = false;
+        for (std::string command; !isStopped && server.receive(kind, command);) {
+            if (kind == MessageKind::stop)
+                isStopped = !endsByError();
+            else
+                inbox.put(std::move(command));
+        }
         inbox.put(std::nullopt);
         std::error_code ignored;
         std::filesystem::remove(folder, ignored);
-        if (kind != MessageKind::stop)
+        if (!isStopped)
             std::this_thread::sleep_for(grace);
         if (isEnding)
             std::_Exit(1); // programs in the background go on

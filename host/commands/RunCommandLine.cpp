@@ -80,8 +80,9 @@ void addRun(CLI::App& app, RunOptions& run, ExitCode& result) {
     addTarget(*command, run.adjustment);
     command->footer(
         "A run of more than ten seconds prints a line every ten seconds: what runs, and its last log line. "
-        "Ctrl-C and --limit stop the run: the script's next call of the unit fails, with its line, or Octave "
-        "ends half a second later. A second Ctrl-C ends the program at once. Matlab stops only at such a "
+        "Ctrl-C and --limit stop the run: the script's next call of the unit fails, with its line, or half a "
+        "second later its next statement; Octave ends if the script still goes on. A second Ctrl-C ends the "
+        "program at once. Matlab stops only at such a "
         "call: without one the program ends after two seconds, Matlab runs its script to the end, and the "
         "units' temporary folders stay until a unit is next created.\n\n" +
         std::string(exitCodesText));

@@ -34,9 +34,10 @@ struct RunWatchSettings {
 /// Lives as long as a run, or several that follow one another. A process has one at a time.
 ///
 /// A stop request reaches the unit and the engine, which know the event of this process: the script's next
-/// call of the unit fails, and half a second later the engine ends a script that goes on. The unit's
-/// Calculate fails, and the unit cleans up, as after any error. Matlab does not know the event: it runs a
-/// script that does not call the unit to its end, and only `giveUp` can end the program in time.
+/// call of the unit fails, half a second later its next statement, and if it still goes on the engine ends
+/// it. The unit's Calculate fails, and the unit cleans up, as after any error. Matlab does not know the
+/// event: it runs a script that does not call the unit to its end, and only `giveUp` can end the program in
+/// time.
 class RunWatch {
 public:
     explicit RunWatch(RunWatchSettings settings);

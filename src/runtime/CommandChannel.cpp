@@ -67,7 +67,7 @@ void CommandChannel::serve(CalculationRun& run, std::wstring& error) {
             if (run.unit.terminationAsked)
                 SetChannelError(block(), run.unit.startupError);
             else if (isStopped)
-                SetChannelError(block(), "the run was stopped");
+                SetChannelError(block(), runStopped);
             else
                 carryOutCommand(run, block());
             SetEvent(run.unit.replyEvent.get());
