@@ -16,8 +16,7 @@ struct Row {
 constexpr std::array rows{
     Row{"Vapor phase not found for vapor phase flash constraint",
         "in setProduct, 'vaporFraction' must be the first condition, and the first phase a vapour; otherwise "
-        "find the "
-        "state by flashEquilibrium, and set its pressure and enthalpy"},
+        "find the state by flashEquilibrium, and set its pressure and enthalpy"},
 };
 
 } // namespace
