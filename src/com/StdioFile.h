@@ -1,14 +1,16 @@
 /// Owner of a stream of the C library.
 #pragma once
 
-#include <io.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
 #include <utility>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
 
 namespace solvane {
 
@@ -24,13 +26,23 @@ inline StdioFile openFile(const std::string& path, const char* mode) {
     return {std::fopen(path.c_str(), mode), std::fclose};
 }
 
-/// Opens a text file to be written anew by overwriting what it holds. To empty a file first, as mode "w"
-/// does, takes a disk access on some file systems: on ext4 some milliseconds for a file written just before.
-/// The file keeps the rest of what it held until `closeOverwritten`. Null on failure, with the reason in
-/// errno.
-inline StdioFile overwriteFile(const std::string& path) {
-    StdioFile file = openFile(path, "r+");
-    return file ? std::move(file) : openFile(path, "w");
+/// The same for writing a new file; fails with EEXIST for one that exists.
+inline StdioFile createFile(const std::string& path) {
+    if (path.size() >= _MAX_PATH) {
+        errno = ENAMETOOLONG;
+        return {nullptr, std::fclose};
+    }
+    const int file = _open(path.c_str(), _O_WRONLY | _O_BINARY | _O_CREAT | _O_EXCL, _S_IREAD | _S_IWRITE);
+    return {file < 0 ? nullptr : _fdopen(file, "wb"), std::fclose};
+}
+
+/// Opens a file to be written anew by overwriting what it holds. To empty a file first, as mode "w" does,
+/// takes a disk access on some file systems: on ext4 some milliseconds for a file written just before. The
+/// file keeps the rest of what it held until `closeOverwritten`. `type` is "t" for text and "b" for bytes.
+/// Null on failure, with the reason in errno.
+inline StdioFile overwriteFile(const std::string& path, const std::string& type) {
+    StdioFile file = openFile(path, ("r+" + type).c_str());
+    return file ? std::move(file) : openFile(path, ("w" + type).c_str());
 }
 
 /// Closes the file. False, with the reason in errno, if not everything written has reached it: not every C

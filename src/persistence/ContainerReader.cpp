@@ -91,7 +91,8 @@ bool ContainerReader::has(const std::string& name) const {
     return places_.contains(upperCase(name));
 }
 
-bool ContainerReader::extract(const std::string& name, const std::string& path, std::string& error) {
+bool ContainerReader::extract(const std::string& name, const std::string& path, Open open,
+                              std::string& error) {
     const auto failed = [&](const std::string& reason) {
         return fail(error, "Failed to read \"" + name + "\" in zipped document" + reason);
     };
@@ -104,10 +105,12 @@ bool ContainerReader::extract(const std::string& name, const std::string& path, 
     constexpr int raw = 1; // the library takes longer to unpack, since it does so in pieces
     if (unzOpenCurrentFile2(zip_.get(), nullptr, nullptr, raw) != UNZ_OK)
         return failed("");
-    StdioFile target = openFile(path, "wb");
+    const char* fault = "failed to open file in temporary working folder";
+    StdioFile target = open(path, fault);
     if (!target)
-        return failed(": failed to open file in temporary working folder");
-    if (const char* fault = unpack(entry, std::move(target))) {
+        return failed(std::string(": ") + fault);
+    fault = unpack(entry, std::move(target));
+    if (fault) {
         DeleteFileA(path.c_str());
         return std::string_view(fault) == outOfMemory ? fail(error, fault)
                                                       : failed(std::string(": ") + fault);
@@ -145,7 +148,7 @@ const char* ContainerReader::unpack(const unz_file_info64& entry, StdioFile targ
     if (libdeflate_crc32(0, bytes, size) != entry.crc)
         return readError;
     const bool isWritten = std::fwrite(bytes, 1, size, target.get()) == size;
-    return closeWritten(std::move(target)) && isWritten ? nullptr : writeError;
+    return closeOverwritten(std::move(target)) && isWritten ? nullptr : writeError;
 }
 
 } // namespace solvane

@@ -23,8 +23,11 @@ public:
     bool isOpen() const { return static_cast<bool>(zip_); }
     /// Names are compared without regard to case.
     bool has(const std::string& name) const;
+    /// Opens a file for writing. Null on failure, of which `fault` may have the reason.
+    using Open = StdioFile (*)(const std::string& path, const char*& fault);
     /// Writes the entry to the file `path`, which it deletes on failure.
-    [[nodiscard]] bool extract(const std::string& name, const std::string& path, std::string& error);
+    [[nodiscard]] bool extract(const std::string& name, const std::string& path, Open open,
+                               std::string& error);
 
 private:
     struct ZipPolicy {

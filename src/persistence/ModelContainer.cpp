@@ -166,11 +166,12 @@ bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) 
         ContainerReader container(path);
         if (!container.isOpen())
             return fail(error, "Failed to open SVM file as ZIP file");
-        const auto extract = [&](const std::string& name) {
-            return container.extract(name, unit.workingFolder.pathOf(name), error);
+        const auto extract = [&](const std::string& name, ContainerReader::Open open) {
+            return container.extract(name, unit.workingFolder.pathOf(name), open, error);
         };
-        const bool isRead =
-            extract(userScriptName) && extract(modelDocument) && readUnitDocument(unit, error);
+        const auto replaced = [](const std::string& file, const char*&) { return overwriteFile(file, "b"); };
+        const bool isRead = extract(userScriptName, replaced) && extract(modelDocument, replaced) &&
+                            readUnitDocument(unit, error);
         // From here on, lists only the files that have been unpacked.
         std::vector<std::string> names = std::exchange(unit.additionalFiles, {});
         if (!isRead)
@@ -180,9 +181,9 @@ bool ReadModelDocument(Unit& unit, const std::string& path, std::string& error) 
         for (std::string& name : names) {
             if (!container.has(name) && container.has(bytesOf(name)))
                 name = bytesOf(name);
-            if (const char* fault = workingFileFault(unit.workingFolder.path(), name))
+            if (const char* fault = workingFileNameFault(name))
                 return fail(error, "Failed to read \"" + name + "\" in zipped document: " + fault);
-            if (!extract(name))
+            if (!extract(name, openWorkingFile))
                 return false;
             unit.additionalFiles.push_back(name);
         }

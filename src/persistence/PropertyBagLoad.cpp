@@ -3,7 +3,7 @@
 #include "ModelWords.h"
 #include "WorkingFileName.h"
 
-#include "com/Handle.h"
+#include "com/StdioFile.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
 #include "unit/model/ReportNames.h"
@@ -206,16 +206,22 @@ bool fileBytes(Variant value, std::vector<unsigned char>& bytes) {
 }
 
 HRESULT restoreFile(Unit& unit, const std::string& name, std::span<const unsigned char> bytes) {
+    const auto refused = [&](const char* fault) {
+        return unit.raise(L"load error", widen("Failed to restore \"" + name + "\": " + fault), L"Load",
+                          L"IPersistPropertyBag");
+    };
+    const char* fault = workingFileNameFault(name);
+    if (fault)
+        return refused(fault);
     const std::string path = unit.workingFolder.pathOf(name);
-    // Overwritten in place: on some file systems, to empty it first takes a disk access.
-    const FileHandle file(
-        CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    StdioFile file = openWorkingFile(path, fault);
+    if (fault)
+        return refused(fault);
     if (!file) // prescribed text, though this is a load
         return unit.raise(L"save error", widen("Failed to create \"" + path + "\": unable to open file"),
                           L"Load", L"IPersistPropertyBag");
-    DWORD written = 0;
-    if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
-        written != bytes.size() || !SetEndOfFile(file.get()))
+    const bool isWritten = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+    if (!closeOverwritten(std::move(file)) || !isWritten)
         return unit.raise(L"load error", widen("Failed to restore \"" + path + "\": write error"), L"Load",
                           L"IPersistPropertyBag");
     return S_OK;
@@ -236,9 +242,6 @@ HRESULT loadFiles(const BagReader& bag, Unit& unit) {
             continue;
         }
         const std::string name = narrow(wideName);
-        if (const char* fault = workingFileFault(unit.workingFolder.path(), name))
-            return unit.raise(L"load error", widen("Failed to restore \"" + name + "\": " + fault), L"Load",
-                              L"IPersistPropertyBag");
         const HRESULT restored = restoreFile(unit, name, bytes);
         if (FAILED(restored))
             return restored;

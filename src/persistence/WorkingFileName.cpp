@@ -52,6 +52,21 @@ const char* partFault(const std::wstring& part) {
     return isDevice(part) ? "the name is reserved for a device" : nullptr;
 }
 
+/// For the path of a file that exists.
+const char* existingFileFault(const std::string& path) {
+    WIN32_FIND_DATAA file{};
+    const FindHandle search(FindFirstFileA(path.c_str(), &file));
+    const std::wstring found = widen(file.cFileName);
+    // The system ignores the case of letters beyond ASCII too, by its own rules.
+    if (search && isUnitFile(found))
+        return ownFile;
+    const std::wstring asked = widen(path);
+    const std::wstring last = asked.substr(asked.find_last_of(L"\\/") + 1);
+    return !search || CompareStringOrdinal(found.c_str(), -1, last.c_str(), -1, TRUE) == CSTR_EQUAL
+               ? nullptr
+               : "the name is the short form of another file's";
+}
+
 } // namespace
 
 const char* workingFileNameFault(const std::string& name) {
@@ -69,23 +84,16 @@ const char* workingFileNameFault(const std::string& name) {
     }
 }
 
-const char* workingFileFault(const std::string& folder, const std::string& name) {
-    if (const char* fault = workingFileNameFault(name))
-        return fault;
-    const std::string path = folder + name;
-    if (GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-        return nullptr; // most names are new, which a search finds out more slowly
-    WIN32_FIND_DATAA file{};
-    const FindHandle search(FindFirstFileA(path.c_str(), &file));
-    const std::wstring found = widen(file.cFileName);
-    // The system ignores the case of letters beyond ASCII too, by its own rules.
-    if (search && isUnitFile(found))
-        return ownFile;
-    const std::wstring asked = widen(name);
-    const std::wstring last = asked.substr(asked.find_last_of(L"\\/") + 1);
-    return !search || CompareStringOrdinal(found.c_str(), -1, last.c_str(), -1, TRUE) == CSTR_EQUAL
-               ? nullptr
-               : "the name is the short form of another file's";
+StdioFile openWorkingFile(const std::string& path, const char*& fault) {
+    // Most names are new. A question for one takes as long as creating it: the system may search the folder.
+    StdioFile created = createFile(path);
+    if (created || errno != EEXIST)
+        return created;
+    const char* existing = existingFileFault(path);
+    if (!existing)
+        return overwriteFile(path, "b");
+    fault = existing;
+    return created;
 }
 
 } // namespace solvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "com/StdioFile.h"
+
 #include <string>
 
 namespace solvane {
@@ -10,8 +12,8 @@ namespace solvane {
 /// own files.
 const char* workingFileNameFault(const std::string& name);
 
-/// The same for a file that is to be written to the folder: its name must also not be the short form (8.3) of
-/// the name of a file there.
-const char* workingFileFault(const std::string& folder, const std::string& name);
+/// Opens a file with such a name in the working folder for writing. Null on failure, with the reason in
+/// `fault` if the name is the short form (8.3) of that of another file there.
+StdioFile openWorkingFile(const std::string& path, const char*& fault);
 
 } // namespace solvane

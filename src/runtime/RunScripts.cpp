@@ -31,7 +31,7 @@ std::wstring withSystemsText(const char* failure) {
 
 /// Null on failure.
 StdioFile openToWrite(const Unit& unit, const char* fileName, const char* failure, std::wstring& error) {
-    StdioFile file = overwriteFile(unit.workingFolder.pathOf(fileName));
+    StdioFile file = overwriteFile(unit.workingFolder.pathOf(fileName), "t");
     if (!file)
         error = withSystemsText(failure);
     return file;
