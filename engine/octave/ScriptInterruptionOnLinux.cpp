@@ -17,8 +17,8 @@ Symbol* octaves(const char* name) {
     return reinterpret_cast<Symbol*>(dlsym(RTLD_DEFAULT, name));
 }
 
-/// What Octave's own modules use of each other, beyond the MEX interface (quit.h and error.h of Octave 6 to
-/// 10). Octave calls the hook on its own thread, between two statements, once a signal is marked as caught.
+/// What Octave's own modules use of each other, beyond the MEX interface (quit.h and error.h of Octave 7 to
+/// 9). Octave calls the hook on its own thread, between two statements, once a signal is marked as caught.
 struct Octave {
     using Hook = void (*)();
 
