@@ -16,9 +16,7 @@
 #include <minizip/zip.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <new>
 #include <utility>
