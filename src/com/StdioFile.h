@@ -16,23 +16,24 @@ namespace solvane {
 
 using StdioFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-/// Null on failure, with the reason in errno. Wine's C library also opens files by paths that are too long
-/// for all other functions, which then could not read or delete them.
+/// Sets errno if so. Wine's C library also opens files by paths that are too long for all other functions,
+/// which then could not read or delete them.
+inline bool isTooLong(const std::string& path) {
+    if (path.size() < _MAX_PATH)
+        return false;
+    errno = ENAMETOOLONG;
+    return true;
+}
+
+/// Null on failure, with the reason in errno.
 inline StdioFile openFile(const std::string& path, const char* mode) {
-    if (path.size() >= _MAX_PATH) {
-        errno = ENAMETOOLONG;
-        return {nullptr, std::fclose};
-    }
-    return {std::fopen(path.c_str(), mode), std::fclose};
+    return {isTooLong(path) ? nullptr : std::fopen(path.c_str(), mode), std::fclose};
 }
 
 /// The same for writing a new file; fails with EEXIST for one that exists.
 inline StdioFile createFile(const std::string& path) {
-    if (path.size() >= _MAX_PATH) {
-        errno = ENAMETOOLONG;
-        return {nullptr, std::fclose};
-    }
-    const int file = _open(path.c_str(), _O_WRONLY | _O_BINARY | _O_CREAT | _O_EXCL, _S_IREAD | _S_IWRITE);
+    constexpr int flags = _O_WRONLY | _O_BINARY | _O_CREAT | _O_EXCL;
+    const int file = isTooLong(path) ? -1 : _open(path.c_str(), flags, _S_IREAD | _S_IWRITE);
     return {file < 0 ? nullptr : _fdopen(file, "wb"), std::fclose};
 }
 
