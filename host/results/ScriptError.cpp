@@ -30,6 +30,8 @@ constexpr std::array enginesWarnings{
                    "columns)"},
     EnginesWarning{"but are not read so", "name the separator, as in dlmread(file, ';') or dlmread(file, "
                                           "'\\t'), and write decimals after a point"},
+    EnginesWarning{"and their columns do not match",
+                   "write 1200 in place of 1,200 and 0.5 in place of 0,5; cells that lack are read as 0"},
     EnginesWarning{"has no numbers where it is read",
                    "look whether the file is empty, or the script skips too many rows or columns"},
     EnginesWarning{"is not plain text, but is read as such", "save it as plain text, such as \"CSV UTF-8\""},

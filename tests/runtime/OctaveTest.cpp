@@ -117,6 +117,11 @@ TEST_F(OctaveRun, warnsInTermsOfTheScript) {
          "warning: \"3 -4\" in line 2 of blanks.csv is not a number, but is read as one\n"},
         {"x = csvread('latin.csv', 1, 0); x = csvread('latin.csv');\n",
          "warning: \"T\" in line 1 of latin.csv is not a number, but is read as one\n"},
+        {"x = csvread('comma.csv', 1, 0);\n",
+         "warning: lines 3 and 4 of comma.csv have 3 and 2 cells, and their columns do not match\n"},
+        {"x = csvread('comma.csv', [1 0 1 2]);\n",
+         "warning: lines 1 and 2 of comma.csv have 2 and 3 cells, and their columns do not match\n"},
+        {"x = csvread('comma.csv', [1 0 4 1]); x = csvread('comma.csv', [3 0 4 1]);\n", ""},
         {"x = csvread('t.csv', 3, 0);\n", "warning: t.csv has no numbers where it is read\n"},
         {"fclose(fopen('none.csv', 'w')); x = csvread('none.csv');\n",
          "warning: none.csv has no numbers where it is read\n"},
@@ -128,6 +133,7 @@ TEST_F(OctaveRun, warnsInTermsOfTheScript) {
                                 .file("t.csv", table)
                                 .file("p.csv", "1;2,5\n")
                                 .file("tidy.m", tidy)
+                                .file("comma.csv", "T,p\n600,1,200\n700,1,300\n800,900,,\n\n850,950")
                                 .file("tabs.csv", "T\tP\n1\t-2\n")
                                 .file("blanks.csv", "\xEF\xBB\xBF"
                                                     "1, 1 + 2i\n3 -4\n")

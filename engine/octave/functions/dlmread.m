@@ -1,6 +1,6 @@
 % Reads numbers from a file, as Octave does, but warns of the first line that is read otherwise than it looks: of text Octave
-% makes 0, of "1.5 bar" or "1,5" the number with which it begins, and of numbers with another separator a part. csvread calls
-% this.
+% makes 0, of "1.5 bar" or "1,5" the number with which it begins, of numbers with another separator a part, and of "1,200" two
+% numbers. csvread calls this.
 
 function varargout = dlmread (varargin)
   warning ("off", "backtrace", "local");
@@ -33,6 +33,9 @@ function fault = firstFault (file, separators, corners)
     return;
   end
   bytes = fread (handle, 1e7, "*char")';
+  if (! feof (handle))
+    bytes(find (bytes == "\n", 1, "last")+1:end) = []; % a part of a line
+  end
   fclose (handle);
   if (isempty (bytes))
     return;
@@ -80,6 +83,42 @@ function fault = firstFault (file, separators, corners)
       return;
     end
   end
+  fault = unequalLines (file, text, separators, corners);
+end
+
+% The first line that has another number of cells than the one before it, which Octave makes equal by zeros, or more than the
+% headings above it. Cells that blanks separate are not counted.
+function fault = unequalLines (file, text, separators, corners)
+  fault = "";
+  if (any (separators == " "))
+    return;
+  end
+  [lines, counts] = cellCounts (text, separators);
+  if (any (counts != counts(1)))
+    ends = ["[ \t\r" regexprep(separators, '[]^-]', '\\$0') ']+(?=\n|$)'];
+    [lines, counts] = cellCounts (regexprep (text, ends, ""), separators);
+  end
+  counts = min (counts, corners(4) + 1);
+  read = find (lines > corners(1) & lines <= corners(3) + 1);
+  heading = find (lines <= corners(1), 1, "last");
+  other = find (counts(read) != counts(read(1:min (end, 1))), 1);
+  if (! isempty (other))
+    pair = read([other-1, other]);
+  elseif (! isempty (read) && ! isempty (heading) && counts(heading) > 1 && counts(read(1)) > counts(heading))
+    pair = [heading, read(1)];
+  else
+    return;
+  end
+  fault = sprintf ("lines %d and %d of %s have %d and %d cells, and their columns do not match", lines(pair), file, counts(pair));
+end
+
+% The lines that are not empty, and how many cells each has.
+function [lines, counts] = cellCounts (text, separators)
+  ends = [0 find(text == "\n") numel(text)+1];
+  passed = [0 cumsum(ismember (text, separators))];
+  counts = diff (passed([1, ends(2:end)])) + 1;
+  lines = find (diff (ends) > 1);
+  counts = counts(lines);
 end
 
 % What Octave takes for the separator if it is given none: what follows the first number of the first line.
