@@ -50,11 +50,20 @@ void addCheck(CLI::App& app, CheckOptions& check, ExitCode& result) {
         "check", "Check whether the model of a case is fit for a flowsheet, and print what to mend");
     command->add_option("case", check.casePath, "The case file (see \"SolvaneHost help-case\")")->required();
     command->add_option("--json", check.jsonPath, "Also write the findings to this JSON file");
+    command
+        ->add_option(
+            "--limit", check.limit,
+            "Stop each run that takes longer than this time, in seconds, which is then a finding with the "
+            "line at which the script was")
+        ->check(CLI::Range(0.001, 1e9));
     command->footer(
         "Runs the case again and again: on a new unit, with both generations of materials, as all profiles, "
         "with the compounds in another order, without one of them, without flow, with feeds in one phase, "
         "with feeds that differ a little; and looks at balances and at what the script leaves behind. Takes "
-        "some 50 runs.\n\nExit codes: 0 nothing found, 1 something found, 2 a bad command line or case.");
+        "some 50 runs. A check of more than ten seconds prints a line every ten seconds: which run it is, "
+        "and "
+        "its last log line. Ctrl-C stops the check, with the script's line.\n\nExit codes: 0 nothing found, "
+        "1 something found, 2 a bad command line or case.");
     command->final_callback([&] { result = checkCommand(check); });
 }
 

@@ -41,6 +41,15 @@ std::string faultOf(const Trial& trial, const Trial& base) {
     return {};
 }
 
+/// Of a run that failed.
+CheckFinding failureOf(const std::string& what, const Trial& trial, const char* remedy) {
+    return {what + trial.message,
+            trial.reachedLimit
+                ? "look at the loop there: let it end with an error after a number of passes, or "
+                  "give the run more time by --limit"
+                : remedy};
+}
+
 /// Runs variations, each of which must succeed with sound outputs. A script may refuse them if `mayRefuse`.
 /// `whyNone` says why there are none.
 CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& variations, bool mayRefuse,
@@ -48,12 +57,12 @@ CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& var
     CheckOutcome outcome;
     std::size_t refused = 0;
     for (const CaseVariation& variation : variations) {
-        const Trial trial = checked.trials.run(variation.flowsheet);
+        const Trial trial = checked.trials.run(variation.flowsheet, variation.name);
         if (!trial.succeeded && trial.isRefused && mayRefuse) {
             ++refused;
             outcome.summary = "; the script refuses: " + trial.message;
         } else if (!trial.succeeded)
-            outcome.findings.push_back({variation.name + ": " + trial.message, remedy});
+            outcome.findings.push_back(failureOf(variation.name + ": ", trial, remedy));
         else if (const std::string fault = faultOf(trial, checked.base); !fault.empty())
             outcome.findings.push_back({variation.name + ": " + fault, remedy});
     }
@@ -65,11 +74,15 @@ CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& var
     return outcome;
 }
 
+Trial runAnew(const CheckedCase& checked, const CaseVariation& variation) {
+    return checked.trials.runAnew(variation.flowsheet, variation.name);
+}
+
 /// Adds a finding unless the run gives the outputs of the unchanged case.
 void compare(const CheckedCase& checked, const std::string& name, const Trial& trial, double limit,
              const char* remedy, CheckOutcome& outcome) {
     if (!trial.succeeded)
-        outcome.findings.push_back({name + ": " + trial.message, remedy});
+        outcome.findings.push_back(failureOf(name + ": ", trial, remedy));
     else if (const auto deviation = largestDeviation(checked.base.outputs, trial.outputs, limit))
         outcome.findings.push_back({name + ": " + deviation->output + " is " + deviation->text, remedy});
 }
@@ -79,8 +92,7 @@ CheckOutcome agree(const CheckedCase& checked, const std::vector<CaseVariation>&
                    const char* remedy) {
     CheckOutcome outcome{counted(variations.size(), "variation") + " compared", {}};
     for (const CaseVariation& variation : variations)
-        compare(checked, variation.name, checked.trials.runAnew(variation.flowsheet), tolerance, remedy,
-                outcome);
+        compare(checked, variation.name, runAnew(checked, variation), tolerance, remedy, outcome);
     return outcome;
 }
 
@@ -117,19 +129,19 @@ CheckOutcome lookAtPhaseNames(CheckedCase& checked) {
     for (const Place place : phasePlaces)
         phases.push_back(narrow(placeLabel(place), CP_UTF8));
     CheckOutcome outcome{"all names that are compared with phases are right", {}};
-    for (const UnitCase& unit : checked.sources.units)
+    for (const UnitCase& unit : checked.conditions.sources.units)
         if (const auto* model = std::get_if<UnitModel>(&unit.model))
             std::ranges::move(wrongPhaseNames(*model, phases), std::back_inserter(outcome.findings));
     return outcome;
 }
 
 CheckOutcome lookAtRun(CheckedCase& checked) {
-    checked.base = checked.trials.run(checked.flowsheet);
+    checked.base = checked.trials.run(checked.flowsheet, "the case");
     CheckOutcome outcome{"the case runs", {}};
     if (!checked.base.succeeded) {
         outcome = lookAtWarnings(checked); // they may be the cause
         std::ranges::move(lookAtPhaseNames(checked).findings, std::back_inserter(outcome.findings));
-        outcome.findings.push_back({checked.base.message, "mend the case first: SolvaneHost run"});
+        outcome.findings.push_back(failureOf("", checked.base, "mend the case first: SolvaneHost run"));
     } else if (const std::string unsound = unsoundOutput(checked.base.outputs); !unsound.empty())
         outcome.findings.push_back({unsound, "find the division by 0, or the value that was never set"});
     return outcome;
@@ -139,8 +151,9 @@ CheckOutcome lookAtRepetition(CheckedCase& checked) {
     constexpr char remedy[] =
         "look for random numbers, the time, and what the script keeps in Matlab or in files";
     CheckOutcome outcome{"a second run and a new unit give the same digits", {}};
-    compare(checked, "a second run", checked.trials.run(checked.flowsheet), 0, remedy, outcome);
-    compare(checked, "a new unit", checked.trials.runAnew(checked.flowsheet), 0, remedy, outcome);
+    const CaseVariation again{"a second run", checked.flowsheet}, anew{"a new unit", checked.flowsheet};
+    compare(checked, again.name, checked.trials.run(again.flowsheet, again.name), 0, remedy, outcome);
+    compare(checked, anew.name, runAnew(checked, anew), 0, remedy, outcome);
     return outcome;
 }
 
@@ -206,15 +219,16 @@ CheckOutcome lookAtNoise(CheckedCase& checked) {
         std::array<std::vector<Output>, noiseChanges.size()> changed;
         Trial trial;
         for (std::size_t i = 0; i < changed.size(); ++i) {
-            trial = checked.trials.run(withChange(checked.flowsheet, input, noiseChanges[i]));
+            trial = checked.trials.run(withChange(checked.flowsheet, input, noiseChanges[i]),
+                                       input.name + " changed by " + shortNumber(noiseChanges[i], 1));
             if (!trial.succeeded)
                 break;
             changed[i] = std::move(trial.outputs);
         }
         if (!trial.succeeded) {
             if (!trial.isRefused)
-                outcome.findings.push_back({input.name + " changed by less than 0.02 %: " + trial.message,
-                                            "the model fails next to where it works"});
+                outcome.findings.push_back(failureOf(input.name + " changed by less than 0.02 %: ", trial,
+                                                     "the model fails next to where it works"));
         } else if (const auto noise = findNoise(checked.base.outputs, changed))
             outcome.findings.push_back({"small changes of the " + input.name + " make " + noise->output +
                                             " jump by " + shortNumber(noise->size, 1) + " of its size",
@@ -227,7 +241,7 @@ CheckOutcome lookAtNoise(CheckedCase& checked) {
 
 CheckOutcome lookAtTolerances(CheckedCase& checked) {
     CheckOutcome outcome{"no solver stops early", {}};
-    for (const UnitCase& unit : checked.sources.units)
+    for (const UnitCase& unit : checked.conditions.sources.units)
         if (const auto* model = std::get_if<UnitModel>(&unit.model))
             for (std::string& text : looseTolerances(*model))
                 outcome.findings.push_back({std::move(text),
@@ -238,14 +252,17 @@ CheckOutcome lookAtTolerances(CheckedCase& checked) {
 
 CheckOutcome lookAtLeftovers(CheckedCase& checked) {
     constexpr int repetitions = 8;
-    Case probed = checked.sources;
+    Case probed = checked.conditions.sources;
     for (UnitCase& unit : probed.units)
         if (auto* model = std::get_if<UnitModel>(&unit.model))
             *model = withProbe(*model);
-    Trials trials(probed, checked.sources, checked.log, checked.watch);
+    // Its lines are not those of the script.
+    TrialConditions conditions{checked.conditions.sources, checked.conditions.watch};
+    Trials trials(probed, conditions);
     std::vector<std::vector<Leftovers>> left(probed.units.size()); // by unit and run
     for (int i = 0; i < repetitions; ++i) {
-        const Trial trial = trials.run(probed);
+        const Trial trial =
+            trials.run(probed, "run " + std::to_string(i + 1) + " of " + std::to_string(repetitions));
         for (std::size_t unit = 0; unit < trial.results.units.size(); ++unit)
             for (const ReportResult& report : trial.results.units[unit].reports)
                 if (const auto one = readLeftovers(report.name == outputReport ? report.text : ""))
@@ -263,7 +280,7 @@ CheckOutcome lookAtLeftovers(CheckedCase& checked) {
 
 /// Of a run that does not start Matlab.
 CheckOutcome lookAtCost(CheckedCase& checked) {
-    const Trial trial = checked.trials.run(checked.flowsheet);
+    const Trial trial = checked.trials.run(checked.flowsheet, "the case again");
     CheckOutcome outcome;
     for (const UnitResult& unit : trial.results.units)
         outcome.summary += (outcome.summary.empty() ? "" : "; ") +
@@ -301,7 +318,7 @@ void checkCase(CheckedCase& checked, const std::function<void(const char*)>& beg
         const CheckOutcome outcome = check.compares && whyLeftOut
                                          ? CheckOutcome{std::string("left out, since ") + whyLeftOut, {}}
                                          : check.look(checked);
-        if (checked.watch.isStopRequested())
+        if (checked.conditions.watch.isStopRequested())
             return;
         end(check.name, outcome);
         if (!checked.base.succeeded)
@@ -313,13 +330,13 @@ void checkCase(CheckedCase& checked, const std::function<void(const char*)>& beg
     }
 }
 
-bool openModels(Case& flowsheet, const RunLog& log, std::string& error) {
+bool openModels(Case& flowsheet, std::string& error) {
     for (UnitCase& unit : flowsheet.units) {
         if (!std::holds_alternative<ModelFile>(unit.model))
             continue;
         UnitSession session(unit, flowsheet.profile);
         ModelDescription description;
-        if (!session.start([&](std::string_view line) { log(unit.name, line); }, error) ||
+        if (!session.start([](std::string_view) {}, error) ||
             !describeModel(session.unit(), description, error))
             return false;
         unit.model = std::move(description.model);

@@ -3,7 +3,6 @@
 #include "results/ScriptError.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace solvane::host {
 
@@ -35,32 +34,40 @@ bool isRefusal(const Case& sources, const RunResults& results) {
     return model && callsError(sourceLine(*model, *results.failure->scriptError));
 }
 
+void noLog(std::string_view, std::string_view) {}
+
 } // namespace
 
-Trials::Trials(const Case& flowsheet, const Case& sources, RunLog log, RunWatch& watch)
-    : sources_(sources), log_(std::move(log)), watch_(watch), units_(flowsheet, log_) {}
+Trials::Trials(const Case& flowsheet, TrialConditions& conditions)
+    : conditions_(conditions), units_(flowsheet, noLog) {}
 
-Trial Trials::run(const Case& variation) {
-    return runOn(units_, variation);
+Trial Trials::run(const Case& variation, const std::string& name) {
+    return runOn(units_, variation, name);
 }
 
-Trial Trials::runAnew(const Case& variation) const {
-    Flowsheet units(variation, log_);
-    return runOn(units, variation);
+Trial Trials::runAnew(const Case& variation, const std::string& name) const {
+    Flowsheet units(variation, noLog);
+    return runOn(units, variation, name);
 }
 
-Trial Trials::runOn(Flowsheet& units, const Case& variation) const {
+Trial Trials::runOn(Flowsheet& units, const Case& variation, const std::string& name) const {
     Trial trial;
-    if (watch_.isStopRequested())
+    RunWatch& watch = conditions_.watch;
+    if (watch.isStopRequested())
         return trial;
-    trial.succeeded = units.run(variation, trial.results, trial.message, &watch_);
+    watch.beginRun(name);
+    trial.succeeded = units.run(variation, trial.results, trial.message, &watch);
+    trial.reachedLimit = !trial.succeeded && watch.stopReason() == StopReason::limit;
+    watch.endRun();
     if (trial.succeeded) {
         trial.outputs = outputsOf(trial.results);
         return trial;
     }
-    trial.isRefused = isRefusal(sources_, trial.results);
+    trial.isRefused = !trial.reachedLimit && isRefusal(conditions_.sources, trial.results);
     if (const auto& place = trial.results.failure->scriptError)
         trial.message = scriptErrorLine(*place);
+    if (watch.isStopRequested())
+        conditions_.stopped = trial.message;
     return trial;
 }
 

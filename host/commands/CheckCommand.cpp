@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <atomic>
+
 namespace solvane::host {
 
 namespace {
@@ -44,6 +46,38 @@ ExitCode finish(const CheckOptions& options, Json json, std::size_t findings) {
     return findings == 0 ? ok : calculationFailed;
 }
 
+/// The heartbeats between the parts of a line: the name of a check, and its outcome.
+class Heartbeats {
+public:
+    explicit Heartbeats(const CheckOptions& options) : hasLimit_(options.limit) {}
+
+    /// On the watch's thread.
+    void print(const std::string& line) {
+        if (!interruptedLine_.exchange(true))
+            host::print(stdout, "\n");
+        host::print(stderr,
+                    line + (hasLimit_ ? "" : "; --limit SECONDS stops a run that takes too long") + "\n");
+    }
+
+    /// Whether the line began in vain; asked once.
+    bool interruptedLine() { return interruptedLine_.exchange(false); }
+
+private:
+    const bool hasLimit_;
+    std::atomic<bool> interruptedLine_ = false;
+};
+
+ExitCode complainOfStop(const CheckOptions& options, const RunWatch& watch) {
+    return complain(stopCode(watch.stopReason()),
+                    options.casePath + ": " + watch.stopText() + ": " + watch.place());
+}
+
+/// Ends the program in the middle of a run that does not end.
+void abandon(const CheckOptions& options, const RunWatch& watch) {
+    print(stdout, "\n");
+    TerminateProcess(GetCurrentProcess(), complainOfStop(options, watch));
+}
+
 } // namespace
 
 ExitCode checkCommand(const CheckOptions& options) {
@@ -55,27 +89,41 @@ ExitCode checkCommand(const CheckOptions& options) {
         return complain(badUsage, options.casePath +
                                       ": the case has recycles, whose tolerance hides what the checks "
                                       "look for; check its models in cases of their own");
-    const RunLog quiet = [](std::string_view, std::string_view) {};
     Case sources = flowsheet;
-    if (!openModels(sources, quiet, error))
+    if (!openModels(sources, error))
         return complain(calculationFailed, options.casePath + ": " + error);
-    // Matlab does not know of the stop request.
-    RunWatch watch({.giveUp = [](const RunWatch&) { TerminateProcess(GetCurrentProcess(), interrupted); }});
+    Heartbeats heartbeats(options);
+    RunWatch watch({
+        .limit = options.limit,
+        .beat = [&](const std::string& line) { heartbeats.print(line); },
+        // Matlab does not know of the stop request.
+        .giveUp = [&](const RunWatch& stopped) { abandon(options, stopped); },
+    });
     const Interrupts interrupts(watch);
-    CheckedCase checked{flowsheet, sources, quiet, watch, Trials(flowsheet, sources, quiet, watch), {}};
+    TrialConditions conditions{sources, watch};
+    CheckedCase checked{flowsheet, conditions, Trials(flowsheet, conditions), {}};
     Json json{{"case", options.casePath}, {"checks", Json::array()}};
     std::size_t findings = 0;
     // The name comes first, since a check may take long.
     checkCase(
-        checked, [](const char* name) { print(stdout, padded(name, nameWidth)); },
+        checked,
+        [&](const char* name) {
+            watch.postponeBeat();
+            print(stdout, padded(name, nameWidth));
+        },
         [&](const char* name, const CheckOutcome& outcome) {
+            if (heartbeats.interruptedLine())
+                print(stdout, padded(name, nameWidth));
             printOutcome(outcome);
             json["checks"].push_back(outcomeJson(name, outcome));
             findings += outcome.findings.size();
         });
     if (watch.isStopRequested()) {
-        print(stdout, "\n");
-        return complain(interrupted, options.casePath + ": " + watch.stopText());
+        if (!heartbeats.interruptedLine())
+            print(stdout, "\n");
+        if (!conditions.stopped.empty())
+            print(stderr, visible(conditions.stopped) + "\n");
+        return complainOfStop(options, watch);
     }
     print(stdout, findings == 0   ? "The model is fit for a flowsheet.\n"
                   : findings == 1 ? "1 finding.\n"

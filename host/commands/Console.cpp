@@ -42,6 +42,10 @@ ExitCode complain(Fault fault, const std::string& error) {
                             "what to do.");
 }
 
+ExitCode stopCode(StopReason reason) {
+    return reason == StopReason::interruption ? interrupted : calculationFailed;
+}
+
 void printUnitLine(std::string_view unit, std::string_view line) {
     print(stderr, "[" + std::string(unit) + "] " + visible(line) + "\n");
 }

@@ -1,6 +1,7 @@
 /// Printing that all commands share.
 #pragma once
 
+#include "flowsheet/RunWatch.h"
 #include "results/Fault.h"
 
 #include <cstdio>
@@ -35,6 +36,9 @@ ExitCode complain(ExitCode code, const std::string& error);
 
 /// Returns the exit code for that fault; for one of the machine it also prints what to do next.
 ExitCode complain(Fault fault, const std::string& error);
+
+/// Of a run that was stopped.
+ExitCode stopCode(StopReason reason);
 
 /// Prints a unit's log line to stderr.
 void printUnitLine(std::string_view unit, std::string_view line);

@@ -69,7 +69,8 @@ ExitCode serveCommand(const ServeOptions& options);
 
 struct CheckOptions {
     std::string casePath;
-    std::string jsonPath; ///< also receives the findings; empty for none
+    std::string jsonPath;          ///< also receives the findings; empty for none
+    std::optional<double> limit{}; ///< s, for each run
 };
 
 /// Checks whether the models of a case are fit for a flowsheet, and returns 1 if something is found.

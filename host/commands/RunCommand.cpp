@@ -100,10 +100,6 @@ bool prepare(const RunOptions& options, Case& flowsheet, std::optional<Adjustmen
             readAdjustment(flowsheet, parameters, options.adjustment, adjustment.emplace(), error));
 }
 
-ExitCode stopCode(StopReason reason) {
-    return reason == StopReason::interruption ? interrupted : calculationFailed;
-}
-
 /// Ends the program in the middle of a run that does not end: the engine ends with it, but Matlab runs its
 /// script to the end, and the units' temporary folders stay until a unit is next created. Another thread
 /// still uses the run's results.

@@ -23,27 +23,27 @@ RunWatch::~RunWatch() {
 }
 
 void RunWatch::watch() {
-    Clock::time_point nextBeat = start_ + settings_.heartbeat;
-    const auto limit = settings_.limit ? start_ + std::chrono::duration_cast<Clock::duration>(
-                                                      std::chrono::duration<double>(*settings_.limit))
-                                       : Clock::time_point::max();
     std::unique_lock guard(lock_);
     while (!hasEnded_) {
         const bool isStopping = stopReason_ != StopReason::none;
-        const auto next = isStopping ? patienceEnds_ : std::min(nextBeat, limit);
+        const auto limit = settings_.limit && runStart_
+                               ? *runStart_ + std::chrono::duration_cast<Clock::duration>(
+                                                  std::chrono::duration<double>(*settings_.limit))
+                               : Clock::time_point::max();
+        const auto next = isStopping ? patienceEnds_ : std::min(nextBeat_, limit);
         if (Clock::now() < next) {
             changed_.wait_until(guard, next);
             continue;
         }
+        if (!isStopping && next == limit) {
+            stop(StopReason::limit);
+            continue;
+        }
+        nextBeat_ += settings_.heartbeat;
         guard.unlock();
         if (isStopping)
             return settings_.giveUp(*this);
-        if (next == limit) {
-            requestStop(StopReason::limit);
-        } else {
-            settings_.beat(stillRunning());
-            nextBeat += settings_.heartbeat;
-        }
+        settings_.beat(stillRunning());
         guard.lock();
     }
 }
@@ -55,12 +55,16 @@ std::string RunWatch::stillRunning() const {
 
 void RunWatch::requestStop(StopReason reason) {
     const std::lock_guard guard(lock_);
+    stop(reason);
+    changed_.notify_one();
+}
+
+void RunWatch::stop(StopReason reason) {
     if (stopReason_ != StopReason::none)
         return;
     stopReason_ = reason;
     patienceEnds_ = Clock::now() + settings_.patience;
     SetEvent(stopEvent_.get());
-    changed_.notify_one();
 }
 
 StopReason RunWatch::stopReason() const {
@@ -82,14 +86,38 @@ std::string RunWatch::stopText() const {
 
 std::string RunWatch::place() const {
     const std::lock_guard guard(lock_);
+    const std::string run = run_.empty() ? "" : run_ + ": ";
     if (unit_.empty())
-        return "no unit has started";
-    return "unit \"" + unit_ + "\"" + (lastLine_.empty() ? "" : "; last log line: " + lastLine_);
+        return run + "no unit has started";
+    return run + "unit \"" + unit_ + "\"" + (lastLine_.empty() ? "" : "; last log line: " + lastLine_);
 }
 
 std::string RunWatch::unit() const {
     const std::lock_guard guard(lock_);
     return unit_;
+}
+
+void RunWatch::postponeBeat() {
+    const std::lock_guard guard(lock_);
+    nextBeat_ = Clock::now() + settings_.heartbeat;
+}
+
+void RunWatch::beginRun(std::string_view name) {
+    const std::lock_guard guard(lock_);
+    run_ = name;
+    unit_.clear();
+    lastLine_.clear();
+    runStart_ = Clock::now();
+    changed_.notify_one();
+}
+
+void RunWatch::endRun() {
+    const std::lock_guard guard(lock_);
+    runStart_.reset();
+    if (stopReason_ == StopReason::limit) {
+        stopReason_ = StopReason::none;
+        ResetEvent(stopEvent_.get());
+    }
 }
 
 void RunWatch::beginUnit(std::string_view name) {

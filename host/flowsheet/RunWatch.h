@@ -21,7 +21,7 @@ class RunWatch;
 struct RunWatchSettings {
     using Duration = std::chrono::milliseconds;
 
-    std::optional<double> limit{}; ///< s, from the construction of the watch
+    std::optional<double> limit{}; ///< s, for each run
     Duration heartbeat = std::chrono::seconds(10);
     Duration patience = std::chrono::seconds(2); ///< how long a run may take to end after a stop request
 
@@ -31,7 +31,8 @@ struct RunWatchSettings {
     std::function<void(const RunWatch&)> giveUp = [](const RunWatch&) {}; ///< once, when patience runs out
 };
 
-/// Lives as long as a run, or several that follow one another. A process has one at a time.
+/// Lives as long as a run, or several that follow one another, between calls of
+/// `beginRun` and `endRun`. A process has one at a time.
 ///
 /// A stop request reaches the unit and the engine, which know the event of this process: the script's next
 /// call of the unit fails, half a second later its next statement, and if it still goes on the engine ends
@@ -53,12 +54,19 @@ public:
     bool isStopRequested() const { return stopReason() != StopReason::none; }
     /// Why the run was stopped, as an error's text. Empty if it was not.
     std::string stopText() const;
-    /// The unit that runs, and its last log line: one line, UTF-8.
+    /// The run's name, the unit that runs, and its last log line: one line, UTF-8.
     std::string place() const;
     /// The unit that runs. Empty before the first.
     std::string unit() const;
+    /// The user has just seen how far the run is: the next heartbeat is a whole interval away.
+    void postponeBeat();
 
     // From the run's thread.
+
+    /// One of several runs, with a time limit of its own.
+    void beginRun(std::string_view name);
+    /// Its limit stops the next one no longer.
+    void endRun();
 
     /// From now on, this unit runs.
     void beginUnit(std::string_view name);
@@ -68,6 +76,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void watch();
+    void stop(StopReason reason); ///< with `lock_` held
     std::string stillRunning() const;
 
     const RunWatchSettings settings_;
@@ -76,9 +85,12 @@ private:
 
     mutable std::mutex lock_; // guards what follows
     std::condition_variable changed_;
+    std::optional<Clock::time_point> runStart_ = start_; // none between runs
+    Clock::time_point nextBeat_ = start_ + settings_.heartbeat;
     StopReason stopReason_ = StopReason::none;
     Clock::time_point patienceEnds_{}; // after a stop request
     bool hasEnded_ = false;
+    std::string run_;
     std::string unit_;
     std::string lastLine_;
 

@@ -2,11 +2,11 @@
 %   octave-cli CheckTest.m WINE SOLVANEHOST CASE...
 addpath (fileparts (mfilename ('fullpath')));
 
-function [checks, printed] = check (code, file)
+function [checks, printed] = check (code, file, options = '')
   % Runs the checks and returns the names of those that found something.
   json = [tempname() '.json'];
   printed = tempname ();
-  got = system ([strjoin([argv()(1:2)' {'check', file, '--json', json}]) ' </dev/null >' printed ' 2>&1']);
+  got = system ([strjoin([argv()(1:2)' {'check', file, options, '--json', json}]) ' </dev/null >' printed ' 2>&1']);
   text = fileread (printed);
   delete (printed);
   if (got != code)
@@ -26,7 +26,7 @@ function [checks, printed] = check (code, file)
   end
 end
 
-function printed = expectFound (expected, script, parts = {}, composition = '{"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}')
+function printed = expectFound (expected, script, parts = {}, composition = '{"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}', options = '')
   % A case of one feed in two phases, with this script.
   folder = tempname ();
   mkdir (folder);
@@ -35,7 +35,7 @@ function printed = expectFound (expected, script, parts = {}, composition = '{"p
   write (fullfile (folder, 'case.json'), ['{"compounds": [' compounds '], "feeds": [' ...
     '{"name": "Feed", "vaporFraction": 0.4, "pressure": 5e5, "flow": 10, "composition":' ...
     composition '}], "products": ["Product"], "model": {"script": "model.m"}}']);
-  [found, printed] = check (! isempty (expected), fullfile (folder, 'case.json'));
+  [found, printed] = check (! isempty (expected), fullfile (folder, 'case.json'), options);
   if (! isequal (found, expected))
     error ('found in %s, expected %s:\n%s', strjoin (found, ', '), strjoin (expected, ', '), printed);
   end
@@ -75,6 +75,10 @@ expectFound ({'profiles', 'order of compounds', 'absent compounds', 'no flow', '
 expectFound ({}, [reads {'setProduct(1, F, z, ''pressure'', P, ''enthalpy'', getFeedProp(1, ''enthalpy''));'}], ...
   {'nothing to reverse: the case has one compound', 'nothing to vary: without any of the compounds a feed would be empty'}, ...
   '{"propane": 1}');
+% A run that does not end says where, while it lasts and in the end, and the other checks go on.
+expectFound ({'no flow', 'tolerances'}, [reads {'while F == 0, end', 'options = optimset(''TolX'', 1);', sets('T')}], ...
+  {'Still running after 1', ' s: feed Feed without flow: unit "Unit"', 'model.m:6:9: The run did not end within the limit of 11 s'}, ...
+  light, '--limit 11');
 % A bend at the feed's pressure is no noise.
 expectFound ({}, [reads {sets('T + 1e-5 * max(0, P - 5e5)')}]);
 expectFound ({'noise', 'tolerances'}, [reads {'options = optimset(''TolX'', 1e-2); % or ''TolX'', 1', ...

@@ -76,6 +76,26 @@ TEST(RunWatch, stopsOnceAndThenGivesUp) {
     }
 }
 
+TEST(RunWatch, limitsEachRun) {
+    RunWatch watch({.limit = 0.2, .patience = 1h});
+    for (const char* name : {"first", "second"}) {
+        watch.beginRun(name);
+        EXPECT_EQ(watch.place(), std::string(name) + ": no unit has started");
+        watch.beginUnit("Drum");
+        for (int i = 0; i < 500 && !watch.isStopRequested(); ++i)
+            std::this_thread::sleep_for(10ms);
+        EXPECT_TRUE(isEventSet());
+        EXPECT_EQ(watch.stopReason(), StopReason::limit);
+        watch.endRun();
+        std::this_thread::sleep_for(300ms);
+        EXPECT_FALSE(isEventSet()) << "the next run would fail, or the time between runs counts";
+        EXPECT_FALSE(watch.isStopRequested());
+    }
+    watch.requestStop();
+    watch.endRun();
+    EXPECT_EQ(watch.stopReason(), StopReason::interruption);
+}
+
 TEST(RunWatch, endsWithItsRun) {
     const Handle heldByEngine(
         CreateEventW(nullptr, TRUE, FALSE, stopEventName(GetCurrentProcessId()).c_str()));

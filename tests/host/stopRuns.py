@@ -118,7 +118,8 @@ def main():
 
         run = Run(folder, "while true, end", command="check")
         run.interrupt()
-        run.expect_end(INTERRUPTED, (0, 2), "case.json: Interrupted")
+        run.expect_end(INTERRUPTED, (0, 2), f"script:5:7: Interrupted\nerror: {folder / 'case.json'}: Interrupted: the case: "
+                                            'unit "Endless"; last log line: endless')
         run.expect_nothing_left()
 
         run = Run(folder, "while true, end", "--adjust", "Feed.flow=1:2", "--target", "Product.flow=1.5")
