@@ -1,0 +1,170 @@
+"""Makes one mistake after the other in three units that run, and expects that a run tells it in its first line.
+
+    mistakes.py WINE SOLVANEHOST UNITS
+
+UNITS holds a compressor, a mixer with a splitter, and an adiabatic reactor with data files, each with its case.
+"""
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+HOST, UNITS = sys.argv[1:3], Path(sys.argv[3])
+
+# Per unit and file: what is replaced, by what, and how the first line of the errors and warnings begins.
+MISTAKES = {
+    ("compressor", "compressor.m"): [
+        ("'enthalpy');\ns1", "'enthalpy';\ns1", "compressor.m:6:17: parse error: '(' in line 6 is not closed"),
+        ("'entropy', s1,", "'entropy, s1,", "compressor.m:8:54: parse error: the text in line 8 ends at the quote"),
+        ("'efficiency'", "\u2019efficiency\u2019", "compressor.m:3:20: parse error: a typographic quote (U+2019) in line 3"),
+        ("F = get", "F =\u00a0get", "compressor.m:4:4: parse error: a non-breaking space (U+00A0) in line 4"),
+        ("('efficiency')", "['efficiency']", "compressor.m:3:19: parse error: write an index in parentheses, as in x(1)"),
+        ("(h2s - h1)", "(h2S - h1)", "compressor.m:9:12: 'h2S' undefined"),
+        ("'outlet pressure'", "'outletpressure'",
+         "compressor.m:2:6: Invalid parameter name: outletpressure; did you mean 'outlet pressure'?"),
+        ("getFeedProp(1, 'entropy')", "getfeedprop(1, 'entropy')",
+         "compressor.m:7:6: 'getfeedprop' undefined; did you mean 'getFeedProp'?"),
+        ("flashProperty", "flashProp", "compressor.m:8:7: 'flashProp' undefined"),
+        ("h2s = flash", "[h2s, T2] = flash", "compressor.m:8:13: flashProperty: function called with too many outputs"),
+        ("'pressure', P2, 'entropy', s1, 'enthalpy'", "'enthalpy', 'pressure', P2, 'entropy', s1",
+         "compressor.m:8:7: flashProperty: value1 must be one real, finite number, got text. Usage: value = flashProperty("),
+        ("/ eta;", "/ eta; h2 = h2 + sqrt(-1);",
+         "compressor.m:10:1: setProduct: value2 must be one real, finite number, got 1 by 1 complex values"),
+        ("getParameter('efficiency')", "input('eta? ')", "compressor.m:3:7: input waits for a user"),
+        ("setParameter('power', F * (h2 - h1));", "exit", "compressor.m:11:1: exit would end Octave"),
+        ("h2s = flash", "clear all; h2s = flash", "compressor.m:8:32: 'z' undefined"),
+        ("% Compressor", "getFeedProp = 3;\n% Compressor",
+         "compressor.m:5:3: getFeedProp(_,119): out of bound 1 (dimensions are 1x1) (note: variable 'getFeedProp' shadows"),
+        ("% Compressor", "function k1()\n% Compressor",
+         "warning: K1, script: the script begins with the function in line 1, which nothing calls"),
+        ("setParameter('power', F * (h2 - h1));\n", "", "warning: K1, parameter power: the output has no value"),
+        ("F * (h2 - h1));\n", "F * (h2 - h1) / 1000);\n",
+         "warning: K1, parameter power: the enthalpies change by 1.7486e+06 W"),
+    ],
+    ("compressor", "case.json"): [
+        ('"5 bar"', "5", 'warning: K1, parameter outlet pressure: the value, 5, has no unit'),
+        ('"5 bar", "dimensionality": "Pa"', '"5 bar"',
+         'error: case.json: model.parameters["outlet pressure"].value: "5 bar" has the wrong dimension'),
+        ('"25 degC"', "25", 'warning: K1, stream Suction: the temperature, 25, has no unit and is read as 25 K'),
+        ('"25 degC"', '"25 C"',
+         'error: case.json: feeds["Suction"].temperature: "25 C" has an unknown unit; did you mean "degC"?'),
+        ('"1000 kmol/h"', '"1000"', 'error: case.json: feeds["Suction"].flow: "1000" is not a number with a unit'),
+        ("0.75,", '"0,75",', 'error: case.json: model.parameters["efficiency"].value: "0,75" has a comma'),
+        ("0.75,", "75,", 'error: case.json: model.parameters["efficiency"].value: the value lies above the maximum, 1'),
+        ('"products": ["Discharge"],', '"products": ["Discharge",],', "error: case.json:8:28: syntax error"),
+        ('"products": ["Discharge"],', "", 'error: case.json: the key "products" is missing'),
+        ('"compressor.m"', '"compresor.m"', "error: case.json: model.script: the file compresor.m does not exist"),
+    ],
+    ("mixer-splitter", "mixer.m"): [
+        ("'pressure'));\nend", "'pressure'));", "mixer.m:4:1: parse error: 'for' in line 4 has no 'end'"),
+        ("F = sum(n);", "end\nF = sum(n);", "warning: MS, script: 'end' in line 9 ends no block"),
+        ("F = sum(n);", "%{\nF = sum(n);", "warning: MS, script: the block comment that starts in line 9 is not closed"),
+        ("if F > 0", "if F = 0", "warning: MS, script: '=' in line 11 assigns"),
+        ("else\n", "else if F == 0\n", "mixer.m:15:6: parse error: 'else if' in line 15 has no 'end' of its own"),
+        ("for i = 1", "for i 1", "mixer.m:4:7: parse error: for i 1:getFeedCount"),
+        ("for i = 1", "for i = 0", "mixer.m:5:13: port number out of range for getFeedProp; expected 1 to 2, got 0"),
+        ("zeros(nComp, 1)", "zeros(4, 1)", "mixer.m:5:7: operator +: nonconformant arguments (op1 is 4x1, op2 is 3x1)"),
+        ("zeros(nComp, 1)", "zeros(1, nComp)", "mixer.m:13:5: operator /: nonconformant arguments (op1 is 1x1, op2 is 1x3)"),
+        ("z = n / F;", "z = n / F; w = z * z;", "mixer.m:12:18: operator *: nonconformant arguments"),
+        ("z = n / F;", "z = n;", "warning: MS, stream Main: the mole fractions sum to 100, not to 1"),
+        ("z = n / F;", "z = n / F * 1.1;", "warning: MS, stream Main: the mole fractions sum to 1.1, not to 1"),
+        ("setProduct(1, s * F, z, 'pressure', P, 'enthalpy', H / F);",
+         "setProduct(1, z, s * F, 'pressure', P, 'enthalpy', H / F);",
+         "mixer.m:13:5: setProduct: flow must be one real, finite number, got 3 by 1 values"),
+        ("setProduct(1, s * F, z, 'pressure', P, 'enthalpy', H / F);",
+         "setProduct(1, s * F, z, 'pressure', P);",
+         "mixer.m:13:5: setProduct: expected 7 arguments, got 5"),
+        ("setProduct(2, (1", "setProduct(1, (1",
+         "error: case.json: Calculate failed: setProduct was not called for product 2 (Side)"),
+        ("setProduct(2, (1 - s)", "setProduct(2, s", "warning: MS, balance: 5.868508 kg/s go in and 8.215911 kg/s come out"),
+        ("setProduct(2, (1 - s)", "setProduct(2, -s", "warning: MS, stream Side: the flow, -70 mol/s, must not be negative"),
+        ("setProduct(1, s * F, z, 'pressure', P, 'enthalpy', H / F);",
+         "setProduct(1, s * F, z, 'pressure', P, 'temperature', 57);",
+         "warning: MS, stream Main: the temperature, 57 K, lies outside 150 to 1500 K"),
+        ("if F > 0\n    z", "if compNames(1) == 'propane', F = F; end\nif F > 0\n    z",
+         "mixer.m:11:17: binary operator '==' not implemented for 'cell' by 'matrix' operations"),
+        ("'Summary'", "'Sumary'", "mixer.m:21:1: Invalid report name: Sumary; did you mean 'Summary'?"),
+    ],
+    ("mixer-splitter", "case.json"): [
+        ('"temperature": 300', '"temperature": 27', 'warning: MS, stream A: the temperature, 27, has no unit'),
+        ('"pressure": 8e5', '"pressure": 8', 'warning: MS, stream A: the pressure, 8, has no unit and is read as 8 Pa'),
+        ('"Side"]', '"Main"]', 'error: case.json: products[1]: the name "Main" is already taken'),
+        ('"Side"]', '"Side", "Third"]', "error: case.json: Calculate failed: setProduct was not called for product 3 (Third)"),
+        (', "Side"]', ']', "mixer.m:14:5: port number out of range for setProduct; expected 1, got 2"),
+        ('"n-pentane": 0.1', '"pentane": 0.1', 'error: case.json: feeds["A"].composition.pentane: the compound is not'),
+        ('"n-pentane": 0.1', '"n-pentane": 0.2',
+         'error: case.json: feeds["A"].composition: the mole fractions sum to 1.1, not to 1'),
+        ('["propane", "n-butane"', '["propane", "nbutane"', 'error: case.json: compounds[1]: the compound "nbutane" is unknown'),
+        ('"pressure": 8e5', '"presure": 8e5', 'error: case.json: feeds["A"]: the key "presure" is unknown'),
+        ('"flow": 40', '"flow": "40 kmol/hr"',
+         'error: case.json: feeds["A"].flow: "40 kmol/hr" has an unknown unit; did you mean "kmol/h"?'),
+        ('0.1 } },', '0.1 } }', "error: case.json:7:5: syntax error while parsing array"),
+    ],
+    ("shift-reactor", "reactor.m"): [
+        ("'enthalpyF');\nV", "'entalpyF');\nV",
+         "reactor.m:11:4: Unknown/unsupported property \"entalpyF\" in getFeedProp; did you mean 'enthalpyF'?"),
+        ("'kinetics.csv'", "'kinetic.csv'", "reactor.m:2:8: dlmread: unable to open file 'kinetic.csv'"),
+        ("csvread('kinetics.csv', 1, 0)", "readtable('kinetics.csv')", "reactor.m:2:6: 'readtable' undefined"),
+        ("cat.bulkDensity", "cat.bulkdensity", "reactor.m:6:9: structure has no member 'bulkdensity'"),
+        ("getFeedProp(1, 'enthalpyF')", "getFeedProp(1, 'enthalpy')",
+         "reactor.m:45:18: Failed to calculate equilibrium: The flash failed: the enthalpyF 10337.6 at 2e+06 Pa lies outside"),
+        ("nu([co2 h2]) = 1;", "nu(co2) = 1;", "warning: WGS, balance: 2.224208 kg/s go in and 2.210498 kg/s come out"),
+        ("* P / 1e5", "* P",
+         "reactor.m:45:18: Failed to calculate equilibrium: The flash failed: the mole fraction of carbon monoxide, -69.5"),
+    ],
+    ("shift-reactor", "rate.m"): [
+        ("k0 *", "k00 *", "rate.m:6:3: structure has no member 'k00'"),
+        ("k * (p", "k * ((p", "rate.m:7:9: parse error: '(' in line 7 of rate.m is not closed"),
+        ("/ K);\n", "/ K);\nend\nend\n", "rate.m:9:3: parse error: end"),
+        ("8.314;", "8.314; q = zeros(nComp, 1);", "rate.m:3:22: 'nComp' undefined"),
+        ("8.314;", "rate(T, p, kin);", "rate.m:3:5: max_recursion_depth exceeded"),
+    ],
+    ("shift-reactor", "kinetics.csv"): [
+        ("0.5,47400", "0.5;47400", "warning: WGS, script: the numbers in line 2 of kinetics.csv are separated by semicolons"),
+        ("0.5,47400", "0.5\t47400", "warning: WGS, script: the numbers in line 2 of kinetics.csv are separated by tabs"),
+        ("0.5,47400", "0.5,47 400", 'warning: WGS, script: "47 400" in line 2 of kinetics.csv is not a number'),
+        ("0.5,47400", "0.5,47.4 kJ/mol", 'warning: WGS, script: "47.4 kJ/mol" in line 2 of kinetics.csv is not a number'),
+        ("0.5,47400", "0.5", "reactor.m:5:7: data(_,2): out of bound 1 (dimensions are 1x1)"),
+        ("0.5,47400\n", "", "warning: WGS, script: kinetics.csv has no numbers where it is read"),
+        ("k0,E", "WGS kinetics\nk0,E", 'warning: WGS, script: "k0" in line 2 of kinetics.csv is not a number'),
+    ],
+    ("shift-reactor", "case.json"): [
+        (', "rate.m"', "", "reactor.m:47:5: 'rate' undefined"),
+        ('"rate.m"', '"rates.m"', "error: case.json: model.files[2]: the file rates.m does not exist"),
+        (' "catalyst.mat",', "", "reactor.m:3:7: load: unable to find file catalyst.mat"),
+    ],
+}
+
+
+def told(unit, mistake):
+    """What a run with the mistake prints first as error or warning, apart from its progress."""
+    with tempfile.TemporaryDirectory() as name:
+        folder = Path(name) / unit
+        shutil.copytree(UNITS / unit, folder)
+        if mistake:
+            file, old, new = mistake
+            text = (folder / file).read_text()
+            if text.count(old) != 1:
+                raise SystemExit(f"{file} has {old!r} {text.count(old)} times")
+            (folder / file).write_text(text.replace(old, new))
+        run = subprocess.run([*HOST, "run", "case.json"], cwd=folder, stdin=subprocess.DEVNULL, capture_output=True, text=True)
+    lines = [line for line in run.stderr.splitlines() if not line.startswith("Still running")]
+    return (lines + [line for line in run.stdout.splitlines() if line.startswith("warning: ")] + [""])[0]
+
+
+def main():
+    rows = [(unit, (file, old, new), text) for (unit, file), mistakes in MISTAKES.items() for old, new, text in mistakes]
+    rows += [(unit, None, "") for unit in {row[0] for row in rows}]
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        lines = list(pool.map(lambda row: told(*row[:2]), rows))
+    missed = [f"{unit}, {mistake}: {line!r} instead of {text!r}"
+              for (unit, mistake, text), line in zip(rows, lines) if not (line.startswith(text) if text else line == "")]
+    if missed:
+        raise SystemExit("\n".join(missed))
+    print(f"{len(rows)} runs tell in their first line what is wrong, if anything is")
+
+
+main()
