@@ -1,5 +1,6 @@
 #include "CaseCheck.h"
 
+#include "Jumps.h"
 #include "Leftovers.h"
 #include "Noise.h"
 #include "PhaseNames.h"
@@ -30,15 +31,28 @@ struct CaseCheck {
 /// What the order of sums changes, with some room for solvers in the script.
 constexpr double tolerance = 1e-7;
 
-/// The first fault of a run that succeeded: an unsound output, or a warning that the unchanged case lacks.
-std::string faultOf(const Trial& trial, const Trial& base) {
+bool isOutsideData(const StreamResult& stream) {
+    return stream.temperature < lowestFitted || stream.temperature > highestFitted;
+}
+
+/// Whether the warning is of such a stream.
+bool isOutsideData(const Warning& warning, const RunResults& results) {
+    return std::ranges::any_of(results.streams, [&](const StreamResult& stream) {
+        return warning.subject == "stream " + stream.name && isOutsideData(stream);
+    });
+}
+
+/// The first fault of a run that succeeded: an unsound output, or a warning that the unchanged case lacks. A
+/// variation may lead out of the package's data.
+std::optional<CheckFinding> faultOf(const Trial& trial, const Trial& base, const char* remedy) {
     if (std::string unsound = unsoundOutput(trial.outputs); !unsound.empty())
-        return unsound;
+        return CheckFinding{std::move(unsound), remedy};
     for (const Warning& warning : trial.results.warnings)
         if (std::ranges::find(base.results.warnings, warning.subject, &Warning::subject) ==
-            base.results.warnings.end())
-            return warning.subject + ": " + warning.text;
-    return {};
+                base.results.warnings.end() &&
+            !isOutsideData(warning, trial.results))
+            return CheckFinding{warning.subject + ": " + warning.text, warning.remedy};
+    return std::nullopt;
 }
 
 /// Of a run that failed.
@@ -60,11 +74,11 @@ CheckOutcome survive(CheckedCase& checked, const std::vector<CaseVariation>& var
         const Trial trial = checked.trials.run(variation.flowsheet, variation.name);
         if (!trial.succeeded && trial.isRefused && mayRefuse) {
             ++refused;
-            outcome.summary = "; the script refuses: " + trial.message;
+            outcome.summary = "; the script refuses " + variation.name + ": " + trial.message;
         } else if (!trial.succeeded)
             outcome.findings.push_back(failureOf(variation.name + ": ", trial, remedy));
-        else if (const std::string fault = faultOf(trial, checked.base); !fault.empty())
-            outcome.findings.push_back({variation.name + ": " + fault, remedy});
+        else if (const auto fault = faultOf(trial, checked.base, remedy))
+            outcome.findings.push_back({variation.name + ": " + fault->text, fault->remedy});
     }
     const std::size_t calculated = variations.size() - refused - outcome.findings.size();
     outcome.summary = variations.empty()
@@ -104,11 +118,18 @@ bool hasWrongFractions(const Trial& trial) {
     });
 }
 
-/// What several streams of a unit have in common is one finding.
+/// What several streams of a unit have in common is one finding. Products outside of the package's data are
+/// none where the case's feeds are there, too.
 CheckOutcome lookAtWarnings(CheckedCase& checked) {
     CheckOutcome outcome{"balances and results are plausible", {}};
+    const std::vector<StreamResult>& streams = checked.base.results.streams;
+    const bool startsOutsideData = std::any_of(
+        streams.begin(), streams.begin() + std::min(checked.flowsheet.feeds.size(), streams.size()),
+        [](const StreamResult& stream) { return isOutsideData(stream); });
     std::vector<Warning> causes;
     for (const Warning& warning : checked.base.results.warnings) {
+        if (startsOutsideData && isOutsideData(warning, checked.base.results))
+            continue;
         const auto same = std::ranges::find_if(causes, [&](const Warning& cause) {
             return cause.unit == warning.unit && cause.text == warning.text;
         });
@@ -206,36 +227,48 @@ CheckOutcome lookAtNoFlow(CheckedCase& checked) {
 }
 
 CheckOutcome lookAtPhases(CheckedCase& checked) {
-    return survive(checked, inOnePhase(checked.flowsheet), true,
-                   "no feed boils or condenses within " + exactNumber(lowestFitted) + " to " +
-                       exactNumber(highestFitted) + " K, for which the compounds have data",
+    return survive(checked, inOnePhase(checked.flowsheet), true, "no feed boils or condenses",
                    "look at which phases getFeedEquilibrium and flashEquilibrium return before using one");
+}
+
+/// What changes of one input show, if anything.
+std::optional<CheckFinding> lookAtInput(CheckedCase& checked, const FeedInput& input) {
+    const auto runAt = [&](double part) {
+        return checked.trials.run(withChange(checked.flowsheet, input, part),
+                                  input.name + " changed by " + shortNumber(part, 1));
+    };
+    std::array<Trial, noiseChanges.size()> changed;
+    for (std::size_t i = 0; i < changed.size(); ++i) {
+        changed[i] = runAt(noiseChanges[i]);
+        if (changed[i].isRefused)
+            return std::nullopt;
+        if (!changed[i].succeeded)
+            return failureOf(input.name + " changed by less than 0.02 %: ", changed[i],
+                             "the model fails next to where it works");
+    }
+    if (const auto noise = findNoise(checked.base, changed))
+        return CheckFinding{"small changes of the " + input.name + " make " + noise->output + " jump by " +
+                                shortNumber(noise->size, 1) + " of its size",
+                            "tighten the tolerances of fzero, fsolve and ode solvers; no random numbers: "
+                            "recycles do not converge below this noise"};
+    const auto& [nearUp, nearDown, farUp, farDown] = changed;
+    if (const auto jump = findJump(checked.base, farUp, farDown, runAt))
+        return CheckFinding{jump->output + " jumps by " + shortNumber(jump->size, 1) +
+                                " of its size where the " + input.name + " is " +
+                                shortNumber(valueOf(checked.flowsheet, input) * (1 + jump->at), 5) +
+                                input.unit,
+                            "do not round, interpolate in tables, and let one formula pass into the next: "
+                            "derivatives are 0 beside a jump, and recycles may never converge at it"};
+    return std::nullopt;
 }
 
 CheckOutcome lookAtNoise(CheckedCase& checked) {
     CheckOutcome outcome;
     const std::vector<FeedInput> inputs = feedInputs(checked.flowsheet);
-    for (const FeedInput& input : inputs) {
-        std::array<std::vector<Output>, noiseChanges.size()> changed;
-        Trial trial;
-        for (std::size_t i = 0; i < changed.size(); ++i) {
-            trial = checked.trials.run(withChange(checked.flowsheet, input, noiseChanges[i]),
-                                       input.name + " changed by " + shortNumber(noiseChanges[i], 1));
-            if (!trial.succeeded)
-                break;
-            changed[i] = std::move(trial.outputs);
-        }
-        if (!trial.succeeded) {
-            if (!trial.isRefused)
-                outcome.findings.push_back(failureOf(input.name + " changed by less than 0.02 %: ", trial,
-                                                     "the model fails next to where it works"));
-        } else if (const auto noise = findNoise(checked.base.outputs, changed))
-            outcome.findings.push_back({"small changes of the " + input.name + " make " + noise->output +
-                                            " jump by " + shortNumber(noise->size, 1) + " of its size",
-                                        "tighten the tolerances of fzero, fsolve and ode solvers; no "
-                                        "random numbers: recycles do not converge below this noise"});
-    }
-    outcome.summary = counted(inputs.size(), "input") + " changed by 1e-6 and 1e-4";
+    for (const FeedInput& input : inputs)
+        if (auto finding = lookAtInput(checked, input))
+            outcome.findings.push_back(std::move(*finding));
+    outcome.summary = counted(inputs.size(), "input") + " changed by 1e-6, 1e-4 and 3e-2";
     return outcome;
 }
 

@@ -14,14 +14,14 @@ constexpr double ratio = nearChange / farChange;
 
 } // namespace
 
-std::optional<Noise> findNoise(const std::vector<Output>& unchanged,
-                               const std::array<std::vector<Output>, noiseChanges.size()>& changed) {
+std::optional<Noise> findNoise(const Trial& unchanged,
+                               const std::array<Trial, noiseChanges.size()>& changed) {
     std::optional<Noise> noisiest;
-    for (std::size_t i = 0; i < unchanged.size(); ++i) {
-        const Output& base = unchanged[i];
+    for (std::size_t i = 0; i < unchanged.outputs.size(); ++i) {
+        const Output& base = unchanged.outputs[i];
         std::array<double, noiseChanges.size()> step; // as noiseChanges
         std::ranges::transform(changed, step.begin(),
-                               [&](const auto& outputs) { return outputs.at(i).value - base.value; });
+                               [&](const Trial& trial) { return trial.outputs.at(i).value - base.value; });
         const auto [nearUp, nearDown, farUp, farDown] = step;
         const double slope = (farUp - farDown) / 2, bend = (farUp + farDown) / 2;
         const auto remainder = [&](double nearStep, double farStep, double sign) {

@@ -1,12 +1,11 @@
 /// The noise in a model's outputs, which spoils derivatives by differences and with them recycles.
 #pragma once
 
-#include "Outputs.h"
+#include "Trials.h"
 
 #include <array>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace solvane::host {
 
@@ -22,8 +21,8 @@ struct Noise {
 
 /// The noisiest output above the noise that derivatives bear: what remains of the near changes after a line
 /// through the far one on the same side, or a parabola through both, is taken off. A bend of the model at the
-/// unchanged input is no noise. `changed` holds the outputs at `noiseChanges`.
-std::optional<Noise> findNoise(const std::vector<Output>& unchanged,
-                               const std::array<std::vector<Output>, noiseChanges.size()>& changed);
+/// unchanged input is no noise. `changed` holds the runs at `noiseChanges`, which succeeded as the unchanged
+/// one.
+std::optional<Noise> findNoise(const Trial& unchanged, const std::array<Trial, noiseChanges.size()>& changed);
 
 } // namespace solvane::host

@@ -1,5 +1,6 @@
 #include "Variations.h"
 
+#include "cases/NumberText.h"
 #include "thermo/IdealGas.h"
 #include "thermo/PropertyPackage.h"
 
@@ -41,8 +42,8 @@ bool readState(const PropertyPackage& package, const FeedStream& feed, Equilibri
     return package.flash(feed.composition, given.at(0), given.at(1), state, error);
 }
 
-/// Changes the feed's temperature at its pressure or, where it has no such state within the data, its
-/// pressure at its temperature, or both. False if it has none anywhere.
+/// Changes the feed's temperature at its pressure: a compressor or a valve makes sense at that only. Where it
+/// has no such state, changes its pressure at its temperature, or both. False if it has none anywhere.
 bool bringToSide(const PropertyPackage& package, const Side& side, FeedStream& feed) {
     Equilibrium own, saturated;
     if (!readState(package, feed, own))
@@ -55,11 +56,16 @@ bool bringToSide(const PropertyPackage& package, const Side& side, FeedStream& f
                            saturated, error))
             continue;
         const bool keepsPressure = kept.variable == FlashVariable::pressure;
-        const double temperature = saturated.temperature + (keepsPressure ? side.temperatureStep : 0);
-        if (!isWithinData(temperature))
+        const FlashCondition temperature{FlashVariable::temperature,
+                                         saturated.temperature + (keepsPressure ? side.temperatureStep : 0)};
+        const FlashCondition pressure{FlashVariable::pressure,
+                                      saturated.pressure * (keepsPressure ? 1 : side.pressureFactor)};
+        // The package flashes at lower temperatures, too, with heat capacities that stay the same.
+        if (!(keepsPressure || isWithinData(temperature.value)) ||
+            !package.flash(feed.composition, temperature, pressure, own, error))
             continue;
-        feed.temperature = temperature;
-        feed.pressure = saturated.pressure * (keepsPressure ? 1 : side.pressureFactor);
+        feed.temperature = temperature.value;
+        feed.pressure = pressure.value;
         feed.vaporFraction.reset();
         return true;
     }
@@ -142,8 +148,12 @@ std::vector<CaseVariation> inOnePhase(const Case& flowsheet) {
     for (std::size_t i = 0; i < flowsheet.feeds.size(); ++i) {
         const auto add = [&](const std::string& name, auto change) {
             CaseVariation variation{"feed " + flowsheet.feeds[i].name + name, flowsheet};
-            if (change(variation.flowsheet.feeds[i]))
-                variations.push_back(std::move(variation));
+            const FeedStream& feed = variation.flowsheet.feeds[i];
+            if (!change(variation.flowsheet.feeds[i]))
+                return;
+            variation.name +=
+                " (" + shortNumber(*feed.temperature, 4) + " K, " + shortNumber(*feed.pressure, 4) + " Pa)";
+            variations.push_back(std::move(variation));
         };
         for (const Side& side : sides)
             add(side.name, [&](FeedStream& feed) { return bringToSide(package, side, feed); });
@@ -157,25 +167,31 @@ std::vector<CaseVariation> inOnePhase(const Case& flowsheet) {
 std::vector<FeedInput> feedInputs(const Case& flowsheet) {
     struct Row {
         const char* name;
+        const char* unit;
         std::optional<double> FeedStream::* condition;
     };
-    constexpr std::array rows{Row{"temperature", &FeedStream::temperature},
-                              Row{"pressure", &FeedStream::pressure},
-                              Row{"vapour fraction", &FeedStream::vaporFraction}};
+    constexpr std::array rows{Row{"temperature", " K", &FeedStream::temperature},
+                              Row{"pressure", " Pa", &FeedStream::pressure},
+                              Row{"vapour fraction", "", &FeedStream::vaporFraction}};
     std::vector<FeedInput> inputs;
     for (std::size_t i = 0; i < flowsheet.feeds.size(); ++i) {
         const FeedStream& feed = flowsheet.feeds[i];
         if (feed.flow > 0)
-            inputs.push_back({"flow of feed " + feed.name, i, &FeedStream::flow, nullptr});
+            inputs.push_back({"flow of feed " + feed.name, " mol/s", i, &FeedStream::flow, nullptr});
         for (const Row& row : rows) {
             const std::optional<double>& value = feed.*row.condition;
             const bool isLimit = row.condition == &FeedStream::vaporFraction && value == 1.0;
             if (value && *value > 0 && !isLimit)
                 inputs.push_back(
-                    {std::string(row.name) + " of feed " + feed.name, i, nullptr, row.condition});
+                    {std::string(row.name) + " of feed " + feed.name, row.unit, i, nullptr, row.condition});
         }
     }
     return inputs;
+}
+
+double valueOf(const Case& flowsheet, const FeedInput& input) {
+    const FeedStream& feed = flowsheet.feeds[input.feed];
+    return input.flow ? feed.*input.flow : *(feed.*input.condition);
 }
 
 Case withChange(const Case& flowsheet, const FeedInput& input, double part) {

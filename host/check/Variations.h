@@ -24,14 +24,15 @@ Case withReversedCompounds(const Case& flowsheet);
 std::vector<CaseVariation> withoutCompound(const Case& flowsheet);
 
 /// Each feed as a liquid 5 K below its bubble point and as a vapour 5 K above its dew point, at its pressure;
-/// where there is no such point, or the package has no heat capacities there, at its temperature or far from
-/// both; without the states that exist nowhere. Then each feed of more than two compounds as that which boils
-/// first and as that which boils last, at its temperature and pressure.
+/// where there is no such point, at its temperature or far from both, within the temperatures for which the
+/// package has heat capacities; without the states that exist nowhere. Then each feed of more than two
+/// compounds as that which boils first and as that which boils last, at its temperature and pressure.
 std::vector<CaseVariation> inOnePhase(const Case& flowsheet);
 
 /// An input of a feed that can be changed by a small part of itself.
 struct FeedInput {
     std::string name; ///< such as "temperature of feed Suction"
+    const char* unit = "";
     std::size_t feed = 0;
     double FeedStream::* flow = nullptr;                     ///< either this
     std::optional<double> FeedStream::* condition = nullptr; ///< or this
@@ -39,6 +40,8 @@ struct FeedInput {
 
 /// The inputs of all feeds that are stated, not 0, and no limit of their range.
 std::vector<FeedInput> feedInputs(const Case& flowsheet);
+
+double valueOf(const Case& flowsheet, const FeedInput& input);
 
 /// The case with the input multiplied by 1 + `part`.
 Case withChange(const Case& flowsheet, const FeedInput& input, double part);
