@@ -13,7 +13,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-BROWSERS = ["chromium", "chromium-browser", "google-chrome"]
+BROWSERS = ["chromium-headless-shell", "chromium", "chromium-browser", "google-chrome"]
 SKIPPED = 77
 
 # Long names, wide letters, many ports; the last unit fails.
@@ -109,7 +109,7 @@ def faults(found, streams):
 def main():
     browser = next(filter(None, map(shutil.which, BROWSERS)), None)
     if not browser:
-        print("no browser to look at a page with: install Debian's package chromium")
+        print("no browser to look at a page with: install Debian's package chromium-headless-shell")
         return SKIPPED
     with tempfile.TemporaryDirectory() as name:
         case, streams = write_case(Path(name))
