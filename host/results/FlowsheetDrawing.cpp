@@ -15,7 +15,7 @@ namespace {
 constexpr int leastBoxWidth = 130;
 constexpr int leastBoxHeight = 56;
 constexpr int portDistance = 28;
-constexpr int leastColumnGap = 170;
+constexpr int leastStubLength = 70;
 constexpr int rowGap = 40;
 constexpr int laneDistance = 20;
 constexpr int margin = 20;
@@ -35,28 +35,37 @@ int textWidth(std::string_view text) {
     return width;
 }
 
-/// What the longest names need.
+/// What the longest names need. Between two columns lie the ends of products at the left, those of feeds at
+/// the right, and the ways of recycles between them.
 struct Spacing {
     int boxWidth = leastBoxWidth;
-    int columnGap = leastColumnGap;
+    int feedLength = leastStubLength;
+    int productLength = leastStubLength;
+    int recycles = 0;
 
     explicit Spacing(const RunResults& results) {
-        std::set<std::string> made;
-        int feed = 0, product = 0; // those that no unit makes, and those that one makes
+        std::set<std::string> made, given;
+        const auto stubLength = [](const std::string& name) {
+            return textWidth(name) + arrowLength + 2 * textRise;
+        };
         for (const UnitResult& unit : results.units) {
             boxWidth = std::max(boxWidth, textWidth(unit.name) + 2 * textRise);
             for (const std::string& stream : unit.feeds)
-                if (!made.contains(stream))
-                    feed = std::max(feed, textWidth(stream));
-            for (const std::string& stream : unit.products)
-                product = std::max(product, textWidth(stream));
+                if (!made.contains(stream)) {
+                    feedLength = std::max(feedLength, stubLength(stream));
+                    given.insert(stream);
+                }
+            for (const std::string& stream : unit.products) {
+                productLength = std::max(productLength, stubLength(stream));
+                recycles += given.contains(stream) ? 1 : 0;
+            }
             made.insert(unit.products.begin(), unit.products.end());
         }
-        // A product's name at the left may be beside a feed's at the right.
-        columnGap = std::max(columnGap, product + feed + arrowLength + 4 * textRise);
     }
+    int columnGap() const { return productLength + (2 * recycles + 1) * laneDistance + feedLength; }
     int columnX(std::size_t column) const {
-        return margin + columnGap + static_cast<int>(column) * (boxWidth + columnGap);
+        return margin + (recycles + 1) * laneDistance + feedLength +
+               static_cast<int>(column) * (boxWidth + columnGap());
     }
 };
 
@@ -149,6 +158,15 @@ private:
     std::map<std::size_t, int> bottom_;
 };
 
+/// A recycle's line, which goes back below all boxes: the `number`th from inside.
+std::string recycleLine(Point from, Point to, int number, int lane, const Spacing& spacing) {
+    const int right = from.x + spacing.productLength + number * laneDistance;
+    const int left = to.x - spacing.feedLength - number * laneDistance;
+    const auto go = [](char command, int place) { return std::string(1, command) + std::to_string(place); };
+    return "<path class=\"stream\" d=\"M" + std::to_string(from.x) + "," + std::to_string(from.y) +
+           go('H', right) + go('V', lane) + go('H', left) + go('V', to.y) + go('H', to.x) + "\"/>\n";
+}
+
 /// Where a product leaves the unit that makes it.
 struct Source {
     Point place;
@@ -173,6 +191,7 @@ std::string flowsheetSvg(const RunResults& results) {
     const std::vector<Box> boxes = placedBoxes(results, spacing);
     Lanes lanes(boxes, spacing);
     std::map<std::string, Source> sources; // of the products, until a unit takes them
+    std::map<std::string, Point> given;    // the ports that take what no unit before makes
     std::string lines, rects;
     int width = 0;
     for (const Box& box : boxes) {
@@ -181,8 +200,8 @@ std::string flowsheetSvg(const RunResults& results) {
             const Point port{box.x, box.portY(i, unit.feeds.size())};
             const auto source = sources.find(unit.feeds[i]);
             if (source == sources.end()) {
-                lines += line({port.x - spacing.columnGap + margin, port.y}, {}, 0, port) +
-                         label({port.x - arrowLength, port.y - textRise}, "end", unit.feeds[i]);
+                given[unit.feeds[i]] = port;
+                lines += label({port.x - arrowLength, port.y - textRise}, "end", unit.feeds[i]);
                 continue;
             }
             const auto& [place, column] = source->second;
@@ -194,15 +213,26 @@ std::string flowsheetSvg(const RunResults& results) {
             sources[unit.products[i]] = {{box.x + spacing.boxWidth, box.portY(i, unit.products.size())},
                                          box.column};
         rects += boxSvg(box, spacing.boxWidth, results);
-        width = std::max(width, box.x + spacing.boxWidth + spacing.columnGap);
+        width = std::max(width, box.x + spacing.boxWidth + spacing.columnGap());
     }
+    int recycle = 0;
     for (const auto& [stream, source] : sources) {
         const Point from = source.place;
-        lines += line(from, {}, 0, {from.x + spacing.columnGap - margin, from.y}) +
-                 label({from.x + textRise, from.y - textRise}, "start", stream);
+        const auto port = given.find(stream);
+        if (port == given.end()) {
+            lines += line(from, {}, 0, {from.x + spacing.productLength, from.y});
+        } else {
+            ++recycle;
+            lines +=
+                recycleLine(from, port->second, recycle, lanes.lowest() + recycle * laneDistance, spacing);
+            given.erase(port);
+        }
+        lines += label({from.x + textRise, from.y - textRise}, "start", stream);
     }
+    for (const auto& [stream, port] : given)
+        lines += line({port.x - spacing.feedLength, port.y}, {}, 0, port);
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"Flowsheet\"" +
-           attribute("width", width) + attribute("height", lanes.lowest() + margin) +
+           attribute("width", width) + attribute("height", lanes.lowest() + recycle * laneDistance + margin) +
            "><defs><marker id=\"arrow\" viewBox=\"0 0 8 8\" refX=\"8\" refY=\"4\" markerWidth=\"8\" "
            "markerHeight=\"8\" orient=\"auto\"><path d=\"M0,0 8,4 0,8z\"/></marker></defs>\n" +
            lines + rects + "</svg>\n";

@@ -79,8 +79,10 @@ std::string resultsHtml(const RunResults& results, const TableUnits& units, cons
     }
     for (const Warning& warning : results.warnings)
         html += element("p class=\"warning\"", warning.unit + ", " + warning.subject + ": " + warning.text);
-    html += "<div class=\"drawing\">" + flowsheetSvg(results) + "</div>\n" + element("h2", "Streams");
-    html += tableHtml(streamTable(results, units)) + tableHtml(phaseTable(results));
+    html += "<div class=\"drawing\">" + flowsheetSvg(results) + "</div>\n";
+    if (!results.streams.empty())
+        html += element("h2", "Streams") + tableHtml(streamTable(results, units)) +
+                tableHtml(phaseTable(results));
     if (results.convergence)
         html += element("h2", "Convergence") + tableHtml(convergenceTable(*results.convergence));
     if (results.adjustment)

@@ -1,6 +1,6 @@
 """Looks at the page of `SolvaneHost run --html` in a browser: the drawing has each unit and stream, no stream crosses a unit,
-no text leaves its box or covers another, and nothing is loaded from outside. Skipped, with exit code 77, where no Chromium
-is installed.
+no text leaves its box or covers another, no product seems to enter a unit that does not take it, and nothing is loaded from
+outside. Skipped, with exit code 77, where no Chromium is installed.
 
     showPage.py WINE SOLVANEHOST
 """
@@ -16,9 +16,9 @@ from pathlib import Path
 BROWSERS = ["chromium-headless-shell", "chromium", "chromium-browser", "google-chrome"]
 SKIPPED = 77
 
-# Long names, wide letters, many ports; the last unit fails.
+# Long names, wide letters, many ports, a recycle; the last unit fails.
 UNITS = {
-    "Washing & Mixing <WWWWWWWWWW> of the first stage": (["Feed of the MIXING section", "F2", "F3"],
+    "Washing & Mixing <WWWWWWWWWW> of the first stage": (["Feed of the MIXING section", "F2", "Purge", "F3"],
                                                          ["Overhead vapour to the flare", "Bottoms"]),
     "iii": (["Bottoms"], ["Nach der Reinigung: größere Menge", "ÄÖÜ", "Purge"]),
     "Knock-out drum": (["Nach der Reinigung: größere Menge", "Overhead vapour to the flare", "Cooling water"], ["Product of the last unit"]),
@@ -38,8 +38,12 @@ const crossed = (line) => all("svg rect.unit").some((box) => {
   for (let at = 0; at < line.getTotalLength(); at += 2)
     if (isIn(line.getPointAtLength(at), box)) return true;
   return false; });
+const pointsAt = (end, box) => end.x < box.x.baseVal.value - 2 && isIn({x: end.x + 40, y: end.y}, box);
+const misleads = (line) =>
+  all("svg rect.unit").some((box) => pointsAt(line.getPointAtLength(line.getTotalLength()), box));
 const found = {
   crossing: all("svg path.stream").filter(crossed).map((line) => line.getAttribute("d")),
+  misleading: all("svg path.stream").filter(misleads).map((line) => line.getAttribute("d")),
   boxes: all("svg rect.unit").map(place), lines: all("svg path.stream").map(place), texts: all("svg text").map(place),
   drawing: place(document.querySelector("svg")),
   clipped: all("p, h1, h2, h3, th, td").filter((e) => e.scrollWidth > e.clientWidth + 1).map((e) => e.textContent),
@@ -56,11 +60,12 @@ def write_case(folder):
     streams = {stream for feeds, _ in UNITS.values() for stream in feeds}
     made = {stream for _, products in UNITS.values() for stream in products}
     ports = lambda names: {f"port {number}": name for number, name in enumerate(names)}
+    state = lambda name: {"name": name, "temperature": 300, "pressure": 1e5, "flow": 1, "composition": {"methane": 1}}
     case = folder / "case.json"
     case.write_text(json.dumps({
         "compounds": ["methane"],
-        "streams": [{"name": name, "temperature": 300, "pressure": 1e5, "flow": 1, "composition": {"methane": 1}}
-                    for name in sorted(streams - made)],
+        "streams": [state(name) for name in sorted(streams - made)],
+        "tear": [state("Purge")],
         "units": [{"name": name, "model": {"script": SCRIPT}, "feeds": ports(feeds),
                    "products": {f"out {number}": stream for number, stream in enumerate(products)}}
                   for name, (feeds, products) in UNITS.items()]}))
@@ -90,7 +95,7 @@ def overlap(one, other):
 def faults(found, streams):
     names = [text for text in found["texts"] if text["text"] in UNITS]
     labels = [text for text in found["texts"] if text["text"] not in UNITS]
-    yield from (f"{found[key]}: {key}" for key in ("clipped", "crossing", "loaded") if found[key])
+    yield from (f"{found[key]}: {key}" for key in ("clipped", "crossing", "misleading", "loaded") if found[key])
     if len(found["boxes"]) != len(UNITS) or sorted(text["text"] for text in names) != sorted(UNITS):
         yield f"the boxes are {names}"
     if len(found["lines"]) != len(streams) or {text["text"] for text in labels} != streams:
