@@ -21,10 +21,6 @@ bool readModel(const CasePlace& place, const std::filesystem::path& folder, Unit
 /// Reads a file by its path in the case, relative to `folder` unless absolute.
 bool readModelFile(const CasePlace& place, const std::filesystem::path& folder, ModelFile& file);
 
-/// Reads the text of a JSON file; false with a text that names the file and the place.
-bool parseDocument(const std::filesystem::path& file, const std::string& text, CaseJson& json,
-                   std::string& error);
-
 /// Reads a feed, its composition in the order of `compounds`.
 bool readFeed(const CasePlace& place, const std::vector<const Compound*>& compounds, FeedStream& feed);
 

@@ -1,57 +1,15 @@
 #include "CaseReader.h"
 
+#include "CaseDocument.h"
 #include "CaseParts.h"
 #include "FilePath.h"
 #include "NameList.h"
 
-#include <algorithm>
-#include <set>
 #include <vector>
 
 namespace solvane::host {
 
 namespace {
-
-/// nlohmann's description of a fault, without its prefix for the kind or the place, which ends with `end`.
-std::string faultText(const nlohmann::json::exception& fault, std::string_view end) {
-    std::string text = fault.what();
-    const auto ownWords = text.find(end);
-    return ownWords == std::string::npos ? text : text.substr(ownWords + end.size());
-}
-
-/// Some editors save in this encoding, which the JSON parser cannot read.
-bool isUtf16(std::string_view text) {
-    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
-}
-
-/// "line:column" of a byte, counted from 1.
-std::string lineAndColumn(std::string_view text, std::size_t byte) {
-    const std::string_view before = text.substr(0, std::min(byte > 0 ? byte - 1 : 0, text.size()));
-    const auto line = std::ranges::count(before, '\n') + 1;
-    const auto lineStart = before.rfind('\n') + 1; // 0 on the first line
-    return std::to_string(line) + ":" + std::to_string(before.size() - lineStart + 1);
-}
-
-/// Finds a key that an object has twice: the parser would keep its last value without a word.
-class RepeatedKeys {
-public:
-    void see(nlohmann::json::parse_event_t event, const CaseJson& parsed) {
-        using Event = nlohmann::json::parse_event_t;
-        if (event == Event::object_start)
-            open_.emplace_back();
-        else if (event == Event::object_end)
-            open_.pop_back();
-        else if (event == Event::key && !open_.back().insert(parsed.get<std::string>()).second &&
-                 first_.empty())
-            first_ = parsed.get<std::string>();
-    }
-    /// Empty if there is none.
-    const std::string& first() const { return first_; }
-
-private:
-    std::vector<std::set<std::string>> open_; ///< the keys of the objects around the current place
-    std::string first_;
-};
 
 /// Reads the list of given streams under `key`.
 bool readFeeds(const CasePlace& root, const char* key, Case& result) {
@@ -130,29 +88,6 @@ bool read(const CasePlace& place, const Compound*& result) {
     result = findCompound(name);
     return result || place.fail("the compound \"" + name +
                                 "\" is unknown; compounds: " + nameList(allCompounds(), &Compound::name));
-}
-
-bool parseDocument(const std::filesystem::path& file, const std::string& text, CaseJson& json,
-                   std::string& error) {
-    if (isUtf16(text)) {
-        error = pathText(file) + ": the file is in UTF-16; save it in UTF-8";
-        return false;
-    }
-    try {
-        RepeatedKeys repeated;
-        json = CaseJson::parse(text, [&](int, nlohmann::json::parse_event_t event, const CaseJson& parsed) {
-            repeated.see(event, parsed);
-            return true;
-        });
-        if (repeated.first().empty())
-            return true;
-        error = pathText(file) + ": an object has the key \"" + repeated.first() + "\" twice";
-    } catch (const nlohmann::json::parse_error& fault) {
-        error = pathText(file) + ":" + lineAndColumn(text, fault.byte) + ": " + faultText(fault, ": ");
-    } catch (const nlohmann::json::out_of_range& fault) { // a number beyond the range of a double
-        error = pathText(file) + ": " + faultText(fault, "] ");
-    }
-    return false;
 }
 
 bool readCase(std::string_view path, Case& result, std::string& error) {

@@ -1,3 +1,4 @@
+#include "CaseDocument.h"
 #include "CaseParts.h"
 #include "FilePath.h"
 

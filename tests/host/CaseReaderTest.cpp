@@ -224,6 +224,29 @@ TEST_F(CaseFiles, reportsLineAndColumnOfInvalidJson) {
     EXPECT_FALSE(readCase(folder.write("case.json", "{\"unit\": {\"name\": \"\xE4\"}}"), result, error));
     EXPECT_NE(error.find(":1:"), std::string::npos) << error;
 
+    for (const auto& [text, message] : std::vector<std::pair<std::string, std::string>>{
+             {"{\"a\": [1, 2,\n]}", "2:1: syntax error: remove the comma before the closing bracket"},
+             {"{\"a\": 1, // note\n}", "1:10: syntax error: JSON has no comments; remove this one"},
+             {"{'a': 1}", "1:2: syntax error: write names and texts between straight double quotes"},
+             {"{\"a\": \u201Cb\u201D}",
+              "1:7: syntax error: write names and texts between straight double quotes"},
+             {"{\"a\": .5}", "1:7: syntax error: write a digit before the decimal point"},
+             {"{\"a\": 0,75}",
+              "1:10: syntax error: write decimals after a point, and names between double quotes"},
+             {"{\"a\" = 1}", "1:6: syntax error: write a colon between a name and its value"},
+             {"{\"a\": 1; \"b\": 2}", "1:8: syntax error: write a comma here"},
+             {"{\"a\": True}", "1:7: syntax error: write true in small letters"},
+             {"{a: 1}", "1:2: syntax error: write names and texts between double quotes"},
+             {"{\"a\": \"b\\k.m\"}", "1:10: syntax error: write / or \\\\ in place of the backslash"},
+             {"{\"a\": \"b\n\"}", "1:9: syntax error: the text has no closing quote in its line"},
+             {"{\"a\": 1}}", "1:9: syntax error: remove what follows the last closing bracket"},
+             {"{\"a\": 1", "1:8: syntax error: a closing } is missing"},
+             {"{\"a\": 1 \"b\": 2}", "1:11: syntax error: a comma is missing before this"},
+             {"[{}\n {}]", "2:2: syntax error: a comma is missing before this"}}) {
+        EXPECT_FALSE(readCase(folder.write("case.json", text), result, error)) << text;
+        EXPECT_EQ(error, path + ":" + message) << text;
+    }
+
     EXPECT_FALSE(readCase(folder.write("case.json", "\xFF\xFE{"), result, error));
     EXPECT_EQ(error, path + ": the file is in UTF-16; save it in UTF-8");
 

@@ -54,7 +54,7 @@ MISTAKES = {
         ('"1000 kmol/h"', '"1000"', 'error: case.json: feeds["Suction"].flow: "1000" is not a number with a unit'),
         ("0.75,", '"0,75",', 'error: case.json: model.parameters["efficiency"].value: "0,75" has a comma'),
         ("0.75,", "75,", 'error: case.json: model.parameters["efficiency"].value: the value lies above the maximum, 1'),
-        ('"products": ["Discharge"],', '"products": ["Discharge",],', "error: case.json:8:28: syntax error"),
+        ('"products": ["Discharge"],', '"products": ["Discharge",],', "error: case.json:8:28: syntax error: remove the comma"),
         ('"products": ["Discharge"],', "", 'error: case.json: the key "products" is missing'),
         ('"compressor.m"', '"compresor.m"', "error: case.json: model.script: the file compresor.m does not exist"),
     ],
@@ -101,7 +101,7 @@ MISTAKES = {
         ('"pressure": 8e5', '"presure": 8e5', 'error: case.json: feeds["A"]: the key "presure" is unknown'),
         ('"flow": 40', '"flow": "40 kmol/hr"',
          'error: case.json: feeds["A"].flow: "40 kmol/hr" has an unknown unit; did you mean "kmol/h"?'),
-        ('0.1 } },', '0.1 } }', "error: case.json:7:5: syntax error while parsing array"),
+        ('0.1 } },', '0.1 } }', "error: case.json:7:5: syntax error: a comma is missing before this"),
     ],
     ("shift-reactor", "reactor.m"): [
         ("'enthalpyF');\nV", "'entalpyF');\nV",
