@@ -3,14 +3,13 @@
 #include "Jumps.h"
 #include "Leftovers.h"
 #include "Noise.h"
-#include "PhaseNames.h"
 #include "Tolerances.h"
 #include "Variations.h"
 #include "cases/NumberText.h"
 #include "com/Text.h"
 #include "flowsheet/ModelDescription.h"
 #include "flowsheet/UnitSession.h"
-#include "materials/StreamState.h"
+#include "script/WrongNames.h"
 #include "thermo/IdealGas.h"
 
 #include <algorithm>
@@ -128,7 +127,8 @@ CheckOutcome lookAtWarnings(CheckedCase& checked) {
         [](const StreamResult& stream) { return isOutsideData(stream); });
     std::vector<Warning> causes;
     for (const Warning& warning : checked.base.results.warnings) {
-        if (startsOutsideData && isOutsideData(warning, checked.base.results))
+        if (warning.subject == namesInScript || // a check of its own
+            (startsOutsideData && isOutsideData(warning, checked.base.results)))
             continue;
         const auto same = std::ranges::find_if(causes, [&](const Warning& cause) {
             return cause.unit == warning.unit && cause.text == warning.text;
@@ -145,15 +145,31 @@ CheckOutcome lookAtWarnings(CheckedCase& checked) {
     return outcome;
 }
 
-CheckOutcome lookAtPhaseNames(CheckedCase& checked) {
-    std::vector<std::string> phases;
-    for (const Place place : phasePlaces)
-        phases.push_back(narrow(placeLabel(place), CP_UTF8));
-    CheckOutcome outcome{"all names that are compared with phases are right", {}};
+/// What `look` finds in the models' scripts.
+CheckOutcome lookAtScripts(const CheckedCase& checked, std::string summary, auto look) {
+    CheckOutcome outcome{std::move(summary), {}};
     for (const UnitCase& unit : checked.conditions.sources.units)
         if (const auto* model = std::get_if<UnitModel>(&unit.model))
-            std::ranges::move(wrongPhaseNames(*model, phases), std::back_inserter(outcome.findings));
+            for (ScriptFinding& finding : look(*model))
+                outcome.findings.push_back({std::move(finding.text), std::move(finding.remedy)});
     return outcome;
+}
+
+CheckOutcome lookAtPhaseNames(CheckedCase& checked) {
+    return lookAtScripts(checked, "all names that are compared with phases are right", wrongPhaseNames);
+}
+
+CheckOutcome lookAtCompoundNames(CheckedCase& checked) {
+    return lookAtScripts(checked, "no name that is compared with compounds is nearly right",
+                         [&](const UnitModel& model) {
+                             return wrongCompoundNames(model, checked.conditions.sources.compounds);
+                         });
+}
+
+CheckOutcome lookAtAbsentNames(CheckedCase& checked) {
+    return lookAtScripts(checked, "", [&](const UnitModel& model) {
+        return absentCompoundNames(model, checked.conditions.sources.compounds);
+    });
 }
 
 CheckOutcome lookAtRun(CheckedCase& checked) {
@@ -161,7 +177,8 @@ CheckOutcome lookAtRun(CheckedCase& checked) {
     CheckOutcome outcome{"the case runs", {}};
     if (!checked.base.succeeded) {
         outcome = lookAtWarnings(checked); // they may be the cause
-        std::ranges::move(lookAtPhaseNames(checked).findings, std::back_inserter(outcome.findings));
+        for (const auto look : {lookAtPhaseNames, lookAtCompoundNames, lookAtAbsentNames})
+            std::ranges::move(look(checked).findings, std::back_inserter(outcome.findings));
         outcome.findings.push_back(failureOf("", checked.base, "mend the case first: SolvaneHost run"));
     } else if (const std::string unsound = unsoundOutput(checked.base.outputs); !unsound.empty())
         outcome.findings.push_back({unsound, "find the division by 0, or the value that was never set"});
@@ -337,6 +354,7 @@ constexpr std::array checks{
     CaseCheck{"noise", lookAtNoise, true},
     CaseCheck{"tolerances", lookAtTolerances},
     CaseCheck{"phase names", lookAtPhaseNames},
+    CaseCheck{"compound names", lookAtCompoundNames},
     CaseCheck{"leftovers", lookAtLeftovers},
     CaseCheck{"cost", lookAtCost},
 };

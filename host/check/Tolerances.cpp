@@ -1,6 +1,6 @@
 #include "Tolerances.h"
 
-#include "ScriptStatements.h"
+#include "script/ScriptStatements.h"
 
 #include <algorithm>
 #include <array>

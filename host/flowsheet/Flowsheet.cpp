@@ -79,7 +79,12 @@ RunResults blankResults(const Case& flowsheet) {
 Flowsheet::Flowsheet(Case flowsheet, RunLog log)
     : case_(std::move(flowsheet)), log_(std::move(log)), members_(case_.units.size()) {
     habits_->rules = case_.profile.materials;
-    for (std::size_t i = 0; i < members_.size(); ++i)
+    for (std::size_t i = 0; i < members_.size(); ++i) {
+        if (const auto* model = std::get_if<UnitModel>(&case_.units[i].model)) {
+            members_[i].wrongNames = wrongPhaseNames(*model);
+            std::ranges::move(wrongCompoundNames(*model, case_.compounds),
+                              std::back_inserter(members_[i].wrongNames));
+        }
         members_[i].log = [this, &unit = case_.units[i]](std::string_view line) {
             if (results_)
                 results_->log.push_back({unit.name, std::string(line)});
@@ -87,6 +92,7 @@ Flowsheet::Flowsheet(Case flowsheet, RunLog log)
                 watch_->log(line);
             log_(unit.name, line);
         };
+    }
 }
 
 bool Flowsheet::run(const Case& variation, RunResults& results, std::string& error, RunWatch* watch) {
@@ -130,7 +136,7 @@ bool Flowsheet::start(RunResults& results, std::string& error) {
     for (std::size_t i = 0; i < members_.size(); ++i) {
         if (!mayBegin(i))
             return failed(i, results, error);
-        auto& [log, session] = members_[i];
+        auto& [log, session, wrongNames] = members_[i];
         const bool restarts = session && session->canRestart();
         if (!restarts) {
             session.reset(); // ends the former unit first
@@ -232,13 +238,26 @@ void Flowsheet::review(std::size_t unit, RunResults& results) const {
     results.balances.push_back(balanceOf(unitCase.name, case_.compounds, feeds, products));
     addParameterWarnings(unitCase, results.units[unit], results.warnings);
     addScriptWarnings(results.units[unit], results.warnings);
+    addNameWarnings(unit, results);
     addWarnings(results.units[unit], results.balances.back(), feeds, products, results.warnings);
+}
+
+void Flowsheet::addNameWarnings(std::size_t unit, RunResults& results) const {
+    std::vector<ScriptFinding> findings = members_[unit].wrongNames;
+    const auto* model = std::get_if<UnitModel>(&case_.units[unit].model);
+    if (model && results.units[unit].status == UnitStatus::failed)
+        std::ranges::move(absentCompoundNames(*model, case_.compounds), std::back_inserter(findings));
+    for (ScriptFinding& finding : findings)
+        results.warnings.push_back(
+            {case_.units[unit].name, namesInScript, std::move(finding.text), std::move(finding.remedy)});
 }
 
 bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error) const {
     results.units[unit].status = UnitStatus::failed;
     addParameterWarnings(case_.units[unit], results.units[unit], results.warnings);
     addScriptWarnings(results.units[unit], results.warnings);
+    if (hasScriptEnded(results.units[unit]))
+        addNameWarnings(unit, results);
     if (const std::string_view hint = failureHint(error); !hint.empty())
         error.append("; ").append(hint);
     results.failure.emplace().message = error;

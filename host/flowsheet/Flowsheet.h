@@ -6,6 +6,7 @@
 #include "cases/CaseModel.h"
 #include "materials/MaterialHabits.h"
 #include "results/RunResults.h"
+#include "script/WrongNames.h"
 
 #include <functional>
 #include <memory>
@@ -46,12 +47,14 @@ private:
     bool runOne(std::size_t unit, RunResults& results, std::string& error);
     bool addStream(const std::string& name, RunResults& results, std::string& error) const;
     void review(std::size_t unit, RunResults& results) const;
+    void addNameWarnings(std::size_t unit, RunResults& results) const;
     bool mayBegin(std::size_t unit) const;
     bool failed(std::size_t unit, RunResults& results, std::string& error) const;
 
     struct Member {
         LogSink log;
-        std::unique_ptr<UnitSession> session; ///< null if the next run has to make one
+        std::unique_ptr<UnitSession> session;    ///< null if the next run has to make one
+        std::vector<ScriptFinding> wrongNames{}; ///< in the script
     };
 
     Case case_;

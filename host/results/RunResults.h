@@ -89,6 +89,9 @@ struct Warning {
     std::string remedy{}; ///< what to do
 };
 
+/// The subject of warnings about names that a script looks for.
+inline constexpr char namesInScript[] = "names in the script";
+
 struct LogLine {
     std::string unit;
     std::string text;

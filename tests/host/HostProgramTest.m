@@ -269,11 +269,13 @@ reactor = @(script) write (file ('reactor.json'), ['{"compounds": ["carbon monox
   '"script": ["n = [3; 3; 2; 2];", ' script '] }}']);
 write (file ('rates.csv'), "600;1,5\n610;1,8\n");
 reactor (['"k = csvread(''rates.csv'', 0, 1);", "H = getFeedProp(1, ''enthalpy'');", ' ...
+          '"n(strcmp(compNames, ''CO'')) = 2;", ' ...
           '"setProduct(1, 10, n / 10, ''pressure'', getParameter(''outlet pressure''), ''enthalpy'', H);"']);
 shown = host (0, 'run', file ('reactor.json'));
 lines = regexp (shown, 'warning: .*', 'match', 'dotexceptnewline');
 expected = {'the value, 5, has no unit and is read as 5 Pa; state its unit, as in "5 bar"'
             'the numbers in line 1 of rates.csv are separated by semicolons, but are not read so; name the separator'
+            'names in the script: script:4: ''CO'' is not the name of a compound; write ''carbon monoxide'': the compounds are'
             'the enthalpies close without those of formation only: the heat of reaction, -8'};
 if (numel (lines) != numel (expected))
   error ('the reactor prints %s', shown);
@@ -282,6 +284,11 @@ cellfun (@expect_text, lines(:), expected);
 reactor ('"setProduct(1, 10, n / 10, ''pressure'', 1e5, ''vaporFraction'', 1);"');
 expect_failure (1, ['Vapor phase not found for vapor phase flash constraint; in setProduct, ''vaporFraction'' must be the ' ...
                     'first condition'], 'run', file ('reactor.json'));
+
+reactor ('"setProduct(1, n(strcmp(compNames, ''H2'')), n / 10, ''pressure'', 1e5, ''temperature'', n(strcmp(compNames, ''methane'')));"');
+errors = expect_failure (1, 'flow must be one real', 'run', file ('reactor.json'));
+expect_text (errors, 'warning: Unit, names in the script: script:2: ''H2'' is not the name of a compound; write ''hydrogen''');
+expect_text (errors, 'script:2: no compound is named ''methane''; the compounds are ');
 
 write (file ('odd.json'), strrep (written_text, '"script": "drum.m"', '"script": ["function drum", "disp(1)"]'));
 errors = expect_failure (1, 'setProduct was not called for product 1', 'run', file ('odd.json'));
