@@ -5,6 +5,7 @@
 #include "channel/PropertyTables.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <vector>
 
@@ -64,6 +65,52 @@ Names namesOf(NameKind kind) {
     }
 }
 
+/// Names of other programs and of formulas.
+struct OtherName {
+    std::string_view name;
+    std::string_view meant;
+};
+constexpr std::array otherNames{OtherName{"molarMass", "molecularWeight"},
+                                OtherName{"molarWeight", "molecularWeight"},
+                                OtherName{"molWeight", "molecularWeight"},
+                                OtherName{"molWt", "molecularWeight"},
+                                OtherName{"MW", "molecularWeight"},
+                                OtherName{"Tc", "criticalTemperature"},
+                                OtherName{"Pc", "criticalPressure"},
+                                OtherName{"Vc", "criticalVolume"},
+                                OtherName{"Zc", "criticalCompressibilityFactor"},
+                                OtherName{"omega", "acentricFactor"},
+                                OtherName{"Tb", "normalBoilingPoint"},
+                                OtherName{"boilingPoint", "normalBoilingPoint"},
+                                OtherName{"Tm", "normalFreezingPoint"},
+                                OtherName{"meltingPoint", "normalFreezingPoint"},
+                                OtherName{"formula", "chemicalFormula"},
+                                OtherName{"CAS", "casRegistryNumber"},
+                                OtherName{"SMILES", "SMILESformula"},
+                                OtherName{"Cp", "heatCapacityCp"},
+                                OtherName{"Cp", "idealGasHeatCapacity"},
+                                OtherName{"Cv", "heatCapacityCv"},
+                                OtherName{"molarVolume", "volume"},
+                                OtherName{"rho", "density"},
+                                OtherName{"molarDensity", "density"},
+                                OtherName{"mu", "viscosity"},
+                                OtherName{"conductivity", "thermalConductivity"},
+                                OtherName{"compressibilityFactorZ", "compressibilityFactor"},
+                                OtherName{"Psat", "vaporPressure"},
+                                OtherName{"saturationPressure", "vaporPressure"},
+                                OtherName{"latentHeat", "heatOfVaporization"},
+                                OtherName{"Hvap", "heatOfVaporization"},
+                                OtherName{"moleFraction", "fraction"},
+                                OtherName{"composition", "fraction"},
+                                OtherName{"molarFlow", "totalFlow"},
+                                OtherName{"flowrate", "totalFlow"},
+                                OtherName{"T", "temperature"},
+                                OtherName{"P", "pressure"},
+                                OtherName{"H", "enthalpy"},
+                                OtherName{"S", "entropy"},
+                                OtherName{"vapourFraction", "vaporFraction"},
+                                OtherName{"quality", "vaporFraction"}};
+
 /// Ignoring the case of ASCII letters.
 bool isSame(std::string_view a, std::string_view b) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
@@ -77,7 +124,12 @@ std::string meantName(NameKind kind, std::string_view name) {
     std::string closest = closestName(known, name);
     // Only the names of overall properties must have the right case.
     const bool isKnown = kind == NameKind::overallProperty ? closest == name : isSame(closest, name);
-    return isKnown ? std::string() : closest;
+    if (isKnown || !closest.empty())
+        return isKnown ? std::string() : closest;
+    for (const OtherName& other : otherNames)
+        if (isSame(other.name, name) && std::ranges::find(known, other.meant) != known.end())
+            return std::string(other.meant);
+    return {};
 }
 
 } // namespace solvane::gateway

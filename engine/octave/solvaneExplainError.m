@@ -12,8 +12,30 @@ function [message, calls, isKnown] = solvaneExplainError (message, calls, folder
     [message, place] = parseError (message, found{2}, str2double (found{1}), folder, tools);
     calls = [place; calls(:)];
   else
+    message = withRemedy (message, calls, tools);
     [message, calls, isKnown] = undefinedName (message, calls, folder, hidden, path, tools);
   end
+end
+
+% Errors of Octave whose message does not show the mistake behind them.
+function message = withRemedy (message, calls, tools)
+  if (isempty (calls))
+    return;
+  end
+  isComparison = ! isempty (regexp (message, '^mx_el_(?:eq|ne): |^nonconformant|operator ''[=!]='' not', "once"));
+  if (isComparison && ! isempty (regexp (lineOf (calls(1), tools), '[=~!]=\s*[''"]|[''"]\s*[=~!]=', "once")))
+    message = [regexprep(message, '^mx_el_..: ', "") "; compare texts with strcmp"];
+  else
+    solvers = {"ode45", "ode23", "ode23s", "ode15s", "ode15i"};
+    solver = solvers(cellfun (@(one) any (strcmp ({calls.name}, one)), solvers));
+    if (! isempty (solver) && ! isempty (regexp (message, 'nonconformant|^ode15[is]: y0 must have \d+ elements', "once")))
+      message = [message "; the function that " solver{1} " calls must return a column of one value for each unknown"];
+    end
+  end
+end
+
+function text = lineOf (call, tools)
+  text = [regexp(tools.read (call.file), "\n", "split") ""]{min (max (call.line, 1), end)};
 end
 
 % Of a statement in several lines, the stack has the first; the message has the name's. It does not say in which file,
@@ -42,6 +64,17 @@ function [message, calls, isHidden] = undefinedName (message, calls, folder, hid
     calls = [place; calls(:)];
   elseif (! isempty (command = meantCommand (name, path, tools.link)))
     message = [message "; did you mean '" command "'?"];
+  elseif (! isempty (keyword = meantKeyword (name, lineOf (calls(1), tools), tools.link)))
+    message = [message "; did you mean '" keyword "'?"];
+    isHidden = true; % its block's end seems to close another one
+  end
+end
+
+% The keyword that begins a statement with nearly this name; empty if none does.
+function meant = meantKeyword (name, shown, link)
+  meant = "";
+  if (! isempty (regexp (shown, ['^\s*' name '(?:\s+[\w~(''@[{]|\s*[;,]?\s*(?:%.*)?$)'], "once")))
+    meant = link ("meant", name, "for while switch case if elseif else end function otherwise return break continue try catch ");
   end
 end
 
@@ -61,6 +94,15 @@ end
 function [message, place] = parseError (message, file, line, folder, tools)
   [name, ~, where] = tools.place (file, line, folder);
   place = struct ("file", file, "name", "", "line", line, "column", 0);
+  script = tools.read (file);
+  if (any (script == "\0"))
+    message = "parse error: the script is not plain text: save it in UTF-8, not in UTF-16";
+    if (! isempty (name))
+      message = strrep (message, "the script", name);
+    end
+    place.line = 1;
+    return;
+  end
   reason = regexp (message, '\n\s*([^\n>][^\n]*)', "tokens", "once");
   shown = regexp (message, '\n>>> ([^\n]*)\n( *)\^', "tokens", "once");
   if (! isempty (shown))
@@ -71,7 +113,7 @@ function [message, place] = parseError (message, file, line, folder, tools)
       return;
     end
   end
-  finding = tools.unclosed (tools.read (file), message, line, isempty (name));
+  finding = tools.unclosed (script, message, line, isempty (name));
   if (! isempty (finding))
     place.line = finding.line;
     place.column = finding.column;

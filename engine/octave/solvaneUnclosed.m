@@ -61,7 +61,7 @@ function seen = look (seen, word, at, script)
   elseif (any (word(1) == "([{"))
     seen.open(end+1) = struct ("word", word, "at", at, "indent", 0);
   elseif (any (word(1) == ")]};"))
-    seen = lookAtBracketEnd (seen, word, at);
+    seen = lookAtBracketEnd (seen, word, at, script);
   elseif (strncmp (word, "end", 3) || strcmp (word, "until"))
     seen = lookAtEnd (seen, at, indentOf (at, script));
   else
@@ -114,16 +114,24 @@ function seen = lookAfterText (seen, word, at, script)
                                       follows{1}, word([1 1])));
 end
 
-function seen = lookAtBracketEnd (seen, word, at)
+function seen = lookAtBracketEnd (seen, word, at, script)
   if (! isInBracket (seen))
     if (word != ";")
       seen = report (seen, at, ["'" word "' in %s closes no bracket"]);
     end
   elseif (any (strcmp ([seen.open(end).word word], {"()", "[]", "{}"})))
     seen.open(end) = [];
+  elseif (word == ";" && seen.open(end).word == "(" && closesOne (regexp (script(at+1:end), '^[^\n]*', "match", "once")))
+    seen = report (seen, at, "';' in %s stands between '(' and ')'; write ',' between arguments");
   elseif (word != ";" || seen.open(end).word == "(")
     seen = reportBracket (seen);
   end
+end
+
+% Whether the rest of a line closes a bracket that it does not open.
+function closes = closesOne (rest)
+  rest = regexprep (rest, '''[^'']*''|"[^"]*"|[%#].*', "");
+  closes = any (cumsum ((rest == "(") - (rest == ")")) < 0);
 end
 
 function seen = lookAtEnd (seen, at, indent)

@@ -9,6 +9,7 @@
 #include "com/Text.h"
 #include "flowsheet/ModelDescription.h"
 #include "flowsheet/UnitSession.h"
+#include "script/ScriptNotes.h"
 #include "script/WrongNames.h"
 #include "thermo/IdealGas.h"
 
@@ -16,6 +17,7 @@
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace solvane::host {
 
@@ -170,6 +172,24 @@ CheckOutcome lookAtAbsentNames(CheckedCase& checked) {
     return lookAtScripts(checked, "", [&](const UnitModel& model) {
         return absentCompoundNames(model, checked.conditions.sources.compounds);
     });
+}
+
+/// What makes the model no less fit.
+CheckOutcome asNotes(CheckOutcome outcome, const char* summary) {
+    if (!outcome.findings.empty())
+        outcome.summary = summary;
+    outcome.notes = std::exchange(outcome.findings, {});
+    return outcome;
+}
+
+CheckOutcome lookAtLanguage(CheckedCase& checked) {
+    return asNotes(lookAtScripts(checked, "nothing that only Octave understands", octaveOnly),
+                   "the model needs Octave");
+}
+
+CheckOutcome lookAtGlobals(CheckedCase& checked) {
+    return asNotes(lookAtScripts(checked, "no global keeps a value from run to run", keptGlobals),
+                   "globals keep values from run to run");
 }
 
 CheckOutcome lookAtRun(CheckedCase& checked) {
@@ -355,6 +375,8 @@ constexpr std::array checks{
     CaseCheck{"tolerances", lookAtTolerances},
     CaseCheck{"phase names", lookAtPhaseNames},
     CaseCheck{"compound names", lookAtCompoundNames},
+    CaseCheck{"language", lookAtLanguage},
+    CaseCheck{"globals", lookAtGlobals},
     CaseCheck{"leftovers", lookAtLeftovers},
     CaseCheck{"cost", lookAtCost},
 };

@@ -14,6 +14,7 @@ struct CheckFinding {
 struct CheckOutcome {
     std::string summary; ///< what was seen
     std::vector<CheckFinding> findings;
+    std::vector<CheckFinding> notes{}; ///< what makes the model no less fit
 };
 
 /// "1 file", "8 files".

@@ -26,12 +26,19 @@ void printOutcome(const CheckOutcome& outcome) {
         print(stdout, (i > 0 ? padded("", nameWidth) : "") + "FOUND    " + visible(finding.text) + "\n" +
                           padded("", nameWidth) + "to do    " + finding.remedy + "\n");
     }
+    for (const CheckFinding& note : outcome.notes)
+        print(stdout, padded("", nameWidth) + "note     " + visible(note.text) + "; " + note.remedy + "\n");
 }
 
 Json outcomeJson(const char* check, const CheckOutcome& outcome) {
-    Json json{{"check", check}, {"summary", outcome.summary}, {"findings", Json::array()}};
+    Json json{{"check", check},
+              {"summary", outcome.summary},
+              {"findings", Json::array()},
+              {"notes", Json::array()}};
     for (const CheckFinding& finding : outcome.findings)
         json["findings"].push_back({{"text", finding.text}, {"remedy", finding.remedy}});
+    for (const CheckFinding& note : outcome.notes)
+        json["notes"].push_back({{"text", note.text}, {"remedy", note.remedy}});
     return json;
 }
 

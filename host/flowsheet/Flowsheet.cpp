@@ -10,6 +10,7 @@
 #include "results/PlainNumbers.h"
 #include "results/ScriptError.h"
 #include "results/Warnings.h"
+#include "script/ScriptStatements.h"
 
 #include <algorithm>
 #include <chrono>
@@ -256,8 +257,13 @@ bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error
     results.units[unit].status = UnitStatus::failed;
     addParameterWarnings(case_.units[unit], results.units[unit], results.warnings);
     addScriptWarnings(results.units[unit], results.warnings);
-    if (hasScriptEnded(results.units[unit]))
+    if (hasScriptEnded(results.units[unit])) {
         addNameWarnings(unit, results);
+        const auto* model = std::get_if<UnitModel>(&case_.units[unit].model);
+        if (model && !hasStatement(*model))
+            results.warnings.push_back({case_.units[unit].name, "script", "it is empty, or has only comments",
+                                        "let it call setProduct for each product"});
+    }
     if (const std::string_view hint = failureHint(error); !hint.empty())
         error.append("; ").append(hint);
     results.failure.emplace().message = error;

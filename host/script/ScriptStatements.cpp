@@ -26,8 +26,10 @@ bool append(ScriptStatement& statement, std::string_view line, long number) {
     const std::size_t begin = code.size();
     for (std::size_t i = 0; i < line.size(); ++i) {
         const char c = line[i];
-        if (c == '%' || c == '#')
+        if (c == '%' || c == '#') {
+            statement.hasNumberSign |= c == '#';
             return false;
+        }
         if (line.substr(i).starts_with("..."))
             return true;
         const bool isText =
@@ -66,7 +68,7 @@ std::vector<ScriptStatement> statementsOf(std::string_view script) {
             comments -= isMark(line, '}');
         else {
             if (!continues)
-                statements.emplace_back();
+                statements.emplace_back().line = number;
             continues = append(statements.back(), line, number);
         }
     }
@@ -83,6 +85,16 @@ std::vector<ScriptFile> scriptFilesOf(const UnitModel& model) {
         if (file.name.ends_with(".m"))
             files.push_back({file.name, statementsOf(file.bytes)});
     return files;
+}
+
+bool hasStatement(const UnitModel& model) {
+    return std::ranges::any_of(statementsOf(model.script.bytes), [](const ScriptStatement& statement) {
+        return statement.code.find_first_not_of(" \t\r;,") != std::string::npos;
+    });
+}
+
+std::string placeOf(const ScriptFile& file, const ScriptStatement& statement) {
+    return file.name + ":" + std::to_string(statement.line);
 }
 
 std::string placeOf(const ScriptFile& file, const QuotedText& text) {

@@ -21,6 +21,8 @@ struct QuotedText {
 struct ScriptStatement {
     std::string code{}; ///< without comments, and with blanks in place of what the texts hold
     std::vector<QuotedText> texts{};
+    long line = 0;              ///< its first in the file, counted from 1
+    bool hasNumberSign = false; ///< as the begin of a comment
 };
 
 struct ScriptFile {
@@ -31,7 +33,11 @@ struct ScriptFile {
 /// The script and the additional files with functions.
 std::vector<ScriptFile> scriptFilesOf(const UnitModel& model);
 
+/// Whether the script is more than comments.
+bool hasStatement(const UnitModel& model);
+
 /// "model.m:7"
+std::string placeOf(const ScriptFile& file, const ScriptStatement& statement);
 std::string placeOf(const ScriptFile& file, const QuotedText& text);
 
 } // namespace solvane::host

@@ -1,19 +1,13 @@
 /// The names of phases and compounds that a script looks for.
 #pragma once
 
+#include "ScriptFinding.h"
 #include "cases/CaseModel.h"
 
 #include <span>
-#include <string>
 #include <vector>
 
 namespace solvane::host {
-
-/// Something to mend in a script. Texts are UTF-8.
-struct ScriptFinding {
-    std::string text;
-    std::string remedy; ///< what to do
-};
 
 /// The names that the script and the additional files compare with phases or with compounds, and that are
 /// nearly those of the package's phases or of these compounds: nothing ever equals them, and no run shows

@@ -127,6 +127,20 @@ found = sprintf ('%s ', unique (regexp (printed, 'model\.m:\d+', 'match'), 'stab
 if (! strcmp (found, places))
   error ('wrong names of compounds: found %s, expected %s', found, places);
 end
+% What only Octave understands and globals that keep values are notes, and the model stays fit.
+notes = {'k = 0; k += 1; % note', 'if (k != 1), T = 300; endif # note', 'k++; % note', 'd = size(z)(1); % note', ...
+  'text = "a\tb"; % note', 'h = @(x)(x + 1); rows = 3; k = rows(1); s = ''a += !b #''; t = z''; ok = k >= -1 & k ~= 2;', ...
+  'printf(''%s'', ''''); k = toupper(''x''); % note', 'global count % note', 'count = [count 1];', 'global fresh', 'fresh = 2;', ...
+  'do % note', '  k = 3;', 'until k == 3'};
+names = [reads notes {sets('T')}];
+printed = expectFound ({}, names, {'language            ok       the model needs Octave', ...
+  'Matlab does not know ''+=''; write x = x + 1', '''count'' from run to run; set it in each run', ' ''endif''; write end'});
+found = sprintf ('%s ', unique (regexp (printed, 'model\.m:\d+', 'match')){:});
+places = sprintf ('%s ', sort (strsplit (strtrim (sprintf ('model.m:%d ', ...
+  [find(! cellfun (@isempty, strfind (names, '% note')) | ! cellfun (@isempty, strfind (names, '# note'))) numel(names)-1])))){:});
+if (! strcmp (found, places))
+  error ('notes: found %s, expected %s', found, places);
+end
 % A comparison that fails may also be the cause of a failed run.
 expectFound ({'run'}, [reads {'T = T + parts(find(strcmp(phases, ''vapor''))(1));', sets('T')}], ...
   {'model.m:6: ''vapor'' is not the name of a phase'});

@@ -14,11 +14,16 @@ from pathlib import Path
 
 HOST, UNITS = sys.argv[1:3], Path(sys.argv[3])
 
-# Per unit and file: what is replaced, by what, and how the first line of the errors and warnings begins.
+# Per unit and file: what is replaced (all for None), by what, and how the first line of the errors and warnings begins.
 MISTAKES = {
     ("compressor", "compressor.m"): [
         ("'enthalpy');\ns1", "'enthalpy';\ns1", "compressor.m:6:17: parse error: '(' in line 6 is not closed"),
         ("'entropy', s1,", "'entropy, s1,", "compressor.m:8:54: parse error: the text in line 8 ends at the quote"),
+        ("P2, 'entropy'", "P2; 'entropy'",
+         "compressor.m:8:38: parse error: ';' in line 8 stands between '(' and ')'; write ',' between arguments"),
+        (None, "x = 1;\n".encode("utf-16"), "compressor.m:1: parse error: the script is not plain text: save it in UTF-8"),
+        ("s1 = ", "M = getCompoundConstant('molarMass'); s1 = ",
+         "compressor.m:7:5: Invalid return values from GetCompoundConstant: values not available; did you mean 'molecularWeight'?"),
         ("'efficiency'", "\u2019efficiency\u2019", "compressor.m:3:20: parse error: a typographic quote (U+2019) in line 3"),
         ("F = get", "F =\u00a0get", "compressor.m:4:4: parse error: a non-breaking space (U+00A0) in line 4"),
         ("('efficiency')", "['efficiency']", "compressor.m:3:19: parse error: write an index in parentheses, as in x(1)"),
@@ -85,7 +90,12 @@ MISTAKES = {
          "setProduct(1, s * F, z, 'pressure', P, 'temperature', 57);",
          "warning: MS, stream Main: the temperature, 57 K, lies outside 150 to 1500 K"),
         ("if F > 0\n    z", "if compNames(1) == 'propane', F = F; end\nif F > 0\n    z",
-         "mixer.m:11:17: binary operator '==' not implemented for 'cell' by 'matrix' operations"),
+         "mixer.m:11:17: binary operator '==' not implemented for 'cell' by 'matrix' operations; compare texts with strcmp"),
+        ("if F > 0\n    z", "if compNames{1} == 'n-butane', F = F; end\nif F > 0\n    z",
+         "mixer.m:11:17: nonconformant arguments (op1 is 1x7, op2 is 1x8); compare texts with strcmp"),
+        (None, "% nothing yet\n", "warning: MS, script: it is empty, or has only comments; let it call setProduct"),
+        ("for i = 1", "fro i = 1", "mixer.m:4:1: 'fro' undefined; did you mean 'for'?"),
+        ("else\n", "esle\n", "mixer.m:15:1: 'esle' undefined; did you mean 'else'?"),
         ("'Summary'", "'Sumary'", "mixer.m:21:1: Invalid report name: Sumary; did you mean 'Summary'?"),
     ],
     ("mixer-splitter", "case.json"): [
@@ -108,6 +118,10 @@ MISTAKES = {
          "reactor.m:11:4: Unknown/unsupported property \"entalpyF\" in getFeedProp; did you mean 'enthalpyF'?"),
         ("'kinetics.csv'", "'kinetic.csv'", "reactor.m:2:8: dlmread: unable to open file 'kinetic.csv'"),
         ("csvread('kinetics.csv', 1, 0)", "readtable('kinetics.csv')", "reactor.m:2:6: 'readtable' undefined"),
+        ("kin.rho * kin.activity", "kin.rho * [kin.activity 1]",
+         "reactor.m:45:16: operator /: nonconformant arguments (op1 is 1x1, op2 is 1x2); the function that ode45 calls must return"),
+        ("kin.rho * kin.activity", "kin.rho * [kin.activity; 1]",
+         "reactor.m:44:3: operator *: nonconformant arguments (op1 is 5x1, op2 is 2x1); the function that ode45 calls must return"),
         ("cat.bulkDensity", "cat.bulkdensity", "reactor.m:6:9: structure has no member 'bulkdensity'"),
         ("getFeedProp(1, 'enthalpyF')", "getFeedProp(1, 'enthalpy')",
          "reactor.m:45:18: Failed to calculate equilibrium: The flash failed: the enthalpyF 10337.6 at 2e+06 Pa lies outside"),
@@ -147,9 +161,11 @@ def told(unit, mistake):
         if mistake:
             file, old, new = mistake
             text = (folder / file).read_text()
-            if text.count(old) != 1:
+            if old and text.count(old) != 1:
                 raise SystemExit(f"{file} has {old!r} {text.count(old)} times")
-            (folder / file).write_text(text.replace(old, new))
+            if old:
+                new = text.replace(old, new)
+            (folder / file).write_bytes(new if isinstance(new, bytes) else new.encode())
         run = subprocess.run([*HOST, "run", "case.json"], cwd=folder, stdin=subprocess.DEVNULL, capture_output=True, text=True)
     lines = [line for line in run.stderr.splitlines() if not line.startswith("Still running")]
     return (lines + [line for line in run.stdout.splitlines() if line.startswith("warning: ")] + [""])[0]

@@ -1,0 +1,192 @@
+#include "ScriptNotes.h"
+
+#include "ScriptStatements.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <regex>
+#include <set>
+#include <string_view>
+
+namespace solvane::host {
+
+namespace {
+
+/// The first group of the pattern is what Matlab does not know.
+struct Syntax {
+    const char* pattern;
+    const char* remedy;
+};
+
+constexpr std::array syntaxes{
+    Syntax{R"(\w[)\]}]?\s*([-+*/^|&]=)(?!=))", "write x = x + 1 for x += 1"},
+    Syntax{R"(\w(\+\+|--)\s*[;,]?\s*$)", "write i = i + 1 for i++"},
+    Syntax{R"((!=?))", "write ~= for !=, and ~x for !x"},
+    Syntax{R"((\*\*))", "write ^"},
+    Syntax{R"((?:^|[^\w.])(endif|endfor|endparfor|endwhile|endswitch|endfunction|end_try_catch)(?!\w))",
+           "write end"},
+    Syntax{R"((?:^|[;,])\s*(unwind_protect|unwind_protect_cleanup|end_unwind_protect)(?!\w))",
+           "write onCleanup, or try and catch"},
+    Syntax{R"(^\s*(do|until)(?!\w))", "write while true, with an if and a break"},
+};
+
+struct OctaveFunction {
+    std::string_view name;
+    const char* remedy;
+};
+
+constexpr std::array octaveFunctions{
+    OctaveFunction{"printf", "write fprintf"},
+    OctaveFunction{"puts", "write fprintf('%s', text)"},
+    OctaveFunction{"fputs", "write fprintf(file, '%s', text)"},
+    OctaveFunction{"fdisp", "write disp"},
+    OctaveFunction{"tolower", "write lower"},
+    OctaveFunction{"toupper", "write upper"},
+    OctaveFunction{"rows", "write size(x, 1)"},
+    OctaveFunction{"columns", "write size(x, 2)"},
+    OctaveFunction{"ostrsplit", "write strsplit"},
+    OctaveFunction{"merge", "write if and else"},
+    OctaveFunction{"ifelse", "write if and else"},
+    OctaveFunction{"lookup", "write discretize"},
+    OctaveFunction{"lsode", "write ode45 or ode15s"},
+};
+
+class NoteCollector {
+public:
+    explicit NoteCollector(const ScriptFile& file) : file_(file) {}
+    std::vector<ScriptFinding> take() { return std::move(notes_); }
+
+    void add(const ScriptStatement& statement, const std::string& what, const char* remedy) {
+        if (seen_.insert(what).second)
+            notes_.push_back({placeOf(file_, statement) + ": Matlab does not know " + what, remedy});
+    }
+
+private:
+    const ScriptFile& file_;
+    std::set<std::string> seen_{};
+    std::vector<ScriptFinding> notes_{};
+};
+
+/// Whether an index or a call is indexed again, as in "size(x)(1)"; the parameters of an anonymous function
+/// are none.
+bool indexesResult(const std::string& code) {
+    for (std::size_t at = code.find(")("); at != code.npos; at = code.find(")(", at + 1)) {
+        std::size_t open = at + 1;
+        for (int depth = 0; open > 0; --open) {
+            depth += code[open - 1] == ')' ? 1 : code[open - 1] == '(' ? -1 : 0;
+            if (depth == 0)
+                break;
+        }
+        const std::size_t before = open > 1 ? code.find_last_not_of(' ', open - 2) : code.npos;
+        if (before != code.npos && code[before] != '@')
+            return true;
+    }
+    return false;
+}
+
+/// In Matlab, a backslash in double quotes stays one.
+bool hasEscape(const ScriptStatement& statement) {
+    return std::ranges::any_of(statement.texts, [&](const QuotedText& text) {
+        return statement.code[text.at] == '"' && text.text.find('\\') != std::string::npos;
+    });
+}
+
+/// Whether a file sets a variable, or has a function, of that name.
+bool defines(const ScriptFile& file, std::string_view name) {
+    const std::string word = "\\b" + std::string(name) + "\\b";
+    const std::regex definition("^\\s*function\\b.*" + word + "|(^|[;,])\\s*" + word +
+                                "\\s*(\\([^)]*\\)\\s*)?=[^=]|^\\s*\\[[^\\]]*" + word + "[^\\]]*\\]\\s*=");
+    return std::ranges::any_of(file.statements, [&](const ScriptStatement& statement) {
+        return std::regex_search(statement.code, definition);
+    });
+}
+
+std::vector<ScriptFinding> octaveOnlyIn(const ScriptFile& file, const std::set<std::string>& own) {
+    NoteCollector notes(file);
+    std::vector<std::pair<std::regex, const char*>> patterns;
+    for (const Syntax& syntax : syntaxes)
+        patterns.emplace_back(syntax.pattern, syntax.remedy);
+    for (const OctaveFunction& function : octaveFunctions)
+        if (!own.contains(std::string(function.name) + ".m") && !defines(file, function.name))
+            patterns.emplace_back("(?:^|[^\\w.@])(" + std::string(function.name) + ")\\s*\\(",
+                                  function.remedy);
+    for (const ScriptStatement& statement : file.statements) {
+        std::smatch match;
+        for (const auto& [pattern, remedy] : patterns)
+            if (std::regex_search(statement.code, match, pattern))
+                notes.add(statement, "'" + match.str(1) + "'", remedy);
+        if (statement.hasNumberSign)
+            notes.add(statement, "'#' as the begin of a comment", "write %");
+        if (hasEscape(statement))
+            notes.add(statement, "a text in double quotes with a backslash for another character",
+                      "write sprintf('...\\n')");
+        if (indexesResult(statement.code))
+            notes.add(statement, "an index of an index or of a call, as in size(x)(1)",
+                      "give the result a name, and index that");
+    }
+    return notes.take();
+}
+
+/// Whether a statement gives the variable a value of its own, whatever it had before.
+bool setsAnew(const ScriptStatement& statement, const std::string& name) {
+    const std::regex assignment("^\\s*" + name + "\\s*=([^=].*)$");
+    std::smatch match;
+    return std::regex_search(statement.code, match, assignment) &&
+           !std::regex_search(match.str(1), std::regex("\\b" + name + "\\b"));
+}
+
+} // namespace
+
+std::vector<ScriptFinding> octaveOnly(const UnitModel& model) {
+    std::set<std::string> own;
+    for (const ModelFile& file : model.files)
+        own.insert(file.name);
+    std::vector<ScriptFinding> found;
+    for (const ScriptFile& file : scriptFilesOf(model))
+        std::ranges::move(octaveOnlyIn(file, own), std::back_inserter(found));
+    return found;
+}
+
+std::vector<ScriptFinding> keptGlobals(const UnitModel& model) {
+    static const std::set<std::string> unitsOwn{"nComp",
+                                                "nPhase",
+                                                "compNames",
+                                                "phaseNames",
+                                                "phaseAggregationStates",
+                                                "AGGSTATE_UNKNOWN",
+                                                "AGGSTATE_VAPOR",
+                                                "AGGSTATE_LIQUID",
+                                                "AGGSTATE_SOLID",
+                                                "unit_ID"};
+    static const std::regex declaration(R"(^\s*global\s+([^;,]*))");
+    static const std::regex name(R"([A-Za-z]\w*)");
+    const std::vector<ScriptFile> files = scriptFilesOf(model);
+    const auto anyStatement = [&](auto&& holds) {
+        return std::ranges::any_of(
+            files, [&](const ScriptFile& file) { return std::ranges::any_of(file.statements, holds); });
+    };
+    std::set<std::string> seen = unitsOwn;
+    std::vector<ScriptFinding> kept;
+    for (const ScriptFile& file : files)
+        for (const ScriptStatement& statement : file.statements) {
+            std::smatch match;
+            if (!std::regex_search(statement.code, match, declaration))
+                continue;
+            const std::string names = match[1];
+            for (std::sregex_iterator one(names.begin(), names.end(), name), none; one != none; ++one) {
+                const std::string global = one->str();
+                const std::regex test("\\b(?:isempty|exist)\\s*\\(\\s*" + global + "\\b");
+                if (seen.insert(global).second &&
+                    (anyStatement([&](const auto& any) { return std::regex_search(any.code, test); }) ||
+                     !anyStatement([&](const auto& any) { return setsAnew(any, global); })))
+                    kept.push_back({placeOf(file, statement) + ": Octave keeps the global '" + global +
+                                        "' from run to run",
+                                    "set it in each run before its first use, unless the results do not "
+                                    "depend on what it held"});
+            }
+        }
+    return kept;
+}
+
+} // namespace solvane::host
