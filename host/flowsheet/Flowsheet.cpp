@@ -240,7 +240,8 @@ void Flowsheet::review(std::size_t unit, RunResults& results) const {
     addParameterWarnings(unitCase, results.units[unit], results.warnings);
     addScriptWarnings(results.units[unit], results.warnings);
     addNameWarnings(unit, results);
-    addWarnings(results.units[unit], results.balances.back(), feeds, products, results.warnings);
+    addWarnings({results.units[unit], results.balances.back(), case_.compounds, feeds, products},
+                results.warnings);
 }
 
 void Flowsheet::addNameWarnings(std::size_t unit, RunResults& results) const {

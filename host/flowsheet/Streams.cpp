@@ -111,6 +111,8 @@ bool readStream(const Stream& stream, StreamResult& result, std::string& error) 
         !readScalar(state, Place::overall, enthalpyProperty, result.enthalpy, failure) ||
         !state.calculate(Place::overall, enthalpyFProperty, failure) ||
         !readScalar(state, Place::overall, enthalpyFProperty, result.enthalpyF, failure) ||
+        !state.calculate(Place::overall, entropyProperty, failure) ||
+        !readScalar(state, Place::overall, entropyProperty, result.entropy, failure) ||
         (state.isPresent(Place::vapor) &&
          !readScalar(state, Place::vapor, phaseFractionProperty, result.vaporFraction, failure)) ||
         !readPhases(state, result, failure)) {

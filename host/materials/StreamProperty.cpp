@@ -153,6 +153,7 @@ const StreamProperty& totalFlowProperty = named(L"totalFlow");
 const StreamProperty& phaseFractionProperty = named(L"phaseFraction");
 const StreamProperty& enthalpyProperty = named(L"enthalpy");
 const StreamProperty& enthalpyFProperty = named(L"enthalpyF");
+const StreamProperty& entropyProperty = named(L"entropy");
 const StreamProperty& logFugacityCoefficientProperty = named(L"logFugacityCoefficient");
 
 bool StreamProperty::hasBasis() const {

@@ -60,6 +60,7 @@ extern const StreamProperty& totalFlowProperty;
 extern const StreamProperty& phaseFractionProperty;
 extern const StreamProperty& enthalpyProperty;
 extern const StreamProperty& enthalpyFProperty;
+extern const StreamProperty& entropyProperty;
 extern const StreamProperty& logFugacityCoefficientProperty;
 
 } // namespace solvane::host

@@ -62,6 +62,7 @@ Balance balanceOf(const std::string& unit, std::span<const Compound* const> comp
     balance.reacts = isKept(balance.mass) && !keepsCompounds;
     balance.sensible = flows(std::mem_fn(&StreamResult::enthalpy));
     balance.enthalpy = balance.reacts ? flows(std::mem_fn(&StreamResult::enthalpyF)) : balance.sensible;
+    balance.entropy = flows(std::mem_fn(&StreamResult::entropy));
     return balance;
 }
 

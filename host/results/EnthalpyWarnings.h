@@ -7,8 +7,8 @@
 
 namespace solvane::host {
 
-/// Adds what the numbers prove: heats of formation that the script leaves out, and kJ or kW in place of J or
-/// W. `balance` keeps the mass and the elements.
-void addEnthalpyWarnings(const UnitResult& unit, const Balance& balance, std::vector<Warning>& warnings);
+/// Adds what the numbers prove: heats of formation that the script leaves out, kJ or kW in place of J or W,
+/// or outputs that show other heats and powers. The unit keeps the mass and the elements.
+void addEnthalpyWarnings(const UnitReview& review, std::vector<Warning>& warnings);
 
 } // namespace solvane::host

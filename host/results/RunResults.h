@@ -6,6 +6,7 @@
 
 #include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,7 @@ struct StreamResult {
     double enthalpy = 0;          ///< J/mol
     double enthalpyF = 0;         ///< J/mol, with that of formation
     double massFlow = 0;          ///< kg/s
+    double entropy = 0;           ///< J/mol/K, without that of formation
     std::vector<PhaseResult> phases{};
 };
 
@@ -79,6 +81,16 @@ struct Balance {
     Flows sensible{};    ///< W; the enthalpies without those of formation
     bool reacts = false; ///< conserves the mass, but not the moles of each compound
     std::vector<ElementFlow> elements{};
+    Flows entropy{}; ///< W/K, without those of formation
+};
+
+/// A calculated unit with what goes in and out.
+struct UnitReview {
+    const UnitResult& unit;
+    const Balance& balance;
+    std::span<const Compound* const> compounds; ///< in the order of the streams' fractions
+    std::span<const StreamResult* const> feeds;
+    std::span<const StreamResult* const> products;
 };
 
 /// An implausible result.

@@ -2,6 +2,9 @@
 
 #include "Balances.h"
 #include "EnthalpyWarnings.h"
+#include "EntropyWarnings.h"
+#include "MassWarnings.h"
+#include "MeantTemperatures.h"
 #include "ScriptError.h"
 #include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
@@ -10,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 #include <optional>
 
@@ -78,23 +82,43 @@ bool isOfParameter(const StreamFault& fault, const UnitResult& unit, const std::
 
 constexpr std::array streamRules{compositionFault, flowFault, temperatureFault, pressureFault};
 
-constexpr char balanceRemedy[] = "compare the script's balance with its equations";
-
-void addBalanceWarnings(const UnitResult& unit, const Balance& balance, std::vector<Warning>& warnings) {
-    const std::size_t before = warnings.size();
-    const auto compare = [&](const Flows& flows, const std::string& unitOfFlow, const std::string& what) {
-        if (!isKept(flows))
-            warnings.push_back({unit.name, "balance",
-                                number(flows.in) + unitOfFlow + what + " go in and " + number(flows.out) +
-                                    unitOfFlow + " come out",
-                                balanceRemedy});
+/// False if it added some.
+bool addMassWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
+    const Balance& balance = review.balance;
+    bool isSound = true;
+    const auto compare = [&](const Flows& flows, const std::string& unitOfFlow, const std::string& what,
+                             const std::string& remedy) {
+        if (isKept(flows))
+            return;
+        isSound = false;
+        warnings.push_back({review.unit.name, "balance",
+                            number(flows.in) + unitOfFlow + what + " go in and " + number(flows.out) +
+                                unitOfFlow + " come out",
+                            remedy});
     };
-    compare(balance.mass, " kg/s", "");
+    compare(balance.mass, " kg/s", "", massRemedy(balance, review.products));
     if (balance.reacts)
         for (const ElementFlow& element : balance.elements)
-            compare(element.moles, " mol/s", " of " + element.symbol);
+            compare(element.moles, " mol/s", " of " + element.symbol, balanceRemedy);
+    return isSound;
+}
+
+/// Adds one cause only: others may be its consequences.
+void addBalanceWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
+    if (!addMassWarnings(review, warnings))
+        return;
+    const std::size_t before = warnings.size();
+    addEnthalpyWarnings(review, warnings);
     if (warnings.size() == before)
-        addEnthalpyWarnings(unit, balance, warnings);
+        addEntropyWarnings(review, warnings);
+}
+
+/// A source or a sink of the flowsheet conserves nothing, and wrong fractions no balance.
+bool hasBalance(const UnitReview& review) {
+    return review.balance.mass.in != 0 && !review.products.empty() &&
+           std::ranges::none_of(review.products, [](const StreamResult* product) {
+               return compositionFault(*product, 0).has_value();
+           });
 }
 
 } // namespace
@@ -104,28 +128,31 @@ void addScriptWarnings(const UnitResult& unit, std::vector<Warning>& warnings) {
         warnings.push_back({unit.name, "script", std::move(warning.text), std::move(warning.remedy)});
 }
 
-void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
-                 std::span<const StreamResult* const> products, std::vector<Warning>& warnings) {
+void addWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
+    const UnitResult& unit = review.unit;
+    std::vector<Warning> meant = hasBalance(review) && isKept(review.balance.mass) ? meantTemperatures(review)
+                                                                                   : std::vector<Warning>();
     const double lowestFeedPressure =
-        feeds.empty() ? 0 : (*std::ranges::min_element(feeds, {}, &StreamResult::pressure))->pressure;
-    for (const StreamResult* product : products)
+        review.feeds.empty()
+            ? 0
+            : (*std::ranges::min_element(review.feeds, {}, &StreamResult::pressure))->pressure;
+    for (const StreamResult* product : review.products) {
+        const std::string subject = "stream " + product->name;
         for (const auto rule : streamRules)
             if (auto fault = rule(*product, lowestFeedPressure);
-                fault && !isOfParameter(*fault, unit, warnings))
-                warnings.push_back(
-                    {unit.name, "stream " + product->name, std::move(fault->text), std::move(fault->remedy)});
+                fault && !isOfParameter(*fault, unit, warnings) &&
+                std::ranges::find(meant, subject, &Warning::subject) == meant.end())
+                warnings.push_back({unit.name, subject, std::move(fault->text), std::move(fault->remedy)});
+    }
+    const bool isExplained = !meant.empty();
+    std::ranges::move(meant, std::back_inserter(warnings));
     for (const ModelParameter& parameter : unit.parameters)
         if (!parameter.isInput && !isSet(parameter))
             warnings.push_back({unit.name, "parameter " + parameter.name,
                                 "the output has no value: the script never set it, or set it to NaN",
                                 "call setParameter for it, or remove it"});
-    // A source or a sink of the flowsheet conserves nothing, and wrong fractions no balance.
-    const bool hasBalance = balance.mass.in != 0 && !products.empty() &&
-                            std::ranges::none_of(products, [](const StreamResult* product) {
-                                return compositionFault(*product, 0).has_value();
-                            });
-    if (hasBalance)
-        addBalanceWarnings(unit, balance, warnings);
+    if (hasBalance(review) && !isExplained)
+        addBalanceWarnings(review, warnings);
 }
 
 } // namespace solvane::host

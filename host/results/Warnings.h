@@ -3,15 +3,12 @@
 
 #include "RunResults.h"
 
-#include <span>
-
 namespace solvane::host {
 
 /// Adds what the engine warns of in a unit's script, which may have failed.
 void addScriptWarnings(const UnitResult& unit, std::vector<Warning>& warnings);
 
 /// Adds the implausible results in a unit's products, output parameters and balance.
-void addWarnings(const UnitResult& unit, const Balance& balance, std::span<const StreamResult* const> feeds,
-                 std::span<const StreamResult* const> products, std::vector<Warning>& warnings);
+void addWarnings(const UnitReview& review, std::vector<Warning>& warnings);
 
 } // namespace solvane::host

@@ -1,5 +1,7 @@
 #include "results/Balances.h"
 #include "results/FlowsheetDrawing.h"
+#include "results/MassWarnings.h"
+#include "results/MixtureEnthalpy.h"
 #include "results/PlainNumbers.h"
 #include "results/ResultTables.h"
 #include "results/ResultsCsv.h"
@@ -8,6 +10,7 @@
 #include "results/ScriptError.h"
 #include "results/Warnings.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -45,6 +48,13 @@ RunResults someResults() {
                         {.name = "how", .isInput = false, .value = std::string("fast")}},
          .reports = {{"Matlab Output", "MATLAB output:\r\n"}}}};
     return results;
+}
+
+std::string textOf(const std::vector<Warning>& warnings) {
+    std::string text;
+    for (const Warning& warning : warnings)
+        text += warning.subject + ": " + warning.text;
+    return text;
 }
 
 TEST(ResultsJson, holdsStreamsParametersAndReports) {
@@ -200,9 +210,11 @@ TEST(Warnings, reportImplausibleResults) {
         backwards{"backwards", 300, 1e5, -1, {1, 0}}, cold{"cold", 100, 1e5, 0, {1, 0}},
         bar{"bar", 300, 20, 1, {1, 0}};
     std::vector<Warning> warnings;
-    addWarnings(unit, lossy, std::array{&sound}, std::array{&sound, &backwards, &cold, &bar}, warnings);
-    addWarnings({.name = "Drum"}, {}, {}, std::array{&bar}, warnings);
-    addWarnings({.name = "Drum"}, lossy, std::array{&sound}, std::array{&sound, &half}, warnings);
+    const UnitResult drum{.name = "Drum"};
+    const Balance none;
+    addWarnings({unit, lossy, {}, std::array{&sound}, std::array{&sound, &backwards, &cold, &bar}}, warnings);
+    addWarnings({drum, none, {}, {}, std::array{&bar}}, warnings);
+    addWarnings({drum, lossy, {}, std::array{&sound}, std::array{&sound, &half}}, warnings);
     EXPECT_EQ(warningLines(warnings),
               "warning: Drum, stream backwards: the flow, -1 mol/s, must not be negative; let the script "
               "refuse what makes it "
@@ -227,16 +239,16 @@ TEST(Warnings, reportImplausibleResults) {
     // A product at the temperature or pressure of a parameter that is warned of.
     warnings = {{"Drum", "parameter P", "no unit"}};
     unit = {.name = "Drum", .parameters = {{.name = "P", .value = 20.0}, {.name = "T", .value = 100.0}}};
-    addWarnings(unit, {}, std::array{&sound}, std::array{&cold, &bar}, warnings);
+    addWarnings({unit, none, {}, std::array{&sound}, std::array{&cold, &bar}}, warnings);
     ASSERT_EQ(warnings.size(), 2u);
     EXPECT_EQ(warnings[1].subject, "stream cold");
 
     warnings.clear();
     const Balance alchemy{
         .unit = "R", .mass = {2, 2}, .reacts = true, .elements = {{"C", {1, 1}}, {"H", {2, 3}}}};
-    addWarnings({.name = "R"}, alchemy, std::array{&sound}, std::array{&sound}, warnings);
+    addWarnings({drum, alchemy, {}, std::array{&sound}, std::array{&sound}}, warnings);
     EXPECT_EQ(warningLines(warnings),
-              "warning: R, balance: 2 mol/s of H go in and 3 mol/s come out; compare the "
+              "warning: Drum, balance: 2 mol/s of H go in and 3 mol/s come out; compare the "
               "script's balance with its equations\n");
 }
 
@@ -354,12 +366,151 @@ TEST(Warnings, sayWhyEnthalpiesDoNotClose) {
         const Balance balance{
             .mass = {2, 2}, .enthalpy = row.enthalpy, .sensible = row.sensible, .reacts = row.reacts};
         std::vector<Warning> warnings;
-        addWarnings(unit, balance, std::array{&stream}, std::array{&stream}, warnings);
-        std::string text;
-        for (const Warning& warning : warnings)
-            text += warning.subject + ": " + warning.text;
-        EXPECT_EQ(text, row.warning);
+        addWarnings({unit, balance, {}, std::array{&stream}, std::array{&stream}}, warnings);
+        EXPECT_EQ(textOf(warnings), row.warning);
     }
+}
+
+TEST(Warnings, nameOutputsThatContradictTheEnthalpies) {
+    const std::vector<double> power{2, 1, -3};
+    const StreamResult cold{"cold", 300, 1e5, 1, {1}}, warm{"warm", 350, 1e5, 1, {1}, 1, 5e5};
+    struct Row {
+        std::vector<std::pair<const char*, double>> outputs; // W
+        double gain;
+        const char* warning;
+    };
+    const Row rows[] = {
+        {{{"power", 1.7e6}},
+         -1.5e6,
+         "parameter power: the enthalpies change by -1.5e+06 W, not by this value, 1.7e+06 W"},
+        {{{"duty", 0}}, 1e6, "parameter duty: the enthalpies change by 1e+06 W, not by this value, 0 W"},
+        {{{"duty", 1.2e6}},
+         1e6,
+         "parameter duty: the enthalpies change by 1e+06 W, not by this value, 1.2e+06 W"},
+        {{{"shaft power", 1.2e6}}, 1e6, ""}, // losses of the driver
+        {{{"shaft power", 0.8e6}}, -1e6, ""},
+        {{{"shaft power", 0.8e6}},
+         1e6,
+         "parameter shaft power: the enthalpies change by 1e+06 W, not by this value, 800000 W"},
+        {{{"condenser duty", 3e6}, {"reboiler duty", 4e6}}, 1e6, ""},
+        {{{"condenser duty", 3e6}, {"reboiler duty", 4.5e6}},
+         1e6,
+         "balance: the enthalpies change by 1e+06 W, which is no sum of the outputs in W: condenser duty "
+         "3e+06 W, reboiler duty 4.5e+06 W"},
+        {{{"Heat of reaction", 2e6}}, 1e6, ""},
+        {{{"duty", 5e5}}, -1e4, ""}, // from stream to stream
+        {{{"duty", 5e5}}, 1, ""},
+        {{}, 1e6, ""},
+    };
+    for (const Row& row : rows) {
+        UnitResult unit{.name = "R"};
+        for (const auto& [name, value] : row.outputs)
+            unit.parameters.push_back(
+                {.name = name, .isInput = false, .value = value, .dimensionality = power});
+        const Balance balance{.mass = {2, 2}, .enthalpy = {0, row.gain}, .sensible = {0, row.gain}};
+        std::vector<Warning> warnings;
+        addWarnings({unit, balance, {}, std::array{&cold}, std::array{&warm}}, warnings);
+        EXPECT_EQ(textOf(warnings), row.warning);
+    }
+}
+
+/// Nitrogen at 10 mol/s.
+class NitrogenUnit : public ::testing::Test {
+protected:
+    static StreamResult stream(const char* name, double temperature, double pressure = 1e5) {
+        StreamResult result{name, temperature, pressure, 10, {1}, 1};
+        const auto molar = [&](PhaseProperty property) {
+            return *mixtureEnthalpy(compounds, result.fraction, pressure,
+                                    {FlashVariable::temperature, temperature}, property);
+        };
+        result.enthalpy = molar(PhaseProperty::enthalpy);
+        result.entropy = molar(PhaseProperty::entropy);
+        result.massFlow = 10 * molarMass(compounds, result.fraction);
+        return result;
+    }
+
+    void addOutput(const char* name, double value, std::vector<double> dimensionality) {
+        unit.parameters.push_back(
+            {.name = name, .isInput = false, .value = value, .dimensionality = std::move(dimensionality)});
+    }
+
+    std::string warningsOf(const StreamResult& feed, const StreamResult& product) const {
+        const Balance balance = balanceOf("N", compounds, std::array{&feed}, std::array{&product});
+        std::vector<Warning> warnings;
+        addWarnings({unit, balance, compounds, std::array{&feed}, std::array{&product}}, warnings);
+        return textOf(warnings);
+    }
+
+    static inline const std::array compounds{findCompound("nitrogen")};
+    const std::vector<double> kelvin{0, 0, 0, 0, 1}, power{2, 1, -3};
+    UnitResult unit{.name = "N"};
+};
+
+TEST_F(NitrogenUnit, nameTheTemperatureAtWhichEnthalpiesBalance) {
+    EXPECT_EQ(warningsOf(stream("in", 450), stream("out", 176.9)),
+              "stream out: the temperature is 176.9 K, but the unit's enthalpies balance at 450.05 K");
+    EXPECT_EQ(warningsOf(stream("in", 300), stream("out", 573.15)),
+              "stream out: the temperature is 573.15 K, but the unit's enthalpies balance at 300 K");
+    EXPECT_EQ(warningsOf(stream("in", 300), stream("out", 200)), "");
+    const StreamResult in = stream("in", 300), meant = stream("out", 500), warm = stream("out", 370);
+    addOutput("power", 10 * (meant.enthalpy - in.enthalpy), power);
+    EXPECT_EQ(warningsOf(in, meant), "");
+    EXPECT_EQ(warningsOf(in, stream("out", 227)),
+              "stream out: the temperature is 227 K, but the unit's enthalpies balance at 500.15 K");
+    EXPECT_THAT(warningsOf(in, warm), testing::StartsWith("parameter power: the enthalpies change by"));
+    addOutput("outlet temperature", 500, kelvin);
+    EXPECT_EQ(warningsOf(in, warm), "stream out: the temperature is 370 K, but the unit's enthalpies balance "
+                                    "at 500 K, the value of parameter outlet temperature");
+}
+
+TEST_F(NitrogenUnit, warnOfEntropyThatFallsWithoutCooling) {
+    const StreamResult in = stream("in", 300);
+    const auto with = [&](const char* name, const StreamResult& out) {
+        unit.parameters.clear();
+        addOutput(name, 10 * (out.enthalpy - in.enthalpy), power);
+        return warningsOf(in, out);
+    };
+    const auto fall = testing::StartsWith("balance: the entropy falls by ");
+    EXPECT_EQ(with("power", stream("out", 400, 5e5)),
+              "balance: the entropy falls by 50.1418 W/K, although the unit gives off no heat: at this "
+              "pressure of the product the gain in enthalpy is 50949.5 W or more, not 29083.9 W");
+    EXPECT_THAT(with("Duty", stream("out", 400, 5e5)), fall);
+    EXPECT_EQ(with("power", stream("out", 480, 5e5)), "");
+    EXPECT_THAT(with("power", stream("out", 200, 5e4)), fall);
+    EXPECT_EQ(with("Duty", stream("out", 200, 5e4)), ""); // gives off heat
+    const StreamResult cooled = stream("out", 310, 5e5);
+    unit.parameters.clear();
+    addOutput("power", 10 * (cooled.enthalpy - in.enthalpy) + 2e4, power);
+    addOutput("cooling", 2e4, power);
+    EXPECT_EQ(warningsOf(in, cooled), "");
+    unit.parameters.clear();
+    EXPECT_EQ(warningsOf(in, stream("out", 400, 5e5)), ""); // may be cooled
+    const StreamResult high = stream("high", 300, 5e5);
+    StreamResult throttled = in;
+    throttled.enthalpy = high.enthalpy;
+    EXPECT_EQ(warningsOf(high, throttled), "");
+    EXPECT_THAT(warningsOf(throttled, high), testing::StartsWith("balance: the entropy falls by 13"));
+}
+
+TEST(Warnings, nameTheUnitOfAFlowThatIsOffByItsFactor) {
+    const StreamResult small{"small", 300, 1e5, 30, {1}, 0, 0, 0, 0.6};
+    struct Row {
+        double flow;
+        const char* remedy;
+    };
+    const Row rows[] = {
+        {252, "the flow of stream large looks like one in kmol/h: flows are in mol/s"},
+        {1.4, "the flow of stream large looks like one in kg/s: flows are in mol/s"},
+        {5.04, "the flow of stream large looks like one in t/h: flows are in mol/s"},
+        {69, "compare the script's balance with its equations"},
+    };
+    for (const Row& row : rows) {
+        const StreamResult large{"large", 300, 1e5, row.flow, {1}, 0, 0, 0, 0.02 * row.flow};
+        const Balance balance{.mass = {2, 0.6 + 0.02 * row.flow}};
+        EXPECT_EQ(massRemedy(balance, std::array{&small, &large}), row.remedy);
+    }
+    EXPECT_EQ(massRemedy({.mass = {2, 1}, .elements = {{"C", {1, 1}}, {"H", {4, 2}}, {"N", {0, 0}}}}, {}),
+              "the balance is open in H only: compare the script's balance with its equations");
 }
 
 TEST(ScriptErrors, readAsEditorsExpect) {

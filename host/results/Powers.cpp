@@ -1,0 +1,64 @@
+#include "Powers.h"
+
+#include "cases/NumberText.h"
+#include "cases/UnitOfMeasure.h"
+#include "thermo/IdealGas.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cmath>
+
+namespace solvane::host {
+
+std::vector<Power> powersOf(const UnitResult& unit) {
+    static const std::vector<double> dimension = parseUnit("W")->exponents;
+    std::vector<Power> powers;
+    for (const ModelParameter& parameter : unit.parameters) {
+        const auto* value = parameter.value ? std::get_if<double>(&*parameter.value) : nullptr;
+        if (value && std::isfinite(*value) && isSameDimension(parameter.dimensionality, dimension))
+            powers.push_back({&parameter, *value});
+    }
+    return powers;
+}
+
+bool isNamed(const Power& power, std::span<const std::string_view> words) {
+    return std::ranges::any_of(words, [&](std::string_view word) {
+        const auto isSame = [](char any, char lower) {
+            return std::tolower(static_cast<unsigned char>(any)) == lower;
+        };
+        return !std::ranges::search(power.parameter->name, word, isSame).empty();
+    });
+}
+
+bool isNamedHeat(const Power& power) {
+    constexpr std::array<std::string_view, 3> words{"duty", "heat", "cool"};
+    return isNamed(power, words);
+}
+
+bool isSumOf(std::span<const Power> powers, double gain, double tolerance) {
+    constexpr std::size_t most = 8; // there are 3^8 sums
+    if (std::abs(gain) <= tolerance || powers.size() > most)
+        return true;
+    return !powers.empty() && std::ranges::any_of(std::array{-1, 0, 1}, [&](int sign) {
+        return isSumOf(powers.subspan(1), gain - sign * powers.front().value, tolerance);
+    });
+}
+
+double gain(const Flows& flows) {
+    return flows.out - flows.in;
+}
+
+double heatOf(std::span<const StreamResult* const> streams) {
+    double heat = 0;
+    for (const StreamResult* stream : streams)
+        heat +=
+            std::abs(stream->totalFlow) * (std::abs(stream->enthalpy) + gasConstant * stream->temperature);
+    return heat;
+}
+
+std::string watts(double value) {
+    return shortNumber(value, 6) + " W";
+}
+
+} // namespace solvane::host

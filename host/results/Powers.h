@@ -1,0 +1,38 @@
+/// The heats and powers that a unit's parameters show, of either sign: scripts count what is taken up or
+/// given off.
+#pragma once
+
+#include "RunResults.h"
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace solvane::host {
+
+struct Power {
+    const ModelParameter* parameter;
+    double value; ///< W
+};
+
+/// Those of all parameters that have a number, in their order.
+std::vector<Power> powersOf(const UnitResult& unit);
+
+/// Whether one of the words, in lower case, stands in the parameter's name.
+bool isNamed(const Power& power, std::span<const std::string_view> words);
+/// Whether it is a heat by its name; otherwise it may be the power of a machine.
+bool isNamedHeat(const Power& power);
+
+/// Whether the gain is, within the tolerance in W, a sum of powers, each added, subtracted or left out.
+bool isSumOf(std::span<const Power> powers, double gain, double tolerance);
+
+/// What the products carry more than the feeds.
+double gain(const Flows& flows);
+
+/// The heat that the streams carry, W: a measure for errors of enthalpies, whose zero is arbitrary.
+double heatOf(std::span<const StreamResult* const> streams);
+
+/// "1234.5 W"
+std::string watts(double value);
+
+} // namespace solvane::host
