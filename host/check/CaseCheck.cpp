@@ -3,6 +3,7 @@
 #include "Jumps.h"
 #include "Leftovers.h"
 #include "Noise.h"
+#include "ParameterChanges.h"
 #include "Tolerances.h"
 #include "Variations.h"
 #include "cases/NumberText.h"
@@ -309,6 +310,34 @@ CheckOutcome lookAtNoise(CheckedCase& checked) {
     return outcome;
 }
 
+bool hasSameReports(const RunResults& left, const RunResults& right) {
+    return std::ranges::equal(left.units, right.units, [](const UnitResult& one, const UnitResult& other) {
+        return std::ranges::equal(one.reports, other.reports,
+                                  [](const ReportResult& report, const ReportResult& same) {
+                                      return report.name == outputReport || report.text == same.text;
+                                  });
+    });
+}
+
+CheckOutcome lookAtParameters(CheckedCase& checked) {
+    CheckOutcome outcome;
+    const std::vector<ParameterChange> changes =
+        parameterChanges(checked.flowsheet, checked.base.results.units);
+    for (const ParameterChange& change : changes)
+        if (std::ranges::all_of(change.variations, [&](const CaseVariation& variation) {
+                const Trial trial = checked.trials.run(variation.flowsheet, variation.name);
+                return trial.succeeded && hasSameReports(trial.results, checked.base.results) &&
+                       !largestDeviation(checked.base.outputs, trial.outputs, tolerance);
+            }))
+            outcome.findings.push_back(
+                {change.name + ": no result changes with it, by 1 % or by a factor of 2",
+                 "look for the term that it is in: it may be lost, 0, or at its limit, as a rate is where "
+                 "R is in kJ/mol/K and an activation energy in J/mol, or the reverse"});
+    outcome.summary = changes.empty() ? "nothing to vary: no real input surely counts"
+                                      : counted(changes.size(), "parameter") + " changed by 1 %";
+    return outcome;
+}
+
 CheckOutcome lookAtTolerances(CheckedCase& checked) {
     CheckOutcome outcome{"no solver stops early", {}};
     for (const UnitCase& unit : checked.conditions.sources.units)
@@ -372,6 +401,7 @@ constexpr std::array checks{
     CaseCheck{"no flow", lookAtNoFlow},
     CaseCheck{"single phases", lookAtPhases},
     CaseCheck{"noise", lookAtNoise, true},
+    CaseCheck{"parameters", lookAtParameters, true},
     CaseCheck{"tolerances", lookAtTolerances},
     CaseCheck{"phase names", lookAtPhaseNames},
     CaseCheck{"compound names", lookAtCompoundNames},

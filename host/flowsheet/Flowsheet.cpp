@@ -75,6 +75,15 @@ RunResults blankResults(const Case& flowsheet) {
     return results;
 }
 
+/// Adds what to do to the message of the unit's failure, if that is known.
+void addHint(const std::string& unit, const RunResults& results, std::string& message) {
+    const auto failed = std::ranges::find(results.units, unit, &UnitResult::name);
+    if (failed == results.units.end())
+        return;
+    if (const std::string hint = failureHint(message, results.streams, *failed); !hint.empty())
+        message.append("; ").append(hint);
+}
+
 } // namespace
 
 Flowsheet::Flowsheet(Case flowsheet, RunLog log)
@@ -116,6 +125,8 @@ bool Flowsheet::run(RunResults& results, std::string& error, RunWatch* watch) {
         results.failure.emplace().message = error;
     std::optional<ScriptError>& script = results.failure->scriptError;
     script = findScriptError(case_, results);
+    if (script)
+        addHint(results.failure->unit, results, script->message);
     if (watch && watch->isStopRequested()) {
         // Of what the stop made fail, only the place matters.
         results.fault = Fault::calculation;
@@ -265,8 +276,7 @@ bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error
             results.warnings.push_back({case_.units[unit].name, "script", "it is empty, or has only comments",
                                         "let it call setProduct for each product"});
     }
-    if (const std::string_view hint = failureHint(error); !hint.empty())
-        error.append("; ").append(hint);
+    addHint(case_.units[unit].name, results, error);
     results.failure.emplace().message = error;
     results.failure->unit = case_.units[unit].name;
     if (case_.isFlowsheet)

@@ -26,7 +26,8 @@ function [checks, printed] = check (code, file, options = '')
   end
 end
 
-function printed = expectFound (expected, script, parts = {}, composition = '{"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}', options = '')
+function printed = expectFound (expected, script, parts = {}, composition = '{"propane": 0.5, "n-butane": 0.3, "n-pentane": 0.2}', options = '', ...
+                                parameters = '')
   % A case of one feed in two phases, with this script.
   folder = tempname ();
   mkdir (folder);
@@ -34,7 +35,7 @@ function printed = expectFound (expected, script, parts = {}, composition = '{"p
   compounds = strjoin (regexp (composition, '"[^"]*"', 'match'), ', ');
   write (fullfile (folder, 'case.json'), ['{"compounds": [' compounds '], "feeds": [' ...
     '{"name": "Feed", "vaporFraction": 0.4, "pressure": 5e5, "flow": 10, "composition":' ...
-    composition '}], "products": ["Product"], "model": {"script": "model.m"}}']);
+    composition '}], "products": ["Product"], "model": {' parameters '"script": "model.m"}}']);
   [found, printed] = check (! isempty (expected), fullfile (folder, 'case.json'), options);
   if (! isequal (found, expected))
     error ('found in %s, expected %s:\n%s', strjoin (found, ', '), strjoin (expected, ', '), printed);
@@ -78,8 +79,13 @@ expectFound ({}, [reads {'setProduct(1, F, z, ''pressure'', P, ''enthalpy'', get
   '{"propane": 1}');
 % A run that does not end says where, while it lasts and in the end, and the other checks go on.
 expectFound ({'no flow', 'tolerances'}, [reads {'while F == 0, end', 'options = optimset(''TolX'', 1);', sets('T')}], ...
-  {'Still running after 1', ' s: feed Feed without flow: unit "Unit"', 'model.m:6:9: The run did not end within the limit of 11 s'}, ...
+  {'Still running after ', ' s: feed Feed without flow: unit "Unit"', 'model.m:6:9: The run did not end within the limit of 11 s'}, ...
   light, '--limit 11');
+% An input that counts for nothing, beside one that counts and one that only limits.
+input = @(name) ['{"kind": "real", "mode": "input", "value": 2, "maximum": 3, "name": "' name '"}'];
+expectFound ({'parameters'}, [reads {'rate = getParameter(''volume'') * exp(-47400 / (8.314e-3 * T));', ...
+  sets('T + getParameter(''rise'') + rate')}], {'parameter volume: no result changes with it'}, light, '', ...
+  ['"parameters": [' strjoin({input('volume'), input('rise'), input('largest step')}, ', ') '], ']);
 % A bend at the feed's pressure is no noise, nor is one beside it, even where its slope begins without end. A feed below the
 % temperatures of the package's data is no fault of the model.
 expectFound ({}, [reads {sets('T + 1e-5 * max(0, P - 5e5) + 1e-2 * sqrt(max(0, 4.95e5 - P))')}], {}, '{"nitrogen": 0.5, "oxygen": 0.5}');
