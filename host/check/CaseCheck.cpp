@@ -188,9 +188,9 @@ CheckOutcome lookAtLanguage(CheckedCase& checked) {
                    "the model needs Octave");
 }
 
-CheckOutcome lookAtGlobals(CheckedCase& checked) {
-    return asNotes(lookAtScripts(checked, "no global keeps a value from run to run", keptGlobals),
-                   "globals keep values from run to run");
+CheckOutcome lookAtKeptVariables(CheckedCase& checked) {
+    return asNotes(lookAtScripts(checked, "no variable keeps what a result may depend on", keptVariables),
+                   "variables keep what a result may depend on");
 }
 
 CheckOutcome lookAtRun(CheckedCase& checked) {
@@ -406,7 +406,7 @@ constexpr std::array checks{
     CaseCheck{"phase names", lookAtPhaseNames},
     CaseCheck{"compound names", lookAtCompoundNames},
     CaseCheck{"language", lookAtLanguage},
-    CaseCheck{"globals", lookAtGlobals},
+    CaseCheck{"kept variables", lookAtKeptVariables},
     CaseCheck{"leftovers", lookAtLeftovers},
     CaseCheck{"cost", lookAtCost},
 };

@@ -128,12 +128,55 @@ std::vector<ScriptFinding> octaveOnlyIn(const ScriptFile& file, const std::set<s
     return notes.take();
 }
 
-/// Whether a statement gives the variable a value of its own, whatever it had before.
-bool setsAnew(const ScriptStatement& statement, const std::string& name) {
-    const std::regex assignment("^\\s*" + name + "\\s*=([^=].*)$");
-    std::smatch match;
-    return std::regex_search(statement.code, match, assignment) &&
-           !std::regex_search(match.str(1), std::regex("\\b" + name + "\\b"));
+using Rule = std::optional<ScriptFinding> (*)(const std::vector<ScriptFile>& files, const ScriptFile& file,
+                                              const ScriptStatement& statement, const std::string& name);
+
+bool anyStatement(const ScriptFile& file, const std::string& pattern) {
+    const std::regex one(pattern);
+    return std::ranges::any_of(file.statements, [&](const ScriptStatement& statement) {
+        return std::regex_search(statement.code, one);
+    });
+}
+
+/// The pattern of an assignment to the variable, whose group is the value.
+std::string assignmentTo(const std::string& name) {
+    return "(?:^|[;,])\\s*" + name + "\\s*=([^=;][^;]*)";
+}
+
+/// Whether a statement gives the variable a value that does not come from it.
+bool setsAnew(const ScriptFile& file, const std::string& name) {
+    const std::regex assignment(assignmentTo(name));
+    const std::regex itself("\\b" + name + "\\b");
+    return std::ranges::any_of(file.statements, [&](const ScriptStatement& statement) {
+        std::smatch match;
+        return std::regex_search(statement.code, match, assignment) &&
+               !std::regex_search(match.str(1), itself);
+    });
+}
+
+std::optional<ScriptFinding> keptGlobal(const std::vector<ScriptFile>& files, const ScriptFile& file,
+                                        const ScriptStatement& statement, const std::string& name) {
+    const auto isTested = [&](const ScriptFile& one) {
+        return anyStatement(one, "\\b(?:isempty|exist)\\s*\\(\\s*'?\\s*" + name + "\\b");
+    };
+    if (std::ranges::none_of(files, isTested) &&
+        std::ranges::any_of(files, [&](const ScriptFile& one) { return setsAnew(one, name); }))
+        return std::nullopt;
+    return ScriptFinding{
+        placeOf(file, statement) + ": Octave keeps the global '" + name + "' from run to run",
+        "set it in each run before its first use, unless the results do not depend on what it held"};
+}
+
+/// One that is set once, from data that do not change, is no fault.
+std::optional<ScriptFinding> countingPersistent(const std::vector<ScriptFile>&, const ScriptFile& file,
+                                                const ScriptStatement& statement, const std::string& name) {
+    if (!anyStatement(file, "(?:^|[;,])\\s*" + name + "\\s*(?:\\([^)]*\\)\\s*)?(?:[-+*/]=|=[^=;][^;]*\\b" +
+                                name + "\\b)"))
+        return std::nullopt;
+    return ScriptFinding{
+        placeOf(file, statement) + ": the persistent '" + name + "' changes from call to call",
+        "a function that a solver calls must give the same result for the same arguments; each run "
+        "begins anew"};
 }
 
 } // namespace
@@ -148,7 +191,7 @@ std::vector<ScriptFinding> octaveOnly(const UnitModel& model) {
     return found;
 }
 
-std::vector<ScriptFinding> keptGlobals(const UnitModel& model) {
+std::vector<ScriptFinding> keptVariables(const UnitModel& model) {
     static const std::set<std::string> unitsOwn{"nComp",
                                                 "nPhase",
                                                 "compNames",
@@ -159,32 +202,23 @@ std::vector<ScriptFinding> keptGlobals(const UnitModel& model) {
                                                 "AGGSTATE_LIQUID",
                                                 "AGGSTATE_SOLID",
                                                 "unit_ID"};
-    static const std::regex declaration(R"(^\s*global\s+([^;,]*))");
+    static const std::regex declaration(R"((?:^|[;,])\s*(global|persistent)\s+([^;,=]*))");
     static const std::regex name(R"([A-Za-z]\w*)");
     const std::vector<ScriptFile> files = scriptFilesOf(model);
-    const auto anyStatement = [&](auto&& holds) {
-        return std::ranges::any_of(
-            files, [&](const ScriptFile& file) { return std::ranges::any_of(file.statements, holds); });
-    };
-    std::set<std::string> seen = unitsOwn;
+    std::set<std::string> globals = unitsOwn;
     std::vector<ScriptFinding> kept;
     for (const ScriptFile& file : files)
         for (const ScriptStatement& statement : file.statements) {
             std::smatch match;
             if (!std::regex_search(statement.code, match, declaration))
                 continue;
-            const std::string names = match[1];
-            for (std::sregex_iterator one(names.begin(), names.end(), name), none; one != none; ++one) {
-                const std::string global = one->str();
-                const std::regex test("\\b(?:isempty|exist)\\s*\\(\\s*" + global + "\\b");
-                if (seen.insert(global).second &&
-                    (anyStatement([&](const auto& any) { return std::regex_search(any.code, test); }) ||
-                     !anyStatement([&](const auto& any) { return setsAnew(any, global); })))
-                    kept.push_back({placeOf(file, statement) + ": Octave keeps the global '" + global +
-                                        "' from run to run",
-                                    "set it in each run before its first use, unless the results do not "
-                                    "depend on what it held"});
-            }
+            const bool isGlobal = match[1] == "global";
+            const Rule rule = isGlobal ? keptGlobal : countingPersistent;
+            const std::string names = match[2];
+            for (std::sregex_iterator one(names.begin(), names.end(), name), none; one != none; ++one)
+                if (!isGlobal || globals.insert(one->str()).second)
+                    if (auto finding = rule(files, file, statement, one->str()))
+                        kept.push_back(std::move(*finding));
         }
     return kept;
 }

@@ -11,7 +11,8 @@ namespace solvane::host {
 /// What Octave understands in the script and the additional files, and Matlab does not. Each once a file.
 std::vector<ScriptFinding> octaveOnly(const UnitModel& model);
 
-/// The script's globals that nothing sets anew in each run: Octave keeps them from run to run.
-std::vector<ScriptFinding> keptGlobals(const UnitModel& model);
+/// Globals that nothing sets anew in each run, since Octave keeps them from run to run, and persistent
+/// variables that change from call to call.
+std::vector<ScriptFinding> keptVariables(const UnitModel& model);
 
 } // namespace solvane::host
