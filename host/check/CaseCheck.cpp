@@ -18,6 +18,7 @@
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <span>
 #include <utility>
 
 namespace solvane::host {
@@ -125,8 +126,8 @@ bool hasWrongFractions(const Trial& trial) {
 CheckOutcome lookAtWarnings(CheckedCase& checked) {
     CheckOutcome outcome{"balances and results are plausible", {}};
     const std::vector<StreamResult>& streams = checked.base.results.streams;
-    const bool startsOutsideData = std::any_of(
-        streams.begin(), streams.begin() + std::min(checked.flowsheet.feeds.size(), streams.size()),
+    const bool startsOutsideData = std::ranges::any_of(
+        std::span(streams).first(std::min(checked.flowsheet.feeds.size(), streams.size())),
         [](const StreamResult& stream) { return isOutsideData(stream); });
     std::vector<Warning> causes;
     for (const Warning& warning : checked.base.results.warnings) {
