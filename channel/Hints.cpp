@@ -41,12 +41,12 @@ std::string begunAbout(std::string_view subject) {
 
 } // namespace
 
-std::string closestName(std::span<const std::string> known, std::string_view name) {
+std::string closestName(std::span<const std::string> known, std::string_view name, std::size_t mostWrong) {
     constexpr std::size_t longestName = 100;
     if (name.size() < shortestName || name.size() > longestName)
         return {};
     std::string_view closest;
-    std::size_t least = std::max<std::size_t>(name.size() / 4, 1) + 1;
+    std::size_t least = std::min(std::max<std::size_t>(name.size() / 4, 1), mostWrong) + 1;
     for (const std::string& one : known) {
         const std::size_t apart = one.size() > longestName ? least : distance(name, one);
         if (apart < least) {

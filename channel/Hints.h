@@ -8,8 +8,10 @@
 
 namespace solvane {
 
-/// The known name that is closest to this one, whatever the case of its letters. Empty if none is close.
-std::string closestName(std::span<const std::string> known, std::string_view name);
+/// The known name that is closest to this one, whatever the case of its letters. Empty if none is close: a
+/// quarter of the letters may be wrong, and no more than `mostWrong`.
+std::string closestName(std::span<const std::string> known, std::string_view name,
+                        std::size_t mostWrong = static_cast<std::size_t>(-1));
 
 /// Only the unit knows its ports and parameters: it leaves the hint in the block, after the failure record.
 /// The record itself stays as it is, and a gateway need not look for more. `about` is the wrong name, or the
