@@ -169,7 +169,8 @@ function hidden = hiddenPart (folder, tools)
   hidden = finding;
 end
 
-% The line of a call, and the column of the name that it calls: Octave has that of the statement's first operator.
+% The line of a call, and the column of the name that it calls: Octave has the statement's first line, and the column of its
+% first operator, in bytes.
 function text = lineOf (call, called, folder, known, tools)
   text = "";
   inFolder = strncmp (call.file, folder, numel (folder));
@@ -177,18 +178,35 @@ function text = lineOf (call, called, folder, known, tools)
   if (call.line < 1 || isempty (call.file) || (! inFolder && isKnown ()))
     return;
   end
+  lines = [regexp(tools.read (call.file), "\n", "split") {""}];
+  if (! isempty (called))
+    [call.line, call.column] = placeOfName (called, lines, call.line, call.column);
+  end
   [name, line] = tools.place (call.file, call.line, folder);
   if (isempty (name))
     name = "script";
   end
   text = sprintf ("at %s line %d", name, line);
-  shown = [regexp(tools.read (call.file), "\n", "split") ""]{min (call.line, end)};
-  at = regexp (regexprep (shown, '[%#].*', ""), ['(?<![\w.''"])' called '(?!\w)']);
-  if (isscalar (at) && ! isempty (called))
-    call.column = at;
-  end
   if (call.column > 0)
-    text = [text sprintf(", column %d", call.column)];
+    before = lines{min (call.line, end)}(1:min (call.column - 1, end));
+    text = [text sprintf(", column %d", call.column - sum (before >= 128 & before < 192))];
   end
   text = [text "\n"];
+end
+
+% Where the statement that begins in a line has the name, if it has it once; otherwise the place that is known.
+function [line, column] = placeOfName (name, lines, line, column)
+  found = [];
+  for k = line:numel (lines)
+    code = regexprep (lines{k}, '[%#].*', "");
+    for at = regexp (code, ['(?<![\w.''"])' name '(?!\w)'])
+      found = [found k at];
+    end
+    if (isempty (strfind (code, "...")))
+      break;
+    end
+  end
+  if (numel (found) == 2)
+    [line, column] = {found(1), found(2)}{:};
+  end
 end
