@@ -14,7 +14,11 @@ bool parseQuantity(std::string_view text, const std::string& known, Quantity& qu
     const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), number);
     std::string_view unit = text.substr(static_cast<std::size_t>(end - text.data()));
     unit.remove_prefix(std::min(unit.find_first_not_of(' '), unit.size()));
-    if (code != std::errc() || unit.empty()) {
+    if (code == std::errc() && unit.empty()) {
+        error = quoted + " has no unit; add one, or leave out the quotes for SI units";
+        return false;
+    }
+    if (code != std::errc()) {
         error = quoted + " is not a number with a unit, such as \"20 bar\" or \"25 degC\"";
         return false;
     }
@@ -45,8 +49,14 @@ bool parseQuantity(std::string_view text, std::span<const double> dimensionality
     if (!parseQuantity(text, known, quantity, error))
         return false;
     if (!isSameDimension(quantity.measure.exponents, dimensionality)) {
-        error = "\"" + std::string(text) + "\" has the wrong dimension; " +
-                (known.empty() ? "expected a plain number" : "expected a unit such as " + known);
+        const std::string quoted = "\"" + std::string(text) + "\"";
+        error = isSameDimension({}, dimensionality)
+                    ? quoted +
+                          " has a unit, but the quantity has no dimension; a parameter gets it by "
+                          "\"dimensionality\": \"" +
+                          unitText(quantity.measure.exponents) + "\""
+                    : quoted + " has the wrong dimension; " +
+                          (known.empty() ? "expected a plain number" : "expected a unit such as " + known);
         return false;
     }
     if (isDifference(dimensionality))

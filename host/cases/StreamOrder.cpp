@@ -75,8 +75,10 @@ bool checkStreams(const CasePlace& root, const Case& flowsheet) {
         if (std::erase(unused, stream) > 0)
             return true;
         const bool isKnown = isTear(flowsheet, stream) || std::ranges::find(names, stream) != names.end();
-        return place.fail(isKnown ? "the stream \"" + stream + "\" already feeds another port"
-                                  : faultOf(flowsheet.units, unit, stream));
+        return place.fail(isKnown
+                              ? "the stream \"" + stream +
+                                    "\" already feeds another port; for two of it, let a splitter make them"
+                              : faultOf(flowsheet.units, unit, stream));
     };
     for (std::size_t i = 0; i < flowsheet.units.size(); ++i) {
         const UnitCase& unit = flowsheet.units[i];

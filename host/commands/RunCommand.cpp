@@ -7,6 +7,7 @@
 #include "cases/CaseReader.h"
 #include "flowsheet/Flowsheet.h"
 #include "flowsheet/UnitCalls.h"
+#include "results/Abridged.h"
 #include "results/ResultTables.h"
 #include "results/ScriptError.h"
 
@@ -59,6 +60,9 @@ void printResults(const RunResults& results, const TableUnits& units, bool verbo
         print(stdout, "\n" + warnings);
 }
 
+/// Of what a script printed before it failed, bytes; the end says more about it.
+constexpr std::size_t firstPrinted = 3'000, lastPrinted = 9'000;
+
 /// Prints what the script of the unit printed and, if it failed, its message and the place, which `error`
 /// then has in place of the message.
 void printFailure(RunResults& results, bool verbose, std::string& error) {
@@ -68,7 +72,8 @@ void printFailure(RunResults& results, bool verbose, std::string& error) {
     const auto output = std::ranges::find(unit->reports, outputReport, &ReportResult::name);
     if (output == unit->reports.end())
         return;
-    const std::string text = verbose ? output->text : printedByScript(*unit);
+    const std::string text =
+        verbose ? output->text : abridged(printedByScript(*unit), firstPrinted, lastPrinted);
     if (!text.empty())
         printReport(stderr, {outputReport, text});
     if (!hasScriptEnded(*unit))

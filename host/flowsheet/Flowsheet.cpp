@@ -5,6 +5,7 @@
 #include "Reentry.h"
 #include "UnitCalls.h"
 #include "WorkerThread.h"
+#include "results/Abridged.h"
 #include "results/Balances.h"
 #include "results/FailureHint.h"
 #include "results/PlainNumbers.h"
@@ -97,7 +98,7 @@ Flowsheet::Flowsheet(Case flowsheet, RunLog log)
         }
         members_[i].log = [this, &unit = case_.units[i]](std::string_view line) {
             if (results_)
-                results_->log.push_back({unit.name, std::string(line)});
+                addLogLine(results_->log, {unit.name, std::string(line)});
             if (watch_)
                 watch_->log(line);
             log_(unit.name, line);

@@ -4,6 +4,7 @@
 #include "com/CapeError.h"
 #include "com/Text.h"
 #include "com/VariantArray.h"
+#include "results/Abridged.h"
 
 namespace solvane::host {
 
@@ -160,7 +161,7 @@ bool readReports(ICapeUnit* unit, std::vector<ReportResult>& reports, std::strin
         result = reporter->ProduceReport(text.put());
         if (FAILED(result))
             return callFailed(error, "ProduceReport", unit, result);
-        reports.push_back({name, narrow(text.view(), CP_UTF8)});
+        reports.push_back({name, abridged(narrow(text.view(), CP_UTF8))});
     }
     return true;
 }

@@ -11,7 +11,7 @@ namespace solvane::host {
 
 namespace {
 
-/// By the end of the message.
+/// By a part of the message.
 struct Row {
     std::string_view message;
     std::string_view hint;
@@ -21,6 +21,8 @@ constexpr std::array rows{
     Row{"Vapor phase not found for vapor phase flash constraint",
         "in setProduct, 'vaporFraction' must be the first condition, and the first phase a vapour; otherwise "
         "find the state by flashEquilibrium, and set its pressure and enthalpy"},
+    Row{"; the unit has no such port", "the unit's feeds are those that the case lists under \"feeds\", its "
+                                       "products those under \"products\""},
 };
 
 /// Numbers of messages have six digits.
@@ -69,7 +71,7 @@ std::string enthalpyHint(std::string_view message, const std::vector<StreamResul
 std::string failureHint(std::string_view message, const std::vector<StreamResult>& streams,
                         const UnitResult& unit) {
     const auto row =
-        std::ranges::find_if(rows, [&](const Row& one) { return message.ends_with(one.message); });
+        std::ranges::find_if(rows, [&](const Row& one) { return message.find(one.message) != message.npos; });
     return row == rows.end() ? enthalpyHint(message, streams, unit) : std::string(row->hint);
 }
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <iterator>
+#include <limits>
 #include <string_view>
 
 namespace solvane::host {
@@ -21,10 +23,13 @@ struct UsualRange {
     double least;
     double most;
     const char* otherUnit;
+    double leastThird; ///< from which on the third one is as probable
+    const char* thirdUnit;
 };
 
-constexpr UsualRange temperatures{"temperature", 'T', "K", 100, 5000, "degC"};
-constexpr UsualRange pressures{"pressure", 'P', "Pa", 1e3, 1e12, "bar"};
+constexpr double never = std::numeric_limits<double>::infinity();
+constexpr UsualRange temperatures{"temperature", 'T', "K", 100, 5000, "degC", never, ""};
+constexpr UsualRange pressures{"pressure", 'P', "Pa", 1e3, 1e12, "bar", 50, "kPa"};
 
 /// A state of a feed, as a case states it.
 struct FeedNumber {
@@ -68,10 +73,12 @@ void addIfUnusual(const std::string& unit, const std::string& subject, const std
     if (value >= range.least && value <= range.most)
         return;
     const std::string shown = shortNumber(value, 7);
+    const auto with = [&](const char* other) { return "\"" + shown + " " + other + "\""; };
     warnings.push_back(
         {unit, subject,
          "the " + what + ", " + shown + ", has no unit and is read as " + shown + " " + range.siUnit,
-         "state its unit, as in \"" + shown + " " + range.otherUnit + "\""});
+         "state its unit, as in " + with(range.otherUnit) +
+             (value < range.leastThird ? "" : " or " + with(range.thirdUnit))});
 }
 
 /// Whether the case states the value of the parameter as a number without a unit.
@@ -89,8 +96,11 @@ bool isPlainNumber(const UnitCase& unit, const std::string& parameter) {
 } // namespace
 
 void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings) {
+    std::vector<std::string> unused;
+    std::ranges::transform(flowsheet.feeds, std::back_inserter(unused), &FeedStream::name);
     for (const UnitCase& unit : flowsheet.units)
         for (const PortConnection& port : unit.feeds) {
+            std::erase(unused, port.stream);
             const auto feed = std::ranges::find(flowsheet.feeds, port.stream, &FeedStream::name);
             if (feed == flowsheet.feeds.end())
                 continue;
@@ -100,6 +110,8 @@ void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings) {
                     addIfUnusual(unit.name, "stream " + feed->name, one.range.name, *value, one.range,
                                  warnings);
         }
+    for (const std::string& name : unused)
+        warnings.push_back({"", "stream " + name, "it feeds no unit", "connect it to a port, or remove it"});
 }
 
 void addParameterWarnings(const UnitCase& unit, const UnitResult& result, std::vector<Warning>& warnings) {

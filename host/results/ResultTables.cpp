@@ -89,10 +89,14 @@ std::string balanceNote(const Balance& balance) {
                           : std::string();
 }
 
+std::string subjectText(const Warning& warning) {
+    return (warning.unit.empty() ? "" : warning.unit + ", ") + warning.subject;
+}
+
 std::string warningLines(const std::vector<Warning>& warnings) {
     std::string text;
     for (const Warning& warning : warnings)
-        text += "warning: " + warning.unit + ", " + warning.subject + ": " + warning.text +
+        text += "warning: " + subjectText(warning) + ": " + warning.text +
                 (warning.remedy.empty() ? "" : "; " + warning.remedy) + "\n";
     return text;
 }

@@ -28,6 +28,9 @@ Table convergenceTable(const ConvergenceResult& convergence);
 /// The trials of a search for a target, a line for each.
 Table trialTable(const AdjustmentResult& adjustment);
 
+/// "Drum, stream Vapor"
+std::string subjectText(const Warning& warning);
+
 /// One line per warning; empty if there is none.
 std::string warningLines(const std::vector<Warning>& warnings);
 

@@ -78,7 +78,7 @@ std::string resultsHtml(const RunResults& results, const TableUnits& units, cons
             html += element("p class=\"error\"", scriptErrorLine(*results.failure->scriptError));
     }
     for (const Warning& warning : results.warnings)
-        html += element("p class=\"warning\"", warning.unit + ", " + warning.subject + ": " + warning.text);
+        html += element("p class=\"warning\"", subjectText(warning) + ": " + warning.text);
     html += "<div class=\"drawing\">" + flowsheetSvg(results) + "</div>\n";
     if (!results.streams.empty())
         html += element("h2", "Streams") + tableHtml(streamTable(results, units)) +

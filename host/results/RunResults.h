@@ -95,7 +95,7 @@ struct UnitReview {
 
 /// An implausible result.
 struct Warning {
-    std::string unit;
+    std::string unit;    ///< empty if it is of none
     std::string subject; ///< such as "stream Vapor", "parameter duty"
     std::string text;
     std::string remedy{}; ///< what to do

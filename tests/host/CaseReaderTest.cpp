@@ -108,7 +108,7 @@ constexpr Fault faults[] = {
     {"/generation", "1.1", "generation: expected \"1.0\" or \"1.1\""},
     {"/profile", "\"late\"", "profile: the profile \"late\" is unknown; profiles: standard, "},
     {"/feeds/0/flow", "-1", "feeds[\"A\"].flow: a flow cannot be negative"},
-    {"/feeds/0/flow", "\"2\"", "feeds[\"A\"].flow: \"2\" is not a number with a unit, such as"},
+    {"/feeds/0/flow", "\"2\"", "feeds[\"A\"].flow: \"2\" has no unit; add one, or leave out the quotes"},
     {"/feeds/0/flow", "\"2 m3/h\"", "feeds[\"A\"].flow: expected a flow of moles or of mass, such as"},
     {"/feeds/0/temperature", "\"20 bar\"",
      "\"20 bar\" has the wrong dimension; expected a unit such as K, degC"},

@@ -303,6 +303,19 @@ cd (folder);
 errors = expect_failure (1, 'Calculate failed at tidy.m:2:9', 'run', 'wrong.json');
 cd (back);
 expect_text (errors, "Report: Matlab Output\nreads\n\ntidy.m:2:9: 'nosuch' undefined\n    called from calls.m:3:5\nerror: ");
+% What an endless loop prints is cut in the middle.
+write (file ('calls.m'), "for i = 1:1e6, disp(i); end\nnosuch\n");
+errors = expect_failure (1, "Report: Matlab Output\n1\n2\n", 'run', file ('wrong.json'), '--json', file ('long.json'));
+expect_text (errors, " lines left out]\n9");
+expect_text (errors, "999999\n1000000\n\n");
+text = jsondecode (fileread (file ('long.json'))).reports.MatlabOutput;
+if (numel (errors) > 2e4 || numel (text) > 2.1e6 || isempty (strfind (text, ' lines left out]')))
+  error ('of what a loop prints, %d bytes are printed and %d kept', numel (errors), numel (text));
+end
+write (file ('calls.m'), "disp('reads')\n\nT = tidy (1);\n");
+% Columns count characters, and a statement of several lines has the one with the call.
+write (file ('tidy.m'), "function y = tidy (x)\ny = ... from a table\n\t'größe' + getFeedProp (7, 'pressure');\n");
+expect_failure (1, '/tidy.m:3:12: port number out of range', 'run', file ('wrong.json'));
 write (file ('tidy.m'), "function y = tidy (x)\nerror(\"no data\\rates.m\");\n");
 errors = expect_failure (1, '/tidy.m:2:1: no data\rates.m', 'run', file ('wrong.json'), '--verbose');
 expect_text (errors, sprintf ("MATLAB done\nat tidy.m line 2, column 1\nat script line 3, column 5\n"));

@@ -1,3 +1,4 @@
+#include "results/Abridged.h"
 #include "results/Balances.h"
 #include "results/FailureHint.h"
 #include "results/FlowsheetDrawing.h"
@@ -204,6 +205,28 @@ TEST(Balances, coverMassMolesAndEnthalpy) {
               "The unit reacts: its enthalpies include those of formation, the streams' do not.");
 }
 
+TEST(Abridged, keepsBothEndsOfWhatAnEndlessLoopPrints) {
+    EXPECT_EQ(abridged("one\ntwo\nthree\nfour\nfive\n", 8, 12), "one\ntwo\n[1 line left out]\nfour\nfive\n");
+    EXPECT_EQ(abridged("one\ntwo\nthree\nfour\n", 8, 12), "one\ntwo\nthree\nfour\n");
+    EXPECT_EQ(abridged("one\ntwo\n[7 lines left out]\nfour\nfive\n", 4, 6),
+              "one\n[9 lines left out]\nfive\n");
+    EXPECT_EQ(abridged("0123\u00e4\u00e40123", 5, 5), "0123\n[4 bytes left out]\n0123")
+        << "within characters";
+
+    std::vector<LogLine> log;
+    constexpr int lines = 50'000;
+    for (int i = 0; i < lines; ++i)
+        addLogLine(log, {"Drum", std::to_string(i)});
+    ASSERT_LT(log.size(), 12'000u);
+    EXPECT_EQ(log.front().text, "0");
+    EXPECT_EQ(log.back().text, std::to_string(lines - 1));
+    const auto note =
+        std::ranges::find_if(log, [](const LogLine& line) { return line.text.starts_with("["); });
+    ASSERT_NE(note, log.end());
+    EXPECT_EQ(note->text, "[" + std::to_string(lines - log.size() + 1) + " lines left out]");
+    EXPECT_EQ(std::prev(note)->text, std::to_string(note - log.begin() - 1));
+}
+
 TEST(Warnings, reportImplausibleResults) {
     UnitResult unit = someResults().units[0];
     const Balance lossy{"Drum", {2, 1}, {2, 1}, {0, 0}};
@@ -258,7 +281,8 @@ TEST(Warnings, nameFeedsThatLookLikeThoseOfAnotherUnit) {
     flowsheet.feeds = {
         {.name = "bar", .temperature = 25.5, .pressure = 12},
         {.name = "stated", .temperature = 25, .pressure = 12, .temperatureUnit = "K", .pressureUnit = "Pa"},
-        {.name = "usual", .pressure = 1e3, .vaporFraction = 1}};
+        {.name = "usual", .pressure = 1e3, .vaporFraction = 1},
+        {.name = "unused", .pressure = 1, .vaporFraction = 1}};
     flowsheet.units = {
         {.name = "Drum", .feeds = {{"1", "bar"}, {"2", "stated"}, {"3", "usual"}, {"4", "tear"}}}};
     std::vector<Warning> warnings;
@@ -269,7 +293,8 @@ TEST(Warnings, nameFeedsThatLookLikeThoseOfAnotherUnit) {
         "unit, as in \"25.5 degC\"\n"
         "warning: Drum, stream bar: the pressure, 12, has no unit and is read as 12 Pa; state its unit, as "
         "in "
-        "\"12 bar\"\n");
+        "\"12 bar\"\n"
+        "warning: stream unused: it feeds no unit; connect it to a port, or remove it\n");
 }
 
 TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
@@ -294,9 +319,9 @@ TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
     add("pressure ratio", 3, {});
     add("given temperature", 350, kelvin);
     add("given pressure", 1e5, pascal);
-    unit.parameters = {{"Given Temperature", std::string("80 K")}, {"given pressure", 7.0, true}};
+    unit.parameters = {{"Given Temperature", std::string("80 K")}, {"given pressure", 500.0, true}};
     result.parameters[9].value = 80.0;
-    result.parameters[10].value = 7.0;
+    result.parameters[10].value = 500.0;
     result.parameters.push_back(
         {.name = "temperature", .isInput = false, .value = 5.0, .dimensionality = kelvin});
     std::vector<Warning> warnings;
@@ -312,8 +337,8 @@ TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
                   "state its unit, as in \"80 degC\"",
                   "parameter T2: the value, -20, has no unit and is read as -20 K; state its unit, as in "
                   "\"-20 degC\"",
-                  "parameter given pressure: the value, 7, has no unit and is read as 7 Pa; state its "
-                  "unit, as in \"7 bar\""}));
+                  "parameter given pressure: the value, 500, has no unit and is read as 500 Pa; state its "
+                  "unit, as in \"500 bar\" or \"500 kPa\""}));
 }
 
 TEST(Warnings, sayWhyEnthalpiesDoNotClose) {
