@@ -274,7 +274,7 @@ CheckOutcome lookAtPhases(CheckedCase& checked) {
 std::optional<CheckFinding> lookAtInput(CheckedCase& checked, const FeedInput& input) {
     const auto runAt = [&](double part) {
         return checked.trials.run(withChange(checked.flowsheet, input, part),
-                                  input.name + " changed by " + shortNumber(part, 1));
+                                  input.name + " changed by " + shortNumber(part, 4));
     };
     std::array<Trial, noiseChanges.size()> changed;
     for (std::size_t i = 0; i < changed.size(); ++i) {

@@ -37,7 +37,7 @@ struct Smooth {
     /// The change between two points that it does not explain, in parts of the scale.
     double unexplained(const Point& from, const Point& to) const {
         const double change = to.trial.outputs.at(output).value - from.trial.outputs.at(output).value;
-        const double size = std::abs(change - (at(to.part) - at(from.part))) / scale;
+        const double size = (change - (at(to.part) - at(from.part))) / scale;
         return std::isfinite(size) ? size : 0;
     }
 };
@@ -69,9 +69,11 @@ std::optional<Jump> searchBracket(const Smooth& smooth, Point from, Point to,
         if (!middle.trial.succeeded)
             return std::nullopt;
         const double first = smooth.unexplained(from, middle), second = smooth.unexplained(middle, to);
-        (first > second ? to : from) = std::move(middle);
-        size = std::max(first, second);
-        if (size < leastJump)
+        const bool isInFirst = std::abs(first) > std::abs(second);
+        (isInFirst ? to : from) = std::move(middle);
+        size = std::abs(isInFirst ? first : second);
+        // The halves of a smooth bracket differ by little soon.
+        if ((smooth.isFlat() ? size : std::abs(first - second)) < leastJump)
             return std::nullopt;
         if (i + 1 == firstHalvings)
             sizeBefore = size;
@@ -81,21 +83,35 @@ std::optional<Jump> searchBracket(const Smooth& smooth, Point from, Point to,
     return Jump{from.trial.outputs.at(smooth.output).name, size, to.part};
 }
 
+/// How much speaks for a jump of the output between the unchanged input and a wide change of it, in parts of
+/// the scale: what half of that change does beyond the curve that goes through both wide changes, too.
+double suspicion(const Smooth& smooth, const Point& base, const Point& half, const Point& wide,
+                 const Point& opposite) {
+    const double here = smooth.unexplained(base, wide), there = smooth.unexplained(base, opposite);
+    if (smooth.isFlat())
+        return std::abs(here);
+    const double cubic = (here - there) / 2, quartic = (here + there) / 2;
+    return std::abs(smooth.unexplained(base, half) - (cubic / 8 + quartic / 16));
+}
+
 } // namespace
 
 std::optional<Jump> findJump(const Trial& unchanged, const Trial& up, const Trial& down,
                              const std::function<Trial(double)>& runAt) {
     const Point base{0, unchanged};
-    for (const double part : {wideChange, -wideChange}) {
-        const Point wide{part, runAt(part)};
-        if (!wide.trial.succeeded)
+    const Point above{wideChange, runAt(wideChange)}, below{-wideChange, runAt(-wideChange)};
+    if (!above.trial.succeeded || !below.trial.succeeded)
+        return std::nullopt;
+    for (const auto& [wide, opposite] : {std::pair(&above, &below), std::pair(&below, &above)}) {
+        const Point half{wide->part / 2, runAt(wide->part / 2)};
+        if (!half.trial.succeeded)
             continue;
         // First of all an output that small changes leave alone.
         std::optional<Smooth> suspect;
         std::pair<bool, double> rank{false, 0};
         for (std::size_t i = 0; i < unchanged.outputs.size(); ++i) {
-            const Smooth smooth = throughNeighbours(i, unchanged, up, down, wide.trial);
-            const double size = smooth.unexplained(base, wide);
+            const Smooth smooth = throughNeighbours(i, unchanged, up, down, wide->trial);
+            const double size = suspicion(smooth, base, half, *wide, *opposite);
             if (size >= leastJump && std::pair(smooth.isFlat(), size) > rank) {
                 rank = {smooth.isFlat(), size};
                 suspect = smooth;
@@ -103,7 +119,7 @@ std::optional<Jump> findJump(const Trial& unchanged, const Trial& up, const Tria
         }
         if (!suspect)
             continue;
-        if (auto jump = searchBracket(*suspect, base, wide, runAt))
+        if (auto jump = searchBracket(*suspect, base, *wide, runAt))
             return jump;
     }
     return std::nullopt;

@@ -56,21 +56,18 @@ ExitCode finish(const CheckOptions& options, Json json, std::size_t findings) {
 /// The heartbeats between the parts of a line: the name of a check, and its outcome.
 class Heartbeats {
 public:
-    explicit Heartbeats(const CheckOptions& options) : hasLimit_(options.limit) {}
-
     /// On the watch's thread.
-    void print(const std::string& line) {
+    void print(const std::string& line, bool namesLimit) {
         if (!interruptedLine_.exchange(true))
             host::print(stdout, "\n");
         host::print(stderr,
-                    line + (hasLimit_ ? "" : "; --limit SECONDS stops a run that takes too long") + "\n");
+                    line + (namesLimit ? "; --limit SECONDS stops a run that takes too long" : "") + "\n");
     }
 
     /// Whether the line began in vain; asked once.
     bool interruptedLine() { return interruptedLine_.exchange(false); }
 
 private:
-    const bool hasLimit_;
     std::atomic<bool> interruptedLine_ = false;
 };
 
@@ -99,10 +96,14 @@ ExitCode checkCommand(const CheckOptions& options) {
     Case sources = flowsheet;
     if (!openModels(sources, error))
         return complain(calculationFailed, options.casePath + ": " + error);
-    Heartbeats heartbeats(options);
+    Heartbeats heartbeats;
+    constexpr std::chrono::seconds longRun(10);
     RunWatch watch({
         .limit = options.limit,
-        .beat = [&](const std::string& line) { heartbeats.print(line); },
+        .beat =
+            [&](const std::string& line) {
+                heartbeats.print(line, !options.limit && watch.runTime() >= longRun);
+            },
         // Matlab does not know of the stop request.
         .giveUp = [&](const RunWatch& stopped) { abandon(options, stopped); },
     });

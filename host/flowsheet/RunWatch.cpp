@@ -97,6 +97,12 @@ std::string RunWatch::unit() const {
     return unit_;
 }
 
+std::chrono::seconds RunWatch::runTime() const {
+    const std::lock_guard guard(lock_);
+    return std::chrono::duration_cast<std::chrono::seconds>(runStart_ ? Clock::now() - *runStart_
+                                                                      : Clock::duration());
+}
+
 void RunWatch::postponeBeat() {
     const std::lock_guard guard(lock_);
     nextBeat_ = Clock::now() + settings_.heartbeat;

@@ -58,6 +58,8 @@ public:
     std::string place() const;
     /// The unit that runs. Empty before the first.
     std::string unit() const;
+    /// Since the run began; 0 between runs.
+    std::chrono::seconds runTime() const;
     /// The user has just seen how far the run is: the next heartbeat is a whole interval away.
     void postponeBeat();
 
