@@ -52,11 +52,11 @@ MISTAKES = {
     ("compressor", "case.json"): [
         ('"5 bar"', "5", 'warning: K1, parameter outlet pressure: the value, 5, has no unit'),
         ('"5 bar", "dimensionality": "Pa"', '"5 bar"',
-         'error: case.json: model.parameters["outlet pressure"].value: "5 bar" has the wrong dimension'),
+         'error: case.json: model.parameters["outlet pressure"].value: "5 bar" has a unit, but the quantity has no dimension'),
         ('"25 degC"', "25", 'warning: K1, stream Suction: the temperature, 25, has no unit and is read as 25 K'),
         ('"25 degC"', '"25 C"',
          'error: case.json: feeds["Suction"].temperature: "25 C" has an unknown unit; did you mean "degC"?'),
-        ('"1000 kmol/h"', '"1000"', 'error: case.json: feeds["Suction"].flow: "1000" is not a number with a unit'),
+        ('"1000 kmol/h"', '"1000"', 'error: case.json: feeds["Suction"].flow: "1000" has no unit'),
         ("0.75,", '"0,75",', 'error: case.json: model.parameters["efficiency"].value: "0,75" has a comma'),
         ("0.75,", "75,", 'error: case.json: model.parameters["efficiency"].value: the value lies above the maximum, 1'),
         ('"products": ["Discharge"],', '"products": ["Discharge",],', "error: case.json:8:28: syntax error: remove the comma"),
