@@ -152,7 +152,7 @@ TEST(OctaveErrors, haveTheirPlaceInTheUsersFiles) {
         {"x = nosuch;\n%{\nnosuch\n", "'nosuch' undefined in line 1", {"", 1, 5}},
         {"% don’t\ns = 'a–b'; disp(“it's”);",
          "a typographic quote (U+201C) in line 2; write \"",
-         {"", 2, 19}},
+         {"", 2, 17}},
         {"x = 3 \xe2\x88\x92 2;", "a typographic dash (U+2212) in line 1; write -", {"", 1, 7}},
         {"x =\xc2\xa0 3;", "a non-breaking space (U+00A0) in line 1; write a blank", {"", 1, 4}},
         {"x = 3;\xe2\x80\x8b", "an invisible character (U+200B) in line 1; remove it", {"", 1, 7}},
