@@ -1,6 +1,7 @@
 #include "Flowsheet.h"
 
 #include "ParameterCalls.h"
+#include "ProductFailure.h"
 #include "Recycles.h"
 #include "Reentry.h"
 #include "UnitCalls.h"
@@ -128,6 +129,8 @@ bool Flowsheet::run(RunResults& results, std::string& error, RunWatch* watch) {
     script = findScriptError(case_, results);
     if (script)
         addHint(results.failure->unit, results, script->message);
+    else
+        addProductPlace(case_, *results.failure, error);
     if (watch && watch->isStopRequested()) {
         // Of what the stop made fail, only the place matters.
         results.fault = Fault::calculation;

@@ -109,7 +109,8 @@ struct LogLine {
     std::string text;
 };
 
-/// The error that ended a unit's script. Lines and columns are counted from 1.
+/// The place in a unit's script that made the unit fail: where an error ended it, or where it sets a product
+/// that could not be flashed. Lines and columns are counted from 1.
 struct ScriptError {
     /// The script's file, or an additional file; "script" for one without a file of its own.
     std::string file;

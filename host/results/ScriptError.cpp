@@ -1,7 +1,6 @@
 #include "ScriptError.h"
 
 #include "cases/FilePath.h"
-#include "channel/ErrorStack.h"
 
 #include <algorithm>
 #include <array>
@@ -97,18 +96,19 @@ std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResul
         return std::nullopt;
     const auto* model = std::get_if<UnitModel>(
         &flowsheet.units.at(static_cast<std::size_t>(unit - results.units.begin())).model);
-    const auto errorAt = [&](const ErrorPlace& place) {
-        ScriptError one{place.isInScript() ? "script" : place.file, {}, place.line, place.column, {}};
-        if (const ModelFile* file = model ? fileOf(*model, place) : nullptr; file && !file->name.empty()) {
-            one.file = file->name;
-            one.path = file->path.empty() ? "" : pathFromHere(file->path);
-        }
-        return one;
-    };
-    ScriptError error = errorAt(stack.front());
+    ScriptError error = scriptErrorAt(model, stack.front());
     error.message = messageIn(output->text);
     for (const ErrorPlace& caller : std::span(stack).subspan(1))
-        error.callers.push_back(placeText(errorAt(caller)));
+        error.callers.push_back(placeText(scriptErrorAt(model, caller)));
+    return error;
+}
+
+ScriptError scriptErrorAt(const UnitModel* model, const ErrorPlace& place) {
+    ScriptError error{place.isInScript() ? "script" : place.file, {}, place.line, place.column, {}};
+    if (const ModelFile* file = model ? fileOf(*model, place) : nullptr; file && !file->name.empty()) {
+        error.file = file->name;
+        error.path = file->path.empty() ? "" : pathFromHere(file->path);
+    }
     return error;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RunResults.h"
+#include "channel/ErrorStack.h"
 
 #include <optional>
 #include <string>
@@ -11,6 +12,9 @@ namespace solvane::host {
 /// The error in the script of the unit that failed, from what the script printed. Nothing if the unit failed
 /// otherwise, or if the engine does not print where, as Matlab.
 std::optional<ScriptError> findScriptError(const Case& flowsheet, const RunResults& results);
+
+/// The place in the model's file, without a message. The model is null if it is not known.
+ScriptError scriptErrorAt(const UnitModel* model, const ErrorPlace& place);
 
 /// Whether the unit reports that its script came to its end, as after any error in it; false if Matlab never
 /// ran it, or was lost.

@@ -303,6 +303,14 @@ cd (folder);
 errors = expect_failure (1, 'Calculate failed at tidy.m:2:9', 'run', 'wrong.json');
 cd (back);
 expect_text (errors, "Report: Matlab Output\nreads\n\ntidy.m:2:9: 'nosuch' undefined\n    called from calls.m:3:5\nerror: ");
+% A product that cannot be flashed has the line that sets it, or those that may.
+product = @(number) ["T = getFeedProp(1, 'temperature'); z = getFeedProp(1, 'fraction');\n% setProduct(1, 0, z)\n" ...
+                     "i = 1;\nsetProduct(" number ", 1, z, 'temperature', T, 'pressure', 1e5 + 1e12 * (i == 1));\n"];
+write (file ('calls.m'), [product('1') "setProduct(2, 1, z, 'temperature', T, 'pressure', 1e5);\n"]);
+errors = expect_failure (1, '/calls.m:4: Failed to flash product 1 (', 'run', file ('wrong.json'));
+expect_text (errors, 'Calculate failed at ');
+write (file ('calls.m'), [product('i') "setProduct(i + 1, 1, z, 'temperature', T, 'pressure', 1e5);\n"]);
+expect_failure (1, '/calls.m:5', 'run', file ('wrong.json'));
 % What an endless loop prints is cut in the middle.
 write (file ('calls.m'), "for i = 1:1e6, disp(i); end\nnosuch\n");
 errors = expect_failure (1, "Report: Matlab Output\n1\n2\n", 'run', file ('wrong.json'), '--json', file ('long.json'));
