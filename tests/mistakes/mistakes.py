@@ -50,7 +50,7 @@ MISTAKES = {
         ("F * (h2 - h1));\n", "F * (h2 - h1) / 1000);\n",
          "warning: K1, parameter power: the enthalpies change by 1.7486e+06 W"),
         ("P2, 'enthalpy', h2);", "P2, 'enthalpy', h2 * 1000);",
-         "error: case.json: Calculate failed: Failed to flash product 1 (Discharge): The flash failed: the enthalpy 6.27294e+06"),
+         "compressor.m:10: Failed to flash product 1 (Discharge): The flash failed: the enthalpy 6.27294e+06"),
         ("P2, 'enthalpy', h2);", "P2, 'temperature', 173);",
          "warning: K1, stream Discharge: the temperature is 173 K, but the unit's enthalpies balance at 446.15 K"),
         ("/ eta;", "/ eta / 1000;", "warning: K1, balance: the entropy falls by 3685.98 W/K, although the unit"),
