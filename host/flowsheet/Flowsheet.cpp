@@ -8,11 +8,11 @@
 #include "WorkerThread.h"
 #include "results/Abridged.h"
 #include "results/Balances.h"
-#include "results/FailureHint.h"
-#include "results/PlainNumbers.h"
 #include "results/ScriptError.h"
-#include "results/Warnings.h"
 #include "script/ScriptStatements.h"
+#include "warnings/FailureHint.h"
+#include "warnings/PlainNumbers.h"
+#include "warnings/Warnings.h"
 
 #include <algorithm>
 #include <chrono>

@@ -6,7 +6,6 @@
 
 #include <limits>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -82,15 +81,6 @@ struct Balance {
     bool reacts = false; ///< conserves the mass, but not the moles of each compound
     std::vector<ElementFlow> elements{};
     Flows entropy{}; ///< W/K, without those of formation
-};
-
-/// A calculated unit with what goes in and out.
-struct UnitReview {
-    const UnitResult& unit;
-    const Balance& balance;
-    std::span<const Compound* const> compounds; ///< in the order of the streams' fractions
-    std::span<const StreamResult* const> feeds;
-    std::span<const StreamResult* const> products;
 };
 
 /// An implausible result.

@@ -1,13 +1,13 @@
 #include "Warnings.h"
 
-#include "Balances.h"
 #include "EnthalpyWarnings.h"
 #include "EntropyWarnings.h"
 #include "MassWarnings.h"
 #include "MeantTemperatures.h"
-#include "ScriptError.h"
 #include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
+#include "results/Balances.h"
+#include "results/ScriptError.h"
 #include "thermo/IdealGas.h"
 
 #include <algorithm>

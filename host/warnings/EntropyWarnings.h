@@ -1,7 +1,7 @@
 /// What no unit can do without giving off heat.
 #pragma once
 
-#include "RunResults.h"
+#include "UnitReview.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 #include "EntropyWarnings.h"
 
-#include "Balances.h"
 #include "MixtureEnthalpy.h"
 #include "Powers.h"
 #include "cases/NumberText.h"
+#include "results/Balances.h"
 #include "thermo/IdealGas.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "EnthalpyWarnings.h"
 
-#include "Balances.h"
 #include "Powers.h"
+#include "results/Balances.h"
 
 #include <algorithm>
 #include <array>

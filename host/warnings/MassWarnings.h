@@ -1,7 +1,7 @@
 /// What a wrong balance of masses has for its cause.
 #pragma once
 
-#include "RunResults.h"
+#include "results/RunResults.h"
 
 #include <span>
 #include <string>

@@ -1,7 +1,7 @@
 /// Products whose temperature is not the one with which the unit's enthalpies balance.
 #pragma once
 
-#include "RunResults.h"
+#include "UnitReview.h"
 
 #include <vector>
 

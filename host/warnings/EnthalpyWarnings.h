@@ -1,7 +1,7 @@
 /// Why the enthalpies of a unit do not close.
 #pragma once
 
-#include "RunResults.h"
+#include "UnitReview.h"
 
 #include <vector>
 

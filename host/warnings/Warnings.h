@@ -1,7 +1,7 @@
 /// What a user should check although the run succeeded.
 #pragma once
 
-#include "RunResults.h"
+#include "UnitReview.h"
 
 namespace solvane::host {
 

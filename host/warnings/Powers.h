@@ -2,7 +2,7 @@
 /// given off.
 #pragma once
 
-#include "RunResults.h"
+#include "results/RunResults.h"
 
 #include <span>
 #include <string_view>

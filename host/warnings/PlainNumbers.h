@@ -1,7 +1,7 @@
 /// Numbers that a case states without a unit, and that look like those of another unit.
 #pragma once
 
-#include "RunResults.h"
+#include "results/RunResults.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #include "MassWarnings.h"
 
-#include "Balances.h"
+#include "results/Balances.h"
 
 #include <array>
 #include <cmath>

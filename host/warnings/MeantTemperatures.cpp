@@ -1,10 +1,10 @@
 #include "MeantTemperatures.h"
 
-#include "Balances.h"
 #include "MixtureEnthalpy.h"
 #include "Powers.h"
 #include "cases/NumberText.h"
 #include "cases/UnitOfMeasure.h"
+#include "results/Balances.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RunResults.h"
+#include "results/RunResults.h"
 
 #include <string>
 #include <string_view>

@@ -1,0 +1,361 @@
+#include "warnings/Warnings.h"
+#include "results/Balances.h"
+#include "results/ResultTables.h"
+#include "warnings/FailureHint.h"
+#include "warnings/MassWarnings.h"
+#include "warnings/MixtureEnthalpy.h"
+#include "warnings/PlainNumbers.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+
+namespace solvane::host {
+
+namespace {
+
+std::string textOf(const std::vector<Warning>& warnings) {
+    std::string text;
+    for (const Warning& warning : warnings)
+        text += warning.subject + ": " + warning.text;
+    return text;
+}
+
+TEST(Warnings, reportImplausibleResults) {
+    UnitResult unit{
+        .name = "Drum",
+        .parameters = {{.name = "T", .value = 260.0},
+                       {.name = "none", .isInput = false, .value = std::numeric_limits<double>::quiet_NaN()},
+                       {.name = "odd", .isInput = false}}};
+    const Balance lossy{"Drum", {2, 1}, {2, 1}, {0, 0}};
+    const StreamResult sound{"sound", 300, 1e5, 1, {0.25, 0.75}}, half{"half", 300, 1e5, 1, {0.25, 0.25}},
+        backwards{"backwards", 300, 1e5, -1, {1, 0}}, cold{"cold", 100, 1e5, 0, {1, 0}},
+        bar{"bar", 300, 20, 1, {1, 0}};
+    std::vector<Warning> warnings;
+    const UnitResult drum{.name = "Drum"};
+    const Balance none;
+    addWarnings({unit, lossy, {}, std::array{&sound}, std::array{&sound, &backwards, &cold, &bar}}, warnings);
+    addWarnings({drum, none, {}, {}, std::array{&bar}}, warnings);
+    addWarnings({drum, lossy, {}, std::array{&sound}, std::array{&sound, &half}}, warnings);
+    EXPECT_EQ(warningLines(warnings),
+              "warning: Drum, stream backwards: the flow, -1 mol/s, must not be negative; let the script "
+              "refuse what makes it "
+              "negative, by error\n"
+              "warning: Drum, stream cold: the temperature, 100 K, lies outside 150 to 1500 K, the range "
+              "of the package's heat capacities; temperatures are in K\n"
+              "warning: Drum, stream bar: the pressure, 20 Pa, lies far below that of the feeds, 100000 Pa; "
+              "pressures are in Pa: 1 bar is 1e5 Pa\n"
+              "warning: Drum, parameter none: the output has no value: the script never set it, or set it to "
+              "NaN; call "
+              "setParameter for "
+              "it, or remove it\n"
+              "warning: Drum, parameter odd: the output has no value: the script never set it, or set it to "
+              "NaN; call "
+              "setParameter for "
+              "it, or remove it\n"
+              "warning: Drum, balance: 2 kg/s go in and 1 kg/s come out; compare the script's balance "
+              "with its equations\n"
+              "warning: Drum, stream half: the mole fractions sum to 0.5, not to 1; divide the composition "
+              "by its sum: x/sum(x)\n");
+
+    // A product at the temperature or pressure of a parameter that is warned of.
+    warnings = {{"Drum", "parameter P", "no unit"}};
+    unit = {.name = "Drum", .parameters = {{.name = "P", .value = 20.0}, {.name = "T", .value = 100.0}}};
+    addWarnings({unit, none, {}, std::array{&sound}, std::array{&cold, &bar}}, warnings);
+    ASSERT_EQ(warnings.size(), 2u);
+    EXPECT_EQ(warnings[1].subject, "stream cold");
+
+    warnings.clear();
+    const Balance alchemy{
+        .unit = "R", .mass = {2, 2}, .reacts = true, .elements = {{"C", {1, 1}}, {"H", {2, 3}}}};
+    addWarnings({drum, alchemy, {}, std::array{&sound}, std::array{&sound}}, warnings);
+    EXPECT_EQ(warningLines(warnings),
+              "warning: Drum, balance: 2 mol/s of H go in and 3 mol/s come out; compare the "
+              "script's balance with its equations\n");
+}
+
+TEST(Warnings, nameFeedsThatLookLikeThoseOfAnotherUnit) {
+    Case flowsheet;
+    flowsheet.feeds = {
+        {.name = "bar", .temperature = 25.5, .pressure = 12},
+        {.name = "stated", .temperature = 25, .pressure = 12, .temperatureUnit = "K", .pressureUnit = "Pa"},
+        {.name = "usual", .pressure = 1e3, .vaporFraction = 1},
+        {.name = "unused", .pressure = 1, .vaporFraction = 1}};
+    flowsheet.units = {
+        {.name = "Drum", .feeds = {{"1", "bar"}, {"2", "stated"}, {"3", "usual"}, {"4", "tear"}}}};
+    std::vector<Warning> warnings;
+    addFeedWarnings(flowsheet, warnings);
+    EXPECT_EQ(
+        warningLines(warnings),
+        "warning: Drum, stream bar: the temperature, 25.5, has no unit and is read as 25.5 K; state its "
+        "unit, as in \"25.5 degC\"\n"
+        "warning: Drum, stream bar: the pressure, 12, has no unit and is read as 12 Pa; state its unit, as "
+        "in "
+        "\"12 bar\"\n"
+        "warning: stream unused: it feeds no unit; connect it to a port, or remove it\n");
+}
+
+TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
+    const std::vector<double> kelvin{0, 0, 0, 0, 1}, pascal{-1, 1, -2};
+    UnitCase unit{.name = "Drum"};
+    UnitModel& model = unit.model.emplace<UnitModel>();
+    UnitResult result{.name = "Drum"};
+    const auto add = [&](const char* name, double value, const std::vector<double>& dimensionality,
+                         bool isPlainNumber = true) {
+        model.parameters.push_back(
+            {.name = name, .value = value, .dimensionality = dimensionality, .isPlainNumber = isPlainNumber});
+        result.parameters.push_back(model.parameters.back());
+    };
+    add("outlet pressure", 5, pascal);
+    add("Temperature of the drum", 80, kelvin);
+    add("T2", -20, kelvin);
+    add("pressure", 200, pascal, false); // "2 mbar"
+    add("pressure drop", 5, pascal);
+    add("temperature approach", 10, kelvin);
+    add("pressure of the jacket", 0, pascal);
+    add("pinch", 10, kelvin);
+    add("pressure ratio", 3, {});
+    add("given temperature", 350, kelvin);
+    add("given pressure", 1e5, pascal);
+    unit.parameters = {{"Given Temperature", std::string("80 K")}, {"given pressure", 500.0, true}};
+    result.parameters[9].value = 80.0;
+    result.parameters[10].value = 500.0;
+    result.parameters.push_back(
+        {.name = "temperature", .isInput = false, .value = 5.0, .dimensionality = kelvin});
+    std::vector<Warning> warnings;
+    addParameterWarnings(unit, result, warnings);
+    std::vector<std::string> texts;
+    for (const Warning& warning : warnings)
+        texts.push_back(warning.subject + ": " + warning.text + "; " + warning.remedy);
+    EXPECT_EQ(texts,
+              (std::vector<std::string>{
+                  "parameter outlet pressure: the value, 5, has no unit and is read as 5 Pa; state its "
+                  "unit, as in \"5 bar\"",
+                  "parameter Temperature of the drum: the value, 80, has no unit and is read as 80 K; "
+                  "state its unit, as in \"80 degC\"",
+                  "parameter T2: the value, -20, has no unit and is read as -20 K; state its unit, as in "
+                  "\"-20 degC\"",
+                  "parameter given pressure: the value, 500, has no unit and is read as 500 Pa; state its "
+                  "unit, as in \"500 bar\" or \"500 kPa\""}));
+}
+
+TEST(Warnings, sayWhyEnthalpiesDoNotClose) {
+    const std::vector<double> power{2, 1, -3};
+    const StreamResult stream{"s", 300, 1e5, 1, {1}};
+    struct Row {
+        bool reacts;
+        Flows sensible;
+        Flows enthalpy;
+        std::optional<double> duty; // a parameter, W
+        const char* warning;
+    };
+    const char* const leftOut = "balance: the enthalpies close without those of formation only: the heat of "
+                                "reaction, -40000 W, is left out";
+    const Row rows[] = {
+        {true, {9e4, 9e4}, {-3e6, -3.04e6}, {}, leftOut},
+        {true, {9e4, 13e4}, {-3e6, -3e6}, {}, ""},    // adiabatic
+        {true, {9e4, 10e4}, {-3e6, -3.03e6}, {}, ""}, // cooled by what no parameter shows
+        {true, {9e4, 9e4}, {-3e6, -3.04e6}, 4e4, ""}, // cooled to unchanged enthalpies
+        {true,
+         {9e4, 9e4 - 5e3},
+         {-3e6, -3.045e6},
+         -5e3,
+         "parameter duty: the enthalpies change by this value without those of formation, and by -45000 W "
+         "with them"},
+        {true, {9e4, 9e4 - 5e3}, {-3e6, -3.045e6}, -45e3, ""},
+        {true,
+         {9e4, 9e4 + 41},
+         {-3e6, -3.04e6 + 41},
+         {},
+         "balance: the enthalpies without those of formation change by 41 W, a thousandth of the heat of "
+         "reaction, -40000 W"},
+        {false,
+         {1e5, 1.5e5},
+         {1e5, 1.5e5},
+         50.0,
+         "parameter duty: the enthalpies change by 50000 W, a thousand times this value"},
+        {false,
+         {1e5, 1e5 + 50},
+         {1e5, 1e5 + 50},
+         -5e4,
+         "parameter duty: the enthalpies change by 50 W, a thousandth of this value"},
+        {false, {1e5, 1.5e5}, {1e5, 1.5e5}, 5e4, ""},
+        {false, {1e5, 1.5e5}, {1e5, 1.5e5}, 48.0, ""},
+        {false, {1e5, 1e5}, {1e5, 1e5}, 0.0, ""},
+    };
+    for (const Row& row : rows) {
+        UnitResult unit{.name = "R"};
+        if (row.duty)
+            unit.parameters.push_back({.name = "duty", .value = *row.duty, .dimensionality = power});
+        const Balance balance{
+            .mass = {2, 2}, .enthalpy = row.enthalpy, .sensible = row.sensible, .reacts = row.reacts};
+        std::vector<Warning> warnings;
+        addWarnings({unit, balance, {}, std::array{&stream}, std::array{&stream}}, warnings);
+        EXPECT_EQ(textOf(warnings), row.warning);
+    }
+}
+
+TEST(Warnings, nameOutputsThatContradictTheEnthalpies) {
+    const std::vector<double> power{2, 1, -3};
+    const StreamResult cold{"cold", 300, 1e5, 1, {1}}, warm{"warm", 350, 1e5, 1, {1}, 1, 5e5};
+    struct Row {
+        std::vector<std::pair<const char*, double>> outputs; // W
+        double gain;
+        const char* warning;
+    };
+    const Row rows[] = {
+        {{{"power", 1.7e6}},
+         -1.5e6,
+         "parameter power: the enthalpies change by -1.5e+06 W, not by this value, 1.7e+06 W"},
+        {{{"duty", 0}}, 1e6, "parameter duty: the enthalpies change by 1e+06 W, not by this value, 0 W"},
+        {{{"duty", 1.2e6}},
+         1e6,
+         "parameter duty: the enthalpies change by 1e+06 W, not by this value, 1.2e+06 W"},
+        {{{"shaft power", 1.2e6}}, 1e6, ""}, // losses of the driver
+        {{{"shaft power", 0.8e6}}, -1e6, ""},
+        {{{"shaft power", 0.8e6}},
+         1e6,
+         "parameter shaft power: the enthalpies change by 1e+06 W, not by this value, 800000 W"},
+        {{{"condenser duty", 3e6}, {"reboiler duty", 4e6}}, 1e6, ""},
+        {{{"condenser duty", 3e6}, {"reboiler duty", 4.5e6}},
+         1e6,
+         "balance: the enthalpies change by 1e+06 W, which is no sum of the outputs in W: condenser duty "
+         "3e+06 W, reboiler duty 4.5e+06 W"},
+        {{{"Heat of reaction", 2e6}}, 1e6, ""},
+        {{{"duty", 5e5}}, -1e4, ""}, // from stream to stream
+        {{{"duty", 5e5}}, 1, ""},
+        {{}, 1e6, ""},
+    };
+    for (const Row& row : rows) {
+        UnitResult unit{.name = "R"};
+        for (const auto& [name, value] : row.outputs)
+            unit.parameters.push_back(
+                {.name = name, .isInput = false, .value = value, .dimensionality = power});
+        const Balance balance{.mass = {2, 2}, .enthalpy = {0, row.gain}, .sensible = {0, row.gain}};
+        std::vector<Warning> warnings;
+        addWarnings({unit, balance, {}, std::array{&cold}, std::array{&warm}}, warnings);
+        EXPECT_EQ(textOf(warnings), row.warning);
+    }
+}
+
+/// Nitrogen at 10 mol/s.
+class NitrogenUnit : public ::testing::Test {
+protected:
+    static StreamResult stream(const char* name, double temperature, double pressure = 1e5) {
+        StreamResult result{name, temperature, pressure, 10, {1}, 1};
+        const auto molar = [&](PhaseProperty property) {
+            return *mixtureEnthalpy(compounds, result.fraction, pressure,
+                                    {FlashVariable::temperature, temperature}, property);
+        };
+        result.enthalpy = molar(PhaseProperty::enthalpy);
+        result.entropy = molar(PhaseProperty::entropy);
+        result.massFlow = 10 * molarMass(compounds, result.fraction);
+        return result;
+    }
+
+    void addOutput(const char* name, double value, std::vector<double> dimensionality) {
+        unit.parameters.push_back(
+            {.name = name, .isInput = false, .value = value, .dimensionality = std::move(dimensionality)});
+    }
+
+    std::string warningsOf(const StreamResult& feed, const StreamResult& product) const {
+        const Balance balance = balanceOf("N", compounds, std::array{&feed}, std::array{&product});
+        std::vector<Warning> warnings;
+        addWarnings({unit, balance, compounds, std::array{&feed}, std::array{&product}}, warnings);
+        return textOf(warnings);
+    }
+
+    static inline const std::array compounds{findCompound("nitrogen")};
+    const std::vector<double> kelvin{0, 0, 0, 0, 1}, power{2, 1, -3};
+    UnitResult unit{.name = "N"};
+};
+
+TEST_F(NitrogenUnit, nameTheTemperatureAtWhichEnthalpiesBalance) {
+    EXPECT_EQ(warningsOf(stream("in", 450), stream("out", 176.9)),
+              "stream out: the temperature is 176.9 K, but the unit's enthalpies balance at 450.05 K");
+    EXPECT_EQ(warningsOf(stream("in", 300), stream("out", 573.15)),
+              "stream out: the temperature is 573.15 K, but the unit's enthalpies balance at 300 K");
+    EXPECT_EQ(warningsOf(stream("in", 300), stream("out", 200)), "");
+    const StreamResult in = stream("in", 300), meant = stream("out", 500), warm = stream("out", 370);
+    addOutput("power", 10 * (meant.enthalpy - in.enthalpy), power);
+    EXPECT_EQ(warningsOf(in, meant), "");
+    EXPECT_EQ(warningsOf(in, stream("out", 227)),
+              "stream out: the temperature is 227 K, but the unit's enthalpies balance at 500.15 K");
+    EXPECT_THAT(warningsOf(in, warm), testing::StartsWith("parameter power: the enthalpies change by"));
+    addOutput("outlet temperature", 500, kelvin);
+    EXPECT_EQ(warningsOf(in, warm), "stream out: the temperature is 370 K, but the unit's enthalpies balance "
+                                    "at 500 K, the value of parameter outlet temperature");
+}
+
+TEST_F(NitrogenUnit, warnOfEntropyThatFallsWithoutCooling) {
+    const StreamResult in = stream("in", 300);
+    const auto with = [&](const char* name, const StreamResult& out) {
+        unit.parameters.clear();
+        addOutput(name, 10 * (out.enthalpy - in.enthalpy), power);
+        return warningsOf(in, out);
+    };
+    const auto fall = testing::StartsWith("balance: the entropy falls by ");
+    EXPECT_EQ(with("power", stream("out", 400, 5e5)),
+              "balance: the entropy falls by 50.1418 W/K, although the unit gives off no heat: at this "
+              "pressure of the product the gain in enthalpy is 50949.5 W or more, not 29083.9 W");
+    EXPECT_THAT(with("Duty", stream("out", 400, 5e5)), fall);
+    EXPECT_EQ(with("power", stream("out", 480, 5e5)), "");
+    EXPECT_THAT(with("power", stream("out", 200, 5e4)), fall);
+    EXPECT_EQ(with("Duty", stream("out", 200, 5e4)), ""); // gives off heat
+    const StreamResult cooled = stream("out", 310, 5e5);
+    unit.parameters.clear();
+    addOutput("power", 10 * (cooled.enthalpy - in.enthalpy) + 2e4, power);
+    addOutput("cooling", 2e4, power);
+    EXPECT_EQ(warningsOf(in, cooled), "");
+    unit.parameters.clear();
+    EXPECT_EQ(warningsOf(in, stream("out", 400, 5e5)), ""); // may be cooled
+    const StreamResult high = stream("high", 300, 5e5);
+    StreamResult throttled = in;
+    throttled.enthalpy = high.enthalpy;
+    EXPECT_EQ(warningsOf(high, throttled), "");
+    EXPECT_THAT(warningsOf(throttled, high), testing::StartsWith("balance: the entropy falls by 13"));
+}
+
+TEST(Warnings, nameTheUnitOfAFlowThatIsOffByItsFactor) {
+    const StreamResult small{"small", 300, 1e5, 30, {1}, 0, 0, 0, 0.6};
+    struct Row {
+        double flow;
+        const char* remedy;
+    };
+    const Row rows[] = {
+        {252, "the flow of stream large looks like one in kmol/h: flows are in mol/s"},
+        {1.4, "the flow of stream large looks like one in kg/s: flows are in mol/s"},
+        {5.04, "the flow of stream large looks like one in t/h: flows are in mol/s"},
+        {69, "compare the script's balance with its equations"},
+    };
+    for (const Row& row : rows) {
+        const StreamResult large{"large", 300, 1e5, row.flow, {1}, 0, 0, 0, 0.02 * row.flow};
+        const Balance balance{.mass = {2, 0.6 + 0.02 * row.flow}};
+        EXPECT_EQ(massRemedy(balance, std::array{&small, &large}), row.remedy);
+    }
+    EXPECT_EQ(massRemedy({.mass = {2, 1}, .elements = {{"C", {1, 1}}, {"H", {4, 2}}, {"N", {0, 0}}}}, {}),
+              "the balance is open in H only: compare the script's balance with its equations");
+}
+
+TEST(FailureHints, nameWhatAnEnthalpyOutOfRangeIs) {
+    const std::vector<StreamResult> streams{{"in", 300, 2e5, 1, {1}, 1, 10337.63, -110345.6}};
+    const UnitResult unit{.name = "U",
+                          .parameters = {{.name = "P", .value = 5e5, .dimensionality = {-1, 1, -2}}}};
+    const auto hint = [&](const char* enthalpy) {
+        return failureHint("The flash failed: the " + std::string(enthalpy) +
+                               " at 100000 Pa lies outside -18304.9 to 223208, the values from 50 K (J/mol)",
+                           streams, unit);
+    };
+    EXPECT_THAT(hint("enthalpyF 10337.6"), testing::StartsWith("stream in has this 'enthalpy'"));
+    EXPECT_THAT(hint("enthalpy -110346"), testing::StartsWith("stream in has this 'enthalpyF'"));
+    EXPECT_THAT(hint("enthalpy 500000"), testing::StartsWith("this value is a pressure"));
+    EXPECT_THAT(hint("enthalpy 6.27294e+06"), testing::StartsWith("a thousandth lies within"));
+    EXPECT_EQ(hint("enthalpy 6.27294e+09"), "");
+    EXPECT_EQ(failureHint("the temperature 3 lies outside 50 to 3000 K", streams, unit), "");
+}
+
+} // namespace
+
+} // namespace solvane::host
