@@ -77,6 +77,7 @@ Optional keys: unit, generation, profile, model, parameters, tear, convergence; 
 name, kind, mode, and for an input one of value and default.
 Values and bounds of a real parameter may have a unit, too: "value": "-13.15 degC".
 A dimensionality is an SI unit ("J/mol/K", "m3 s-1") or a list of exponents of m, kg, s, A, K, mol, cd, rad.
+A ninth exponent, 1, marks a difference, such as an approach of 10 K: [0, 0, 0, 0, 1, 0, 0, 0, 1].
 Paths are relative to the case file.
 Compounds: )";
 

@@ -16,7 +16,7 @@ constexpr std::array<std::string_view, 7> reservedFileNames{
     "calc.m", "unitCalc.m", "runUnit.m", "initRun.m", "report.txt", "unit.xml", "_unitOperationModel_.svm"};
 constexpr std::array<std::string_view, 1> reservedReports{"Matlab Output"};
 
-constexpr std::size_t mostExponents = 8;
+constexpr std::size_t mostExponents = 9; // with that which marks a difference
 
 template <class T>
 bool readAs(const CasePlace& place, ParameterValue& result) {
@@ -83,7 +83,7 @@ bool readMode(const CasePlace& parameter, bool& isInput) {
 bool readDimensionality(const CasePlace& place, std::vector<double>& exponents) {
     if (!place.value().is_string())
         return read(place, exponents) &&
-               (exponents.size() <= mostExponents || place.fail("there are more than 8 exponents"));
+               (exponents.size() <= mostExponents || place.fail("there are more than 9 exponents"));
     const auto parsed = parseUnit(place.value().get_ref<const std::string&>());
     if (!parsed || !parsed->isSi())
         return place.fail("the unit is unknown, or is not an SI unit; write SI units as \"J/mol/K\", or a "

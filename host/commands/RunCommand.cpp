@@ -37,7 +37,7 @@ void printConvergence(std::FILE* stream, const RunResults& results) {
 
 void printUnit(const UnitResult& unit, const Balance& balance, const TableUnits& units, bool verbose) {
     printTable(balanceTable(balance, units));
-    if (const std::string note = balanceNote(balance); !note.empty())
+    for (const std::string& note : balanceNotes(balance, unit, units))
         print(stdout, note + "\n");
     printTable(parameterTable(unit, units));
     for (const ReportResult& report : unit.reports)

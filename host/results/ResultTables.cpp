@@ -1,5 +1,6 @@
 #include "ResultTables.h"
 
+#include "Balances.h"
 #include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
 #include "cases/UnitOfMeasure.h"
@@ -84,9 +85,21 @@ Table balanceTable(const Balance& balance, const TableUnits& units) {
     return {lines, 2};
 }
 
-std::string balanceNote(const Balance& balance) {
-    return balance.reacts ? "The unit reacts: its enthalpies include those of formation, the streams' do not."
-                          : std::string();
+std::vector<std::string> balanceNotes(const Balance& balance, const UnitResult& unit,
+                                      const TableUnits& units) {
+    std::vector<std::string> notes;
+    if (balance.reacts)
+        notes.emplace_back(
+            "The unit reacts: its enthalpies include those of formation, the streams' do not.");
+    const auto power = parseUnit(units.power);
+    const bool isShown = std::ranges::any_of(unit.parameters, [&](const ModelParameter& parameter) {
+        return isSameDimension(parameter.dimensionality, power->exponents);
+    });
+    if (!isShown && !isKept(balance.enthalpy))
+        notes.push_back("The enthalpy changes by " +
+                        shortNumber(power->fromSi(balance.enthalpy.out - balance.enthalpy.in), 4) + " " +
+                        units.power + ", and no parameter in W shows this heat or power.");
+    return notes;
 }
 
 std::string subjectText(const Warning& warning) {

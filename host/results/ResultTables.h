@@ -19,8 +19,10 @@ Table phaseTable(const RunResults& results);
 /// instead of the moles.
 Table balanceTable(const Balance& balance, const TableUnits& units);
 
-/// What a reader must know to compare the balance with the table of the streams. May be empty.
-std::string balanceNote(const Balance& balance);
+/// What a reader must know to judge the balance, a line each: that it includes heats of formation, and that
+/// no parameter shows the heat or power which closes it.
+std::vector<std::string> balanceNotes(const Balance& balance, const UnitResult& unit,
+                                      const TableUnits& units);
 
 /// How the recycles converged, a line for each iteration.
 Table convergenceTable(const ConvergenceResult& convergence);

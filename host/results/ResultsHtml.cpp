@@ -55,8 +55,9 @@ std::string unitHtml(const UnitResult& unit, const RunResults& results, const Ta
         return html + element("p", "This unit was not calculated.");
     const auto balance = std::ranges::find(results.balances, unit.name, &Balance::unit);
     if (balance != results.balances.end()) {
-        const std::string note = balanceNote(*balance);
-        html += tableHtml(balanceTable(*balance, units)) + (note.empty() ? "" : element("p", note));
+        html += tableHtml(balanceTable(*balance, units));
+        for (const std::string& note : balanceNotes(*balance, unit, units))
+            html += element("p", note);
     }
     html += tableHtml(parameterTable(unit, units));
     for (const ReportResult& report : unit.reports)

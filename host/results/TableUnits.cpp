@@ -6,6 +6,16 @@
 
 namespace solvane::host {
 
+namespace {
+
+/// An absolute pressure may be meant, or a difference, which nothing marks.
+std::string withoutGauge(const std::string& unit) {
+    const bool isGauge = unit == "barg" || unit == "psig";
+    return isGauge ? unit.substr(0, unit.size() - 1) : unit;
+}
+
+} // namespace
+
 TableUnits unitsOfSystem(std::string_view system) {
     if (system == "si")
         return {"K", "Pa", "mol/s", "kg/s", "J/mol", "W"};
@@ -44,7 +54,7 @@ std::string unitOfParameter(const TableUnits& units, const std::vector<double>& 
     for (const auto& unit : {&TableUnits::temperature, &TableUnits::pressure, &TableUnits::flow,
                              &TableUnits::massFlow, &TableUnits::enthalpy, &TableUnits::power})
         if (isSameDimension(parseUnit(units.*unit)->exponents, dimensionality))
-            return units.*unit;
+            return withoutGauge(units.*unit);
     return si;
 }
 

@@ -17,10 +17,19 @@ struct Row {
     std::string_view hint;
 };
 
+constexpr std::string_view notListed = "a script finds the files that the model lists: under \"files\" in a "
+                                       "case, on the tab Files in the window";
+constexpr std::string_view noTables =
+    "Octave lacks it; csvread(file, rows, columns) or dlmread reads numbers here and in Matlab";
+
 constexpr std::array rows{
     Row{"Vapor phase not found for vapor phase flash constraint",
         "in setProduct, 'vaporFraction' must be the first condition, and the first phase a vapour; otherwise "
         "find the state by flashEquilibrium, and set its pressure and enthalpy"},
+    Row{"unable to find file", notListed},
+    Row{"unable to open file", notListed},
+    Row{"'readtable' undefined", noTables},
+    Row{"'readmatrix' undefined", noTables},
     Row{"; the unit has no such port", "the unit's feeds are those that the case lists under \"feeds\", its "
                                        "products those under \"products\""},
 };
@@ -61,7 +70,9 @@ std::string enthalpyHint(std::string_view message, const std::vector<StreamResul
     if (isPressure(value, streams, unit))
         return "this value is a pressure: each value follows its name, as in 'pressure', P, 'enthalpy', h";
     constexpr double thousand = 1000;
-    if (value / thousand >= least && value / thousand <= most)
+    const double farthest =
+        3 * std::max(std::abs(least), std::abs(most)); // zero lies within, and so do thousandths
+    if (std::abs(value) > farthest && value / thousand >= least && value / thousand <= most)
         return "a thousandth lies within: enthalpies are in J/mol, as all of the script's values";
     return {};
 }

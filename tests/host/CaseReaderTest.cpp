@@ -149,7 +149,7 @@ constexpr Fault faults[] = {
      "model.parameters[\"T\"].value: the value lies above the maximum, 500"},
     {"/model/parameters/0/dimensionality", "\"degC\"",
      "model.parameters[\"T\"].dimensionality: the unit is unknown"},
-    {"/model/parameters/4/dimensionality", "[0, 0, 0, 0, 0, 0, 0, 0, 1]", "there are more than 8 exponents"},
+    {"/model/parameters/4/dimensionality", "[0, 0, 0, 0, 1, 0, 0, 0, 1, 0]", "there are more than 9 exponents"},
     {"/model/parameters/1/value", "2.5", "model.parameters[\"n\"].value: expected a whole number"},
     {"/model/parameters/1/value", "3000000000", "model.parameters[\"n\"].value: expected a whole number"},
     {"/model/parameters/1/name", "\"t\"", "model.parameters[\"t\"]: the name \"t\" is already taken"},

@@ -175,9 +175,13 @@ TEST(Balances, coverMassMolesAndEnthalpy) {
     const StreamResult syngas{"in", 600, 1e5, 2, {0.5, 0.5, 0, 0}, 1, 1e3, -2e5};
     const StreamResult shifted{"out", 700, 1e5, 2, {0.25, 0.25, 0.25, 0.25}, 1, 9e3, -2e5 + 50};
     const StreamResult half{"half", 600, 1e5, 1, {0.5, 0.5, 0, 0}, 1, 1e3, -2e5};
+    UnitResult unit{.name = "R"};
     const auto table = [&](std::vector<const StreamResult*> products) {
         const Balance balance = balanceOf("R", compounds, std::array{&syngas}, products);
-        return columns(balanceTable(balance, TableUnits())) + balanceNote(balance);
+        std::string text = columns(balanceTable(balance, TableUnits()));
+        for (const std::string& note : balanceNotes(balance, unit, TableUnits()))
+            text += note + "\n";
+        return text;
     };
     EXPECT_EQ(table({&half, &half}), "Balance              in     out  out - in\n"
                                      "Mass      kg/s   0.0460  0.0460    0.0000\n"
@@ -190,7 +194,10 @@ TEST(Balances, coverMassMolesAndEnthalpy) {
               "C         mol/s     1.0000     1.0000    0.0000\n"
               "O         mol/s     2.0000     2.0000    0.0000\n"
               "H         mol/s     2.0000     2.0000    0.0000\n"
-              "The unit reacts: its enthalpies include those of formation, the streams' do not.");
+              "The unit reacts: its enthalpies include those of formation, the streams' do not.\n"
+              "The enthalpy changes by 0.1 kW, and no parameter in W shows this heat or power.\n");
+    unit.parameters = {{.name = "duty", .isInput = false, .dimensionality = {2, 1, -3}}};
+    EXPECT_THAT(table({&shifted}), testing::EndsWith("the streams' do not.\n"));
 }
 
 TEST(Abridged, keepsBothEndsOfWhatAnEndlessLoopPrints) {
@@ -253,13 +260,17 @@ TEST(ParameterTable, hasTheInputsFirstInUnitsOfTheTables) {
     unit.parameters.push_back(
         {.name = "approach", .value = 10.0, .dimensionality = {0, 0, 0, 0, 1, 0, 0, 0, 1}}); // a difference
     unit.parameters[0].dimensionality = {0, 0, 0, 0, 1};
-    EXPECT_EQ(columns(parameterTable(unit, unitsOfSystem("metric"))), "Parameter                  value\n"
-                                                                      "T          input   degC   -13.15\n"
-                                                                      "approach   input   K          10\n"
-                                                                      "duty       output  kW      -1500\n"
-                                                                      "none       output        not set\n"
-                                                                      "odd        output        not set\n"
-                                                                      "how        output           fast\n");
+    unit.parameters.push_back({.name = "drop", .value = 5e4, .dimensionality = {-1, 1, -2}});
+    TableUnits gauge = unitsOfSystem("metric");
+    gauge.pressure = "barg";
+    EXPECT_EQ(columns(parameterTable(unit, gauge)), "Parameter                  value\n"
+                                                    "T          input   degC   -13.15\n"
+                                                    "approach   input   K          10\n"
+                                                    "drop       input   bar       0.5\n"
+                                                    "duty       output  kW      -1500\n"
+                                                    "none       output        not set\n"
+                                                    "odd        output        not set\n"
+                                                    "how        output           fast\n");
 }
 
 } // namespace

@@ -353,6 +353,7 @@ TEST(FailureHints, nameWhatAnEnthalpyOutOfRangeIs) {
     EXPECT_THAT(hint("enthalpy 500000"), testing::StartsWith("this value is a pressure"));
     EXPECT_THAT(hint("enthalpy 6.27294e+06"), testing::StartsWith("a thousandth lies within"));
     EXPECT_EQ(hint("enthalpy 6.27294e+09"), "");
+    EXPECT_EQ(hint("enthalpy -220691"), "");
     EXPECT_EQ(failureHint("the temperature 3 lies outside 50 to 3000 K", streams, unit), "");
 }
 
