@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 
 namespace solvane::host {
@@ -58,6 +59,14 @@ bool read(const CasePlace& place, ParameterKind& result) {
         return place.fail("expected \"real\", \"integer\", \"boolean\" or \"string\"");
     result = known->kind;
     return true;
+}
+
+bool hasWord(std::string_view name, std::span<const std::string_view> words) {
+    const auto isSame = [](char any, char lower) {
+        return std::tolower(static_cast<unsigned char>(any)) == lower;
+    };
+    return std::ranges::any_of(
+        words, [&](std::string_view word) { return !std::ranges::search(name, word, isSame).empty(); });
 }
 
 std::string limitFault(const ModelParameter& parameter, const ParameterValue& value) {

@@ -3,6 +3,7 @@
 
 #include "CaseModel.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ bool isSet(const ModelParameter& parameter);
 
 /// Like the unit, ignores the case of letters.
 bool isSameName(std::string_view left, std::string_view right);
+
+/// Whether one of the words, in lower case, stands in the name.
+bool hasWord(std::string_view name, std::span<const std::string_view> words);
 
 /// The fault of a value of the parameter's kind: it lies beyond a bound or is not one of the options. Empty
 /// for a valid one.

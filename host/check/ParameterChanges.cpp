@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <string_view>
 
@@ -18,14 +17,6 @@ constexpr std::array factors{1.01, 2.0};
 /// Words in the names of parameters that steer a solver or bound a result.
 constexpr std::array<std::string_view, 10> withoutEffect{"tol",   "iter", "guess", "init", "start",
                                                          "limit", "max",  "min",   "step", "damp"};
-
-bool oftenHasNoEffect(std::string_view name) {
-    return std::ranges::any_of(withoutEffect, [&](std::string_view word) {
-        return !std::ranges::search(name, word, [](char any, char lower) {
-                    return std::tolower(static_cast<unsigned char>(any)) == lower;
-                }).empty();
-    });
-}
 
 bool chooses(const ModelParameter& parameter) {
     return parameter.isInput &&
@@ -50,7 +41,7 @@ std::vector<ParameterChange> parameterChanges(const Case& flowsheet, const std::
         for (const ModelParameter& parameter : units[unit].parameters) {
             const auto* value =
                 parameter.isInput && parameter.value ? std::get_if<double>(&*parameter.value) : nullptr;
-            if (!value || *value == 0 || !std::isfinite(*value) || oftenHasNoEffect(parameter.name))
+            if (!value || *value == 0 || !std::isfinite(*value) || hasWord(parameter.name, withoutEffect))
                 continue;
             ParameterChange change{
                 (flowsheet.isFlowsheet ? units[unit].name + ": " : "") + "parameter " + parameter.name, {}};

@@ -1,6 +1,7 @@
 #include "EnthalpyWarnings.h"
 
 #include "Powers.h"
+#include "cases/ParameterRules.h"
 #include "results/Balances.h"
 
 #include <algorithm>
@@ -71,7 +72,8 @@ void addContradiction(const UnitReview& review, std::span<const Power> powers,
                          [](const Power& power) { return !power.parameter->isInput; });
     if (outputs.empty() || isSumOf(powers, gained, tolerance) ||
         std::ranges::any_of(outputs, [&](const Power& output) {
-            return isNamed(output, otherPowers) || isWithLosses(output, gained) || isInternal(output, review);
+            return hasWord(output.parameter->name, otherPowers) || isWithLosses(output, gained) ||
+                   isInternal(output, review);
         }))
         return;
     if (outputs.size() == 1) {

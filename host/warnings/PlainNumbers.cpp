@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <iterator>
 #include <limits>
 #include <string_view>
@@ -48,13 +47,6 @@ constexpr std::array<std::string_view, 14> otherQuantities{
     "drop", "diff", "rise",    "approach", "loss",   "change",     "delta",
     "tol",  "step", "partial", "vapor",    "vapour", "activation", "vacuum"};
 
-bool contains(std::string_view text, std::string_view word) {
-    const auto isSame = [](char any, char lower) {
-        return std::tolower(static_cast<unsigned char>(any)) == lower;
-    };
-    return !std::ranges::search(text, word, isSame).empty();
-}
-
 /// Whether the parameter is the temperature or pressure of a stream or vessel, such as "outlet pressure",
 /// "T2".
 bool isOfState(const ModelParameter& parameter, const UsualRange& range) {
@@ -62,10 +54,9 @@ bool isOfState(const ModelParameter& parameter, const UsualRange& range) {
     const bool isSymbol =
         name.starts_with(range.symbol) &&
         (name.size() == 1 || std::string_view("_0123456789").find(name[1]) != std::string_view::npos);
-    return (isSymbol || contains(name, range.name)) &&
+    return (isSymbol || hasWord(name, std::array<std::string_view, 1>{range.name})) &&
            isSameDimension(parameter.dimensionality, parseUnit(range.siUnit)->exponents) &&
-           !isDifference(parameter.dimensionality) &&
-           std::ranges::none_of(otherQuantities, [&](std::string_view word) { return contains(name, word); });
+           !isDifference(parameter.dimensionality) && !hasWord(name, otherQuantities);
 }
 
 void addIfUnusual(const std::string& unit, const std::string& subject, const std::string& what, double value,

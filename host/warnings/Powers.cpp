@@ -1,12 +1,12 @@
 #include "Powers.h"
 
 #include "cases/NumberText.h"
+#include "cases/ParameterRules.h"
 #include "cases/UnitOfMeasure.h"
 #include "thermo/IdealGas.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 
 namespace solvane::host {
@@ -22,18 +22,9 @@ std::vector<Power> powersOf(const UnitResult& unit) {
     return powers;
 }
 
-bool isNamed(const Power& power, std::span<const std::string_view> words) {
-    return std::ranges::any_of(words, [&](std::string_view word) {
-        const auto isSame = [](char any, char lower) {
-            return std::tolower(static_cast<unsigned char>(any)) == lower;
-        };
-        return !std::ranges::search(power.parameter->name, word, isSame).empty();
-    });
-}
-
 bool isNamedHeat(const Power& power) {
     constexpr std::array<std::string_view, 3> words{"duty", "heat", "cool"};
-    return isNamed(power, words);
+    return hasWord(power.parameter->name, words);
 }
 
 bool isSumOf(std::span<const Power> powers, double gain, double tolerance) {

@@ -5,7 +5,6 @@
 #include "results/RunResults.h"
 
 #include <span>
-#include <string_view>
 #include <vector>
 
 namespace solvane::host {
@@ -18,8 +17,6 @@ struct Power {
 /// Those of all parameters that have a number, in their order.
 std::vector<Power> powersOf(const UnitResult& unit);
 
-/// Whether one of the words, in lower case, stands in the parameter's name.
-bool isNamed(const Power& power, std::span<const std::string_view> words);
 /// Whether it is a heat by its name; otherwise it may be the power of a machine.
 bool isNamedHeat(const Power& power);
 
