@@ -31,8 +31,9 @@ TableUnits unitsOfCase(const Case& flowsheet);
 /// A value in SI units, in this unit.
 double inUnit(double value, const std::string& unit);
 
-/// The table's unit for a parameter's dimensionality, but never a gauge pressure, since it may be a difference;
-/// the SI unit if the table has none or the parameter is marked as a difference, and empty for a plain number.
+/// The table's unit for a parameter's dimensionality, but never a gauge pressure, since it may be a
+/// difference; the SI unit if the table has none or the parameter is marked as a difference, and empty for a
+/// plain number.
 std::string unitOfParameter(const TableUnits& units, const std::vector<double>& dimensionality);
 
 } // namespace solvane::host
