@@ -1,5 +1,6 @@
 #include "MassWarnings.h"
 
+#include "cases/NumberText.h"
 #include "results/Balances.h"
 
 #include <array>
@@ -8,6 +9,8 @@
 namespace solvane::host {
 
 namespace {
+
+constexpr char balanceRemedy[] = "compare the script's balance with its equations";
 
 /// How many mol/s one of another unit is.
 struct FlowUnit {
@@ -45,6 +48,26 @@ std::string massRemedy(const Balance& balance, std::span<const StreamResult* con
         else if (element.moles.in != 0)
             isOneKept = true;
     return (isOneKept ? "the balance is open in " + open + " only: " : "") + balanceRemedy;
+}
+
+bool addMassWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
+    const Balance& balance = review.balance;
+    bool isSound = true;
+    const auto compare = [&](const Flows& flows, const std::string& unitOfFlow, const std::string& what,
+                             const std::string& remedy) {
+        if (isKept(flows))
+            return;
+        isSound = false;
+        warnings.push_back({review.unit.name, "balance",
+                            shortNumber(flows.in, 7) + unitOfFlow + what + " go in and " +
+                                shortNumber(flows.out, 7) + unitOfFlow + " come out",
+                            remedy});
+    };
+    compare(balance.mass, " kg/s", "", massRemedy(balance, review.products));
+    if (balance.reacts)
+        for (const ElementFlow& element : balance.elements)
+            compare(element.moles, " mol/s", " of " + element.symbol, balanceRemedy);
+    return isSound;
 }
 
 } // namespace solvane::host

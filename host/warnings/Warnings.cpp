@@ -82,27 +82,6 @@ bool isOfParameter(const StreamFault& fault, const UnitResult& unit, const std::
 
 constexpr std::array streamRules{compositionFault, flowFault, temperatureFault, pressureFault};
 
-/// False if it added some.
-bool addMassWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
-    const Balance& balance = review.balance;
-    bool isSound = true;
-    const auto compare = [&](const Flows& flows, const std::string& unitOfFlow, const std::string& what,
-                             const std::string& remedy) {
-        if (isKept(flows))
-            return;
-        isSound = false;
-        warnings.push_back({review.unit.name, "balance",
-                            number(flows.in) + unitOfFlow + what + " go in and " + number(flows.out) +
-                                unitOfFlow + " come out",
-                            remedy});
-    };
-    compare(balance.mass, " kg/s", "", massRemedy(balance, review.products));
-    if (balance.reacts)
-        for (const ElementFlow& element : balance.elements)
-            compare(element.moles, " mol/s", " of " + element.symbol, balanceRemedy);
-    return isSound;
-}
-
 /// Adds one cause only: others may be its consequences.
 void addBalanceWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
     if (!addMassWarnings(review, warnings))
