@@ -75,6 +75,9 @@ function meant = meantKeyword (name, shown, link)
   meant = "";
   if (! isempty (regexp (shown, ['^\s*' name '(?:\s+[\w~(''@[{]|\s*[;,]?\s*(?:%.*)?$)'], "once")))
     meant = link ("meant", name, "for while switch case if elseif else end function otherwise return break continue try catch ");
+    if (isempty (meant) && any (strcmpi (name, {"if", "do"}))) % too short to be close to another word
+      meant = lower (name);
+    end
   end
 end
 

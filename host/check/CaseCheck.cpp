@@ -11,6 +11,7 @@
 #include "flowsheet/ModelDescription.h"
 #include "flowsheet/UnitSession.h"
 #include "script/ScriptNotes.h"
+#include "script/UnreadVariables.h"
 #include "script/WrongNames.h"
 #include "thermo/IdealGas.h"
 
@@ -192,6 +193,11 @@ CheckOutcome lookAtLanguage(CheckedCase& checked) {
 CheckOutcome lookAtKeptVariables(CheckedCase& checked) {
     return asNotes(lookAtScripts(checked, "no variable keeps what a result may depend on", keptVariables),
                    "variables keep what a result may depend on");
+}
+
+CheckOutcome lookAtUnreadVariables(CheckedCase& checked) {
+    return asNotes(lookAtScripts(checked, "every variable that is set is read", unreadVariables),
+                   "variables are set and never read");
 }
 
 CheckOutcome lookAtRun(CheckedCase& checked) {
@@ -408,6 +414,7 @@ constexpr std::array checks{
     CaseCheck{"compound names", lookAtCompoundNames},
     CaseCheck{"language", lookAtLanguage},
     CaseCheck{"kept variables", lookAtKeptVariables},
+    CaseCheck{"unread variables", lookAtUnreadVariables},
     CaseCheck{"leftovers", lookAtLeftovers},
     CaseCheck{"cost", lookAtCost},
 };

@@ -9,6 +9,7 @@
 #include "results/Abridged.h"
 #include "results/Balances.h"
 #include "results/ScriptError.h"
+#include "script/ScriptMistakes.h"
 #include "script/ScriptStatements.h"
 #include "warnings/FailureHint.h"
 #include "warnings/PlainNumbers.h"
@@ -96,6 +97,7 @@ Flowsheet::Flowsheet(Case flowsheet, RunLog log)
             members_[i].wrongNames = wrongPhaseNames(*model);
             std::ranges::move(wrongCompoundNames(*model, case_.compounds),
                               std::back_inserter(members_[i].wrongNames));
+            members_[i].mistakes = scriptMistakes(*model);
         }
         members_[i].log = [this, &unit = case_.units[i]](std::string_view line) {
             if (results_)
@@ -152,7 +154,7 @@ bool Flowsheet::start(RunResults& results, std::string& error) {
     for (std::size_t i = 0; i < members_.size(); ++i) {
         if (!mayBegin(i))
             return failed(i, results, error);
-        auto& [log, session, wrongNames] = members_[i];
+        auto& [log, session, wrongNames, mistakes] = members_[i];
         const bool restarts = session && session->canRestart();
         if (!restarts) {
             session.reset(); // ends the former unit first
@@ -253,6 +255,7 @@ void Flowsheet::review(std::size_t unit, RunResults& results) const {
         products.push_back(find(results.streams, port));
     results.balances.push_back(balanceOf(unitCase.name, case_.compounds, feeds, products));
     addParameterWarnings(unitCase, results.units[unit], results.warnings);
+    addReadWarnings(unit, results, "script", members_[unit].mistakes);
     addScriptWarnings(results.units[unit], results.warnings);
     addNameWarnings(unit, results);
     addWarnings({results.units[unit], results.balances.back(), case_.compounds, feeds, products},
@@ -264,14 +267,19 @@ void Flowsheet::addNameWarnings(std::size_t unit, RunResults& results) const {
     const auto* model = std::get_if<UnitModel>(&case_.units[unit].model);
     if (model && results.units[unit].status == UnitStatus::failed)
         std::ranges::move(absentCompoundNames(*model, case_.compounds), std::back_inserter(findings));
-    for (ScriptFinding& finding : findings)
-        results.warnings.push_back(
-            {case_.units[unit].name, namesInScript, std::move(finding.text), std::move(finding.remedy)});
+    addReadWarnings(unit, results, namesInScript, findings);
+}
+
+void Flowsheet::addReadWarnings(std::size_t unit, RunResults& results, const char* subject,
+                                const std::vector<ScriptFinding>& findings) const {
+    for (const ScriptFinding& finding : findings)
+        results.warnings.push_back({case_.units[unit].name, subject, finding.text, finding.remedy});
 }
 
 bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error) const {
     results.units[unit].status = UnitStatus::failed;
     addParameterWarnings(case_.units[unit], results.units[unit], results.warnings);
+    addReadWarnings(unit, results, "script", members_[unit].mistakes);
     addScriptWarnings(results.units[unit], results.warnings);
     if (hasScriptEnded(results.units[unit])) {
         addNameWarnings(unit, results);

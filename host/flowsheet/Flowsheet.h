@@ -48,6 +48,8 @@ private:
     bool addStream(const std::string& name, RunResults& results, std::string& error) const;
     void review(std::size_t unit, RunResults& results) const;
     void addNameWarnings(std::size_t unit, RunResults& results) const;
+    void addReadWarnings(std::size_t unit, RunResults& results, const char* subject,
+                         const std::vector<ScriptFinding>& findings) const;
     bool mayBegin(std::size_t unit) const;
     bool failed(std::size_t unit, RunResults& results, std::string& error) const;
 
@@ -55,6 +57,7 @@ private:
         LogSink log;
         std::unique_ptr<UnitSession> session;    ///< null if the next run has to make one
         std::vector<ScriptFinding> wrongNames{}; ///< in the script
+        std::vector<ScriptFinding> mistakes{};   ///< in the script
     };
 
     Case case_;

@@ -1,6 +1,6 @@
 #include "ScriptNotes.h"
 
-#include "ScriptStatements.h"
+#include "ScriptScopes.h"
 
 #include <algorithm>
 #include <array>
@@ -89,16 +89,6 @@ bool indexesResult(const std::string& code) {
 bool hasEscape(const ScriptStatement& statement) {
     return std::ranges::any_of(statement.texts, [&](const QuotedText& text) {
         return statement.code[text.at] == '"' && text.text.find('\\') != std::string::npos;
-    });
-}
-
-/// Whether a file sets a variable, or has a function, of that name.
-bool defines(const ScriptFile& file, std::string_view name) {
-    const std::string word = "\\b" + std::string(name) + "\\b";
-    const std::regex definition("^\\s*function\\b.*" + word + "|(^|[;,])\\s*" + word +
-                                "\\s*(\\([^)]*\\)\\s*)?=[^=]|^\\s*\\[[^\\]]*" + word + "[^\\]]*\\]\\s*=");
-    return std::ranges::any_of(file.statements, [&](const ScriptStatement& statement) {
-        return std::regex_search(statement.code, definition);
     });
 }
 

@@ -1,0 +1,89 @@
+#include "ScriptMistakes.h"
+
+#include "ForeignWords.h"
+#include "ScriptScopes.h"
+#include "UnreadVariables.h"
+#include "cases/ParameterRules.h"
+
+#include <algorithm>
+#include <iterator>
+#include <regex>
+
+namespace solvane::host {
+
+namespace {
+
+/// "split = 0,7" is an assignment and the number 7: no script states a number for nothing.
+std::vector<ScriptFinding> decimalCommas(const std::vector<ScriptFile>& files) {
+    static const std::regex before(R"(^(?:.*[^=~<>]=(?!=)|(if|elseif|while)\b).*?(?:^|[^\w.])(\d+)$)");
+    static const std::regex after(R"(^,(\d+(?:[eE][-+]?\d+)?)(?![\w.]))");
+    static const std::regex loop(R"(^(?:par)?for\b)");
+    std::vector<ScriptFinding> findings;
+    for (const ScriptScope& scope : scopesOf(files))
+        for (const ScriptClause& clause : scope.clauses) {
+            const std::string rest(clause.rest);
+            std::smatch whole, part;
+            if (!std::regex_search(clause.code, whole, before) || !std::regex_search(rest, part, after))
+                continue;
+            const std::string remedy = std::regex_search(clause.code, loop)
+                                           ? whole.str(2) + ":" + part.str(1)
+                                           : whole.str(2) + "." + part.str(1);
+            findings.push_back({placeOf(*scope.file, *clause.statement) + ": the comma in '" + clause.code +
+                                    part.str() + "' ends the statement",
+                                "write " + remedy});
+        }
+    return findings;
+}
+
+/// The calls of a function that begin with a name.
+struct NamedCalls {
+    std::vector<std::pair<std::string, std::string>> calls{}; ///< the name, and the place
+    bool hasOthers = false;                                   ///< some calculate the name
+};
+
+NamedCalls callsOf(const char* function, const std::vector<ScriptFile>& files) {
+    const std::regex call("(?:^|[^\\w.])" + std::string(function) + "\\s*\\(\\s*");
+    NamedCalls found;
+    for (const ScriptFile& file : files)
+        for (const ScriptStatement& statement : file.statements)
+            for (std::sregex_iterator match(statement.code.begin(), statement.code.end(), call), none;
+                 match != none; ++match) {
+                const auto at = static_cast<std::size_t>(match->position() + match->length());
+                const auto text = std::ranges::find(statement.texts, at, &QuotedText::at);
+                if (text == statement.texts.end())
+                    found.hasOthers = true;
+                else
+                    found.calls.emplace_back(text->text, placeOf(file, *text));
+            }
+    return found;
+}
+
+/// An input that the script sets and never asks for is a result. One that it asks for may keep what the next
+/// run begins with.
+std::vector<ScriptFinding> setInputs(const UnitModel& model, const std::vector<ScriptFile>& files) {
+    const NamedCalls got = callsOf("getParameter", files);
+    std::vector<ScriptFinding> findings;
+    if (got.hasOthers)
+        return findings;
+    for (const auto& [name, place] : callsOf("setParameter", files).calls)
+        if (const auto parameter = std::ranges::find_if(
+                model.parameters, [&](const ModelParameter& one) { return isSameName(one.name, name); });
+            parameter != model.parameters.end() && parameter->isInput &&
+            std::ranges::none_of(got.calls, [&](const auto& call) { return isSameName(call.first, name); }))
+            findings.push_back({place + ": the script sets the input '" + name + "', and never gets it",
+                                "give the parameter the mode output"});
+    return findings;
+}
+
+} // namespace
+
+std::vector<ScriptFinding> scriptMistakes(const UnitModel& model) {
+    const std::vector<ScriptFile> files = scriptFilesOf(model);
+    std::vector<ScriptFinding> findings = foreignWords(files);
+    for (std::vector<ScriptFinding> more :
+         {decimalCommas(files), mistypedVariables(files), setInputs(model, files)})
+        std::ranges::move(more, std::back_inserter(findings));
+    return findings;
+}
+
+} // namespace solvane::host

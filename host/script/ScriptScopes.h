@@ -1,0 +1,47 @@
+/// The clauses of a script and the scopes of its variables, for the checks that look at them.
+#pragma once
+
+#include "ScriptStatements.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace solvane::host {
+
+/// What stands between commas and semicolons that no bracket encloses.
+struct ScriptClause {
+    const ScriptStatement* statement;
+    std::string code;      ///< as that of the statement, without blanks around it
+    std::string_view rest; ///< of the statement's code, from the comma or semicolon that ends it
+};
+
+/// What sees the same variables: the statements of the script or a function; an additional file with
+/// functions is one as a whole, since they may be nested.
+struct ScriptScope {
+    const ScriptFile* file;
+    std::string function{}; ///< its name; empty for statements outside of functions, and for whole files
+    std::vector<std::string> inputs{};
+    std::vector<ScriptClause> clauses{};
+};
+
+/// The scopes of the script and the additional files. They point into `files`.
+std::vector<ScriptScope> scopesOf(const std::vector<ScriptFile>& files);
+
+/// What a clause gives a value, "x = y", "x(2) = y" or "x.part = y".
+struct Assignment {
+    std::string variable; ///< empty if the clause is no such assignment
+    std::string index;    ///< of a part of it; empty for the whole variable
+    std::string value;
+};
+Assignment assignmentIn(const std::string& code);
+
+/// Each name in the code but those of fields.
+std::vector<std::string> namesIn(const std::string& code);
+
+bool hasName(const std::string& code, const std::string& name);
+
+/// Whether a file sets a variable, or has a function, of that name.
+bool defines(const ScriptFile& file, std::string_view name);
+
+} // namespace solvane::host

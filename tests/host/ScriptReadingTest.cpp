@@ -1,0 +1,91 @@
+// What is read in a script without running it.
+
+#include "script/ScriptMistakes.h"
+#include "script/UnreadVariables.h"
+
+#include <gtest/gtest.h>
+
+namespace solvane::host {
+
+namespace {
+
+std::string linesOf(const std::vector<ScriptFinding>& findings) {
+    std::string lines;
+    for (const ScriptFinding& finding : findings)
+        lines += finding.text + "; " + finding.remedy + "\n";
+    return lines;
+}
+
+UnitModel modelOf(const std::string& script) {
+    return {.parameters = {{.name = "power"}, {.name = "split"}, {.name = "T out", .isInput = false}},
+            .script = {.name = "s.m", .bytes = script}};
+}
+
+std::string mistakesIn(const std::string& script) {
+    return linesOf(scriptMistakes(modelOf(script)));
+}
+
+TEST(ScriptReading, findsWhatIsSurelyAMistake) {
+    struct Row {
+        const char* script;
+        const char* found;
+    };
+    constexpr Row rows[] = {
+        {"split = 0,7;", "s.m:1: the comma in 'split = 0,7' ends the statement; write 0.7\n"},
+        {"if x > 1,5e3 * y\nend", "s.m:1: the comma in 'if x > 1,5e3' ends the statement; write 1.5e3\n"},
+        {"for i = 1,10\nend", "s.m:1: the comma in 'for i = 1,10' ends the statement; write 1:10\n"},
+        {"total = 0;\nfor i = 1:3\n  totel = total + i;\nend\ny = total;",
+         "s.m:3: nothing reads 'totel', and 'total' keeps its first value; write 'total' for 'totel'\n"},
+        {"y = f(1);\nfunction r = f(n)\nX = zeros(2, 1); x = X + n; r = sum(X);",
+         "s.m:3: nothing reads 'x', and 'X' keeps its first value; write 'X' for 'x'\n"},
+        {"setParameter('Power', 3);\ny = getParameter('split');",
+         "s.m:1: the script sets the input 'Power', and never gets it; give the parameter the mode output\n"},
+        {"If x > 0 Then\n  y = 1;\nElse\n  y = 2;\nEnd If",
+         "s.m:1: Matlab does not know 'If'; write if, without Then\n"
+         "s.m:3: Matlab does not know 'Else'; write else\n"
+         "s.m:5: Matlab does not know 'End'; write end\n"},
+        {"if a, x = 1; elif b, x = True; end", "s.m:1: Matlab does not know 'elif'; write elseif\n"
+                                               "s.m:1: Matlab does not know 'True'; write true\n"},
+        {"real x", "s.m:1: Matlab does not know 'real'; a variable needs no declaration: it is what is "
+                   "assigned, as in x = 0\n"},
+        {"while (x .gt. 5)\nend", "s.m:1: Matlab does not know '.gt.'; write ==, ~=, >, >=, < or <=\n"},
+        {"if (x > 0) {\nend",
+         "s.m:1: Matlab does not know '{'; a block needs no bracket: it ends with end\n"},
+        {"y = np.exp(x);", "s.m:1: Matlab does not know 'np'; write the function alone, as in exp(x)\n"},
+        {"! sums all feeds", "s.m:1: Matlab does not know '!'; write % to begin a comment\n"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(mistakesIn(row.script), row.found);
+}
+
+TEST(ScriptReading, keepsSilentOnWhatMayBeMeant) {
+    for (const char* script : {
+             "x = [0,7; 1,5]; y = max(0,7), z = 3, a = 1.5,\nt = {0,7\n1,5};",
+             "if x == 1, 5; end",
+             "t = T - 273.15; p = P / 1e5; T0 = 298; t0 = T0 + 1;",
+             "base = 3; case2 = base + 1; y = base;",
+             "setParameter('power', getParameter('power') + 1); setParameter('T out', 3);",
+             "setParameter('power', 3); y = getParameter(['po' 'wer']);",
+             "End = 3; y = End; for None = 1:2, y = None; end, f = @(np) np.x;",
+             "np = load('a.mat'); y = np.exp; real(x); if x, y = real (x); end % If x > 0 Then\ns = 'If';",
+             "x.true.y = s.or.z; c = {\n'a' True1\n}; for f = {'a', ...\n 'b'}, end",
+         })
+        EXPECT_EQ(mistakesIn(script), "") << script;
+}
+
+TEST(ScriptReading, notesVariablesThatNothingReads) {
+    const auto unread = [](const std::string& script) { return linesOf(unreadVariables(modelOf(script))); };
+    constexpr char remedy[] = "; look for another name that is meant, or remove it\n";
+    EXPECT_EQ(unread("P = 3;\np.x = P; q(P) = 2;\nr = 1\n[a, b] = f(1); t = 2; disp t\nfunction [y, z] = "
+                     "f(x)\ny = x; z = 0; P = 1;"),
+              std::string("s.m:2: nothing reads 'p'") + remedy + "s.m:2: nothing reads 'q'" + remedy +
+                  "s.m:6: nothing reads 'P'" + remedy);
+    EXPECT_EQ(unread("x = 3; y = 2; eval('disp(x)');\nfunction r = f\nglobal g\nr = 1; g = 2;"), "");
+    UnitModel withScript = modelOf("x = 3;\nrest");
+    withScript.files = {{.name = "rest.m", .bytes = "% goes on\nsetParameter('power', x);"}};
+    EXPECT_EQ(linesOf(unreadVariables(withScript)), "");
+}
+
+} // namespace
+
+} // namespace solvane::host
