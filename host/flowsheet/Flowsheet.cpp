@@ -9,6 +9,7 @@
 #include "results/Abridged.h"
 #include "results/Balances.h"
 #include "results/ScriptError.h"
+#include "script/FailureCause.h"
 #include "script/ScriptMistakes.h"
 #include "script/ScriptStatements.h"
 #include "warnings/FailureHint.h"
@@ -133,6 +134,7 @@ bool Flowsheet::run(RunResults& results, std::string& error, RunWatch* watch) {
         addHint(results.failure->unit, results, script->message);
     else
         addProductPlace(case_, *results.failure, error);
+    addCause(*results.failure, error);
     if (watch && watch->isStopRequested()) {
         // Of what the stop made fail, only the place matters.
         results.fault = Fault::calculation;
@@ -144,6 +146,22 @@ bool Flowsheet::run(RunResults& results, std::string& error, RunWatch* watch) {
             error += "; to find the line, let the script call logMessage in its loops";
     }
     return false;
+}
+
+/// Adds what the script's text says about the failure to the message that a user sees.
+void Flowsheet::addCause(RunFailure& failure, std::string& error) const {
+    const auto unit = std::ranges::find(case_.units, failure.unit, &UnitCase::name);
+    const auto* model = unit == case_.units.end() ? nullptr : std::get_if<UnitModel>(&unit->model);
+    if (!model)
+        return;
+    const std::optional<ScriptError>& script = failure.scriptError;
+    const std::string cause =
+        failureCause(*model, script ? ScriptFailure{script->message, script->file, script->line}
+                                    : ScriptFailure{failure.message});
+    if (cause.empty())
+        return;
+    for (std::string* message : {script ? &failure.scriptError->message : &failure.message, &error})
+        message->append("; ").append(cause);
 }
 
 /// Makes the streams anew, and brings every unit into the state in which its model is loaded.

@@ -50,6 +50,7 @@ private:
     void addNameWarnings(std::size_t unit, RunResults& results) const;
     void addReadWarnings(std::size_t unit, RunResults& results, const char* subject,
                          const std::vector<ScriptFinding>& findings) const;
+    void addCause(RunFailure& failure, std::string& error) const;
     bool mayBegin(std::size_t unit) const;
     bool failed(std::size_t unit, RunResults& results, std::string& error) const;
 

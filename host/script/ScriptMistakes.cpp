@@ -75,13 +75,67 @@ std::vector<ScriptFinding> setInputs(const UnitModel& model, const std::vector<S
     return findings;
 }
 
+/// The arguments of each call of the function in the code.
+std::vector<std::vector<std::string>> argumentsOf(const std::string& function, const std::string& code) {
+    const std::regex call("(?:^|[^\\w.@])" + function + "\\s*\\(([^()]*)\\)");
+    std::vector<std::vector<std::string>> calls;
+    for (std::sregex_iterator match(code.begin(), code.end(), call), none; match != none; ++match)
+        calls.push_back(argumentsIn((*match)[1]));
+    return calls;
+}
+
+/// The places of two inputs that a call passes the other way round; equal ones if it does not.
+std::pair<std::size_t, std::size_t> exchanged(const std::vector<std::string>& inputs,
+                                              const std::vector<std::string>& arguments) {
+    const std::size_t count = std::min(inputs.size(), arguments.size());
+    for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t j = i + 1; j < count; ++j)
+            if (inputs[i] != inputs[j] && arguments[i] == inputs[j] && arguments[j] == inputs[i])
+                return {i, j};
+    return {};
+}
+
+/// A function that all calls give two variables the other way round than it names them, as ode45 does with
+/// @(W, y) bed(W, y) and function dy = bed(y, W). What is symmetric is called both ways, or by itself.
+std::vector<ScriptFinding> exchangedArguments(const std::vector<ScriptFile>& files) {
+    std::vector<ScriptFinding> findings;
+    const std::vector<ScriptScope> scopes = scopesOf(files);
+    for (const ScriptFile& file : files)
+        for (const FunctionHeader& function : functionsIn(file)) {
+            std::vector<ScriptFinding> found;
+            bool isMeant = false;
+            for (const ScriptScope& scope : scopes)
+                for (const ScriptClause& clause : scope.clauses) {
+                    if (clause.code.starts_with("function"))
+                        continue;
+                    for (const auto& arguments : argumentsOf(function.name, clause.code)) {
+                        const auto [first, second] = exchanged(function.inputs, arguments);
+                        if (first == second || scope.function == function.name) {
+                            isMeant = true;
+                            continue;
+                        }
+                        found.push_back(
+                            {placeOf(*scope.file, *clause.statement) + ": the call passes '" +
+                                 arguments[first] + "' and '" + arguments[second] + "' to " + function.name +
+                                 ", which takes '" + function.inputs[first] + "' and '" +
+                                 function.inputs[second] + "' in their places",
+                             "exchange them in " + file.name + ":" + std::to_string(function.line) +
+                                 "; solvers such as ode45 pass the variable of the integration first"});
+                    }
+                }
+            if (!isMeant && !found.empty())
+                findings.push_back(found.front());
+        }
+    return findings;
+}
+
 } // namespace
 
 std::vector<ScriptFinding> scriptMistakes(const UnitModel& model) {
     const std::vector<ScriptFile> files = scriptFilesOf(model);
     std::vector<ScriptFinding> findings = foreignWords(files);
     for (std::vector<ScriptFinding> more :
-         {decimalCommas(files), mistypedVariables(files), setInputs(model, files)})
+         {decimalCommas(files), mistypedVariables(files), setInputs(model, files), exchangedArguments(files)})
         std::ranges::move(more, std::back_inserter(findings));
     return findings;
 }

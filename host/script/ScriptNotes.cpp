@@ -92,8 +92,52 @@ bool hasEscape(const ScriptStatement& statement) {
     });
 }
 
-std::vector<ScriptFinding> octaveOnlyIn(const ScriptFile& file, const std::set<std::string>& own) {
+/// The unit's functions take characters, which a text in double quotes is in Octave only.
+bool passesString(const ScriptStatement& statement) {
+    static const std::regex call(
+        R"(\b(?:[gs]etParameter|getFeedProp|setProduct|setReport|flashEquilibrium|flashProperty|)"
+        R"(getCompoundConstant|get\w+Property|logMessage)\s*\()");
+    return std::regex_search(statement.code, call) &&
+           std::ranges::any_of(statement.texts,
+                               [&](const QuotedText& text) { return statement.code[text.at] == '"'; });
+}
+
+/// The functions that the script passes to solvers of differential equations.
+std::set<std::string> derivativesIn(const ScriptFile& file) {
+    static const std::regex call(R"(\bode(?:45|23|23s|15s)\s*\(\s*@\s*(?:\([^)]*\)\s*)?(\w+)\s*[(,])");
+    std::set<std::string> names;
+    for (const ScriptStatement& statement : file.statements)
+        if (std::smatch match; std::regex_search(statement.code, match, call))
+            names.insert(match[1]);
+    return names;
+}
+
+/// The clauses by which such a function returns a row, which only Octave takes: "dy = [a, b]"
+std::vector<const ScriptStatement*> rowsOf(const ScriptFile& file, const std::set<std::string>& derivatives) {
+    static const std::regex header(R"(^function\s+\[?\s*(\w+)\s*\]?\s*=\s*(\w+))");
+    static const std::regex row(R"(^\[[^;'\[\]]*,[^;'\[\]]*\]$)");
+    std::vector<const ScriptStatement*> rows;
+    std::string result;
+    for (const ScriptStatement& statement : file.statements) {
+        std::smatch match;
+        if (std::regex_search(statement.code, match, header))
+            result = derivatives.contains(match[2]) ? match.str(1) : "";
+        std::string code = statement.code.substr(0, statement.code.find_last_not_of(" \t\r;") + 1);
+        const Assignment assignment =
+            assignmentIn(code.substr(std::min(code.find_first_not_of(" \t"), code.size())));
+        if (!result.empty() && assignment.variable == result && assignment.index.empty() &&
+            std::regex_match(assignment.value, row))
+            rows.push_back(&statement);
+    }
+    return rows;
+}
+
+std::vector<ScriptFinding> octaveOnlyIn(const ScriptFile& file, const std::set<std::string>& own,
+                                        const std::set<std::string>& derivatives) {
     NoteCollector notes(file);
+    for (const ScriptStatement* row : rowsOf(file, derivatives))
+        notes.add(*row, "a row from the function that a solver such as ode45 calls",
+                  "write [a; b] for [a, b]");
     std::vector<std::pair<std::regex, const char*>> patterns;
     for (const Syntax& syntax : syntaxes)
         patterns.emplace_back(syntax.pattern, syntax.remedy);
@@ -111,6 +155,9 @@ std::vector<ScriptFinding> octaveOnlyIn(const ScriptFile& file, const std::set<s
         if (hasEscape(statement))
             notes.add(statement, "a text in double quotes with a backslash for another character",
                       "write sprintf('...\\n')");
+        if (passesString(statement))
+            notes.add(statement, "a text in double quotes as an argument of the unit's functions",
+                      "write it in single quotes");
         if (indexesResult(statement.code))
             notes.add(statement, "an index of an index or of a call, as in size(x)(1)",
                       "give the result a name, and index that");
@@ -175,9 +222,13 @@ std::vector<ScriptFinding> octaveOnly(const UnitModel& model) {
     std::set<std::string> own;
     for (const ModelFile& file : model.files)
         own.insert(file.name);
+    const std::vector<ScriptFile> files = scriptFilesOf(model);
+    std::set<std::string> derivatives;
+    for (const ScriptFile& file : files)
+        derivatives.merge(derivativesIn(file));
     std::vector<ScriptFinding> found;
-    for (const ScriptFile& file : scriptFilesOf(model))
-        std::ranges::move(octaveOnlyIn(file, own), std::back_inserter(found));
+    for (const ScriptFile& file : files)
+        std::ranges::move(octaveOnlyIn(file, own, derivatives), std::back_inserter(found));
     return found;
 }
 

@@ -1,7 +1,9 @@
 #include "ScriptScopes.h"
 
 #include <algorithm>
+#include <optional>
 #include <regex>
+#include <sstream>
 
 namespace solvane::host {
 
@@ -27,18 +29,40 @@ void addClauses(const ScriptStatement& statement, std::vector<ScriptClause>& cla
     }
 }
 
+std::optional<FunctionHeader> headerIn(const ScriptStatement& statement) {
+    static const std::regex header(R"(^\s*function\b\s*(?:[^=(]*=)?\s*([\w.]+)\s*(?:\(([^)]*)\))?)");
+    std::smatch match;
+    return std::regex_search(statement.code, match, header)
+               ? std::optional<FunctionHeader>({match[1], argumentsIn(match[2]), statement.line})
+               : std::nullopt;
+}
+
 } // namespace
 
+std::vector<std::string> argumentsIn(const std::string& list) {
+    std::vector<std::string> arguments;
+    std::istringstream parts(list);
+    for (std::string part; std::getline(parts, part, ',');)
+        arguments.push_back(withoutBlanks(part));
+    return arguments;
+}
+
+std::vector<FunctionHeader> functionsIn(const ScriptFile& file) {
+    std::vector<FunctionHeader> functions;
+    for (const ScriptStatement& statement : file.statements)
+        if (auto header = headerIn(statement))
+            functions.push_back(std::move(*header));
+    return functions;
+}
+
 std::vector<ScriptScope> scopesOf(const std::vector<ScriptFile>& files) {
-    static const std::regex header(R"(^\s*function\b\s*(?:[^=(]*=)?\s*([\w.]+)\s*(?:\(([^)]*)\))?)");
     std::vector<ScriptScope> scopes;
     for (const ScriptFile& file : files) {
         const bool isScript = &file == &files.front();
         scopes.push_back({&file});
         for (const ScriptStatement& statement : file.statements) {
-            std::smatch match;
-            if (isScript && std::regex_search(statement.code, match, header))
-                scopes.push_back({&file, match[1], namesIn(match[2]), {}});
+            if (const auto header = isScript ? headerIn(statement) : std::nullopt)
+                scopes.push_back({&file, header->name, {}});
             addClauses(statement, scopes.back().clauses);
         }
     }

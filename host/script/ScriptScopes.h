@@ -16,12 +16,22 @@ struct ScriptClause {
     std::string_view rest; ///< of the statement's code, from the comma or semicolon that ends it
 };
 
+/// The line "function [a, b] = name(inputs)"
+struct FunctionHeader {
+    std::string name;
+    std::vector<std::string> inputs;
+    long line; ///< in the file, counted from 1
+};
+std::vector<FunctionHeader> functionsIn(const ScriptFile& file);
+
+/// Of "W, y, n1"
+std::vector<std::string> argumentsIn(const std::string& list);
+
 /// What sees the same variables: the statements of the script or a function; an additional file with
 /// functions is one as a whole, since they may be nested.
 struct ScriptScope {
     const ScriptFile* file;
     std::string function{}; ///< its name; empty for statements outside of functions, and for whole files
-    std::vector<std::string> inputs{};
     std::vector<ScriptClause> clauses{};
 };
 

@@ -1,5 +1,6 @@
 // What is read in a script without running it.
 
+#include "script/FailureCause.h"
 #include "script/ScriptMistakes.h"
 #include "script/UnreadVariables.h"
 
@@ -53,6 +54,9 @@ TEST(ScriptReading, findsWhatIsSurelyAMistake) {
          "s.m:1: Matlab does not know '{'; a block needs no bracket: it ends with end\n"},
         {"y = np.exp(x);", "s.m:1: Matlab does not know 'np'; write the function alone, as in exp(x)\n"},
         {"! sums all feeds", "s.m:1: Matlab does not know '!'; write % to begin a comment\n"},
+        {"[t, y] = ode45(@(W, y) bed(W, y, n), [0 1], 1);\nfunction dy = bed(y, W, n)\ndy = W * y * n;",
+         "s.m:1: the call passes 'W' and 'y' to bed, which takes 'y' and 'W' in their places; exchange them "
+         "in s.m:2; solvers such as ode45 pass the variable of the integration first\n"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(mistakesIn(row.script), row.found);
@@ -68,6 +72,10 @@ TEST(ScriptReading, keepsSilentOnWhatMayBeMeant) {
              "setParameter('power', 3); y = getParameter(['po' 'wer']);",
              "End = 3; y = End; for None = 1:2, y = None; end, f = @(np) np.x;",
              "np = load('a.mat'); y = np.exp; real(x); if x, y = real (x); end % If x > 0 Then\ns = 'If';",
+             "d = k(a, b) - k(b, a);\nfunction r = k(a, b)\nr = a - b;",
+             "d = k(b, a);\nfunction r = k(a, b)\nif a < b, r = k(b, a); else, r = k2(b, a); end\nfunction r "
+             "= k2(~, a)\nr = a;",
+             "d = k();\nfunction r = k()\nr = 1;",
              "x.true.y = s.or.z; c = {\n'a' True1\n}; for f = {'a', ...\n 'b'}, end",
          })
         EXPECT_EQ(mistakesIn(script), "") << script;
@@ -84,6 +92,49 @@ TEST(ScriptReading, notesVariablesThatNothingReads) {
     UnitModel withScript = modelOf("x = 3;\nrest");
     withScript.files = {{.name = "rest.m", .bytes = "% goes on\nsetParameter('power', x);"}};
     EXPECT_EQ(linesOf(unreadVariables(withScript)), "");
+}
+
+TEST(ScriptReading, explainsFailures) {
+    struct Row {
+        const char* script;
+        ScriptFailure failure;
+        const char* cause;
+    };
+    const std::string undefined = "'n' undefined";
+    const Row rows[] = {
+        {"n = 1;\nclear n T\ny = n;",
+         {undefined, "s.m", 3},
+         "'clear n T' in s.m:2 has removed it; a run begins without variables but those of the unit: leave "
+         "it out"},
+        {"clear T\ny = n;\nn = 1;", {undefined, "s.m", 2}, ""},
+        {"y = 1;\nclear", {"'nComp' undefined", "s.m", 1}, ""},
+        {"T = fzero(@gap, 300);\nfunction y = gap(T, n)\ny = T - n;",
+         {undefined, "s.m", 3},
+         "fzero calls gap with 1 of its 2 arguments; write @(T) gap(T, n) in s.m:1"},
+        {"y = gap(3);\nfunction y = gap(T, n)\ny = T - n;",
+         {undefined, "s.m", 3},
+         "it is an argument of gap, which a call leaves out"},
+        {"[n, T] = size(3);\nfunction y = gap(T)\ny = T - n;",
+         {undefined, "s.m", 3},
+         "it is a variable of the script, which functions do not see: pass it as an argument"},
+        {"y = gap(3);\nfunction y = gap(T)\ny = T - n;", {undefined, "s.m", 3}, ""},
+        {"load('cat.mat')\nx = kin.k0;",
+         {"invalid use of a function", "s.m", 2},
+         "load without a result makes a variable of each name in the file; write kin = load('cat.mat') in "
+         "s.m:1"},
+        {"load cat.mat\nkin.k0 = 1;\nx = kin.k1;", {"invalid use of undefined value", "s.m", 3}, ""},
+        {"x = 1;\nt = sprintf('%s', compNames(k + 1));",
+         {"Calculate failed: sprintf: wrong type argument 'cell'; sprintf is called in line 2"},
+         "compNames(k + 1) is a cell: write compNames{k + 1} in s.m:2"},
+        {"k = phaseNames(1);\nn = {1} + 2;",
+         {"binary operator '+' not implemented for 'cell' by", "s.m", 2},
+         ""},
+        {"F = int32(3);\nz = z / F;",
+         {"setProduct: X must be 4 doubles, got 4 by 1 values that are not doubles", "s.m", 3},
+         "what is calculated with the result of int32 in s.m:1 is no double; write round for whole numbers"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(failureCause(modelOf(row.script), row.failure), row.cause) << row.script;
 }
 
 } // namespace
