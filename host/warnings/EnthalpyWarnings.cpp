@@ -1,13 +1,16 @@
 #include "EnthalpyWarnings.h"
 
 #include "Powers.h"
+#include "cases/NumberText.h"
 #include "cases/ParameterRules.h"
 #include "results/Balances.h"
+#include "thermo/IdealGas.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -52,6 +55,30 @@ bool isWithLosses(const Power& power, double gained) {
     return !isNamedHeat(power) && part >= least && part <= 1;
 }
 
+/// The efficiency, an input, by which the power of a machine with one feed and one product differs from the
+/// gain, if the product has the feed's entropy: losses in the machine raise it. Those of a driver do not.
+std::optional<double> forgottenEfficiency(const Power& power, double gained, const UnitReview& review) {
+    constexpr std::array<std::string_view, 2> efficiencies{"effic", "eta"};
+    constexpr std::array<std::string_view, 4> drivers{"mech", "motor", "driver", "electr"};
+    constexpr double part = 1e-4;
+    if (review.feeds.size() != 1 || review.products.size() != 1 || review.balance.reacts ||
+        hasWord(power.parameter->name, drivers))
+        return std::nullopt;
+    const StreamResult& feed = *review.feeds.front();
+    const StreamResult& product = *review.products.front();
+    if (std::abs(product.entropy - feed.entropy) > part * gasConstant ||
+        isSameSize(product.pressure, feed.pressure))
+        return std::nullopt;
+    const double ratio = std::abs(gained > 0 ? gained / power.value : power.value / gained);
+    for (const ModelParameter& input : review.unit.parameters) {
+        const auto* value = input.isInput && input.value ? std::get_if<double>(&*input.value) : nullptr;
+        if (value && *value < 1 && std::abs(*value - ratio) <= part && hasWord(input.name, efficiencies) &&
+            !hasWord(input.name, drivers))
+            return *value;
+    }
+    return std::nullopt;
+}
+
 /// Whether the power passes between streams, as in a heat exchanger.
 bool isInternal(const Power& power, const UnitReview& review) {
     return std::ranges::any_of(review.products, [&](const StreamResult* product) {
@@ -70,8 +97,18 @@ void addContradiction(const UnitReview& review, std::span<const Power> powers,
     std::vector<Power> outputs;
     std::ranges::copy_if(powers, std::back_inserter(outputs),
                          [](const Power& power) { return !power.parameter->isInput; });
-    if (outputs.empty() || isSumOf(powers, gained, tolerance) ||
-        std::ranges::any_of(outputs, [&](const Power& output) {
+    if (outputs.empty() || isSumOf(powers, gained, tolerance))
+        return;
+    for (const Power& output : outputs)
+        if (const auto efficiency = forgottenEfficiency(output, gained, review)) {
+            warnings.push_back({review.unit.name, "parameter " + output.parameter->name,
+                                "the product has the entropy of the feed, and its enthalpy changes by " +
+                                    watts(gained) + "; this value, " + watts(output.value) +
+                                    ", is that with the efficiency " + shortNumber(*efficiency, 4),
+                                "set the product by its actual enthalpy, with the efficiency"});
+            return;
+        }
+    if (std::ranges::any_of(outputs, [&](const Power& output) {
             return hasWord(output.parameter->name, otherPowers) || isWithLosses(output, gained) ||
                    isInternal(output, review);
         }))

@@ -70,7 +70,8 @@ void addEntropyWarnings(const UnitReview& review, std::vector<Warning>& warnings
                 watts(gain(review.balance.enthalpy));
     warnings.push_back(
         {review.unit.name, "balance", std::move(text),
-         "look for enthalpies in kJ/mol, an efficiency above 1, and a pressure that rises without power"});
+         "look for enthalpies in kJ/mol, an efficiency above 1, an ideal work at constant temperature, and a "
+         "pressure that rises without power"});
 }
 
 } // namespace solvane::host

@@ -18,8 +18,6 @@ constexpr double zeroOfCelsius = 273.15;
 /// By which part of the enthalpy between both temperatures the balance may miss: people round degrees.
 constexpr double roundedPart = 1e-2;
 constexpr double calculatedPart = 1e-3;
-/// Of the heat in the feeds.
-constexpr double negligiblePart = 1e-4;
 
 struct Shift {
     double step;
@@ -39,11 +37,6 @@ class Search {
 public:
     explicit Search(const UnitReview& review)
         : review_(review), powers_(powersOf(review.unit)), gain_(gain(review.balance.enthalpy)) {}
-
-    bool isBalanced() const {
-        return isSumOf(powers_, gain_,
-                       std::max(negligiblePart * heatOf(review_.feeds), roundedPart * std::abs(gain_)));
-    }
 
     /// Whether the enthalpies balance with the products at other temperatures.
     template <class Temperature>
@@ -85,9 +78,9 @@ bool mayBeOf(const ModelParameter& parameter, const UnitReview& review) {
 } // namespace
 
 std::vector<Warning> meantTemperatures(const UnitReview& review) {
-    const Search search(review);
-    if (search.isBalanced())
+    if (isBalanced(review))
         return {};
+    const Search search(review);
     std::vector<Warning> warnings;
     const auto add = [&](const StreamResult& product, double temperature, const std::string& whose,
                          const char* remedy) {

@@ -86,6 +86,14 @@ bool isPlainNumber(const UnitCase& unit, const std::string& parameter) {
 
 } // namespace
 
+bool isTemperature(const ModelParameter& parameter) {
+    return isOfState(parameter, temperatures);
+}
+
+bool isPressure(const ModelParameter& parameter) {
+    return isOfState(parameter, pressures);
+}
+
 void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings) {
     std::vector<std::string> unused;
     std::ranges::transform(flowsheet.feeds, std::back_inserter(unused), &FeedStream::name);

@@ -14,4 +14,10 @@ void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings);
 /// them.
 void addParameterWarnings(const UnitCase& unit, const UnitResult& result, std::vector<Warning>& warnings);
 
+/// Whether the parameter is the temperature of a stream or vessel by its name and dimension, such as "T2".
+bool isTemperature(const ModelParameter& parameter);
+
+/// Likewise for the pressure.
+bool isPressure(const ModelParameter& parameter);
+
 } // namespace solvane::host

@@ -40,6 +40,14 @@ double gain(const Flows& flows) {
     return flows.out - flows.in;
 }
 
+bool isBalanced(const UnitReview& review) {
+    constexpr double roundedPart = 1e-2;
+    constexpr double negligiblePart = 1e-4; // of the heat in the feeds
+    const double gained = gain(review.balance.enthalpy);
+    return isSumOf(powersOf(review.unit), gained,
+                   std::max(negligiblePart * heatOf(review.feeds), roundedPart * std::abs(gained)));
+}
+
 double heatOf(std::span<const StreamResult* const> streams) {
     double heat = 0;
     for (const StreamResult* stream : streams)

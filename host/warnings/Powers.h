@@ -2,7 +2,7 @@
 /// given off.
 #pragma once
 
-#include "results/RunResults.h"
+#include "UnitReview.h"
 
 #include <span>
 #include <vector>
@@ -25,6 +25,9 @@ bool isSumOf(std::span<const Power> powers, double gain, double tolerance);
 
 /// What the products carry more than the feeds.
 double gain(const Flows& flows);
+
+/// Whether the enthalpies are kept, or change by powers that the parameters show.
+bool isBalanced(const UnitReview& review);
 
 /// The heat that the streams carry, W: a measure for errors of enthalpies, whose zero is arbitrary.
 double heatOf(std::span<const StreamResult* const> streams);

@@ -3,74 +3,25 @@
 #include "EnthalpyWarnings.h"
 #include "EntropyWarnings.h"
 #include "MassWarnings.h"
+#include "MeanWarnings.h"
 #include "MeantTemperatures.h"
-#include "cases/NumberText.h"
+#include "OutputWarnings.h"
+#include "PressureWarnings.h"
+#include "ProductWarnings.h"
 #include "cases/ParameterRules.h"
 #include "results/Balances.h"
 #include "results/ScriptError.h"
-#include "thermo/IdealGas.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <iterator>
-#include <numeric>
 #include <optional>
 
 namespace solvane::host {
 
 namespace {
 
-std::string number(double value) {
-    return shortNumber(value, 7);
-}
-
-/// What is wrong with a stream, and what to do.
-struct StreamFault {
-    std::string text;
-    std::string remedy;
-    std::optional<double> state{}; ///< the temperature or pressure at fault
-};
-
-// Each rule returns the fault of a product, if it has one.
-
-std::optional<StreamFault> compositionFault(const StreamResult& stream, double) {
-    const double total = std::reduce(stream.fraction.begin(), stream.fraction.end());
-    if (std::abs(total - 1) <= compositionTolerance)
-        return std::nullopt;
-    return StreamFault{"the mole fractions sum to " + number(total) + ", not to 1",
-                       "divide the composition by its sum: x/sum(x)"};
-}
-
-std::optional<StreamFault> flowFault(const StreamResult& stream, double) {
-    if (stream.totalFlow >= 0)
-        return std::nullopt;
-    return StreamFault{"the flow, " + number(stream.totalFlow) + " mol/s, must not be negative",
-                       "let the script refuse what makes it negative, by error"};
-}
-
-std::optional<StreamFault> temperatureFault(const StreamResult& stream, double) {
-    if (stream.temperature >= lowestFitted && stream.temperature <= highestFitted)
-        return std::nullopt;
-    return StreamFault{"the temperature, " + number(stream.temperature) + " K, lies outside " +
-                           number(lowestFitted) + " to " + number(highestFitted) +
-                           " K, the range of the package's heat capacities",
-                       "temperatures are in K", stream.temperature};
-}
-
-/// A pressure in bar where Pa are expected.
-std::optional<StreamFault> pressureFault(const StreamResult& stream, double lowestFeedPressure) {
-    constexpr double suspect = 1e3;
-    constexpr double usual = 1e4;
-    if (stream.pressure >= suspect || lowestFeedPressure <= usual)
-        return std::nullopt;
-    return StreamFault{"the pressure, " + number(stream.pressure) +
-                           " Pa, lies far below that of the feeds, " + number(lowestFeedPressure) + " Pa",
-                       "pressures are in Pa: 1 bar is 1e5 Pa", stream.pressure};
-}
-
 /// Whether a warning says already that the number comes from a parameter.
-bool isOfParameter(const StreamFault& fault, const UnitResult& unit, const std::vector<Warning>& warnings) {
+bool isOfParameter(const ProductFault& fault, const UnitResult& unit, const std::vector<Warning>& warnings) {
     return fault.state && std::ranges::any_of(unit.parameters, [&](const ModelParameter& parameter) {
                return parameter.value == ParameterValue(*fault.state) &&
                       std::ranges::any_of(warnings, [&](const Warning& warning) {
@@ -80,24 +31,23 @@ bool isOfParameter(const StreamFault& fault, const UnitResult& unit, const std::
            });
 }
 
-constexpr std::array streamRules{compositionFault, flowFault, temperatureFault, pressureFault};
-
-/// Adds one cause only: others may be its consequences.
-void addBalanceWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
+/// Adds one cause only: others may be its consequences, and the entropy that of a state at fault.
+void addBalanceWarnings(const UnitReview& review, bool isStateSound, std::vector<Warning>& warnings) {
     if (!addMassWarnings(review, warnings))
         return;
     const std::size_t before = warnings.size();
-    addEnthalpyWarnings(review, warnings);
-    if (warnings.size() == before)
+    for (const auto add : {addMeanWarnings, addEnthalpyWarnings, addPressureWarnings})
+        if (warnings.size() == before)
+            add(review, warnings);
+    if (warnings.size() == before && isStateSound)
         addEntropyWarnings(review, warnings);
 }
 
 /// A source or a sink of the flowsheet conserves nothing, and wrong fractions no balance.
 bool hasBalance(const UnitReview& review) {
     return review.balance.mass.in != 0 && !review.products.empty() &&
-           std::ranges::none_of(review.products, [](const StreamResult* product) {
-               return compositionFault(*product, 0).has_value();
-           });
+           std::ranges::all_of(review.products,
+                               [](const StreamResult* product) { return sumsToOne(*product); });
 }
 
 } // namespace
@@ -111,17 +61,16 @@ void addWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
     const UnitResult& unit = review.unit;
     std::vector<Warning> meant = hasBalance(review) && isKept(review.balance.mass) ? meantTemperatures(review)
                                                                                    : std::vector<Warning>();
-    const double lowestFeedPressure =
-        review.feeds.empty()
-            ? 0
-            : (*std::ranges::min_element(review.feeds, {}, &StreamResult::pressure))->pressure;
+    bool isStateSound = true;
     for (const StreamResult* product : review.products) {
         const std::string subject = "stream " + product->name;
-        for (const auto rule : streamRules)
-            if (auto fault = rule(*product, lowestFeedPressure);
-                fault && !isOfParameter(*fault, unit, warnings) &&
-                std::ranges::find(meant, subject, &Warning::subject) == meant.end())
+        if (std::ranges::find(meant, subject, &Warning::subject) != meant.end())
+            continue;
+        if (auto fault = productFault(*product, review)) {
+            isStateSound = false;
+            if (!isOfParameter(*fault, unit, warnings))
                 warnings.push_back({unit.name, subject, std::move(fault->text), std::move(fault->remedy)});
+        }
     }
     const bool isExplained = !meant.empty();
     std::ranges::move(meant, std::back_inserter(warnings));
@@ -130,8 +79,11 @@ void addWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
             warnings.push_back({unit.name, "parameter " + parameter.name,
                                 "the output has no value: the script never set it, or set it to NaN",
                                 "call setParameter for it, or remove it"});
-    if (hasBalance(review) && !isExplained)
-        addBalanceWarnings(review, warnings);
+    if (!hasBalance(review))
+        return;
+    if (!isExplained)
+        addBalanceWarnings(review, isStateSound, warnings);
+    addOutputWarnings(review, warnings);
 }
 
 } // namespace solvane::host

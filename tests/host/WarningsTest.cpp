@@ -4,6 +4,7 @@
 #include "warnings/FailureHint.h"
 #include "warnings/MassRemedy.h"
 #include "warnings/MixtureEnthalpy.h"
+#include "warnings/OutputWarnings.h"
 #include "warnings/PlainNumbers.h"
 
 #include <gmock/gmock.h>
@@ -46,7 +47,7 @@ TEST(Warnings, reportImplausibleResults) {
               "refuse what makes it "
               "negative, by error\n"
               "warning: Drum, stream cold: the temperature, 100 K, lies outside 150 to 1500 K, the range "
-              "of the package's heat capacities; temperatures are in K\n"
+              "of the package's heat capacities; temperatures are in K, enthalpies in J/mol\n"
               "warning: Drum, stream bar: the pressure, 20 Pa, lies far below that of the feeds, 100000 Pa; "
               "pressures are in Pa: 1 bar is 1e5 Pa\n"
               "warning: Drum, parameter none: the output has no value: the script never set it, or set it to "
@@ -317,14 +318,16 @@ TEST_F(NitrogenUnit, warnOfEntropyThatFallsWithoutCooling) {
     StreamResult throttled = in;
     throttled.enthalpy = high.enthalpy;
     EXPECT_EQ(warningsOf(high, throttled), "");
-    EXPECT_THAT(warningsOf(throttled, high), testing::StartsWith("balance: the entropy falls by 13"));
+    EXPECT_THAT(warningsOf(throttled, high),
+                testing::StartsWith("stream high: the pressure, 500000 Pa, lies above"));
 }
 
 /// Two feeds and two products of methane, ethane and nitrogen, whose compounds do not close.
 class OpenBalanceTest : public ::testing::Test {
 protected:
-    static StreamResult stream(const char* name, double flow, std::vector<double> fraction) {
-        StreamResult result{name, 300, 1e5, flow, std::move(fraction)};
+    static StreamResult stream(const char* name, double flow, std::vector<double> fraction,
+                               double temperature = 300, double enthalpy = 500) {
+        StreamResult result{name, temperature, 1e5, flow, std::move(fraction), 1, enthalpy};
         result.massFlow = flow * molarMass(compounds, result.fraction);
         return result;
     }
@@ -334,9 +337,21 @@ protected:
         return massRemedy({{}, balanceOf("U", compounds, feeds, products), compounds, feeds, products});
     }
 
+    Warning firstWarning(const std::vector<StreamResult>& products) const {
+        std::vector<const StreamResult*> out;
+        for (const StreamResult& product : products)
+            out.push_back(&product);
+        const std::array feeds{&rich, &lean};
+        const UnitResult unit{.name = "U"};
+        std::vector<Warning> warnings;
+        addWarnings({unit, balanceOf("U", compounds, feeds, out), compounds, feeds, out}, warnings);
+        return warnings.empty() ? Warning() : warnings.front();
+    }
+
     static inline const std::array compounds{findCompound("methane"), findCompound("ethane"),
                                              findCompound("nitrogen")};
-    const StreamResult rich = stream("rich", 30, {0.2, 0.7, 0.1}), lean = stream("lean", 10, {0.6, 0.2, 0.2});
+    const StreamResult rich = stream("rich", 30, {0.2, 0.7, 0.1}, 300, 800),
+                       lean = stream("lean", 10, {0.6, 0.2, 0.2}, 310, -400);
     const std::vector<double> mixed{0.3, 0.575, 0.125};
     const StreamResult gas = stream("gas", 28, {0.4, 0.45, 0.15}), rest = stream("rest", 12, mixed);
 };
@@ -376,6 +391,99 @@ TEST_F(OpenBalanceTest, namesTheCompounds) {
               "stream b has the composition of feed lean: the balance closes with that of all feeds");
     EXPECT_EQ(remedy(stream("a", 28, mixed), stream("b", 11, {2.6 / 11, 6.9 / 11, 1.5 / 11})),
               "all compounds but one close: methane: 12 mol/s in, 11 mol/s out");
+}
+
+TEST_F(OpenBalanceTest, tellsFractionsFromStoichiometryAndFlows) {
+    EXPECT_EQ(firstWarning({stream("p", 40, {0.6, 1.15, 0.25})}).remedy,
+              "divide the composition by its sum: x/sum(x)");
+    EXPECT_EQ(firstWarning({stream("p", 20, {0.6, 1.15, 0.25})}).remedy,
+              "flow times fractions keeps each element: set the flow to the sum of the moles, 40 mol/s, and "
+              "divide them by it");
+    EXPECT_EQ(firstWarning({stream("p", 40, {0.3, 0.575, 0.2})}).remedy,
+              "with these fractions the balance is open in N only: look at the stoichiometry");
+}
+
+TEST_F(OpenBalanceTest, explainsImplausibleProducts) {
+    EXPECT_EQ(firstWarning({stream("a", 28, mixed), stream("b", -27, mixed)}).remedy,
+              "the balance closes with 12 mol/s: look at its formula");
+    EXPECT_EQ(firstWarning({stream("a", -60, mixed), stream("b", 100, mixed)}).remedy,
+              "stream b has 100 mol/s, more than all feeds, 40 mol/s: look at how the flow is split");
+    StreamResult product = stream("p", 40, mixed);
+    product.temperature = 2500;
+    product.enthalpy = 5e5;
+    EXPECT_EQ(firstWarning({product}).remedy, "the products have a thousand times the enthalpy of the feeds, "
+                                              "20000 W: enthalpies are in J/mol");
+    product.pressure = 5;
+    EXPECT_THAT(firstWarning({product}).text, testing::StartsWith("the pressure, 5 Pa, lies far below"));
+}
+
+TEST_F(OpenBalanceTest, namesWrongMeansOfTheFeeds) {
+    const auto textOf = [&](double enthalpy, double temperature = 310) {
+        StreamResult main = stream("main", 28, mixed), side = stream("side", 12, mixed);
+        main.enthalpy = 500;
+        side.enthalpy = enthalpy;
+        main.temperature = side.temperature = temperature;
+        return firstWarning({main, side}).text;
+    };
+    EXPECT_EQ(textOf(500), "");
+    EXPECT_EQ(textOf(0), "the enthalpy, 0 J/mol, is not that of the feeds");
+    EXPECT_EQ(textOf(0, 298.15), "");
+    EXPECT_EQ(textOf(150),
+              "the enthalpy, 150 J/mol, is that of the feeds, 500 J/mol, times the part of the flow, 0.3");
+    EXPECT_EQ(textOf(-100), "the enthalpy, -100 J/mol, is that of feed lean over the flow of all feeds");
+    EXPECT_EQ(
+        textOf(200),
+        "the enthalpy, 200 J/mol, is the mean of the feeds' molar enthalpies, not weighted by their flows");
+    EXPECT_EQ(textOf(10),
+              "the enthalpy, 10 J/mol, is the sum of the feeds' molar enthalpies over their flow");
+    EXPECT_EQ(
+        textOf(900, 302.5),
+        "the enthalpies change by 4800 W: the products have the mean of the feeds' temperatures, 302.5 K");
+    EXPECT_EQ(textOf(900), "");
+}
+
+TEST_F(OpenBalanceTest, comparesOutputsWithTheStreams) {
+    const std::vector<double> kilograms{0, 1, -1}, moles{0, 0, -1, 0, 0, 1}, kelvin{0, 0, 0, 0, 1},
+        pascal{-1, 1, -2};
+    const double mass = rich.massFlow + lean.massFlow,
+                 ethane = 23 * molarMass(compounds, std::array{0., 1., 0.});
+    struct Row {
+        const char* name;
+        double value;
+        const std::vector<double>& dimensionality;
+        const char* text;
+    };
+    const Row rows[] = {
+        {"mass flow", mass, kilograms, ""},
+        {"mass flow", 1000 * mass, kilograms, "1024.196 kg/s, is the mass flow of all feeds in g/s"},
+        {"mass flow", 3600 * mass, kilograms, "3687.106 kg/s, is the mass flow of all feeds in kg/h"},
+        {"ethane", 3.6 * ethane, kilograms, "2.489796 kg/s, is the mass flow of ethane in all feeds in t/h"},
+        {"additive", mass / 1000, kilograms, ""},
+        {"gas", 3.6 * 28, moles, "100.8 mol/s, is the flow of stream gas in kmol/h"},
+        {"reflux", 3.7 * 28, moles, ""},
+        {"temperature", 300 - 273.15, kelvin, "26.85 K, is the temperature of stream rich in degC"},
+        {"temperature drop", 300 - 273.15, kelvin, ""},
+        {"temperature", 1e5, kelvin, "100000 K, is the pressure of stream rich"},
+        {"temperature", 7000, kelvin, "7000 K, is no temperature of a process"},
+        {"E/R", 7000, kelvin, ""},
+        {"outlet pressure", 1, pascal, "1 Pa, is the pressure of stream rich in bar"},
+        {"pressure drop", 100, pascal, ""},
+    };
+    UnitResult unit{.name = "U", .parameters = {{.name = "output", .isInput = false}}};
+    const auto textFor = [&](const Row& row) {
+        ModelParameter& output = unit.parameters.front();
+        output.name = row.name;
+        output.value = row.value;
+        output.dimensionality = row.dimensionality;
+        std::vector<Warning> warnings;
+        addOutputWarnings({unit, {}, compounds, std::array{&rich, &lean}, std::array{&gas, &rest}}, warnings);
+        return textOf(warnings);
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(textFor(row),
+                  *row.text == '\0' ? "" : "parameter " + std::string(row.name) + ": the value, " + row.text);
+    unit.parameters.push_back({.name = "reflux ratio", .value = 3.6});
+    EXPECT_EQ(textFor({"reflux", 3.6 * 28, moles, ""}), "");
 }
 
 TEST(FailureHints, nameWhatAnEnthalpyOutOfRangeIs) {

@@ -1,0 +1,14 @@
+/// Products that are set at a wrong mean of the feeds.
+#pragma once
+
+#include "UnitReview.h"
+
+#include <vector>
+
+namespace solvane::host {
+
+/// Adds the products whose enthalpy or temperature shows how the script adds up the feeds, if the enthalpies
+/// do not balance. The unit keeps the mass.
+void addMeanWarnings(const UnitReview& review, std::vector<Warning>& warnings);
+
+} // namespace solvane::host
