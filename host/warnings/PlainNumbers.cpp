@@ -43,9 +43,10 @@ constexpr std::array feedNumbers{
 };
 
 /// Words in the names of temperatures and pressures that may be small, or of none that a stream has.
-constexpr std::array<std::string_view, 14> otherQuantities{
-    "drop", "diff", "rise",    "approach", "loss",   "change",     "delta",
-    "tol",  "step", "partial", "vapor",    "vapour", "activation", "vacuum"};
+constexpr std::array<std::string_view, 24> otherQuantities{
+    "drop",  "diff",    "rise",      "approach", "loss",       "change", "delta",    "tol",
+    "step",  "partial", "vapor",     "vapour",   "activation", "vacuum", "range",    "lift",
+    "glide", "span",    "superheat", "subcool",  "lmtd",       "margin", "increase", "decrease"};
 
 /// Whether the parameter is the temperature or pressure of a stream or vessel, such as "outlet pressure",
 /// "T2".

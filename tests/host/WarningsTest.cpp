@@ -463,6 +463,7 @@ TEST_F(OpenBalanceTest, comparesOutputsWithTheStreams) {
         {"reflux", 3.7 * 28, moles, ""},
         {"temperature", 300 - 273.15, kelvin, "26.85 K, is the temperature of stream rich in degC"},
         {"temperature drop", 300 - 273.15, kelvin, ""},
+        {"temperature range", 300 - 273.15, kelvin, ""},
         {"temperature", 1e5, kelvin, "100000 K, is the pressure of stream rich"},
         {"temperature", 7000, kelvin, "7000 K, is no temperature of a process"},
         {"E/R", 7000, kelvin, ""},
