@@ -102,7 +102,8 @@ std::string missingArgument(const Context& context) {
     for (const ScriptScope& scope : context.scopes)
         for (const ScriptClause& clause : scope.clauses)
             for (const Solver& solver : solvers)
-                if (function->inputs.size() > solver.arguments &&
+                if (clause.code.find(function->name) != std::string::npos &&
+                    function->inputs.size() > solver.arguments &&
                     std::regex_search(clause.code, std::regex("\\b" + std::string(solver.name) +
                                                               "\\s*\\(\\s*@\\s*" + function->name + "\\s*,")))
                     return std::string(solver.name) + " calls " + function->name + " with " +
@@ -181,6 +182,21 @@ std::string cellForText(const Context& context) {
     });
 }
 
+/// "setProduct(1, 0,7 * F, ...)": no port, row or column is 0.
+std::string commaInNumber(const Context& context) {
+    static const std::regex message(
+        R"(expected .*arguments, got|called with too many inputs|^Invalid call to)");
+    static const std::regex number(R"((?:^|[^\w.])0,(\d*[1-9])(?![\w.]))");
+    if (!context.scope || !std::regex_search(context.failure.message, message))
+        return {};
+    return firstIn(context, [](const std::string& code) {
+        std::smatch match;
+        return std::regex_search(code, match, number)
+                   ? "0," + match.str(1) + " is two arguments: write 0." + match.str(1)
+                   : std::string();
+    });
+}
+
 std::string notDouble(const Context& context) {
     static const std::regex message(R"(\bnot doubles|\bu?int(?:8|16|32|64)\b|\bfloat\b)");
     static const std::regex conversion(R"((?:^|[^\w.])(u?int(?:8|16|32|64)|single)\s*\()");
@@ -197,7 +213,8 @@ std::string notDouble(const Context& context) {
     return {};
 }
 
-constexpr std::array causes{clearedName, missingArgument, unseenVariable, loadedPart, cellForText, notDouble};
+constexpr std::array causes{clearedName, missingArgument, unseenVariable, loadedPart,
+                            cellForText, commaInNumber,   notDouble};
 
 } // namespace
 

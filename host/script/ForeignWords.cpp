@@ -31,7 +31,7 @@ constexpr std::array words{
     ForeignWord{
         R"(^(Dim|Const|var|let|const|int|float|integer|real|INTEGER|REAL|DOUBLE|IMPLICIT|implicit)\s+)"
         R"((?:[A-Za-z]\w*\s*(?:$|=|\()|\w+\s+(?:As|as|AS|none|NONE)\b))",
-        "a variable needs no declaration: it is what is assigned, as in x = 0"},
+        "a variable needs no declaration: x = 0 makes it"},
     ForeignWord{R"(^(import\s+(?:numpy|math|scipy|pandas)|from\s+\w+\s+import)\b)",
                 "remove it: all functions are known"},
     ForeignWord{R"((?:^|[^\w.])(True|TRUE)\b)", "write true"},

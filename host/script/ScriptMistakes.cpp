@@ -18,17 +18,19 @@ std::vector<ScriptFinding> decimalCommas(const std::vector<ScriptFile>& files) {
     static const std::regex before(R"(^(?:.*[^=~<>]=(?!=)|(if|elseif|while)\b).*?(?:^|[^\w.])(\d+)$)");
     static const std::regex after(R"(^,(\d+(?:[eE][-+]?\d+)?)(?![\w.]))");
     static const std::regex loop(R"(^(?:par)?for\b)");
+    constexpr std::size_t longestNumber = 30, longestQuoted = 40;
     std::vector<ScriptFinding> findings;
     for (const ScriptScope& scope : scopesOf(files))
         for (const ScriptClause& clause : scope.clauses) {
-            const std::string rest(clause.rest);
+            const std::string rest(clause.rest.substr(0, longestNumber));
             std::smatch whole, part;
-            if (!std::regex_search(clause.code, whole, before) || !std::regex_search(rest, part, after))
+            if (!std::regex_search(rest, part, after) || !std::regex_search(clause.code, whole, before))
                 continue;
             const std::string remedy = std::regex_search(clause.code, loop)
                                            ? whole.str(2) + ":" + part.str(1)
                                            : whole.str(2) + "." + part.str(1);
-            findings.push_back({placeOf(*scope.file, *clause.statement) + ": the comma in '" + clause.code +
+            findings.push_back({placeOf(*scope.file, *clause.statement) + ": the comma in '" +
+                                    (clause.code.size() > longestQuoted ? whole.str(2) : clause.code) +
                                     part.str() + "' ends the statement",
                                 "write " + remedy});
         }
@@ -106,7 +108,8 @@ std::vector<ScriptFinding> exchangedArguments(const std::vector<ScriptFile>& fil
             bool isMeant = false;
             for (const ScriptScope& scope : scopes)
                 for (const ScriptClause& clause : scope.clauses) {
-                    if (clause.code.starts_with("function"))
+                    if (clause.code.find(function.name) == std::string::npos ||
+                        clause.code.starts_with("function"))
                         continue;
                     for (const auto& arguments : argumentsOf(function.name, clause.code)) {
                         const auto [first, second] = exchanged(function.inputs, arguments);

@@ -47,8 +47,7 @@ TEST(ScriptReading, findsWhatIsSurelyAMistake) {
          "s.m:5: Matlab does not know 'End'; write end\n"},
         {"if a, x = 1; elif b, x = True; end", "s.m:1: Matlab does not know 'elif'; write elseif\n"
                                                "s.m:1: Matlab does not know 'True'; write true\n"},
-        {"real x", "s.m:1: Matlab does not know 'real'; a variable needs no declaration: it is what is "
-                   "assigned, as in x = 0\n"},
+        {"real x", "s.m:1: Matlab does not know 'real'; a variable needs no declaration: x = 0 makes it\n"},
         {"while (x .gt. 5)\nend", "s.m:1: Matlab does not know '.gt.'; write ==, ~=, >, >=, < or <=\n"},
         {"if (x > 0) {\nend",
          "s.m:1: Matlab does not know '{'; a block needs no bracket: it ends with end\n"},
@@ -129,6 +128,10 @@ TEST(ScriptReading, explainsFailures) {
         {"k = phaseNames(1);\nn = {1} + 2;",
          {"binary operator '+' not implemented for 'cell' by", "s.m", 2},
          ""},
+        {"setProduct(1, 0,75 * F, z);",
+         {"setProduct: expected 3 arguments, got 5. Usage: setProduct(product, flow)", "s.m", 1},
+         "0,75 is two arguments: write 0.75 in s.m:1"},
+        {"setProduct(1, 0, 75, 1,5, z);", {"setProduct: expected 3 arguments, got 6", "s.m", 1}, ""},
         {"F = int32(3);\nz = z / F;",
          {"setProduct: X must be 4 doubles, got 4 by 1 values that are not doubles", "s.m", 3},
          "what is calculated with the result of int32 in s.m:1 is no double; write round for whole numbers"},

@@ -54,7 +54,7 @@ MISTAKES = {
         ("P2, 'enthalpy', h2);", "P2, 'temperature', 173);",
          "warning: K1, stream Discharge: the temperature is 173 K, but the unit's enthalpies balance at 446.15 K"),
         ("% Compressor", "Dim P2 As Double\n% Compressor",
-         "warning: K1, script: compressor.m:1: Matlab does not know 'Dim'; a variable needs no declaration"),
+         "warning: K1, script: compressor.m:1: Matlab does not know 'Dim'; a variable needs no declaration: x = 0"),
         ("/ eta;", "/ eta / 1000;", "warning: K1, balance: the entropy falls by 3685.98 W/K, although the unit"),
         ("P2, 'enthalpy', h2);", "P2, 'entropy', s1);",
          "warning: K1, parameter power: the product has the entropy of the feed, and its enthalpy changes by 1.31145e+06 W"),
@@ -93,6 +93,9 @@ MISTAKES = {
         ("setProduct(1, s * F, z, 'pressure', P, 'enthalpy', H / F);",
          "setProduct(1, z, s * F, 'pressure', P, 'enthalpy', H / F);",
          "mixer.m:13:5: setProduct: flow must be one real, finite number, got 3 by 1 values"),
+        ("setProduct(1, s * F,", "setProduct(1, 0,7 * F,",
+         "mixer.m:13:5: setProduct: expected 7 arguments, got 8. Usage: setProduct(product, flow, composition, name1, value1, name2, "
+         "value2); 0,7 is two arguments: write 0.7"),
         ("setProduct(1, s * F, z, 'pressure', P, 'enthalpy', H / F);",
          "setProduct(1, s * F, z, 'pressure', P);",
          "mixer.m:13:5: setProduct: expected 7 arguments, got 5"),
