@@ -35,7 +35,6 @@ constexpr std::array solvers{Solver{"ode45", 2},      Solver{"ode23", 2},    Sol
 
 /// The failure in the script's text.
 struct Context {
-    const std::vector<ScriptFile>& files;
     const std::vector<ScriptScope>& scopes;
     const ScriptFailure& failure;
     const ScriptScope* scope = nullptr;         ///< null if the place is not known
@@ -221,7 +220,7 @@ constexpr std::array causes{clearedName, missingArgument, unseenVariable, loaded
 std::string failureCause(const UnitModel& model, const ScriptFailure& failure) {
     const std::vector<ScriptFile> files = scriptFilesOf(model);
     const std::vector<ScriptScope> scopes = scopesOf(files);
-    Context context{files, scopes, failure};
+    Context context{scopes, failure};
     std::vector<FunctionHeader> functions;
     for (const ScriptScope& scope : scopes)
         for (const ScriptClause& clause : scope.clauses)
