@@ -56,7 +56,8 @@ std::string gotText(const mxArray* array) {
     const std::size_t count = mxGetNumberOfElements(array);
     const std::string size = std::to_string(mxGetM(array)) + " by " + std::to_string(mxGetN(array));
     if (mxIsChar(array))
-        return mxGetM(array) > 1 ? ", got " + size + " characters" : ", got text";
+        return mxGetM(array) > 1 ? ", got " + size + " characters; [a; b] stacks texts: write [a b]"
+                                 : ", got text";
     if (mxIsCell(array))
         return ", got a cell, " + size;
     if (!mxIsNumeric(array) && !mxIsLogical(array))
@@ -69,12 +70,14 @@ std::string gotText(const mxArray* array) {
         return number.data();
     }
     if (!mxIsDouble(array))
-        return ", got " + size + " values that are not doubles";
+        return ", got " + size + " values that are not doubles, as int32(x) makes them; write double(x)";
     const double* const values = mxGetPr(array);
     const double* const bad =
         std::find_if_not(values, values + count, [](double x) { return std::isfinite(x); });
     return ", got " + size + " values" +
-           (bad == values + count ? "" : ", number " + std::to_string(bad - values + 1) + " is not finite");
+           (bad == values + count ? ""
+                                  : ", number " + std::to_string(bad - values + 1) +
+                                        (std::isnan(*bad) ? " is NaN" : " is infinite"));
 }
 
 mxArray* makeText(std::string_view bytes) {

@@ -25,13 +25,26 @@ function message = withRemedy (message, calls, tools)
   isComparison = ! isempty (regexp (message, '^mx_el_(?:eq|ne): |^nonconformant|operator ''[=!]='' not', "once"));
   if (isComparison && ! isempty (regexp (lineOf (calls(1), tools), '[=~!]=\s*[''"]|[''"]\s*[=~!]=', "once")))
     message = [regexprep(message, '^mx_el_..: ', "") "; compare texts with strcmp"];
+  elseif (! isempty (regexp (message, '^operator \*: nonconformant arguments \(op1 is (\d+x\d+), op2 is \1\)', "once")))
+    message = [message "; write .* to multiply element by element"];
   else
-    solvers = {"ode45", "ode23", "ode23s", "ode15s", "ode15i"};
-    solver = solvers(cellfun (@(one) any (strcmp ({calls.name}, one)), solvers));
-    if (! isempty (solver) && ! isempty (regexp (message, 'nonconformant|^ode15[is]: y0 must have \d+ elements', "once")))
-      message = [message "; the function that " solver{1} " calls must return a column of one value for each unknown"];
+    solver = solverIn (calls);
+    isOfSlopes = strncmp (solver, "ode", 3) && ...
+                 ! isempty (regexp (message, 'nonconformant|^ode15[is]: y0 must have \d+ elements', "once"));
+    if (isOfSlopes)
+      message = [message "; the function that " solver " calls must return a column of one value for each unknown"];
+    elseif (! isempty (solver) && strncmp (message, "Failed to calculate ", 20))
+      message = [message ", in a step of " solver]; % no state of the plant
     end
   end
+end
+
+% The innermost of the functions that call one of the user's at points of their own choice; empty without one.
+function name = solverIn (calls)
+  solvers = {"ode45", "ode23", "ode23s", "ode15s", "ode15i", "fzero", "fsolve", "fminsearch", "fminbnd", "fminunc"};
+  own = {calls.name};
+  own = own(cellfun (@(one) any (strcmp (solvers, one)), own));
+  name = [own {""}]{1};
 end
 
 function text = lineOf (call, tools)

@@ -59,13 +59,12 @@ std::optional<CheckFinding> faultOf(const Trial& trial, const Trial& base, const
     return std::nullopt;
 }
 
-/// Of a run that failed.
+/// Of a run that failed. The remedy is for failures that do not show their own.
 CheckFinding failureOf(const std::string& what, const Trial& trial, const char* remedy) {
-    return {what + trial.message,
-            trial.reachedLimit
-                ? "look at the loop there: let it end with an error after a number of passes, or "
-                  "give the run more time by --limit"
-                : remedy};
+    if (trial.reachedLimit)
+        remedy = "look at the loop there: let it end with an error after a number of passes, or give the run "
+                 "more time by --limit";
+    return {what + trial.message, trial.remedy.empty() ? remedy : trial.remedy};
 }
 
 /// Runs variations, each of which must succeed with sound outputs. A script may refuse them if `mayRefuse`.

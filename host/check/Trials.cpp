@@ -66,6 +66,11 @@ Trial Trials::runOn(Flowsheet& units, const Case& variation, const std::string& 
     trial.isRefused = !trial.reachedLimit && isRefusal(conditions_.sources, trial.results);
     if (const auto& place = trial.results.failure->scriptError)
         trial.message = scriptErrorLine(*place);
+    const std::string& hint = trial.results.failure->hint;
+    if (const std::string end = "; " + hint; !hint.empty() && trial.message.ends_with(end)) {
+        trial.message.resize(trial.message.size() - end.size());
+        trial.remedy = hint;
+    }
     if (watch.isStopRequested())
         conditions_.stopped = trial.message;
     return trial;

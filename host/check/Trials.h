@@ -15,6 +15,7 @@ struct Trial {
     bool isRefused = false;    ///< the script itself called `error`: it states what it cannot do
     bool reachedLimit = false; ///< of the time for a run
     std::string message;       ///< why it failed, with the place in the script
+    std::string remedy;        ///< what to do, if the failure itself shows it
     RunResults results;
     std::vector<Output> outputs; ///< of a run that succeeded
 };

@@ -79,13 +79,13 @@ RunResults blankResults(const Case& flowsheet) {
     return results;
 }
 
-/// Adds what to do to the message of the unit's failure, if that is known.
-void addHint(const std::string& unit, const RunResults& results, std::string& message) {
-    const auto failed = std::ranges::find(results.units, unit, &UnitResult::name);
-    if (failed == results.units.end())
-        return;
-    if (const std::string hint = failureHint(message, results.streams, *failed); !hint.empty())
+/// Adds what to do to the message of the failure of a unit, if that is known, and notes it as the failure's.
+void addHint(const UnitCase& unit, RunResults& results, std::string& message) {
+    const auto failed = std::ranges::find(results.units, unit.name, &UnitResult::name);
+    std::string hint = failureHint(message, {results, *failed, std::get_if<UnitModel>(&unit.model)});
+    if (!hint.empty())
         message.append("; ").append(hint);
+    results.failure->hint = std::move(hint);
 }
 
 } // namespace
@@ -131,7 +131,8 @@ bool Flowsheet::run(RunResults& results, std::string& error, RunWatch* watch) {
     std::optional<ScriptError>& script = results.failure->scriptError;
     script = findScriptError(case_, results);
     if (script)
-        addHint(results.failure->unit, results, script->message);
+        addHint(*std::ranges::find(case_.units, results.failure->unit, &UnitCase::name), results,
+                script->message);
     else
         addProductPlace(case_, *results.failure, error);
     addCause(*results.failure, error);
@@ -306,9 +307,9 @@ bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error
             results.warnings.push_back({case_.units[unit].name, "script", "it is empty, or has only comments",
                                         "let it call setProduct for each product"});
     }
-    addHint(case_.units[unit].name, results, error);
-    results.failure.emplace().message = error;
-    results.failure->unit = case_.units[unit].name;
+    results.failure.emplace().unit = case_.units[unit].name;
+    addHint(case_.units[unit], results, error);
+    results.failure->message = error;
     if (case_.isFlowsheet)
         error.insert(0, "Unit \"" + case_.units[unit].name + "\": ");
     return false;

@@ -116,6 +116,7 @@ struct RunFailure {
     std::string unit; ///< empty if none failed
     std::string message;
     std::optional<ScriptError> scriptError{};
+    std::string hint{}; ///< what to do, with which the message ends; empty if that is not known
 };
 
 /// The largest relative change of the tear streams in an iteration.

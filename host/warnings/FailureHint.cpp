@@ -1,10 +1,9 @@
 #include "FailureHint.h"
 
-#include "cases/UnitOfMeasure.h"
+#include "FlashHint.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <regex>
 
 namespace solvane::host {
@@ -21,6 +20,8 @@ constexpr std::string_view notListed = "a script finds the files that the model 
                                        "case, on the tab Files in the window";
 constexpr std::string_view noTables =
     "Octave lacks it; csvread(file, rows, columns) or dlmread reads numbers here and in Matlab";
+constexpr std::string_view notANumber = "0/0 makes NaN: divide by no flow, and give the products of a feed "
+                                        "without flow its composition";
 
 constexpr std::array rows{
     Row{"Vapor phase not found for vapor phase flash constraint",
@@ -32,58 +33,54 @@ constexpr std::array rows{
     Row{"'readmatrix' undefined", noTables},
     Row{"; the unit has no such port", "the unit's feeds are those that the case lists under \"feeds\", its "
                                        "products those under \"products\""},
+    Row{"is NaN. Usage: ", notANumber},
+    Row{", got nan. Usage: ", notANumber},
 };
 
-/// Numbers of messages have six digits.
-bool isSame(double left, double right) {
-    constexpr double part = 1e-5;
-    return left != 0 && std::abs(left - right) <= part * std::abs(left);
-}
-
-bool isPressure(double value, const std::vector<StreamResult>& streams, const UnitResult& unit) {
-    return std::ranges::any_of(streams,
-                               [&](const StreamResult& stream) { return isSame(value, stream.pressure); }) ||
-           std::ranges::any_of(unit.parameters, [&](const ModelParameter& parameter) {
-               const auto* number = parameter.value ? std::get_if<double>(&*parameter.value) : nullptr;
-               return number && isSame(value, *number) &&
-                      isSameDimension(parameter.dimensionality, parseUnit("Pa")->exponents);
-           });
-}
-
-/// Why an enthalpy lies out of range: another basis, another order, another unit.
-std::string enthalpyHint(std::string_view message, const std::vector<StreamResult>& streams,
-                         const UnitResult& unit) {
-    static const std::regex range(
-        R"(the (enthalpyF?) ([-+.e\d]+) at [-+.e\d]+ Pa lies outside ([-+.e\d]+) to ([-+.e\d]+))");
+/// Of a file beside the script that the model does not list, and which the script therefore lacks.
+std::string fileHint(std::string_view message, const FailedUnit& failed) {
+    static const std::regex missing(R"(unable to (?:find|open) file '?([^';:]+)|^'(\w+)' undefined)");
     std::match_results<std::string_view::const_iterator> match;
-    if (!std::regex_search(message.begin(), message.end(), match, range))
+    if (!failed.model || failed.model->script.path.empty() ||
+        !std::regex_search(message.begin(), message.end(), match, missing))
         return {};
-    const bool withFormation = match[1] == "enthalpyF";
-    const double value = std::stod(match[2].str()), least = std::stod(match[3].str()),
-                 most = std::stod(match[4].str());
-    const auto ofOtherBasis = std::ranges::find_if(streams, [&](const StreamResult& stream) {
-        return isSame(value, withFormation ? stream.enthalpy : stream.enthalpyF);
-    });
-    if (ofOtherBasis != streams.end())
-        return "stream " + ofOtherBasis->name + " has this 'enthalpy" + (withFormation ? "" : "F") +
-               "': use 'enthalpyF' throughout, or 'enthalpy'";
-    if (isPressure(value, streams, unit))
-        return "this value is a pressure: each value follows its name, as in 'pressure', P, 'enthalpy', h";
-    constexpr double thousand = 1000;
-    const double farthest =
-        3 * std::max(std::abs(least), std::abs(most)); // zero lies within, and so do thousandths
-    if (std::abs(value) > farthest && value / thousand >= least && value / thousand <= most)
-        return "a thousandth lies within: enthalpies are in J/mol, as all of the script's values";
-    return {};
+    const std::string name = match[1].matched ? match[1].str() : match[2].str() + ".m";
+    std::error_code error;
+    const std::filesystem::path path = failed.model->script.path.parent_path() /
+                                       std::filesystem::path(std::u8string(name.begin(), name.end()));
+    if (std::ranges::find(failed.model->files, name, &ModelFile::name) != failed.model->files.end() ||
+        !std::filesystem::is_regular_file(path, error))
+        return {};
+    return (match[1].matched ? "it" : name) +
+           " lies beside the script, but the model does not list it: add it to \"files\"";
+}
+
+/// The numbers of ports whose names the script gives.
+std::string portHint(std::string_view message, const UnitResult& unit) {
+    constexpr std::string_view named = " must be one whole number, counted from 1, got text";
+    const std::size_t at = message.find(named);
+    if (at == message.npos)
+        return {};
+    const bool isProduct = message.substr(0, at).ends_with("product");
+    std::string ports;
+    const std::vector<std::string>& streams = isProduct ? unit.products : unit.feeds;
+    for (std::size_t i = 0; i < streams.size(); ++i)
+        ports += (i > 0 ? ", '" : " '") + streams[i] + "' is " + std::to_string(i + 1);
+    return std::string(isProduct ? "products" : "feeds") + " are numbered:" + ports;
 }
 
 } // namespace
 
-std::string failureHint(std::string_view message, const std::vector<StreamResult>& streams,
-                        const UnitResult& unit) {
+std::string failureHint(std::string_view message, const FailedUnit& failed) {
+    constexpr std::size_t longest = 2000; // regular expressions recurse with each character
+    message = message.substr(0, longest);
+    for (const std::string& hint :
+         {fileHint(message, failed), portHint(message, failed.unit), flashHint(message, failed)})
+        if (!hint.empty())
+            return hint;
     const auto row =
         std::ranges::find_if(rows, [&](const Row& one) { return message.find(one.message) != message.npos; });
-    return row == rows.end() ? enthalpyHint(message, streams, unit) : std::string(row->hint);
+    return row == rows.end() ? "" : std::string(row->hint);
 }
 
 } // namespace solvane::host

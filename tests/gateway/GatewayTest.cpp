@@ -280,7 +280,7 @@ TEST_F(Gateway, misuseNamesTheFunctionAndItsUsageAndNeverReachesTheUnit) {
         {flash(matrix(3, 1, {0.2, 0.3, 0.5}), 1), badX("3 by 1 values")},
         {flash(matrix(2, 2, {0.2, 0.3, 0.5, 0}), 1),
          badX("2 by 2 values; a row with a column makes a matrix: write x(:) for each")},
-        {flash(matrix(2, 1, {0.5, nan}), 1), badX("2 by 1 values, number 2 is not finite")},
+        {flash(matrix(2, 1, {0.5, nan}), 1), badX("2 by 1 values, number 2 is NaN")},
         {flash(sparseVector, 1), badX("2 by 1 sparse values")},
         {flash(u"ab", 1), badX("text")},
         {flash(composition(), infinity),
@@ -290,7 +290,9 @@ TEST_F(Gateway, misuseNamesTheFunctionAndItsUsageAndNeverReachesTheUnit) {
          "2 "
          "values. Usage: setParameter(name, value)"},
         {{u"logMessage", textColumn},
-         "logMessage: text must be text in single quotes, got 2 by 1 characters" + logUsage},
+         "logMessage: text must be text in single quotes, got 2 by 1 characters; [a; b] stacks texts: write "
+         "[a b]" +
+             logUsage},
         {{u"logMessage", std::u16string_view(u"a\0b", 3)},
          "logMessage: text must not hold the character with code 0" + logUsage},
         {{u"logMessage", u"\u0391\u0101"},

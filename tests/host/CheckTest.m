@@ -65,6 +65,10 @@ expectFound ({'plausibility'}, [reads {'F = 0.99 * F;', sets('T')}]);
 expectFound ({'plausibility'}, [reads {'P = P/1e5;', sets('T')}], {'to do    pressures are in Pa: 1 bar is 1e5 Pa'});
 expectFound ({'plausibility'}, [reads {'z = 0.9 * z;', sets('T')}], ...
   {'to do    divide the composition by its sum', '1 finding.'});
+% A failure that shows its own remedy.
+expectFound ({'plausibility', 'order of compounds', 'absent compounds', 'single phases'}, ...
+  [reads {'z = z + [-0.1; 0.1; 0];', sets('T')}], ...
+  {'the mole fraction of propane, -0.1, is negative', 'to do    no feed has it, and yet it is used up'});
 % Each phase is missed alone: also where the bubble point lies below the data, and in a drum whatever the feed's temperature.
 phase = @(name) {['own = strcmpi(phases, ''' name ''');'], 'T = T + 1e-9 * x(1, own);', sets('T')};
 light = '{"methane": 0.5, "propane": 0.5}';

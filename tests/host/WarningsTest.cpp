@@ -1,7 +1,6 @@
 #include "warnings/Warnings.h"
 #include "results/Balances.h"
 #include "results/ResultTables.h"
-#include "warnings/FailureHint.h"
 #include "warnings/MassRemedy.h"
 #include "warnings/MixtureEnthalpy.h"
 #include "warnings/OutputWarnings.h"
@@ -485,24 +484,6 @@ TEST_F(OpenBalanceTest, comparesOutputsWithTheStreams) {
                   *row.text == '\0' ? "" : "parameter " + std::string(row.name) + ": the value, " + row.text);
     unit.parameters.push_back({.name = "reflux ratio", .value = 3.6});
     EXPECT_EQ(textFor({"reflux", 3.6 * 28, moles, ""}), "");
-}
-
-TEST(FailureHints, nameWhatAnEnthalpyOutOfRangeIs) {
-    const std::vector<StreamResult> streams{{"in", 300, 2e5, 1, {1}, 1, 10337.63, -110345.6}};
-    const UnitResult unit{.name = "U",
-                          .parameters = {{.name = "P", .value = 5e5, .dimensionality = {-1, 1, -2}}}};
-    const auto hint = [&](const char* enthalpy) {
-        return failureHint("The flash failed: the " + std::string(enthalpy) +
-                               " at 100000 Pa lies outside -18304.9 to 223208, the values from 50 K (J/mol)",
-                           streams, unit);
-    };
-    EXPECT_THAT(hint("enthalpyF 10337.6"), testing::StartsWith("stream in has this 'enthalpy'"));
-    EXPECT_THAT(hint("enthalpy -110346"), testing::StartsWith("stream in has this 'enthalpyF'"));
-    EXPECT_THAT(hint("enthalpy 500000"), testing::StartsWith("this value is a pressure"));
-    EXPECT_THAT(hint("enthalpy 6.27294e+06"), testing::StartsWith("a thousandth lies within"));
-    EXPECT_EQ(hint("enthalpy 6.27294e+09"), "");
-    EXPECT_EQ(hint("enthalpy -220691"), "");
-    EXPECT_EQ(failureHint("the temperature 3 lies outside 50 to 3000 K", streams, unit), "");
 }
 
 } // namespace

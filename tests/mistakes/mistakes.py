@@ -51,6 +51,15 @@ MISTAKES = {
          "warning: K1, parameter power: the enthalpies change by 1.7486e+06 W"),
         ("P2, 'enthalpy', h2);", "P2, 'enthalpy', h2 * 1000);",
          "compressor.m:10: Failed to flash product 1 (Discharge): The flash failed: the enthalpy 6.27294e+06"),
+        ("P2, 'enthalpy', h2);", "P2, 'enthalpy', F * h2);",
+         "compressor.m:10: Failed to flash product 1 (Discharge): The flash failed: the enthalpy 1.74248e+06 at 500000 Pa "
+         "lies outside -18304.9 to 223208, the values from 50 K to 3000 K (J/mol); flashes take values per mol"),
+        ("'entropy', s1,", "'entropy', F * s1,",
+         "compressor.m:8:7: Failed to calculate equilibrium: The flash failed: the entropy 1431.77 at 500000 Pa "
+         "lies outside -141.607 to 157.242, the values from 50 K to 3000 K (J/mol/K); flashes take values per mol"),
+        ("P2, 'enthalpy', h2);", "P2, 'temperature', 25);",
+         "compressor.m:10: Failed to flash product 1 (Discharge): The flash failed: the temperature 25 K lies outside 50 to "
+         "3000 K; temperatures are in K: 25 degC are 298.15 K"),
         ("P2, 'enthalpy', h2);", "P2, 'temperature', 173);",
          "warning: K1, stream Discharge: the temperature is 173 K, but the unit's enthalpies balance at 446.15 K"),
         ("% Compressor", "Dim P2 As Double\n% Compressor",
@@ -87,7 +96,22 @@ MISTAKES = {
         ("for i = 1", "for i = 0", "mixer.m:5:13: port number out of range for getFeedProp; expected 1 to 2, got 0"),
         ("zeros(nComp, 1)", "zeros(4, 1)", "mixer.m:5:7: operator +: nonconformant arguments (op1 is 4x1, op2 is 3x1)"),
         ("zeros(nComp, 1)", "zeros(1, nComp)", "mixer.m:13:5: operator /: nonconformant arguments (op1 is 1x1, op2 is 1x3)"),
-        ("z = n / F;", "z = n / F; w = z * z;", "mixer.m:12:18: operator *: nonconformant arguments"),
+        ("z = n / F;", "z = n / F; w = z * z;", "mixer.m:12:18: operator *: nonconformant arguments (op1 is 3x1, op2 is 3x1); "
+         "write .* to multiply element by element"),
+        ("F = sum(n);", "F = int32(sum(n));", "mixer.m:13:5: setProduct: composition must be a full vector of 3 real, finite "
+         "doubles, the mole fraction of each compound, got 3 by 1 values that are not doubles, as int32(x) makes them"),
+        ("F = sum(n);", "F = sum(n); P = P - 20e5;",
+         "error: case.json: Calculate failed: Failed to flash product 1 (Main): The flash failed: the pressure -1.2e+06 Pa is "
+         "not positive; more pressure is lost than there is"),
+        ("getFeedProp(i, 'enthalpy')", "getFeedProp(i, 'enthalpyF')",
+         "error: case.json: Calculate failed: Failed to flash product 1 (Main): The flash failed: the enthalpy -143182 at "
+         "800000 Pa lies outside -48020.8 to 639522, the values from 50 K to 3000 K (J/mol); the mixture of the feeds has "
+         "this 'enthalpyF': use 'enthalpyF' throughout"),
+        ("setProduct(1, s", "setProduct('Main', s", "mixer.m:13:5: setProduct: product must be one whole number, counted from "
+         "1, got text. Usage: setProduct(product, flow, composition, name1, value1, name2, value2); products are numbered: "
+         "'Main' is 1, 'Side' is 2"),
+        ("sprintf('total %.3f mol/s at %.2f bar', F, P / 1e5)", "['total'; 'state']", "mixer.m:21:1: setReport: content must be "
+         "text in single quotes, got 2 by 5 characters; [a; b] stacks texts: write [a b]"),
         ("z = n / F;", "z = n;", "warning: MS, stream Main: the mole fractions sum to 100, not to 1"),
         ("z = n / F;", "z = n / F * 1.1;", "warning: MS, stream Main: the mole fractions sum to 1.1, not to 1"),
         ("setProduct(1, s * F, z, 'pressure', P, 'enthalpy', H / F);",
@@ -171,7 +195,11 @@ MISTAKES = {
         ("d = slope(v, xi,", "d = slope(xi, v,", "warning: WGS, script: reactor.m:25: the call passes 'v' and 'xi' to slope"),
         ("cat = load('catalyst.mat');", "load catalyst.mat", "reactor.m:6:9: Invalid call to cat.  Correct usage is:, -- cat (DIM, ARRAY1, ARRAY2, ..., ARRAYN); load without a result"),
         ("* P / 1e5", "* P",
-         "reactor.m:45:18: Failed to calculate equilibrium: The flash failed: the mole fraction of carbon monoxide, -69.5"),
+         "reactor.m:45:18: Failed to calculate equilibrium: The flash failed: the mole fraction of carbon monoxide, -69.5621, is "
+         "negative, in a step of ode45; a rate, or the step, is far too large: look at the units of R and E"),
+        ("* xi(end);", "* xi(end) * 3;",
+         "reactor.m:29:22: Failed to calculate equilibrium: The flash failed: the mole fraction of carbon monoxide, -0.00841791, "
+         "is negative; more is taken away than there is"),
         ("'carbon monoxide'", "'CO'",
          "warning: WGS, names in the script: reactor.m:14: 'CO' is not the name of a compound; write 'carbon monoxide'"),
         ("z, 'temperature', T", "z, 'temperature', getFeedProp(1, 'temperature')",
@@ -186,6 +214,10 @@ MISTAKES = {
         ("k * (p", "k * ((p", "rate.m:7:9: parse error: '(' in line 7 of rate.m is not closed"),
         ("/ K);\n", "/ K);\nend\nend\n", "rate.m:9:3: parse error: end"),
         ("8.314;", "8.314; q = zeros(nComp, 1);", "rate.m:3:22: 'nComp' undefined; functions see what the unit gives the script after a line 'global nComp'"),
+        ("exp(-kin.E", "exp(kin.E",
+         "reactor.m:45:18: Failed to calculate equilibrium: The flash failed: the mole fraction of carbon monoxide, -0.496424, "
+         "is negative, in a step of ode45; a rate, or the step, is far too large: look at the units of R and E in exp(-E/(R*T)), "
+         "at its sign"),
         ("8.314;", "rate(T, p, kin);", "rate.m:3:5: max_recursion_depth exceeded"),
     ],
     ("shift-reactor", "kinetics.csv"): [
@@ -199,9 +231,9 @@ MISTAKES = {
         ("0.5,47400", "0.5,47,400", "warning: WGS, script: lines 1 and 2 of kinetics.csv have 2 and 3 cells"),
     ],
     ("shift-reactor", "case.json"): [
-        (', "rate.m"', "", "reactor.m:47:5: 'rate' undefined"),
+        (', "rate.m"', "", "reactor.m:47:5: 'rate' undefined; rate.m lies beside the script, but the model does not list it"),
         ('"rate.m"', '"rates.m"', "error: case.json: model.files[2]: the file rates.m does not exist"),
-        (' "catalyst.mat",', "", "reactor.m:3:7: load: unable to find file catalyst.mat"),
+        (' "catalyst.mat",', "", "reactor.m:3:7: load: unable to find file catalyst.mat; it lies beside the script, but the model does not list it"),
     ],
 }
 
