@@ -1,5 +1,6 @@
 #include "CaseCheck.h"
 
+#include "IdleParameter.h"
 #include "Jumps.h"
 #include "Leftovers.h"
 #include "Noise.h"
@@ -337,8 +338,7 @@ CheckOutcome lookAtParameters(CheckedCase& checked) {
             }))
             outcome.findings.push_back(
                 {change.name + ": no result changes with it, by 1 % or by a factor of 2",
-                 "look for the term that it is in: it may be lost, set anew by the script, at its limit, "
-                 "or 0, as a rate is by an activation energy in other units than R"});
+                 remedyOfIdleParameter(checked.conditions.sources.units[change.unit], change.parameter)});
     outcome.summary = changes.empty() ? "nothing to vary: no real input surely counts"
                                       : counted(changes.size(), "parameter") + " changed by 1 %";
     return outcome;

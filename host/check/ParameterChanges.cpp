@@ -43,8 +43,11 @@ std::vector<ParameterChange> parameterChanges(const Case& flowsheet, const std::
                 parameter.isInput && parameter.value ? std::get_if<double>(&*parameter.value) : nullptr;
             if (!value || *value == 0 || !std::isfinite(*value) || hasWord(parameter.name, withoutEffect))
                 continue;
-            ParameterChange change{
-                (flowsheet.isFlowsheet ? units[unit].name + ": " : "") + "parameter " + parameter.name, {}};
+            ParameterChange change{(flowsheet.isFlowsheet ? units[unit].name + ": " : "") + "parameter " +
+                                       parameter.name,
+                                   unit,
+                                   parameter.name,
+                                   {}};
             for (const double factor : factors)
                 for (const double changed : {*value * factor, *value / factor})
                     if (limitFault(parameter, changed).empty()) {

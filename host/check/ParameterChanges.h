@@ -11,6 +11,8 @@ namespace solvane::host {
 
 struct ParameterChange {
     std::string name; ///< of the parameter, in a flowsheet after that of its unit
+    std::size_t unit = 0;
+    std::string parameter;
     std::vector<CaseVariation> variations;
 };
 
