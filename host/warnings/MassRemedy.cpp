@@ -116,10 +116,15 @@ std::string otherUnit(const OpenBalance& open) {
     return "";
 }
 
-std::string loneFeed(const OpenBalance& open) {
+std::vector<const StreamResult*> flowingFeeds(const OpenBalance& open) {
     std::vector<const StreamResult*> flowing;
     std::ranges::copy_if(open.review.feeds, std::back_inserter(flowing),
                          [](const StreamResult* feed) { return feed->totalFlow > 0; });
+    return flowing;
+}
+
+std::string loneFeed(const OpenBalance& open) {
+    const std::vector<const StreamResult*> flowing = flowingFeeds(open);
     for (const StreamResult* feed : flowing)
         if (flowing.size() > 1 && open.isEqual(open.molesOf(std::array{feed}), open.out)) {
             const StreamResult* other = flowing.front() == feed ? flowing.back() : flowing.front();
@@ -128,6 +133,17 @@ std::string loneFeed(const OpenBalance& open) {
                    " no effect";
         }
     return "";
+}
+
+std::string meanComposition(const OpenBalance& open) {
+    Moles fractions(open.in.size());
+    for (const StreamResult* feed : flowingFeeds(open))
+        for (std::size_t i = 0; i < fractions.size(); ++i)
+            fractions[i] += feed->fraction[i];
+    return open.isEqual(open.out, fractions, sum(open.in) / sum(fractions))
+               ? "the products have the mean of the feeds' compositions, not weighted by their flows: add up "
+                 "their flows of each compound"
+               : "";
 }
 
 std::string oneFactor(const OpenBalance& open) {
@@ -200,8 +216,8 @@ std::string someElements(const OpenBalance& open) {
                                   " only: compare the script's balance with its equations";
 }
 
-constexpr std::array rules{noFlow,     otherUnit,         loneFeed, oneFactor,   scaledFeed,
-                           otherOrder, compositionOfFeed, oneFlow,  oneCompound, someElements};
+constexpr std::array rules{noFlow,     otherUnit,         loneFeed, meanComposition, oneFactor,   scaledFeed,
+                           otherOrder, compositionOfFeed, oneFlow,  oneCompound,     someElements};
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #include "thermo/IdealGas.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 
@@ -16,6 +17,17 @@ namespace {
 constexpr double flashPart = 1e-6;
 /// Of ideal gases, K.
 constexpr double zeroOfEnthalpy = 298.15;
+
+/// Of mole fractions.
+constexpr double clearDistance = 1e-2;
+
+/// The largest difference of mole fractions.
+double distance(const std::vector<double>& left, const std::vector<double>& right) {
+    double largest = 0;
+    for (std::size_t i = 0; i < left.size(); ++i)
+        largest = std::max(largest, std::abs(left[i] - right[i]));
+    return largest;
+}
 
 /// A sum that scripts make by mistake.
 struct Mean {
@@ -52,9 +64,15 @@ public:
         return sum([&](const StreamResult& feed) { return feed.totalFlow * enthalpyOf(feed); }) / flow();
     }
 
-    /// K, weighted by the flows.
-    double meanTemperature() const {
-        return sum([](const StreamResult& feed) { return feed.totalFlow * feed.temperature; }) / flow();
+    /// K; weighted by the flows, the mass flows, and not at all.
+    std::array<double, 3> meanTemperatures() const {
+        const auto mean = [&](const auto& weight) {
+            return sum([&](const StreamResult& feed) { return weight(feed) * feed.temperature; }) /
+                   sum(weight);
+        };
+        return {mean([](const StreamResult& feed) { return feed.totalFlow; }),
+                mean([](const StreamResult& feed) { return feed.massFlow; }),
+                mean([](const StreamResult&) { return 1.0; })};
     }
 
     bool hasOneTemperature() const {
@@ -75,15 +93,37 @@ public:
             {part * mixed(),
              "is that of the feeds, " + shortNumber(mixed(), 6) + " J/mol, times the part of the flow, " +
                  shortNumber(part, 4),
-             "molar enthalpies are not split: set each product at that of the feeds"}};
+             "molar enthalpies are not split: set each product at that of the feeds"},
+            {flow() * mixed(), "is the heat flow of the feeds in W",
+             "divide it by their flow: sum(F .* h) / sum(F)"}};
         for (const StreamResult* feed : feeds_)
             means.push_back({feed->totalFlow * enthalpyOf(*feed) / flow(),
                              "is that of feed " + feed->name + " over the flow of all feeds",
                              "look at the loop that adds up the enthalpies of the feeds"});
+        if (isMixture(product))
+            for (const StreamResult* feed : feeds_)
+                for (const StreamResult* used : feeds_)
+                    means.push_back(
+                        {mixed() + feed->totalFlow * (enthalpyOf(*used) - enthalpyOf(*feed)) / flow(),
+                         "counts that of feed " + used->name + " in place of that of feed " + feed->name,
+                         "look at which feed's enthalpy the script gets for each"});
         return means;
     }
 
 private:
+    /// Whether the product is all feeds together, and clearly none of them: one that passes through, heated
+    /// or purified, may rightly have the enthalpy of its feed.
+    bool isMixture(const StreamResult& product) const {
+        std::vector<double> mixture(product.fraction.size());
+        for (std::size_t i = 0; i < mixture.size(); ++i)
+            mixture[i] =
+                sum([&](const StreamResult& feed) { return feed.totalFlow * feed.fraction[i]; }) / flow();
+        return distance(product.fraction, mixture) <= flashPart &&
+               std::ranges::all_of(feeds_, [&](const StreamResult* feed) {
+                   return distance(product.fraction, feed->fraction) >= clearDistance;
+               });
+    }
+
     double StreamResult::* enthalpy_;
     std::vector<const StreamResult*> feeds_;
 };
@@ -103,16 +143,17 @@ bool isInput(double temperature, const UnitReview& review) {
 
 } // namespace
 
-void addMeanWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
+std::vector<Warning> wrongMeans(const UnitReview& review) {
+    std::vector<Warning> warnings;
     const Feeds feeds(review);
     if (!(feeds.flow() > 0) || isBalanced(review))
-        return;
+        return warnings;
     for (const StreamResult* product : review.products) {
         const double tolerance = flashPart * gasConstant * product->temperature;
         const auto isSame = [&](double left, double right) { return std::abs(left - right) <= tolerance; };
         const double enthalpy = feeds.enthalpyOf(*product);
         // Right products have the enthalpy of all feeds together, or that of an ideal gas at its zero.
-        if (product->totalFlow == 0 || isSame(enthalpy, feeds.mixed()) ||
+        if (!(product->totalFlow > 0) || isSame(enthalpy, feeds.mixed()) ||
             std::abs(product->temperature - zeroOfEnthalpy) < 1e-2)
             continue;
         for (const Mean& mean : feeds.wrongMeans(*product))
@@ -123,16 +164,18 @@ void addMeanWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
                 break;
             }
     }
-    const double mean = feeds.meanTemperature();
-    if (feeds.hasOneTemperature() || isInput(mean, review) ||
-        !std::ranges::all_of(review.products,
-                             [&](const StreamResult* product) { return isNear(product->temperature, mean); }))
-        return;
-    warnings.push_back({review.unit.name, "balance",
-                        "the enthalpies change by " + watts(gain(review.balance.enthalpy)) +
-                            ": the products have the mean of the feeds' temperatures, " +
-                            shortNumber(mean, 6) + " K",
-                        "set them at the mean of the feeds' enthalpies"});
+    if (!warnings.empty() || feeds.hasOneTemperature())
+        return warnings;
+    for (const double mean : feeds.meanTemperatures())
+        if (!isInput(mean, review) && std::ranges::all_of(review.products, [&](const StreamResult* product) {
+                return isNear(product->temperature, mean);
+            }))
+            return {{review.unit.name, "balance",
+                     "the enthalpies change by " + watts(gain(review.balance.enthalpy)) +
+                         ": the products have the mean of the feeds' temperatures, " + shortNumber(mean, 6) +
+                         " K",
+                     "set them at the mean of the feeds' enthalpies"}};
+    return warnings;
 }
 
 } // namespace solvane::host

@@ -7,8 +7,8 @@
 
 namespace solvane::host {
 
-/// Adds the products whose enthalpy or temperature shows how the script adds up the feeds, if the enthalpies
-/// do not balance. The unit keeps the mass.
-void addMeanWarnings(const UnitReview& review, std::vector<Warning>& warnings);
+/// The products whose enthalpy or temperature shows how the script adds up the feeds, if the enthalpies do
+/// not balance. The unit keeps the mass.
+std::vector<Warning> wrongMeans(const UnitReview& review);
 
 } // namespace solvane::host

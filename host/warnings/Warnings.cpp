@@ -36,11 +36,17 @@ void addBalanceWarnings(const UnitReview& review, bool isStateSound, std::vector
     if (!addMassWarnings(review, warnings))
         return;
     const std::size_t before = warnings.size();
-    for (const auto add : {addMeanWarnings, addEnthalpyWarnings, addPressureWarnings})
+    for (const auto add : {addEnthalpyWarnings, addPressureWarnings})
         if (warnings.size() == before)
             add(review, warnings);
     if (warnings.size() == before && isStateSound)
         addEntropyWarnings(review, warnings);
+}
+
+/// What the balance of enthalpies proves of the states: a fault of a product may be its consequence.
+std::vector<Warning> wrongStates(const UnitReview& review) {
+    std::vector<Warning> warnings = meantTemperatures(review);
+    return warnings.empty() ? wrongMeans(review) : warnings;
 }
 
 /// A source or a sink of the flowsheet conserves nothing, and wrong fractions no balance.
@@ -59,12 +65,12 @@ void addScriptWarnings(const UnitResult& unit, std::vector<Warning>& warnings) {
 
 void addWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
     const UnitResult& unit = review.unit;
-    std::vector<Warning> meant = hasBalance(review) && isKept(review.balance.mass) ? meantTemperatures(review)
-                                                                                   : std::vector<Warning>();
+    std::vector<Warning> proven =
+        hasBalance(review) && isKept(review.balance.mass) ? wrongStates(review) : std::vector<Warning>();
     bool isStateSound = true;
     for (const StreamResult* product : review.products) {
         const std::string subject = "stream " + product->name;
-        if (std::ranges::find(meant, subject, &Warning::subject) != meant.end())
+        if (std::ranges::find(proven, subject, &Warning::subject) != proven.end())
             continue;
         if (auto fault = productFault(*product, review)) {
             isStateSound = false;
@@ -72,8 +78,8 @@ void addWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
                 warnings.push_back({unit.name, subject, std::move(fault->text), std::move(fault->remedy)});
         }
     }
-    const bool isExplained = !meant.empty();
-    std::ranges::move(meant, std::back_inserter(warnings));
+    const bool isExplained = !proven.empty();
+    std::ranges::move(proven, std::back_inserter(warnings));
     for (const ModelParameter& parameter : unit.parameters)
         if (!parameter.isInput && !isSet(parameter))
             warnings.push_back({unit.name, "parameter " + parameter.name,

@@ -439,6 +439,13 @@ TEST_F(OpenBalanceTest, namesWrongMeansOfTheFeeds) {
         textOf(900, 302.5),
         "the enthalpies change by 4800 W: the products have the mean of the feeds' temperatures, 302.5 K");
     EXPECT_EQ(textOf(900), "");
+    EXPECT_EQ(
+        textOf(900, 305),
+        "the enthalpies change by 4800 W: the products have the mean of the feeds' temperatures, 305 K");
+    EXPECT_EQ(textOf(800), "the enthalpy, 800 J/mol, counts that of feed rich in place of that of feed lean");
+    EXPECT_EQ(firstWarning({stream("hot", 40, mixed, 1600, 20000)}).text,
+              "the enthalpy, 20000 J/mol, is the heat flow of the feeds in W");
+    EXPECT_EQ(firstWarning({rich, stream("heated", 10, lean.fraction, 310, 150)}).text, "");
 }
 
 TEST_F(OpenBalanceTest, comparesOutputsWithTheStreams) {

@@ -142,6 +142,13 @@ MISTAKES = {
          "warning: MS, stream Main: the enthalpy, -338.825 J/mol, is the sum of the feeds' molar enthalpies over their flow"),
         ("(1 - s) * F, z, 'pressure', P, 'enthalpy', H / F", "(1 - s) * F, z, 'pressure', P, 'enthalpy', (1 - s) * H / F",
          "warning: MS, stream Side: the enthalpy, -4978.62 J/mol, is that of the feeds, -16595.4 J/mol, times the part"),
+        ("getFeedProp(i, 'enthalpy')", "getFeedProp(1, 'enthalpy')",
+         "warning: MS, stream Main: the enthalpy, -18670.6 J/mol, counts that of feed A in place of that of feed B"),
+        ("z = n / F;", "z = n / F; H = F * flashProperty(z, 'pressure', P, 'temperature', 325, 'enthalpy');",
+         "warning: MS, balance: the enthalpies change by -118326 W: the products have the mean of the feeds' temperatures, 325 K"),
+        ("z = n / F;", "z = (getFeedProp(1, 'fraction') + getFeedProp(2, 'fraction')) / 2;",
+         "warning: MS, balance: 5.868508 kg/s go in and 5.742265 kg/s come out; the products have the mean of the feeds' "
+         "compositions, not weighted by their flows"),
         ("if F > 0\n    z", "if compNames(1) == 'propane', F = F; end\nif F > 0\n    z",
          "mixer.m:11:17: binary operator '==' not implemented for 'cell' by 'matrix' operations; compare texts with strcmp"),
         ("if F > 0\n    z", "if compNames{1} == 'n-butane', F = F; end\nif F > 0\n    z",
