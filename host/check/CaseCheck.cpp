@@ -55,7 +55,7 @@ std::optional<CheckFinding> faultOf(const Trial& trial, const Trial& base, const
     for (const Warning& warning : trial.results.warnings)
         if (std::ranges::find(base.results.warnings, warning.subject, &Warning::subject) ==
                 base.results.warnings.end() &&
-            !isOutsideData(warning, trial.results))
+            warning.text != nothingReacts && !isOutsideData(warning, trial.results))
             return CheckFinding{warning.subject + ": " + warning.text, warning.remedy};
     return std::nullopt;
 }

@@ -94,6 +94,9 @@ struct Warning {
 /// The subject of warnings about names that a script looks for.
 inline constexpr char namesInScript[] = "names in the script";
 
+/// The text of warnings about a result that shows no reaction, as is right for a feed without a reactant.
+inline constexpr char nothingReacts[] = "it is 0: nothing reacts";
+
 struct LogLine {
     std::string unit;
     std::string text;

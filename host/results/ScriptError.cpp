@@ -24,9 +24,10 @@ constexpr std::array enginesWarnings{
     EnginesWarning{"which nothing calls, and what follows it never runs",
                    "write its statements before it, outside of any function, or call it there"},
     EnginesWarning{"and what follows it never runs", "close or remove it"},
-    EnginesWarning{"is not a number, but is read as one",
-                   "correct the file, with decimals after a point, or skip headers: csvread(file, rows, "
-                   "columns)"},
+    EnginesWarning{
+        "is not a number, but is read as one",
+        "correct the file, with decimals after a point, or skip headers, as in csvread(file, 1, 0) or "
+        "dlmread(file, ',', 1, 0)"},
     EnginesWarning{"but are not read so", "name the separator, as in dlmread(file, ';') or dlmread(file, "
                                           "'\\t'), and write decimals after a point"},
     EnginesWarning{"and their columns do not match",

@@ -181,6 +181,25 @@ std::string cellForText(const Context& context) {
     });
 }
 
+/// "T = flashEquilibrium(...)", and then T as a number.
+std::string phasesForNumber(const Context& context) {
+    static const std::regex cell(R"(\bcell\b|'cell')"), flash(R"(^(\w+Equilibrium)\s*\()");
+    if (!context.scope || !std::regex_search(context.failure.message, cell))
+        return {};
+    for (const ScriptClause* failed : context.clauses)
+        for (const ScriptClause& clause : context.scope->clauses) {
+            const Assignment assignment = assignmentIn(clause.code);
+            std::smatch match;
+            if (!assignment.variable.empty() && hasName(failed->code, assignment.variable) &&
+                std::regex_search(assignment.value, match, flash))
+                return assignment.variable + " is the first result of " + match.str(1) + " in " +
+                       placeOf(*context.scope->file, *clause.statement) +
+                       ", the phases; write [phases, fractions, compositions, T, P] = " + match.str(1) +
+                       "(...)";
+        }
+    return {};
+}
+
 /// "setProduct(1, 0,7 * F, ...)": no port, row or column is 0.
 std::string commaInNumber(const Context& context) {
     static const std::regex message(
@@ -213,7 +232,7 @@ std::string notDouble(const Context& context) {
 }
 
 constexpr std::array causes{clearedName, missingArgument, unseenVariable, loadedPart,
-                            cellForText, commaInNumber,   notDouble};
+                            cellForText, phasesForNumber, commaInNumber,  notDouble};
 
 } // namespace
 

@@ -20,6 +20,8 @@ constexpr std::string_view notListed = "a script finds the files that the model 
                                        "case, on the tab Files in the window";
 constexpr std::string_view noTables =
     "Octave lacks it; csvread(file, rows, columns) or dlmread reads numbers here and in Matlab";
+constexpr std::string_view notPresent =
+    "strict simulators know no phase before a flash: call flashEquilibrium first, at a state with this phase";
 constexpr std::string_view notANumber = "0/0 makes NaN: divide by no flow, and give the products of a feed "
                                         "without flow its composition";
 
@@ -33,6 +35,7 @@ constexpr std::array rows{
     Row{"'readmatrix' undefined", noTables},
     Row{"; the unit has no such port", "the unit's feeds are those that the case lists under \"feeds\", its "
                                        "products those under \"products\""},
+    Row{"; call SetPresentPhases first", notPresent},
     Row{"is NaN. Usage: ", notANumber},
     Row{", got nan. Usage: ", notANumber},
 };

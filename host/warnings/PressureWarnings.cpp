@@ -24,7 +24,10 @@ bool takesUpNothing(const UnitReview& review) {
 void addPressureWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
     if (review.feeds.empty() || !takesUpNothing(review))
         return;
-    const double highest = (*std::ranges::max_element(review.feeds, {}, &StreamResult::pressure))->pressure;
+    double highest = 0;
+    for (const StreamResult* feed : review.feeds)
+        if (feed->totalFlow > 0)
+            highest = std::max(highest, feed->pressure);
     for (const StreamResult* product : review.products)
         if (product->totalFlow > 0 && product->vaporFraction > 0 &&
             product->pressure > (1 + negligibleRise) * highest)

@@ -8,6 +8,7 @@
 #include "OutputWarnings.h"
 #include "PressureWarnings.h"
 #include "ProductWarnings.h"
+#include "ReactionWarnings.h"
 #include "cases/ParameterRules.h"
 #include "results/Balances.h"
 #include "results/ScriptError.h"
@@ -89,6 +90,7 @@ void addWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
         return;
     if (!isExplained)
         addBalanceWarnings(review, isStateSound, warnings);
+    addReactionWarnings(review, warnings);
     addOutputWarnings(review, warnings);
 }
 

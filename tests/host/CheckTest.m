@@ -58,6 +58,7 @@ reads = {'F = getFeedProp(1, ''totalFlow'');', 'z = getFeedProp(1, ''fraction'')
   'T = getFeedProp(1, ''temperature'');', 'P = getFeedProp(1, ''pressure'');', ...
   '[phases, parts, x] = getFeedEquilibrium(1);'};
 sets = @(T) ['setProduct(1, F, z, ''temperature'', ' T ', ''pressure'', P);'];
+light = '{"methane": 0.5, "propane": 0.5}';
 
 expectFound ({'run'}, [reads {'T = T + z(5);', sets('T')}], {'model.m:6'});
 expectFound ({'repetition'}, [reads {sets('T + rand')}]);
@@ -65,13 +66,14 @@ expectFound ({'plausibility'}, [reads {'F = 0.99 * F;', sets('T')}]);
 expectFound ({'plausibility'}, [reads {'P = P/1e5;', sets('T')}], {'to do    pressures are in Pa: 1 bar is 1e5 Pa'});
 expectFound ({'plausibility'}, [reads {'z = 0.9 * z;', sets('T')}], ...
   {'to do    divide the composition by its sum', '1 finding.'});
-% A failure that shows its own remedy.
+% Failures that show their own remedy.
+expectFound ({'profiles'}, [reads(1:4) {'rho = getSinglePhaseProperty(''density'', ''Liquid'', T, P, z);', sets('T + 1e-9 * rho')}], ...
+  {'to do    strict simulators know no phase before a flash: call flashEquilibrium first'}, light);
 expectFound ({'plausibility', 'order of compounds', 'absent compounds', 'single phases'}, ...
   [reads {'z = z + [-0.1; 0.1; 0];', sets('T')}], ...
   {'the mole fraction of propane, -0.1, is negative', 'to do    no feed has it, and yet it is used up'});
 % Each phase is missed alone: also where the bubble point lies below the data, and in a drum whatever the feed's temperature.
 phase = @(name) {['own = strcmpi(phases, ''' name ''');'], 'T = T + 1e-9 * x(1, own);', sets('T')};
-light = '{"methane": 0.5, "propane": 0.5}';
 expectFound ({'single phases'}, [reads phase('vapor')], {'as a liquid below its bubble point (1', ' K, 5e+05 Pa): ', 'model.m:8:1: '}, light);
 expectFound ({'single phases'}, [reads phase('liquid')], ...
   {'as a vapour above its dew point (2', ' K, 5e+05 Pa): ', 'model.m:8:1: ', '1 finding.'}, light);

@@ -263,9 +263,12 @@ protected:
     }
 
     std::string warningsOf(const StreamResult& feed, const StreamResult& product) const {
-        const Balance balance = balanceOf("N", compounds, std::array{&feed}, std::array{&product});
+        StreamResult dead = stream("dead", 300, 9e5);
+        dead.totalFlow = dead.massFlow = 0;
+        const std::array feeds{&feed, static_cast<const StreamResult*>(&dead)};
+        const Balance balance = balanceOf("N", compounds, feeds, std::array{&product});
         std::vector<Warning> warnings;
-        addWarnings({unit, balance, compounds, std::array{&feed}, std::array{&product}}, warnings);
+        addWarnings({unit, balance, compounds, feeds, std::array{&product}}, warnings);
         return textOf(warnings);
     }
 
@@ -319,6 +322,14 @@ TEST_F(NitrogenUnit, warnOfEntropyThatFallsWithoutCooling) {
     EXPECT_EQ(warningsOf(high, throttled), "");
     EXPECT_THAT(warningsOf(throttled, high),
                 testing::StartsWith("stream high: the pressure, 500000 Pa, lies above"));
+}
+
+TEST_F(NitrogenUnit, warnOfAReactorWithoutReaction) {
+    StreamResult in = stream("in", 300), out = stream("out", 300);
+    addOutput("conversion of CO", 0, {});
+    EXPECT_EQ(warningsOf(in, out), std::string("parameter conversion of CO: ") + nothingReacts);
+    in.totalFlow = in.massFlow = out.totalFlow = out.massFlow = 0;
+    EXPECT_EQ(warningsOf(in, out), "");
 }
 
 /// Two feeds and two products of methane, ethane and nitrogen, whose compounds do not close.

@@ -190,6 +190,9 @@ MISTAKES = {
         ("csvread('kinetics.csv', 1, 0)", "readtable('kinetics.csv')", "reactor.m:2:6: 'readtable' undefined"),
         ("kin.rho * kin.activity", "kin.rho * [kin.activity 1]",
          "reactor.m:45:16: operator /: nonconformant arguments (op1 is 1x1, op2 is 1x2); the function that ode45 calls must"),
+        ("[ph, fr, x, T] = flashEquilibrium(z, 'pressure', P, 'enthalpyF', H);\nelse", "T = flashEquilibrium(z, 'pressure', P, 'enthalpyF', H);\nelse",
+         "reactor.m:35:1: setProduct: value1 must be one real, finite number, got a cell, 1 by 1. Usage: setProduct(product, flow, "
+         "composition, name1, value1, name2, value2); T is the first result of flashEquilibrium in reactor.m:29, the phases; write"),
         ("kin.rho * kin.activity", "kin.rho * [kin.activity; 1]",
          "reactor.m:44:3: operator *: nonconformant arguments (op1 is 5x1, op2 is 2x1); the function that ode45 calls must"),
         ("cat.bulkDensity", "cat.bulkdensity", "reactor.m:6:9: structure has no member 'bulkdensity'"),
@@ -226,6 +229,7 @@ MISTAKES = {
          "is negative, in a step of ode45; a rate, or the step, is far too large: look at the units of R and E in exp(-E/(R*T)), "
          "at its sign"),
         ("8.314;", "rate(T, p, kin);", "rate.m:3:5: max_recursion_depth exceeded"),
+        ("8.314;", "0.008314;", "warning: WGS, parameter conversion: it is 0: nothing reacts; look at what makes the rate vanish"),
     ],
     ("shift-reactor", "kinetics.csv"): [
         ("0.5,47400", "0.5;47400", "warning: WGS, script: the numbers in line 2 of kinetics.csv are separated by semicolons"),
