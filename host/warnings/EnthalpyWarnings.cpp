@@ -58,11 +58,9 @@ bool isWithLosses(const Power& power, double gained) {
 /// The efficiency, an input, by which the power of a machine with one feed and one product differs from the
 /// gain, if the product has the feed's entropy: losses in the machine raise it. Those of a driver do not.
 std::optional<double> forgottenEfficiency(const Power& power, double gained, const UnitReview& review) {
-    constexpr std::array<std::string_view, 2> efficiencies{"effic", "eta"};
-    constexpr std::array<std::string_view, 4> drivers{"mech", "motor", "driver", "electr"};
     constexpr double part = 1e-4;
     if (review.feeds.size() != 1 || review.products.size() != 1 || review.balance.reacts ||
-        hasWord(power.parameter->name, drivers))
+        isOfDriver(*power.parameter))
         return std::nullopt;
     const StreamResult& feed = *review.feeds.front();
     const StreamResult& product = *review.products.front();
@@ -70,12 +68,9 @@ std::optional<double> forgottenEfficiency(const Power& power, double gained, con
         isSameSize(product.pressure, feed.pressure))
         return std::nullopt;
     const double ratio = std::abs(gained > 0 ? gained / power.value : power.value / gained);
-    for (const ModelParameter& input : review.unit.parameters) {
-        const auto* value = input.isInput && input.value ? std::get_if<double>(&*input.value) : nullptr;
-        if (value && *value < 1 && std::abs(*value - ratio) <= part && hasWord(input.name, efficiencies) &&
-            !hasWord(input.name, drivers))
-            return *value;
-    }
+    for (const double efficiency : efficienciesOf(review.unit))
+        if (std::abs(efficiency - ratio) <= part)
+            return efficiency;
     return std::nullopt;
 }
 

@@ -7,7 +7,9 @@
 #include "thermo/IdealGas.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 
 namespace solvane::host {
 
@@ -49,6 +51,43 @@ bool keepsItsHeat(const UnitReview& review) {
            (gained > 0 || !isNamedHeat(powers.front()));
 }
 
+/// What explains the fall, by the part that the gain in enthalpy is of the isentropic one.
+struct Cause {
+    double lowest, highest;
+    const char* remedy;
+};
+
+constexpr char allCauses[] =
+    "look for enthalpies in kJ/mol, an efficiency above 1, an ideal work at constant temperature, and a "
+    "pressure that rises without power";
+/// Real gases give off some enthalpy when they are compressed at constant temperature.
+constexpr double noPart = -0.1;
+constexpr double smallPart = 1e-4;
+
+/// Where the pressure rises. Beyond, the pressure hardly changes.
+constexpr std::array compressions{
+    Cause{-10, noPart,
+          "the enthalpy rises with the pressure: look at the sign of the work, and at which value goes to "
+          "'entropy'"},
+    Cause{noPart, smallPart,
+          "look for a product at the feed's temperature, and a pressure that rises without power"},
+    Cause{smallPart, 0.01, "look for enthalpies in kJ/mol"},
+    Cause{0.01, 1,
+          "look for an efficiency above 1, a work that is multiplied by it in place of divided, and an ideal "
+          "work at constant temperature"},
+};
+constexpr std::array expansions{
+    Cause{1, 10, "look for an efficiency above 1, and a work that is divided by it in place of multiplied"},
+};
+
+const char* remedyFor(double gained, double isentropic) {
+    const double part = gained / isentropic;
+    for (const Cause& cause : isentropic > 0 ? std::span<const Cause>(compressions) : expansions)
+        if (part >= cause.lowest && part < cause.highest)
+            return cause.remedy;
+    return allCauses;
+}
+
 } // namespace
 
 void addEntropyWarnings(const UnitReview& review, std::vector<Warning>& warnings) {
@@ -59,19 +98,20 @@ void addEntropyWarnings(const UnitReview& review, std::vector<Warning>& warnings
         return;
     std::string text =
         "the entropy falls by " + shortNumber(fall, 6) + " W/K, although the unit gives off no heat";
+    const char* remedy = allCauses;
     const auto& product = *review.products.front();
     if (const auto least = review.products.size() == 1
                                ? mixtureEnthalpy(review.compounds, product.fraction, product.pressure,
                                                  {FlashVariable::entropy, review.balance.entropy.in / flow},
                                                  PhaseProperty::enthalpy)
-                               : std::nullopt)
-        text += ": at this pressure of the product the gain in enthalpy is " +
-                watts(flow * *least - review.balance.enthalpy.in) + " or more, not " +
-                watts(gain(review.balance.enthalpy));
-    warnings.push_back(
-        {review.unit.name, "balance", std::move(text),
-         "look for enthalpies in kJ/mol, an efficiency above 1, an ideal work at constant temperature, and a "
-         "pressure that rises without power"});
+                               : std::nullopt) {
+        const double gained = gain(review.balance.enthalpy);
+        const double isentropic = flow * *least - review.balance.enthalpy.in;
+        text += ": at this pressure of the product the gain in enthalpy is " + watts(isentropic) +
+                " or more, not " + watts(gained);
+        remedy = remedyFor(gained, isentropic);
+    }
+    warnings.push_back({review.unit.name, "balance", std::move(text), remedy});
 }
 
 } // namespace solvane::host

@@ -27,6 +27,22 @@ bool isNamedHeat(const Power& power) {
     return hasWord(power.parameter->name, words);
 }
 
+std::vector<double> efficienciesOf(const UnitResult& unit) {
+    constexpr std::array<std::string_view, 2> words{"effic", "eta"};
+    std::vector<double> efficiencies;
+    for (const ModelParameter& input : unit.parameters) {
+        const auto* value = input.isInput && input.value ? std::get_if<double>(&*input.value) : nullptr;
+        if (value && *value > 0 && *value < 1 && hasWord(input.name, words) && !isOfDriver(input))
+            efficiencies.push_back(*value);
+    }
+    return efficiencies;
+}
+
+bool isOfDriver(const ModelParameter& parameter) {
+    constexpr std::array<std::string_view, 4> words{"mech", "motor", "driver", "electr"};
+    return hasWord(parameter.name, words);
+}
+
 bool isSumOf(std::span<const Power> powers, double gain, double tolerance) {
     constexpr std::size_t most = 8; // there are 3^8 sums
     if (std::abs(gain) <= tolerance || powers.size() > most)

@@ -23,6 +23,12 @@ bool isNamedHeat(const Power& power);
 /// Whether the gain is, within the tolerance in W, a sum of powers, each added, subtracted or left out.
 bool isSumOf(std::span<const Power> powers, double gain, double tolerance);
 
+/// The efficiencies of a machine, below 1, that inputs state by name; not those of its driver.
+std::vector<double> efficienciesOf(const UnitResult& unit);
+
+/// Whether the name is that of a driver and its losses.
+bool isOfDriver(const ModelParameter& parameter);
+
 /// What the products carry more than the feeds.
 double gain(const Flows& flows);
 

@@ -2,12 +2,14 @@
 
 #include "EnthalpyWarnings.h"
 #include "EntropyWarnings.h"
+#include "MachineWarnings.h"
 #include "MassWarnings.h"
 #include "MeanWarnings.h"
 #include "MeantTemperatures.h"
 #include "OutputWarnings.h"
 #include "PressureWarnings.h"
 #include "ProductWarnings.h"
+#include "ReactionHeatWarnings.h"
 #include "ReactionWarnings.h"
 #include "cases/ParameterRules.h"
 #include "results/Balances.h"
@@ -37,7 +39,8 @@ void addBalanceWarnings(const UnitReview& review, bool isStateSound, std::vector
     if (!addMassWarnings(review, warnings))
         return;
     const std::size_t before = warnings.size();
-    for (const auto add : {addEnthalpyWarnings, addPressureWarnings})
+    for (const auto add :
+         {addReactionHeatWarnings, addMachineWarnings, addEnthalpyWarnings, addPressureWarnings})
         if (warnings.size() == before)
             add(review, warnings);
     if (warnings.size() == before && isStateSound)

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <limits>
+#include <span>
 
 namespace solvane::host {
 
@@ -262,14 +263,18 @@ protected:
             {.name = name, .isInput = false, .value = value, .dimensionality = std::move(dimensionality)});
     }
 
-    std::string warningsOf(const StreamResult& feed, const StreamResult& product) const {
-        StreamResult dead = stream("dead", 300, 9e5);
-        dead.totalFlow = dead.massFlow = 0;
-        const std::array feeds{&feed, static_cast<const StreamResult*>(&dead)};
+    std::vector<Warning> warningsFor(std::span<const StreamResult* const> feeds,
+                                     const StreamResult& product) const {
         const Balance balance = balanceOf("N", compounds, feeds, std::array{&product});
         std::vector<Warning> warnings;
         addWarnings({unit, balance, compounds, feeds, std::array{&product}}, warnings);
-        return textOf(warnings);
+        return warnings;
+    }
+
+    std::string warningsOf(const StreamResult& feed, const StreamResult& product) const {
+        StreamResult dead = stream("dead", 300, 9e5);
+        dead.totalFlow = dead.massFlow = 0;
+        return textOf(warningsFor(std::array{&feed, static_cast<const StreamResult*>(&dead)}, product));
     }
 
     static inline const std::array compounds{findCompound("nitrogen")};
@@ -330,6 +335,39 @@ TEST_F(NitrogenUnit, warnOfAReactorWithoutReaction) {
     EXPECT_EQ(warningsOf(in, out), std::string("parameter conversion of CO: ") + nothingReacts);
     in.totalFlow = in.massFlow = out.totalFlow = out.massFlow = 0;
     EXPECT_EQ(warningsOf(in, out), "");
+}
+
+TEST_F(NitrogenUnit, choosesTheCauseOfAFallByTheGain) {
+    const StreamResult in = stream("in", 300);
+    const auto remedy = [&](const StreamResult& out) {
+        unit.parameters.clear();
+        addOutput("power", 10 * (out.enthalpy - in.enthalpy), power);
+        const auto warnings = warningsFor(std::array{&in}, out);
+        return warnings.empty() ? "" : warnings.front().remedy;
+    };
+    EXPECT_THAT(remedy(stream("out", 400, 5e5)),
+                testing::StartsWith("look for an efficiency above 1, a work"));
+    EXPECT_EQ(remedy(stream("out", 301.5, 5e5)), "look for enthalpies in kJ/mol");
+    EXPECT_THAT(remedy(stream("out", 300, 5e5)),
+                testing::StartsWith("look for a product at the feed's temperature"));
+    EXPECT_THAT(remedy(stream("out", 220, 5e5)), testing::HasSubstr("look at the sign of the work"));
+    EXPECT_THAT(remedy(stream("out", 200, 5e4)), testing::HasSubstr("divided by it in place of multiplied"));
+}
+
+TEST_F(NitrogenUnit, findsTheSignOfTheWorkInItsEfficiency) {
+    const StreamResult in = stream("in", 400, 5e5);
+    const double isentropic = *mixtureEnthalpy(compounds, in.fraction, 1e5,
+                                               {FlashVariable::entropy, in.entropy}, PhaseProperty::enthalpy);
+    StreamResult out = stream("out", 300);
+    const auto expanded = [&](double part) {
+        out.enthalpy = in.enthalpy + part * (isentropic - in.enthalpy);
+        unit.parameters = {{.name = "efficiency", .value = 0.8}};
+        addOutput("power", 10 * (out.enthalpy - in.enthalpy), power);
+        return textOf(warningsFor(std::array{&in}, out));
+    };
+    EXPECT_EQ(expanded(0.8), "");
+    EXPECT_THAT(expanded(-0.8), testing::HasSubstr("with the efficiency 0.8 and the wrong sign"));
+    EXPECT_EQ(expanded(-0.81), ""); // heated
 }
 
 /// Two feeds and two products of methane, ethane and nitrogen, whose compounds do not close.
