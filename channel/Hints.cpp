@@ -35,6 +35,29 @@ std::size_t distance(std::string_view a, std::string_view b) {
     return last.back();
 }
 
+/// In lower case; letters beyond ASCII count as such.
+std::vector<std::string> wordsOf(std::string_view name) {
+    std::vector<std::string> words;
+    bool isInside = false;
+    for (const char c : name) {
+        const char letter = lower(c);
+        const bool isLetter = (letter >= 'a' && letter <= 'z') || (c >= '0' && c <= '9') ||
+                              static_cast<unsigned char>(c) >= 0x80;
+        if (isLetter && !isInside)
+            words.emplace_back();
+        if (isLetter)
+            words.back() += letter;
+        isInside = isLetter;
+    }
+    return words;
+}
+
+bool isShortForm(const std::vector<std::string>& words, const std::vector<std::string>& known) {
+    return !words.empty() && std::ranges::all_of(words, [&](const std::string& word) {
+        return std::ranges::any_of(known, [&](const std::string& one) { return one.starts_with(word); });
+    });
+}
+
 std::string begunAbout(std::string_view subject) {
     return std::string(mark).append(subject).append(1, '\0');
 }
@@ -55,6 +78,16 @@ std::string closestName(std::span<const std::string> known, std::string_view nam
         }
     }
     return std::string(closest);
+}
+
+std::string probableName(std::span<const std::string> known, std::string_view name) {
+    std::string probable = closestName(known, name);
+    if (!probable.empty() || name.size() < shortestName)
+        return probable;
+    const std::vector<std::string> words = wordsOf(name);
+    const auto isLong = [&](const std::string& one) { return isShortForm(words, wordsOf(one)); };
+    const auto longer = std::ranges::find_if(known, isLong);
+    return longer == known.end() || std::any_of(longer + 1, known.end(), isLong) ? std::string() : *longer;
 }
 
 void writeHint(std::span<std::byte> block, std::string_view about, std::string_view hint) {

@@ -13,6 +13,10 @@ namespace solvane {
 std::string closestName(std::span<const std::string> known, std::string_view name,
                         std::size_t mostWrong = static_cast<std::size_t>(-1));
 
+/// The closest name; otherwise the only one of which this is a short form: each of its words begins one of
+/// that name, as those of "mixed temp" do in "mixed temperature". Empty if there is none, or more than one.
+std::string probableName(std::span<const std::string> known, std::string_view name);
+
 /// Only the unit knows its ports and parameters: it leaves the hint in the block, after the failure record.
 /// The record itself stays as it is, and a gateway need not look for more. `about` is the wrong name, or the
 /// record's text.

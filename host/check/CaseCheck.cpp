@@ -48,14 +48,14 @@ bool isOutsideData(const Warning& warning, const RunResults& results) {
 }
 
 /// The first fault of a run that succeeded: an unsound output, or a warning that the unchanged case lacks. A
-/// variation may lead out of the package's data.
+/// variation may lead out of the package's data, or to where simplifications of the script count more.
 std::optional<CheckFinding> faultOf(const Trial& trial, const Trial& base, const char* remedy) {
     if (std::string unsound = unsoundOutput(trial.outputs); !unsound.empty())
         return CheckFinding{std::move(unsound), remedy};
     for (const Warning& warning : trial.results.warnings)
         if (std::ranges::find(base.results.warnings, warning.subject, &Warning::subject) ==
                 base.results.warnings.end() &&
-            warning.text != nothingReacts && !isOutsideData(warning, trial.results))
+            !warning.isSlight && warning.text != nothingReacts && !isOutsideData(warning, trial.results))
             return CheckFinding{warning.subject + ": " + warning.text, warning.remedy};
     return std::nullopt;
 }

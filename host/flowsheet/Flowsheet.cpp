@@ -273,7 +273,7 @@ void Flowsheet::review(std::size_t unit, RunResults& results) const {
     for (const PortConnection& port : unitCase.products)
         products.push_back(find(results.streams, port));
     results.balances.push_back(balanceOf(unitCase.name, case_.compounds, feeds, products));
-    addParameterWarnings(unitCase, results.units[unit], results.warnings);
+    addParameterWarnings(unitCase, results.units[unit], results.streams, results.warnings);
     addReadWarnings(unit, results, "script", members_[unit].mistakes);
     addScriptWarnings(results.units[unit], results.warnings);
     addNameWarnings(unit, results);
@@ -297,7 +297,7 @@ void Flowsheet::addReadWarnings(std::size_t unit, RunResults& results, const cha
 
 bool Flowsheet::failed(std::size_t unit, RunResults& results, std::string& error) const {
     results.units[unit].status = UnitStatus::failed;
-    addParameterWarnings(case_.units[unit], results.units[unit], results.warnings);
+    addParameterWarnings(case_.units[unit], results.units[unit], results.streams, results.warnings);
     addReadWarnings(unit, results, "script", members_[unit].mistakes);
     addScriptWarnings(results.units[unit], results.warnings);
     if (hasScriptEnded(results.units[unit])) {

@@ -88,7 +88,8 @@ struct Warning {
     std::string unit;    ///< empty if it is of none
     std::string subject; ///< such as "stream Vapor", "parameter duty"
     std::string text;
-    std::string remedy{}; ///< what to do
+    std::string remedy{};  ///< what to do
+    bool isSlight = false; ///< outputs that differ so little may come of a script's own formulas
 };
 
 /// The subject of warnings about names that a script looks for.

@@ -61,7 +61,7 @@ std::string parameterName(const Case& flowsheet, std::size_t unit, const std::st
 
 std::string unknownName(const std::string& what, const std::string& name,
                         const std::vector<std::string>& known) {
-    const std::string meant = closestName(known, name);
+    const std::string meant = probableName(known, name);
     return "the " + what + " \"" + name + "\" is unknown" +
            (meant.empty() ? "; " + what + "s: " + nameList(known) : "; did you mean \"" + meant + "\"?");
 }

@@ -24,6 +24,8 @@ constexpr double thousand = 1000;
 constexpr double reactionHeatError = 0.1;
 /// By which part outputs may differ from the balance: some scripts calculate them by formulas of their own.
 constexpr double unequalPart = 0.01;
+/// By which part such formulas may be wrong where the states are unlike those for which they were written.
+constexpr double slightPart = 0.05;
 /// Of the heat in the feeds.
 constexpr double negligiblePart = 1e-4;
 
@@ -108,11 +110,12 @@ void addContradiction(const UnitReview& review, std::span<const Power> powers,
                    isInternal(output, review);
         }))
         return;
+    const bool isSlight = isSumOf(powers, gained, slightPart * std::abs(gained));
     if (outputs.size() == 1) {
         warnings.push_back({review.unit.name, "parameter " + outputs.front().parameter->name,
                             "the enthalpies change by " + watts(gained) + ", not by this value, " +
                                 watts(outputs.front().value),
-                            contradictionRemedy});
+                            contradictionRemedy, isSlight});
         return;
     }
     std::string values;
@@ -121,7 +124,7 @@ void addContradiction(const UnitReview& review, std::span<const Power> powers,
     warnings.push_back(
         {review.unit.name, "balance",
          "the enthalpies change by " + watts(gained) + ", which is no sum of the outputs in W: " + values,
-         contradictionRemedy});
+         contradictionRemedy, isSlight});
 }
 
 } // namespace

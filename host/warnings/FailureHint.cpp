@@ -1,9 +1,11 @@
 #include "FailureHint.h"
 
 #include "FlashHint.h"
+#include "channel/Hints.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <regex>
 
 namespace solvane::host {
@@ -40,22 +42,27 @@ constexpr std::array rows{
     Row{", got nan. Usage: ", notANumber},
 };
 
-/// Of a file beside the script that the model does not list, and which the script therefore lacks.
+/// Of a file beside the script that the model does not list, or that it lists under nearly the same name.
 std::string fileHint(std::string_view message, const FailedUnit& failed) {
     static const std::regex missing(R"(unable to (?:find|open) file '?([^';:]+)|^'(\w+)' undefined)");
     std::match_results<std::string_view::const_iterator> match;
     if (!failed.model || failed.model->script.path.empty() ||
         !std::regex_search(message.begin(), message.end(), match, missing))
         return {};
-    const std::string name = match[1].matched ? match[1].str() : match[2].str() + ".m";
+    const bool isData = match[1].matched;
+    const std::string name = isData ? match[1].str() : match[2].str() + ".m";
+    std::vector<std::string> listed;
+    std::ranges::transform(failed.model->files, std::back_inserter(listed), &ModelFile::name);
+    if (std::ranges::find(listed, name) != listed.end())
+        return {};
     std::error_code error;
     const std::filesystem::path path = failed.model->script.path.parent_path() /
                                        std::filesystem::path(std::u8string(name.begin(), name.end()));
-    if (std::ranges::find(failed.model->files, name, &ModelFile::name) != failed.model->files.end() ||
-        !std::filesystem::is_regular_file(path, error))
-        return {};
-    return (match[1].matched ? "it" : name) +
-           " lies beside the script, but the model does not list it: add it to \"files\"";
+    if (std::filesystem::is_regular_file(path, error))
+        return (isData ? "it" : name) +
+               " lies beside the script, but the model does not list it: add it to \"files\"";
+    const std::string meant = isData ? closestName(listed, name) : "";
+    return meant.empty() ? "" : "did you mean '" + meant + "'?";
 }
 
 /// The numbers of ports whose names the script gives.

@@ -3,6 +3,7 @@
 
 #include "results/RunResults.h"
 
+#include <span>
 #include <vector>
 
 namespace solvane::host {
@@ -11,8 +12,9 @@ namespace solvane::host {
 void addFeedWarnings(const Case& flowsheet, std::vector<Warning>& warnings);
 
 /// Adds the inputs of a unit with such values. Those of a model file are in SI units, unless the case sets
-/// them.
-void addParameterWarnings(const UnitCase& unit, const UnitResult& result, std::vector<Warning>& warnings);
+/// them. `streams` has the states of the feeds, as far as they are known.
+void addParameterWarnings(const UnitCase& unit, const UnitResult& result,
+                          std::span<const StreamResult> streams, std::vector<Warning>& warnings);
 
 /// Whether the parameter is the temperature of a stream or vessel by its name and dimension, such as "T2".
 bool isTemperature(const ModelParameter& parameter);

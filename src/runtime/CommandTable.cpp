@@ -91,7 +91,7 @@ void addHint(const CalculationRun& run, std::string_view error, std::span<std::b
     else if (isAbout("Invalid report name: "))
         for (const std::wstring& report : run.unit.reportNames)
             names.push_back(narrow(report));
-    if (const std::string meant = closestName(names, wrong); !meant.empty())
+    if (const std::string meant = probableName(names, wrong); !meant.empty())
         writeHint(block, wrong, meant);
 }
 

@@ -115,7 +115,9 @@ TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
     add("Temperature of the drum", 80, kelvin);
     add("T2", -20, kelvin);
     add("pressure", 200, pascal, false); // "2 mbar"
-    add("pressure drop", 5, pascal);
+    add("pressure drop", 0.5, pascal);
+    add("dP of the filter", 100, pascal);
+    add("tolerance of the pressure drop", 1, pascal);
     add("temperature approach", 10, kelvin);
     add("pressure of the jacket", 0, pascal);
     add("pinch", 10, kelvin);
@@ -123,12 +125,15 @@ TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
     add("given temperature", 350, kelvin);
     add("given pressure", 1e5, pascal);
     unit.parameters = {{"Given Temperature", std::string("80 K")}, {"given pressure", 500.0, true}};
-    result.parameters[9].value = 80.0;
-    result.parameters[10].value = 500.0;
+    result.parameters[11].value = 80.0;
+    result.parameters[12].value = 500.0;
+    unit.feeds = {{"1", "tear"}, {"2", "high"}, {"3", "low"}};
+    std::vector<StreamResult> streams{
+        {"high", 300, 20e5, 1, {}}, {"low", 300, 10e5, 1, {}}, {"other", 300, 10, 1, {}}};
     result.parameters.push_back(
         {.name = "temperature", .isInput = false, .value = 5.0, .dimensionality = kelvin});
     std::vector<Warning> warnings;
-    addParameterWarnings(unit, result, warnings);
+    addParameterWarnings(unit, result, streams, warnings);
     std::vector<std::string> texts;
     for (const Warning& warning : warnings)
         texts.push_back(warning.subject + ": " + warning.text + "; " + warning.remedy);
@@ -140,8 +145,16 @@ TEST(Warnings, nameParametersThatLookLikeThoseOfAnotherUnit) {
                   "state its unit, as in \"80 degC\"",
                   "parameter T2: the value, -20, has no unit and is read as -20 K; state its unit, as in "
                   "\"-20 degC\"",
+                  "parameter pressure drop: the value, 0.5, has no unit and is read as 0.5 Pa; state its "
+                  "unit, as in \"0.5 bar\"",
                   "parameter given pressure: the value, 500, has no unit and is read as 500 Pa; state its "
                   "unit, as in \"500 bar\" or \"500 kPa\""}));
+
+    // Flues lose little.
+    streams[1].pressure = 2e3;
+    warnings.clear();
+    addParameterWarnings(unit, result, streams, warnings);
+    EXPECT_EQ(warnings.size(), 4u);
 }
 
 TEST(Warnings, sayWhyEnthalpiesDoNotClose) {
@@ -207,8 +220,13 @@ TEST(Warnings, nameOutputsThatContradictTheEnthalpies) {
         std::vector<std::pair<const char*, double>> outputs; // W
         double gain;
         const char* warning;
+        bool isSlight = false;
     };
     const Row rows[] = {
+        {{{"duty", 1.04e6}},
+         1e6,
+         "parameter duty: the enthalpies change by 1e+06 W, not by this value, 1.04e+06 W",
+         true},
         {{{"power", 1.7e6}},
          -1.5e6,
          "parameter power: the enthalpies change by -1.5e+06 W, not by this value, 1.7e+06 W"},
@@ -240,6 +258,8 @@ TEST(Warnings, nameOutputsThatContradictTheEnthalpies) {
         std::vector<Warning> warnings;
         addWarnings({unit, balance, {}, std::array{&cold}, std::array{&warm}}, warnings);
         EXPECT_EQ(textOf(warnings), row.warning);
+        for (const Warning& warning : warnings)
+            EXPECT_EQ(warning.isSlight, row.isSlight);
     }
 }
 
@@ -297,6 +317,32 @@ TEST_F(NitrogenUnit, nameTheTemperatureAtWhichEnthalpiesBalance) {
     addOutput("outlet temperature", 500, kelvin);
     EXPECT_EQ(warningsOf(in, warm), "stream out: the temperature is 370 K, but the unit's enthalpies balance "
                                     "at 500 K, the value of parameter outlet temperature");
+}
+
+TEST_F(NitrogenUnit, compareOutputsOfTheOnlyFeedAndProduct) {
+    const std::vector<double> perMass{2, 0, -2}, perMole{2, 1, -2, 0, 0, -1};
+    const StreamResult in = stream("in", 300), out = stream("out", 500);
+    const double change = out.enthalpy - in.enthalpy, mass = molarMass(compounds, in.fraction);
+    const auto with = [&](const char* name, double value, const std::vector<double>& dimensionality) {
+        unit.parameters.clear();
+        addOutput("power", 10 * change, power);
+        addOutput(name, value, dimensionality);
+        return warningsOf(in, out);
+    };
+    EXPECT_EQ(with("specific work", change / mass, perMass), "");
+    EXPECT_EQ(with("specific work", -change / mass, perMass), "");
+    EXPECT_THAT(with("specific work", change / mass / 1000, perMass),
+                testing::EndsWith(" J/kg, is the change of the enthalpies per mass of the feed in kJ/kg"));
+    EXPECT_THAT(with("specific work", -change, perMass),
+                testing::EndsWith(" J/kg, is the change of the enthalpies per mole of the feed in J/mol"));
+    EXPECT_THAT(with("molar work", change / 1000, perMole),
+                testing::EndsWith(" J/mol, is the change of the enthalpies per mole of the feed in kJ/mol"));
+    EXPECT_EQ(with("heat of vaporization", change / mass / 900, perMass), "");
+    EXPECT_EQ(with("outlet temperature", 500, kelvin), "");
+    EXPECT_EQ(with("jacket outlet temperature", 300, kelvin), "");
+    EXPECT_EQ(
+        with("outlet temperature", 300, kelvin),
+        "parameter outlet temperature: the value, 300 K, is the temperature of stream in, not of stream out");
 }
 
 TEST_F(NitrogenUnit, warnOfEntropyThatFallsWithoutCooling) {
@@ -514,6 +560,19 @@ TEST_F(OpenBalanceTest, comparesOutputsWithTheStreams) {
         {"mass flow", 3600 * mass, kilograms, "3687.106 kg/s, is the mass flow of all feeds in kg/h"},
         {"ethane", 3.6 * ethane, kilograms, "2.489796 kg/s, is the mass flow of ethane in all feeds in t/h"},
         {"additive", mass / 1000, kilograms, ""},
+        {"mass flow of the feeds", 40, kilograms, ""},
+        {"mass flow", 40, kilograms, "40 kg/s, is the flow of all feeds in mol/s"},
+        {"rest mass flow", 12, kilograms, "12 kg/s, is the flow of stream rest in mol/s"},
+        {"gas mass flow", 12, kilograms, ""},
+        {"reflux", gas.massFlow, moles, "0.6762224 mol/s, is the mass flow of stream gas in kg/s"},
+        {"flow of the gas", gas.massFlow, moles, "0.6762224 mol/s, is the mass flow of stream gas in kg/s"},
+        {"rest mass flow", gas.massFlow, kilograms,
+         "0.6762224 kg/s, is the mass flow of stream gas, not of stream rest"},
+        {"mass flow of rest", rest.massFlow, kilograms, ""},
+        {"methane in rest, mass flow", gas.massFlow, kilograms, ""},
+        {"lean temperature", 300, kelvin, "300 K, is the temperature of stream rich, not of stream lean"},
+        {"temperature rise of lean", 300, kelvin, ""},
+        {"outlet temperature", 310, kelvin, ""}, // there are two
         {"gas", 3.6 * 28, moles, "100.8 mol/s, is the flow of stream gas in kmol/h"},
         {"reflux", 3.7 * 28, moles, ""},
         {"temperature", 300 - 273.15, kelvin, "26.85 K, is the temperature of stream rich in degC"},

@@ -31,6 +31,7 @@ MISTAKES = {
         ("(h2s - h1)", "(h2S - h1)", "compressor.m:9:12: 'h2S' undefined"),
         ("'outlet pressure'", "'outletpressure'",
          "compressor.m:2:6: Invalid parameter name: outletpressure; did you mean 'outlet pressure'?"),
+        ("'outlet pressure'", "'press'", "compressor.m:2:6: Invalid parameter name: press; did you mean 'outlet pressure'?"),
         ("getFeedProp(1, 'entropy')", "getfeedprop(1, 'entropy')",
          "compressor.m:7:6: 'getfeedprop' undefined; did you mean 'getFeedProp'?"),
         ("flashProperty", "flashProp", "compressor.m:8:7: 'flashProp' undefined"),
@@ -176,6 +177,8 @@ MISTAKES = {
     ("mixer-splitter", "case.json"): [
         ('"temperature": 300', '"temperature": 27', 'warning: MS, stream A: the temperature, 27, has no unit'),
         ('"pressure": 8e5', '"pressure": 8', 'warning: MS, stream A: the pressure, 8, has no unit and is read as 8 Pa'),
+        ('"maximum": 1 }', '"maximum": 1 }, { "name": "pressure drop", "kind": "real", "mode": "input", "value": 0.5, "dimensionality": "Pa" }',
+         "warning: MS, parameter pressure drop: the value, 0.5, has no unit and is read as 0.5 Pa"),
         ('"Side"]', '"Main"]', 'error: case.json: products[1]: the name "Main" is already taken'),
         ('"Side"]', '"Side", "Third"]', "error: case.json: Calculate failed: setProduct was not called for product 3 (Third)"),
         (', "Side"]', ']', "mixer.m:14:5: port number out of range for setProduct; expected 1, got 2"),
@@ -191,7 +194,7 @@ MISTAKES = {
     ("shift-reactor", "reactor.m"): [
         ("'enthalpyF');\nV", "'entalpyF');\nV",
          "reactor.m:11:4: Unknown/unsupported property \"entalpyF\" in getFeedProp; did you mean 'enthalpyF'?"),
-        ("'kinetics.csv'", "'kinetic.csv'", "reactor.m:2:8: dlmread: unable to open file 'kinetic.csv'"),
+        ("'kinetics.csv'", "'kinetic.csv'", "reactor.m:2:8: dlmread: unable to open file 'kinetic.csv'; did you mean 'kinetics.csv'?"),
         ("csvread('kinetics.csv', 1, 0)", "readtable('kinetics.csv')", "reactor.m:2:6: 'readtable' undefined"),
         ("kin.rho * kin.activity", "kin.rho * [kin.activity 1]",
          "reactor.m:45:16: operator /: nonconformant arguments (op1 is 1x1, op2 is 1x2); the function that ode45 calls must"),

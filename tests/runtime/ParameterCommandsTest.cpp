@@ -187,6 +187,15 @@ TEST_F(ParameterCommands, convertAndCheckWhatAScriptSets) {
         EXPECT_EQ(hint("tray", real(20.5), above), "parameter 'Tray' is at most 20, got 21");
         EXPECT_EQ(hint("bounded", real(-2.5), below), "parameter 'Bounded' is at least -1, got -2.5");
         EXPECT_EQ(hint("mode", text("Fast"), noOption), "parameter 'Mode' takes fast, slow");
+        const auto meant = [&](const std::string& name) {
+            const std::string block = script.call(get(name));
+            const std::size_t end = refused("Invalid parameter name: " + name).bytes().size();
+            return readHint(std::string_view(block).substr(end), name);
+        };
+        EXPECT_EQ(meant("Adibatic"), "Adiabatic");
+        EXPECT_EQ(meant("least"), "At least");
+        EXPECT_EQ(meant("at mo"), "At most");
+        EXPECT_EQ(meant("at "), ""); // two have the word
     });
 }
 
