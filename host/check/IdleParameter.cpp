@@ -9,7 +9,7 @@
 namespace solvane::host {
 
 std::string remedyOfIdleParameter(const UnitCase& unit, const std::string& parameter) {
-    const std::string lost =
+    std::string lost =
         "look for the term that it is in: it may be lost, set anew by the script, at its limit, or 0";
     const auto* model = std::get_if<UnitModel>(&unit.model);
     if (!model)
