@@ -11,17 +11,6 @@ namespace solvane::host {
 
 namespace {
 
-/// What the unit gives a script, but not its functions.
-constexpr std::array<std::string_view, 9> unitsNames{"nComp",
-                                                     "nPhase",
-                                                     "compNames",
-                                                     "phaseNames",
-                                                     "phaseAggregationStates",
-                                                     "AGGSTATE_UNKNOWN",
-                                                     "AGGSTATE_VAPOR",
-                                                     "AGGSTATE_LIQUID",
-                                                     "AGGSTATE_SOLID"};
-
 struct Solver {
     std::string_view name;
     std::size_t arguments; ///< that it passes to its function
@@ -49,8 +38,8 @@ struct Context {
     }
 };
 
-bool isUnitsName(const std::string& name) {
-    return std::ranges::find(unitsNames, name) != unitsNames.end();
+bool isUnitsGlobal(const std::string& name) {
+    return std::ranges::find(unitsGlobals, name) != unitsGlobals.end();
 }
 
 /// Whether a clause gives the variable a value, alone or among the results of a call.
@@ -69,7 +58,7 @@ std::string clearedName(const Context& context) {
     static const std::regex clear(R"(^clear(?:vars)?\b\s*(.*)$)");
     static const std::regex all(R"(-?(?:all|a|variables|v|global|g|x)?)");
     const std::string name = context.undefinedName();
-    if (name.empty() || context.function || (!isUnitsName(name) && !sets(*context.scope, name)))
+    if (name.empty() || context.function || (!isUnitsGlobal(name) && !sets(*context.scope, name)))
         return {};
     for (const ScriptClause& clause : context.scope->clauses) {
         std::smatch match;
@@ -117,7 +106,7 @@ std::string unseenVariable(const Context& context) {
     const std::string name = context.undefinedName();
     if (name.empty() || !context.function)
         return {};
-    if (isUnitsName(name))
+    if (isUnitsGlobal(name))
         return "functions see what the unit gives the script after a line 'global " + name + "'";
     return sets(context.scopes.front(), name)
                ? "it is a variable of the script, which functions do not see: pass it as an argument"

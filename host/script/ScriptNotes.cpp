@@ -233,20 +233,10 @@ std::vector<ScriptFinding> octaveOnly(const UnitModel& model) {
 }
 
 std::vector<ScriptFinding> keptVariables(const UnitModel& model) {
-    static const std::set<std::string> unitsOwn{"nComp",
-                                                "nPhase",
-                                                "compNames",
-                                                "phaseNames",
-                                                "phaseAggregationStates",
-                                                "AGGSTATE_UNKNOWN",
-                                                "AGGSTATE_VAPOR",
-                                                "AGGSTATE_LIQUID",
-                                                "AGGSTATE_SOLID",
-                                                "unit_ID"};
     static const std::regex declaration(R"((?:^|[;,])\s*(global|persistent)\s+([^;,=]*))");
     static const std::regex name(R"([A-Za-z]\w*)");
     const std::vector<ScriptFile> files = scriptFilesOf(model);
-    std::set<std::string> globals = unitsOwn;
+    std::set<std::string> globals(unitsGlobals.begin(), unitsGlobals.end());
     std::vector<ScriptFinding> kept;
     for (const ScriptFile& file : files)
         for (const ScriptStatement& statement : file.statements) {

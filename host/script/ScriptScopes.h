@@ -3,6 +3,7 @@
 
 #include "ScriptStatements.h"
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,18 @@ struct ScriptScope {
 
 /// The scopes of the script and the additional files. They point into `files`.
 std::vector<ScriptScope> scopesOf(const std::vector<ScriptFile>& files);
+
+/// The globals that the unit sets for each run. The script sees them, its functions only after `global`.
+inline constexpr std::array<std::string_view, 10> unitsGlobals{"nComp",
+                                                               "nPhase",
+                                                               "compNames",
+                                                               "phaseNames",
+                                                               "phaseAggregationStates",
+                                                               "AGGSTATE_UNKNOWN",
+                                                               "AGGSTATE_VAPOR",
+                                                               "AGGSTATE_LIQUID",
+                                                               "AGGSTATE_SOLID",
+                                                               "unit_ID"};
 
 /// What a clause gives a value, "x = y", "x(2) = y" or "x.part = y".
 struct Assignment {

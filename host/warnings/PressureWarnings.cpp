@@ -35,7 +35,10 @@ void addPressureWarnings(const UnitReview& review, std::vector<Warning>& warning
                                 "the pressure, " + shortNumber(product->pressure, 7) +
                                     " Pa, lies above that of all feeds, " + shortNumber(highest, 7) +
                                     " Pa, although the unit takes up no power",
-                                "look at the sign of the pressure drop"});
+                                review.feeds.size() == 1
+                                    ? "look at the sign of the pressure drop"
+                                    : "look at the sign of the pressure drop, and take it from the lowest "
+                                      "pressure of the feeds"});
 }
 
 } // namespace solvane::host
