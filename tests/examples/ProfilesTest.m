@@ -9,7 +9,7 @@ function [result, text] = run (program, example, generation, profile)
   log = tempname ();
   code = system (sprintf ('%s %s run %s --generation %s --profile %s --json %s </dev/null >%s 2>&1', program{:}, ...
                           example, generation, profile, file, log));
-  text = fileread (log);
+  text = sprintf ('exit code %d\n%s', code, fileread (log));
   delete (log);
   result = [];
   if (code == 0)
