@@ -82,20 +82,35 @@ std::optional<ProductFault> pressureFault(const StreamResult& product, const Uni
                         "pressures are in Pa: 1 bar is 1e5 Pa", product.pressure};
 }
 
+/// Whose flow in mol/s the number is; empty if it is none's.
+std::string flowOf(double number, const UnitReview& review) {
+    constexpr double part = 1e-6;
+    for (const StreamResult* feed : review.feeds)
+        for (std::size_t i = 0; i < review.compounds.size(); ++i)
+            if (std::abs(feed->totalFlow * feed->fraction[i] - number) <= part * number)
+                return std::string(review.compounds[i]->name) + " in stream " + feed->name;
+    return {};
+}
+
 /// A product may have been set by its temperature or its enthalpy.
+std::string temperatureRemedy(const StreamResult& product, const UnitReview& review) {
+    constexpr double thousand = 1000;
+    if (const std::string whose = flowOf(product.temperature, review); !whose.empty())
+        return "this is the flow of " + whose + ", in mol/s: look at the index";
+    const Flows& enthalpy = review.balance.sensible;
+    return enthalpy.in != 0 && isKept({thousand * enthalpy.in, enthalpy.out})
+               ? "the products have a thousand times the enthalpy of the feeds, " + watts(enthalpy.in) +
+                     ": enthalpies are in J/mol"
+               : "temperatures are in K, enthalpies in J/mol";
+}
+
 std::optional<ProductFault> temperatureFault(const StreamResult& product, const UnitReview& review) {
     if (product.temperature >= lowestFitted && product.temperature <= highestFitted)
         return std::nullopt;
-    constexpr double thousand = 1000;
-    const Flows& enthalpy = review.balance.sensible;
     return ProductFault{"the temperature, " + number(product.temperature) + " K, lies outside " +
                             number(lowestFitted) + " to " + number(highestFitted) +
                             " K, the range of the package's heat capacities",
-                        enthalpy.in != 0 && isKept({thousand * enthalpy.in, enthalpy.out})
-                            ? "the products have a thousand times the enthalpy of the feeds, " +
-                                  watts(enthalpy.in) + ": enthalpies are in J/mol"
-                            : "temperatures are in K, enthalpies in J/mol",
-                        product.temperature};
+                        temperatureRemedy(product, review), product.temperature};
 }
 
 /// The temperature of a flash follows from its pressure.

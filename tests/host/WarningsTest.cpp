@@ -375,6 +375,12 @@ TEST_F(NitrogenUnit, warnOfEntropyThatFallsWithoutCooling) {
                 testing::StartsWith("stream high: the pressure, 500000 Pa, lies above"));
 }
 
+TEST_F(NitrogenUnit, nameTheFlowThatIsTakenForATemperature) {
+    const StreamResult in = stream("in", 450), out = stream("out", 10);
+    EXPECT_EQ(warningsFor(std::array{&in}, out).front().remedy,
+              "this is the flow of nitrogen in stream in, in mol/s: look at the index");
+}
+
 TEST_F(NitrogenUnit, warnOfAReactorWithoutReaction) {
     StreamResult in = stream("in", 300), out = stream("out", 300);
     addOutput("conversion of CO", 0, {});
